@@ -1,0 +1,12 @@
+#pragma once
+
+namespace gorbex {
+
+/// Lets the user interface handle what waits for it; called while the program waits for something.
+class EventPump {
+ public:
+  virtual ~EventPump() = default;
+  virtual void DoEvents() = 0;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace gorbex {
+
+/// The system's file time: 100-nanosecond steps since 1 January 1601, Coordinated Universal Time.
+struct FileTime {
+  std::uint64_t ticks = 0;
+  auto operator<=>(const FileTime&) const = default;
+};
+
+/// File attributes, a sum of these values.
+namespace file_attribute {
+inline constexpr std::uint32_t kNormal = 0;
+inline constexpr std::uint32_t kReadOnly = 1;
+inline constexpr std::uint32_t kHidden = 2;
+inline constexpr std::uint32_t kSystem = 4;
+inline constexpr std::uint32_t kArchive = 32;
+}  // namespace file_attribute
+
+struct FileInfo {
+  bool isFolder = false;
+  std::uint32_t attributes = file_attribute::kNormal;
+  std::uint64_t size = 0;             ///< bytes; 0 for a folder
+  std::optional<FileTime> lastWrite;  ///< nothing when the times cannot be read
+};
+
+struct FolderEntry {
+  std::string name;
+  bool isFolder = false;
+};
+
+/// The right to look at files. All paths are Windows paths in the code page's bytes; letter case
+/// does not matter.
+class FileReader {
+ public:
+  virtual ~FileReader() = default;
+
+  /// What stands at the path; nothing when there is none (an empty or impossible path included).
+  [[nodiscard]] virtual std::optional<FileInfo> Look(const std::string& path) const = 0;
+
+  /// The whole file, byte for byte. Errors: 53 no such file, 76 no such folder, 75 a folder or no
+  /// plain file, 70 access denied, 7 too large, 57 device error, 52 impossible name.
+  [[nodiscard]] virtual std::string Read(const std::string& path) const = 0;
+
+  /// The entries of a folder in the system's own order, without "." and "..". Error 76 when there
+  /// is no such folder, 75 when it cannot be read.
+  [[nodiscard]] virtual std::vector<FolderEntry> List(const std::string& folder) const = 0;
+};
+
+/// The right to change files. A read-only file refuses Write, Append and Remove with error 75.
+class FileSystem : public FileReader {
+ public:
+  /// Replaces the whole file, making it when absent. Whatever happens the file is then whole: old
+  /// or new. Errors: 76, 75, 70, 61 disk full, 57, 52.
+  virtual void Write(const std::string& path, const std::string& bytes) = 0;
+
+  /// Adds bytes at the end in one system write, making the file when absent. Errors as Write.
+  virtual void Append(const std::string& path, const std::string& bytes) = 0;
+
+  /// Errors: 53 no such file, 75 read-only or a folder, 70.
+  virtual void Remove(const std::string& path) = 0;
+
+  /// Errors: 53 no such file, 70.
+  virtual void SetAttributes(const std::string& path, std::uint32_t attributes) = 0;
+
+  /// Makes the last folder of the path alone. Errors: 76 no parent, 75 exists already, 70.
+  virtual void CreateFolder(const std::string& path) = 0;
+};
+
+[[nodiscard]] inline bool FileExists(const FileReader& files, const std::string& path) {
+  const auto info = files.Look(path);
+  return info && !info->isFolder;
+}
+
+[[nodiscard]] inline bool FolderExists(const FileReader& files, const std::string& path) {
+  const auto info = files.Look(path);
+  return info && info->isFolder;
+}
+
+}  // namespace gorbex

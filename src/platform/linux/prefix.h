@@ -1,0 +1,45 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace gorbex {
+
+/// The folder that stands for a Windows installation: drive_c/, dosdevices/ and *.reg, laid out as
+/// Wine lays one out. Maps Windows paths (code-page bytes) to host paths (UTF-8) and back.
+class Prefix {
+ public:
+  using Environment = std::function<std::optional<std::string>(const char* name)>;
+
+  /// The folder named by the option, else GORBEX_PREFIX, else WINEPREFIX, else ~/.wine when it
+  /// exists, else $XDG_DATA_HOME/gorbexbuilder.
+  static std::filesystem::path Choose(const std::optional<std::filesystem::path>& option,
+                                      const Environment& environment);
+
+  /// Lays the folder out when it is not there yet. Error 76 or 70 when it cannot be made.
+  explicit Prefix(std::filesystem::path root);
+
+  [[nodiscard]] const std::filesystem::path& Root() const { return root_; }
+
+  /// True when Wine made it: the registry files of Wine stand in it.
+  [[nodiscard]] bool IsWine() const;
+
+  /// The host path of what exists under the Windows path, found without regard to letter case: an
+  /// exact match first, then a look through the folder. Nothing when it does not exist or cannot.
+  [[nodiscard]] std::optional<std::string> Existing(const std::string& windowsPath) const;
+
+  /// As Existing, but the last component may be absent: where a new file of that name would go.
+  /// Nothing when its folder does not exist or the name is impossible.
+  [[nodiscard]] std::optional<std::string> Target(const std::string& windowsPath) const;
+
+  /// The Windows path of a host path (absolute or relative to the current folder): "C:\..." when it
+  /// lies in a drive of the prefix, else "Z:\...". Error 52 when a character has no code-page byte.
+  [[nodiscard]] std::string WindowsPath(const std::filesystem::path& hostPath) const;
+
+ private:
+  std::filesystem::path root_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+
+/// A started child process. Destroying it lets the process go on unobserved.
+class Process {
+ public:
+  virtual ~Process() = default;
+
+  /// The exit code; nothing while the process is still active. Waits for its end at most for the
+  /// patience given, so that a caller can poll without burning a processor.
+  [[nodiscard]] virtual std::optional<std::uint32_t> ExitCode(
+      std::chrono::milliseconds patience) = 0;
+};
+
+/// A process that could not be started is told apart from one that ended badly.
+using StartResult = std::variant<std::unique_ptr<Process>, RuntimeError>;
+
+class ProcessLauncher {
+ public:
+  virtual ~ProcessLauncher() = default;
+
+  /// Starts a command line as the system's process start does: the program stands first, quoted or
+  /// not; no shell reads it. Error 53 when the program cannot be found, 5 when it cannot be run.
+  [[nodiscard]] virtual StartResult Start(const std::string& commandLine) = 0;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/component_inspector.h"
+#include "platform/event_pump.h"
+#include "platform/file_system.h"
+#include "platform/process.h"
+#include "platform/registry.h"
+#include "platform/source_control.h"
+
+namespace gorbex {
+
+/// Everything the program asks of the system it runs on. Owned by whoever composes the program; all
+/// of it outlives the program.
+struct PlatformServices {
+  FileSystem& files;
+  Registry& registry;
+  ProcessLauncher& processes;
+  Clock& clock;
+  EventPump& events;
+  ComponentInspector& components;
+  SourceControl& sourceControl;
+  std::string programFolder;  ///< Windows path of the program's own folder
+};
+
+}  // namespace gorbex
