@@ -1,0 +1,185 @@
+#include "analysis/build_queue.h"
+
+#include <numeric>
+#include <utility>
+
+#include "core/file_tools.h"
+#include "core/reference_value.h"
+
+namespace gorbex {
+namespace {
+
+enum Column : std::size_t { kProject = 1, kDependency, kCompatibility, kBuilt };
+
+}  // namespace
+
+void BuildQueue::RefreshQueue() {
+  std::size_t position = 0;
+  for (const auto& row : window_.lvwQueue.Rows()) row->SetText(std::to_string(++position));
+}
+
+void BuildQueue::lvwQueue_DragDrop(std::string_view sourceControl) {
+  if (sourceControl != "tvwProjects") return;
+  const TreeNode* node = window_.tvwProjects.Selected();
+  if (node == nullptr || window_.lvwQueue.Find(node->Text()) != nullptr) return;
+  const std::string& path = node->Text();
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    ListView& queue = window_.lvwQueue;
+    ListRow& row = queue.Add(path, std::to_string(queue.Count() + 1), Image::VbProject);
+    row.SetSubItem(kProject, path);
+    row.SetChecked(true);
+    const clsMember* member = on([&] { return &window_.ProjectMembers.Item(path); });
+    if (member != nullptr) {
+      on([&] { ShowProjectFacts(row, *member); });
+      on([&] { row.SetSubItem(kDependency, DependencyOf(*member)); });
+    }
+    on([&] { RefreshQueue(); });
+    window_.ProjectChanged = true;
+  });
+}
+
+void BuildQueue::ShowProjectFacts(ListRow& row, const clsMember& member) const {
+  row.SetSubItem(kBuilt,
+                 GetFileAmmendedTime(files_, JoinPath(window_.buildDirectory, member.EXEName)));
+  row.SetSubItem(kCompatibility, member.BinaryCompat ? "Compatible" : "NOT Compatible!");
+}
+
+std::string BuildQueue::DependencyOf(const clsMember& member) const {
+  std::string dependency;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    for (const auto* values : {&member.Refs, &member.Objects}) {
+      for (const std::string& value : *values) {
+        on([&] { dependency = group_.FindGroupDependency(ComponentPath(value), member.path); });
+        if (!dependency.empty()) return;
+      }
+    }
+  });
+  return dependency;
+}
+
+QueueArrangement BuildQueue::PlanArrangement() const {
+  std::vector<QueueArrangement::Row> rows;
+  for (const auto& row : window_.lvwQueue.Rows()) {
+    rows.push_back({row->SubItem(kProject), row->SubItem(kDependency), !row->Tag().empty()});
+  }
+  return QueueArrangement(rows);
+}
+
+void BuildQueue::mnuQueueArrange_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueArrange_Click").Run([&](Procedure& on) {
+    auto plan = on([&] { return std::make_unique<QueueArrangement>(PlanArrangement()); });
+    if (plan == nullptr) return;
+    std::vector<std::size_t> shown(window_.lvwQueue.Count());
+    std::iota(shown.begin(), shown.end(), std::size_t{0});
+    plan->Run(shown.size(), [&](std::size_t row) {
+      const auto at =
+          static_cast<std::size_t>(std::find(shown.begin(), shown.end(), row) - shown.begin());
+      const std::string dependency = window_.lvwQueue.At(at + 1).SubItem(kDependency);
+      Apply(*plan, shown);
+      on([&] { throw RuntimeError(ErrorNumber::ElementNotFound, dependency); });
+      return true;
+    });
+    on([&] { Apply(*plan, shown); });
+    on([&] { RefreshQueue(); });
+  });
+}
+
+// Brings the list from the order shown to the order of the plan; rows that moved are made anew.
+void BuildQueue::Apply(const QueueArrangement& plan, std::vector<std::size_t>& shown) {
+  auto taken = window_.lvwQueue.TakeRows();
+  std::vector<std::unique_ptr<ListRow>> byNumber(taken.size());
+  for (std::size_t i = 0; i < taken.size(); ++i) {
+    if (shown[i] >= byNumber.size()) byNumber.resize(shown[i] + 1);
+    byNumber[shown[i]] = std::move(taken[i]);
+  }
+  ListView::Storage rows;
+  for (const std::size_t number : plan.Order()) {
+    auto row = std::move(byNumber[number]);
+    if (plan.Moved(number)) {
+      auto moved = std::make_unique<ListRow>(row->Key(), "1", Image::VbProject);
+      moved->SetSubItem(kProject, row->SubItem(kProject));
+      moved->SetSubItem(kDependency, row->SubItem(kDependency));
+      row = std::move(moved);
+    }
+    const std::size_t link = plan.LinkOf(number);
+    row->SetTag(link == 0 ? "" : std::to_string(link));
+    rows.push_back(std::move(row));
+  }
+  shown = plan.Order();
+  window_.lvwQueue.PutRows(std::move(rows));
+}
+
+ListRow& BuildQueue::SelectedRow() const {
+  ListRow* row = window_.lvwQueue.Selected();
+  if (row == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+  return *row;
+}
+
+void BuildQueue::Move(Procedure& on, Direction direction) {
+  ListView& queue = window_.lvwQueue;
+  const ListRow* row = on([&] { return &SelectedRow(); });
+  if (row == nullptr) return;
+  const std::size_t position = queue.PositionOf(*row);
+  if (position == (direction == Direction::Up ? 1 : queue.Count())) return;
+  const std::vector<std::string> cells = {row->SubItem(kProject), row->SubItem(kDependency),
+                                          row->SubItem(kCompatibility)};
+  const bool checked = row->Checked();
+  const std::string key = row->Key();
+  on([&] { queue.Remove(*row); });
+  ListRow* moved = on([&] {
+    return &queue.Add(key, "", Image::VbProject,
+                      direction == Direction::Up ? position - 1 : position + 1);
+  });
+  if (moved == nullptr) return;
+  for (std::size_t i = 0; i < cells.size(); ++i) moved->SetSubItem(i + 1, cells[i]);
+  moved->SetChecked(checked);
+  on([&] { RefreshQueue(); });
+  on([&] { queue.Select(moved); });
+}
+
+void BuildQueue::mnuQueueMoveUp_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueMoveUp_Click").Run([&](Procedure& on) {
+    Move(on, Direction::Up);
+  });
+}
+
+void BuildQueue::mnuQueueMoveDown_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueMoveDown_Click").Run([&](Procedure& on) {
+    Move(on, Direction::Down);
+  });
+}
+
+void BuildQueue::mnuQueueRemove_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueRemove_Click").Run([&](Procedure& on) {
+    const Answer answer = on([&] {
+      return dialogs_.Show({"Remove item from queue???", Buttons::YesNo, MessageIcon::Question});
+    });
+    if (answer != Answer::Yes) return;
+    on([&] { window_.lvwQueue.Remove(SelectedRow()); });
+    on([&] { RefreshQueue(); });
+  });
+}
+
+void BuildQueue::mnuQueueEmpty_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueEmpty_Click").Run([&](Procedure& on) {
+    on([&] { window_.lvwQueue.Clear(); });
+  });
+}
+
+void BuildQueue::MarkAll(bool checked) {
+  for (const auto& row : window_.lvwQueue.Rows()) row->SetChecked(checked);
+}
+
+void BuildQueue::mnuQueueMarkAll_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueMarkAll_Click").Run([&](Procedure& on) {
+    on([&] { MarkAll(true); });
+  });
+}
+
+void BuildQueue::mnuQueueUnMarkAll_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueUnMarkAll_Click").Run([&](Procedure& on) {
+    on([&] { MarkAll(false); });
+  });
+}
+
+}  // namespace gorbex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "analysis/group_dependency.h"
+#include "analysis/reference_resolution.h"
+#include "core/activity_log.h"
+#include "core/main_window.h"
+#include "core/procedure.h"
+
+namespace gorbex {
+
+/// Marks references in the tree and in the detail list by their verdict.
+class DependencyMarking {
+ public:
+  DependencyMarking(frmBuilder& window, const ReferenceResolution& references,
+                    const GroupDependency& group, ActivityLog& log, ErrorReport& report)
+      : window_(window), references_(references), group_(group), log_(log), report_(report) {}
+
+  /// Adds one row for a reference value to the detail list, whose tag names the project.
+  void ShowReferenceRow(const std::string& value);
+
+  /// Sets image, check mark and colour of a reference or object node; other nodes are left alone.
+  void MarkReferenceNode(TreeNode& node);
+
+  /// Marks every node of the tree again.
+  void mnuToolsDependancies_Click();
+
+  static void ColorItem(ListRow& row, Colour colour);
+
+ private:
+  [[nodiscard]] Verdict Judge(std::string_view firstField, const ListRow& row) const;
+  void ExpandShownProject();
+
+  frmBuilder& window_;
+  const ReferenceResolution& references_;
+  const GroupDependency& group_;
+  ActivityLog& log_;
+  ErrorReport& report_;
+};
+
+}  // namespace gorbex

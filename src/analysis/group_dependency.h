@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "analysis/executable_index.h"
+#include "core/member.h"
+#include "core/signal.h"
+
+namespace gorbex {
+
+/// Answers which project of the build produces a component. Follows the changes of the collection,
+/// which must outlive it.
+class GroupDependency {
+ public:
+  explicit GroupDependency(MemberCollection& members);
+
+  /// The path of the first project, other than the given one (exact comparison), whose `EXEName`
+  /// occurs in the component path in any letter case; empty when there is none. A substring
+  /// suffices.
+  [[nodiscard]] std::string FindGroupDependency(std::string_view componentPath,
+                                                std::string_view projectPath) const;
+
+ private:
+  ExecutableIndex index_;
+  Subscription added_;
+  Subscription removing_;
+  Subscription cleared_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "analysis/group_dependency.h"
+#include "core/member.h"
+
+namespace gorbex {
+
+/// Which projects of the build use which: by the binaries their references name, and by references
+/// to the project files themselves. Projects are numbered from 0 in the order of the collection.
+class GroupGraph {
+ public:
+  GroupGraph(const MemberCollection& members, const GroupDependency& group);
+
+  [[nodiscard]] std::size_t Count() const { return uses_.size(); }
+
+  /// The projects that one project uses, each once, in the order of its references.
+  [[nodiscard]] const std::vector<std::size_t>& UsesOf(std::size_t project) const {
+    return uses_[project];
+  }
+
+  /// Every project behind all that it uses, as far as cycles allow; otherwise in number order.
+  [[nodiscard]] std::vector<std::size_t> BuildOrder() const;
+
+  /// The groups of projects that use one another in a circle.
+  [[nodiscard]] std::vector<std::vector<std::size_t>> Cycles() const;
+
+ private:
+  /// Strongly connected components, those that others use first.
+  [[nodiscard]] std::vector<std::vector<std::size_t>> Components() const;
+
+  std::vector<std::vector<std::size_t>> uses_;
+};
+
+}  // namespace gorbex

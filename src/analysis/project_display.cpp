@@ -1,0 +1,65 @@
+#include "analysis/project_display.h"
+
+#include "core/node_key.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+// Null for the root, for user controls and for numbered property rows.
+const TreeNode* ProjectOf(const TreeNode& node) {
+  const std::string_view prefix = std::string_view(node.Key()).substr(0, 2);
+  if (prefix == node_prefix::kProject) return &node;
+  if (prefix == "r)" || prefix == "o)" || prefix == "m)" || prefix == "i)") return node.Parent();
+  if (prefix == "r-" || prefix == "o-" || prefix == "m-" || prefix == "i-") {
+    return node.Parent() == nullptr ? nullptr : node.Parent()->Parent();
+  }
+  return nullptr;
+}
+
+std::string OrPlaceholder(const std::string& value, const char* placeholder) {
+  return value.empty() ? placeholder : value;
+}
+
+}  // namespace
+
+void ProjectDisplay::ShowProjectDetails(TreeNode& node) {
+  const TreeNode* project = ProjectOf(node);
+  if (project == nullptr) return;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    const clsMember* member = on([&] { return &window_.ProjectMembers.Item(project->Text()); });
+    if (member != nullptr) ShowLabels(on, *project, *member);
+    on([&] { ShowProjectReferences(project->Text()); });
+  });
+}
+
+void ProjectDisplay::ShowLabels(Procedure& on, const TreeNode& project, const clsMember& member) {
+  on([&] { window_.lblCompatability.Set(OrPlaceholder(member.Compatibility, "<none set>")); });
+  on([&] { window_.lblFilename.Set(OrPlaceholder(project.Text(), "<not saved>")); });
+  on([&] { window_.lblProjectName.Set(OrPlaceholder(member.Name, "<no name>")); });
+  on([&] { window_.lblVersion.Set(OrPlaceholder(member.Version, "<no version set>")); });
+  on([&] { window_.lblBinary.Set(OrPlaceholder(member.BuildName, "<not specified>")); });
+}
+
+void ProjectDisplay::ShowProjectReferences(const std::string& projectPath) {
+  Procedure(report_, ": frmBuilder.ShowProjectReferences").Run([&](Procedure& on) {
+    const clsMember* member = on([&] { return &window_.ProjectMembers.Item(projectPath); });
+    if (member == nullptr || window_.lvwData.Tag() == projectPath) return;
+    window_.lvwData.SetTag(projectPath);
+    on([&] { window_.lvwData.Clear(); });
+    for (const auto* values : {&member->Refs, &member->Objects}) {
+      for (const std::string& value : *values) {
+        on([&] { marking_.ShowReferenceRow(LowerCase(value)); });
+      }
+    }
+  });
+}
+
+void ProjectDisplay::RefreshReferences() {
+  const std::string shown = window_.lvwData.Tag();
+  if (shown.empty()) return;
+  window_.lvwData.SetTag("");
+  ShowProjectReferences(shown);
+}
+
+}  // namespace gorbex

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+
+#include "analysis/build_queue.h"
+#include "analysis/dependency_marking.h"
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/procedure.h"
+#include "core/project_views.h"
+
+namespace gorbex {
+
+/// Shows what is known of the selected project: the details labels and the references in the detail
+/// list.
+class ProjectDisplay : public ProjectViews {
+ public:
+  ProjectDisplay(frmBuilder& window, DependencyMarking& marking, BuildQueue& queue,
+                 ErrorReport& report)
+      : window_(window), marking_(marking), queue_(queue), report_(report) {}
+
+  /// Shows the project that a tree node belongs to; nothing for nodes that lead to none.
+  void ShowProjectDetails(TreeNode& node) override;
+
+  /// Fills the detail list, unless it shows that project already.
+  void ShowProjectReferences(const std::string& projectPath) override;
+
+  /// Fills the detail list anew, so that every verdict is taken again.
+  void RefreshReferences();
+
+  void MarkReferenceNode(TreeNode& node) override { marking_.MarkReferenceNode(node); }
+  void RefreshQueue() override { queue_.RefreshQueue(); }
+  void mnuToolsDependancies_Click() override { marking_.mnuToolsDependancies_Click(); }
+
+ private:
+  void ShowLabels(Procedure& on, const TreeNode& project, const clsMember& member);
+
+  frmBuilder& window_;
+  DependencyMarking& marking_;
+  BuildQueue& queue_;
+  ErrorReport& report_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,81 @@
+#include "analysis/reference_update.h"
+
+#include <optional>
+
+#include "core/reference_value.h"
+#include "core/text.h"
+
+namespace gorbex {
+namespace {
+
+std::string Replaced(std::string_view text, std::string_view oldText, std::string_view newText) {
+  std::string result;
+  result.reserve(text.size());
+  std::size_t start = 0;
+  for (auto at = FindIgnoringCase(text, oldText); at != std::string_view::npos;
+       at = FindIgnoringCase(text, oldText, start)) {
+    result.append(text.substr(start, at - start)).append(newText);
+    start = at + oldText.size();
+  }
+  return result.append(text.substr(start));
+}
+
+}  // namespace
+
+void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
+  Procedure(report_, ": frmBuilder.UpdateProjectReferences").Run([&](Procedure& on) {
+    const clsMember* project = on([&] { return &window_.ProjectMembers.Item(projectKey); });
+    if (project == nullptr) return;
+    std::vector<Change> changes;
+    for (const auto& row : window_.lvwQueue.Rows()) {
+      if (row->SubItem(1) == projectKey) break;
+      FollowProject(on, *project, row->SubItem(1), changes);
+    }
+    for (const std::string& file : project->Members) {
+      for (const auto& [oldText, newText] : changes) {
+        on([&] { ReplaceInFile(file, oldText, newText); });
+      }
+    }
+  });
+}
+
+void ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
+                                    const std::string& earlier, std::vector<Change>& changes) {
+  const clsMember* built = on([&] { return &window_.ProjectMembers.Item(earlier); });
+  if (built == nullptr || built->EXEName.empty()) return;
+  for (const std::string& entry : project.Refs) {
+    if (!ContainsIgnoringCase(entry, built->EXEName)) continue;
+    const std::string oldGuid(GetGUID(entry));
+    const auto newGuid = on(
+        [&] { return std::optional(RegisteredIdentity(window_.buildDirectory + built->EXEName)); });
+    if (!newGuid || *newGuid == oldGuid) continue;
+    changes.emplace_back(oldGuid, *newGuid);
+    on([&] { ReplaceInFile(project.path, oldGuid, *newGuid); });
+  }
+}
+
+std::string ReferenceUpdate::RegisteredIdentity(const std::string& componentFile) const {
+  constexpr std::string_view kNoInterface = "{00000000-0000-0000-0000-000000000000}";
+  const std::string answer = components_.InterfaceGuid(componentFile, " ");
+  if (answer.empty() || answer == kNoInterface) return {};
+  return registry_.fnsGetRegistryValue("HKEY_CLASSES_ROOT\\Interface\\" + answer + "\\TypeLib", "");
+}
+
+void ReferenceUpdate::ReplaceInFile(const std::string& file, std::string_view oldText,
+                                    std::string_view newText) {
+  Procedure(report_, ": frmBuilder.ReplaceInFile").Run([&](Procedure& on) {
+    if (oldText.empty()) return;
+    // Without the file's text there is nothing to write back, so reading is no statement of its
+    // own.
+    on([&] {
+      const std::string text = Replaced(files_.Read(file), oldText, newText);
+      const auto info = files_.Look(file);
+      if (info && info->attributes != file_attribute::kNormal) {
+        files_.SetAttributes(file, file_attribute::kArchive);
+      }
+      files_.Write(file, text);
+    });
+  });
+}
+
+}  // namespace gorbex

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/main_window.h"
+#include "core/procedure.h"
+#include "core/registry_tools.h"
+#include "platform/component_inspector.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// Repoints the references of a project to the components that were built before it.
+class ReferenceUpdate {
+ public:
+  ReferenceUpdate(frmBuilder& window, FileSystem& files, const RegistryTools& registry,
+                  const ComponentInspector& components, ErrorReport& report)
+      : window_(window),
+        files_(files),
+        registry_(registry),
+        components_(components),
+        report_(report) {}
+
+  /// Replaces, in the project's file and in its forms and modules, the type-library identities of
+  /// the projects that stand above it in the queue by those registered now. A component whose
+  /// identity cannot be read has an empty one.
+  void UpdateProjectReferences(const std::string& projectKey);
+
+  /// Replaces every occurrence of a text, in any letter case, in one pass. Clears the file's
+  /// attributes before it is written back.
+  void ReplaceInFile(const std::string& file, std::string_view oldText, std::string_view newText);
+
+ private:
+  using Change = std::pair<std::string, std::string>;  ///< old and new identity
+
+  void FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
+                     std::vector<Change>& changes);
+  [[nodiscard]] std::string RegisteredIdentity(const std::string& componentFile) const;
+
+  frmBuilder& window_;
+  FileSystem& files_;
+  const RegistryTools& registry_;
+  const ComponentInspector& components_;
+  ErrorReport& report_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,33 @@
+#include "analysis/tree_commands.h"
+
+#include "core/procedure.h"
+
+namespace gorbex {
+
+void TreeCommands::mnuTreePopupAddProject_Click() {
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    const auto path = on([&] {
+      return dialogs_.OpenFile(
+          {"Select a VB Project to add to the list", "VB Project Files (*.vbp)|*.vbp", "*.vbp"});
+    });
+    if (!path) return;
+    if (on([&] { return FileExists(files_, *path); })) on([&] { reader_.ReadProject(*path); });
+    on([&] { window_.SetStatus("Re-Checking references"); });
+    on([&] { views_.mnuToolsDependancies_Click(); });
+    on([&] { window_.SetStatus("Project Loaded"); });
+    window_.ProjectChanged = true;
+  });
+}
+
+void TreeCommands::mnuTreePopupRemoveProject_Click() {
+  const TreeNode* node = window_.tvwProjects.Selected();
+  if (node == nullptr) return;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    on([&] { window_.ProjectMembers.Remove(node->Text()); });
+    on([&] { window_.tvwProjects.Remove(node->Key()); });
+    on([&] { views_.mnuToolsDependancies_Click(); });
+    window_.ProjectChanged = true;
+  });
+}
+
+}  // namespace gorbex

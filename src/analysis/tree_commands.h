@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/project_file_reader.h"
+#include "core/project_views.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// The tree's pop-up commands that add a project to the build and take one out.
+class TreeCommands {
+ public:
+  TreeCommands(frmBuilder& window, ProjectFileReader& reader, ProjectViews& views,
+               const FileReader& files, Dialogs& dialogs)
+      : window_(window), reader_(reader), views_(views), files_(files), dialogs_(dialogs) {}
+
+  void mnuTreePopupAddProject_Click();
+  void mnuTreePopupRemoveProject_Click();
+
+ private:
+  frmBuilder& window_;
+  ProjectFileReader& reader_;
+  ProjectViews& views_;
+  const FileReader& files_;
+  Dialogs& dialogs_;
+};
+
+}  // namespace gorbex

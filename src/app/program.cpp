@@ -1,0 +1,75 @@
+#include "app/program.h"
+
+namespace gorbex {
+
+Program::Program(const PlatformServices& services, Dialogs& frontEnd)
+    : platform(services),
+      dialogs(frontEnd),
+      report(dialogs),
+      log(platform.files, platform.clock, dialogs, platform.programFolder),
+      registry(platform.registry, report),
+      options(registry, report),
+      shell(platform.processes, platform.events),
+      group(window.ProjectMembers),
+      references(registry, platform.files, platform.components, report),
+      marking(window, references, group, log, report),
+      queue(window, group, platform.files, dialogs, report),
+      display(window, marking, queue, report),
+      reader(window, platform.files, display),
+      buildProject(
+          {window, platform.files, registry, options, log, dialogs, report, reader, display}),
+      treeCommands(window, reader, display, platform.files, dialogs),
+      referenceUpdate(window, platform.files, registry, platform.components, report),
+      start({window, registry, options, log, dialogs, report, buildProject, platform.files}),
+      session(platform.sourceControl),
+      latest(window, session),
+      values(platform.files),
+      version(values, options, dialogs),
+      script(window, platform.files, dialogs, report),
+      compile({window, platform.files, shell, dialogs, log, start, platform.programFolder}),
+      run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
+           referenceUpdate, values, version, script, compile}) {
+  ConnectFileMenu();
+  ConnectQueueMenu();
+  ConnectToolsMenu();
+}
+
+void Program::ConnectFileMenu() {
+  MainMenu& menu = window.menu;
+  menu.mnuFileNew.SetHandler([this] { buildProject.mnuFileNew_Click(); });
+  menu.mnuFileOpen.SetHandler([this] { buildProject.mnuFileOpen_Click(); });
+  menu.mnuFileSave.SetHandler([this] { buildProject.mnuFileSave_Click(); });
+  menu.mnuFileSaveAs.SetHandler([this] { buildProject.mnuFileSaveAs_Click(); });
+  menu.mnuFileBuild.SetHandler([this] { run.mnuFileBuild_Click(); });
+  menu.mnuFileGenScript.SetHandler([this] { script.mnuFileGenScript_Click(); });
+  menu.mnuFileGenScript.enabled.Set(false);
+  for (std::size_t i = 0; i < menu.mnuFileMRU.size(); ++i) {
+    menu.mnuFileMRU[i].SetHandler([this, i] { buildProject.mnuFileMRU_Click(i); });
+    menu.mnuFileMRU[i].visible.Set(false);
+  }
+}
+
+void Program::ConnectQueueMenu() {
+  MainMenu& menu = window.menu;
+  menu.mnuQueueArrange.SetHandler([this] { queue.mnuQueueArrange_Click(); });
+  menu.mnuQueueMoveUp.SetHandler([this] { queue.mnuQueueMoveUp_Click(); });
+  menu.mnuQueueMoveDown.SetHandler([this] { queue.mnuQueueMoveDown_Click(); });
+  menu.mnuQueueRemove.SetHandler([this] { queue.mnuQueueRemove_Click(); });
+  menu.mnuQueueEmpty.SetHandler([this] { queue.mnuQueueEmpty_Click(); });
+  menu.mnuQueueMarkAll.SetHandler([this] { queue.mnuQueueMarkAll_Click(); });
+  menu.mnuQueueUnMarkAll.SetHandler([this] { queue.mnuQueueUnMarkAll_Click(); });
+}
+
+void Program::ConnectToolsMenu() {
+  MainMenu& menu = window.menu;
+  menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
+  menu.mnuTreePopupAddProject.SetHandler([this] { treeCommands.mnuTreePopupAddProject_Click(); });
+  menu.mnuTreePopupRemoveProject.SetHandler(
+      [this] { treeCommands.mnuTreePopupRemoveProject_Click(); });
+  // Source control offers these after a login.
+  menu.mnuToolsLabel.enabled.Set(false);
+  menu.mnuToolsHighlight.enabled.Set(false);
+  menu.mnuToolsGetLatest.enabled.Set(false);
+}
+
+}  // namespace gorbex

@@ -1,0 +1,86 @@
+#include "app/start_up.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace gorbex {
+namespace {
+
+constexpr std::string_view kCompilerKey =
+    "HKEY_CLASSES_ROOT\\VisualBasic.Project\\shell\\open\\command";
+constexpr std::int32_t kLongestInterval = 60;
+
+}  // namespace
+
+std::string CompilerOf(const std::string& registeredCommand) {
+  if (registeredCommand.size() < 2) return {};
+  const auto quote = registeredCommand.find('"', 2);
+  return registeredCommand.substr(1, quote == std::string::npos ? quote : quote - 1);
+}
+
+std::string StartUp::RegisteredCompiler() const {
+  return uses_.registry.fnsGetRegistryValue(kCompilerKey, "");
+}
+
+void StartUp::ReadSession() {
+  uses_.window.IniPath = uses_.registry.fnsGetRegistryValue(kProgramKey, "INIPath");
+  uses_.window.UserName = uses_.registry.fnsGetRegistryValue(kProgramKey, "User");
+}
+
+void StartUp::ReadState() {
+  ReadSession();
+  uses_.window.compilerPath = CompilerOf(RegisteredCompiler());
+  uses_.options.LoadSettings();
+  uses_.window.ClearBuildProject();
+}
+
+void StartUp::Form_Load() {
+  frmBuilder& window = uses_.window;
+  Procedure(uses_.report, ": frmBuilder.Form_Load").Run([&](Procedure& on) {
+    on([&] { uses_.log.WriteLog("Application Started"); });
+    on([&] { uses_.buildProject.ShowRecentFiles(); });
+    on([&] { ReadSession(); });
+    const std::string registered = on([&] { return RegisteredCompiler(); });
+    // At a later run the tree has its root already.
+    if (window.tvwProjects.Find(kRootKey) == nullptr) on([&] { window.ClearBuildProject(); });
+    const std::string commandLine = std::exchange(commandLine_, {});
+    if (commandLine == "show") {
+      on([&] {
+        uses_.dialogs.Show(
+            {"Registry VB Path details " + std::string(kCompilerKey) + "\r\n" + registered});
+      });
+    }
+    FindCompiler(on, registered);
+    on([&] { uses_.options.LoadSettings(); });
+    if (!commandLine.empty() && commandLine != "show") OpenNamedProject(on, commandLine);
+    uses_.options.Interval = std::min(uses_.options.Interval, kLongestInterval);
+    on([&] { window.tmrOutlook.interval.Set(uses_.options.Interval * 1000); });
+    if (uses_.options.AutoStart) on([&] { window.menu.mnuToolsInBox.Execute(); });
+  });
+}
+
+void StartUp::FindCompiler(Procedure& on, const std::string& registered) {
+  uses_.window.compilerPath = CompilerOf(registered);
+  if (!uses_.window.compilerPath.empty()) return;
+  const auto chosen = on([&] {
+    return uses_.dialogs.OpenFile(
+        {"Please enter path to Visual Basic executable file", "Executables (*.exe)|*.exe", ""});
+  });
+  if (chosen) {
+    uses_.window.compilerPath = *chosen;
+  } else {
+    on([&] {
+      uses_.dialogs.Show({"You must specify the VB path if you want to compile projects"});
+    });
+  }
+}
+
+void StartUp::OpenNamedProject(Procedure& on, const std::string& commandLine) {
+  if (on([&] { return FileExists(uses_.files, commandLine); })) {
+    on([&] { uses_.buildProject.OpenProject(commandLine); });
+  } else {
+    on([&] { uses_.dialogs.Show({"Could not open " + commandLine + " project"}); });
+  }
+}
+
+}  // namespace gorbex

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+
+#include "build/program_start.h"
+#include "core/activity_log.h"
+#include "core/build_project_file.h"
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/options.h"
+#include "core/procedure.h"
+#include "core/registry_tools.h"
+
+namespace gorbex {
+
+/// Brings the main window into its first state: recent files, session values, compiler, settings,
+/// and the build project named on the command line.
+class StartUp : public ProgramStart {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    RegistryTools& registry;
+    clsOptions& options;
+    ActivityLog& log;
+    Dialogs& dialogs;
+    ErrorReport& report;
+    BuildProjectFile& buildProject;
+    const FileReader& files;
+  };
+
+  explicit StartUp(const Uses& uses) : uses_(uses) {}
+
+  /// Empty, "show", or the path of a build project file; used by the next start alone.
+  void SetCommandLine(std::string commandLine) { commandLine_ = std::move(commandLine); }
+
+  /// The whole start, with its log line and its questions. May run again later to ask for a
+  /// compiler.
+  void Form_Load() override;
+
+  /// What a front end without a window needs: session values, registered compiler, settings and the
+  /// tree's root, without log line or question.
+  void ReadState();
+
+ private:
+  [[nodiscard]] std::string RegisteredCompiler() const;
+  void ReadSession();
+  void FindCompiler(Procedure& on, const std::string& registered);
+  void OpenNamedProject(Procedure& on, const std::string& commandLine);
+
+  Uses uses_;
+  std::string commandLine_;
+};
+
+/// The executable in a registered command, which begins with its quoted path; empty for no command.
+[[nodiscard]] std::string CompilerOf(const std::string& registeredCommand);
+
+}  // namespace gorbex

@@ -1,0 +1,229 @@
+#include "build/build_run.h"
+
+#include <algorithm>
+
+#include "core/text.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::string_view kOptimizationKey = "OptimizationType";
+constexpr std::string_view kDebugInfoKey = "CodeViewDebugInfo";
+
+}  // namespace
+
+void BuildRun::mnuFileBuild_Click() {
+  const auto start = uses_.clock.Elapsed();
+  Counters counters;
+  RunResult result = RunResult::Aborted;
+  const Subscription lines =
+      uses_.log.written.Connect([&](const std::string& text) { events.Emit(LogLine{text}); });
+  const Subscription questions =
+      uses_.dialogs.answered.Connect([&](const Message& message, Answer answer) {
+        events.Emit(QuestionAnswered{message, answer});
+      });
+  Procedure(uses_.report, ": frmBuilder.mnuFileBuild_Click").Run([&](Procedure& on) {
+    result = Run(on, counters);
+  });
+  events.Emit(RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start});
+}
+
+RunResult BuildRun::Run(Procedure& on, Counters& counters) {
+  frmBuilder& window = uses_.window;
+  on([&] { window.tmrOutlook.enabled.Set(false); });
+  on([&] { uses_.log.WriteLog("Build Started"); });
+  on([&] { uses_.compile.AskForCompiler(); });
+  const bool incompatible = ResetIcons(on);
+  if (!uses_.options.ChangeRefs && incompatible && !on([&] { return AskAboutCompatibility(); })) {
+    on([&] { RestoreMailTimer(); });
+    return RunResult::Refused;
+  }
+  on([&] { window.menu.mnuFileBuild.enabled.Set(false); });
+  window.resultLogPath = uses_.compile.QuotedResultLog();
+  on([&] { window.mousePointer.Set(MousePointer::Hourglass); });
+  const bool compiles = !window.compilerPath.empty();
+  if (compiles) BuildQueueRows(on, counters);
+  Summarise(on, counters);
+  on([&] { window.SetStatus("Build Process finished"); });
+  on([&] { window.menu.mnuFileBuild.enabled.Set(true); });
+  on([&] { window.mousePointer.Set(MousePointer::Default); });
+  on([&] {
+    uses_.log.WriteLog(counters.errors >= 1 ? "Build Finished with errors."
+                                            : "Build Finished succesfully.");
+  });
+  on([&] { RestoreMailTimer(); });
+  return compiles ? RunResult::Finished : RunResult::NoCompiler;
+}
+
+void BuildRun::RestoreMailTimer() {
+  frmBuilder& window = uses_.window;
+  window.tmrOutlook.enabled.Set(window.menu.mnuToolsInBox.checked.Get());
+}
+
+// True when a checked row is marked as not compatible.
+bool BuildRun::ResetIcons(Procedure& on) {
+  bool incompatible = false;
+  for (const auto& row : uses_.window.lvwQueue.Rows()) {
+    on([&] { row->SetIcon(Image::VbProject); });
+    incompatible = incompatible || (row->Checked() && row->SubItem(3).starts_with("NOT"));
+  }
+  return incompatible;
+}
+
+bool BuildRun::AskAboutCompatibility() {
+  std::string question = "You are attempting to build files which DO NOT have compatability set.";
+  question.append(kLineBreak)
+      .append("If you have other components referencing these then they WILL NOT work.")
+      .append(kLineBreak)
+      .append("Do you wish to continue with your build?");
+  return uses_.dialogs.Show({question, Buttons::YesNo, MessageIcon::CriticalStop,
+                             std::string(kApplicationTitle)}) == Answer::Yes;
+}
+
+void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
+  frmBuilder& window = uses_.window;
+  on([&] { window.txtLogFile.text.Set(""); });
+  on([&] { uses_.script.Begin(); });
+  const auto& rows = window.lvwQueue.Rows();
+  const auto checked = static_cast<std::size_t>(
+      std::count_if(rows.begin(), rows.end(), [](const auto& row) { return row->Checked(); }));
+  events.Emit(RunStarted{checked});
+  const std::size_t count = window.lvwQueue.Count();
+  std::size_t number = 0;
+  for (std::size_t i = 1; i <= count; ++i) {
+    ListRow* row = on([&] { return &window.lvwQueue.At(i); });
+    if (row == nullptr || !row->Checked()) continue;
+    events.Emit(ProjectStarted{row->SubItem(1), ++number, checked});
+    if (BuildRow(on, *row, counters) == Pass::Stop) break;
+  }
+  on([&] { uses_.script.End(); });
+  on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
+}
+
+BuildRun::Pass BuildRun::BuildRow(Procedure& on, ListRow& row, Counters& counters) {
+  frmBuilder& window = uses_.window;
+  const auto start = uses_.clock.Elapsed();
+  const std::string path = row.SubItem(1);
+  on([&] { row.SetIcon(Image::Building); });
+  on([&] { row.EnsureVisible(); });
+  on([&] { window.lvwQueue.Refresh(); });
+  on([&] { window.SetStatus("Building " + path); });
+  const clsMember* member = on([&] { return &window.ProjectMembers.Item(path); });
+  ++counters.built;
+
+  DebugValues kept;
+  Prepare(on, path, kept);
+  events.Emit(StepStarted{path, BuildStep::Compile});
+  const bool succeeded = on([&] { return uses_.compile.CompileProject(path, ""); });
+  on([&] {
+    uses_.log.WriteLog(std::string("Build was ") + (succeeded ? "Succesfull" : "Unsuccesfull"));
+  });
+  on([&] { uses_.events.DoEvents(); });
+  Record(on, row, member, succeeded, counters);
+  if (DebugBuildIsOn()) WriteDebugValues(on, path, kept);
+  events.Emit(ProjectCompiled{path, succeeded, uses_.clock.Elapsed() - start,
+                              uses_.compile.LastResult(), uses_.compile.LastProblem()});
+  if (succeeded || !uses_.options.StopProcessing) return Pass::GoOn;
+  return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
+}
+
+void BuildRun::Prepare(Procedure& on, const std::string& path, DebugValues& kept) {
+  const clsOptions& options = uses_.options;
+  if (options.GetLatest) GetLatest(on, path);
+  if (!options.Compatible) {
+    events.Emit(StepStarted{path, BuildStep::Compatibility});
+    on([&] { uses_.log.WriteLog("Breaking compatability on " + path); });
+    on([&] { uses_.values.WriteProjectValue(path, "CompatibleMode", "\"0\""); });
+  }
+  if (DebugBuildIsOn()) SetDebugValues(on, path, kept);
+  if (options.ChangeRefs) {
+    events.Emit(StepStarted{path, BuildStep::References});
+    on([&] { uses_.references.UpdateProjectReferences(path); });
+    on([&] { uses_.log.WriteLog("Updating References on " + path); });
+  }
+  if (!options.VersionComponents.empty()) {
+    events.Emit(StepStarted{path, BuildStep::Version});
+    uses_.version.Stamp(on, path);
+  }
+}
+
+void BuildRun::GetLatest(Procedure& on, const std::string& path) {
+  events.Emit(StepStarted{path, BuildStep::Latest});
+  on([&] { uses_.log.WriteLog("Getting latest " + path + " code"); });
+  on([&] { uses_.latest.GetLatestForProject(path); });
+  on([&] { uses_.window.SetStatus("Building " + path); });
+}
+
+bool BuildRun::DebugBuildIsOn() const {
+  return EqualsIgnoringCase(uses_.options.DebugBuild, "true");
+}
+
+void BuildRun::SetDebugValues(Procedure& on, const std::string& path, DebugValues& kept) {
+  events.Emit(StepStarted{path, BuildStep::Debug});
+  const auto read = [&](std::string_view key) {
+    return on([&] { return ToLong(NumericValue(uses_.values.ReadProjectValue(path, key))); });
+  };
+  kept.optimization = read(kOptimizationKey);
+  kept.debugInfo = read(kDebugInfoKey);
+  WriteDebugValues(on, path, {2, -1});
+}
+
+void BuildRun::WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values) {
+  const auto write = [&](std::string_view key, std::int32_t value) {
+    on([&] { uses_.values.WriteProjectValue(path, key, std::to_string(value)); });
+  };
+  write(kOptimizationKey, values.optimization);
+  write(kDebugInfoKey, values.debugInfo);
+}
+
+void BuildRun::Record(Procedure& on, ListRow& row, const clsMember* member, bool succeeded,
+                      Counters& counters) {
+  if (!succeeded) {
+    on([&] { row.SetIcon(Image::BuildError); });
+    --counters.built;
+    ++counters.errors;
+    return;
+  }
+  on([&] { row.SetIcon(Image::BuildOk); });
+  if (member == nullptr) return;
+  on([&] { uses_.script.AddComponent(uses_.window.buildDirectory, member->EXEName); });
+}
+
+bool BuildRun::AskToGoOn(const std::string& path) {
+  return uses_.dialogs.Show({"Error Building " + path + " Continue?", Buttons::OkCancel,
+                             MessageIcon::CriticalStop}) == Answer::Ok;
+}
+
+void BuildRun::Tell(const std::string& text) {
+  uses_.dialogs.Show({text});
+}
+
+void BuildRun::Summarise(Procedure& on, const Counters& counters) {
+  if (counters.errors >= 1) {
+    on([&] { uses_.window.txtLogFile.visible.Set(true); });
+    if (!uses_.options.StopProcessing) on([&] { Tell("Errors during the build process"); });
+  } else if (counters.built == 0) {
+    on([&] { Tell("No projects checked for build"); });
+  } else if (uses_.options.AutoLaunchVBP) {
+    OfferAutoLaunch(on, counters);
+  } else {
+    on([&] { Tell("Built " + std::to_string(counters.built) + " components."); });
+  }
+}
+
+void BuildRun::OfferAutoLaunch(Procedure& on, const Counters& counters) {
+  const Answer answer = on([&] {
+    return uses_.dialogs.Show({"Built " + std::to_string(counters.built) +
+                                   " components. Do you want to auto-launch your VBP test project?",
+                               Buttons::YesNo, MessageIcon::Question,
+                               std::string(kApplicationTitle)});
+  });
+  if (answer != Answer::Yes) return;
+  on([&] {
+    uses_.shell.ShellAndWait(uses_.window.compilerPath + " \"" + uses_.options.AutoLaunchName +
+                             "\" /run");
+  });
+}
+
+}  // namespace gorbex

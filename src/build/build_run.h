@@ -1,0 +1,89 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "analysis/reference_update.h"
+#include "build/compile.h"
+#include "build/project_value.h"
+#include "build/registration_script.h"
+#include "build/version_stamp.h"
+#include "core/activity_log.h"
+#include "core/latest_source.h"
+#include "core/main_window.h"
+#include "core/observed_dialogs.h"
+#include "core/options.h"
+#include "core/procedure.h"
+#include "core/run_events.h"
+#include "core/shell.h"
+#include "platform/clock.h"
+#include "platform/event_pump.h"
+
+namespace gorbex {
+
+/// The Build command: takes the checked rows of the queue from top to bottom, prepares each
+/// project, compiles it and records the result. The queue's order is the build order.
+class BuildRun {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    const clsOptions& options;
+    ActivityLog& log;
+    ObservedDialogs& dialogs;
+    ErrorReport& report;
+    EventPump& events;
+    const Clock& clock;
+    Shell& shell;
+    LatestSource& latest;
+    ReferenceUpdate& references;
+    ProjectValue& values;
+    VersionStamp& version;
+    RegistrationScript& script;
+    Compile& compile;
+  };
+
+  explicit BuildRun(const Uses& uses) : uses_(uses) {}
+
+  void mnuFileBuild_Click();
+
+  RunEvents events;
+
+ private:
+  struct Counters {
+    std::int32_t built = 0;
+    std::int32_t errors = 0;
+  };
+
+  /// The values that a debug build replaces for the time of the compile.
+  struct DebugValues {
+    std::int32_t optimization = 0;
+    std::int32_t debugInfo = 0;
+  };
+
+  enum class Pass { GoOn, Stop };
+
+  [[nodiscard]] RunResult Run(Procedure& on, Counters& counters);
+  [[nodiscard]] bool ResetIcons(Procedure& on);
+  [[nodiscard]] bool AskAboutCompatibility();
+  void RestoreMailTimer();
+  void BuildQueueRows(Procedure& on, Counters& counters);
+  [[nodiscard]] Pass BuildRow(Procedure& on, ListRow& row, Counters& counters);
+  void Prepare(Procedure& on, const std::string& path, DebugValues& kept);
+  void GetLatest(Procedure& on, const std::string& path);
+  void SetDebugValues(Procedure& on, const std::string& path, DebugValues& kept);
+  void WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values);
+  void Record(Procedure& on, ListRow& row, const clsMember* member, bool succeeded,
+              Counters& counters);
+  [[nodiscard]] bool AskToGoOn(const std::string& path);
+  void Summarise(Procedure& on, const Counters& counters);
+  void OfferAutoLaunch(Procedure& on, const Counters& counters);
+  void Tell(const std::string& text);
+  [[nodiscard]] bool DebugBuildIsOn() const;
+
+  Uses uses_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,98 @@
+#include "build/compile.h"
+
+#include "core/file_tools.h"
+#include "core/text.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::string_view kResultLog = "VBResult.log";
+
+std::string Quoted(std::string_view text) {
+  return std::string("\"").append(text).append("\"");
+}
+
+}  // namespace
+
+Compile::Compile(const Uses& uses)
+    : uses_(uses), report_(uses.dialogs, [this](const std::string& line) {
+        problem_ = line;
+        uses_.log.WriteLog(line);
+      }) {}
+
+std::string Compile::QuotedResultLog() const {
+  return Quoted(JoinPath(uses_.programFolder, kResultLog));
+}
+
+std::string Compile::LastResult() const {
+  try {
+    return uses_.files.Read(JoinPath(uses_.programFolder, kResultLog));
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
+void Compile::AskForCompiler() {
+  if (!uses_.window.compilerPath.empty()) return;
+  uses_.dialogs.Show({"You need to specify a VB path"});
+  uses_.start.Form_Load();
+}
+
+std::string Compile::CommandLine(const std::string& projectPath, const std::string& outDir) const {
+  const frmBuilder& window = uses_.window;
+  const std::string& folder = outDir.empty() ? window.buildDirectory : outDir;
+  std::string command =
+      window.compilerPath + " " + Quoted(projectPath) + " /make /out " + window.resultLogPath;
+  if (!folder.empty()) command += " /outdir " + Quoted(folder);
+  return command;
+}
+
+// A result left over from an earlier compile must never be taken for this one's.
+void Compile::RemoveStaleLog() {
+  const std::string path = JoinPath(uses_.programFolder, kResultLog);
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    if (!on([&] { return FileExists(uses_.files, path); })) return;
+    on([&] { uses_.files.SetAttributes(path, file_attribute::kNormal); });
+    on([&] { uses_.files.Remove(path); });
+  });
+}
+
+bool Compile::CompileProject(const std::string& projectPath, const std::string& outDir) {
+  Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { AskForCompiler(); }); });
+  uses_.window.resultLogPath = QuotedResultLog();
+  RemoveStaleLog();
+  problem_.clear();
+  if (uses_.window.compilerPath.empty()) return false;
+  try {
+    return Compiled(projectPath, outDir);
+  } catch (const RuntimeError& error) {
+    problem_ = error.Description();
+    return false;
+  }
+}
+
+bool Compile::Compiled(const std::string& projectPath, const std::string& outDir) {
+  static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
+  uses_.shell.ShellAndWait(CommandLine(projectPath, outDir));
+  return CheckLogFile(uses_.window.resultLogPath, projectPath);
+}
+
+bool Compile::CheckLogFile(const std::string& logPath, const std::string& projectPath) {
+  bool result = false;
+  Procedure(report_, ": frmBuilder.CheckLogFile").Run([&](Procedure& on) {
+    const std::string text = on([&] { return uses_.files.Read(WithoutQuotes(logPath)); });
+    const auto built = FindIgnoringCase(text, "build of");
+    if (built == std::string_view::npos) return;
+    result = FindIgnoringCase(text, "failed.", built + 1) == std::string_view::npos;
+    if (result) return;
+    TextBox& box = uses_.window.txtLogFile;
+    std::string shown = box.text.Get();
+    shown.append(projectPath).append(kLineBreak);
+    shown.append(projectPath.size(), '=').append(kLineBreak);
+    shown.append(text).append(kLineBreak);
+    on([&] { box.text.Set(std::move(shown)); });
+  });
+  return result;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <string>
+
+#include "build/program_start.h"
+#include "core/activity_log.h"
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/procedure.h"
+#include "core/shell.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// Compiles single projects and judges the compiler's result log.
+class Compile {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    FileSystem& files;
+    Shell& shell;
+    Dialogs& dialogs;
+    ActivityLog& log;
+    ProgramStart& start;
+    std::string programFolder;
+  };
+
+  explicit Compile(const Uses& uses);
+
+  /// Compiles a loaded project into a folder, or into the build directory when the folder is empty.
+  /// True only when the result log tells of a build without failure; any error is a failure.
+  bool CompileProject(const std::string& projectPath, const std::string& outDir);
+
+  /// Whether a result log tells of success. The text of a failure is added to the log text box.
+  bool CheckLogFile(const std::string& logPath, const std::string& projectPath);
+
+  /// Tells the user that a compiler is needed and runs the load routine again, when there is none.
+  void AskForCompiler();
+
+  /// The full path of the compiler's result log, in double quotes.
+  [[nodiscard]] std::string QuotedResultLog() const;
+
+  /// The text of the last compile's result log; empty when there is none.
+  [[nodiscard]] std::string LastResult() const;
+
+  /// Why the last compile came to no result log; empty when it did.
+  [[nodiscard]] const std::string& LastProblem() const { return problem_; }
+
+ private:
+  [[nodiscard]] std::string CommandLine(const std::string& projectPath,
+                                        const std::string& outDir) const;
+  void RemoveStaleLog();
+  [[nodiscard]] bool Compiled(const std::string& projectPath, const std::string& outDir);
+
+  Uses uses_;
+  ErrorReport report_;
+  std::string problem_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/signal.h"
+#include "platform/file_system.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+
+/// The place of a key's value in the text of a project file.
+struct ValuePlace {
+  std::size_t start = 0;             ///< of the first character after "="
+  std::optional<std::size_t> end{};  ///< of the line end behind the value; nothing on a last line
+};
+
+/// Where the first "key=" stands, in any letter case and wherever in the text; nothing when it does
+/// not.
+[[nodiscard]] std::optional<ValuePlace> FindProjectValue(std::string_view text,
+                                                         std::string_view key);
+
+/// Reads and replaces single values of project files, as text; line order, sections and quotes mean
+/// nothing here. A file that cannot be opened ends both without a report: a project that is not
+/// checked out stays as it is, and what asked goes on.
+class ProjectValue {
+ public:
+  explicit ProjectValue(FileSystem& files) : files_(files) {}
+
+  /// The value of a key; the whole text of the file when the key is missing; the value with a
+  /// leading
+  /// "=" when no line end follows it; empty when the file cannot be read.
+  [[nodiscard]] std::string ReadProjectValue(const std::string& path, std::string_view key);
+
+  /// Replaces the value of a key and ends the file with one line break more. A missing key is not
+  /// added, but the line break is. Always false.
+  bool WriteProjectValue(const std::string& path, std::string_view key, std::string_view value);
+
+  /// A file that could not be read or written, and why.
+  Signal<std::string, RuntimeError> failed;
+
+ private:
+  FileSystem& files_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,46 @@
+#include "build/version_stamp.h"
+
+#include "core/text.h"
+
+namespace gorbex {
+
+std::int32_t ComparedVersion(double major, double minor, double revision) {
+  return TextToLong(ShortestDecimal(major) + ShortestDecimal(minor) + ShortestDecimal(revision));
+}
+
+void VersionStamp::Stamp(Procedure& on, const std::string& projectPath) {
+  if (!Wanted(on, projectPath)) return;
+  const auto write = [&](std::string_view key, std::int32_t number) {
+    on([&] { values_.WriteProjectValue(projectPath, key, std::to_string(number)); });
+  };
+  write("MajorVer", options_.Major());
+  write("MinorVer", options_.Minor());
+  write("RevisionVer", options_.Revision());
+}
+
+bool VersionStamp::Wanted(Procedure& on, const std::string& projectPath) {
+  const std::int32_t existing = on([&] { return ExistingVersion(projectPath); });
+  const std::int32_t requested =
+      on([&] { return ComparedVersion(options_.Major(), options_.Minor(), options_.Revision()); });
+  return existing <= requested || on([&] { return AskToStepBack(); });
+}
+
+std::int32_t VersionStamp::ExistingVersion(const std::string& projectPath) {
+  const auto part = [&](std::string_view key) {
+    return NumericValue(values_.ReadProjectValue(projectPath, key));
+  };
+  const double major = part("MajorVer");
+  const double minor = part("MinorVer");
+  return ComparedVersion(major, minor, part("RevisionVer"));
+}
+
+bool VersionStamp::AskToStepBack() {
+  std::string question =
+      "The new build number requested, is older than the existing version number for this "
+      "component.";
+  question.append(kLineBreak).append("Do you wish to change it's version to your new value?");
+  return dialogs_.Show({question, Buttons::YesNo, MessageIcon::Question,
+                        std::string(kApplicationTitle)}) == Answer::Yes;
+}
+
+}  // namespace gorbex

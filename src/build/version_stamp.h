@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "build/project_value.h"
+#include "core/dialogs.h"
+#include "core/options.h"
+#include "core/procedure.h"
+
+namespace gorbex {
+
+/// Three version numbers as one: their decimal texts behind one another, so that 1.2.10 is 1210 and
+/// 1.10.0 is 1100. Errors: 6 the number is too large, 13 the texts make no number.
+[[nodiscard]] std::int32_t ComparedVersion(double major, double minor, double revision);
+
+/// Writes the requested version into project files.
+class VersionStamp {
+ public:
+  VersionStamp(ProjectValue& values, const clsOptions& options, Dialogs& dialogs)
+      : values_(values), options_(options), dialogs_(dialogs) {}
+
+  /// Stamps one project; asks first when its version is newer than the requested one. Runs inside
+  /// the procedure given.
+  void Stamp(Procedure& on, const std::string& projectPath);
+
+ private:
+  [[nodiscard]] bool Wanted(Procedure& on, const std::string& projectPath);
+  [[nodiscard]] std::int32_t ExistingVersion(const std::string& projectPath);
+  [[nodiscard]] bool AskToStepBack();
+
+  ProjectValue& values_;
+  const clsOptions& options_;
+  Dialogs& dialogs_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,43 @@
+#include "core/activity_log.h"
+
+#include <utility>
+
+#include "core/file_tools.h"
+#include "core/text.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+
+ActivityLog::ActivityLog(FileSystem& files, const Clock& clock, Dialogs& dialogs,
+                         std::string programFolder)
+    : files_(files), clock_(clock), dialogs_(dialogs), programFolder_(std::move(programFolder)) {}
+
+std::string ActivityLog::Folder() const {
+  return JoinPath(programFolder_, "Logs");
+}
+
+std::string ActivityLog::FileOf(const std::string& day) const {
+  return Folder() + "\\" + day + ".log";
+}
+
+std::string ActivityLog::Today() const {
+  return CompactDate(clock_.LocalNow());
+}
+
+void ActivityLog::WriteLog(const std::string& text, bool timeStamp) {
+  try {
+    Append(timeStamp ? "[" + TimeStamp(clock_.LocalNow()) + "] " + text : text);
+  } catch (const RuntimeError& error) {
+    dialogs_.Show({.text = "Failed to write to log-file :" + error.Description()});
+  }
+  written.Emit(text);
+}
+
+void ActivityLog::Append(const std::string& line) {
+  // The folder is looked for under one name and made under another, as it always was; the two
+  // differ only when the program's folder ends in "\".
+  if (!FolderExists(files_, Folder())) files_.CreateFolder(programFolder_ + "\\logs");
+  files_.Append(FileOf(Today()), line + std::string(kLineBreak));
+}
+
+}  // namespace gorbex

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/dialogs.h"
+#include "core/signal.h"
+#include "platform/clock.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// The record of what the program did: one text file per day in the program folder's "Logs" folder.
+/// The file is opened, written and closed for every line.
+class ActivityLog {
+ public:
+  ActivityLog(FileSystem& files, const Clock& clock, Dialogs& dialogs, std::string programFolder);
+
+  /// Writes one line, with date and time before it when asked. A line that cannot be written is
+  /// lost after a message.
+  void WriteLog(const std::string& text, bool timeStamp = true);
+
+  /// Where the log files lie, without a trailing "\".
+  [[nodiscard]] std::string Folder() const;
+
+  /// The file of one day named "ddmmyyyy".
+  [[nodiscard]] std::string FileOf(const std::string& day) const;
+  [[nodiscard]] std::string Today() const;
+
+  Signal<std::string> written;
+
+ private:
+  void Append(const std::string& line);
+
+  FileSystem& files_;
+  const Clock& clock_;
+  Dialogs& dialogs_;
+  std::string programFolder_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace gorbex {
+
+/// The icons of tree nodes and list rows.
+enum class Image : std::uint8_t {
+  None,
+  VbGroup,
+  VbProject,
+  VbReference,
+  VbForm,
+  VbClass,
+  Notepad,
+  CheckReference,
+  InvalidReference,
+  Dependancy,
+  ProjectWarning,
+  Building,
+  BuildOk,
+  BuildError,
+};
+
+/// The key under which front ends and reports know an icon, such as "vbproject".
+[[nodiscard]] std::string_view ImageKey(Image image);
+
+/// System colours by their system value.
+enum class Colour : std::uint32_t { WindowText = 0x80000008, ButtonShadow = 0x80000010 };
+
+}  // namespace gorbex

@@ -1,0 +1,205 @@
+#include "core/build_project_file.h"
+
+#include "core/file_tools.h"
+#include "core/node_key.h"
+#include "core/text.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+std::string RecentName(std::size_t number) {
+  return "MRU" + std::to_string(number);
+}
+
+std::string Line(std::string_view key, std::string_view value) {
+  return std::string(key).append("=").append(value).append(kLineBreak);
+}
+
+}  // namespace
+
+bool BuildProjectFile::LoadProject(const std::string& path) {
+  frmBuilder& window = uses_.window;
+  const bool loaded = Procedure(uses_.report, ": frmBuilder.LoadProject").Run([&](Procedure& on) {
+    const std::string text = on([&] { return uses_.files.Read(path); });
+    window.fileName.clear();
+    on([&] { window.ClearBuildProject(); });
+    PairReader pairs(text);
+    while (const auto pair = pairs.Next()) Take(on, *pair);
+    on([&] { uses_.views.RefreshQueue(); });
+    ShowBuiltFiles(on);
+    on([&] { uses_.log.WriteLog("Opened Project " + path); });
+    on([&] { uses_.views.mnuToolsDependancies_Click(); });
+  });
+  if (loaded) window.fileName = path;
+  return loaded;
+}
+
+void BuildProjectFile::Take(Procedure& on, const Pair& pair) {
+  frmBuilder& window = uses_.window;
+  clsOptions& options = uses_.options;
+  const std::string key = LowerCase(pair.key);
+  const std::string value(pair.value);
+  if (key == "project") {
+    on([&] { uses_.reader.ReadProject(value); });
+  } else if (key == "queue") {
+    TakeQueueRow(on, value);
+  } else if (key == "breakonerror") {
+    on([&] { options.StopProcessing = ToFlag(value); });
+  } else if (key == "changerefs") {
+    on([&] { options.ChangeRefs = ToFlag(value); });
+  } else if (key == "version") {
+    if (!EqualsIgnoringCase(value, "default")) options.VersionComponents = value;
+  } else if (key == "builddir") {
+    window.buildDirectory = value;
+    options.BuildPath = value;
+    on([&] { window.SetStatus("Building to " + value); });
+  } else if (key == "breakcompat") {
+    on([&] { options.Compatible = !ToFlag(value); });
+  } else if (key == "getonbuild") {
+    on([&] { options.GetLatest = ToFlag(value); });
+  }
+}
+
+void BuildProjectFile::TakeQueueRow(Procedure& on, std::string_view value) {
+  const bool checked = value.starts_with('*');
+  if (checked) value.remove_prefix(1);
+  const auto comma = value.find(',');
+  const std::string project(value.substr(0, comma));
+  ListRow* row = on([&] { return &uses_.window.lvwQueue.Add(project, "", Image::VbProject); });
+  if (row == nullptr) return;
+  row->SetSubItem(1, project);
+  if (comma != std::string_view::npos) row->SetSubItem(2, std::string(value.substr(comma + 1)));
+  row->SetChecked(checked);
+}
+
+void BuildProjectFile::ShowBuiltFiles(Procedure& on) {
+  const frmBuilder& window = uses_.window;
+  for (const auto& row : window.lvwQueue.Rows()) {
+    const clsMember* member = on([&] { return &window.ProjectMembers.Item(row->SubItem(1)); });
+    if (member == nullptr) continue;
+    on([&] {
+      row->SetSubItem(
+          4, GetFileAmmendedTime(uses_.files, JoinPath(window.buildDirectory, member->EXEName)));
+    });
+    row->SetSubItem(3, member->BinaryCompat ? "Compatible" : "NOT Compatible!");
+  }
+}
+
+std::string BuildProjectFile::FileText() const {
+  std::string text;
+  for (const auto& node : uses_.window.tvwProjects.Nodes()) {
+    if (HasPrefix(node->Key(), node_prefix::kProject)) text += Line("project", node->Text());
+  }
+  for (const auto& row : uses_.window.lvwQueue.Rows()) {
+    text += Line("queue", (row->Checked() ? "*" : "") + row->SubItem(1) + "," + row->SubItem(2));
+  }
+  const clsOptions& options = uses_.options;
+  text += Line("breakonerror", FlagText(options.StopProcessing));
+  text += Line("changerefs", FlagText(options.ChangeRefs));
+  text += Line("builddir", options.BuildPath);
+  // Written twice since ever; loading lets the last one win.
+  text += Line("changerefs", FlagText(options.ChangeRefs));
+  text += Line("breakcompat", FlagText(!options.Compatible));
+  text += Line("getonbuild", FlagText(options.GetLatest));
+  text += Line("version", options.VersionComponents);
+  return text;
+}
+
+bool BuildProjectFile::SaveProject(const std::string& path) {
+  return Procedure(uses_.report, ": frmBuilder.SaveProject").Run([&](Procedure& on) {
+    on([&] { uses_.files.Write(path, FileText()); });
+    RememberRecent(on, path);
+    on([&] { SetTitle(path); });
+    uses_.window.fileName = path;
+    uses_.window.ProjectChanged = false;
+  });
+}
+
+void BuildProjectFile::RememberRecent(Procedure& on, const std::string& path) {
+  for (std::size_t n = kRecentFiles - 1; n >= 1; --n) {
+    on([&] {
+      const auto entry = uses_.registry.fnsGetRegistryValue(kProgramKey, RecentName(n));
+      // An entry equal to the saved path stays where it is, so the list can hold a path twice.
+      if (EqualsIgnoringCase(entry, path)) return;
+      uses_.registry.subSetRegistryValue(kProgramKey, RecentName(n + 1), entry);
+    });
+  }
+  on([&] { uses_.registry.subSetRegistryValue(kProgramKey, RecentName(1), path); });
+  on([&] { ShowRecentFiles(); });
+}
+
+void BuildProjectFile::ShowRecentFiles() {
+  std::size_t number = 0;
+  for (Command& entry : uses_.window.menu.mnuFileMRU) {
+    const auto path = uses_.registry.fnsGetRegistryValue(kProgramKey, RecentName(++number));
+    entry.caption.Set(path);
+    entry.visible.Set(!path.empty());
+  }
+}
+
+void BuildProjectFile::SetTitle(const std::string& path) {
+  std::string title(kApplicationTitle);
+  if (!path.empty()) title += " [" + path + "]";
+  uses_.window.caption.Set(title);
+}
+
+bool BuildProjectFile::OpenProject(const std::string& path) {
+  if (!LoadProject(path)) return false;
+  SetTitle(path);
+  uses_.window.ProjectChanged = false;
+  return true;
+}
+
+void BuildProjectFile::mnuFileNew_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuFileNew_Click").Run([&](Procedure& on) {
+    on([&] { uses_.window.ClearBuildProject(); });
+    on([&] { SetTitle(""); });
+    uses_.window.fileName.clear();
+    uses_.window.ProjectChanged = false;
+  });
+}
+
+void BuildProjectFile::mnuFileOpen_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuFileOpen_Click").Run([&](Procedure& on) {
+    const auto path = on([&] {
+      return uses_.dialogs.OpenFile(
+          {"Select a Build Project to load", "Builder Project Files (*.bpf)|*.bpf", "*.bpf"});
+    });
+    if (!path) {
+      on([&] { uses_.window.SetStatus("Cancelled"); });
+      return;
+    }
+    on([&] { OpenProject(*path); });
+  });
+}
+
+void BuildProjectFile::mnuFileSave_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuFileSave_Click").Run([&](Procedure& on) {
+    if (uses_.window.fileName.empty()) {
+      on([&] { mnuFileSaveAs_Click(); });
+      return;
+    }
+    if (on([&] { return SaveProject(uses_.window.fileName); })) {
+      on([&] { uses_.window.SetStatus("Saved OK"); });
+    }
+  });
+}
+
+void BuildProjectFile::mnuFileSaveAs_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuFileSaveAs_Click").Run([&](Procedure& on) {
+    const auto path = on([&] {
+      return uses_.dialogs.SaveFile({"", "Builder Projects (*.bpf)|*.bpf", "Untitled.bpf"});
+    });
+    const bool saved = path && on([&] { return SaveProject(*path); });
+    on([&] { uses_.window.SetStatus(saved ? "Saved OK" : "Not Saved"); });
+  });
+}
+
+void BuildProjectFile::mnuFileMRU_Click(std::size_t entry) {
+  Procedure(uses_.report, ": frmBuilder.mnuFileMRU_Click").Run([&](Procedure& on) {
+    on([&] { OpenProject(uses_.window.menu.mnuFileMRU.at(entry).caption.Get()); });
+  });
+}
+
+}  // namespace gorbex

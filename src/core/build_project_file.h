@@ -1,0 +1,71 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/activity_log.h"
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/options.h"
+#include "core/pair_reader.h"
+#include "core/procedure.h"
+#include "core/project_file_reader.h"
+#include "core/project_views.h"
+#include "core/registry_tools.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// Loads and saves build project files (.bpf) and keeps the list of recent ones.
+class BuildProjectFile {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    FileSystem& files;
+    RegistryTools& registry;
+    clsOptions& options;
+    ActivityLog& log;
+    Dialogs& dialogs;
+    ErrorReport& report;
+    ProjectFileReader& reader;
+    ProjectViews& views;
+  };
+
+  explicit BuildProjectFile(const Uses& uses) : uses_(uses) {}
+
+  /// Loads a file in place of the open build project. False when an error was answered with Abort:
+  /// what was loaded so far stays, and the build project then has no file name.
+  bool LoadProject(const std::string& path);
+
+  /// Loads a file and shows it in the title. False as LoadProject.
+  bool OpenProject(const std::string& path);
+
+  /// Writes the file and moves it to the top of the recent files. False when an error was answered
+  /// with Abort.
+  bool SaveProject(const std::string& path);
+
+  /// Reads the recent files into the menu.
+  void ShowRecentFiles();
+
+  void mnuFileNew_Click();
+  void mnuFileOpen_Click();
+
+  /// A build project without a file name is saved as Save As does.
+  void mnuFileSave_Click();
+  void mnuFileSaveAs_Click();
+
+  /// `entry` counts from 0.
+  void mnuFileMRU_Click(std::size_t entry);
+
+ private:
+  void Take(Procedure& on, const Pair& pair);
+  void TakeQueueRow(Procedure& on, std::string_view value);
+  void ShowBuiltFiles(Procedure& on);
+  [[nodiscard]] std::string FileText() const;
+  void RememberRecent(Procedure& on, const std::string& path);
+  void SetTitle(const std::string& path);
+
+  Uses uses_;
+};
+
+}  // namespace gorbex

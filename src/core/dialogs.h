@@ -1,0 +1,54 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace gorbex {
+
+enum class Buttons { Ok, OkCancel, YesNo, AbortRetryIgnore };
+enum class MessageIcon { None, Question, Exclamation, CriticalStop };
+enum class Answer { Ok, Cancel, Yes, No, Abort, Retry, Ignore };
+
+struct Message {
+  std::string text;
+  Buttons buttons = Buttons::Ok;
+  MessageIcon icon = MessageIcon::None;
+  std::string caption{};  ///< empty: the application's title
+};
+
+struct FileChoice {
+  std::string title;
+  std::string filter;  ///< "Text|pattern|Text|pattern"
+  std::string name;    ///< the proposed name or pattern
+};
+
+/// The answer that changes nothing and ends what asks: for a front end nobody watches.
+[[nodiscard]] constexpr Answer SafeAnswer(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok:
+      return Answer::Ok;
+    case Buttons::OkCancel:
+      return Answer::Cancel;
+    case Buttons::YesNo:
+      return Answer::No;
+    case Buttons::AbortRetryIgnore:
+      return Answer::Abort;
+  }
+  return Answer::Cancel;
+}
+
+/// Everything the program asks or tells its user modally. Texts are code-page bytes; a choice that
+/// was cancelled is nothing.
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  virtual Answer Show(const Message& message) = 0;
+  virtual std::optional<std::string> OpenFile(const FileChoice& choice) = 0;
+  virtual std::optional<std::string> SaveFile(const FileChoice& choice) = 0;
+  virtual std::optional<std::string> ChooseFolder(const std::string& title) = 0;
+  virtual std::optional<std::string> Input(const std::string& prompt,
+                                           const std::string& initial) = 0;
+};
+
+}  // namespace gorbex

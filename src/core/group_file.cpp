@@ -1,0 +1,95 @@
+#include "core/group_file.h"
+
+#include <algorithm>
+
+#include "core/file_tools.h"
+#include "core/text.h"
+#include "platform/code_page.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+namespace {
+
+bool IsProjectLine(std::string_view key) {
+  return EqualsIgnoringCase(key, "Project") || EqualsIgnoringCase(key, "StartupProject");
+}
+
+std::vector<FolderEntry> ListOrNothing(const FileReader& files, const std::string& folder) {
+  try {
+    return files.List(folder);
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
+void Collect(const std::string& folder, const std::vector<FolderEntry>& entries,
+             std::vector<std::string>& projects, std::vector<std::string>& folders) {
+  for (const FolderEntry& entry : entries) {
+    const std::string path = JoinPath(folder, entry.name);
+    if (entry.isFolder) {
+      if (!entry.isLink) folders.push_back(path);
+    } else if (LowerCase(entry.name).ends_with(".vbp")) {
+      projects.push_back(path);
+    }
+  }
+}
+
+}  // namespace
+
+std::string ResolvedPath(std::string_view folder, std::string_view path) {
+  std::vector<std::string_view> parts;
+  const bool absolute = path.size() > 1 && (path[1] == ':' || path.starts_with("\\\\"));
+  if (!absolute) parts = Split(folder, '\\');
+  for (const auto part : Split(path, '\\')) {
+    if (part == ".." && parts.size() > 1) {
+      parts.pop_back();
+    } else if (part != "." && part != "..") {
+      parts.push_back(part);
+    }
+  }
+  std::string resolved;
+  for (std::size_t i = 0; i < parts.size(); ++i)
+    resolved.append(i == 0 ? "" : "\\").append(parts[i]);
+  return resolved;
+}
+
+std::vector<std::string> ProjectsInGroup(const std::string& groupPath, std::string_view text) {
+  const std::string folder = StripPath(groupPath);
+  std::vector<std::string> projects;
+  for (auto line : Split(text, '\n')) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    const auto equals = line.find('=');
+    if (equals == std::string_view::npos || !IsProjectLine(line.substr(0, equals))) continue;
+    const auto path = TrimBlanks(line.substr(equals + 1));
+    if (!path.empty()) projects.push_back(ResolvedPath(folder, path));
+  }
+  return projects;
+}
+
+std::vector<std::string> ProjectsInFolder(const FileReader& files, const std::string& folder) {
+  std::vector<std::string> projects;
+  std::vector<std::string> folders;
+  Collect(folder, files.List(folder), projects, folders);
+  while (!folders.empty()) {
+    const std::string next = std::move(folders.back());
+    folders.pop_back();
+    Collect(next, ListOrNothing(files, next), projects, folders);
+  }
+  std::sort(projects.begin(), projects.end(),
+            [](const std::string& a, const std::string& b) { return LowerCase(a) < LowerCase(b); });
+  return projects;
+}
+
+std::string WithCrLf(std::string_view text) {
+  std::string result;
+  result.reserve(text.size() + text.size() / 16);
+  char before = '\0';
+  for (const char letter : text) {
+    if (letter == '\n' && before != '\r') result += '\r';
+    result += letter;
+    before = letter;
+  }
+  return result;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// The full paths of the projects that a group file (.vbg) of that path and text names, in file
+/// order.
+[[nodiscard]] std::vector<std::string> ProjectsInGroup(const std::string& groupPath,
+                                                       std::string_view text);
+
+/// The full paths of all .vbp files in a folder and below it, sorted without regard to letter case.
+/// Links to folders are not followed. Errors as FileReader::List for the folder itself; a folder
+/// below it that cannot be read is passed over.
+[[nodiscard]] std::vector<std::string> ProjectsInFolder(const FileReader& files,
+                                                        const std::string& folder);
+
+/// A path with "." and ".." resolved; a relative one starts from the folder.
+[[nodiscard]] std::string ResolvedPath(std::string_view folder, std::string_view path);
+
+/// A text whose line feeds all have a carriage return before them.
+[[nodiscard]] std::string WithCrLf(std::string_view text);
+
+}  // namespace gorbex

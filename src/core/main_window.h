@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/list_view.h"
+#include "core/main_menu.h"
+#include "core/member.h"
+#include "core/property.h"
+#include "core/tree_view.h"
+
+namespace gorbex {
+
+enum class MousePointer { Default, Hourglass };
+
+/// Fires every `interval` milliseconds while enabled; never with an interval of 0.
+struct Timer {
+  Property<bool> enabled{false};
+  Property<int> interval{0};
+};
+
+struct TextBox {
+  Property<std::string> text;
+  Property<bool> visible{false};
+};
+
+/// The state of the main window: what front ends draw and what lasts while the program runs. It
+/// holds no rule; the rules work on it.
+struct frmBuilder {
+  Property<std::string> caption;
+  MainMenu menu;
+  TreeView tvwProjects;
+  ListView lvwData;
+  ListView lvwQueue;
+  Property<std::string> stbStatus;  ///< the first panel
+  TextBox txtLogFile;
+  Timer tmrOutlook;
+  Property<MousePointer> mousePointer{MousePointer::Default};
+
+  Property<std::string> lblCompatability;
+  Property<std::string> lblFilename;
+  Property<std::string> lblProjectName;
+  Property<std::string> lblVersion;
+  Property<std::string> lblBinary;
+
+  MemberCollection ProjectMembers;
+  bool ProjectChanged = false;
+
+  std::string fileName;            ///< the open build project file; empty while it has none
+  std::string compilerPath;        ///< empty while no compiler is known
+  std::string buildDirectory;      ///< empty for each project's own output folder
+  std::string resultLogPath;       ///< in double quotes; empty before the first compile
+  std::string registrationScript;  ///< of the last build
+  std::string IniPath;             ///< source-control initialisation file
+  std::string UserName;            ///< of the last source-control login
+
+  /// Shows a text in the first panel of the status bar.
+  void SetStatus(std::string_view text) { stbStatus.Set(std::string(text)); }
+
+  /// Removes every project, queue row and detail row and adds the tree's root.
+  void ClearBuildProject();
+};
+
+inline constexpr std::string_view kRootKey = "root";
+
+}  // namespace gorbex

@@ -1,0 +1,44 @@
+#include "core/member.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+
+const clsMember& MemberCollection::Add(clsMember member) {
+  if (Contains(member.path)) throw RuntimeError(ErrorNumber::DuplicateKey, member.path);
+  auto& record = *members_.emplace_back(std::make_unique<clsMember>(std::move(member)));
+  byPath_.emplace(record.path, &record);
+  added.Emit(record);
+  return record;
+}
+
+void MemberCollection::Remove(const std::string& path) {
+  const auto found = byPath_.find(path);
+  if (found == byPath_.end()) throw RuntimeError(ErrorNumber::InvalidCall, path);
+  const clsMember* record = found->second;
+  removing.Emit(*record);
+  byPath_.erase(found);
+  std::erase_if(members_, [&](const auto& held) { return held.get() == record; });
+}
+
+void MemberCollection::Clear() {
+  byPath_.clear();
+  members_.clear();
+  cleared.Emit();
+}
+
+const clsMember* MemberCollection::Find(const std::string& path) const {
+  const auto found = byPath_.find(path);
+  return found == byPath_.end() ? nullptr : found->second;
+}
+
+const clsMember& MemberCollection::Item(const std::string& path) const {
+  const clsMember* record = Find(path);
+  if (record == nullptr) throw RuntimeError(ErrorNumber::InvalidCall, path);
+  return *record;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "core/dialogs.h"
+#include "core/signal.h"
+
+namespace gorbex {
+
+/// The front end's dialogs, with every message and its answer announced to those who keep a record.
+class ObservedDialogs : public Dialogs {
+ public:
+  explicit ObservedDialogs(Dialogs& frontEnd) : frontEnd_(frontEnd) {}
+
+  Answer Show(const Message& message) override {
+    const Answer answer = frontEnd_.Show(message);
+    answered.Emit(message, answer);
+    return answer;
+  }
+  std::optional<std::string> OpenFile(const FileChoice& choice) override {
+    return frontEnd_.OpenFile(choice);
+  }
+  std::optional<std::string> SaveFile(const FileChoice& choice) override {
+    return frontEnd_.SaveFile(choice);
+  }
+  std::optional<std::string> ChooseFolder(const std::string& title) override {
+    return frontEnd_.ChooseFolder(title);
+  }
+  std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override {
+    return frontEnd_.Input(prompt, initial);
+  }
+
+  Signal<Message, Answer> answered;
+
+ private:
+  Dialogs& frontEnd_;
+};
+
+}  // namespace gorbex

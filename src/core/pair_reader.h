@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace gorbex {
+
+struct Pair {
+  std::string_view key;
+  std::string_view value;
+};
+
+/// Takes a text apart into key=value pairs in one pass. The key is everything up to the next "=",
+/// so a line without "=" stays glued to the front of the key behind it; the value runs to the next
+/// carriage return, or to the end of the text. The text must outlive the pairs.
+class PairReader {
+ public:
+  explicit PairReader(std::string_view text) : rest_(text) {}
+
+  /// Nothing when no "=" is left.
+  [[nodiscard]] std::optional<Pair> Next();
+
+ private:
+  std::string_view rest_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/member.h"
+
+namespace gorbex {
+
+/// The contents of a .vbp file: the record, and the lines that no rule of the program reads.
+struct ProjectFile {
+  clsMember member;
+  std::vector<std::string> properties;  ///< "key=value", key as written
+};
+
+/// Takes the text of a project file apart in one pass. `path` is the file's own Windows path.
+[[nodiscard]] ProjectFile ParseProjectFile(const std::string& path, std::string_view text);
+
+/// The source-control spec in the text of a binding file; empty when it names none.
+[[nodiscard]] std::string BoundProject(std::string_view bindingText);
+
+/// Why the compiler cannot load a project file of this text; nothing when it looks sound.
+[[nodiscard]] std::optional<std::string> ProjectFileProblem(std::string_view text);
+
+}  // namespace gorbex

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace gorbex {
+
+// A reference value is what stands behind "reference=" or "object=" in a project file: fields
+// separated by "#". Type libraries begin with "*\", control libraries with their GUID.
+
+/// The first "{" up to the first "}" after it, both included; empty when either is missing.
+[[nodiscard]] std::string_view GetGUID(std::string_view text);
+
+/// A field by 0-based number. Error 9 when the value has fewer.
+[[nodiscard]] std::string_view ReferenceField(std::string_view value, std::size_t number);
+
+[[nodiscard]] bool IsTypeLibraryReference(std::string_view value);
+
+/// The component file a reference value names; empty for a control line that names none. Error 9
+/// when the value has too few fields.
+[[nodiscard]] std::string_view ComponentPath(std::string_view value);
+
+}  // namespace gorbex

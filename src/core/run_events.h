@@ -1,0 +1,61 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <variant>
+
+#include "core/dialogs.h"
+#include "core/signal.h"
+
+namespace gorbex {
+
+enum class RunResult {
+  Refused,     ///< ended by "No" at the compatibility question
+  NoCompiler,  ///< there was nothing to compile with
+  Aborted,     ///< ended by Abort at an error report
+  Finished,
+};
+
+enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compile };
+
+/// What a build run announces, in the order it happens. Listeners only look on; none can change the
+/// run.
+struct RunStarted {
+  std::size_t projects;  ///< checked rows
+};
+struct ProjectStarted {
+  std::string path;
+  std::size_t number;  ///< from 1
+  std::size_t of;
+};
+struct StepStarted {
+  std::string path;
+  BuildStep step;
+};
+struct LogLine {
+  std::string text;
+};
+struct ProjectCompiled {
+  std::string path;
+  bool succeeded;
+  std::chrono::milliseconds duration;  ///< of all steps of the project
+  std::string log;                     ///< what the compiler wrote, empty when it wrote nothing
+  std::string problem;                 ///< why it wrote nothing, when the program knows
+};
+struct QuestionAnswered {
+  Message message;
+  Answer answer;
+};
+struct RunEnded {
+  RunResult result;
+  int built;
+  int errors;
+  std::chrono::milliseconds duration;
+};
+
+using RunEvent = std::variant<RunStarted, ProjectStarted, StepStarted, LogLine, ProjectCompiled,
+                              QuestionAnswered, RunEnded>;
+using RunEvents = Signal<RunEvent>;
+
+}  // namespace gorbex

@@ -1,0 +1,244 @@
+#include "core/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "platform/code_page.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::size_t kShortPattern = 32;
+
+std::size_t FindShort(std::string_view text, std::string_view lowered, std::size_t from) {
+  const auto found =
+      std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), lowered.begin(),
+                  lowered.end(), [](char a, char b) { return LowerCase(a) == b; });
+  return found == text.end() ? std::string_view::npos
+                             : static_cast<std::size_t>(found - text.begin());
+}
+
+// For each prefix of the pattern, the length of its longest proper border.
+std::vector<std::size_t> Borders(std::string_view pattern) {
+  std::vector<std::size_t> borders(pattern.size(), 0);
+  std::size_t length = 0;
+  for (std::size_t i = 1; i < pattern.size(); ++i) {
+    while (length > 0 && pattern[i] != pattern[length]) length = borders[length - 1];
+    if (pattern[i] == pattern[length]) ++length;
+    borders[i] = length;
+  }
+  return borders;
+}
+
+// Long patterns come from damaged or hostile files, so the worst case must stay linear.
+std::size_t FindLong(std::string_view text, std::string_view lowered, std::size_t from) {
+  const auto borders = Borders(lowered);
+  std::size_t matched = 0;
+  for (std::size_t i = from; i < text.size(); ++i) {
+    const char letter = LowerCase(text[i]);
+    while (matched > 0 && letter != lowered[matched]) matched = borders[matched - 1];
+    if (letter == lowered[matched]) ++matched;
+    if (matched == lowered.size()) return i + 1 - matched;
+  }
+  return std::string_view::npos;
+}
+
+bool IsDigit(char letter) {
+  return letter >= '0' && letter <= '9';
+}
+
+// Collects the characters of a decimal number, passing over the blanks that may stand between them.
+class NumberText {
+ public:
+  explicit NumberText(std::string_view text) : text_(text) {}
+
+  std::string Decimal() {
+    TakeOneOf("+-");
+    TakeDigits();
+    if (TakeOneOf(".")) TakeDigits();
+    TakeExponent();
+    return digits_;
+  }
+
+  char Peek() {
+    while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t' || text_[at_] == '\n')) {
+      ++at_;
+    }
+    return at_ < text_.size() ? text_[at_] : '\0';
+  }
+
+  void Skip() { ++at_; }
+
+ private:
+  bool TakeOneOf(std::string_view wanted) {
+    const char letter = Peek();
+    if (letter == '\0' || wanted.find(letter) == std::string_view::npos) return false;
+    if (letter != '+') digits_ += letter;
+    Skip();
+    return true;
+  }
+
+  void TakeDigits() {
+    while (IsDigit(Peek())) {
+      digits_ += Peek();
+      Skip();
+    }
+  }
+
+  void TakeExponent() {
+    const char letter = LowerCase(Peek());
+    if ((letter != 'e' && letter != 'd') ||
+        digits_.find_first_of("0123456789") == std::string::npos) {
+      return;
+    }
+    const std::string mantissa = digits_;
+    Skip();
+    digits_ += 'e';
+    TakeOneOf("+-");
+    if (IsDigit(Peek())) {
+      TakeDigits();
+    } else {
+      digits_ = mantissa;
+    }
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  std::string digits_;
+};
+
+std::optional<double> ParseDecimal(const std::string& digits) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (error == std::errc::result_out_of_range) {
+    const auto exponent = digits.find("e-");
+    if (exponent != std::string::npos) return 0.0;
+    throw RuntimeError(ErrorNumber::Overflow);
+  }
+  if (error != std::errc{}) return std::nullopt;
+  return value;
+}
+
+// "&HFF" and "&O17": up to 16 bits they are read as a signed 16-bit number, as the language does.
+double BasedNumber(NumberText& number) {
+  number.Skip();
+  const char base = LowerCase(number.Peek());
+  if (base != 'h' && base != 'o') return 0;
+  number.Skip();
+  std::string digits;
+  const std::string_view allowed = base == 'h' ? "0123456789abcdef" : "01234567";
+  while (allowed.find(LowerCase(number.Peek())) != std::string_view::npos) {
+    digits += LowerCase(number.Peek());
+    number.Skip();
+  }
+  std::uint32_t value = 0;
+  const auto [end, error] =
+      std::from_chars(digits.data(), digits.data() + digits.size(), value, base == 'h' ? 16 : 8);
+  if (error == std::errc::result_out_of_range) throw RuntimeError(ErrorNumber::Overflow);
+  if (value <= 0xFFFF && number.Peek() != '&') return static_cast<std::int16_t>(value);
+  return static_cast<std::int32_t>(value);
+}
+
+template <class Whole>
+Whole Rounded(double value) {
+  const double whole = std::nearbyint(value);
+  if (!(whole >= static_cast<double>(std::numeric_limits<Whole>::min()) &&
+        whole <= static_cast<double>(std::numeric_limits<Whole>::max()))) {
+    throw RuntimeError(ErrorNumber::Overflow);
+  }
+  return static_cast<Whole>(whole);
+}
+
+}  // namespace
+
+std::string_view TrimBlanks(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::vector<std::string_view> Split(std::string_view text, char separator) {
+  std::vector<std::string_view> fields;
+  if (text.empty()) return fields;
+  std::size_t start = 0;
+  for (auto end = text.find(separator); end != std::string_view::npos;
+       end = text.find(separator, start)) {
+    fields.push_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  fields.push_back(text.substr(start));
+  return fields;
+}
+
+std::string_view Field(const std::vector<std::string_view>& fields, std::size_t index) {
+  if (index >= fields.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  return fields[index];
+}
+
+std::string WithoutQuotes(std::string_view text) {
+  std::string plain(text);
+  std::erase(plain, '"');
+  return plain;
+}
+
+std::size_t FindIgnoringCase(std::string_view text, std::string_view wanted, std::size_t from) {
+  if (from > text.size()) return std::string_view::npos;
+  if (wanted.empty()) return from;
+  const std::string lowered = LowerCase(wanted);
+  return lowered.size() <= kShortPattern ? FindShort(text, lowered, from)
+                                         : FindLong(text, lowered, from);
+}
+
+bool ContainsIgnoringCase(std::string_view text, std::string_view wanted) {
+  return FindIgnoringCase(text, wanted) != std::string_view::npos;
+}
+
+double NumericValue(std::string_view text) {
+  NumberText number(text);
+  if (number.Peek() == '&') return BasedNumber(number);
+  return ParseDecimal(number.Decimal()).value_or(0);
+}
+
+std::int32_t ToLong(double value) {
+  return Rounded<std::int32_t>(value);
+}
+
+std::int16_t ToInteger(double value) {
+  return Rounded<std::int16_t>(value);
+}
+
+std::int32_t TextToLong(std::string_view text) {
+  const auto plain = TrimBlanks(text);
+  double value = 0;
+  const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+  if (error == std::errc::result_out_of_range) throw RuntimeError(ErrorNumber::Overflow);
+  if (error != std::errc{} || end != plain.data() + plain.size()) {
+    throw RuntimeError(ErrorNumber::TypeMismatch, text);
+  }
+  return ToLong(value);
+}
+
+std::string ShortestDecimal(double value) {
+  char buffer[512];
+  const auto [end, error] =
+      std::to_chars(std::begin(buffer), std::end(buffer), value, std::chars_format::fixed);
+  return {std::begin(buffer), end};
+}
+
+bool ToFlag(std::string_view text) {
+  const auto plain = TrimBlanks(text);
+  if (EqualsIgnoringCase(plain, "true")) return true;
+  if (EqualsIgnoringCase(plain, "false")) return false;
+  double value = 0;
+  const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+  if (error != std::errc{} || end != plain.data() + plain.size() || std::isnan(value)) {
+    throw RuntimeError(ErrorNumber::TypeMismatch, text);
+  }
+  return value != 0;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gorbex {
+
+inline constexpr std::string_view kLineBreak = "\r\n";
+
+/// Blanks alone are cut off; tabs and line ends are text.
+[[nodiscard]] std::string_view TrimBlanks(std::string_view text);
+
+/// The fields between the separators; an empty text has no field at all.
+[[nodiscard]] std::vector<std::string_view> Split(std::string_view text, char separator);
+
+/// The field at a 0-based index. Error 9 when there are fewer.
+[[nodiscard]] std::string_view Field(const std::vector<std::string_view>& fields,
+                                     std::size_t index);
+
+[[nodiscard]] std::string WithoutQuotes(std::string_view text);
+
+/// Position of the first occurrence at or after `from` without regard to letter case; npos when
+/// there is none. Time grows with the sum of both lengths at most.
+[[nodiscard]] std::size_t FindIgnoringCase(std::string_view text, std::string_view wanted,
+                                           std::size_t from = 0);
+
+[[nodiscard]] bool ContainsIgnoringCase(std::string_view text, std::string_view wanted);
+
+/// The number at the start of a text: blanks skipped, sign, decimals, exponent, &H and &O; 0 when
+/// there is none. Error 6 when it is too large for a double.
+[[nodiscard]] double NumericValue(std::string_view text);
+
+/// A double as a whole number, halves to even. Error 6 when it does not fit.
+[[nodiscard]] std::int32_t ToLong(double value);
+[[nodiscard]] std::int16_t ToInteger(double value);
+
+/// A text that is a number from end to end as a whole number. Errors: 13 no number, 6 too large.
+[[nodiscard]] std::int32_t TextToLong(std::string_view text);
+
+/// A double in its shortest decimal form ("10", "1.5").
+[[nodiscard]] std::string ShortestDecimal(double value);
+
+/// "True" or "False" in any letter case, or a number (zero is false). Error 13 for anything else.
+[[nodiscard]] bool ToFlag(std::string_view text);
+
+[[nodiscard]] inline std::string FlagText(bool flag) {
+  return flag ? "True" : "False";
+}
+
+}  // namespace gorbex
