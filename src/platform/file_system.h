@@ -32,6 +32,7 @@ struct FileInfo {
 struct FolderEntry {
   std::string name;
   bool isFolder = false;
+  bool isLink = false;  ///< a link to a file or folder that stands elsewhere
 };
 
 /// The right to look at files. All paths are Windows paths in the code page's bytes; letter case
