@@ -1,5 +1,7 @@
 #include "analysis/build_queue.h"
 
+#include <algorithm>
+#include <memory>
 #include <numeric>
 #include <utility>
 
@@ -10,6 +12,13 @@ namespace gorbex {
 namespace {
 
 enum Column : std::size_t { kProject = 1, kDependency, kCompatibility, kBuilt };
+
+std::unique_ptr<ListRow> MadeAnew(const ListRow& row) {
+  auto made = std::make_unique<ListRow>(row.Key(), "1", Image::VbProject);
+  made->SetSubItem(kProject, row.SubItem(kProject));
+  made->SetSubItem(kDependency, row.SubItem(kDependency));
+  return made;
+}
 
 }  // namespace
 
@@ -94,16 +103,11 @@ void BuildQueue::Apply(const QueueArrangement& plan, std::vector<std::size_t>& s
   }
   ListView::Storage rows;
   for (const std::size_t number : plan.Order()) {
-    auto row = std::move(byNumber[number]);
-    if (plan.Moved(number)) {
-      auto moved = std::make_unique<ListRow>(row->Key(), "1", Image::VbProject);
-      moved->SetSubItem(kProject, row->SubItem(kProject));
-      moved->SetSubItem(kDependency, row->SubItem(kDependency));
-      row = std::move(moved);
-    }
+    std::unique_ptr<ListRow>& row = byNumber[number];
+    rows.push_back(plan.Moved(number) ? MadeAnew(*row) : std::move(row));
     const std::size_t link = plan.LinkOf(number);
-    row->SetTag(link == 0 ? "" : std::to_string(link));
-    rows.push_back(std::move(row));
+    if (link != 0) rows.back()->SetTag(std::to_string(link));
+    if (!plan.Linked(number)) rows.back()->SetTag("");
   }
   shown = plan.Order();
   window_.lvwQueue.PutRows(std::move(rows));

@@ -104,6 +104,7 @@ bool QueueArrangement::MoveLinked(const RowLost& rowLost) {
 
 // Moves a row that waits at a place, and makes it the place behind which the scan goes on.
 bool QueueArrangement::Move(std::size_t row, std::size_t& place, const RowLost& rowLost) {
+  const std::size_t below = next_[row];
   TakeOut(row);
   linked_[row] = false;
   std::size_t upper = dependency_[row];
@@ -112,7 +113,8 @@ bool QueueArrangement::Move(std::size_t row, std::size_t& place, const RowLost& 
     present_[row] = false;
     --count_;
     EndPhase();
-    ++place;
+    // The scan goes on behind the row that took the lost one's position.
+    place = below == present_.size() ? below : place_[below] + 1;
     return rowLost(row);
   }
   if (append) upper = previous_[present_.size()];

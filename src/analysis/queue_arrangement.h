@@ -40,8 +40,11 @@ class QueueArrangement {
   [[nodiscard]] const std::vector<std::size_t>& Order() const { return order_; }
   [[nodiscard]] bool Moved(std::size_t row) const { return moved_[row]; }
 
-  /// The 1-based position of the dependency when the row was last linked; 0 for a row not linked
-  /// now.
+  /// True while a row waits to be moved.
+  [[nodiscard]] bool Linked(std::size_t row) const { return linked_[row]; }
+
+  /// The 1-based position of the dependency when a linked row was last linked; 0 for a row not
+  /// linked, or linked by an earlier arrangement alone.
   [[nodiscard]] std::size_t LinkOf(std::size_t row) const;
 
  private:

@@ -34,10 +34,9 @@ Verdict ReferenceResolution::RefType(std::string_view guid, std::string_view ver
       verdict.image = Image::InvalidReference;
       return;
     }
-    on([&] { verdict.registryPath = LowerCase(LibraryPath(guid, version)); });
-    if (on([&] {
-          return verdict.registryPath.empty() || !FileExists(files_, verdict.registryPath);
-        })) {
+    const std::string library = on([&] { return LibraryPath(guid, version); });
+    verdict.registryPath = LowerCase(library);
+    if (on([&] { return library.empty() || !FileExists(files_, library); })) {
       verdict.text = "No Path for this GUID in registry";
       verdict.image = Image::InvalidReference;
       return;

@@ -24,12 +24,13 @@ std::string Replaced(std::string_view text, std::string_view oldText, std::strin
 
 void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
   Procedure(report_, ": frmBuilder.UpdateProjectReferences").Run([&](Procedure& on) {
-    const clsMember* project = on([&] { return &window_.ProjectMembers.Item(projectKey); });
-    if (project == nullptr) return;
+    // Copies, since an error report lets other commands run that may change model and queue.
+    const auto project =
+        on([&] { return std::make_optional(window_.ProjectMembers.Item(projectKey)); });
+    if (!project.has_value()) return;
     std::vector<Change> changes;
-    for (const auto& row : window_.lvwQueue.Rows()) {
-      if (row->SubItem(1) == projectKey) break;
-      FollowProject(on, *project, row->SubItem(1), changes);
+    for (const std::string& earlier : ProjectsAbove(projectKey)) {
+      FollowProject(on, *project, earlier, changes);
     }
     for (const std::string& file : project->Members) {
       for (const auto& [oldText, newText] : changes) {
@@ -39,16 +40,25 @@ void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
   });
 }
 
+std::vector<std::string> ReferenceUpdate::ProjectsAbove(const std::string& projectKey) const {
+  std::vector<std::string> above;
+  for (const auto& row : window_.lvwQueue.Rows()) {
+    if (row->SubItem(1) == projectKey) break;
+    above.push_back(row->SubItem(1));
+  }
+  return above;
+}
+
 void ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
                                     const std::string& earlier, std::vector<Change>& changes) {
-  const clsMember* built = on([&] { return &window_.ProjectMembers.Item(earlier); });
-  if (built == nullptr || built->EXEName.empty()) return;
+  const std::string exeName = on([&] { return window_.ProjectMembers.Item(earlier).EXEName; });
+  if (exeName.empty()) return;
   for (const std::string& entry : project.Refs) {
-    if (!ContainsIgnoringCase(entry, built->EXEName)) continue;
+    if (!ContainsIgnoringCase(entry, exeName)) continue;
     const std::string oldGuid(GetGUID(entry));
     const auto newGuid = on(
-        [&] { return std::optional(RegisteredIdentity(window_.buildDirectory + built->EXEName)); });
-    if (!newGuid || *newGuid == oldGuid) continue;
+        [&] { return std::make_optional(RegisteredIdentity(window_.buildDirectory + exeName)); });
+    if (!newGuid.has_value() || *newGuid == oldGuid) continue;
     changes.emplace_back(oldGuid, *newGuid);
     on([&] { ReplaceInFile(project.path, oldGuid, *newGuid); });
   }

@@ -36,6 +36,7 @@ class ReferenceUpdate {
  private:
   using Change = std::pair<std::string, std::string>;  ///< old and new identity
 
+  [[nodiscard]] std::vector<std::string> ProjectsAbove(const std::string& projectKey) const;
   void FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
                      std::vector<Change>& changes);
   [[nodiscard]] std::string RegisteredIdentity(const std::string& componentFile) const;

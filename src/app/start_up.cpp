@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/text.h"
+
 namespace gorbex {
 namespace {
 
@@ -54,7 +56,7 @@ void StartUp::Form_Load() {
     on([&] { uses_.options.LoadSettings(); });
     if (!commandLine.empty() && commandLine != "show") OpenNamedProject(on, commandLine);
     uses_.options.Interval = std::min(uses_.options.Interval, kLongestInterval);
-    on([&] { window.tmrOutlook.interval.Set(uses_.options.Interval * 1000); });
+    on([&] { window.tmrOutlook.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
     if (uses_.options.AutoStart) on([&] { window.menu.mnuToolsInBox.Execute(); });
   });
 }

@@ -92,51 +92,57 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   const std::size_t count = window.lvwQueue.Count();
   std::size_t number = 0;
   for (std::size_t i = 1; i <= count; ++i) {
-    ListRow* row = on([&] { return &window.lvwQueue.At(i); });
+    const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
     if (row == nullptr || !row->Checked()) continue;
-    events.Emit(ProjectStarted{row->SubItem(1), ++number, checked});
-    if (BuildRow(on, *row, counters) == Pass::Stop) break;
+    const std::string path = row->SubItem(1);
+    events.Emit(ProjectStarted{path, ++number, checked});
+    if (BuildProject(on, path, counters) == Pass::Stop) break;
   }
   on([&] { uses_.script.End(); });
   on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
 }
 
-BuildRun::Pass BuildRun::BuildRow(Procedure& on, ListRow& row, Counters& counters) {
+ListRow& BuildRun::RowOf(const std::string& path) const {
+  ListRow* row = uses_.window.lvwQueue.Find(path);
+  if (row == nullptr) throw RuntimeError(ErrorNumber::ElementNotFound, path);
+  return *row;
+}
+
+BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Counters& counters) {
   frmBuilder& window = uses_.window;
   const auto start = uses_.clock.Elapsed();
-  const std::string path = row.SubItem(1);
-  on([&] { row.SetIcon(Image::Building); });
-  on([&] { row.EnsureVisible(); });
+  on([&] { RowOf(path).SetIcon(Image::Building); });
+  on([&] { RowOf(path).EnsureVisible(); });
   on([&] { window.lvwQueue.Refresh(); });
   on([&] { window.SetStatus("Building " + path); });
-  const clsMember* member = on([&] { return &window.ProjectMembers.Item(path); });
+  const std::string exeName = on([&] { return window.ProjectMembers.Item(path).EXEName; });
   ++counters.built;
 
-  DebugValues kept;
-  Prepare(on, path, kept);
+  const auto kept = Prepare(on, path);
   events.Emit(StepStarted{path, BuildStep::Compile});
   const bool succeeded = on([&] { return uses_.compile.CompileProject(path, ""); });
   on([&] {
     uses_.log.WriteLog(std::string("Build was ") + (succeeded ? "Succesfull" : "Unsuccesfull"));
   });
   on([&] { uses_.events.DoEvents(); });
-  Record(on, row, member, succeeded, counters);
-  if (DebugBuildIsOn()) WriteDebugValues(on, path, kept);
+  Record(on, path, exeName, succeeded, counters);
+  if (DebugBuildIsOn() && kept) WriteDebugValues(on, path, *kept);
   events.Emit(ProjectCompiled{path, succeeded, uses_.clock.Elapsed() - start,
                               uses_.compile.LastResult(), uses_.compile.LastProblem()});
   if (succeeded || !uses_.options.StopProcessing) return Pass::GoOn;
   return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
 }
 
-void BuildRun::Prepare(Procedure& on, const std::string& path, DebugValues& kept) {
+std::optional<BuildRun::DebugValues> BuildRun::Prepare(Procedure& on, const std::string& path) {
   const clsOptions& options = uses_.options;
+  std::optional<DebugValues> kept;
   if (options.GetLatest) GetLatest(on, path);
   if (!options.Compatible) {
     events.Emit(StepStarted{path, BuildStep::Compatibility});
     on([&] { uses_.log.WriteLog("Breaking compatability on " + path); });
     on([&] { uses_.values.WriteProjectValue(path, "CompatibleMode", "\"0\""); });
   }
-  if (DebugBuildIsOn()) SetDebugValues(on, path, kept);
+  if (DebugBuildIsOn()) kept = SetDebugValues(on, path);
   if (options.ChangeRefs) {
     events.Emit(StepStarted{path, BuildStep::References});
     on([&] { uses_.references.UpdateProjectReferences(path); });
@@ -146,6 +152,7 @@ void BuildRun::Prepare(Procedure& on, const std::string& path, DebugValues& kept
     events.Emit(StepStarted{path, BuildStep::Version});
     uses_.version.Stamp(on, path);
   }
+  return kept;
 }
 
 void BuildRun::GetLatest(Procedure& on, const std::string& path) {
@@ -159,14 +166,14 @@ bool BuildRun::DebugBuildIsOn() const {
   return EqualsIgnoringCase(uses_.options.DebugBuild, "true");
 }
 
-void BuildRun::SetDebugValues(Procedure& on, const std::string& path, DebugValues& kept) {
+BuildRun::DebugValues BuildRun::SetDebugValues(Procedure& on, const std::string& path) {
   events.Emit(StepStarted{path, BuildStep::Debug});
   const auto read = [&](std::string_view key) {
     return on([&] { return ToLong(NumericValue(uses_.values.ReadProjectValue(path, key))); });
   };
-  kept.optimization = read(kOptimizationKey);
-  kept.debugInfo = read(kDebugInfoKey);
+  const DebugValues kept{read(kOptimizationKey), read(kDebugInfoKey)};
   WriteDebugValues(on, path, {2, -1});
+  return kept;
 }
 
 void BuildRun::WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values) {
@@ -177,17 +184,16 @@ void BuildRun::WriteDebugValues(Procedure& on, const std::string& path, const De
   write(kDebugInfoKey, values.debugInfo);
 }
 
-void BuildRun::Record(Procedure& on, ListRow& row, const clsMember* member, bool succeeded,
-                      Counters& counters) {
+void BuildRun::Record(Procedure& on, const std::string& path, const std::string& exeName,
+                      bool succeeded, Counters& counters) {
   if (!succeeded) {
-    on([&] { row.SetIcon(Image::BuildError); });
+    on([&] { RowOf(path).SetIcon(Image::BuildError); });
     --counters.built;
     ++counters.errors;
     return;
   }
-  on([&] { row.SetIcon(Image::BuildOk); });
-  if (member == nullptr) return;
-  on([&] { uses_.script.AddComponent(uses_.window.buildDirectory, member->EXEName); });
+  on([&] { RowOf(path).SetIcon(Image::BuildOk); });
+  on([&] { uses_.script.AddComponent(uses_.window.buildDirectory, exeName); });
 }
 
 bool BuildRun::AskToGoOn(const std::string& path) {

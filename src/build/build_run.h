@@ -70,12 +70,18 @@ class BuildRun {
   [[nodiscard]] bool AskAboutCompatibility();
   void RestoreMailTimer();
   void BuildQueueRows(Procedure& on, Counters& counters);
-  [[nodiscard]] Pass BuildRow(Procedure& on, ListRow& row, Counters& counters);
-  void Prepare(Procedure& on, const std::string& path, DebugValues& kept);
+  [[nodiscard]] Pass BuildProject(Procedure& on, const std::string& path, Counters& counters);
+
+  /// The queue may change while a compile lets the user act, so a row is never held across steps.
+  /// Error 35601 when it was removed meanwhile.
+  [[nodiscard]] ListRow& RowOf(const std::string& path) const;
+
+  /// Gives what a debug build replaced; nothing without one.
+  [[nodiscard]] std::optional<DebugValues> Prepare(Procedure& on, const std::string& path);
   void GetLatest(Procedure& on, const std::string& path);
-  void SetDebugValues(Procedure& on, const std::string& path, DebugValues& kept);
+  [[nodiscard]] DebugValues SetDebugValues(Procedure& on, const std::string& path);
   void WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values);
-  void Record(Procedure& on, ListRow& row, const clsMember* member, bool succeeded,
+  void Record(Procedure& on, const std::string& path, const std::string& exeName, bool succeeded,
               Counters& counters);
   [[nodiscard]] bool AskToGoOn(const std::string& path);
   void Summarise(Procedure& on, const Counters& counters);

@@ -20,8 +20,7 @@ void VersionStamp::Stamp(Procedure& on, const std::string& projectPath) {
 
 bool VersionStamp::Wanted(Procedure& on, const std::string& projectPath) {
   const std::int32_t existing = on([&] { return ExistingVersion(projectPath); });
-  const std::int32_t requested =
-      on([&] { return ComparedVersion(options_.Major(), options_.Minor(), options_.Revision()); });
+  const std::int32_t requested = on([&] { return RequestedVersion(); });
   return existing <= requested || on([&] { return AskToStepBack(); });
 }
 
@@ -32,6 +31,12 @@ std::int32_t VersionStamp::ExistingVersion(const std::string& projectPath) {
   const double major = part("MajorVer");
   const double minor = part("MinorVer");
   return ComparedVersion(major, minor, part("RevisionVer"));
+}
+
+std::int32_t VersionStamp::RequestedVersion() const {
+  const std::int32_t major = options_.Major();
+  const std::int32_t minor = options_.Minor();
+  return ComparedVersion(major, minor, options_.Revision());
 }
 
 bool VersionStamp::AskToStepBack() {

@@ -27,6 +27,7 @@ class VersionStamp {
  private:
   [[nodiscard]] bool Wanted(Procedure& on, const std::string& projectPath);
   [[nodiscard]] std::int32_t ExistingVersion(const std::string& projectPath);
+  [[nodiscard]] std::int32_t RequestedVersion() const;
   [[nodiscard]] bool AskToStepBack();
 
   ProjectValue& values_;

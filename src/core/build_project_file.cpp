@@ -145,8 +145,9 @@ void BuildProjectFile::SetTitle(const std::string& path) {
 }
 
 bool BuildProjectFile::OpenProject(const std::string& path) {
-  if (!LoadProject(path)) return false;
-  SetTitle(path);
+  const bool loaded = LoadProject(path);
+  SetTitle(uses_.window.fileName);
+  if (!loaded) return false;
   uses_.window.ProjectChanged = false;
   return true;
 }

@@ -37,7 +37,7 @@ class BuildProjectFile {
   /// what was loaded so far stays, and the build project then has no file name.
   bool LoadProject(const std::string& path);
 
-  /// Loads a file and shows it in the title. False as LoadProject.
+  /// Loads a file and shows what is then open in the title. False as LoadProject.
   bool OpenProject(const std::string& path);
 
   /// Writes the file and moves it to the top of the recent files. False when an error was answered

@@ -80,7 +80,7 @@ class ListView {
   [[nodiscard]] const Storage& Rows() const { return rows_; }
 
   /// All rows at once, for a new order of many rows: put back what was taken, announced as one
-  /// change.
+  /// change. A row left out must live until then; if it was selected, nothing is afterwards.
   [[nodiscard]] Storage TakeRows();
   void PutRows(Storage rows);
 

@@ -20,13 +20,15 @@ class ProjectFileParser {
 
   ProjectFile Parse(std::string_view text) {
     PairReader pairs(text);
-    while (const auto pair = pairs.Next()) Take(pair->key, WithoutQuotes(pair->value));
+    for (auto pair = pairs.Next(); pair.has_value(); pair = pairs.Next()) {
+      Take(pair->key, WithoutQuotes(pair->value));
+    }
     file_.member.Version = major_ + "." + minor_ + "." + revision_;
     return std::move(file_);
   }
 
  private:
-  using Handler = void (ProjectFileParser::*)(std::string value);
+  using Handler = void (ProjectFileParser::*)(std::string&& value);
   using Row = std::pair<std::string_view, Handler>;
 
   void Take(std::string_view key, std::string value) {
@@ -66,22 +68,22 @@ class ProjectFileParser {
     return folder_ + "\\" + std::string(value);
   }
 
-  void TakeType(std::string value) { file_.member.MemberType = std::move(value); }
-  void TakeReference(std::string value) { file_.member.Refs.push_back(std::move(value)); }
-  void TakeObject(std::string value) { file_.member.Objects.push_back(std::move(value)); }
-  void TakeCompatibility(std::string value) { file_.member.Compatibility = std::move(value); }
-  void TakeMember(std::string value) { file_.member.Members.push_back(SourcePath(value)); }
-  void TakeUserControl(std::string value) {
+  void TakeType(std::string&& value) { file_.member.MemberType = std::move(value); }
+  void TakeReference(std::string&& value) { file_.member.Refs.push_back(std::move(value)); }
+  void TakeObject(std::string&& value) { file_.member.Objects.push_back(std::move(value)); }
+  void TakeCompatibility(std::string&& value) { file_.member.Compatibility = std::move(value); }
+  void TakeMember(std::string&& value) { file_.member.Members.push_back(SourcePath(value)); }
+  void TakeUserControl(std::string&& value) {
     file_.member.UserControls.push_back(GetFileFromPath(SourcePath(value)));
   }
-  void TakeName(std::string value) { file_.member.Name = std::move(value); }
-  void TakeExeName(std::string value) { file_.member.EXEName = std::move(value); }
-  void TakeOutputFolder(std::string value) {
+  void TakeName(std::string&& value) { file_.member.Name = std::move(value); }
+  void TakeExeName(std::string&& value) { file_.member.EXEName = std::move(value); }
+  void TakeOutputFolder(std::string&& value) {
     file_.member.BuildName = value + "\\" + file_.member.EXEName;
   }
-  void TakeMajor(std::string value) { major_ = std::move(value); }
-  void TakeMinor(std::string value) { minor_ = std::move(value); }
-  void TakeRevision(std::string value) { revision_ = std::move(value); }
+  void TakeMajor(std::string&& value) { major_ = std::move(value); }
+  void TakeMinor(std::string&& value) { minor_ = std::move(value); }
+  void TakeRevision(std::string&& value) { revision_ = std::move(value); }
 
   std::string folder_;
   ProjectFile file_;

@@ -45,7 +45,7 @@ struct ProjectCompiled {
 };
 struct QuestionAnswered {
   Message message;
-  Answer answer;
+  Answer answer = Answer::Ok;
 };
 struct RunEnded {
   RunResult result;

@@ -13,12 +13,11 @@ bool Shell::ShellAndWait(const std::string& commandLine) {
   const StartResult started = processes_.Start(commandLine);
   if (const auto* failure = std::get_if<RuntimeError>(&started)) throw *failure;
   const auto& process = std::get<std::unique_ptr<Process>>(started);
-  std::optional<std::uint32_t> exitCode;
-  do {
-    exitCode = process->ExitCode(kPatience);
+  for (;;) {
+    const auto exitCode = process->ExitCode(kPatience);
     events_.DoEvents();
-  } while (!exitCode);
-  return *exitCode == 0;
+    if (exitCode.has_value()) return *exitCode == 0;
+  }
 }
 
 }  // namespace gorbex

@@ -146,10 +146,9 @@ double BasedNumber(NumberText& number) {
 template <class Whole>
 Whole Rounded(double value) {
   const double whole = std::nearbyint(value);
-  if (!(whole >= static_cast<double>(std::numeric_limits<Whole>::min()) &&
-        whole <= static_cast<double>(std::numeric_limits<Whole>::max()))) {
-    throw RuntimeError(ErrorNumber::Overflow);
-  }
+  const bool fits = whole >= static_cast<double>(std::numeric_limits<Whole>::min()) &&
+                    whole <= static_cast<double>(std::numeric_limits<Whole>::max());
+  if (!fits) throw RuntimeError(ErrorNumber::Overflow);
   return static_cast<Whole>(whole);
 }
 
@@ -186,7 +185,7 @@ std::string WithoutQuotes(std::string_view text) {
 }
 
 std::size_t FindIgnoringCase(std::string_view text, std::string_view wanted, std::size_t from) {
-  if (from > text.size()) return std::string_view::npos;
+  if (from > text.size() || wanted.size() > text.size() - from) return std::string_view::npos;
   if (wanted.empty()) return from;
   const std::string lowered = LowerCase(wanted);
   return lowered.size() <= kShortPattern ? FindShort(text, lowered, from)
@@ -216,7 +215,7 @@ std::int32_t TextToLong(std::string_view text) {
   double value = 0;
   const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
   if (error == std::errc::result_out_of_range) throw RuntimeError(ErrorNumber::Overflow);
-  if (error != std::errc{} || end != plain.data() + plain.size()) {
+  if (error != std::errc{} || end != plain.data() + plain.size() || !std::isfinite(value)) {
     throw RuntimeError(ErrorNumber::TypeMismatch, text);
   }
   return ToLong(value);
@@ -235,7 +234,7 @@ bool ToFlag(std::string_view text) {
   if (EqualsIgnoringCase(plain, "false")) return false;
   double value = 0;
   const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
-  if (error != std::errc{} || end != plain.data() + plain.size() || std::isnan(value)) {
+  if (error != std::errc{} || end != plain.data() + plain.size() || !std::isfinite(value)) {
     throw RuntimeError(ErrorNumber::TypeMismatch, text);
   }
   return value != 0;

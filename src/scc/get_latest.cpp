@@ -15,7 +15,8 @@ constexpr std::uint32_t kGet = 0x4000000;
 
 bool GetLatest::GetLatestForProject(const std::string& projectKey) {
   session_.LoginToSourceSafe();
-  const std::string& spec = window_.ProjectMembers.Item(projectKey).VSSProject;
+  // A copy: the client may let the user act, who may remove the project.
+  const std::string spec = window_.ProjectMembers.Item(projectKey).VSSProject;
   window_.SetStatus("Getting " + spec);
   // A project outside source control never stands in the way of the others.
   return spec.empty() || GetItem(spec);
@@ -25,12 +26,12 @@ bool GetLatest::GetItem(const std::string& spec) {
   std::unique_ptr<SourceControlItem> item;
   try {
     item = session_.VSSItem(spec);
-    if (item == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, spec);
   } catch (const RuntimeError& error) {
     window_.SetStatus("Failed GET : " + error.Description());
     return false;
   }
   try {
+    if (item == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, spec);
     item->Get(item->LocalSpec(), kRecursive + kKeep + kGet);
     return true;
   } catch (const RuntimeError& error) {

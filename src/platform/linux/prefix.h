@@ -1,9 +1,13 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
+
+#include "platform/linux/windows_path.h"
 
 namespace gorbex {
 
@@ -19,15 +23,24 @@ class Prefix {
                                       const Environment& environment);
 
   /// Lays the folder out when it is not there yet. Error 76 or 70 when it cannot be made.
-  explicit Prefix(std::filesystem::path root);
+  explicit Prefix(const std::filesystem::path& root);
 
   [[nodiscard]] const std::filesystem::path& Root() const { return root_; }
 
   /// True when Wine made it: the registry files of Wine stand in it.
   [[nodiscard]] bool IsWine() const;
 
-  /// The host path of what exists under the Windows path, found without regard to letter case: an
-  /// exact match first, then a look through the folder. Nothing when it does not exist or cannot.
+  /// A path of the host with what the host knows about it, symbolic links followed.
+  struct HostEntry {
+    std::string path;
+    struct stat info {};
+  };
+
+  /// What exists under the Windows path, found without regard to letter case: an exact match first,
+  /// then a look through the folder. Nothing when it does not exist or cannot.
+  [[nodiscard]] std::optional<HostEntry> Find(const std::string& windowsPath) const;
+
+  /// The host path alone of what Find finds.
   [[nodiscard]] std::optional<std::string> Existing(const std::string& windowsPath) const;
 
   /// As Existing, but the last component may be absent: where a new file of that name would go.
@@ -39,6 +52,10 @@ class Prefix {
   [[nodiscard]] std::string WindowsPath(const std::filesystem::path& hostPath) const;
 
  private:
+  [[nodiscard]] std::string StartOf(const ParsedPath& path) const;
+  [[nodiscard]] std::optional<HostEntry> Find(const ParsedPath& path) const;
+  void LayOut() const;
+
   std::filesystem::path root_;
 };
 

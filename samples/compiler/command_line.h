@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace gorbex::standin {
+
+enum class Task { Make, Run, Install, ShowIdentity };
+
+struct CommandLine {
+  Task task = Task::Make;
+  std::string project;
+  std::string resultLog;
+  std::string outputFolder;  ///< empty: the project's own
+  std::string constants;     ///< accepted for the command line's sake; no check depends on them
+  std::string name;          ///< the project name whose identity is asked for
+};
+
+struct UsageError {
+  std::string message;
+};
+
+/// Understands the arguments behind the program's name. The project may stand before or behind any
+/// switch; switches ignore letter case.
+[[nodiscard]] std::variant<CommandLine, UsageError> ParseCommandLine(
+    const std::vector<std::string>& arguments);
+
+}  // namespace gorbex::standin

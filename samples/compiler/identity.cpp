@@ -1,0 +1,66 @@
+#include "compiler/identity.h"
+
+#include <algorithm>
+#include <random>
+
+#include "compiler/sha1.h"
+#include "platform/code_page.h"
+
+namespace gorbex::standin {
+namespace {
+
+constexpr Uuid kProjectNames = {0x8D, 0xE7, 0x39, 0x36, 0xBB, 0x4D, 0x47, 0x0E,
+                                0x90, 0x13, 0x2A, 0x16, 0x1C, 0xC7, 0x4D, 0x0D};
+constexpr std::string_view kPattern = "{00000000-0000-0000-0000-000000000000}";
+constexpr std::string_view kDigits = "0123456789ABCDEF";
+
+void Stamp(Uuid& uuid, unsigned version) {
+  uuid[6] = static_cast<std::uint8_t>((uuid[6] & 0x0FU) | version << 4);
+  uuid[8] = static_cast<std::uint8_t>((uuid[8] & 0x3FU) | 0x80U);
+}
+
+}  // namespace
+
+Uuid NameBasedUuid(const Uuid& space, std::string_view name) {
+  std::string text(space.begin(), space.end());
+  text.append(name);
+  const auto digest = Sha1(text);
+  Uuid uuid{};
+  std::copy_n(digest.begin(), uuid.size(), uuid.begin());
+  Stamp(uuid, 5);
+  return uuid;
+}
+
+Uuid RandomUuid() {
+  std::random_device source;
+  Uuid uuid{};
+  for (auto& byte : uuid) byte = static_cast<std::uint8_t>(source());
+  Stamp(uuid, 4);
+  return uuid;
+}
+
+std::string BracedText(const Uuid& uuid) {
+  std::string text(kPattern);
+  std::size_t digit = 0;
+  for (char& letter : text) {
+    if (letter != '0') continue;
+    const unsigned byte = uuid[digit / 2];
+    letter = kDigits[digit % 2 == 0 ? byte >> 4 : byte & 0x0FU];
+    ++digit;
+  }
+  return text;
+}
+
+bool IsBracedUuid(std::string_view text) {
+  const std::string upper = UpperCase(text);
+  return std::equal(
+      upper.begin(), upper.end(), kPattern.begin(), kPattern.end(), [](char letter, char pattern) {
+        return pattern == '0' ? kDigits.find(letter) != std::string_view::npos : letter == pattern;
+      });
+}
+
+std::string FirstIdentity(std::string_view projectName) {
+  return BracedText(NameBasedUuid(kProjectNames, ToUtf8(LowerCase(projectName))));
+}
+
+}  // namespace gorbex::standin

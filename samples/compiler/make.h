@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/file_system.h"
+#include "platform/registry.h"
+
+namespace gorbex::standin {
+
+struct MakeResult {
+  bool built = false;
+  std::vector<std::string> lines;  ///< for the result log
+};
+
+/// Checks and builds one project; an empty output folder means the project's own. Only the first
+/// fault is told.
+[[nodiscard]] MakeResult Make(FileSystem& files, Registry& registry, const std::string& project,
+                              const std::string& outputFolder);
+
+}  // namespace gorbex::standin

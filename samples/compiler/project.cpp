@@ -1,0 +1,153 @@
+#include "compiler/project.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+
+#include "compiler/windows_path.h"
+#include "platform/code_page.h"
+
+namespace gorbex::standin {
+namespace {
+
+struct TypeRule {
+  std::string_view name;
+  ProjectType type;
+  std::string_view extension;
+};
+
+constexpr std::array kTypes = {
+    TypeRule{"Exe", ProjectType::Exe, ".exe"},
+    TypeRule{"OleDll", ProjectType::OleDll, ".dll"},
+    TypeRule{"OleExe", ProjectType::OleExe, ".exe"},
+    TypeRule{"Control", ProjectType::Control, ".ocx"},
+};
+
+struct ItemRule {
+  std::string_view key;
+  ProjectItem::Kind kind;
+};
+
+constexpr std::array kItems = {
+    ItemRule{"Class", ProjectItem::Kind::Source},
+    ItemRule{"Designer", ProjectItem::Kind::Source},
+    ItemRule{"Form", ProjectItem::Kind::Source},
+    ItemRule{"Module", ProjectItem::Kind::Source},
+    ItemRule{"Object", ProjectItem::Kind::Object},
+    ItemRule{"PropertyPage", ProjectItem::Kind::Source},
+    ItemRule{"Reference", ProjectItem::Kind::Reference},
+    ItemRule{"UserControl", ProjectItem::Kind::Source},
+    ItemRule{"UserDocument", ProjectItem::Kind::Source},
+};
+
+struct ValueRule {
+  std::string_view key;
+  std::string Project::*value;
+};
+
+constexpr std::array kValues = {
+    ValueRule{"CompatibleEXE32", &Project::compatibleFile},
+    ValueRule{"CompatibleMode", &Project::compatibleMode},
+    ValueRule{"Description", &Project::description},
+    ValueRule{"ExeName32", &Project::exeName},
+    ValueRule{"MajorVer", &Project::major},
+    ValueRule{"MinorVer", &Project::minor},
+    ValueRule{"Name", &Project::name},
+    ValueRule{"Path32", &Project::outputFolder},
+    ValueRule{"RevisionVer", &Project::revision},
+};
+
+std::string_view Unquoted(std::string_view value) {
+  const bool quoted = value.size() >= 2 && value.front() == '"' && value.back() == '"';
+  return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+// "modMain; modMain.bas" names the file behind the module.
+std::string_view FileOf(std::string_view value) {
+  const auto mark = value.find(';');
+  return Trimmed(mark == std::string_view::npos ? value : value.substr(mark + 1));
+}
+
+class ProjectReader {
+ public:
+  explicit ProjectReader(const std::string& path) {
+    project_.path = path;
+    project_.folder = FolderOf(path);
+  }
+
+  std::optional<Project> Read(std::string_view text) {
+    while (!text.empty()) {
+      const auto end = std::min(text.find("\r\n"), text.size());
+      const auto line = text.substr(0, end);
+      if (line.starts_with('[')) break;  // sections of add-ins may repeat the keys
+      TakeLine(line);
+      text.remove_prefix(std::min(end + 2, text.size()));
+    }
+    if (type_ == nullptr) return std::nullopt;
+    Complete();
+    return std::move(project_);
+  }
+
+ private:
+  void TakeLine(std::string_view line) {
+    const auto mark = line.find('=');
+    if (mark == std::string_view::npos) return;
+    const auto key = line.substr(0, mark);
+    const auto value = Unquoted(Trimmed(line.substr(mark + 1)));
+    if (EqualsIgnoringCase(key, "Type")) TakeType(value);
+    for (const auto& rule : kItems) {
+      if (EqualsIgnoringCase(key, rule.key)) TakeItem(rule.kind, value);
+    }
+    for (const auto& rule : kValues) {
+      if (EqualsIgnoringCase(key, rule.key)) project_.*rule.value = value;
+    }
+  }
+
+  void TakeType(std::string_view value) {
+    for (const auto& rule : kTypes) {
+      if (EqualsIgnoringCase(value, rule.name)) type_ = &rule;
+    }
+  }
+
+  void TakeItem(ProjectItem::Kind kind, std::string_view value) {
+    const bool isSource = kind == ProjectItem::Kind::Source;
+    project_.items.push_back({kind, std::string(isSource ? FileOf(value) : value)});
+  }
+
+  void Complete() {
+    project_.type = type_->type;
+    if (project_.name.empty()) {
+      const auto file = FileNameOf(project_.path);
+      project_.name = file.substr(0, file.rfind('.'));
+    }
+    project_.exeName = FileNameOf(project_.exeName);
+    if (project_.exeName.empty()) project_.exeName = project_.name + std::string(type_->extension);
+  }
+
+  Project project_;
+  const TypeRule* type_ = nullptr;
+};
+
+}  // namespace
+
+bool IsPlainText(std::string_view bytes) {
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] == '\0') return false;
+    if (bytes[i] == '\n' && (i == 0 || bytes[i - 1] != '\r')) return false;
+    if (bytes[i] == '\r' && (i + 1 == bytes.size() || bytes[i + 1] != '\n')) return false;
+  }
+  return true;
+}
+
+std::variant<Project, Fault> LoadProject(const FileReader& files, const std::string& path) {
+  if (!FileExists(files, path)) return FileNotFound(path);
+  const std::string text = files.Read(path);
+  if (text.empty()) return CouldNotBeLoaded(path, "the file is empty");
+  if (!IsPlainText(text)) return CouldNotBeLoaded(path, "it is not text with CR LF line ends");
+  auto project = ProjectReader(path).Read(text);
+  if (!project) return CouldNotBeLoaded(path, "it has no known project type");
+  return *std::move(project);
+}
+
+}  // namespace gorbex::standin

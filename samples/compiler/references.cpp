@@ -1,0 +1,101 @@
+#include "compiler/references.h"
+
+#include <charconv>
+#include <vector>
+
+#include "compiler/identity.h"
+#include "compiler/registration.h"
+#include "compiler/windows_path.h"
+#include "platform/code_page.h"
+
+namespace gorbex::standin {
+namespace {
+
+std::vector<std::string_view> Fields(std::string_view value) {
+  std::vector<std::string_view> fields;
+  for (;;) {
+    const auto end = value.find('#');
+    fields.push_back(value.substr(0, end));
+    if (end == std::string_view::npos) return fields;
+    value.remove_prefix(end + 1);
+  }
+}
+
+// One half of a version; nothing when it is not a whole number of 16 bits.
+std::optional<unsigned> Number(std::string_view text, int base) {
+  unsigned short number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+std::string Hexadecimal(unsigned number) {
+  char digits[8];
+  const auto end = std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr;
+  return {digits, end};
+}
+
+std::optional<std::string> RegistryVersion(std::string_view text, int base) {
+  const auto dot = text.find('.');
+  if (dot == std::string_view::npos) return std::nullopt;
+  const auto major = Number(text.substr(0, dot), base);
+  const auto minor = Number(text.substr(dot + 1), base);
+  if (!major || !minor) return std::nullopt;
+  return Hexadecimal(*major) + "." + Hexadecimal(*minor);
+}
+
+std::optional<LibraryReference> Reference(std::string_view guid, std::string_view version, int base,
+                                          std::string_view file) {
+  const auto registered = RegistryVersion(version, base);
+  if (!IsBracedUuid(guid) || !registered || file.empty()) return std::nullopt;
+  return LibraryReference{std::string(guid), *registered, std::string(file)};
+}
+
+// A reference to another project of the group: "*\APath.vbp".
+std::optional<std::string_view> ProjectReference(std::string_view value) {
+  if (!EqualsIgnoringCase(value.substr(0, 3), "*\\A")) return std::nullopt;
+  return value.substr(3);
+}
+
+// A number behind the file ("x.dll\3") is the place of the library inside it.
+std::string LibraryFile(const std::string& path) {
+  const auto last = FileNameOf(path);
+  return Number(last, 10) ? FolderOf(path) : path;
+}
+
+std::optional<Fault> CheckRegistered(const FileReader& files, const RegistryReader& registry,
+                                     const Project& project, const LibraryReference& library) {
+  const auto registered = RegisteredFile(registry, library.guid, library.version);
+  if (registered && FileExists(files, LibraryFile(*registered))) return std::nullopt;
+  return CouldNotBeLoaded(registered.value_or(Absolute(library.file, project.folder)));
+}
+
+}  // namespace
+
+std::optional<LibraryReference> ParseReference(std::string_view value) {
+  const auto fields = Fields(value);
+  if (fields.size() < 4 || !EqualsIgnoringCase(fields[0].substr(0, 3), "*\\G")) return std::nullopt;
+  return Reference(fields[0].substr(3), fields[1], 16, fields[3]);
+}
+
+std::optional<LibraryReference> ParseObject(std::string_view value) {
+  const auto fields = Fields(value);
+  if (fields.size() < 3) return std::nullopt;
+  const auto mark = fields[2].find(';');
+  if (mark == std::string_view::npos) return std::nullopt;
+  return Reference(fields[0], fields[1], 10, Trimmed(fields[2].substr(mark + 1)));
+}
+
+std::optional<Fault> CheckReference(const FileReader& files, const RegistryReader& registry,
+                                    const Project& project, const ProjectItem& item) {
+  if (const auto other = ProjectReference(item.value)) {
+    const auto path = Absolute(*other, project.folder);
+    return FileExists(files, path) ? std::nullopt : std::optional(FileNotFound(path));
+  }
+  const auto library =
+      item.kind == ProjectItem::Kind::Object ? ParseObject(item.value) : ParseReference(item.value);
+  if (!library) return NotAReference(item.value);
+  return CheckRegistered(files, registry, project, *library);
+}
+
+}  // namespace gorbex::standin

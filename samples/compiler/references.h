@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "compiler/project.h"
+#include "compiler/result_log.h"
+#include "platform/file_system.h"
+#include "platform/registry.h"
+
+namespace gorbex::standin {
+
+/// A type library as a project names it.
+struct LibraryReference {
+  std::string guid;
+  std::string version;  ///< as the registry writes it: hexadecimal
+  std::string file;
+};
+
+/// `*\G{GUID}#2e.0#0#path#description`; nothing when a field is missing or malformed.
+[[nodiscard]] std::optional<LibraryReference> ParseReference(std::string_view value);
+
+/// `{GUID}#2.0#0; FILE.OCX`, whose version is decimal.
+[[nodiscard]] std::optional<LibraryReference> ParseObject(std::string_view value);
+
+/// The first reference or control of the item that this machine cannot supply.
+[[nodiscard]] std::optional<Fault> CheckReference(const FileReader& files,
+                                                  const RegistryReader& registry,
+                                                  const Project& project, const ProjectItem& item);
+
+}  // namespace gorbex::standin

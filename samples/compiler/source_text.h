@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gorbex::standin {
+
+/// A line as the compiler takes it: continued lines joined, comments gone, texts emptied, split at
+/// ":". Numbers count from 0 in the code view, which shows neither header nor attributes.
+struct CodeLine {
+  std::size_t number = 0;
+  std::vector<std::string> statements;
+};
+
+/// The code of a source file; nothing when its header has no end. Of code compiled under a
+/// condition the first branch is read.
+[[nodiscard]] std::optional<std::vector<CodeLine>> CodeView(std::string_view file);
+
+/// The first word of a text in small letters; empty when the text begins with something else.
+[[nodiscard]] std::string FirstWord(std::string_view text);
+
+}  // namespace gorbex::standin

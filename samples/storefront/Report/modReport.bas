@@ -1,0 +1,17 @@
+Attribute VB_Name = "modReport"
+Option Explicit
+
+' Writes what each article of a catalogue costs, singly and by ten: StoreReport CATALOGUE
+
+Public Sub Main()
+    Dim objFile As New StoreCatalogue.CatalogueFile
+    Dim objReport As PriceReport
+
+    If Len(Command$) = 0 Then
+        MsgBox "Which catalogue?", vbInformation, App.Title
+        Exit Sub
+    End If
+    Set objReport = New PriceReport
+    objReport.Path = App.Path & "\prices.txt"
+    objReport.Create objFile.ReadArticles(Command$)
+End Sub

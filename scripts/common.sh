@@ -1,0 +1,35 @@
+# Shared by the scripts of this folder: where things are, and what a Debian machine needs.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+jobs=$(nproc)
+
+build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
+test_packages="libgtest-dev clang-16 clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix"
+
+say() { printf '\n== %s\n' "$1"; }
+
+as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
+
+# Installs the packages that are not there yet.
+need() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}\n' "$package" 2>/dev/null | grep -q '^install ok installed$' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  say "Installing ${missing[*]}"
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+    "${missing[@]}" >/dev/null
+}
+
+# Configures and builds a preset: build PRESET [target...]
+build() {
+  local preset=$1
+  shift
+  say "Building ($preset)"
+  (cd "$root" && cmake --preset "$preset" >/dev/null)
+  cmake --build "$root/out/$preset" -j "$jobs" ${@:+--target "$@"}
+}

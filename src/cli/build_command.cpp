@@ -1,0 +1,177 @@
+#include <ostream>
+
+#include "cli/commands.h"
+#include "cli/json_views.h"
+#include "cli/junit_report.h"
+#include "cli/run_printer.h"
+#include "cli/run_record.h"
+#include "cli/session.h"
+#include "cli/text_output.h"
+#include "platform/code_page.h"
+
+namespace gorbex::cli {
+namespace {
+
+struct Arguments {
+  std::string file;
+  std::vector<std::string> projects;
+  bool all = false;
+  bool get = false;
+  bool debug = false;
+  bool breakCompat = false;
+  bool changeRefs = false;
+  bool stopOnError = false;
+  std::string version;
+  std::string buildFolder;
+  std::string compiler;
+  std::string script;
+  std::string junit;
+};
+
+void Override(Session& session, const Arguments& arguments) {
+  Program& program = session.program();
+  clsOptions& options = program.options;
+  if (arguments.get) options.GetLatest = true;
+  if (arguments.debug) options.DebugBuild = "True";
+  if (arguments.breakCompat) options.Compatible = false;
+  if (arguments.changeRefs) options.ChangeRefs = true;
+  if (arguments.stopOnError) options.StopProcessing = true;
+  if (!arguments.version.empty()) {
+    if (arguments.version.find('.') == std::string::npos) {
+      throw Failure(ExitStatus::Unusable, arguments.version + ": a version is written x.x.x");
+    }
+    options.VersionComponents = arguments.version;
+  }
+  if (!arguments.buildFolder.empty()) {
+    program.window.buildDirectory = BuildFolder(session, arguments.buildFolder);
+    if (!FolderExists(program.platform.files, program.window.buildDirectory)) {
+      throw Failure(ExitStatus::Unusable, arguments.buildFolder + ": no such folder");
+    }
+  }
+  if (!arguments.compiler.empty()) {
+    program.window.compilerPath = session.ProgramPath(arguments.compiler);
+  }
+}
+
+// Named projects are built whether they are queued and marked or not.
+void MarkForBuild(Session& session, const Arguments& arguments) {
+  frmBuilder& window = session.program().window;
+  if (arguments.all) window.menu.mnuQueueMarkAll.Execute();
+  if (arguments.projects.empty()) return;
+  window.menu.mnuQueueUnMarkAll.Execute();
+  for (const std::string& typed : arguments.projects) {
+    const std::string path = session.LoadedProject(typed);
+    AddToQueue(session.program(), path);
+    window.lvwQueue.Find(path)->SetChecked(true);
+  }
+}
+
+std::vector<std::string> CheckedProjects(const ListView& queue) {
+  std::vector<std::string> paths;
+  for (const auto& row : queue.Rows()) {
+    if (row->Checked()) paths.push_back(row->SubItem(1));
+  }
+  return paths;
+}
+
+std::string_view OutcomeName(RunRecord::Outcome outcome) {
+  switch (outcome) {
+    case RunRecord::Outcome::Built:
+      return "built";
+    case RunRecord::Outcome::Failed:
+      return "failed";
+    case RunRecord::Outcome::NotBuilt:
+      return "notBuilt";
+  }
+  return "";
+}
+
+Json RunJson(const RunRecord& record, const std::string& script) {
+  Json projects = Json::array();
+  for (const auto& project : record.Projects()) {
+    projects.push_back({{"path", JsonText(project.path)},
+                        {"result", OutcomeName(project.outcome)},
+                        {"log", JsonText(project.log)}});
+  }
+  Json messages = Json::array();
+  for (const std::string& message : record.Messages()) messages.push_back(JsonText(message));
+  return {{"built", record.End().built},
+          {"errors", record.End().errors},
+          {"projects", projects},
+          {"messages", messages},
+          {"script", JsonText(script)}};
+}
+
+void WriteReports(Session& session, const Arguments& arguments, const RunRecord& record) {
+  Program& program = session.program();
+  try {
+    if (!arguments.script.empty()) program.script.Save(session.ProgramPath(arguments.script));
+    if (!arguments.junit.empty()) {
+      program.platform.files.Write(session.ProgramPath(arguments.junit),
+                                   JUnitReport(record, program.window.fileName));
+    }
+  } catch (const RuntimeError& error) {
+    throw Failure(ExitStatus::Unusable,
+                  "the report could not be written: " + Plain(error.Description()));
+  }
+}
+
+ExitStatus StatusOf(const RunRecord& record) {
+  if (record.Projects().empty()) return ExitStatus::NothingChecked;
+  const RunEnded& end = record.End();
+  const bool done = end.result == RunResult::Finished && end.errors == 0;
+  return done ? ExitStatus::Done : ExitStatus::WorkFailed;
+}
+
+void Build(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  session.Open(arguments.file);
+  Override(session, arguments);
+  MarkForBuild(session, arguments);
+
+  Program& program = session.program();
+  RunRecord record(CheckedProjects(program.window.lvwQueue));
+  std::ostream& lines = frame.json ? frame.streams.err : frame.streams.out;
+  RunPrinter printer(frame, lines, program.platform.clock);
+  session.onIdle = [&printer] { printer.Tick(); };
+  const Subscription listening = program.run.events.Connect([&](const RunEvent& event) {
+    record.On(event);
+    printer.On(event);
+  });
+  program.window.menu.mnuFileBuild.Execute();
+  session.onIdle = nullptr;
+
+  WriteReports(session, arguments, record);
+  if (frame.json) {
+    frame.streams.out << RunJson(record, program.window.registrationScript).dump() << '\n';
+  }
+  frame.status = StatusOf(record);
+}
+
+}  // namespace
+
+void AddBuildCommand(CLI::App& app, Frame& frame) {
+  CLI::App& command =
+      AddJsonCommand(app, frame, "build", "Build the checked projects of the queue");
+  auto arguments = std::make_shared<Arguments>();
+  command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
+  auto* projects = command.add_option("PROJECT.vbp", arguments->projects,
+                                      "Build these projects instead of the checked ones");
+  command.add_flag("--all", arguments->all, "Build every row of the queue")->excludes(projects);
+  command.add_flag("--get", arguments->get, "Get the latest sources before each project");
+  command.add_option("--version", arguments->version, "Stamp this version (x.x.x)");
+  command.add_flag("--debug", arguments->debug, "Build with debug information");
+  command.add_flag("--break-compat", arguments->breakCompat, "Do not keep compatibility");
+  command.add_flag("--change-refs", arguments->changeRefs,
+                   "Repoint references to components rebuilt in this run");
+  command.add_option("--build-dir", arguments->buildFolder, "Build everything into this folder");
+  command.add_option("--compiler", arguments->compiler,
+                     "Use this compiler instead of the registered one");
+  command.add_flag("--stop-on-error", arguments->stopOnError, "Ask after each failed project");
+  command.add_option("--script", arguments->script, "Write the registration script to this file");
+  command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
+  AddAnswers(command, frame);
+  command.callback([&frame, arguments] { Build(frame, *arguments); });
+}
+
+}  // namespace gorbex::cli

@@ -1,0 +1,75 @@
+#include "cli/cli.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "cli/commands.h"
+#include "cli/text_output.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex::cli {
+namespace {
+
+int Status(ExitStatus status) {
+  return static_cast<int>(status);
+}
+
+void AddCommands(CLI::App& app, Frame& frame) {
+  AddBuildCommand(app, frame);
+  AddShowCommand(app, frame);
+  AddReferencesCommand(app, frame);
+  AddQueueCommand(app, frame);
+  AddGraphCommand(app, frame);
+  AddInitCommand(app, frame);
+  AddValueCommand(app, frame);
+  AddSettingsCommand(app, frame);
+  AddLogCommand(app, frame);
+}
+
+int Parse(CLI::App& app, std::vector<std::string> arguments, const Frame& frame) {
+  const Streams& streams = frame.streams;
+  try {
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(std::move(arguments));
+    return Status(frame.status);
+  } catch (const CLI::ParseError& error) {
+    const int code = app.exit(error, streams.out, streams.err);
+    return code == 0 ? 0 : Status(ExitStatus::Unusable);
+  } catch (const Failure& failure) {
+    streams.err << "gorbex: " << failure.what() << '\n';
+    return Status(failure.Status());
+  } catch (const RuntimeError& error) {
+    streams.err << "gorbex: " << Plain(error.Description()) << '\n';
+    return Status(ExitStatus::Unusable);
+  }
+}
+
+}  // namespace
+
+CLI::App& AddJsonCommand(CLI::App& app, Frame& frame, const std::string& name,
+                         const std::string& description) {
+  CLI::App& command = *app.add_subcommand(name, description);
+  command.add_flag("--json", frame.json, "Machine-readable output (UTF-8)");
+  return command;
+}
+
+void AddAnswers(CLI::App& command, Frame& frame) {
+  auto* yes = command.add_flag("-y,--yes", frame.yes, "Answer every question with Yes or OK");
+  command.add_flag("-n,--no", frame.no, "Answer every question with No or Cancel")->excludes(yes);
+}
+
+int RunCli(const std::vector<std::string>& arguments, const Streams& streams,
+           const HostFactory& makeHost) {
+  Frame frame{streams, makeHost};
+  CLI::App app("GorbexBuilder builds groups of Visual Basic component projects.", "gorbex");
+  app.set_version_flag("--version", "gorbex " GORBEX_VERSION);
+  app.add_option(
+      "--prefix", frame.prefix,
+      "The folder that stands for a Windows installation (also GORBEX_PREFIX, WINEPREFIX)");
+  app.require_subcommand(1);
+  app.fallthrough();
+  AddCommands(app, frame);
+  return Parse(app, arguments, frame);
+}
+
+}  // namespace gorbex::cli

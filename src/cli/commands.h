@@ -1,0 +1,43 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "analysis/group_graph.h"
+#include "app/program.h"
+#include "cli/frame.h"
+#include "cli/session.h"
+#include "core/list_view.h"
+
+namespace gorbex::cli {
+
+// Each adds one command to the command line; running it leaves its exit status in the frame.
+void AddBuildCommand(CLI::App& app, Frame& frame);
+void AddShowCommand(CLI::App& app, Frame& frame);
+void AddReferencesCommand(CLI::App& app, Frame& frame);
+void AddQueueCommand(CLI::App& app, Frame& frame);
+void AddGraphCommand(CLI::App& app, Frame& frame);
+void AddInitCommand(CLI::App& app, Frame& frame);
+void AddValueCommand(CLI::App& app, Frame& frame);
+void AddSettingsCommand(CLI::App& app, Frame& frame);
+void AddLogCommand(CLI::App& app, Frame& frame);
+
+/// A command that may print JSON.
+CLI::App& AddJsonCommand(CLI::App& app, Frame& frame, const std::string& name,
+                         const std::string& description);
+
+/// Joins the yes/no options to a command that may ask.
+void AddAnswers(CLI::App& command, Frame& frame);
+
+/// Adds a loaded project to the queue, as dragging it there does.
+void AddToQueue(Program& program, const std::string& path);
+
+/// Names every circle of projects with all its members.
+void WarnOfCycles(Session& session, const GroupGraph& graph);
+
+/// A typed build folder in the form the program keeps it: with a trailing "\".
+[[nodiscard]] std::string BuildFolder(const Session& session, const std::string& typed);
+
+/// The rows of the queue as lines for a reader.
+void PrintQueue(std::ostream& out, const ListView& queue);
+
+}  // namespace gorbex::cli

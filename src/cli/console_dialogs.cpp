@@ -1,0 +1,112 @@
+#include "cli/console_dialogs.h"
+
+#include <array>
+#include <istream>
+#include <ostream>
+#include <string_view>
+
+#include "cli/text_output.h"
+#include "platform/code_page.h"
+
+namespace gorbex::cli {
+namespace {
+
+struct Choice {
+  Answer answer;
+  std::string_view name;
+};
+
+std::vector<Choice> ChoicesOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok:
+      return {{Answer::Ok, "OK"}};
+    case Buttons::OkCancel:
+      return {{Answer::Ok, "OK"}, {Answer::Cancel, "Cancel"}};
+    case Buttons::YesNo:
+      return {{Answer::Yes, "Yes"}, {Answer::No, "No"}};
+    case Buttons::AbortRetryIgnore:
+      return {{Answer::Abort, "Abort"}, {Answer::Retry, "Retry"}, {Answer::Ignore, "Ignore"}};
+  }
+  return {};
+}
+
+std::string_view NameOf(Answer answer, Buttons buttons) {
+  for (const Choice& choice : ChoicesOf(buttons)) {
+    if (choice.answer == answer) return choice.name;
+  }
+  return "";
+}
+
+std::string Offered(Buttons buttons) {
+  std::string text;
+  for (const Choice& choice : ChoicesOf(buttons)) {
+    text.append(text.empty() ? "" : "/").append(choice.name);
+  }
+  return text;
+}
+
+}  // namespace
+
+Answer ConsoleDialogs::Show(const Message& message) {
+  std::ostream& err = frame_.streams.err;
+  err << Plain(message.text) << '\n' << std::flush;
+  if (message.buttons == Buttons::Ok) return Answer::Ok;
+  if (frame_.streams.asks && !frame_.yes && !frame_.no) return Ask(message.buttons);
+  const Answer answer = Preset(message.buttons);
+  err << "  [" << Offered(message.buttons) << "] answered: " << NameOf(answer, message.buttons)
+      << '\n';
+  return answer;
+}
+
+Answer ConsoleDialogs::Preset(Buttons buttons) const {
+  if (frame_.yes && buttons == Buttons::YesNo) return Answer::Yes;
+  if (frame_.yes && buttons == Buttons::OkCancel) return Answer::Ok;
+  return SafeAnswer(buttons);
+}
+
+// An answer is known by its first letters; the end of the input is the safe answer.
+Answer ConsoleDialogs::Ask(Buttons buttons) {
+  for (;;) {
+    const auto line = AskLine("  [" + Offered(buttons) + "] ");
+    if (!line) return SafeAnswer(buttons);
+    if (line->empty()) continue;
+    for (const Choice& choice : ChoicesOf(buttons)) {
+      if (EqualsIgnoringCase(choice.name.substr(0, line->size()), *line)) return choice.answer;
+    }
+  }
+}
+
+std::optional<std::string> ConsoleDialogs::AskLine(const std::string& prompt) {
+  frame_.streams.err << prompt << std::flush;
+  return ReadLine();
+}
+
+std::optional<std::string> ConsoleDialogs::ReadLine() {
+  std::string line;
+  if (!std::getline(frame_.streams.in, line)) return std::nullopt;
+  return line;
+}
+
+std::optional<std::string> ConsoleDialogs::OpenFile(const FileChoice& choice) {
+  return Input(choice.title, "");
+}
+
+std::optional<std::string> ConsoleDialogs::SaveFile(const FileChoice& choice) {
+  return Input(choice.title, "");
+}
+
+std::optional<std::string> ConsoleDialogs::ChooseFolder(const std::string& title) {
+  return Input(title, "");
+}
+
+std::optional<std::string> ConsoleDialogs::Input(const std::string& prompt,
+                                                 const std::string& initial) {
+  if (!frame_.streams.asks || frame_.yes || frame_.no) return std::nullopt;
+  const std::string proposal = initial.empty() ? "" : " [" + Plain(initial) + "]";
+  const auto line = AskLine(Plain(prompt) + proposal + ": ");
+  if (!line) return std::nullopt;
+  if (line->empty()) return initial.empty() ? std::nullopt : std::optional(initial);
+  return FromUtf8(*line);
+}
+
+}  // namespace gorbex::cli

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/frame.h"
+#include "core/dialogs.h"
+
+namespace gorbex::cli {
+
+/// Dialogs on a console: messages are printed, questions asked where somebody can answer. Otherwise
+/// --yes or --no answers; without either the answer is the safe one and is printed.
+class ConsoleDialogs : public Dialogs {
+ public:
+  explicit ConsoleDialogs(const Frame& frame) : frame_(frame) {}
+
+  Answer Show(const Message& message) override;
+  std::optional<std::string> OpenFile(const FileChoice& choice) override;
+  std::optional<std::string> SaveFile(const FileChoice& choice) override;
+  std::optional<std::string> ChooseFolder(const std::string& title) override;
+  std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;
+
+ private:
+  [[nodiscard]] Answer Ask(Buttons buttons);
+  [[nodiscard]] Answer Preset(Buttons buttons) const;
+  [[nodiscard]] std::optional<std::string> AskLine(const std::string& prompt);
+  [[nodiscard]] std::optional<std::string> ReadLine();
+
+  const Frame& frame_;
+};
+
+}  // namespace gorbex::cli

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "platform/event_pump.h"
+#include "platform/services.h"
+
+namespace gorbex::cli {
+
+enum class ExitStatus { Done = 0, WorkFailed = 1, Unusable = 2, NothingChecked = 3 };
+
+/// Ends a command with a message for the user (UTF-8) and an exit status.
+class Failure : public std::runtime_error {
+ public:
+  Failure(ExitStatus status, const std::string& message)
+      : std::runtime_error(message), status_(status) {}
+  [[nodiscard]] ExitStatus Status() const { return status_; }
+
+ private:
+  ExitStatus status_;
+};
+
+/// The system that the command line runs on.
+class Host {
+ public:
+  virtual ~Host() = default;
+
+  [[nodiscard]] virtual PlatformServices Services(EventPump& events) = 0;
+
+  /// The program's path form of a path as the user typed it: a path of the host, or a Windows path.
+  /// Error 52 when it holds characters that no path of the program can hold.
+  [[nodiscard]] virtual std::string ProgramPath(const std::string& typed) const = 0;
+};
+
+/// Makes the host for the prefix named on the command line, if any.
+using HostFactory = std::function<std::unique_ptr<Host>(const std::optional<std::string>& prefix)>;
+
+/// Where a command reads and writes. Output is UTF-8.
+struct Streams {
+  std::istream& in;
+  std::ostream& out;
+  std::ostream& err;
+  bool asks = false;      ///< somebody can answer at `in`
+  bool animates = false;  ///< `err` is a terminal
+};
+
+/// What every command is given: the streams, the options that hold for all, and the way to its
+/// host.
+struct Frame {
+  Streams streams;
+  HostFactory makeHost;
+  std::optional<std::string> prefix{};
+  bool json = false;
+  bool yes = false;
+  bool no = false;
+  ExitStatus status = ExitStatus::Done;
+};
+
+}  // namespace gorbex::cli

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <iosfwd>
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "app/program.h"
+
+namespace gorbex::cli {
+
+using Json = nlohmann::ordered_json;
+
+/// A text of the program as JSON.
+[[nodiscard]] Json JsonText(std::string_view text);
+
+/// The rows of the queue, and those of the detail list.
+[[nodiscard]] Json QueueJson(const ListView& queue);
+[[nodiscard]] Json ReferencesJson(const ListView& references);
+
+/// The properties of the settings object by their names.
+[[nodiscard]] Json SettingsJson(const clsOptions& options);
+
+/// Everything `show` tells, written piece by piece: a big group never stands in memory twice.
+void WriteShowJson(std::ostream& out, const Program& program);
+
+}  // namespace gorbex::cli

@@ -1,0 +1,81 @@
+#include "cli/junit_report.h"
+
+#include <cstdio>
+
+#include "cli/text_output.h"
+
+namespace gorbex::cli {
+namespace {
+
+// Plain() has left no character that XML forbids.
+std::string Escaped(std::string_view text) {
+  std::string escaped;
+  for (const char letter : Plain(text)) {
+    switch (letter) {
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      case '"':
+        escaped += "&quot;";
+        break;
+      case '\n':
+        escaped += "&#10;";
+        break;
+      default:
+        escaped += letter;
+    }
+  }
+  return escaped;
+}
+
+std::string Time(std::chrono::milliseconds duration) {
+  char buffer[40];
+  std::snprintf(buffer, sizeof buffer, "%.3f", static_cast<double>(duration.count()) / 1000);
+  return buffer;
+}
+
+std::string FirstLine(const std::string& log) {
+  const auto start = log.find_first_not_of("\r\n");
+  if (start == std::string::npos) return "no result log";
+  return log.substr(start, log.find_first_of("\r\n", start) - start);
+}
+
+std::string TestCase(const RunRecord::Project& project) {
+  std::string xml = "  <testcase classname=\"" + Escaped(project.path) + "\" name=\"" +
+                    Escaped(FileName(project.path)) + "\" time=\"" + Time(project.duration) + "\"";
+  switch (project.outcome) {
+    case RunRecord::Outcome::Built:
+      return xml + "/>\n";
+    case RunRecord::Outcome::NotBuilt:
+      return xml + "><skipped/></testcase>\n";
+    case RunRecord::Outcome::Failed:
+      break;
+  }
+  return xml + "><failure message=\"" + Escaped(FirstLine(project.log)) + "\">" +
+         Escaped(project.log) + "</failure></testcase>\n";
+}
+
+}  // namespace
+
+std::string JUnitReport(const RunRecord& record, const std::string& title) {
+  std::size_t skipped = 0;
+  std::size_t failed = 0;
+  std::string cases;
+  for (const auto& project : record.Projects()) {
+    skipped += project.outcome == RunRecord::Outcome::NotBuilt ? 1 : 0;
+    failed += project.outcome == RunRecord::Outcome::Failed ? 1 : 0;
+    cases += TestCase(project);
+  }
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuite name=\"" + Escaped(title) +
+         "\" tests=\"" + std::to_string(record.Projects().size()) + "\" failures=\"" +
+         std::to_string(failed) + "\" errors=\"0\" skipped=\"" + std::to_string(skipped) +
+         "\" time=\"" + Time(record.End().duration) + "\">\n" + cases + "</testsuite>\n";
+}
+
+}  // namespace gorbex::cli

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "cli/run_record.h"
+
+namespace gorbex::cli {
+
+/// A build run as a JUnit report (XML, UTF-8): one test case for each checked project.
+[[nodiscard]] std::string JUnitReport(const RunRecord& record, const std::string& title);
+
+}  // namespace gorbex::cli

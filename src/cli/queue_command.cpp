@@ -1,0 +1,111 @@
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <ostream>
+#include <string_view>
+
+#include "cli/commands.h"
+#include "cli/json_views.h"
+#include "cli/session.h"
+#include "core/node_key.h"
+
+namespace gorbex::cli {
+namespace {
+
+struct Arguments {
+  std::string file;
+  std::vector<std::string> words;
+  bool save = false;
+};
+
+// One word of the queue's little language and what it does to a project.
+struct Verb {
+  std::string_view name;
+  std::function<void(Program&, const std::string& path)> apply;
+};
+
+ListRow& RowOf(Program& program, const std::string& path) {
+  ListRow* row = program.window.lvwQueue.Find(path);
+  if (row == nullptr) throw Failure(ExitStatus::Unusable, path + ": not in the queue");
+  return *row;
+}
+
+std::function<void(Program&, const std::string&)> OnSelected(Command MainMenu::*command) {
+  return [command](Program& program, const std::string& path) {
+    program.window.lvwQueue.Select(&RowOf(program, path));
+    (program.window.menu.*command).Execute();
+  };
+}
+
+std::function<void(Program&, const std::string&)> SetMark(bool checked) {
+  return [checked](Program& program, const std::string& path) {
+    RowOf(program, path).SetChecked(checked);
+  };
+}
+
+const std::vector<Verb>& Verbs() {
+  static const std::vector<Verb> kVerbs = {
+      {"add", [](Program& program, const std::string& path) { AddToQueue(program, path); }},
+      {"up", OnSelected(&MainMenu::mnuQueueMoveUp)},
+      {"down", OnSelected(&MainMenu::mnuQueueMoveDown)},
+      {"remove", OnSelected(&MainMenu::mnuQueueRemove)},
+      {"mark", SetMark(true)},
+      {"unmark", SetMark(false)}};
+  return kVerbs;
+}
+
+void Execute(Session& session, const std::vector<std::string>& words) {
+  const Verb* verb = nullptr;
+  for (const std::string& word : words) {
+    if (word == "arrange") {
+      session.program().window.menu.mnuQueueArrange.Execute();
+      verb = nullptr;
+      continue;
+    }
+    const auto& verbs = Verbs();
+    const auto named = std::find_if(verbs.begin(), verbs.end(),
+                                    [&](const Verb& candidate) { return candidate.name == word; });
+    if (named != verbs.end()) {
+      verb = &*named;
+    } else if (verb == nullptr) {
+      throw Failure(ExitStatus::Unusable, word + ": no queue command");
+    } else {
+      verb->apply(session.program(), session.LoadedProject(word));
+    }
+  }
+}
+
+void Queue(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  session.Open(arguments.file);
+  Execute(session, arguments.words);
+  if (arguments.save) session.Save();
+  const ListView& queue = session.program().window.lvwQueue;
+  if (frame.json) {
+    frame.streams.out << QueueJson(queue).dump() << '\n';
+  } else {
+    PrintQueue(frame.streams.out, queue);
+  }
+}
+
+}  // namespace
+
+void AddToQueue(Program& program, const std::string& path) {
+  TreeView& tree = program.window.tvwProjects;
+  tree.Select(&tree.Item(NodeKey(node_prefix::kProject, path)));
+  program.queue.lvwQueue_DragDrop("tvwProjects");
+}
+
+void AddQueueCommand(CLI::App& app, Frame& frame) {
+  CLI::App& command = AddJsonCommand(app, frame, "queue", "Show and change the build queue");
+  auto arguments = std::make_shared<Arguments>();
+  command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
+  command.add_option("COMMAND", arguments->words,
+                     "add P.vbp..., arrange, up P.vbp, down P.vbp, remove P.vbp, mark P.vbp..., "
+                     "unmark P.vbp...");
+  command.add_flag("--save", arguments->save, "Write the file");
+  AddAnswers(command, frame);
+  command.callback([&frame, arguments] { Queue(frame, *arguments); });
+}
+
+}  // namespace gorbex::cli

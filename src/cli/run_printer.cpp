@@ -1,0 +1,79 @@
+#include "cli/run_printer.h"
+
+#include <variant>
+
+#include "cli/text_output.h"
+#include "core/text.h"
+
+namespace gorbex::cli {
+namespace {
+
+constexpr std::size_t kBarWidth = 24;
+constexpr std::size_t kNameWidth = 32;
+
+std::string Counted(std::size_t number, std::size_t of) {
+  const std::string total = std::to_string(of);
+  std::string shown = std::to_string(number);
+  shown.insert(0, total.size() - std::min(total.size(), shown.size()), ' ');
+  return "[" + shown + "/" + total + "] ";
+}
+
+}  // namespace
+
+void RunPrinter::On(const RunEvent& event) {
+  if (const auto* project = std::get_if<ProjectStarted>(&event)) {
+    current_ = FileName(project->path);
+    number_ = project->number;
+    of_ = project->of;
+    start_ = clock_.Elapsed();
+    DrawBar();
+  } else if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) {
+    ClearBar();
+    Tell(*compiled);
+    current_.clear();
+  } else if (const auto* ended = std::get_if<RunEnded>(&event)) {
+    ClearBar();
+    TellEnd(*ended);
+  }
+}
+
+void RunPrinter::Tell(const ProjectCompiled& compiled) {
+  lines_ << Counted(number_, of_) << Padded(current_, kNameWidth)
+         << (compiled.succeeded ? "built   " : "FAILED  ") << Seconds(compiled.duration) << '\n';
+  if (!compiled.succeeded) {
+    const std::string& why = compiled.log.empty() ? compiled.problem : compiled.log;
+    for (auto line : Split(why, '\n')) {
+      const std::string shown = Plain(line);
+      if (!shown.empty()) lines_ << "      " << shown << '\n';
+    }
+  }
+  lines_.flush();
+}
+
+void RunPrinter::TellEnd(const RunEnded& ended) {
+  const std::size_t done =
+      static_cast<std::size_t>(ended.built) + static_cast<std::size_t>(ended.errors);
+  lines_ << ended.built << " built, " << ended.errors << " failed";
+  if (done < of_) lines_ << ", " << of_ - done << " left";
+  lines_ << " in " << Seconds(ended.duration) << '\n';
+}
+
+void RunPrinter::Tick() {
+  constexpr std::chrono::milliseconds kFrame{100};
+  if (!current_.empty() && clock_.Elapsed() - drawn_ >= kFrame) DrawBar();
+}
+
+void RunPrinter::DrawBar() {
+  if (!frame_.streams.animates || of_ == 0) return;
+  drawn_ = clock_.Elapsed();
+  const std::size_t filled = kBarWidth * (number_ - 1) / of_;
+  frame_.streams.err << "\r\033[K[" << std::string(filled, '#')
+                     << std::string(kBarWidth - filled, '.') << "] " << number_ << " of " << of_
+                     << "  " << current_ << "  " << Seconds(drawn_ - start_) << std::flush;
+}
+
+void RunPrinter::ClearBar() {
+  if (frame_.streams.animates) frame_.streams.err << "\r\033[K" << std::flush;
+}
+
+}  // namespace gorbex::cli

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <chrono>
+#include <ostream>
+#include <string>
+
+#include "cli/frame.h"
+#include "core/run_events.h"
+#include "platform/clock.h"
+
+namespace gorbex::cli {
+
+/// Tells a build run as it goes: a line for every project, and a progress bar below them on a
+/// terminal.
+class RunPrinter {
+ public:
+  /// Lines go to `lines`; the bar to the error stream, when that is a terminal.
+  RunPrinter(const Frame& frame, std::ostream& lines, const Clock& clock)
+      : frame_(frame), lines_(lines), clock_(clock) {}
+
+  void On(const RunEvent& event);
+
+  /// Moves the elapsed time on; to be called while a compiler runs.
+  void Tick();
+
+ private:
+  void Tell(const ProjectCompiled& compiled);
+  void TellEnd(const RunEnded& ended);
+  void DrawBar();
+  void ClearBar();
+
+  const Frame& frame_;
+  std::ostream& lines_;
+  const Clock& clock_;
+  std::string current_;  ///< the project being built; empty between projects
+  std::size_t number_ = 0;
+  std::size_t of_ = 0;
+  std::chrono::milliseconds start_{0};
+  std::chrono::milliseconds drawn_{0};
+};
+
+}  // namespace gorbex::cli

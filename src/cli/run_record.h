@@ -1,0 +1,40 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "core/run_events.h"
+
+namespace gorbex::cli {
+
+/// What became of a build run, gathered from its announcements for the reports written at its end.
+class RunRecord {
+ public:
+  enum class Outcome { NotBuilt, Built, Failed };
+
+  struct Project {
+    std::string path;
+    Outcome outcome = Outcome::NotBuilt;
+    std::chrono::milliseconds duration{0};
+    std::string log{};  ///< the compiler's words, or why there are none
+  };
+
+  /// The checked projects in queue order.
+  explicit RunRecord(const std::vector<std::string>& paths);
+
+  void On(const RunEvent& event);
+
+  [[nodiscard]] const std::vector<Project>& Projects() const { return projects_; }
+  [[nodiscard]] const std::vector<std::string>& Messages() const { return messages_; }
+  [[nodiscard]] const RunEnded& End() const { return end_; }
+
+ private:
+  void Take(const ProjectCompiled& compiled);
+
+  std::vector<Project> projects_;
+  std::vector<std::string> messages_;
+  RunEnded end_{RunResult::Aborted, 0, 0, std::chrono::milliseconds{0}};
+};
+
+}  // namespace gorbex::cli

@@ -1,0 +1,83 @@
+#include "cli/session.h"
+
+#include <ostream>
+
+#include "cli/text_output.h"
+#include "platform/code_page.h"
+
+namespace gorbex::cli {
+
+Session::Session(const Frame& frame) : frame_(frame), pump_(*this), dialogs_(frame) {
+  try {
+    host_ = frame.makeHost(frame.prefix);
+    program_ = std::make_unique<Program>(host_->Services(pump_), dialogs_);
+  } catch (const RuntimeError& error) {
+    throw Failure(ExitStatus::Unusable, Plain(error.Description()));
+  }
+  ListenForProblems();
+  program_->start.ReadState();
+}
+
+void Session::ListenForProblems() {
+  const auto warn = [this](const std::string& path, const std::string& reason) {
+    Warn(Plain(path) + ": " + Plain(reason));
+  };
+  subscriptions_.push_back(
+      program_->reader.leftOut.Connect([=, this](const std::string& path, const std::string& why) {
+        leftOut_.push_back(path);
+        warn(path, "left out: " + why);
+      }));
+  subscriptions_.push_back(program_->reader.doubtful.Connect(warn));
+  subscriptions_.push_back(
+      program_->values.failed.Connect([=](const std::string& path, const RuntimeError& error) {
+        warn(path, "not amended: " + error.Description());
+      }));
+}
+
+void Session::Warn(const std::string& utf8) const {
+  frame_.streams.err << "gorbex: " << utf8 << '\n';
+}
+
+std::string Session::ProgramPath(const std::string& typed) const {
+  try {
+    return host_->ProgramPath(typed);
+  } catch (const RuntimeError& error) {
+    throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
+  }
+}
+
+void Session::Open(const std::string& typedPath) {
+  const std::string path = ProgramPath(typedPath);
+  try {
+    static_cast<void>(program_->platform.files.Read(path));
+  } catch (const RuntimeError& error) {
+    throw Failure(ExitStatus::Unusable, typedPath + ": " + Plain(error.Description()));
+  }
+  if (!program_->buildProject.OpenProject(path)) {
+    throw Failure(ExitStatus::Unusable, typedPath + ": the build project could not be loaded");
+  }
+}
+
+std::string Session::LoadedProject(const std::string& typedPath) const {
+  std::string path = ProgramPath(typedPath);
+  const MemberCollection& members = program_->window.ProjectMembers;
+  if (members.Contains(path)) return path;
+  for (const auto& member : members) {
+    if (EqualsIgnoringCase(member->path, path)) return member->path;
+  }
+  throw Failure(ExitStatus::Unusable, typedPath + ": not a project of this build project");
+}
+
+void Session::Save() {
+  const std::string& file = program_->window.fileName;
+  if (!leftOut_.empty()) {
+    throw Failure(ExitStatus::Unusable,
+                  Plain(file) + ": not saved, because " + std::to_string(leftOut_.size()) +
+                      " project(s) of it could not be read and would be lost from it");
+  }
+  if (!program_->buildProject.SaveProject(file)) {
+    throw Failure(ExitStatus::Unusable, Plain(file) + ": not saved");
+  }
+}
+
+}  // namespace gorbex::cli

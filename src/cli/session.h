@@ -1,0 +1,67 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/program.h"
+#include "cli/console_dialogs.h"
+#include "cli/frame.h"
+
+namespace gorbex::cli {
+
+/// One run of a command over the program: the host, the console's dialogs and the program itself.
+class Session {
+ public:
+  explicit Session(const Frame& frame);
+
+  Program& program() { return *program_; }
+  [[nodiscard]] const Frame& frame() const { return frame_; }
+
+  /// The program's path form of a typed path. Failure when it has none.
+  [[nodiscard]] std::string ProgramPath(const std::string& typed) const;
+
+  /// Loads a build project file. Failure when it cannot be loaded as a whole.
+  void Open(const std::string& typedPath);
+
+  /// The path under which a project is loaded, however its letters were typed. Failure when it is
+  /// not loaded.
+  [[nodiscard]] std::string LoadedProject(const std::string& typedPath) const;
+
+  /// Saves the open build project to its file. Failure when it cannot be saved without losing the
+  /// projects that could not be read.
+  void Save();
+
+  /// Projects of the build project file that could not be read.
+  [[nodiscard]] const std::vector<std::string>& LeftOut() const { return leftOut_; }
+
+  /// Prints a line for the user on the error stream.
+  void Warn(const std::string& utf8) const;
+
+  /// Called between the polls of a running compiler.
+  std::function<void()> onIdle;
+
+ private:
+  class Pump : public EventPump {
+   public:
+    explicit Pump(Session& session) : session_(session) {}
+    void DoEvents() override {
+      if (session_.onIdle) session_.onIdle();
+    }
+
+   private:
+    Session& session_;
+  };
+
+  void ListenForProblems();
+
+  const Frame& frame_;
+  Pump pump_;
+  ConsoleDialogs dialogs_;
+  std::unique_ptr<Host> host_;
+  std::unique_ptr<Program> program_;
+  std::vector<std::string> leftOut_;
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex::cli

@@ -1,0 +1,83 @@
+#include <map>
+#include <ostream>
+
+#include "cli/commands.h"
+#include "cli/json_views.h"
+#include "cli/session.h"
+#include "cli/settings_table.h"
+#include "cli/text_output.h"
+
+namespace gorbex::cli {
+namespace {
+
+void PrintProjects(std::ostream& out, const frmBuilder& window) {
+  out << "\nProjects (" << window.ProjectMembers.Count() << ")\n";
+  for (const auto& member : window.ProjectMembers) {
+    out << "  " << Padded(Plain(member->Name), 24) << ' ' << Padded(Plain(member->MemberType), 8)
+        << ' ' << Padded(Plain(member->Version), 8) << ' ' << Plain(member->path) << '\n';
+  }
+}
+
+void PrintVerdicts(std::ostream& out, const frmBuilder& window) {
+  std::map<Image, std::size_t> counts;
+  std::string invalid;
+  for (const auto& node : window.tvwProjects.Nodes()) {
+    if (!node->Key().starts_with("r-") && !node->Key().starts_with("o-")) continue;
+    ++counts[node->ImageOf()];
+    if (node->ImageOf() != Image::InvalidReference) continue;
+    invalid +=
+        "  " + FileName(node->Parent()->Parent()->Text()) + ": " + Plain(node->Text()) + '\n';
+  }
+  out << "\nReferences: " << counts[Image::Dependancy] << " to projects of the group, "
+      << counts[Image::VbReference] << " registered, " << counts[Image::CheckReference]
+      << " registered elsewhere, " << counts[Image::InvalidReference] << " not registered\n"
+      << invalid;
+}
+
+void PrintSettings(std::ostream& out, const clsOptions& options) {
+  out << "\nSettings\n";
+  for (const Setting& setting : AllSettings()) {
+    const auto value = setting.Get(options);
+    out << "  " << Padded(std::string(setting.name), 20)
+        << (value.is_string() ? value.get<std::string>() : value.dump()) << '\n';
+  }
+}
+
+void Show(Frame& frame, const std::string& file) {
+  Session session(frame);
+  session.Open(file);
+  std::ostream& out = frame.streams.out;
+  const Program& program = session.program();
+  if (frame.json) {
+    WriteShowJson(out, program);
+    return;
+  }
+  out << Plain(program.window.caption.Get()) << '\n';
+  PrintProjects(out, program.window);
+  PrintVerdicts(out, program.window);
+  out << '\n';
+  PrintQueue(out, program.window.lvwQueue);
+  PrintSettings(out, program.options);
+}
+
+}  // namespace
+
+void PrintQueue(std::ostream& out, const ListView& queue) {
+  out << "Queue (" << queue.Count() << ")\n";
+  for (const auto& row : queue.Rows()) {
+    out << "  " << Padded(Plain(row->Text()), 5) << (row->Checked() ? "[x] " : "[ ] ")
+        << Padded(FileName(row->SubItem(1)), 28) << ' ' << Padded(Plain(row->SubItem(3)), 16) << ' '
+        << Padded(Plain(row->SubItem(4)), 17);
+    if (!row->SubItem(2).empty()) out << " after " << FileName(row->SubItem(2));
+    out << '\n';
+  }
+}
+
+void AddShowCommand(CLI::App& app, Frame& frame) {
+  CLI::App& command = AddJsonCommand(app, frame, "show", "Projects, verdicts, queue and settings");
+  auto file = std::make_shared<std::string>();
+  command.add_option("FILE.bpf", *file, "Build project file")->required();
+  command.callback([&frame, file] { Show(frame, *file); });
+}
+
+}  // namespace gorbex::cli

@@ -1,0 +1,42 @@
+#include "cli/text_output.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "core/file_tools.h"
+#include "platform/code_page.h"
+
+namespace gorbex::cli {
+
+std::string Plain(std::string_view text) {
+  std::string kept;
+  kept.reserve(text.size());
+  // Control characters stay out: a log that a stranger wrote must not steer the user's terminal.
+  std::copy_if(text.begin(), text.end(), std::back_inserter(kept), [](char letter) {
+    const auto unicode = ToUnicode(letter);
+    return letter == '\n' || letter == '\t' || (unicode >= 0x20 && unicode < 0x7F) ||
+           unicode >= 0xA0;
+  });
+  return ToUtf8(kept);
+}
+
+std::string Seconds(std::chrono::milliseconds duration) {
+  char buffer[40];
+  std::snprintf(buffer, sizeof buffer, "%.2f s", static_cast<double>(duration.count()) / 1000);
+  return buffer;
+}
+
+std::string Padded(std::string utf8, std::size_t width) {
+  const auto characters =
+      static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
+      }));
+  if (characters < width) utf8.append(width - characters, ' ');
+  return utf8;
+}
+
+std::string FileName(std::string_view path) {
+  return Plain(GetFileFromPath(path));
+}
+
+}  // namespace gorbex::cli

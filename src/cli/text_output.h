@@ -1,0 +1,22 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+
+namespace gorbex::cli {
+
+/// A text of the program for a terminal or a plain file: UTF-8, LF line ends, no control
+/// characters.
+[[nodiscard]] std::string Plain(std::string_view text);
+
+/// Seconds with two decimals, such as "0.42 s".
+[[nodiscard]] std::string Seconds(std::chrono::milliseconds duration);
+
+/// Filled up with blanks to a width in characters.
+[[nodiscard]] std::string Padded(std::string utf8, std::size_t width);
+
+/// The file name of a Windows path, in UTF-8.
+[[nodiscard]] std::string FileName(std::string_view path);
+
+}  // namespace gorbex::cli

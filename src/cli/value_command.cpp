@@ -1,0 +1,85 @@
+#include <ostream>
+
+#include "build/project_value.h"
+#include "cli/commands.h"
+#include "cli/json_views.h"
+#include "cli/session.h"
+#include "cli/text_output.h"
+#include "platform/code_page.h"
+
+namespace gorbex::cli {
+namespace {
+
+struct Arguments {
+  std::string file;
+  std::string key;
+  std::string value;
+};
+
+// The readers of values pass over files they cannot open, so that is told here, before.
+bool HasKey(Session& session, const Arguments& arguments, const std::string& path) {
+  try {
+    const std::string text = session.program().platform.files.Read(path);
+    return FindProjectValue(text, FromUtf8(arguments.key).value_or(arguments.key)).has_value();
+  } catch (const RuntimeError& error) {
+    throw Failure(ExitStatus::Unusable, arguments.file + ": " + Plain(error.Description()));
+  }
+}
+
+void Get(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  const std::string path = session.ProgramPath(arguments.file);
+  const bool found = HasKey(session, arguments, path);
+  if (!found) {
+    session.Warn(arguments.file + ": no key " + arguments.key + "; this is the whole file");
+  }
+  const auto value = session.program().values.ReadProjectValue(path, arguments.key);
+  if (frame.json) {
+    frame.streams.out
+        << Json{{"key", arguments.key}, {"value", JsonText(value)}, {"found", found}}.dump()
+        << '\n';
+  } else {
+    frame.streams.out << ToUtf8(value) << '\n';
+  }
+}
+
+void Set(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  const std::string path = session.ProgramPath(arguments.file);
+  const auto value = FromUtf8(arguments.value);
+  if (!value || value->find_first_of("\r\n") != std::string::npos) {
+    throw Failure(ExitStatus::Unusable,
+                  "the value holds a character that no project file can hold");
+  }
+  const bool hasKey = HasKey(session, arguments, path);
+  bool written = true;
+  const Subscription failed = session.program().values.failed.Connect(
+      [&](const std::string&, const RuntimeError&) { written = false; });
+  session.program().values.WriteProjectValue(path, arguments.key, *value);
+  if (!hasKey) session.Warn(arguments.file + ": no key " + arguments.key + "; nothing was set");
+  const bool set = hasKey && written;
+  if (!set) frame.status = ExitStatus::WorkFailed;
+  if (frame.json) {
+    frame.streams.out
+        << Json{{"key", arguments.key}, {"value", JsonText(*value)}, {"set", set}}.dump() << '\n';
+  }
+}
+
+}  // namespace
+
+void AddValueCommand(CLI::App& app, Frame& frame) {
+  CLI::App& command = *app.add_subcommand("value", "Read or replace one value of a project file");
+  command.require_subcommand(1);
+  auto arguments = std::make_shared<Arguments>();
+  CLI::App& get = AddJsonCommand(command, frame, "get", "Print the value of a key");
+  CLI::App& set = AddJsonCommand(command, frame, "set", "Replace the value of a key");
+  for (CLI::App* each : {&get, &set}) {
+    each->add_option("FILE.vbp", arguments->file, "Project file")->required();
+    each->add_option("KEY", arguments->key, "Such as MajorVer")->required();
+  }
+  set.add_option("VALUE", arguments->value, "Written as it is, quotes included")->required();
+  get.callback([&frame, arguments] { Get(frame, *arguments); });
+  set.callback([&frame, arguments] { Set(frame, *arguments); });
+}
+
+}  // namespace gorbex::cli

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gorbex {
+
+/// A command line taken apart as the system's process start does.
+struct CommandLine {
+  std::string program;
+  std::string_view arguments;  ///< the text behind the program, a view into the command line
+};
+
+/// Finds the program: quoted, the text up to the closing quote; unquoted, the text up to each blank
+/// in turn. Each is tried as it is, then with ".exe" when its last component has no ".". Nothing
+/// when no candidate is a file.
+[[nodiscard]] std::optional<CommandLine> FindProgram(
+    std::string_view commandLine, const std::function<bool(const std::string&)>& isFile);
+
+/// The first candidate of the rule above, to name a program that was not found.
+[[nodiscard]] std::string ProgramText(std::string_view commandLine);
+
+/// Arguments as the compiler's C run-time library hands them to a program.
+[[nodiscard]] std::vector<std::string> SplitArguments(std::string_view arguments);
+
+}  // namespace gorbex

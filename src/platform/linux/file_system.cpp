@@ -1,0 +1,226 @@
+#include "platform/linux/file_system.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <system_error>
+#include <tuple>
+#include <utility>
+
+#include "platform/code_page.h"
+#include "platform/linux/host_file.h"
+
+namespace gorbex {
+namespace {
+
+constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
+
+ErrorNumber NumberOf(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENAMETOOLONG:
+      return ErrorNumber::FileNotFound;
+    case ENOTDIR:
+      return ErrorNumber::PathNotFound;
+    case EACCES:
+    case EPERM:
+      return ErrorNumber::PermissionDenied;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+      return ErrorNumber::DiskFull;
+    case EMFILE:
+    case ENFILE:
+      return ErrorNumber::TooManyFiles;
+    case EIO:
+      return ErrorNumber::DeviceError;
+    case ENOMEM:
+      return ErrorNumber::OutOfMemory;
+    default:
+      return ErrorNumber::PathFileAccess;
+  }
+}
+
+// Runs an action on host files and reports its failure under the Windows path.
+template <typename Action>
+auto Reporting(const std::string& path, const Action& action) {
+  try {
+    return action();
+  } catch (const std::system_error& error) {
+    throw RuntimeError(NumberOf(error.code().value()), path);
+  } catch (const std::bad_alloc&) {
+    throw RuntimeError(ErrorNumber::OutOfMemory, path);
+  }
+}
+
+void Require(bool succeeded, const std::string& path) {
+  if (!succeeded) throw RuntimeError(NumberOf(errno), path);
+}
+
+bool IsReadOnly(const struct stat& info) {
+  return (info.st_mode & S_IWUSR) == 0;
+}
+
+std::optional<FileTime> LastWrite(const struct stat& info) {
+  constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;
+  constexpr std::int64_t kTicksPerSecond = 10'000'000;
+  const std::int64_t seconds = info.st_mtim.tv_sec;
+  if (seconds < -kSecondsTo1970 || seconds > INT64_MAX / kTicksPerSecond - kSecondsTo1970 - 1) {
+    return std::nullopt;
+  }
+  const auto ticks = (seconds + kSecondsTo1970) * kTicksPerSecond + info.st_mtim.tv_nsec / 100;
+  return FileTime{static_cast<std::uint64_t>(ticks)};
+}
+
+mode_t UserFileMask() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return mask;
+}
+
+bool IsFolder(DIR* stream, const dirent& entry) {
+  if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+  struct stat info {};
+  return fstatat(dirfd(stream), entry.d_name, &info, 0) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool IsLink(DIR* stream, const dirent& entry) {
+  if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_LNK;
+  struct stat info {};
+  return fstatat(dirfd(stream), entry.d_name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+         S_ISLNK(info.st_mode);
+}
+
+// A name that no Windows path can spell is as good as not there.
+std::optional<std::string> WindowsName(const char* hostName) {
+  const std::string_view utf8(hostName);
+  if (utf8 == "." || utf8 == "..") return std::nullopt;
+  auto name = FromUtf8(utf8);
+  if (!name || !std::all_of(name->begin(), name->end(), IsNameCharacter)) return std::nullopt;
+  return name;
+}
+
+}  // namespace
+
+LinuxFileSystem::LinuxFileSystem(const Prefix& prefix)
+    : prefix_(prefix), newFileMode_(0666 & ~UserFileMask()) {}
+
+std::optional<FileInfo> LinuxFileSystem::Look(const std::string& path) const {
+  const auto entry = prefix_.Find(path);
+  if (!entry) return std::nullopt;
+  FileInfo info;
+  info.isFolder = S_ISDIR(entry->info.st_mode);
+  info.lastWrite = LastWrite(entry->info);
+  if (info.isFolder) return info;
+  info.size = static_cast<std::uint64_t>(entry->info.st_size);
+  info.attributes = file_attribute::kArchive;
+  if (IsReadOnly(entry->info)) info.attributes |= file_attribute::kReadOnly;
+  return info;
+}
+
+ErrorNumber LinuxFileSystem::AbsenceOf(const std::string& path) const {
+  if (!ParseWindowsPath(path)) return ErrorNumber::BadFileName;
+  const auto end = path.find_last_of("\\/");
+  if (end == std::string::npos) return ErrorNumber::FileNotFound;
+  const auto folder = Look(path.substr(0, end + 1));
+  return folder && folder->isFolder ? ErrorNumber::FileNotFound : ErrorNumber::PathNotFound;
+}
+
+std::string LinuxFileSystem::Read(const std::string& path) const {
+  const auto entry = prefix_.Find(path);
+  if (!entry) throw RuntimeError(AbsenceOf(path), path);
+  return Reporting(path, [&] { return ReadHostFile(entry->path); });
+}
+
+std::vector<FolderEntry> LinuxFileSystem::List(const std::string& folder) const {
+  const auto entry = prefix_.Find(folder);
+  if (!entry || !S_ISDIR(entry->info.st_mode)) {
+    throw RuntimeError(ErrorNumber::PathNotFound, folder);
+  }
+  const auto close = [](DIR* open) { closedir(open); };
+  const std::unique_ptr<DIR, decltype(close)> stream(opendir(entry->path.c_str()), close);
+  if (!stream) throw RuntimeError(ErrorNumber::PathFileAccess, folder);
+
+  std::vector<std::pair<std::string, FolderEntry>> entries;
+  while (const dirent* found = readdir(stream.get())) {
+    auto name = WindowsName(found->d_name);
+    if (!name) continue;
+    auto order = UpperCase(*name);
+    FolderEntry entryFound{std::move(*name), IsFolder(stream.get(), *found),
+                           IsLink(stream.get(), *found)};
+    entries.emplace_back(std::move(order), std::move(entryFound));
+  }
+  std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
+    return std::tie(a.first, a.second.name) < std::tie(b.first, b.second.name);
+  });
+  std::vector<FolderEntry> sorted;
+  sorted.reserve(entries.size());
+  for (auto& [order, value] : entries) sorted.push_back(std::move(value));
+  return sorted;
+}
+
+std::string LinuxFileSystem::WritableTarget(const std::string& path) const {
+  auto target = prefix_.Target(path);
+  if (!target) {
+    const auto absence = AbsenceOf(path);
+    throw RuntimeError(absence == ErrorNumber::FileNotFound ? ErrorNumber::BadFileName : absence,
+                       path);
+  }
+  struct stat info {};
+  if (stat(target->c_str(), &info) == 0 && (!S_ISREG(info.st_mode) || IsReadOnly(info))) {
+    throw RuntimeError(ErrorNumber::PathFileAccess, path);
+  }
+  return std::move(*target);
+}
+
+void LinuxFileSystem::Write(const std::string& path, const std::string& bytes) {
+  const auto target = WritableTarget(path);
+  Reporting(path, [&] { ReplaceHostFile(target, bytes, newFileMode_); });
+}
+
+void LinuxFileSystem::Append(const std::string& path, const std::string& bytes) {
+  const auto target = WritableTarget(path);
+  Reporting(path, [&] { AppendHostFile(target, bytes); });
+}
+
+void LinuxFileSystem::Remove(const std::string& path) {
+  const auto entry = prefix_.Find(path);
+  if (!entry) throw RuntimeError(ErrorNumber::FileNotFound, path);
+  if (S_ISDIR(entry->info.st_mode) || IsReadOnly(entry->info)) {
+    throw RuntimeError(ErrorNumber::PathFileAccess, path);
+  }
+  Require(unlink(entry->path.c_str()) == 0, path);
+}
+
+void LinuxFileSystem::SetAttributes(const std::string& path, std::uint32_t attributes) {
+  const auto entry = prefix_.Find(path);
+  if (!entry) throw RuntimeError(ErrorNumber::FileNotFound, path);
+  // A folder's attribute protects nothing in Windows, but its mode would here.
+  if (S_ISDIR(entry->info.st_mode)) return;
+  mode_t mode = entry->info.st_mode & 07777U;
+  if ((attributes & file_attribute::kReadOnly) != 0) {
+    mode &= ~kWriteBits;
+  } else {
+    const mode_t writableByReaders = (mode & 0444U) >> 1U;
+    mode |= S_IWUSR | (writableByReaders & newFileMode_);
+  }
+  Require(chmod(entry->path.c_str(), mode) == 0, path);
+}
+
+void LinuxFileSystem::CreateFolder(const std::string& path) {
+  const auto target = prefix_.Target(path);
+  if (!target) {
+    const bool isPossible = ParseWindowsPath(path).has_value();
+    throw RuntimeError(isPossible ? ErrorNumber::PathNotFound : ErrorNumber::BadFileName, path);
+  }
+  if (mkdir(target->c_str(), 0777) == 0) return;
+  throw RuntimeError(errno == ENOENT ? ErrorNumber::PathNotFound : NumberOf(errno), path);
+}
+
+}  // namespace gorbex

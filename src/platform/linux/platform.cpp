@@ -1,0 +1,43 @@
+#include "platform/linux/platform.h"
+
+#include "platform/linux/clock.h"
+#include "platform/linux/component_inspector.h"
+#include "platform/linux/file_system.h"
+#include "platform/linux/process.h"
+#include "platform/linux/registry.h"
+#include "platform/linux/source_control.h"
+
+namespace gorbex {
+namespace {
+
+constexpr const char* kProgramFolder = "C:\\Program Files\\GorbexBuilder";
+
+}  // namespace
+
+struct LinuxPlatform::Parts {
+  explicit Parts(const std::filesystem::path& root) : prefix(root) {}
+
+  Prefix prefix;
+  LinuxFileSystem files{prefix};
+  LinuxRegistry registry{prefix.Root()};
+  LinuxProcessLauncher processes{prefix, kProgramFolder, [this] { registry.Recheck(); }};
+  LinuxClock clock;
+  LinuxComponentInspector components;
+  ClosedSourceControl sourceControl;
+};
+
+LinuxPlatform::LinuxPlatform(const std::filesystem::path& prefixRoot)
+    : parts_(std::make_unique<Parts>(prefixRoot)) {}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+const Prefix& LinuxPlatform::GetPrefix() const {
+  return parts_->prefix;
+}
+
+PlatformServices LinuxPlatform::Services(EventPump& events) {
+  return {parts_->files, parts_->registry,   parts_->processes,     parts_->clock,
+          events,        parts_->components, parts_->sourceControl, kProgramFolder};
+}
+
+}  // namespace gorbex

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/prefix.h"
+#include "platform/process.h"
+
+namespace gorbex {
+
+/// Starts native programs directly and Windows programs under Wine, without any shell. A child
+/// reads nothing, and its output joins this program's error output.
+class LinuxProcessLauncher : public ProcessLauncher {
+ public:
+  /// The call is made once for every child whose end was seen.
+  LinuxProcessLauncher(const Prefix& prefix, std::string programFolder,
+                       std::function<void()> onEnded);
+
+  [[nodiscard]] StartResult Start(const std::string& commandLine) override;
+
+ private:
+  /// Where a program was found; no Windows path for one of the host's own PATH.
+  struct Program {
+    std::string hostPath;
+    std::string windowsPath;
+  };
+
+  [[nodiscard]] std::optional<Program> Locate(const std::string& name) const;
+  [[nodiscard]] std::vector<std::string> Arguments(const Program& program,
+                                                   std::string_view arguments) const;
+  [[nodiscard]] std::vector<std::string> ChildEnvironment() const;
+
+  const Prefix& prefix_;
+  std::string programFolder_;
+  std::function<void()> onEnded_;
+};
+
+}  // namespace gorbex

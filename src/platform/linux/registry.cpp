@@ -1,0 +1,227 @@
+#include "platform/linux/registry.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "platform/linux/host_file.h"
+#include "platform/linux/registry_text.h"
+
+namespace gorbex {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr auto kCheckInterval = milliseconds(5);
+constexpr auto kLockPatience = std::chrono::seconds(10);
+constexpr mode_t kPrivate = 0600;  // values may hold the user's secrets
+
+constexpr std::string_view kMachine = "HKEY_LOCAL_MACHINE";
+constexpr std::string_view kUser = "HKEY_CURRENT_USER";
+constexpr std::string_view kUsers = "HKEY_USERS";
+constexpr std::string_view kClasses = "Software\\Classes";
+
+std::string Join(std::string_view above, std::string_view below) {
+  return std::string(above).append("\\").append(below);
+}
+
+std::int64_t Nanoseconds(const timespec& time) {
+  return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
+// A file changed this recently could change again without its time moving on.
+bool IsFresh(std::int64_t modified) {
+  constexpr std::int64_t kClockStep = 20'000'000;
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  const auto age = std::chrono::nanoseconds(now).count() - modified;
+  return age >= 0 && age < kClockStep;
+}
+
+void AddTop(std::vector<const RegistryKey*>& tops, const RegistryKey& top, std::string_view path) {
+  if (const auto* key = top.Find(path)) tops.push_back(key);
+}
+
+const RegistryKey* FindIn(const std::vector<const RegistryKey*>& tops, std::string_view path) {
+  for (const auto* top : tops) {
+    if (const auto* key = top->Find(path)) return key;
+  }
+  return nullptr;
+}
+
+// Keeps other programs from writing; null when they do not let go of it in time.
+std::unique_ptr<Descriptor> LockFile(const std::string& path) {
+  auto file = std::make_unique<Descriptor>(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+  if (file->Number() < 0) return nullptr;
+  const auto end = steady_clock::now() + kLockPatience;
+  while (flock(file->Number(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK && errno != EINTR) return nullptr;
+    if (steady_clock::now() > end) return nullptr;
+    std::this_thread::sleep_for(milliseconds(1));
+  }
+  return file;
+}
+
+}  // namespace
+
+LinuxRegistry::LinuxRegistry(const std::filesystem::path& prefixRoot) {
+  machine_.path = (prefixRoot / "system.reg").native();
+  user_.path = (prefixRoot / "user.reg").native();
+  own_.path = (prefixRoot / "gorbexbuilder.reg").native();
+}
+
+std::optional<LinuxRegistry::Stamp> LinuxRegistry::File::CurrentStamp() const {
+  struct stat info {};
+  if (stat(path.c_str(), &info) != 0) return std::nullopt;
+  return Stamp{Nanoseconds(info.st_mtim), Nanoseconds(info.st_ctim), info.st_size, info.st_ino};
+}
+
+bool LinuxRegistry::File::HasChanged() const {
+  return mayHaveChanged || CurrentStamp() != stamp;
+}
+
+void LinuxRegistry::File::Load() {
+  stamp = CurrentStamp();
+  mayHaveChanged = stamp && IsFresh(stamp->modified);
+  try {
+    const auto text = ReadHostFile(path);
+    RegistryKey fresh;
+    senselessLines = ReadRegistryText(text, fresh);
+    top = std::move(fresh);
+    isReadable = true;
+  } catch (const std::system_error& error) {
+    isReadable = error.code() == std::errc::no_such_file_or_directory;
+    if (isReadable) top = RegistryKey();
+    if (isReadable) senselessLines = 0;
+  }
+}
+
+void LinuxRegistry::Recheck() {
+  lastCheck_.reset();
+}
+
+void LinuxRegistry::Refresh() const {
+  const auto now = steady_clock::now();
+  if (lastCheck_ && now - *lastCheck_ < kCheckInterval) return;
+  lastCheck_ = now;
+  bool isStale = false;
+  for (File* file : {&machine_, &user_, &own_}) {
+    if (!file->HasChanged()) continue;
+    file->Load();
+    isStale = true;
+  }
+  if (isStale) FindTops();
+}
+
+void LinuxRegistry::FindTops() const {
+  for (Tops* tops : {&classesTops_, &userTops_, &machineTops_, &usersTops_}) tops->clear();
+  AddTop(userTops_, own_.top, kUser);
+  userTops_.push_back(&user_.top);
+  AddTop(machineTops_, own_.top, kMachine);
+  machineTops_.push_back(&machine_.top);
+  AddTop(usersTops_, own_.top, kUsers);
+  for (const auto* top : userTops_) AddTop(classesTops_, *top, kClasses);
+  for (const auto* top : machineTops_) AddTop(classesTops_, *top, kClasses);
+}
+
+const LinuxRegistry::Tops& LinuxRegistry::TopsOf(RegistryRoot root) const {
+  static const Tops kNone;
+  Refresh();
+  switch (root) {
+    case RegistryRoot::ClassesRoot:
+      return classesTops_;
+    case RegistryRoot::CurrentUser:
+      return userTops_;
+    case RegistryRoot::LocalMachine:
+      return machineTops_;
+    case RegistryRoot::Users:
+      return usersTops_;
+    case RegistryRoot::PerformanceData:
+      break;
+  }
+  return kNone;
+}
+
+bool LinuxRegistry::HasKey(RegistryRoot root, std::string_view subKey) const {
+  return FindIn(TopsOf(root), subKey) != nullptr;
+}
+
+std::optional<RegistryValue> LinuxRegistry::Value(RegistryRoot root, std::string_view subKey,
+                                                  std::string_view name) const {
+  for (const auto* top : TopsOf(root)) {
+    const auto* key = top->Find(subKey);
+    if (key == nullptr) continue;
+    const auto found = key->values.find(name);
+    if (found != key->values.end()) return found->second;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> LinuxRegistry::OwnPath(RegistryRoot root,
+                                                  std::string_view subKey) const {
+  switch (root) {
+    case RegistryRoot::ClassesRoot: {
+      const auto path = Join(kClasses, subKey);
+      const bool isUsers = !subKey.empty() && FindIn(TopsOf(RegistryRoot::CurrentUser), path);
+      return Join(isUsers ? kUser : kMachine, path);
+    }
+    case RegistryRoot::CurrentUser:
+      return Join(kUser, subKey);
+    case RegistryRoot::LocalMachine:
+      return Join(kMachine, subKey);
+    case RegistryRoot::Users:
+      return Join(kUsers, subKey);
+    case RegistryRoot::PerformanceData:
+      break;
+  }
+  return std::nullopt;
+}
+
+bool LinuxRegistry::CreateKey(RegistryRoot root, std::string_view subKey) {
+  Recheck();
+  if (HasKey(root, subKey)) return true;
+  const auto path = OwnPath(root, subKey);
+  return path && Change([&](RegistryKey& own) { return own.Make(*path) != nullptr; });
+}
+
+bool LinuxRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
+                             const RegistryValue& value) {
+  Recheck();
+  const auto path = OwnPath(root, subKey);
+  return path && Change([&](RegistryKey& own) {
+           auto* key = own.Make(*path);
+           if (key != nullptr) key->values.insert_or_assign(std::string(name), value);
+           return key != nullptr;
+         });
+}
+
+bool LinuxRegistry::Change(const std::function<bool(RegistryKey& own)>& change) {
+  const auto lock = LockFile(own_.path + ".lock");
+  if (!lock) return false;
+  own_.Load();
+  const bool done = own_.isReadable && change(own_.top) && Save();
+  // Reading again gives the file's new stamp, and takes back what could not be saved.
+  own_.Load();
+  FindTops();
+  return done;
+}
+
+bool LinuxRegistry::Save() {
+  try {
+    if (own_.senselessLines > 0) {
+      ReplaceHostFile(own_.path + ".damaged", ReadHostFile(own_.path), kPrivate);
+    }
+    ReplaceHostFile(own_.path, WriteRegistryText(own_.top), kPrivate);
+    return true;
+  } catch (const std::system_error&) {
+    return false;
+  }
+}
+
+}  // namespace gorbex

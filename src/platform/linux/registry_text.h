@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/linux/registry_key.h"
+
+namespace gorbex {
+
+/// Adds what a registry file in Wine's text format says to the key, a later value replacing an
+/// earlier one. Reads on behind everything that makes no sense, and returns how many lines made
+/// none.
+std::size_t ReadRegistryText(std::string_view text, RegistryKey& into);
+
+/// All keys below the given one in the same format, in a fixed order.
+[[nodiscard]] std::string WriteRegistryText(const RegistryKey& top);
+
+}  // namespace gorbex

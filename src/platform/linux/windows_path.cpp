@@ -1,0 +1,83 @@
+#include "platform/linux/windows_path.h"
+
+#include <algorithm>
+
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::string_view kSeparators = "\\/";
+
+bool IsSeparator(char character) {
+  return kSeparators.find(character) != std::string_view::npos;
+}
+
+bool IsLetter(char character) {
+  const char lower = LowerCase(character);
+  return lower >= 'a' && lower <= 'z';
+}
+
+// Takes the part that names a drive or a share off the front.
+ParsedPath TakeStart(std::string_view& text) {
+  ParsedPath path;
+  if (text.size() >= 2 && IsLetter(text[0]) && text[1] == ':') {
+    path.start = ParsedPath::Start::Drive;
+    path.drive = LowerCase(text[0]);
+    text.remove_prefix(2);
+  } else if (text.size() >= 2 && IsSeparator(text[0]) && IsSeparator(text[1])) {
+    path.start = ParsedPath::Start::Share;
+  } else if (IsSeparator(text.front())) {
+    path.start = ParsedPath::Start::Drive;
+    path.drive = 'c';
+  }
+  return path;
+}
+
+void AddName(ParsedPath& path, std::string_view name) {
+  if (name.empty() || name == ".") return;
+  if (name != "..") {
+    path.names.push_back(name);
+    return;
+  }
+  const std::size_t fixed = path.start == ParsedPath::Start::Share ? 2 : 0;
+  if (path.names.size() > fixed) {
+    path.names.pop_back();
+  } else if (path.start == ParsedPath::Start::CurrentFolder) {
+    ++path.levelsUp;
+  }
+}
+
+// The system drops blanks and dots at the end of a path.
+std::string_view Trimmed(std::string_view text) {
+  const auto last = text.find_last_not_of(" .");
+  const auto name = text.find_last_of(kSeparators);
+  const auto begin = name == std::string_view::npos ? 0 : name + 1;
+  const auto tail = text.substr(begin);
+  if (tail == "." || tail == "..") return text;
+  return text.substr(0, last == std::string_view::npos ? begin : std::max(begin, last + 1));
+}
+
+}  // namespace
+
+bool IsNameCharacter(char character) {
+  const auto value = static_cast<unsigned char>(character);
+  return value >= 0x20 && std::string_view("*?\"<>|:\\/").find(character) == std::string_view::npos;
+}
+
+std::optional<ParsedPath> ParseWindowsPath(std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  auto path = TakeStart(text);
+  for (const char character : text) {
+    if (!IsSeparator(character) && !IsNameCharacter(character)) return std::nullopt;
+  }
+  text = Trimmed(text);
+  while (!text.empty()) {
+    const auto end = std::min(text.find_first_of(kSeparators), text.size());
+    AddName(path, text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return path;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gorbex {
+
+/// A Windows path taken apart: where it starts, and the names below, "." and ".." resolved.
+struct ParsedPath {
+  enum class Start { Drive, Share, CurrentFolder };
+
+  Start start = Start::CurrentFolder;
+  char drive = 0;                       ///< lower case; for Start::Drive
+  std::size_t levelsUp = 0;             ///< leading ".." of a path in the current folder
+  std::vector<std::string_view> names;  ///< views into the text; a share begins with its server
+};
+
+/// Nothing for an empty text and for names no Windows file can have.
+[[nodiscard]] std::optional<ParsedPath> ParseWindowsPath(std::string_view text);
+
+/// True for a character that a Windows file name may hold.
+[[nodiscard]] bool IsNameCharacter(char character);
+
+}  // namespace gorbex

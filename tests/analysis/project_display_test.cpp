@@ -1,0 +1,106 @@
+#include "analysis/project_display.h"
+
+#include "tests/support/program_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+class ProjectDisplayTest : public ProgramFixture {
+ protected:
+  ProjectDisplayTest() {
+    core.Line("Reference=*\\G{A}#1#0#x#").Line("Object={B}#1#0; y").Line("Form=f").Line("Class=c");
+    core.Line("Title=t").Line("CompatibleEXE32=o.dll").Line("MajorVer=1");
+    bare = "C:\\bare.vbp";
+    platform.files.AddFile(bare, "");
+    program.reader.ReadProject(core.Path());
+    program.reader.ReadProject(bare);
+  }
+  std::string Labels() {
+    auto& w = program.window;
+    return w.lblFilename.Get() + "|" + w.lblProjectName.Get() + "|" + w.lblVersion.Get() + "|" +
+           w.lblBinary.Get() + "|" + w.lblCompatability.Get() + "|" + w.lvwData.Tag();
+  }
+  void Show(const std::string& key) {
+    program.display.ShowProjectDetails(program.window.tvwProjects.Item(key));
+  }
+
+  GroupProject& core = group.Library("Core");
+  std::string bare;
+};
+
+TEST_F(ProjectDisplayTest, NodesLeadToTheirProjectOrShowNothing) {
+  const std::string shown = core.Path() + "|Core|1..|C:\\Group\\Bin\\Core.dll|o.dll|" + core.Path();
+  const std::string other = bare + "|<no name>|..|<not specified>|<none set>|" + bare;
+  EXPECT_EQ(Labels(), other);
+  for (const std::string prefix : {"x)", "r)", "r-1", "o)", "o-1", "m)", "m-1", "i)"}) {
+    Show("x)" + bare);
+    Show(prefix + core.Path());
+    EXPECT_EQ(Labels(), shown) << prefix;
+  }
+  Show("x)" + bare);
+  for (const std::string& key : {std::string("root"), "u-1" + core.Path(), "i1" + core.Path()}) {
+    Show(key);
+    EXPECT_EQ(Labels(), other) << key;
+  }
+  EXPECT_EQ(Effects(), Journal{});
+  program.window.ProjectMembers.Remove(core.Path());
+  Show("r-1" + core.Path());
+  EXPECT_EQ(Labels(), other);
+  EXPECT_EQ(Effects(),
+            Journal{Reported(5, "Invalid procedure call or argument: '" + core.Path() + "'",
+                             ": frmBuilder.ShowProjectReferences")});
+}
+
+TEST_F(ProjectDisplayTest, ListIsFilledAgainOnlyForAnotherProjectOrOnRefresh) {
+  ListView& list = program.window.lvwData;
+  Show("x)" + core.Path());
+  EXPECT_EQ(list.Count(), 2U);
+  EXPECT_EQ(list.At(1).SubItem(5), "Invalid GUID");
+  platform.registry.AddKey(RegistryRoot::ClassesRoot, "TypeLib\\{A}");
+  Show("r-1" + core.Path());
+  Show("o-1" + core.Path());
+  EXPECT_EQ(list.At(1).SubItem(5), "Invalid GUID");
+  program.display.RefreshReferences();
+  EXPECT_EQ(list.At(1).SubItem(5), "No Path for this GUID in registry");
+  Show("x)" + bare);
+  EXPECT_EQ(list.Count(), 0U);
+  list.SetTag("");
+  program.display.RefreshReferences();
+  EXPECT_EQ(Effects(), Journal{});
+}
+
+TEST_F(ProjectDisplayTest, PopUpCommandsAddAndRemoveProjects) {
+  auto& window = program.window;
+  window.menu.mnuTreePopupAddProject.Execute();
+  EXPECT_FALSE(window.ProjectChanged) << "cancelled";
+  EXPECT_EQ(Effects(), Journal{"open Select a VB Project to add to the list|VB Project Files "
+                               "(*.vbp)|*.vbp|*.vbp"});
+  std::string status;
+  const auto listening =
+      window.stbStatus.changed.Connect([&](const std::string& text) { status += text + "|"; });
+  const std::string scan = "Scanning dependancies, please wait.|Dependancy scan now complete.|";
+  auto& app = group.Executable("App").Uses("Core");
+  dialogs.choices = {app.Path(), "C:\\gone.vbp"};
+  window.menu.mnuTreePopupAddProject.Execute();
+  window.menu.mnuTreePopupAddProject.Execute();
+  const std::string added = "Re-Checking references|" + scan + "Project Loaded|";
+  EXPECT_EQ(status, added + added);
+  EXPECT_TRUE(window.ProjectChanged);
+  const TreeNode& reference = window.tvwProjects.Item("r-1" + app.Path());
+  EXPECT_EQ(ImageKey(reference.ImageOf()), "dependancy");
+
+  window.ProjectChanged = false;
+  window.tvwProjects.Select(&window.tvwProjects.Item("x)" + core.Path()));
+  const auto nodes = window.tvwProjects.Count();
+  window.menu.mnuTreePopupRemoveProject.Execute();
+  EXPECT_EQ(ImageKey(reference.ImageOf()), "invalidreference") << "marked again";
+  EXPECT_EQ(window.tvwProjects.Count(), nodes - 10);
+  EXPECT_EQ(window.tvwProjects.Selected(), nullptr);
+  EXPECT_FALSE(window.ProjectMembers.Contains(core.Path()));
+  EXPECT_TRUE(window.ProjectChanged);
+  window.menu.mnuTreePopupRemoveProject.Execute();
+  EXPECT_TRUE(program.reader.ReadProject(core.Path())) << "no node is left behind";
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,103 @@
+#include "analysis/reference_update.h"
+
+#include "platform/code_page.h"
+
+#include "tests/support/program_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+class ReferenceUpdateTest : public ProgramFixture {
+ protected:
+  void Load() {
+    program.buildProject.LoadProject(group.BuildProject());
+    program.window.buildDirectory = "C:\\Group\\Bin\\";
+    Effects();
+  }
+  /// What a build of the project leaves: an interface, registered for a type library.
+  void Rebuilt(const GroupProject& project, const std::string& library) {
+    platform.components.Set(project.Binary(), "{I" + library);
+    platform.registry.AddText(RegistryRoot::ClassesRoot, "Interface\\{I" + library + "\\TypeLib",
+                              "", library);
+  }
+};
+
+TEST_F(ReferenceUpdateTest, ReferencesToProjectsBuiltBeforeAreRepointedEverywhere) {
+  auto& core = group.Library("Core");
+  auto& app = group.Executable("App").Uses("Core").Uses("Later").Uses("Core");
+  const std::string lower = LowerCase(core.Guid());
+  app.Module("a.bas", "x " + lower + core.Guid() + " y").Line("Form=gone.frm");
+  group.Library("Later");
+  const std::string before = platform.files.Text(app.Path());
+  platform.files.SetAttributes(app.Path(), file_attribute::kReadOnly);
+  Load();
+  Rebuilt(core, "{NEW}");
+  dialogs.answers = {Answer::Ignore, Answer::Ignore};
+  program.referenceUpdate.UpdateProjectReferences(app.Path());
+  std::string after = before;
+  for (auto at = after.find(core.Guid()); at != after.npos; at = after.find(core.Guid())) {
+    after.replace(at, core.Guid().size(), "{NEW}");
+  }
+  EXPECT_EQ(platform.files.Text(app.Path()), after);
+  EXPECT_EQ(platform.files.Text("C:\\Group\\App\\a.bas"), "x {NEW}{NEW} y");
+  const auto written = [](const std::string& path) {
+    return Journal{"attributes " + path + " 32", "write " + path};
+  };
+  Journal expected;
+  for (const auto& path : {app.Path(), app.Path(), std::string("C:\\Group\\App\\a.bas"),
+                           std::string("C:\\Group\\App\\a.bas")}) {
+    for (const auto& line : written(path)) expected.push_back(line);
+  }
+  const auto gone =
+      Reported(53, "File not found: 'C:\\Group\\App\\gone.frm'", ": frmBuilder.ReplaceInFile");
+  expected.insert(expected.end(), {gone, gone});
+  EXPECT_EQ(Effects(), expected);
+}
+
+TEST_F(ReferenceUpdateTest, UnchangedIdentitiesAreLeftAndUnreadableOnesEmptied) {
+  auto& app = group.Executable("App").Uses("Core");
+  auto& core = group.Library("Core").Uses("App");
+  auto& tool = group.Executable("Tool").Uses("Core");
+  Load();
+  Rebuilt(core, core.Guid());
+  const std::string before = platform.files.Text(tool.Path());
+  program.referenceUpdate.UpdateProjectReferences(tool.Path());
+  program.referenceUpdate.UpdateProjectReferences(app.Path());
+  EXPECT_EQ(Effects(), Journal{}) << "the same identity; nothing above";
+  const std::string zero = "{00000000-0000-0000-0000-000000000000}";
+  platform.components.Set(core.Binary(), zero);
+  platform.registry.AddText(RegistryRoot::ClassesRoot, "Interface\\" + zero + "\\TypeLib", "", "x");
+  program.referenceUpdate.UpdateProjectReferences(tool.Path());
+  std::string emptied = before;
+  emptied.erase(before.find(core.Guid()), core.Guid().size());
+  EXPECT_EQ(platform.files.Text(tool.Path()), emptied);
+
+  program.window.lvwQueue.Add("C:\\x.vbp", "", Image::None, 1).SetSubItem(1, "C:\\x.vbp");
+  Effects();
+  program.referenceUpdate.UpdateProjectReferences(tool.Path());
+  program.referenceUpdate.UpdateProjectReferences("C:\\y.vbp");
+  const std::string call = "Invalid procedure call or argument: ";
+  const std::string name = ": frmBuilder.UpdateProjectReferences";
+  EXPECT_EQ(Effects(), (Journal{Reported(5, call + "'C:\\x.vbp'", name),
+                                Reported(5, call + "'C:\\y.vbp'", name)}));
+}
+
+TEST_F(ReferenceUpdateTest, ReplaceInFileGoesThroughTheTextOnce) {
+  using Row = std::array<std::string, 4>;
+  for (const Row& row : {Row{"aXbxc", "x", "xx", "axxbxxc"}, Row{"aaa", "AA", "b", "ba"},
+                         Row{"abc", "d", "e", "abc"}, Row{"abab", "AB", "", ""},
+                         Row{"\xC4{A}\n", "\xE4{a}", "\r", "\r\n"}, Row{"a", "", "x", "a"}}) {
+    platform.files.AddFile("C:\\f", row[0], file_attribute::kHidden | file_attribute::kReadOnly);
+    program.referenceUpdate.ReplaceInFile("C:\\f", row[1], row[2]);
+    EXPECT_EQ(platform.files.Text("C:\\f"), row[3]) << row[0];
+  }
+  platform.files.AddFile("C:\\f", "a", file_attribute::kNormal);
+  platform.files.Fail(FileOperation::Write, "C:\\f", ErrorNumber::DiskFull);
+  Effects();
+  program.referenceUpdate.ReplaceInFile("C:\\f", "a", "b");
+  EXPECT_EQ(Effects(), Journal{Reported(61, "Disk full: 'C:\\f'", ": frmBuilder.ReplaceInFile")});
+  EXPECT_EQ(platform.files.Text("C:\\f"), "a");
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/support/program_fixture.h"
+#include "tests/support/window_journal.h"
+
+namespace gorbex::test {
+
+/// The whole program with a compiler at hand that writes its result log: every project builds but
+/// those in `failing`. Compatibility is kept unless a test asks for more.
+class BuildFixture : public ProgramFixture {
+ protected:
+  BuildFixture();
+
+  /// Loads the projects added to the group, all of them queued and checked.
+  void Load();
+
+  /// Adds libraries with compatibility set and loads them.
+  void Load(const std::vector<std::string>& names);
+
+  /// A checked queue row of a loaded project.
+  [[nodiscard]] ListRow& Row(const std::string& name) const;
+
+  /// Runs the Build command and gives what happened, in order.
+  Journal Build();
+
+  /// The effects since the last call, without those on the activity log's own file.
+  Journal Steps();
+
+  /// The icons of the queue in order, such as "buildok builderror".
+  [[nodiscard]] std::string Icons() const;
+
+  /// What the compiler writes and does for a command line.
+  std::uint32_t CompileProject(const std::string& commandLine);
+
+  static constexpr const char* kCompiler = "C:\\VB\\VB6.EXE";
+  static constexpr const char* kResultLog = "C:\\Program Files\\GorbexBuilder\\VBResult.log";
+  static constexpr const char* kBuildProcedure = ": frmBuilder.mnuFileBuild_Click";
+
+  std::set<std::string> failing;             ///< by name
+  std::vector<std::string> compiledSources;  ///< the project files as the compiler saw them
+  WindowJournal seen{program.window, program.log, platform.journal};
+};
+
+/// The lines of a journal that begin with one of the words.
+[[nodiscard]] Journal Only(const Journal& journal, const std::vector<std::string>& words);
+
+[[nodiscard]] std::size_t CountOf(const std::string& text, const std::string& part);
+
+}  // namespace gorbex::test

@@ -1,0 +1,111 @@
+#include <functional>
+
+#include "tests/build/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+const std::string kBase = Group::Path("Base");
+const std::string kCore = Group::Path("Core");
+
+class BuildInterruptionTest : public BuildFixture {
+ protected:
+  /// Lets the user act once, in the middle of the first compile.
+  void DuringTheCompile(std::function<void()> act) {
+    platform.events.onEvents = [this, act = std::move(act)] {
+      const auto now = act;
+      platform.events.onEvents = nullptr;
+      now();
+    };
+  }
+};
+
+TEST_F(BuildInterruptionTest, OutlivesWhateverTheUserDoesDuringACompile) {
+  frmBuilder& window = program.window;
+  const std::string one = "show Built 1 components.";
+  const std::string two = "show Built 2 components.";
+  const Journal gone = {Reported(35601, "Element not found: '" + kBase + "'", kBuildProcedure),
+                        Reported(35600, "Index out of bounds", kBuildProcedure), one};
+  struct Case {
+    std::function<void()> act;
+    Journal told;
+    std::string icons;
+    std::size_t components;
+  };
+  const auto moveDown = [&] {
+    window.lvwQueue.Select(&Row("Base"));
+    window.menu.mnuQueueMoveDown.Execute();
+  };
+  const Case cases[] = {
+      {moveDown, {two}, "vbproject buildok", 2},
+      {[&] { window.menu.mnuQueueArrange.Execute(); }, {one}, "vbproject buildok", 1},
+      {[&] { window.menu.mnuQueueUnMarkAll.Execute(); }, {one}, "buildok vbproject", 1},
+      {[&] { window.ProjectMembers.Remove(kBase); }, {two}, "buildok buildok", 2},
+      {[&] { window.menu.mnuQueueEmpty.Execute(); }, gone, "", 1},
+      {[&] { window.menu.mnuFileNew.Execute(); }, gone, "", 1},
+      {[&] { EXPECT_FALSE(window.menu.mnuFileBuild.Execute()); }, {two}, "buildok buildok", 2}};
+  group.Library("Base").Uses("Core").Line("CompatibleMode=\"2\"");
+  group.Library("Core").Line("CompatibleMode=\"2\"");
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    Load();
+    DuringTheCompile(c.act);
+    dialogs.answers = {Answer::Ignore, Answer::Ignore};
+    const Journal steps = Build();
+    EXPECT_EQ(Only(steps, {"show"}), c.told);
+    EXPECT_EQ(Icons(), c.icons);
+    EXPECT_EQ(CountOf(window.registrationScript, "Call KexrunTk.Execute("), c.components);
+    EXPECT_TRUE(window.menu.mnuFileBuild.enabled.Get());
+  }
+}
+
+TEST_F(BuildInterruptionTest, ReadsEachSettingWhenItIsNeeded) {
+  group.Library("Core").Line("CompatibleMode=\"2\"").Line("OptimizationType=1");
+  struct Case {
+    const char* before;
+    const char* during;
+    const char* left;
+  };
+  for (const Case& c : {Case{"True", "False", "OptimizationType=2\r\n"},
+                        Case{"False", "True", "OptimizationType=1\r\n"}}) {
+    platform.files.AddFile(kCore, "CompatibleMode=\"2\"\r\nOptimizationType=1\r\n");
+    Load();
+    program.options.DebugBuild = c.before;
+    DuringTheCompile([&] {
+      program.options.DebugBuild = c.during;
+      program.options.StopProcessing = true;
+    });
+    failing = {"Core"};
+    EXPECT_EQ(Only(Build(), {"show"}),
+              Journal{"show [OkCancel CriticalStop] Error Building " + kCore + " Continue?"});
+    EXPECT_TRUE(platform.files.Text(kCore).find(c.left) != std::string::npos);
+    program.options.StopProcessing = false;
+  }
+}
+
+TEST_F(BuildInterruptionTest, FollowsTheAnswerToAnErrorReport) {
+  const std::string report =
+      Reported(5, "Invalid procedure call or argument: '" + kBase + "'", kBuildProcedure);
+  Load({"Base", "Core"});
+  program.window.menu.mnuToolsInBox.checked.Set(true);
+  program.window.ProjectMembers.Remove(kBase);
+
+  dialogs.answers = {Answer::Retry, Answer::Ignore};
+  Journal steps = Build();
+  EXPECT_EQ(Only(steps, {"show"}),
+            (Journal{report, report, "show Errors during the build process"}));
+  EXPECT_EQ(Icons(), "builderror buildok");
+
+  dialogs.answers = {Answer::Abort};
+  steps = Build();
+  EXPECT_EQ(steps.back(), report);
+  EXPECT_EQ(Icons(), "building vbproject");
+  const frmBuilder& window = program.window;
+  EXPECT_FALSE(window.menu.mnuFileBuild.enabled.Get());
+  EXPECT_FALSE(window.tmrOutlook.enabled.Get());
+  EXPECT_EQ(window.mousePointer.Get(), MousePointer::Hourglass);
+  EXPECT_EQ(CountOf(window.registrationScript, "\r\n"), 3U);
+}
+
+}  // namespace
+}  // namespace gorbex::test

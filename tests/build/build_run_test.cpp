@@ -1,0 +1,245 @@
+#include <optional>
+
+#include "core/text.h"
+#include "tests/build/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+const std::string kCore = Group::Path("Core");
+const std::string kShop = Group::Path("Shop");
+constexpr const char* kCompatibilityQuestion =
+    "show [YesNo CriticalStop GorbexBuilder] You are attempting to build files which DO NOT have "
+    "compatability set.\r\nIf you have other components referencing these then they WILL NOT "
+    "work.\r\nDo you wish to continue with your build?";
+
+std::string With(std::string text, const std::string& from, const std::string& to) {
+  return text.replace(text.find(from), from.size(), to);
+}
+
+class BuildRunTest : public BuildFixture {
+ protected:
+  /// "Core", kept out of the run, and "Shop", which uses it and is under source control.
+  void LoadShop() {
+    group.Library("Core").Line("CompatibleMode=\"2\"");
+    GroupProject& shop = group.Executable("Shop").Uses("Core").Line("CompatibleMode=\"2\"");
+    shop.Line("OptimizationType=0").Line("CodeViewDebugInfo=1");
+    shop.Line("MajorVer=1").Line("MinorVer=2").Line("RevisionVer=3");
+    platform.files.AddFile("C:\\Group\\Shop\\mssccprj.scc", "SCC_Project_Name = \"$/Shop\", AAAA");
+    platform.sourceControl.Add("$/Shop", "C:\\Work\\Shop");
+    platform.sourceControl.Open("srcsafe.ini", "me", "");
+    platform.components.Set("C:\\Out\\Core.dll", "{1F}");
+    platform.registry.AddText(RegistryRoot::ClassesRoot, "Interface\\{1F}\\TypeLib", "", "{NEW}");
+    Load();
+    Row("Core").SetChecked(false);
+    platform.files.AddFile(kResultLog, "Build of 'Old.dll' succeeded.", file_attribute::kReadOnly);
+    platform.journal.clear();
+  }
+};
+
+TEST_F(BuildRunTest, TakesEveryStepInItsOrder) {
+  LoadShop();
+  clsOptions& options = program.options;
+  options.GetLatest = options.ChangeRefs = options.StopProcessing = options.AutoLaunchVBP = true;
+  options.Compatible = false;
+  options.DebugBuild = "True";
+  options.VersionComponents = "1.2.4";
+  options.AutoLaunchName = "C:\\Group\\Test.vbp";
+  program.window.menu.mnuToolsInBox.checked.Set(true);
+  dialogs.answers = {Answer::Yes};
+  platform.events.onEvents = [&] { platform.journal.emplace_back("events"); };
+  const std::string before = platform.files.Text(kShop);
+
+  EXPECT_EQ(Build(),
+            (Journal{"timer False",
+                     "log Build Started",
+                     "icon " + kCore + " vbproject",
+                     "icon " + kShop + " vbproject",
+                     "enabled mnuFileBuild False",
+                     "pointer hourglass",
+                     "text box ",
+                     "icon " + kShop + " building",
+                     "visible " + kShop,
+                     "refresh",
+                     "status Building " + kShop,
+                     "log Getting latest " + kShop + " code",
+                     "status Getting $/Shop",
+                     "get $/Shop C:\\Work\\Shop 67248128",
+                     "status Building " + kShop,
+                     "log Breaking compatability on " + kShop,
+                     "write " + kShop,
+                     "write " + kShop,
+                     "write " + kShop,
+                     "attributes " + kShop + " 32",
+                     "write " + kShop,
+                     "log Updating References on " + kShop,
+                     "write " + kShop,
+                     "write " + kShop,
+                     "write " + kShop,
+                     std::string("attributes ") + kResultLog + " 0",
+                     std::string("remove ") + kResultLog,
+                     std::string("start ") + kCompiler + " \"" + kShop + "\" /make /out \"" +
+                         kResultLog + "\" /outdir \"C:\\Out\\\"",
+                     "events",
+                     "log Build was Succesfull",
+                     "events",
+                     "icon " + kShop + " buildok",
+                     "write " + kShop,
+                     "write " + kShop,
+                     "enabled mnuFileGenScript True",
+                     "show [YesNo Question GorbexBuilder] Built 1 components. Do you want to "
+                     "auto-launch your VBP test project?",
+                     std::string("start ") + kCompiler + " \"C:\\Group\\Test.vbp\" /run",
+                     "events",
+                     "status Build Process finished",
+                     "enabled mnuFileBuild True",
+                     "pointer default",
+                     "log Build Finished succesfully.",
+                     "timer True"}));
+
+  const std::string oldGuid =
+      before.substr(before.find('{'), before.find('}') - before.find('{') + 1);
+  std::string compiled = With(With(before, "Mode=\"2\"", "Mode=\"0\""), oldGuid, "{NEW}");
+  compiled = With(With(compiled, "OptimizationType=0", "OptimizationType=2"), "Info=1", "Info=-1");
+  compiled = With(compiled, "RevisionVer=3", "RevisionVer=4") + "\r\n\r\n\r\n\r\n\r\n\r\n";
+  ASSERT_EQ(compiledSources.size(), 2U);
+  EXPECT_EQ(compiledSources[0], compiled);
+  compiled = With(With(compiled, "OptimizationType=2", "OptimizationType=0"), "Info=-1", "Info=1");
+  EXPECT_EQ(platform.files.Text(kShop), compiled + "\r\n\r\n");
+  EXPECT_EQ(program.window.registrationScript,
+            "' VBScript Generated to automatically register built components\r\n"
+            "Dim KexrunTk\r\nSet KexrunTk = CreateObject(\"Kexool.Kexool1.1\")\r\n"
+            "Call KexrunTk.Execute(\"RegSvr32 C:\\Out\\Shop.exe\"), True, False)\r\n"
+            "Set KexrunTK = nothing\r\n' End of Component registration\r\n");
+}
+
+TEST_F(BuildRunTest, AsksAboutCompatibilityOnlyWhenItMatters) {
+  struct Case {
+    bool changeRefs, isChecked;
+    const char* column;
+    std::optional<Answer> asked;
+    bool inBox;
+  };
+  const Case cases[] = {{false, true, "NOT Compatible!", Answer::Yes, false},
+                        {false, true, "NOT Compatible!", Answer::No, false},
+                        {false, true, "NOT Compatible!", Answer::No, true},
+                        {false, true, "Not Compatible", {}, true},
+                        {false, false, "NOT Compatible!", {}, false},
+                        {true, true, "NOT Compatible!", {}, true}};
+  Load({"Core"});
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    program.window.menu.mnuToolsInBox.checked.Set(c.inBox);
+    program.options.ChangeRefs = c.changeRefs;
+    Row("Core").SetChecked(c.isChecked);
+    Row("Core").SetSubItem(3, c.column);
+    if (c.asked) dialogs.answers = {*c.asked};
+    const Journal steps = Build();
+    const std::string timer = std::string("timer ") + (c.inBox ? "True" : "False");
+    EXPECT_EQ(steps.back(), timer);
+    EXPECT_EQ(Only(steps, {"show [YesNo"}), c.asked ? Journal{kCompatibilityQuestion} : Journal{});
+    if (c.asked == Answer::No) {
+      EXPECT_EQ(steps, (Journal{"timer False", "log Build Started", "icon " + kCore + " vbproject",
+                                kCompatibilityQuestion, timer}));
+    } else {
+      EXPECT_EQ(Only(steps, {"start"}).size(), c.isChecked ? 1U : 0U);
+    }
+  }
+}
+
+TEST_F(BuildRunTest, EndsWithWhatCameOfIt) {
+  enum Asks : std::uint8_t { kNothing, kAtErrors, kToLaunch };
+  const std::string failed = "show [OkCancel CriticalStop] Error Building " + kCore + " Continue?";
+  const std::string offer =
+      "show [YesNo Question GorbexBuilder] Built 3 components. Do you want to auto-launch your VBP "
+      "test project?";
+  struct Case {
+    bool isChecked, fails;
+    Asks asks;
+    Answer answer;
+    std::string told, icons;
+    std::size_t components, starts;
+  };
+  const Case cases[] = {
+      {true, true, kNothing, Answer::Ok, "show Errors during the build process",
+       "buildok builderror buildok", 2, 3},
+      {true, true, kAtErrors, Answer::Ok, failed, "buildok builderror buildok", 2, 3},
+      {true, true, kAtErrors, Answer::Cancel, failed, "buildok builderror vbproject", 1, 2},
+      {true, true, kToLaunch, Answer::Ok, "show Errors during the build process",
+       "buildok builderror buildok", 2, 3},
+      {true, false, kNothing, Answer::Ok, "show Built 3 components.", "buildok buildok buildok", 3,
+       3},
+      {true, false, kToLaunch, Answer::No, offer, "buildok buildok buildok", 3, 3},
+      {true, false, kToLaunch, Answer::Yes, offer, "buildok buildok buildok", 3, 4},
+      {false, false, kToLaunch, Answer::Ok, "show No projects checked for build",
+       "vbproject vbproject vbproject", 0, 0}};
+  Load({"Base", "Core", "Top"});
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    program.options.StopProcessing = c.asks == kAtErrors;
+    program.options.AutoLaunchVBP = c.asks == kToLaunch;
+    for (const auto& row : program.window.lvwQueue.Rows()) row->SetChecked(c.isChecked);
+    if (c.fails)
+      failing = {"Core"};
+    else
+      failing.clear();
+    dialogs.answers = {c.answer};
+    const Journal steps = Build();
+    EXPECT_EQ(Only(steps, {"show"}), Journal{c.told});
+    EXPECT_EQ(Icons(), c.icons);
+    EXPECT_EQ(Only(steps, {"start"}).size(), c.starts);
+    EXPECT_EQ(Only(steps, {"text box shown"}).size(), c.fails ? 1U : 0U);
+    EXPECT_EQ(Only(steps, {"log"}).back(),
+              std::string("log Build Finished ") + (c.fails ? "with errors." : "succesfully."));
+    const std::string& script = program.window.registrationScript;
+    EXPECT_EQ(CountOf(script, "\r\nCall KexrunTk.Execute("), c.components);
+    EXPECT_EQ(CountOf(script, "\r\n"), c.components + 5);
+    EXPECT_EQ(CountOf(program.window.txtLogFile.text.Get(), "Build of"), c.fails ? 1U : 0U);
+  }
+}
+
+TEST_F(BuildRunTest, AsksForACompilerAndGoesOnWithout) {
+  Load({"Core"});
+  program.window.compilerPath.clear();
+  program.window.registrationScript = "of the run before";
+  const std::string chooser =
+      "open Please enter path to Visual Basic executable file|Executables (*.exe)|*.exe|";
+  const auto run = [&] { return Only(Build(), {"show", "open", "start", "log", "text box"}); };
+
+  EXPECT_EQ(
+      run(),
+      (Journal{"log Build Started", "show You need to specify a VB path", "log Application Started",
+               chooser, "show You must specify the VB path if you want to compile projects",
+               "show No projects checked for build", "log Build Finished succesfully."}));
+  EXPECT_EQ(program.window.registrationScript, "of the run before");
+  EXPECT_FALSE(program.window.menu.mnuFileGenScript.enabled.Get());
+
+  dialogs.choices = {"D:\\VB6.EXE"};
+  const Journal steps = run();
+  EXPECT_EQ(Only(steps, {"show"}),
+            (Journal{"show You need to specify a VB path", "show Built 1 components."}));
+  EXPECT_TRUE(Only(steps, {"start"}).at(0).starts_with("start D:\\VB6.EXE \""));
+}
+
+TEST_F(BuildRunTest, TellsItsListenersTheOutcomes) {
+  Load({"Base", "Core"});
+  platform.processes.polls = 2;
+  platform.processes.Queue([&](const std::string& line) { return CompileProject(line); });
+  platform.processes.QueueRefusal(RuntimeError(ErrorNumber::FileNotFound, "VB6.EXE"));
+  Journal told;
+  const auto listening = program.run.events.Connect([&](const RunEvent& event) {
+    if (const auto* e = std::get_if<ProjectCompiled>(&event)) {
+      told.push_back(FlagText(e->succeeded) + std::to_string(e->duration.count()) + e->log +
+                     e->problem);
+    } else if (const auto* end = std::get_if<RunEnded>(&event)) {
+      EXPECT_EQ(end->result, RunResult::Finished);
+      told.push_back(std::to_string(end->built) + std::to_string(end->errors));
+    }
+  });
+  Build();
+  EXPECT_EQ(told, (Journal{"True20\r\nBuild of 'Base.dll' succeeded.\r\n",
+                           "False0File not found: 'VB6.EXE'", "11"}));
+}
+
+}  // namespace
+}  // namespace gorbex::test

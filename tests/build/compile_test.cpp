@@ -1,0 +1,118 @@
+#include "core/shell.h"
+#include "tests/build/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+const std::string kCore = Group::Path("Core");
+constexpr const char* kUnreadable =
+    "File not found: 'C:\\Program Files\\GorbexBuilder\\VBResult.log'";
+constexpr const char* kCheckProcedure = ": frmBuilder.CheckLogFile";
+
+using CompileTest = BuildFixture;
+
+TEST_F(CompileTest, WritesTheCompilersCommandLine) {
+  struct Case {
+    std::string programFolder, buildDirectory, outDir, rest;
+  };
+  const Case cases[] = {
+      {"C:\\Tools", "", "", "\"C:\\Tools\\VBResult.log\""},
+      {"C:\\Tools", "C:\\Out\\", "", "\"C:\\Tools\\VBResult.log\" /outdir \"C:\\Out\\\""},
+      {"D:\\", "C:\\Out\\", "E:\\My Own", "\"D:\\VBResult.log\" /outdir \"E:\\My Own\""}};
+  Load({"Core"});
+  program.window.compilerPath = "C:\\Program Files\\VB98\\VB6.EXE";
+  for (const Case& c : cases) {
+    program.window.buildDirectory = c.buildDirectory;
+    Compile compile({program.window, platform.files, program.shell, program.dialogs, program.log,
+                     program.start, c.programFolder});
+    platform.files.AddFile(c.programFolder + "\\VBResult.log", "stale",
+                           file_attribute::kReadOnly | file_attribute::kHidden);
+    dialogs.answers = {Answer::Abort};
+    EXPECT_FALSE(compile.CompileProject(kCore, c.outDir));
+    EXPECT_EQ(Only(Steps(), {"start"}), Journal{"start C:\\Program Files\\VB98\\VB6.EXE \"" +
+                                                kCore + "\" /make /out " + c.rest});
+    EXPECT_EQ(platform.files.Text(c.programFolder + "\\VBResult.log"), "<absent>");
+  }
+}
+
+TEST_F(CompileTest, JudgesTheResultLogAlone) {
+  struct Case {
+    const char* log;
+    bool succeeds, isShown;
+  };
+  const Case cases[] = {{"\r\nBuild of 'Core.dll' succeeded.\r\n", true, false},
+                        {"BUILD OF 'Core.dll'", true, false},
+                        {"It failed. Build of 'Core.dll' succeeded.", true, false},
+                        {"Build of 'Core.dll' failed", true, false},
+                        {"Errors during load.\r\nBuild of 'Core.dll' failed.\r\n", false, true},
+                        {"build OF 'Core.dll' FAILED.", false, true},
+                        {"File not found: 'C:\\x.cls'", false, false},
+                        {"It failed. No more.", false, false},
+                        {"", false, false}};
+  Load({"Core"});
+  std::string shown;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.log);
+    for (const std::uint32_t exitCode : {0U, 1U}) {
+      platform.processes.Queue([&](const std::string&) {
+        platform.files.AddFile(kResultLog, c.log);
+        return exitCode;
+      });
+      EXPECT_EQ(program.compile.CompileProject(kCore, ""), c.succeeds);
+      EXPECT_EQ(program.compile.LastResult(), c.log);
+      if (c.isShown) shown += kCore + "\r\n" + std::string(22, '=') + "\r\n" + c.log + "\r\n";
+      EXPECT_EQ(program.window.txtLogFile.text.Get(), shown);
+    }
+  }
+  EXPECT_TRUE(Only(Steps(), {"show", "log"}).empty());
+}
+
+TEST_F(CompileTest, FailsSilentlyWithoutACompileAndReportsAMissingLog) {
+  Load({"Core"});
+  platform.files.AddFile(kResultLog, "Build of 'Core.dll' succeeded.");
+  platform.processes.QueueRefusal(RuntimeError(ErrorNumber::FileNotFound, kCompiler));
+  EXPECT_FALSE(program.compile.CompileProject(kCore, ""));
+  EXPECT_EQ(program.compile.LastProblem(), "File not found: 'C:\\VB\\VB6.EXE'");
+  EXPECT_FALSE(program.compile.CompileProject("C:\\Other.vbp", ""));
+  EXPECT_EQ(program.compile.LastProblem(), "Invalid procedure call or argument: 'C:\\Other.vbp'");
+  EXPECT_TRUE(Only(Steps(), {"show", "log", "start"}).empty());
+
+  platform.processes.QueueExitCode(0);
+  dialogs.answers = {Answer::Retry, Answer::Ignore};
+  EXPECT_FALSE(program.compile.CompileProject(kCore, ""));
+  const std::string line = std::string("log Error 53: ") + kUnreadable +
+                           "Occurred at line *in GorbexBuilder" + kCheckProcedure;
+  const std::string report = Reported(53, kUnreadable, kCheckProcedure);
+  EXPECT_EQ(Only(Steps(), {"log", "show"}), (Journal{line, report, line, report}));
+  EXPECT_TRUE(program.compile.LastProblem().starts_with("Error 53: File not found"));
+}
+
+TEST_F(CompileTest, StartsNothingWithoutACompiler) {
+  Load({"Core"});
+  program.window.compilerPath.clear();
+  EXPECT_FALSE(program.compile.CompileProject(kCore, ""));
+  EXPECT_EQ(Only(Steps(), {"show", "start"}),
+            (Journal{"show You need to specify a VB path",
+                     "show You must specify the VB path if you want to compile projects"}));
+}
+
+TEST_F(CompileTest, WaitsForAProcessWhileTheUserActs) {
+  struct Case {
+    std::uint32_t exitCode;
+    bool succeeds;
+  };
+  constexpr std::uint32_t kLooksActive = 259;
+  platform.processes.polls = 3;
+  for (const auto& [exitCode, succeeds] :
+       {Case{0, true}, Case{1, false}, Case{kLooksActive, false}}) {
+    platform.events.count = 0;
+    platform.processes.QueueExitCode(exitCode);
+    EXPECT_EQ(program.shell.ShellAndWait("tool.exe"), succeeds);
+    EXPECT_EQ(platform.events.count, 4);
+  }
+  platform.processes.QueueRefusal(RuntimeError(ErrorNumber::InvalidCall));
+  EXPECT_THROW(program.shell.ShellAndWait("tool.exe"), RuntimeError);
+}
+
+}  // namespace
+}  // namespace gorbex::test

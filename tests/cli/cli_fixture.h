@@ -1,0 +1,75 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/cli.h"
+#include "tests/support/group_builder.h"
+#include "tests/support/memory_platform.h"
+
+namespace gorbex::test {
+
+/// Runs the command line in this process over a memory platform. Typed paths are Windows paths.
+class CliFixture : public ::testing::Test {
+ protected:
+  struct Result {
+    int status = -1;
+    std::string out;
+    std::string err;
+    [[nodiscard]] nlohmann::json Json() const { return nlohmann::json::parse(out); }
+  };
+
+  Result Run(const std::vector<std::string>& arguments, const std::string& typed = "",
+             bool asks = false) {
+    std::istringstream in(typed);
+    std::ostringstream out;
+    std::ostringstream err;
+    const cli::Streams streams{in, out, err, asks, false};
+    const int status = cli::RunCli(
+        arguments, streams, [this](const auto&) { return std::make_unique<MemoryHost>(platform); });
+    return {status, out.str(), err.str()};
+  }
+
+  /// A compiler that writes a result log for every project it is given; those named fail.
+  void InstallCompiler(const std::vector<std::string>& failing = {}) {
+    platform.registry.AddText(RegistryRoot::ClassesRoot,
+                              "VisualBasic.Project\\shell\\open\\command", "",
+                              "\"C:\\VB\\VB6.EXE\" \"%1\"");
+    platform.processes.otherwise = [this, failing](const std::string& commandLine) {
+      bool fails = false;
+      for (const auto& name : failing) {
+        fails = fails || commandLine.find("\\" + name + ".vbp") != std::string::npos;
+      }
+      platform.files.AddFile(platform.programFolder + "\\VBResult.log",
+                             fails ? "\r\nCompile Error in File 'C:\\x.bas', Line 4 : Syntax "
+                                     "<error>\r\nBuild of 'x' failed."
+                                   : "\r\nBuild of 'x' succeeded.");
+      return fails ? 1U : 0U;
+    };
+  }
+
+  MemoryPlatform platform;
+  Group group{platform};
+
+ private:
+  class MemoryHost : public cli::Host {
+   public:
+    explicit MemoryHost(MemoryPlatform& memory) : memory_(memory) {}
+    PlatformServices Services(EventPump& events) override {
+      const PlatformServices all = memory_.Services();
+      return {all.files, all.registry,   all.processes,     all.clock,
+              events,    all.components, all.sourceControl, all.programFolder};
+    }
+    [[nodiscard]] std::string ProgramPath(const std::string& typed) const override { return typed; }
+
+   private:
+    MemoryPlatform& memory_;
+  };
+};
+
+}  // namespace gorbex::test

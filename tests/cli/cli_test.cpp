@@ -1,0 +1,229 @@
+#include "tests/cli/cli_fixture.h"
+
+#include <utility>
+
+namespace gorbex::test {
+namespace {
+
+using Json = nlohmann::json;
+
+class CliTest : public CliFixture {
+ protected:
+  CliTest() {
+    group.Library("Core").Line("CompatibleMode=\"2\"");
+    group.Library("Money").Uses("Core").Line("CompatibleMode=\"2\"");
+    group.Executable("Till").Uses("Money").Uses("Core").Line("CompatibleMode=\"2\"");
+    file = group.BuildProject({"breakcompat=False"});
+  }
+
+  std::string file;
+};
+
+TEST_F(CliTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
+  InstallCompiler({"Money"});
+  const Result failed = Run({"build", file, "--json"});
+  EXPECT_EQ(failed.status, 1);
+  const Json json = failed.Json();
+  EXPECT_EQ(json["built"], 2);
+  EXPECT_EQ(json["errors"], 1);
+  EXPECT_EQ(json["projects"][0], (Json{{"path", Group::Path("Core")},
+                                       {"result", "built"},
+                                       {"log", "\r\nBuild of 'x' succeeded."}}));
+  EXPECT_EQ(json["projects"][1]["result"], "failed");
+  EXPECT_EQ(json["messages"], Json::array({"Errors during the build process"}));
+
+  InstallCompiler();
+  EXPECT_EQ(Run({"build", file}).status, 0);
+  EXPECT_EQ(Run({"build", "C:\\missing.bpf"}).status, 2);
+  EXPECT_EQ(Run({"build", file, "--version", "7"}).status, 2);
+  EXPECT_EQ(Run({"build", file, "C:\\nobody.vbp"}).status, 2);
+  EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
+}
+
+TEST_F(CliTest, BuildTakesNamedProjectsAloneAndNothingCheckedIsToldApart) {
+  InstallCompiler();
+  const Json named = Run({"build", file, group.Path("Money"), "--json"}).Json();
+  ASSERT_EQ(named["projects"].size(), 1U);
+  EXPECT_EQ(named["projects"][0]["path"], Group::Path("Money"));
+
+  for (const char* name : {"Core", "Money", "Till"}) {
+    ASSERT_EQ(Run({"queue", file, "unmark", Group::Path(name), "--save"}).status, 0);
+  }
+  EXPECT_EQ(Run({"build", file}).status, 3);
+  EXPECT_EQ(Run({"build", file, "--all", "--json"}).Json()["projects"].size(), 3U);
+}
+
+TEST_F(CliTest, OverridesHoldForOneRunAlone) {
+  InstallCompiler();
+  platform.files.AddFolder("C:\\Out");
+  ASSERT_EQ(Run({"build", file, "--version", "3.1.4", "--build-dir", "C:\\Out", "--stop-on-error"})
+                .status,
+            0);
+  bool out = false;
+  for (const auto& line : platform.journal) {
+    out = out || line.find("/outdir \"C:\\Out\\\"") != std::string::npos;
+  }
+  EXPECT_TRUE(out);
+  const Json settings = Run({"show", file, "--json"}).Json()["settings"];
+  EXPECT_EQ(settings["VersionComponents"], "");
+  EXPECT_EQ(settings["StopProcessing"], false);
+  EXPECT_EQ(Run({"value", "get", Group::Path("Core"), "MinorVer"}).status, 0);
+}
+
+TEST_F(CliTest, QuestionsAreAnsweredByOptionByTypingOrSafely) {
+  group.Library("Loose").Line("CompatibleMode=\"0\"");
+  file = group.BuildProject({"breakcompat=False"});
+  InstallCompiler();
+  const auto built = [&](const std::vector<std::string>& options, const std::string& typed,
+                         bool asks) {
+    std::vector<std::string> arguments = {"build", file, "--json"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return Run(arguments, typed, asks).Json()["built"].get<int>();
+  };
+  EXPECT_EQ(built({}, "", false), 0);
+  EXPECT_EQ(built({"--no"}, "", false), 0);
+  EXPECT_EQ(built({"--yes"}, "", false), 4);
+  EXPECT_EQ(built({}, "perhaps\ny\n", true), 4);
+  EXPECT_EQ(built({}, "", true), 0) << "the end of the input is the safe answer";
+  EXPECT_EQ(Run({"build", file}).status, 1);
+  EXPECT_NE(Run({"build", file}).err.find("answered: No"), std::string::npos);
+}
+
+TEST_F(CliTest, ShowGivesTheWholeStateAsJson) {
+  const Json json = Run({"show", file, "--json"}).Json();
+  EXPECT_EQ(json["title"], "GorbexBuilder [" + file + "]");
+  ASSERT_EQ(json["projects"].size(), 3U);
+  EXPECT_EQ(json["projects"][1]["binaryCompat"], true);
+  EXPECT_EQ(json["projects"][1]["refs"].size(), 1U);
+  EXPECT_EQ(json["tree"][0], (Json{{"key", "root"},
+                                   {"parent", ""},
+                                   {"text", "GorbexBuilder Projects"},
+                                   {"image", "vbgroup"},
+                                   {"tag", ""},
+                                   {"checked", false},
+                                   {"colour", "windowText"}}));
+  std::size_t dependent = 0;
+  for (const Json& node : json["tree"]) dependent += node["image"] == "dependancy" ? 1U : 0U;
+  EXPECT_EQ(dependent, 3U);
+  EXPECT_EQ(json["queue"][0]["subItems"].size(), 4U);
+  EXPECT_EQ(json["settings"]["Compatible"], true);
+}
+
+TEST_F(CliTest, QueueCommandsWorkInTheOrderTyped) {
+  const auto paths = [](const Result& result) {
+    std::vector<std::string> names;
+    for (const Json& row : result.Json()) names.push_back(row["key"]);
+    return names;
+  };
+  const std::string core = Group::Path("Core");
+  const std::string money = Group::Path("Money");
+  const std::string till = Group::Path("Till");
+  EXPECT_EQ(paths(Run({"queue", file, "down", core, "up", till, "--json"})),
+            (std::vector<std::string>{money, till, core}));
+  EXPECT_EQ(paths(Run({"queue", file, "remove", money, "--yes", "--json"})),
+            (std::vector<std::string>{core, till}));
+  EXPECT_EQ(paths(Run({"queue", file, "remove", money, "--json"})).size(), 3U)
+      << "not without a yes";
+  EXPECT_EQ(paths(Run({"queue", file, "remove", money, "add", money, "--yes", "--json"})),
+            (std::vector<std::string>{core, till, money}));
+  EXPECT_EQ(Run({"queue", file, "wiggle", core}).status, 2);
+  EXPECT_EQ(Run({"queue", file, "up", "C:\\nobody.vbp"}).status, 2);
+}
+
+TEST_F(CliTest, SavingNeverDropsProjectsThatCouldNotBeRead) {
+  const std::string before = platform.files.Text(file);
+  platform.files.Remove(Group::Path("Till"));
+  platform.files.AddFile(
+      file, "project=" + Group::Path("Core") + "\r\nproject=" + Group::Path("Till") + "\r\n");
+  const Result result = Run({"queue", file, "add", Group::Path("Core"), "--save"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_NE(result.err.find("Till.vbp: left out: File not found"), std::string::npos);
+  EXPECT_NE(platform.files.Text(file).find("Till.vbp"), std::string::npos);
+  // A queue row without its project cannot be loaded at all.
+  platform.files.AddFile(file, before);
+  EXPECT_EQ(Run({"show", file}).status, 2);
+  EXPECT_EQ(platform.files.Text(file), before);
+}
+
+TEST_F(CliTest, GraphNamesEveryEdgeOnceAndEveryCircle) {
+  const Json graph = Run({"graph", file, "--json"}).Json();
+  EXPECT_EQ(graph["edges"].size(), 3U);
+  group.Library("Egg").Uses("Hen");
+  group.Library("Hen").Uses("Egg").Line("Reference=*\\A..\\Core\\Core.vbp");
+  const Result circle = Run({"graph", group.BuildProject()});
+  EXPECT_NE(circle.err.find("in a circle: " + Group::Path("Egg") + ", " + Group::Path("Hen")),
+            std::string::npos);
+  EXPECT_NE(
+      circle.out.find("\"C:\\\\Group\\\\Hen\\\\Hen.vbp\" -> \"C:\\\\Group\\\\Core\\\\Core.vbp\""),
+      std::string::npos);
+}
+
+TEST_F(CliTest, InitQueuesDependenciesFirstFromGroupFilesAndFolders) {
+  platform.files.AddFile("C:\\Group\\All.vbg",
+                         "VBGROUP 5.0\nStartupProject=Till\\Till.vbp\nProject=Money\\Money.vbp\n"
+                         "Project=Core\\Core.vbp\n");
+  for (const char* source : {"C:\\Group\\All.vbg", "C:\\Group"}) {
+    ASSERT_EQ(Run({"init", source, "-o", "C:\\new.bpf", "--force"}).status, 0);
+    const Json queue = Run({"queue", "C:\\new.bpf", "--json"}).Json();
+    ASSERT_EQ(queue.size(), 3U);
+    EXPECT_EQ(queue[0]["key"], Group::Path("Core"));
+    EXPECT_EQ(queue[2]["key"], Group::Path("Till"));
+    EXPECT_EQ(queue[2]["subItems"][1], Group::Path("Money"));
+  }
+  EXPECT_EQ(Run({"init", "C:\\Group", "-o", "C:\\new.bpf"}).status, 2)
+      << "an existing file is kept";
+  EXPECT_EQ(Run({"init", "C:\\nowhere", "-o", "C:\\other.bpf"}).status, 2);
+}
+
+TEST_F(CliTest, LineFeedProjectsAreNamedAndConvertedOnRequest) {
+  const std::string path = Group::Path("Core");
+  platform.files.AddFile(path, "Type=OleDll\nName=\"Core\"\nExeName32=\"Core.dll\"\n");
+  const Result plain = Run({"init", "C:\\Group", "-o", "C:\\a.bpf"});
+  EXPECT_NE(plain.err.find("Core.vbp: its lines end with LF alone"), std::string::npos);
+  EXPECT_EQ(Run({"init", "C:\\Group", "-o", "C:\\b.bpf", "--crlf"}).err.find("Core.vbp: its lines"),
+            std::string::npos);
+  EXPECT_EQ(platform.files.Text(path),
+            "Type=OleDll\r\nName=\"Core\"\r\nExeName32=\"Core.dll\"\r\n");
+}
+
+TEST_F(CliTest, ValuesAreReadAndReplaced) {
+  const std::string path = "C:\\v.vbp";
+  platform.files.AddFile(path, "Type=Exe\r\nMajorVer=1\r\nLast=x");
+  const std::vector<std::pair<std::string, std::string>> values = {
+      {"majorver", "1\n"}, {"Last", "=x\n"}, {"Absent", "Type=Exe\r\nMajorVer=1\r\nLast=x\n"}};
+  for (const auto& [key, value] : values) {
+    EXPECT_EQ(Run({"value", "get", path, key}).out, value) << key;
+  }
+  EXPECT_EQ(Run({"value", "set", path, "MajorVer", "22"}).status, 0);
+  EXPECT_EQ(platform.files.Text(path), "Type=Exe\r\nMajorVer=22\r\nLast=x\r\n");
+  EXPECT_EQ(Run({"value", "set", path, "Absent", "1"}).status, 1);
+  EXPECT_EQ(Run({"value", "get", "C:\\absent.vbp", "Type"}).status, 2);
+  EXPECT_EQ(Run({"value", "set", path, "MajorVer", "1\r\nCommand32=evil"}).status, 2);
+}
+
+TEST_F(CliTest, SettingsAreStoredCheckedAndListed) {
+  EXPECT_EQ(Run({"settings", "interval", "45"}).out, "45\n");
+  EXPECT_EQ(Run({"settings", "Interval", "soon"}).status, 2);
+  EXPECT_EQ(Run({"settings", "GetLatest", "perhaps"}).status, 2);
+  EXPECT_EQ(Run({"settings", "VersionComponents", "1.2.3"}).status, 2) << "lasts only while open";
+  EXPECT_EQ(Run({"settings", "Nonsense"}).status, 2);
+  EXPECT_EQ(Run({"settings", "--json"}).Json()["Interval"], 45);
+}
+
+TEST_F(CliTest, LogPrintsTheDayAsked) {
+  Run({"show", file});
+  const Json log = Run({"log", "--json"}).Json();
+  EXPECT_EQ(log["lines"].size(), 2U);
+  EXPECT_EQ(Run({"log", "01011980"}).status, 2);
+  EXPECT_EQ(Run({"log", "..\\..\\x"}).status, 2);
+}
+
+TEST_F(CliTest, TextsOfStrangersCannotSteerTheTerminal) {
+  platform.files.AddFile(Group::Path("Core"), "Type=OleDll\r\nName=\"\x1b[2J\x90\xe9\"\r\n");
+  const Result shown = Run({"show", file});
+  EXPECT_EQ(shown.out.find('\x1b'), std::string::npos);
+  EXPECT_NE(shown.out.find("[2J\xc3\xa9"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace gorbex::test

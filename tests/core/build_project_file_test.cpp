@@ -1,0 +1,184 @@
+#include "core/build_project_file.h"
+
+#include "core/text.h"
+
+#include "tests/support/program_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+const std::string kSettings =
+    "breakonerror=True\r\nchangerefs=False\r\nbuilddir=C:\\Group\\Bin\r\nchangerefs=False\r\n"
+    "breakcompat=True\r\ngetonbuild=True\r\nversion=1.2.3\r\n";
+
+class BuildProjectFileTest : public ProgramFixture {
+ protected:
+  bool Load(const std::string& text) {
+    platform.files.AddFile("C:\\a.bpf", text);
+    return program.buildProject.OpenProject("C:\\a.bpf");
+  }
+  std::string Queue() {
+    std::string rows;
+    for (const auto& row : program.window.lvwQueue.Rows()) {
+      rows += row->Text() + (row->Checked() ? "*" : "") + row->Key() + "|" + row->SubItem(1) + "|" +
+              row->SubItem(2) + "|" + row->SubItem(3) + "|" + row->SubItem(4) + "\n";
+    }
+    return rows;
+  }
+  std::string Recent() {
+    std::string paths;
+    for (int n = 1; n <= 5; ++n) {
+      paths +=
+          platform.registry.Text(RegistryRoot::CurrentUser, "Software\\Tovarren\\GorbexBuilder",
+                                 "MRU" + std::to_string(n)) +
+          " ";
+    }
+    return paths;
+  }
+  /// The messages shown since the last call.
+  Journal Messages() {
+    Journal lines = Effects();
+    std::erase_if(lines, [](const auto& line) { return !line.starts_with("show"); });
+    return lines;
+  }
+  static std::string LoadError(int number, const std::string& description) {
+    return Reported(number, description, ": frmBuilder.LoadProject");
+  }
+};
+
+TEST_F(BuildProjectFileTest, LoadingShowsRowsStatusAndLogAndSavingGivesTheSameBytes) {
+  const auto core = group.Library("Core").Built().Line("CompatibleMode=\"2\"").Path();
+  const auto app = group.Executable("App").Uses("Core").Path();
+  const std::string text = "project=" + core + "\r\nproject=" + app + "\r\nqueue=*" + app + "," +
+                           core + "\r\nqueue=" + core + ",\r\n" + kSettings;
+  std::vector<std::string> status;
+  const auto listening = program.window.stbStatus.changed.Connect(
+      [&](const std::string& shown) { status.push_back(shown); });
+  platform.files.SetLastWrite("C:\\Group\\Bin\\Core.dll", {0});
+  ASSERT_TRUE(Load(text));
+  EXPECT_EQ(Queue(), "1*" + app + "|" + app + "|" + core + "|NOT Compatible!|Not Found\n2" + core +
+                         "|" + core + "||Compatible|01/01/1601 00:00\n");
+  EXPECT_EQ(status, (std::vector<std::string>{"Building to C:\\Group\\Bin",
+                                              "Scanning dependancies, please wait.",
+                                              "Dependancy scan now complete."}));
+  EXPECT_EQ(platform.files.Text(program.log.FileOf("04032026")),
+            "[04/03/2026 15:06:07] Opened Project C:\\a.bpf\r\n"
+            "[04/03/2026 15:06:07] Scanning dependancies\r\n");
+  EXPECT_EQ(program.window.caption.Get(), "GorbexBuilder [C:\\a.bpf]");
+
+  program.window.ProjectChanged = true;
+  program.window.menu.mnuFileSave.Execute();
+  EXPECT_EQ(platform.files.Text("C:\\a.bpf"), text);
+  EXPECT_EQ(program.window.stbStatus.Get(), "Saved OK");
+  EXPECT_FALSE(program.window.ProjectChanged);
+}
+
+TEST_F(BuildProjectFileTest, LoadingOverridesOnlyWhatTheFileNames) {
+  const clsOptions& options = program.options;
+  struct Case {
+    std::string text, state;
+    std::size_t reports = 0;
+  };
+  for (const Case& c :
+       {Case{kSettings, "1.2.3 True False C:\\Group\\Bin False True"},
+        Case{"version=DEFAULT\r\n", "1.2.3 True False C:\\Group\\Bin False True"},
+        Case{"changerefs=False\r\nCHANGEREFS=1", "1.2.3 True True C:\\Group\\Bin False True"},
+        Case{"\r\nbuilddir=x\r\nother=y", "1.2.3 True True C:\\Group\\Bin False True"},
+        Case{"breakcompat=0\r\nversion=\r\nbuilddir=", " True True  True True"},
+        Case{"getonbuild=maybe\r\nversion=2", "2 True True  True True", 1}}) {
+    dialogs.answers = {Answer::Ignore};
+    EXPECT_TRUE(Load(c.text));
+    EXPECT_EQ(options.VersionComponents + " " + FlagText(options.StopProcessing) + " " +
+                  FlagText(options.ChangeRefs) + " " + options.BuildPath + " " +
+                  FlagText(options.Compatible) + " " + FlagText(options.GetLatest),
+              c.state)
+        << c.text;
+    EXPECT_EQ(program.window.buildDirectory, options.BuildPath);
+    EXPECT_EQ(Messages().size(), c.reports) << c.text;
+  }
+}
+
+TEST_F(BuildProjectFileTest, ErrorsAreReportedAtTheirLineAndAnswered) {
+  const auto core = group.Library("Core").Path();
+  const std::string flag = "project=" + core + "\r\nchangerefs=perhaps\r\nqueue=" + core + "\r\n";
+  const std::string mismatch = LoadError(13, "Type mismatch: 'perhaps'");
+  const std::string missing = LoadError(5, "Invalid procedure call or argument: 'C:\\x.vbp'");
+  const std::string twice = LoadError(35602, "Key is not unique in collection: '" + core + "'");
+  const std::string coreRow = core + "|" + core + "||";
+  const std::string state = "NOT Compatible!|Not Found\n";
+  const auto expect = [&](const std::string& text, std::deque<Answer> answers,
+                          const Journal& reports, const std::string& queue, bool loaded = true) {
+    dialogs.answers = std::move(answers);
+    EXPECT_EQ(Load(text), loaded) << text;
+    EXPECT_EQ(Messages(), reports) << text;
+    EXPECT_EQ(Queue(), queue) << text;
+    EXPECT_EQ(program.window.ProjectMembers.Count(), 1U) << text;
+    EXPECT_EQ(program.window.fileName, loaded ? "C:\\a.bpf" : "") << text;
+    EXPECT_EQ(program.window.caption.Get(), loaded ? "GorbexBuilder [C:\\a.bpf]" : "GorbexBuilder");
+  };
+  const std::string project = "project=" + core + "\r\n";
+  expect(flag, {Answer::Abort}, {mismatch}, "", false);
+  expect(flag, {Answer::Retry, Answer::Ignore}, {mismatch, mismatch}, "1" + coreRow + state);
+  expect("queue=C:\\x.vbp\r\n" + project + "queue=" + core, {Answer::Ignore}, {missing},
+         "1C:\\x.vbp|C:\\x.vbp|||\n2" + coreRow + state);
+  expect(project + "queue=*" + core + ",a,b\r\nqueue=" + core, {Answer::Ignore}, {twice},
+         "1*" + core + "|" + core + "|a,b|" + state);
+  expect("project=C:\\gone.vbp\r\n" + project + project, {}, {}, "");
+}
+
+TEST_F(BuildProjectFileTest, UnreadableFileKeepsWhatIsOpenAndUnwritableOneTheTitle) {
+  ASSERT_TRUE(Load("project=" + group.Library("Core").Path()));
+  EXPECT_FALSE(program.buildProject.OpenProject("C:\\none.bpf"));
+  EXPECT_FALSE(program.buildProject.OpenProject("C:\\Group"));
+  EXPECT_EQ(Messages(), (Journal{LoadError(53, "File not found: 'C:\\none.bpf'"),
+                                 LoadError(75, "Path/File access error: 'C:\\Group'")}));
+  EXPECT_EQ(program.window.ProjectMembers.Count(), 1U);
+  EXPECT_EQ(program.window.fileName, "C:\\a.bpf");
+
+  program.window.ProjectChanged = true;
+  EXPECT_FALSE(program.buildProject.SaveProject("C:\\none\\b.bpf"));
+  EXPECT_EQ(Messages(),
+            Journal{Reported(76, "Path not found: 'C:\\none\\b.bpf'", ": frmBuilder.SaveProject")});
+  EXPECT_EQ(program.window.caption.Get(), "GorbexBuilder [C:\\a.bpf]");
+  EXPECT_TRUE(program.window.ProjectChanged);
+}
+
+TEST_F(BuildProjectFileTest, RecentFilesMoveDownAndCanHoldAPathTwice) {
+  const std::vector<std::pair<std::string, std::string>> saves = {
+      {"C:\\1", "C:\\1    <absent> "},           {"C:\\1", "C:\\1    <absent> "},
+      {"C:\\2", "C:\\2 C:\\1   <absent> "},      {"C:\\3", "C:\\3 C:\\2 C:\\1  <absent> "},
+      {"c:\\1", "c:\\1 C:\\3 C:\\2  <absent> "}, {"C:\\3", "C:\\3 c:\\1 C:\\2 C:\\2 <absent> "}};
+  for (const auto& [path, recent] : saves) {
+    ASSERT_TRUE(program.buildProject.SaveProject(path));
+    EXPECT_EQ(Recent(), recent);
+  }
+  auto& menu = program.window.menu;
+  EXPECT_EQ(menu.mnuFileMRU[1].caption.Get(), "c:\\1");
+  menu.mnuFileMRU[1].Execute();
+  EXPECT_EQ(program.window.caption.Get(), "GorbexBuilder [c:\\1]");
+}
+
+TEST_F(BuildProjectFileTest, MenuCommandsAskForFilesAndTellTheOutcome) {
+  auto& menu = program.window.menu;
+  ASSERT_TRUE(Load("project=" + group.Library("Core").Path()));
+  menu.mnuFileNew.Execute();
+  EXPECT_EQ(program.window.caption.Get(), "GorbexBuilder");
+  EXPECT_EQ(program.window.ProjectMembers.Count() + program.window.tvwProjects.Count(), 1U);
+  Effects();
+  menu.mnuFileOpen.Execute();
+  EXPECT_EQ(program.window.stbStatus.Get(), "Cancelled");
+  menu.mnuFileSave.Execute();
+  EXPECT_EQ(program.window.stbStatus.Get(), "Not Saved");
+  EXPECT_EQ(Effects(), (Journal{"open Select a Build Project to load|Builder Project Files "
+                                "(*.bpf)|*.bpf|*.bpf",
+                                "save |Builder Projects (*.bpf)|*.bpf|Untitled.bpf"}));
+  dialogs.choices = {"C:\\b.bpf"};
+  menu.mnuFileSaveAs.Execute();
+  EXPECT_EQ(program.window.stbStatus.Get(), "Saved OK");
+  EXPECT_EQ(platform.files.Text("C:\\b.bpf"),
+            "breakonerror=False\r\nchangerefs=False\r\nbuilddir=\r\nchangerefs=False\r\n"
+            "breakcompat=True\r\ngetonbuild=False\r\nversion=\r\n");
+}
+
+}  // namespace
+}  // namespace gorbex::test

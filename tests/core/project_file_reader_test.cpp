@@ -1,0 +1,147 @@
+#include "core/project_file_reader.h"
+
+#include "tests/support/program_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+using ProjectFileReaderTest = ProgramFixture;
+using Texts = std::vector<std::string>;
+
+std::string Joined(const Texts& texts) {
+  std::string joined;
+  for (const auto& text : texts) joined += "<" + text + ">";
+  return joined;
+}
+
+std::string Facts(const std::string& text) {
+  const auto [m, properties] = ParseProjectFile("C:\\P\\a.vbp", text);
+  return m.MemberType + ";" + m.Name + ";" + m.EXEName + ";" + m.BuildName + ";" + m.Version + ";" +
+         m.Compatibility + ";" + (m.BinaryCompat ? "binary" : "") + ";" + Joined(m.Members) + ";" +
+         Joined(m.UserControls) + ";" + Joined(m.Refs) + Joined(m.Objects) + ";" +
+         Joined(properties);
+}
+
+TEST(ProjectFile, EveryLineGoesWhereTheRulesPutIt) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"Type=OleDll\r\nName=\"Co\"\"re\"", "OleDll;Core;;;..;;;;;;"},
+      {"[MS Server]\r\nName=A\r\nTitle=x=y\r\n\r\nType=Exe",
+       ";;;;..;;;;;;<[MS Server]\r\nName=A><Title=x=y><\r\nType=Exe>"},
+      {"MAJORVER=1\r\nMinorVer=02\r\nRevisionVer=7\r\n", ";;;;1.02.;;;;;;<RevisionVer=7>"},
+      {"MajorVer=1\r\nRevision=7", ";;;;1..7;;;;;;"},
+      {"ExeName32=\"A.dll\"\r\nPath32=\"..\\Bin\"", ";;A.dll;..\\Bin\\A.dll;..;;;;;;"},
+      {"Path32=C:\\\r\nExeName32=A.dll\r\n", ";;A.dll;C:\\\\;..;;;;;;"},
+      {"CompatibleMode=\"2\"\r\nCompatibleEXE32=o.dll",
+       ";;;;..;o.dll;binary;;;;<CompatibleMode=2>"},
+      {"CompatibleMode=2\r\nCompatibleMode=1", ";;;;..;;;;;;<CompatibleMode=2><CompatibleMode=1>"},
+      {"Module=m;  m.bas \r\nForm=f.frm\r\nForm= g.frm\r\nForm=a;b;c",
+       ";;;;..;;;<C:\\P\\m.bas><C:\\P\\f.frm><C:\\P\\ g.frm><C:\\P\\b;c>;;;"},
+      {"Class=c; ..\\Sh\\c.cls\r\nUserControl=u.ctl", ";;;;..;;;;<c.cls><u.ctl>;;"},
+      {"Object={A}\r\nReference=\"r\"\r\nReference=s", ";;;;..;;;;;<r><s><{A}>;"},
+      {"Type=Exe\nName=A\n", "Exe\nName=A\n;;;;..;;;;;;"},
+      {"Name=A\r", ";A;;;..;;;;;;"},
+      {"no pairs at all\r\n", ";;;;..;;;;;;"}};
+  for (const auto& [text, facts] : cases) EXPECT_EQ(Facts(text), facts) << text;
+}
+
+TEST(ProjectFile, BindingGivesTheSpecWithoutQuotes) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"[SCC]\r\nSCC_Project_Name = \"$/Core\", ABCD\r\nSCC_Aux_Path = x", "$/Core"},
+      {"SCC_Project_Name = \"$/Core\"\r\nmore", "$/Core\r\nmore"},
+      {"SCC_Project_Name=\"$/Core\", A", ""},
+      {"scc_project_name = a", ""},
+      {"SCC_Project_Name = ", ""}};
+  for (const auto& [text, spec] : cases) EXPECT_EQ(BoundProject(text), spec) << text;
+}
+
+TEST_F(ProjectFileReaderTest, BranchCarriesTheKeySchemeAndTheNodeOfItsProjectIsSelected) {
+  auto& core = group.Library("Core").Built().Line("Reference=*\\G{B}#1#0#C:\\b.tlb#B");
+  core.Line("Object={C}#1.0#0; c.ocx").Line("Form=f.frm").Line("Class=k; k.cls");
+  for (int n = 1; n <= 10; ++n) core.Line("P" + std::to_string(n) + "=");
+  platform.files.AddFile("C:\\Group\\Core\\mssccprj.scc", "SCC_Project_Name = \"$/Core\", X");
+  ASSERT_TRUE(program.reader.ReadProject(core.Path()));
+  Texts nodes;
+  for (const auto& node : program.window.tvwProjects.Nodes()) {
+    auto text = node->Key() + " < " + (node->Parent() == nullptr ? "" : node->Parent()->Key());
+    text.append(" ").append(ImageKey(node->ImageOf())).append(" ").append(node->Text());
+    for (auto at = text.find(core.Path()); at != text.npos; at = text.find(core.Path())) {
+      text.replace(at, core.Path().size(), "@");
+    }
+    nodes.push_back(text + (node->Tag().empty() ? "" : " #" + node->Tag()));
+  }
+  Texts expected = {"root <  vbgroup GorbexBuilder Projects",
+                    "x)@ < root vbproject @",
+                    "r)@ < x)@ vbreference References",
+                    "r-1@ < r)@ invalidreference *\\G{B}#1#0#C:\\b.tlb#B #{B}",
+                    "o)@ < x)@ vbreference Objects",
+                    "o-1@ < o)@ invalidreference {C}#1.0#0; c.ocx #{C}",
+                    "m)@ < x)@ vbform Members",
+                    "m-1@ < m)@ vbform C:\\Group\\Core\\f.frm",
+                    "u-1@ < m)@ vbclass k.cls",
+                    "i)@ < x)@ notepad Project Properties"};
+  for (int n = 1; n <= 10; ++n) {
+    expected.push_back("i" + std::to_string(n) + "@ < i)@ notepad P" + std::to_string(n) + "=");
+  }
+  EXPECT_EQ(nodes, expected);
+  EXPECT_EQ(program.window.tvwProjects.Selected()->Text(), core.Path());
+  EXPECT_EQ(program.window.ProjectMembers.Item(core.Path()).VSSProject, "$/Core");
+  EXPECT_EQ(program.window.lvwData.Tag(), core.Path());
+}
+
+TEST_F(ProjectFileReaderTest, FailedReadsLeaveNoRecordAndAPathIsReadOnce) {
+  const std::string path = group.Library("Core").Path();
+  const std::string binding = "C:\\Group\\Core\\mssccprj.scc";
+  auto& projects = program.window.ProjectMembers;
+  auto& tree = program.window.tvwProjects;
+  for (const std::string bad : {"C:\\Group\\Core", "C:\\none.vbp", "", "?:*"}) {
+    EXPECT_FALSE(program.reader.ReadProject(bad)) << bad;
+  }
+  platform.files.AddFile(binding, "");
+  platform.files.Fail(FileOperation::Read, binding, ErrorNumber::PermissionDenied);
+  EXPECT_FALSE(program.reader.ReadProject(path));
+  EXPECT_EQ(std::pair(projects.Count(), tree.Count()), std::pair(std::size_t{0}, std::size_t{1}));
+
+  EXPECT_TRUE(program.reader.ReadProject(path));
+  platform.files.Fail(FileOperation::Read, path, ErrorNumber::PermissionDenied);
+  EXPECT_TRUE(program.reader.ReadProject(path));
+  platform.files.Fail(FileOperation::Read, path, ErrorNumber::PermissionDenied, 0);
+  EXPECT_TRUE(program.reader.ReadProject("c:\\group\\core\\core.vbp"));
+  EXPECT_EQ(std::pair(projects.Count(), tree.Count()), std::pair(std::size_t{2}, std::size_t{11}));
+
+  projects.Remove(path);
+  EXPECT_FALSE(program.reader.ReadProject(path)) << "its nodes are still there";
+  EXPECT_EQ(projects.Find(path), nullptr);
+  EXPECT_EQ(Effects(), Journal{}) << "no message";
+}
+
+TEST_F(ProjectFileReaderTest, HostileFilesAreReadInLinearTime) {
+  const std::string huge(1 << 18, 'a');
+  std::string fields, lines, quotes(1 << 20, '"');
+  for (int n = 0; n < 5000; ++n) fields += "#{x};";
+  for (int n = 0; n < 5000; ++n) lines += "Reference=*\\G{A}#1#0#" + std::to_string(n) + "#\r\n";
+  const Texts texts = {"",
+                       std::string(1 << 20, '\0'),
+                       std::string(1 << 20, '='),
+                       std::string(1 << 20, '\r'),
+                       huge,
+                       huge + "=" + huge,
+                       "Reference=*\\G{" + huge + "}#" + huge + "#0#" + huge,
+                       "Object=" + fields + "\r\nReference=*\\" + fields,
+                       "ExeName32=" + huge.substr(0, 259) + "b\r\n",
+                       "ExeName32=" + huge + "\r\nName=" + quotes,
+                       "Reference=\r\nObject=\r\nReference=#\r\nObject={\r\nReference=*\\\r\n",
+                       lines};
+  const auto start = std::chrono::steady_clock::now();
+  for (std::size_t n = 0; n < texts.size(); ++n) {
+    const std::string path = "C:\\h" + std::to_string(n) + ".vbp";
+    platform.files.AddFile(path, texts[n]);
+    EXPECT_TRUE(program.reader.ReadProject(path)) << n;
+  }
+  program.marking.mnuToolsDependancies_Click();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  EXPECT_EQ(Effects(), Journal({"mkdir C:\\Program Files\\GorbexBuilder\\logs",
+                                "append C:\\Program Files\\GorbexBuilder\\Logs\\04032026.log"}));
+}
+
+}  // namespace
+}  // namespace gorbex::test

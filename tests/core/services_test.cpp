@@ -1,0 +1,182 @@
+#include "core/activity_log.h"
+#include "core/file_tools.h"
+#include "core/options.h"
+#include "core/registry_tools.h"
+#include "tests/support/program_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+using ServicesTest = ProgramFixture;
+constexpr auto kUser = RegistryRoot::CurrentUser;
+const std::string kKey = "Software\\Tovarren\\GorbexBuilder";
+
+TEST_F(ServicesTest, LogKeepsOneFilePerDayInAFolderItMakes) {
+  program.log.WriteLog("last");
+  platform.clock.now = {2026, 12, 31, 23, 59, 59};
+  program.log.WriteLog("bare", false);
+  platform.clock.now = {2027, 1, 1, 0, 0, 0};
+  program.log.WriteLog("first");
+  const std::string logs = platform.programFolder + "\\Logs\\";
+  EXPECT_EQ(platform.files.Text(logs + "04032026.log"), "[04/03/2026 15:06:07] last\r\n");
+  EXPECT_EQ(platform.files.Text(logs + "31122026.log"), "bare\r\n");
+  EXPECT_EQ(platform.files.Text(logs + "01012027.log"), "[01/01/2027 00:00:00] first\r\n");
+  EXPECT_EQ(
+      Effects(),
+      (Journal{"mkdir " + platform.programFolder + "\\logs", "append " + logs + "04032026.log",
+               "append " + logs + "31122026.log", "append " + logs + "01012027.log"}));
+}
+
+TEST_F(ServicesTest, LogFolderIsMadeUnderItsOtherNameAndALostLineIsTold) {
+  ActivityLog log(platform.files, platform.clock, dialogs, "C:\\");
+  platform.files.Fail(FileOperation::CreateFolder, "C:\\\\logs", ErrorNumber::PermissionDenied);
+  log.WriteLog("lost");
+  log.WriteLog("x");
+  const std::string denied = "Permission denied: 'C:\\\\logs'";
+  EXPECT_EQ(Effects(), (Journal{"show Failed to write to log-file :" + denied, "mkdir C:\\\\logs",
+                                "append C:\\Logs\\04032026.log"}));
+}
+
+TEST_F(ServicesTest, FileTimesAreUniversalAndMissingIsNotUnreadable) {
+  constexpr std::uint64_t kSecond = 10'000'000;
+  constexpr std::uint64_t kDay = 86'400 * kSecond;
+  const std::vector<std::pair<std::uint64_t, std::string>> times = {
+      {0, "01/01/1601 00:00"},
+      {kDay - 1, "01/01/1601 23:59"},
+      {59 * kDay, "01/03/1601 00:00"},
+      {116'444'736'000'000'000 + 11'016 * kDay + 84'600 * kSecond, "29/02/2000 23:30"}};
+  for (const auto& [ticks, text] : times) EXPECT_EQ(GetFileDateString({ticks}), text);
+
+  platform.files.AddFile("C:\\a.dll", "");
+  platform.files.SetLastWrite("C:\\a.dll", {59 * kDay});
+  EXPECT_EQ(GetFileAmmendedTime(platform.files, "C:\\a.dll"), "01/03/1601 00:00");
+  EXPECT_EQ(GetFileAmmendedTime(platform.files, "C:\\none.dll"), "Not Found");
+  EXPECT_EQ(GetFileAmmendedTime(platform.files, "C:\\"), "Not Found");
+  struct Untimed : MemoryFileSystem {
+    using MemoryFileSystem::MemoryFileSystem;
+    std::optional<FileInfo> Look(const std::string&) const override { return FileInfo{}; }
+  };
+  EXPECT_EQ(GetFileAmmendedTime(Untimed(platform.journal, platform.clock), "C:\\a"), "N/A");
+}
+
+TEST_F(ServicesTest, RegistryReadsByTypeAndFallsBackToTheDefault) {
+  platform.registry.AddText(kUser, "K", "text", "True");
+  platform.registry.AddText(kUser, "K", "empty", "");
+  platform.registry.AddText(kUser, "K", "254", std::string(254, 'x'));
+  platform.registry.AddText(kUser, "K", "255", std::string(255, 'x'));
+  platform.registry.AddNumber(kUser, "K", "number", 300);
+  platform.registry.AddNumber(kUser, "K", "high", 0xFFFFFFFF);
+  using Row = std::array<std::string, 4>;
+  const std::string key = "hkey_Current_user\\K";
+  for (const Row& row :
+       {Row{key, "text", "", "True"}, Row{key, "TEXT", "bool", "True"}, Row{key, "none", "", ""},
+        Row{key, "none", "Bool", "False"}, Row{key, "none", "NUMBER", ""},
+        Row{key, "empty", "STRING", ""}, Row{key, "empty", "BOOL", ""},
+        Row{key, "254", "", std::string(254, 'x')}, Row{key, "255", "", ""},
+        Row{key, "255", "BOOL", "False"}, Row{key, "number", "Number", "300"},
+        Row{key, "high", "NUMBER", "4294967295"}, Row{key, "254", "NUMBER", ""},
+        Row{key, "number", "BINARY", std::string("\x2C\1\0\0", 4)}, Row{key, "text", "odd", ""},
+        Row{"HKCU\\K", "text", "", ""}, Row{"HKCU\\K", "text", "BOOL", "False"},
+        Row{"HKEY_CURRENT_USER", "text", "", ""}}) {
+    EXPECT_EQ(program.registry.fnsGetRegistryValue(row[0], row[1], row[2]), row[3])
+        << row[0] << " " << row[1] << " " << row[2];
+  }
+  std::uint32_t root = 0x80000000;
+  for (const std::string name : {"HKEY_CLASSES_ROOT", "hkey_current_user", "HKEY_LOCAL_MACHINE",
+                                 "HKEY_USERS", "HKEY_PERFORMANCE_DATA"}) {
+    EXPECT_EQ(program.registry.fnlHKEYValue(name + "\\x\\y"), root++);
+    EXPECT_EQ(program.registry.fnlHKEYValue(name), 0U);
+    EXPECT_EQ(program.registry.fnlHKEYValue("x" + name + "\\"), 0U);
+  }
+  EXPECT_TRUE(program.registry.KeyExists("HKEY_CURRENT_USER\\k"));
+  EXPECT_FALSE(program.registry.KeyExists("HKEY_CURRENT_USER\\k\\l"));
+  EXPECT_FALSE(program.registry.KeyExists("HKCU\\k"));
+}
+
+TEST_F(ServicesTest, RegistryWritesByTypeAndSkipsWhatItCannot) {
+  const auto set = [&](const std::string& key, const std::string& value, const std::string& type) {
+    program.registry.subSetRegistryValue(key, "n", value, type);
+  };
+  const std::string key = "HKEY_CURRENT_USER\\K\\L";
+  set(key, "7a", "");
+  set(key, "300", "number");
+  set(key, "-1", "Long");
+  set(key, std::string("\0b", 2), "BINARY");
+  set(key, "x", "BOOL");
+  set("HKEY\\K", "x", "");
+  set(key, "9999999999", "NUMBER");
+  platform.registry.refuses = true;
+  set(key, "lost", "");
+  EXPECT_EQ(Effects(),
+            (Journal{"registry " + key, "registry " + key + " n=7a", "registry " + key + " n=300",
+                     "registry " + key + " n=4294967295", "registry " + key + " n=0062",
+                     Reported(6, "Overflow", ": RegistryTools.subSetRegistryValue")}));
+}
+
+TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
+  clsOptions& saved = program.options;
+  saved.LoadSettings();
+  EXPECT_EQ(saved.BuildPath + saved.WatchFolder + saved.ReplyUser + saved.AutoLaunchName, "");
+  EXPECT_EQ(saved.DebugBuild, "False");
+  EXPECT_FALSE(saved.AutoLaunchVBP || saved.AutoBuildDependant || saved.StopProcessing ||
+               saved.ChangeRefs || saved.Compatible || saved.GetLatest || saved.AutoStart);
+  EXPECT_EQ(saved.Interval + saved.ReplyTo, 0);
+
+  saved.DebugBuild = "True";
+  saved.BuildPath = "C:\\\xC4";
+  saved.ReplyTo = -7;
+  saved.Interval = 90;
+  saved.AutoBuildDependant = saved.Compatible = true;
+  saved.SaveSettings();
+  Journal expected = {"registry HKEY_CURRENT_USER\\" + kKey};
+  for (const char* line : {"Interval=90", "AutoStart=False", "GetLatest=False", "Compatible=True",
+                           "ChangeRefs=False", "StopProcessing=False", "BuildPath=C:\\\xC4",
+                           "WatchFolder=", "ReplyTo=-7", "ReplyUser=", "AutoDependant=True",
+                           "AutoLaunch Name=", "AutoLaunch VBP=False", "Debug Build=True"}) {
+    expected.push_back("registry HKEY_CURRENT_USER\\" + kKey + " " + line);
+  }
+  EXPECT_EQ(Effects(), expected);
+
+  platform.registry.AddText(kUser, kKey, "Compatible", "1");
+  platform.registry.AddText(kUser, kKey, "GetLatest", "tRUE");
+  platform.registry.AddText(kUser, kKey, "ReplyTo", "40000");
+  dialogs.answers = {Answer::Ignore};
+  clsOptions loaded(program.registry, program.report);
+  loaded.LoadSettings();
+  EXPECT_TRUE(loaded.AutoBuildDependant && loaded.GetLatest && !loaded.Compatible);
+  EXPECT_EQ(loaded.DebugBuild + loaded.BuildPath, "TrueC:\\\xC4");
+  EXPECT_EQ(std::pair(loaded.Interval, int{loaded.ReplyTo}), std::pair(90, 0));
+  EXPECT_EQ(Effects(), Journal{Reported(6, "Overflow", ": clsOptions.LoadSettings")});
+}
+
+TEST_F(ServicesTest, VersionNumbersComeFromTheirFields) {
+  struct Case {
+    std::string text;
+    int major, minor, revision;
+    Journal reports;
+  };
+  const auto unset = [](const char* name) { return Reported(9, "Subscript out of range", name); };
+  const auto overflow = [](const char* name) { return Reported(6, "Overflow", name); };
+  const std::vector<Case> cases = {
+      {"2.10.7", 2, 10, 7, {}},
+      {"2.10", 2, 10, 0, {}},
+      {"7a.x.3b.4", 7, 0, 3, {}},
+      {".5.", 0, 5, 0, {}},
+      {"3", 0, 0, 0, {unset(": clsOptions.Minor")}},
+      {"", 0, 0, 0, {unset(": clsOptions.Minor")}},
+      {"9999999999.1.2147483648",
+       0,
+       1,
+       0,
+       {overflow(": clsOptions.Major"), overflow(": clsOptions.Revision")}}};
+  for (const Case& c : cases) {
+    program.options.VersionComponents = c.text;
+    EXPECT_EQ(program.options.Major(), c.major) << c.text;
+    EXPECT_EQ(program.options.Minor(), c.minor) << c.text;
+    EXPECT_EQ(program.options.Revision(), c.revision) << c.text;
+    EXPECT_EQ(Effects(), c.reports) << c.text;
+  }
+}
+
+}  // namespace
+}  // namespace gorbex::test

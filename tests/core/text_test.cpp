@@ -1,0 +1,75 @@
+#include "core/text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/code_page.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex::test {
+namespace {
+
+constexpr double kError = -12345;  ///< in a table: error 6, or 13 for a text that is no flag
+
+TEST(Text, NumericValueReadsTheNumberAtTheStart) {
+  const std::vector<std::pair<std::string, double>> cases = {
+      {"", 0},           {"7a", 7},          {"a7", 0},          {" 1 2 ", 12},
+      {"-3.5x", -3.5},   {"+4", 4},          {"--4", 0},         {".5", 0.5},
+      {"5.", 5},         {".", 0},           {"1e3", 1000},      {"1d2", 100},
+      {"1e", 1},         {"1e-x", 1},        {"e5", 0},          {"1e-999", 0},
+      {"1e999", kError}, {"1,5", 1},         {"&HFF", 255},      {"&hFFFF", -1},
+      {"&O17", 15},      {"&HFFFF&", 65535}, {"&H10000", 65536}, {"&H1FFFFFFFF", kError},
+      {"&", 0},          {"&HG", 0},         {"inf", 0},         {"nan", 0},
+      {"\t\n9", 9},      {"1\r2", 1}};
+  for (const auto& [text, value] : cases) {
+    try {
+      EXPECT_EQ(NumericValue(text), value) << text;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(std::pair(error.Number(), value), std::pair(6, kError)) << text;
+    }
+  }
+}
+
+TEST(Text, WholeNumbersRoundHalvesToEvenAndOverflow) {
+  EXPECT_EQ(ToLong(2.5), 2);
+  EXPECT_EQ(ToLong(3.5), 4);
+  EXPECT_EQ(ToLong(-2147483648.4), INT32_MIN);
+  EXPECT_THROW((void)ToLong(2147483647.5), RuntimeError);
+  EXPECT_EQ(ToInteger(32767.4), 32767);
+  EXPECT_THROW((void)ToInteger(32768), RuntimeError);
+}
+
+TEST(Text, FlagsAreWordsOrNumbers) {
+  const std::vector<std::pair<std::string, double>> cases = {
+      {"True", 1},  {"fALSE", 0},    {" true ", 1},  {"0", 0},        {"-1", 1},       {"0.5", 1},
+      {"", kError}, {"yes", kError}, {"1x", kError}, {"inf", kError}, {"nan", kError}, {"0.0", 0}};
+  for (const auto& [text, value] : cases) {
+    try {
+      EXPECT_EQ(ToFlag(text) ? 1 : 0, value) << text;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(std::pair(error.Number(), value), std::pair(13, kError)) << text;
+    }
+  }
+}
+
+TEST(Text, FindIgnoringCaseAgreesWithPlainSearchForShortAndLongPatterns) {
+  std::mt19937 random(1);
+  const auto letters = [&](std::size_t longest) {
+    std::string text(random() % longest, ' ');
+    for (char& letter : text) letter = "aAaAaAb\xC4\xE4"[random() % 9];
+    return text;
+  };
+  for (int round = 0; round < 3000; ++round) {
+    const std::string text = letters(200);
+    const std::size_t from = random() % 20;
+    const std::string part = text.substr(random() % (text.size() + 1), random() % 80);
+    for (const std::string& wanted : {part, part + "a", letters(8)}) {
+      const auto plain = LowerCase(text).find(LowerCase(wanted), from);
+      ASSERT_EQ(FindIgnoringCase(text, UpperCase(wanted), from), plain) << text << "|" << wanted;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace gorbex::test

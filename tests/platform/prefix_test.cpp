@@ -1,0 +1,119 @@
+#include "platform/linux/prefix.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "platform/runtime_error.h"
+#include "tests/platform/temporary_folder.h"
+
+namespace gorbex::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(Prefix, MapsWindowsPathsToTheHost) {
+  const TemporaryFolder folder;
+  const Prefix prefix(folder.Path());
+  folder.Put("drive_c/Group/Core/Core.vbp", "");
+  folder.Put("drive_c/Group/core/Other.vbp", "");
+  folder.Put("drive_c/\u00C4\u20AC.txt", "");
+  folder.Put("dosdevices/unc/server/share/f.txt", "");
+  const CurrentFolder inside(folder.Path() / "drive_c/Group");
+
+  const std::string nothing;
+  const std::string longName(300, 'x');
+  const std::pair<std::string, std::string> cases[] = {
+      {"C:\\Group\\Core\\Core.vbp", "drive_c/Group/Core/Core.vbp"},
+      {"c:/group/CORE/core.VBP", "drive_c/Group/Core/Core.vbp"},
+      {"C:\\group\\CORE\\other.vbp", nothing},  // the first of two similar folders is taken
+      {"C:\\Group\\core\\other.vbp", "drive_c/Group/core/Other.vbp"},
+      {"C:\\..\\Group\\.\\Nowhere\\..\\Core\\", "drive_c/Group/Core"},
+      {"\\Group", "drive_c/Group"},
+      {"Core\\Core.vbp", "drive_c/Group/Core/Core.vbp"},
+      {"..\\..\\drive_c", "drive_c"},
+      {"C:\\\xE4\x80.TXT", "drive_c/\u00C4\u20AC.txt"},
+      {"C:\\Group.", "drive_c/Group"},
+      {"\\\\Server\\share\\..\\..\\share\\F.txt", nothing},
+      {"\\\\Server\\Share\\..\\F.txt", "dosdevices/unc/server/share/f.txt"},
+      {"C:", "drive_c"},
+      {"Z:" + folder.Path().native() + "/DRIVE_C", "drive_c"},
+      {"Q:\\x", nothing},
+      {"", nothing},
+      {"C:\\Group\\Core\\Core.vbp:stream", nothing},
+      {"C:\\Gr?up", nothing},
+      {std::string("C:\\Group\0", 9), nothing},
+      {"C:\\Group\\Core\\Core.vbp\\x", nothing},
+      {"C:\\" + longName, nothing},
+      {"C:\\" + std::string(9000, '\\') + "Group", "drive_c/Group"},
+  };
+  for (const auto& [path, expected] : cases) {
+    const auto found = prefix.Existing(path);
+    ASSERT_EQ(found.has_value(), !expected.empty()) << path;
+    if (!found) continue;
+    EXPECT_EQ(fs::canonical(*found), folder.Path() / expected) << path;
+  }
+  EXPECT_TRUE(prefix.Target("C:\\GROUP\\New.vbp"));
+  EXPECT_FALSE(prefix.Target("C:\\None\\New.vbp"));
+  EXPECT_FALSE(prefix.Target("C:\\" + longName));
+  EXPECT_TRUE(fs::is_directory(folder.Path() / "drive_c/Program Files/GorbexBuilder"));
+}
+
+TEST(Prefix, NamesHostPathsAsWindowsDoes) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder.Path() / "real");
+  fs::create_directory_symlink("real", folder.Path() / "named");
+  folder.Put("disk/deep/f", "");
+  const Prefix prefix(folder.Path() / "named");
+  fs::create_symlink(folder.Path() / "disk", folder.Path() / "real/dosdevices/d:");
+  fs::create_symlink(folder.Path() / "disk/deep", folder.Path() / "real/dosdevices/e:");
+  const auto root = folder.Path().native();
+  const std::pair<std::string, std::string> cases[] = {
+      {root + "/named/drive_c/A/b.vbp", "C:\\A\\b.vbp"},
+      {root + "/real/drive_c/A/", "C:\\A"},
+      {root + "/named/dosdevices/c:/A", "C:\\A"},
+      {root + "/named/drive_c", "C:\\"},
+      {root + "/named/drive_cc", "Z:" + root + "/named/drive_cc"},
+      {root + "/disk/deep/f", "E:\\f"},
+      {root + "/disk/\u00E9", "D:\\\xE9"},
+      {"/", "Z:\\"},
+      {"/usr/../etc/x", "Z:\\etc\\x"},
+  };
+  for (auto [path, expected] : cases) {
+    for (char& c : expected) c = c == '/' ? '\\' : c;
+    EXPECT_EQ(prefix.WindowsPath(path), expected) << path;
+  }
+  for (const char* path : {"/tmp/\u0416", "/tmp/a\\b", "/tmp/a:b"}) {
+    EXPECT_THROW((void)prefix.WindowsPath(path), RuntimeError) << path;
+  }
+}
+
+TEST(Prefix, IsChosenInOrder) {
+  const TemporaryFolder home;
+  std::map<std::string, std::string> values = {{"HOME", home.Path().native()}};
+  const auto environment = [&](const char* name) -> std::optional<std::string> {
+    return values.contains(name) ? std::optional(values[name]) : std::nullopt;
+  };
+  EXPECT_EQ(Prefix::Choose({}, environment), home.Path() / ".local/share/gorbexbuilder");
+  values["XDG_DATA_HOME"] = "/data";
+  EXPECT_EQ(Prefix::Choose({}, environment), "/data/gorbexbuilder");
+  fs::create_directory(home.Path() / ".wine");
+  EXPECT_EQ(Prefix::Choose({}, environment), home.Path() / ".wine");
+  values["WINEPREFIX"] = "/w";
+  EXPECT_EQ(Prefix::Choose({}, environment), "/w");
+  values["GORBEX_PREFIX"] = "";
+  EXPECT_EQ(Prefix::Choose({}, environment), "/w");
+  values["GORBEX_PREFIX"] = "/g";
+  EXPECT_EQ(Prefix::Choose({}, environment), "/g");
+  EXPECT_EQ(Prefix::Choose("/o", environment), "/o");
+}
+
+TEST(Prefix, SaysWhenItCannotBeMade) {
+  const TemporaryFolder folder;
+  folder.Put("file", "");
+  EXPECT_THROW(Prefix(folder.Path() / "file"), RuntimeError);
+  EXPECT_THROW(Prefix(folder.Path() / "file/below"), RuntimeError);
+}
+
+}  // namespace
+}  // namespace gorbex::test

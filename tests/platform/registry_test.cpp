@@ -1,0 +1,152 @@
+#include "platform/linux/registry.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/platform/temporary_folder.h"
+#include "tests/support/memory_registry.h"
+
+namespace gorbex::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Root = RegistryRoot;
+using namespace std::string_literals;
+
+RegistryValue TextValue(const std::string& text) {
+  return {RegistryType::Text, text + '\0'};
+}
+
+std::string TextOf(const RegistryReader& registry, Root root, const char* key, const char* name) {
+  const auto value = registry.Value(root, key, name);
+  return value ? value->bytes.substr(0, value->bytes.find('\0')) : "<absent>";
+}
+
+struct InMemory {
+  Journal journal;
+  MemoryRegistry registry{journal};
+};
+
+struct OnLinux {
+  TemporaryFolder folder;
+  LinuxRegistry registry{folder.Path()};
+};
+
+template <typename Bench>
+class Registries : public testing::Test {
+ protected:
+  Bench bench_;
+  Registry& registry_ = bench_.registry;
+};
+
+using Benches = testing::Types<InMemory, OnLinux>;
+TYPED_TEST_SUITE(Registries, Benches);
+
+TYPED_TEST(Registries, GiveBackWhatWasSet) {
+  auto& registry = this->registry_;
+  std::string all;
+  for (int i = 255; i > 0; --i) all += static_cast<char>(i);
+  const RegistryValue values[] = {TextValue(all),
+                                  TextValue(""),
+                                  {RegistryType::Text, "no zero"},
+                                  {RegistryType::Text, ""},
+                                  {RegistryType::ExpandText, std::string("%p%\0", 4)},
+                                  {RegistryType::MultiText, std::string("a\0b\0\0", 5)},
+                                  {RegistryType::Binary, all + '\0'},
+                                  {RegistryType::Binary, ""},
+                                  {RegistryType::Number, "\x01\x02\x03\xFF"},
+                                  {RegistryType::Number, "\x01"}};
+  for (const auto& value : values) {
+    for (const Root root :
+         {Root::ClassesRoot, Root::CurrentUser, Root::LocalMachine, Root::Users}) {
+      ASSERT_TRUE(registry.SetValue(root, "Soft[w]are\\K \xC4", "N\\\"\x80", value));
+      EXPECT_EQ(registry.Value(root, "soft[W]are\\k \xE4", "n\\\"\x80"), value);
+    }
+  }
+  EXPECT_TRUE(registry.SetValue(Root::CurrentUser, "Soft[w]are", "", TextValue("default")));
+  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "SOFT[w]ARE", ""), "default");
+  EXPECT_FALSE(registry.Value(Root::CurrentUser, "Soft[w]are", "none"));
+  EXPECT_FALSE(registry.Value(Root::CurrentUser, "None", ""));
+}
+
+TYPED_TEST(Registries, MakeKeysWithThoseAbove) {
+  EXPECT_FALSE(this->registry_.HasKey(Root::LocalMachine, "A"));
+  EXPECT_TRUE(this->registry_.CreateKey(Root::LocalMachine, "A\\B\\C"));
+  EXPECT_TRUE(this->registry_.CreateKey(Root::LocalMachine, "a\\b"));
+  for (const char* key : {"A", "a\\B", "a\\b\\c"}) {
+    EXPECT_TRUE(this->registry_.HasKey(Root::LocalMachine, key)) << key;
+  }
+  EXPECT_FALSE(this->registry_.HasKey(Root::CurrentUser, "A"));
+}
+
+TEST(LinuxRegistries, MergeWineFilesUnderTheOwnFile) {
+  OnLinux bench;
+  const std::string machine =
+      "[Software\\\\Classes\\\\Both]\n@=\"machine\"\n\"m\"=\"m\"\n[Software\\\\K]\n\"v\"="
+      "\"hklm\"\n";
+  const std::string user =
+      "[Software\\\\Classes\\\\Both]\n@=\"user\"\n[Software\\\\K]\n\"v\"=\"hkcu\"\n";
+  bench.folder.Put("system.reg", machine);
+  bench.folder.Put("user.reg", user);
+  auto& registry = bench.registry;
+  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "Both", ""), "user");
+  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "Both", "m"), "m");
+  EXPECT_EQ(TextOf(registry, Root::LocalMachine, "Software\\K", "v"), "hklm");
+  EXPECT_TRUE(registry.SetValue(Root::CurrentUser, "Software\\K", "v", TextValue("own")));
+  EXPECT_TRUE(registry.SetValue(Root::ClassesRoot, "both", "m", TextValue("users now")));
+  EXPECT_TRUE(registry.SetValue(Root::ClassesRoot, "New", "", TextValue("machine's")));
+  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\K", "v"), "own");
+  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\Classes\\Both", "m"), "users now");
+  EXPECT_EQ(TextOf(registry, Root::LocalMachine, "Software\\Classes\\New", ""), "machine's");
+  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "new", ""), "machine's");
+  EXPECT_EQ(bench.folder.Get("system.reg") + bench.folder.Get("user.reg"), machine + user);
+}
+
+TEST(LinuxRegistries, SeeEachOthersWritesAndWines) {
+  OnLinux bench;
+  LinuxRegistry other(bench.folder.Path());
+  for (int i = 0; i < 20; ++i) {
+    const auto name = "n" + std::to_string(i);
+    auto& writer = i % 2 == 0 ? bench.registry : other;
+    ASSERT_TRUE(writer.SetValue(Root::CurrentUser, "K", name, TextValue(name)));
+  }
+  other.Recheck();
+  for (int i = 0; i < 20; ++i) {
+    const auto name = "n" + std::to_string(i);
+    EXPECT_EQ(TextOf(other, Root::CurrentUser, "K", name.c_str()), name);
+  }
+  for (const std::string text : {"a", "b", "c"}) {  // same size, within one step of the clock
+    bench.folder.Put("user.reg", "[W]\n@=\"" + text + "\"\n");
+    other.Recheck();
+    EXPECT_EQ(TextOf(other, Root::CurrentUser, "W", ""), text);
+  }
+  fs::remove(bench.folder.Path() / "user.reg");
+  other.Recheck();
+  EXPECT_FALSE(other.HasKey(Root::CurrentUser, "W"));
+}
+
+TEST(LinuxRegistries, LoseNothingOfADamagedFile) {
+  OnLinux bench;
+  const std::string damaged =
+      "[HKEY_CURRENT_USER\\\\K]\n\"good\"=\"1\"\n\"bad\"=\"2\n\"last\"=\"3\"\n\0\0"s;
+  bench.folder.Put("gorbexbuilder.reg", damaged);
+  EXPECT_TRUE(bench.registry.SetValue(Root::CurrentUser, "K", "new", TextValue("4")));
+  for (const auto& [name, text] : {std::pair("good", "1"), {"last", "3"}, {"new", "4"}}) {
+    EXPECT_EQ(TextOf(LinuxRegistry(bench.folder.Path()), Root::CurrentUser, "K", name), text);
+  }
+  EXPECT_EQ(bench.folder.Get("gorbexbuilder.reg.damaged"), damaged);
+}
+
+TEST(LinuxRegistries, RefuseWhatCannotBeWritten) {
+  OnLinux bench;
+  EXPECT_FALSE(bench.registry.CreateKey(Root::PerformanceData, "K"));
+  EXPECT_FALSE(bench.registry.CreateKey(Root::CurrentUser, std::string(300, 'n')));
+  fs::create_directory(bench.folder.Path() / "gorbexbuilder.reg");
+  EXPECT_FALSE(bench.registry.CreateKey(Root::CurrentUser, "K"));
+  EXPECT_FALSE(bench.registry.SetValue(Root::CurrentUser, "K", "v", TextValue("x")));
+  EXPECT_FALSE(bench.registry.HasKey(Root::CurrentUser, "K"));
+  LinuxRegistry nowhere(bench.folder.Path() / "none");
+  EXPECT_FALSE(nowhere.CreateKey(Root::CurrentUser, "K"));
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+namespace gorbex::test {
+
+/// A folder of the host that is gone again after the test.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    auto name = (std::filesystem::temp_directory_path() / "gorbex-test-XXXXXX").native();
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    path_ = name;
+  }
+  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+
+  /// Writes a host file below the folder, with the folders above it.
+  void Put(const std::string& name, const std::string& bytes) const {
+    std::filesystem::create_directories((path_ / name).parent_path());
+    std::ofstream(path_ / name, std::ios::binary) << bytes;
+  }
+
+  [[nodiscard]] std::string Get(const std::string& name) const {
+    std::ifstream in(path_ / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// Makes a folder the current one until the end of the scope.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const std::filesystem::path& folder) {
+    std::filesystem::current_path(folder);
+  }
+  ~CurrentFolder() { std::filesystem::current_path(before_); }
+  CurrentFolder(const CurrentFolder&) = delete;
+  CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+ private:
+  std::filesystem::path before_ = std::filesystem::current_path();
+};
+
+}  // namespace gorbex::test

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "tests/support/memory_platform.h"
+
+namespace gorbex::test {
+
+class Group;
+
+/// One project of a group; its file follows every call.
+class GroupProject {
+ public:
+  GroupProject(Group& group, std::string name, const std::string& type, std::string extension);
+
+  [[nodiscard]] std::string Path() const;    ///< "C:\Group\Core\Core.vbp"
+  [[nodiscard]] std::string Binary() const;  ///< "C:\Group\Bin\Core.dll"
+  [[nodiscard]] std::string Guid() const;    ///< of its type library, made from its name
+
+  /// The value of a reference to this project's binary.
+  [[nodiscard]] std::string ReferenceValue() const;
+
+  /// A reference to the binary of another project of the group, which may be added later.
+  GroupProject& Uses(const std::string& library);
+
+  /// A line as it stands, CR LF added.
+  GroupProject& Line(const std::string& line);
+
+  /// A module in the project's folder, with its line.
+  GroupProject& Module(const std::string& fileName, const std::string& text);
+
+  /// The binary lies in the build folder, and its type library is registered.
+  GroupProject& Built();
+
+ private:
+  friend class Group;
+  GroupProject& Written();
+
+  Group& group_;
+  std::string name_;
+  std::string extension_;
+  std::string lines_;
+  std::string dependency_;  ///< of the queue row
+};
+
+/// A group of projects below "C:\Group", building into "C:\Group\Bin", in a memory platform.
+class Group {
+ public:
+  explicit Group(MemoryPlatform& platform) : platform_(platform) {}
+
+  GroupProject& Library(const std::string& name) { return Add(name, "OleDll", ".dll"); }
+  GroupProject& Control(const std::string& name) { return Add(name, "Control", ".ocx"); }
+  GroupProject& Executable(const std::string& name) { return Add(name, "Exe", ".exe"); }
+
+  [[nodiscard]] std::string Folder() const { return "C:\\Group\\Bin"; }  ///< the build folder
+
+  /// The path of a project by its name, whether it was added or not.
+  [[nodiscard]] static std::string Path(const std::string& name);
+
+  /// Writes "C:\Group\Group.bpf": every project, every project queued and checked in the order
+  /// they were added, the build folder, then the lines given. Gives its path.
+  std::string BuildProject(const std::vector<std::string>& lines = {}) const;
+
+ private:
+  friend class GroupProject;
+  GroupProject& Add(const std::string& name, const std::string& type, const std::string& extension);
+
+  MemoryPlatform& platform_;
+  std::deque<GroupProject> projects_;
+};
+
+}  // namespace gorbex::test

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/services.h"
+#include "tests/support/fixed_inspector.h"
+#include "tests/support/journal.h"
+#include "tests/support/manual_clock.h"
+#include "tests/support/memory_file_system.h"
+#include "tests/support/memory_registry.h"
+#include "tests/support/memory_source_control.h"
+#include "tests/support/recording_events.h"
+#include "tests/support/scripted_processes.h"
+
+namespace gorbex::test {
+
+/// A whole system in memory: every service a test can look into, and one journal of their effects.
+struct MemoryPlatform {
+  Journal journal;
+  ManualClock clock;
+  MemoryFileSystem files{journal, clock};
+  MemoryRegistry registry{journal};
+  ScriptedProcesses processes{journal, clock};
+  RecordingEvents events;
+  FixedInspector components;
+  MemorySourceControl sourceControl{journal};
+  std::string programFolder = "C:\\Program Files\\GorbexBuilder";
+
+  MemoryPlatform() { files.AddFolder(programFolder); }
+  MemoryPlatform(const MemoryPlatform&) = delete;
+  MemoryPlatform& operator=(const MemoryPlatform&) = delete;
+
+  [[nodiscard]] PlatformServices Services();
+};
+
+}  // namespace gorbex::test

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/event_pump.h"
+
+namespace gorbex::test {
+
+/// Counts how often the program lets the user act, and acts as the user through a hook.
+class RecordingEvents : public EventPump {
+ public:
+  int count = 0;
+  std::function<void()> onEvents;
+
+  void DoEvents() override {
+    ++count;
+    if (onEvents) onEvents();
+  }
+};
+
+}  // namespace gorbex::test

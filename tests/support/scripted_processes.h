@@ -1,0 +1,41 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+
+#include "platform/process.h"
+#include "tests/support/journal.h"
+#include "tests/support/manual_clock.h"
+
+namespace gorbex::test {
+
+/// Processes that do what the test says when they end. Journals "start COMMANDLINE".
+class ScriptedProcesses : public ProcessLauncher {
+ public:
+  /// Runs when the process ends and gives its exit code.
+  using Body = std::function<std::uint32_t(const std::string& commandLine)>;
+
+  ScriptedProcesses(Journal& journal, ManualClock& clock) : journal_(journal), clock_(clock) {}
+
+  /// What a start does for which nothing is queued.
+  Body otherwise = [](const std::string&) { return 0U; };
+
+  /// How many polls find a process still active; each moves the clock by the poll's patience.
+  int polls = 0;
+
+  void Queue(Body body);
+  void QueueExitCode(std::uint32_t exitCode);
+
+  /// The start in that place of the queue is refused.
+  void QueueRefusal(const RuntimeError& error);
+
+  [[nodiscard]] StartResult Start(const std::string& commandLine) override;
+
+ private:
+  Journal& journal_;
+  ManualClock& clock_;
+  std::deque<std::variant<Body, RuntimeError>> queue_;
+};
+
+}  // namespace gorbex::test
