@@ -5,7 +5,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc)
 
 build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
-test_packages="libgtest-dev clang-16 clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix"
+test_packages="libgtest-dev clang-16 clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix
+  binutils-mingw-w64-x86-64 mingw-w64-tools"
 
 say() { printf '\n== %s\n' "$1"; }
 

@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "cli/text_output.h"
+#include "core/project_file.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -48,13 +49,27 @@ std::string Session::ProgramPath(const std::string& typed) const {
 
 void Session::Open(const std::string& typedPath) {
   const std::string path = ProgramPath(typedPath);
+  RequireBuildProject(path, typedPath);
+  if (!program_->buildProject.OpenProject(path)) {
+    throw Failure(ExitStatus::Unusable, typedPath + ": the build project could not be loaded");
+  }
+}
+
+// What is no build project would load as an empty one, and be lost when that is saved.
+void Session::RequireBuildProject(const std::string& path, const std::string& typedPath) const {
+  std::string text;
   try {
-    static_cast<void>(program_->platform.files.Read(path));
+    text = program_->platform.files.Read(path);
   } catch (const RuntimeError& error) {
     throw Failure(ExitStatus::Unusable, typedPath + ": " + Plain(error.Description()));
   }
-  if (!program_->buildProject.OpenProject(path)) {
-    throw Failure(ExitStatus::Unusable, typedPath + ": the build project could not be loaded");
+  if (const auto problem = LineEndProblem(text)) {
+    throw Failure(ExitStatus::Unusable,
+                  typedPath + ": " + *problem + "; a build project file has CR LF");
+  }
+  const bool isText = text.find('\0') == std::string::npos;
+  if (!isText || (!text.empty() && text.find('=') == std::string::npos)) {
+    throw Failure(ExitStatus::Unusable, typedPath + ": no build project file");
   }
 }
 

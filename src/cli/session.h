@@ -54,6 +54,7 @@ class Session {
   };
 
   void ListenForProblems();
+  void RequireBuildProject(const std::string& path, const std::string& typedPath) const;
 
   const Frame& frame_;
   Pump pump_;

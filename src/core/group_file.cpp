@@ -38,8 +38,13 @@ void Collect(const std::string& folder, const std::vector<FolderEntry>& entries,
 
 std::string ResolvedPath(std::string_view folder, std::string_view path) {
   std::vector<std::string_view> parts;
-  const bool absolute = path.size() > 1 && (path[1] == ':' || path.starts_with("\\\\"));
+  const bool hasRoot = path.starts_with('\\');
+  const bool absolute = path.starts_with("\\\\") || (path.size() > 1 && path[1] == ':');
   if (!absolute) parts = Split(folder, '\\');
+  if (!absolute && hasRoot) {
+    parts.resize(std::min<std::size_t>(parts.size(), 1));
+    path.remove_prefix(1);
+  }
   for (const auto part : Split(path, '\\')) {
     if (part == ".." && parts.size() > 1) {
       parts.pop_back();

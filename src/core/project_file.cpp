@@ -106,15 +106,19 @@ std::string BoundProject(std::string_view bindingText) {
   return WithoutQuotes(value.substr(0, value.find(',')));
 }
 
+std::optional<std::string> LineEndProblem(std::string_view text) {
+  if (text.find('\n') == std::string_view::npos || text.find('\r') != std::string_view::npos) {
+    return std::nullopt;
+  }
+  return "its lines end with LF alone";
+}
+
 std::optional<std::string> ProjectFileProblem(std::string_view text) {
   if (text.empty()) return "the file is empty";
   if (text.find_first_not_of('\0') == std::string_view::npos) {
     return "the file holds nothing but zero bytes";
   }
-  const bool hasLineFeed = text.find('\n') != std::string_view::npos;
-  if (hasLineFeed && text.find('\r') == std::string_view::npos) {
-    return "its lines end with LF alone; the compiler wants CR LF";
-  }
+  if (auto problem = LineEndProblem(text)) return *problem + "; the compiler wants CR LF";
   if (text.find('=') == std::string_view::npos) return "it is no project file: no key=value line";
   return std::nullopt;
 }

@@ -21,6 +21,10 @@ struct ProjectFile {
 /// The source-control spec in the text of a binding file; empty when it names none.
 [[nodiscard]] std::string BoundProject(std::string_view bindingText);
 
+/// Why a key=value text cannot be read line by line: its lines end with LF alone. Nothing when they
+/// can.
+[[nodiscard]] std::optional<std::string> LineEndProblem(std::string_view text);
+
 /// Why the compiler cannot load a project file of this text; nothing when it looks sound.
 [[nodiscard]] std::optional<std::string> ProjectFileProblem(std::string_view text);
 

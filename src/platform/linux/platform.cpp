@@ -22,7 +22,7 @@ struct LinuxPlatform::Parts {
   LinuxRegistry registry{prefix.Root()};
   LinuxProcessLauncher processes{prefix, kProgramFolder, [this] { registry.Recheck(); }};
   LinuxClock clock;
-  LinuxComponentInspector components;
+  LinuxComponentInspector components{files};
   ClosedSourceControl sourceControl;
 };
 

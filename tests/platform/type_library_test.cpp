@@ -1,0 +1,169 @@
+#include "platform/linux/type_library.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <tuple>
+
+#include "platform/linux/component_inspector.h"
+#include "platform/linux/file_system.h"
+#include "tests/platform/temporary_folder.h"
+#include "tests/support/memory_file_system.h"
+
+namespace gorbex::test {
+namespace {
+
+constexpr const char* kDefault = " ";
+constexpr const char* kFirst = "{C1A55E50-0011-2233-4455-66778899AA01}";
+constexpr const char* kMain = "{C1A55E50-0011-2233-4455-66778899AA03}";
+constexpr const char* kOwn = "{C0B1E500-0011-2233-4455-66778899AA02}";
+constexpr const char* kClock = "{E7E47500-0011-2233-4455-66778899AA01}";
+
+std::string Made(const std::string& name) {
+  std::ifstream in(std::string(TYPE_LIBRARIES) + "/" + name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::string Answer(const std::string& bytes) {
+  Journal journal;
+  MemoryFileSystem files(journal);
+  files.AddFile("C:\\Part.dll", bytes);
+  return LinuxComponentInspector(files).InterfaceGuid("C:\\Part.dll", kDefault);
+}
+
+bool IsAnswer(const std::string& text) {
+  return text == kDefault || (text.size() == 38 && text.front() == '{' && text.back() == '}');
+}
+
+std::uint32_t NumberAt(const std::string& bytes, std::size_t offset) {
+  std::uint32_t number = 0;
+  for (auto i = offset + 4; i-- > offset;)
+    number = number << 8U | static_cast<unsigned char>(bytes.at(i));
+  return number;
+}
+
+std::string With(std::string bytes, std::size_t offset, std::uint32_t number) {
+  for (std::size_t i = 0; i < 4; ++i) bytes.at(offset + i) = static_cast<char>(number >> i * 8);
+  return bytes;
+}
+
+std::string Described(const std::string& bytes) {
+  const auto library = ReadTypeLibrary(bytes);
+  if (!library) return "unreadable";
+  std::ostringstream out;
+  out << library->guid << ' ' << library->major << '.' << library->minor << ' ' << library->lcid
+      << ' ' << library->flags << (library->is64Bit ? " win64 " : " win32 ") << library->name << ' '
+      << library->helpString << '\n';
+  for (const auto& type : library->types) {
+    out << static_cast<int>(type.kind) << ' ' << type.guid << ' ' << std::hex << type.flags
+        << std::dec << ' ' << type.name;
+    if (type.defaultInterface) out << " -> " << *type.defaultInterface;
+    out << '\n';
+  }
+  return out.str();
+}
+
+TEST(TypeLibrary, TellsWhatItsMakerWrote) {
+  const auto classes = [](const std::string& width) {
+    return "{C1A55E50-0011-2233-4455-66778899AA19} 2.5 1031 1 " + width + R"( Classes Sample classes
+3 {C1A55E50-0011-2233-4455-66778899AA01} 100 IFirst
+4 {C1A55E50-0011-2233-4455-66778899AA02} 1000 _Events
+4 {C1A55E50-0011-2233-4455-66778899AA03} 1150 _Main
+5 {C1A55E50-0011-2233-4455-66778899AA04} 22 Main -> 2
+5 {C1A55E50-0011-2233-4455-66778899AA05} 0 Unmarked -> 0
+)";
+  };
+  EXPECT_EQ(Described(Made("classes.tlb")), classes("win32"));
+  EXPECT_EQ(Described(Made("classes64.tlb")), classes("win64"));
+
+  const auto kinds = ReadTypeLibrary(Made("kinds.tlb")).value_or(TypeLibrary{});
+  EXPECT_EQ(kinds.minor, 65535);
+  std::string found;
+  for (const auto& type : kinds.types) found += std::to_string(static_cast<int>(type.kind));
+  EXPECT_EQ(found, "60616762");
+}
+
+TEST(ComponentInspector, AnswersAnInterfaceThatTheComponentDefines) {
+  const TemporaryFolder folder;
+  const Prefix prefix(folder.Path());
+  const LinuxFileSystem files(prefix);
+  const LinuxComponentInspector inspector(files);
+  const auto base = prefix.WindowsPath(TYPE_LIBRARIES);
+  const std::map<std::string, std::vector<std::string>> cases = {
+      {kMain, {"\\classes.tlb", "\\CLASSES64.TLB", "\\twice32.dll\\3", "\\twice64.dll\\3"}},
+      {kOwn, {"\\copies.tlb"}},
+      {kClock, {"\\events.tlb", "\\twice32.dll", "\\twice32.dll\\2", "\\twice64.dll"}},
+      {kDefault,
+       {"\\kinds.tlb", "\\stdole2.tlb", "\\none32.dll", "\\none64.dll", "\\classes.tlb\\1",
+        "\\twice32.dll\\9", "\\twice32.dll\\65539", "\\twice32.dll\\3x", "\\absent.dll", ""}},
+  };
+  for (const auto& [answer, names] : cases) {
+    for (const auto& name : names)
+      EXPECT_EQ(inspector.InterfaceGuid(base + name, kDefault), answer) << name;
+  }
+}
+
+TEST(ComponentInspector, AnswersTheDefaultForALibraryThatContradictsItself) {
+  const auto good = Made("classes.tlb");
+  const auto segment = [&](std::size_t index) { return NumberAt(good, 84 + 5 * 4 + index * 16); };
+  const auto types = segment(0);
+  const auto references = segment(3);
+  const auto thirdGuid = segment(5) + NumberAt(good, types + 244);
+  const auto noGuid = std::string(good).replace(thirdGuid, 16, 16, '\0');
+  const std::tuple<const char*, std::string, const char*> cases[] = {
+      {"nothing changed", With(good, 0x18, 1), kMain},
+      {"default interface of another library", With(good, references + 32, 201), kFirst},
+      {"default interface without a GUID", noGuid, kFirst},
+      {"no such default interface", With(good, references + 32, 500), kDefault},
+      {"default interface between two types", With(good, references + 32, 152), kDefault},
+      {"circle of interfaces", With(With(good, references + 12, 0), types + 376, 0xFFFF), kDefault},
+      {"unknown kind of type", With(good, types, 9), kDefault},
+      {"more types than the file holds", With(good, 0x20, 0xFFFFFFFF), kDefault},
+      {"name of the library outside", With(good, 0x38, 0x10000000), kDefault},
+      {"another format", "SLTG" + good.substr(4), kDefault},
+      {"no program", "MZ" + good.substr(2), kDefault},
+      {"empty", "", kDefault},
+  };
+  for (const auto& [what, bytes, answer] : cases) EXPECT_EQ(Answer(bytes), answer) << what;
+}
+
+TEST(ComponentInspector, AnswersTheDefaultForAFileThatEndsEarly) {
+  for (const auto* name : {"classes.tlb", "twice32.dll", "twice64.dll"}) {
+    const auto good = Made(name);
+    // What stands behind the help strings of a bare library is not read.
+    const std::size_t strings = 84 + 5 * 4 + 8 * 16;
+    const auto needed = good.starts_with("MZ")
+                            ? good.size()
+                            : NumberAt(good, strings) + NumberAt(good, strings + 4);
+    ASSERT_GT(needed, 1000U);
+    for (std::size_t length = 0; length < needed; ++length) {
+      ASSERT_EQ(Answer(good.substr(0, length)), kDefault) << name << " cut to " << length;
+    }
+  }
+}
+
+TEST(ComponentInspector, SurvivesEveryDamagedByteAndNumber) {
+  for (const auto* name : {"classes.tlb", "twice32.dll", "twice64.dll"}) {
+    auto bytes = Made(name);
+    const auto size = static_cast<std::uint32_t>(bytes.size());
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      const char before = bytes[i];
+      for (const int value : {0x00, 0xFF, 0x80}) {
+        bytes[i] = static_cast<char>(value);
+        ASSERT_TRUE(IsAnswer(Answer(bytes))) << name << " byte " << i << " = " << value;
+      }
+      bytes[i] = before;
+      if (i % 4 != 0) continue;
+      for (const auto value : {0xFFFFFFFFU, 0x7FFFFFFFU, 0x80000000U, size, size - 1}) {
+        ASSERT_TRUE(IsAnswer(Answer(With(bytes, i, value))))
+            << name << " at " << i << ": " << value;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace gorbex::test
