@@ -1,16 +1,20 @@
 #include "compiler/component_image.h"
 
 #include <cstdint>
+#include <string_view>
 
-#include "compiler/identity.h"
+#include "compiler/byte_writer.h"
 
 namespace gorbex::standin {
 namespace {
 
-constexpr std::string_view kMark = "\r\n[Stand-in component]\r\n";
 constexpr std::uint32_t kFileStep = 0x200;
 constexpr std::uint32_t kMemoryStep = 0x1000;
 constexpr std::uint32_t kDosHeader = 0x40;
+constexpr std::uint32_t kCodeAddress = kMemoryStep;
+constexpr std::uint32_t kResourceAddress = 2 * kMemoryStep;
+constexpr std::uint32_t kInitializedData = 0x40000040;  ///< readable
+constexpr std::uint32_t kCode = 0x60000020;             ///< readable, executable
 
 // Code of an entry point: "return success", as a program and as a library are asked.
 constexpr std::string_view kProgramEntry("\x31\xC0\xC3", 3);
@@ -20,97 +24,91 @@ std::uint32_t RoundedUp(std::size_t size, std::uint32_t step) {
   return (static_cast<std::uint32_t>(size) + step - 1) / step * step;
 }
 
-/// Bytes of a file, numbers lowest byte first.
-class ByteWriter {
- public:
-  ByteWriter& Short(std::uint32_t value) { return Number(value, 2); }
-  ByteWriter& Long(std::uint32_t value) { return Number(value, 4); }
-  ByteWriter& Text(std::string_view text) {
-    bytes_.append(text);
-    return *this;
-  }
-  ByteWriter& FillTo(std::size_t size) {
-    bytes_.resize(size);
-    return *this;
-  }
-  [[nodiscard]] const std::string& Bytes() const { return bytes_; }
-
- private:
-  ByteWriter& Number(std::uint32_t value, int size) {
-    for (int i = 0; i < size; ++i) bytes_ += static_cast<char>(value >> (8 * i) & 0xFF);
-    return *this;
-  }
-
-  std::string bytes_;
+struct Section {
+  std::string_view name;  ///< eight bytes
+  std::uint32_t address = 0;
+  std::uint32_t kind = 0;
+  std::string_view content;
 };
 
-std::string SectionContent(ImageKind kind, const ComponentFacts& facts) {
-  std::string text(kind == ImageKind::Program ? kProgramEntry : kLibraryEntry);
-  text.append(kMark);
-  text.append("Project=").append(facts.project).append("\r\n");
-  text.append("Version=").append(facts.version).append("\r\n");
-  text.append("Library=").append(facts.library).append("\r\n");
-  text.append("LibraryVersion=").append(facts.libraryVersion).append("\r\n");
-  return text;
-}
+class ImageWriter {
+ public:
+  ImageWriter(ImageKind kind, const std::string& resources)
+      : kind_(kind),
+        code_{{".text\0\0\0", 8},
+              kCodeAddress,
+              kCode,
+              kind == ImageKind::Program ? kProgramEntry : kLibraryEntry},
+        resources_{{".rsrc\0\0\0", 8}, kResourceAddress, kInitializedData, resources} {}
 
-void WriteFileHeader(ByteWriter& out, ImageKind kind) {
-  out.Text("MZ").FillTo(kDosHeader - 4).Long(kDosHeader);
-  out.Text(std::string_view("PE\0\0", 4));
-  out.Short(0x14C).Short(1);                               // 80386, one section
-  out.Long(0).Long(0).Long(0);                             // no time stamp, no symbols
-  out.Short(0xE0);                                         // size of the optional header
-  out.Short(kind == ImageKind::Program ? 0x102 : 0x2102);  // executable, 32-bit, library
-}
+  std::string Write() {
+    WriteFileHeader();
+    WriteOptionalHeader();
+    WriteDirectories();
+    const auto codePlace = kFileStep;
+    const auto resourcePlace = codePlace + RoundedUp(code_.content.size(), kFileStep);
+    WriteSectionHeader(code_, codePlace);
+    WriteSectionHeader(resources_, resourcePlace);
+    out_.FillTo(codePlace).Text(code_.content);
+    out_.FillTo(resourcePlace).Text(resources_.content).Align(kFileStep);
+    return out_.Bytes();
+  }
 
-void WriteOptionalHeader(ByteWriter& out, ImageKind kind, std::uint32_t contentSize) {
-  const std::uint32_t fileSize = RoundedUp(contentSize, kFileStep);
-  out.Short(0x10B).Short(6).Long(fileSize).Long(0).Long(0);      // linker 6.0, code size
-  out.Long(kMemoryStep).Long(kMemoryStep).Long(kMemoryStep);     // entry, code, data
-  out.Long(kind == ImageKind::Program ? 0x400000 : 0x11000000);  // where it likes to be loaded
-  out.Long(kMemoryStep).Long(kFileStep);                         // alignment
-  out.Long(4).Long(1).Long(4).Long(0);                           // system, image, subsystem
-  out.Long(kMemoryStep + RoundedUp(contentSize, kMemoryStep)).Long(kFileStep);  // image, headers
-  out.Long(0).Short(2).Short(0);                                // no checksum, windowed
-  out.Long(0x100000).Long(0x1000).Long(0x100000).Long(0x1000);  // stack and heap
-  out.Long(0).Long(16);                                         // sixteen empty directories
-  for (int i = 0; i < 16; ++i) out.Long(0).Long(0);
-}
+ private:
+  void WriteFileHeader() {
+    constexpr std::uint32_t kPlain = 0x10E;  // executable, 32-bit, no line numbers, no symbols
+    constexpr std::uint32_t kFixed = 0x1;    // stays where it likes to be loaded
+    constexpr std::uint32_t kLibrary = 0x2000;
+    out_.Text("MZ").FillTo(kDosHeader - 4).U32(kDosHeader);
+    out_.Text(std::string_view("PE\0\0", 4));
+    out_.U16(0x14C).U16(2);     // 80386, two sections
+    out_.U32(0).U32(0).U32(0);  // no time stamp, so that equal sources give equal files
+    out_.U16(0xE0);             // size of the optional header
+    out_.U16(kPlain | (kind_ == ImageKind::Program ? kFixed : kLibrary));
+  }
 
-void WriteSectionHeader(ByteWriter& out, std::uint32_t contentSize) {
-  out.Text(std::string_view(".text\0\0\0", 8)).Long(contentSize).Long(kMemoryStep);
-  out.Long(RoundedUp(contentSize, kFileStep)).Long(kFileStep);
-  out.Long(0).Long(0).Long(0).Long(0x60000020);  // code, executable, readable
-}
+  void WriteOptionalHeader() {
+    const auto codeSize = RoundedUp(code_.content.size(), kFileStep);
+    const auto dataSize = RoundedUp(resources_.content.size(), kFileStep);
+    const auto imageSize = kResourceAddress + RoundedUp(resources_.content.size(), kMemoryStep);
+    out_.U16(0x10B).U16(6).U32(codeSize).U32(dataSize).U32(0);       // linker 6.0
+    out_.U32(kCodeAddress).U32(kCodeAddress).U32(kResourceAddress);  // entry, code, data
+    out_.U32(kind_ == ImageKind::Program ? 0x400000 : 0x11000000);   // where it likes to be loaded
+    out_.U32(kMemoryStep).U32(kFileStep);
+    out_.U32(4).U32(1).U32(4).U32(0);  // system, image, subsystem
+    out_.U32(imageSize).U32(kFileStep);
+    out_.U32(0).U16(2).U16(0);                                 // no checksum, windowed
+    out_.U32(0x100000).U32(0x1000).U32(0x100000).U32(0x1000);  // stack and heap
+    out_.U32(0);
+  }
 
-std::string FactOf(std::string_view facts, std::string_view key) {
-  const auto start = facts.find(key);
-  if (start == std::string_view::npos) return {};
-  facts.remove_prefix(start + key.size());
-  return std::string(facts.substr(0, facts.find("\r\n")));
-}
+  void WriteDirectories() {
+    constexpr int kCount = 16;
+    constexpr int kResources = 2;
+    out_.U32(kCount);
+    for (int i = 0; i < kCount; ++i) {
+      const bool used = i == kResources;
+      out_.U32(used ? resources_.address : 0);
+      out_.U32(used ? static_cast<std::uint32_t>(resources_.content.size()) : 0);
+    }
+  }
+
+  void WriteSectionHeader(const Section& section, std::uint32_t place) {
+    const auto size = static_cast<std::uint32_t>(section.content.size());
+    out_.Text(section.name).U32(size).U32(section.address);
+    out_.U32(RoundedUp(size, kFileStep)).U32(place).U32(0).U32(0).U32(0).U32(section.kind);
+  }
+
+  ImageKind kind_;
+  Section code_;
+  Section resources_;
+  ByteWriter out_;
+};
 
 }  // namespace
 
-std::string ComponentImage(ImageKind kind, const ComponentFacts& facts) {
-  const std::string content = SectionContent(kind, facts);
-  const auto size = static_cast<std::uint32_t>(content.size());
-  ByteWriter out;
-  WriteFileHeader(out, kind);
-  WriteOptionalHeader(out, kind, size);
-  WriteSectionHeader(out, size);
-  out.FillTo(kFileStep).Text(content).FillTo(kFileStep + RoundedUp(size, kFileStep));
-  return out.Bytes();
-}
-
-std::optional<ComponentFacts> ReadComponent(std::string_view image) {
-  const auto start = image.find(kMark);
-  if (!image.starts_with("MZ") || start == std::string_view::npos) return std::nullopt;
-  const auto facts = image.substr(start);
-  ComponentFacts found{FactOf(facts, "\r\nProject="), FactOf(facts, "\r\nVersion="),
-                       FactOf(facts, "\r\nLibrary="), FactOf(facts, "\r\nLibraryVersion=")};
-  if (!IsBracedUuid(found.library)) return std::nullopt;
-  return found;
+std::string ComponentImage(ImageKind kind, const std::vector<Resource>& resources) {
+  return ImageWriter(kind, ResourceSection(resources, kResourceAddress)).Write();
 }
 
 }  // namespace gorbex::standin

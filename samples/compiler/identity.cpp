@@ -51,16 +51,24 @@ std::string BracedText(const Uuid& uuid) {
   return text;
 }
 
-bool IsBracedUuid(std::string_view text) {
-  const std::string upper = UpperCase(text);
-  return std::equal(
-      upper.begin(), upper.end(), kPattern.begin(), kPattern.end(), [](char letter, char pattern) {
-        return pattern == '0' ? kDigits.find(letter) != std::string_view::npos : letter == pattern;
-      });
+std::optional<Uuid> ParsedUuid(std::string_view text) {
+  if (text.size() != kPattern.size()) return std::nullopt;
+  Uuid uuid{};
+  std::size_t digit = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isDigit = kPattern[i] == '0';
+    const auto value = kDigits.find(UpperCase(text.substr(i, 1)));
+    if (isDigit ? value == std::string_view::npos : text[i] != kPattern[i]) return std::nullopt;
+    if (!isDigit) continue;
+    const std::size_t high = uuid[digit / 2];
+    uuid[digit / 2] = static_cast<std::uint8_t>(high << 4U | value);
+    ++digit;
+  }
+  return uuid;
 }
 
-std::string FirstIdentity(std::string_view projectName) {
-  return BracedText(NameBasedUuid(kProjectNames, ToUtf8(LowerCase(projectName))));
+std::string FirstIdentity(std::string_view name) {
+  return BracedText(NameBasedUuid(kProjectNames, ToUtf8(LowerCase(name))));
 }
 
 }  // namespace gorbex::standin

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,10 +17,12 @@ using Uuid = std::array<std::uint8_t, 16>;  ///< in the order it is written
 
 /// In braces and capital letters, as the registry writes it.
 [[nodiscard]] std::string BracedText(const Uuid& uuid);
-[[nodiscard]] bool IsBracedUuid(std::string_view text);
+/// Nothing when the text is none in braces; letter case is ignored.
+[[nodiscard]] std::optional<Uuid> ParsedUuid(std::string_view text);
 
-/// The library identity of a project that was never built before, so that a fresh checkout of
-/// several projects gets the identities which their references name. Letter case is ignored.
-[[nodiscard]] std::string FirstIdentity(std::string_view projectName);
+/// The identity of something that was never built before ("Project" names its library), so that a
+/// fresh checkout of several projects gets the identities which their references name. Letter case
+/// is ignored.
+[[nodiscard]] std::string FirstIdentity(std::string_view name);
 
 }  // namespace gorbex::standin

@@ -1,23 +1,38 @@
 #include "compiler/make.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <optional>
+#include <utility>
 #include <variant>
 
 #include "compiler/block_check.h"
+#include "compiler/component_classes.h"
+#include "compiler/component_identity.h"
 #include "compiler/component_image.h"
-#include "compiler/identity.h"
 #include "compiler/project.h"
 #include "compiler/references.h"
 #include "compiler/registration.h"
 #include "compiler/result_log.h"
 #include "compiler/source_text.h"
+#include "compiler/type_library_image.h"
+#include "compiler/version_resource.h"
 #include "compiler/windows_path.h"
+#include "platform/code_page.h"
+#include "platform/linux/component_inspector.h"
+#include "platform/linux/component_keys.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex::standin {
 namespace {
 
-constexpr const char* kFirstLibraryVersion = "1.0";
+// Zero for what is no number of 16 bits.
+std::uint16_t VersionNumber(const std::string& text) {
+  std::uint16_t number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
 
 class Build {
  public:
@@ -35,15 +50,18 @@ class Build {
       if (auto fault = CheckItem(item)) return fault;
     }
     for (const auto& item : project_.items) {
-      if (item.kind != ProjectItem::Kind::Source) continue;
-      if (auto fault = CheckCode(Absolute(item.value, project_.folder))) return fault;
+      if (!item.IsSource()) continue;
+      const auto path = Absolute(item.value, project_.folder);
+      if (auto fault = CheckCode(path)) return fault;
+      if (!IsComponent(project_.type) || item.kind == ProjectItem::Kind::Source) continue;
+      if (auto fault = TakeClass(item, path)) return fault;
     }
     return Produce();
   }
 
  private:
   std::optional<Fault> CheckItem(const ProjectItem& item) const {
-    if (item.kind != ProjectItem::Kind::Source) {
+    if (!item.IsSource()) {
       return CheckReference(files_, registry_, project_, item);
     }
     const auto path = Absolute(item.value, project_.folder);
@@ -64,53 +82,63 @@ class Build {
     return BuildFault(CouldNotBeLoaded(path, reason).text);
   }
 
+  // Names in a type library ignore letter case.
+  std::optional<Fault> TakeClass(const ProjectItem& item, const std::string& path) {
+    auto offered = ReadOffer(item, files_.Read(path));
+    if (!IsName(offered.name)) return Unloadable(path, "'" + offered.name + "' is no class name");
+    const auto bearsName = [&](const OfferedClass& other) {
+      return EqualsIgnoringCase(other.name, offered.name);
+    };
+    if (EqualsIgnoringCase(offered.name, project_.name) ||
+        std::any_of(classes_.begin(), classes_.end(), bearsName)) {
+      return Unloadable(path, "Name conflicts with existing module or project");
+    }
+    classes_.push_back(std::move(offered));
+    return std::nullopt;
+  }
+
   std::optional<Fault> Produce() {
     if (!FolderExists(files_, folder_)) {
       return BuildFault(RuntimeError(ErrorNumber::PathNotFound, folder_).Description());
     }
-    ComponentFacts facts{project_.name,
-                         project_.major + "." + project_.minor + "." + project_.revision, "", ""};
     if (!IsComponent(project_.type)) {
-      files_.Write(output_, ComponentImage(ImageKind::Program, facts));
+      files_.Write(output_, ComponentImage(ImageKind::Program, {VersionResource(Version())}));
       return std::nullopt;
     }
-    TakeIdentity(facts);
-    const bool isLibrary = project_.type != ProjectType::OleExe;
-    files_.Write(output_,
-                 ComponentImage(isLibrary ? ImageKind::Library : ImageKind::Program, facts));
-    return Register(facts);
+    if (!IsName(project_.name)) return BuildFault("'" + project_.name + "' is no project name");
+    const auto library = ComponentLibrary(project_, classes_, KeptLibrary());
+    const Resource resource{"TYPELIB", 0, 1, 0, TypeLibraryImage(library)};
+    files_.Write(output_, ComponentImage(IsInProcess() ? ImageKind::Library : ImageKind::Program,
+                                         {resource, VersionResource(Version())}));
+    return Register(library);
   }
 
-  void TakeIdentity(ComponentFacts& facts) const {
-    facts.libraryVersion = kFirstLibraryVersion;
-    if (project_.compatibleMode != "1" && project_.compatibleMode != "2") {
-      facts.library = BracedText(RandomUuid());
-      return;
-    }
-    const auto kept = KeptComponent();
-    facts.library = kept ? kept->library : FirstIdentity(project_.name);
-    if (kept) facts.libraryVersion = kept->libraryVersion;
+  [[nodiscard]] bool IsInProcess() const {
+    return project_.type == ProjectType::OleDll || project_.type == ProjectType::Control;
   }
 
-  // The component that this build must stay compatible with.
-  std::optional<ComponentFacts> KeptComponent() const {
+  [[nodiscard]] FileVersion Version() const {
+    return {{VersionNumber(project_.major), VersionNumber(project_.minor),
+             VersionNumber(project_.revision)},
+            project_.name,
+            project_.description,
+            project_.exeName,
+            IsInProcess()};
+  }
+
+  // The library that this build must stay compatible with.
+  std::optional<TypeLibrary> KeptLibrary() const {
     const auto& named = project_.compatibleFile;
     if (!named.empty()) {
-      if (auto found = ComponentAt(Absolute(named, project_.folder))) return found;
+      if (auto found = TypeLibraryOf(files_, Absolute(named, project_.folder))) return found;
     }
-    return ComponentAt(output_);
+    return TypeLibraryOf(files_, output_);
   }
 
-  std::optional<ComponentFacts> ComponentAt(const std::string& path) const {
-    if (!FileExists(files_, path)) return std::nullopt;
-    return ReadComponent(files_.Read(path));
-  }
-
-  std::optional<Fault> Register(const ComponentFacts& facts) {
-    const auto& title = project_.description.empty() ? project_.name : project_.description;
-    if (RegisterLibrary(registry_, {facts.library, facts.libraryVersion, title, output_})) {
-      return std::nullopt;
-    }
+  std::optional<Fault> Register(const TypeLibrary& library) {
+    auto keys = KeysOf(library, output_);
+    keys.inProcess = IsInProcess();
+    if (WriteComponentKeys(registry_, keys)) return std::nullopt;
     return BuildFault("'" + output_ + "' could not be registered");
   }
 
@@ -119,6 +147,7 @@ class Build {
   const Project& project_;
   std::string folder_;
   std::string output_;
+  std::vector<OfferedClass> classes_;
 };
 
 std::optional<Fault> Attempt(Build build) {

@@ -30,14 +30,14 @@ struct ItemRule {
 };
 
 constexpr std::array kItems = {
-    ItemRule{"Class", ProjectItem::Kind::Source},
+    ItemRule{"Class", ProjectItem::Kind::Class},
     ItemRule{"Designer", ProjectItem::Kind::Source},
     ItemRule{"Form", ProjectItem::Kind::Source},
     ItemRule{"Module", ProjectItem::Kind::Source},
     ItemRule{"Object", ProjectItem::Kind::Object},
     ItemRule{"PropertyPage", ProjectItem::Kind::Source},
     ItemRule{"Reference", ProjectItem::Kind::Reference},
-    ItemRule{"UserControl", ProjectItem::Kind::Source},
+    ItemRule{"UserControl", ProjectItem::Kind::UserControl},
     ItemRule{"UserDocument", ProjectItem::Kind::Source},
 };
 
@@ -58,15 +58,15 @@ constexpr std::array kValues = {
     ValueRule{"RevisionVer", &Project::revision},
 };
 
-std::string_view Unquoted(std::string_view value) {
-  const bool quoted = value.size() >= 2 && value.front() == '"' && value.back() == '"';
-  return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
-// "modMain; modMain.bas" names the file behind the module.
-std::string_view FileOf(std::string_view value) {
+// "modMain; modMain.bas" names the file behind the module, "Label.ctl" the file alone.
+ProjectItem SourceItem(ProjectItem::Kind kind, std::string_view value) {
   const auto mark = value.find(';');
-  return Trimmed(mark == std::string_view::npos ? value : value.substr(mark + 1));
+  if (mark != std::string_view::npos) {
+    return {kind, std::string(Trimmed(value.substr(mark + 1))),
+            std::string(Trimmed(value.substr(0, mark)))};
+  }
+  const auto file = FileNameOf(value);
+  return {kind, std::string(value), file.substr(0, file.rfind('.'))};
 }
 
 class ProjectReader {
@@ -111,8 +111,8 @@ class ProjectReader {
   }
 
   void TakeItem(ProjectItem::Kind kind, std::string_view value) {
-    const bool isSource = kind == ProjectItem::Kind::Source;
-    project_.items.push_back({kind, std::string(isSource ? FileOf(value) : value)});
+    ProjectItem item{kind, std::string(value), ""};
+    project_.items.push_back(item.IsSource() ? SourceItem(kind, value) : item);
   }
 
   void Complete() {
@@ -128,6 +128,13 @@ class ProjectReader {
   Project project_;
   const TypeRule* type_ = nullptr;
 };
+
+bool HasOverlongValue(const Project& project) {
+  constexpr std::size_t kLongest = 2000;
+  return std::any_of(kValues.begin(), kValues.end(), [&](const ValueRule& rule) {
+    return (project.*rule.value).size() > kLongest;
+  });
+}
 
 }  // namespace
 
@@ -147,6 +154,7 @@ std::variant<Project, Fault> LoadProject(const FileReader& files, const std::str
   if (!IsPlainText(text)) return CouldNotBeLoaded(path, "it is not text with CR LF line ends");
   auto project = ProjectReader(path).Read(text);
   if (!project) return CouldNotBeLoaded(path, "it has no known project type");
+  if (HasOverlongValue(*project)) return CouldNotBeLoaded(path, "one of its values is too long");
   return *std::move(project);
 }
 

@@ -13,9 +13,12 @@ enum class ProjectType { Exe, OleDll, OleExe, Control };
 
 /// A line that names something the project is made of.
 struct ProjectItem {
-  enum class Kind { Reference, Object, Source };
+  enum class Kind { Reference, Object, Source, Class, UserControl };
   Kind kind = Kind::Source;
   std::string value;  ///< of a source: the file alone
+  std::string name;   ///< of a source: as the line has it, else that of the file
+
+  [[nodiscard]] bool IsSource() const { return kind != Kind::Reference && kind != Kind::Object; }
 };
 
 struct Project {

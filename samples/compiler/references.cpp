@@ -47,7 +47,7 @@ std::optional<std::string> RegistryVersion(std::string_view text, int base) {
 std::optional<LibraryReference> Reference(std::string_view guid, std::string_view version, int base,
                                           std::string_view file) {
   const auto registered = RegistryVersion(version, base);
-  if (!IsBracedUuid(guid) || !registered || file.empty()) return std::nullopt;
+  if (!ParsedUuid(guid) || !registered || file.empty()) return std::nullopt;
   return LibraryReference{std::string(guid), *registered, std::string(file)};
 }
 

@@ -8,21 +8,10 @@
 
 namespace gorbex::standin {
 
-/// A type library's entry in the registry.
-struct LibraryEntry {
-  std::string guid;
-  std::string version;  ///< major.minor in hexadecimal
-  std::string title;
-  std::string file;
-};
-
 /// The file registered for a type library; nothing when there is none.
 [[nodiscard]] std::optional<std::string> RegisteredFile(const RegistryReader& registry,
                                                         const std::string& guid,
                                                         const std::string& version);
-
-/// False when the registry refuses a value. Entries of other identities stay as they are.
-[[nodiscard]] bool RegisterLibrary(Registry& registry, const LibraryEntry& entry);
 
 /// Makes the program at the path the machine's compiler, and supplies the system's own library
 /// where that is missing.

@@ -169,6 +169,19 @@ std::string FirstWord(std::string_view text) {
   return LowerCase(text.substr(0, static_cast<std::size_t>(end - text.begin())));
 }
 
+std::optional<std::string> HeaderAttribute(std::string_view file, std::string_view name) {
+  if (!SkipHeader(file)) return std::nullopt;
+  while (!file.empty()) {
+    const auto line = TakeLine(file);
+    if (!IsHeaderAttribute(line)) return std::nullopt;
+    const auto mark = line.find('=');
+    if (mark == std::string_view::npos) continue;
+    if (!EqualsIgnoringCase(Trimmed(line.substr(9, mark - 9)), name)) continue;
+    return std::string(Unquoted(Trimmed(line.substr(mark + 1))));
+  }
+  return std::nullopt;
+}
+
 std::optional<std::vector<CodeLine>> CodeView(std::string_view file) {
   if (!SkipHeader(file)) return std::nullopt;
   return CodeReader().Read(file);

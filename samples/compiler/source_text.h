@@ -19,6 +19,11 @@ struct CodeLine {
 /// condition the first branch is read.
 [[nodiscard]] std::optional<std::vector<CodeLine>> CodeView(std::string_view file);
 
+/// The value of a line `Attribute Name = Value` above the code, without quotes; nothing when there
+/// is no such line.
+[[nodiscard]] std::optional<std::string> HeaderAttribute(std::string_view file,
+                                                         std::string_view name);
+
 /// The first word of a text in small letters; empty when the text begins with something else.
 [[nodiscard]] std::string FirstWord(std::string_view text);
 

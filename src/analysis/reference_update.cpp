@@ -32,10 +32,9 @@ void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
     for (const std::string& earlier : ProjectsAbove(projectKey)) {
       FollowProject(on, *project, earlier, changes);
     }
+    if (changes.empty()) return;
     for (const std::string& file : project->Members) {
-      for (const auto& [oldText, newText] : changes) {
-        on([&] { ReplaceInFile(file, oldText, newText); });
-      }
+      on([&] { ReplaceAll(file, changes); });
     }
   });
 }
@@ -73,12 +72,20 @@ std::string ReferenceUpdate::RegisteredIdentity(const std::string& componentFile
 
 void ReferenceUpdate::ReplaceInFile(const std::string& file, std::string_view oldText,
                                     std::string_view newText) {
+  ReplaceAll(file, {{std::string(oldText), std::string(newText)}});
+}
+
+// One change after the other, as if each were a pass of its own over the file; the file is read and
+// written once.
+void ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Change>& changes) {
   Procedure(report_, ": frmBuilder.ReplaceInFile").Run([&](Procedure& on) {
-    if (oldText.empty()) return;
     // Without the file's text there is nothing to write back, so reading is no statement of its
     // own.
     on([&] {
-      const std::string text = Replaced(files_.Read(file), oldText, newText);
+      std::string text = files_.Read(file);
+      for (const auto& [oldText, newText] : changes) {
+        if (!oldText.empty()) text = Replaced(text, oldText, newText);
+      }
       const auto info = files_.Look(file);
       if (info && info->attributes != file_attribute::kNormal) {
         files_.SetAttributes(file, file_attribute::kArchive);

@@ -36,6 +36,7 @@ class ReferenceUpdate {
  private:
   using Change = std::pair<std::string, std::string>;  ///< old and new identity
 
+  void ReplaceAll(const std::string& file, const std::vector<Change>& changes);
   [[nodiscard]] std::vector<std::string> ProjectsAbove(const std::string& projectKey) const;
   void FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
                      std::vector<Change>& changes);

@@ -28,7 +28,8 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       script(window, platform.files, dialogs, report),
       compile({window, platform.files, shell, dialogs, log, start, platform.programFolder}),
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
-           referenceUpdate, values, version, script, compile}) {
+           referenceUpdate, values, version, script, compile}),
+      registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }) {
   ConnectFileMenu();
   ConnectQueueMenu();
   ConnectToolsMenu();
@@ -63,6 +64,8 @@ void Program::ConnectQueueMenu() {
 void Program::ConnectToolsMenu() {
   MainMenu& menu = window.menu;
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
+  menu.mnuDataPopupReg.SetHandler([this] { registration.mnuDataPopupReg_Click(); });
+  menu.mnuDataPopupUnReg.SetHandler([this] { registration.mnuDataPopupUnReg_Click(); });
   menu.mnuTreePopupAddProject.SetHandler([this] { treeCommands.mnuTreePopupAddProject_Click(); });
   menu.mnuTreePopupRemoveProject.SetHandler(
       [this] { treeCommands.mnuTreePopupRemoveProject_Click(); });

@@ -12,6 +12,7 @@
 #include "app/start_up.h"
 #include "build/build_run.h"
 #include "build/compile.h"
+#include "build/component_registration.h"
 #include "build/project_value.h"
 #include "build/registration_script.h"
 #include "build/version_stamp.h"
@@ -66,6 +67,7 @@ class Program {
   RegistrationScript script;
   Compile compile;
   BuildRun run;
+  ComponentRegistration registration;
 
  private:
   void ConnectFileMenu();

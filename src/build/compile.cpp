@@ -16,7 +16,7 @@ std::string Quoted(std::string_view text) {
 
 Compile::Compile(const Uses& uses)
     : uses_(uses), report_(uses.dialogs, [this](const std::string& line) {
-        problem_ = line;
+        problem_ = "the compiler wrote no result log that can be read";
         uses_.log.WriteLog(line);
       }) {}
 
@@ -25,6 +25,7 @@ std::string Compile::QuotedResultLog() const {
 }
 
 std::string Compile::LastResult() const {
+  if (!problem_.empty()) return {};
   try {
     return uses_.files.Read(JoinPath(uses_.programFolder, kResultLog));
   } catch (const RuntimeError&) {
@@ -73,6 +74,8 @@ bool Compile::CompileProject(const std::string& projectPath, const std::string& 
 
 bool Compile::Compiled(const std::string& projectPath, const std::string& outDir) {
   static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
+  const std::string log = JoinPath(uses_.programFolder, kResultLog);
+  if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
   uses_.shell.ShellAndWait(CommandLine(projectPath, outDir));
   return CheckLogFile(uses_.window.resultLogPath, projectPath);
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <ostream>
 
 #include "cli/commands.h"
@@ -7,6 +8,7 @@
 #include "cli/run_record.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
+#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -28,6 +30,23 @@ struct Arguments {
   std::string junit;
 };
 
+// Longer numbers fit no project file.
+bool IsVersion(const std::string& text) {
+  const auto parts = Split(text, '.');
+  return parts.size() == 3 && std::all_of(parts.begin(), parts.end(), [](std::string_view part) {
+           return !part.empty() && part.size() <= 4 &&
+                  part.find_first_not_of("0123456789") == std::string_view::npos;
+         });
+}
+
+// The compiler wants a folder that is there. It also stands quoted in the compiler's command line,
+// where an impossible name could pose as further arguments.
+void RequireBuildFolder(const Program& program) {
+  const std::string& folder = program.window.buildDirectory;
+  if (folder.empty() || FolderExists(program.platform.files, folder)) return;
+  throw Failure(ExitStatus::Unusable, Plain(folder) + ": no such build folder");
+}
+
 void Override(Session& session, const Arguments& arguments) {
   Program& program = session.program();
   clsOptions& options = program.options;
@@ -37,17 +56,16 @@ void Override(Session& session, const Arguments& arguments) {
   if (arguments.changeRefs) options.ChangeRefs = true;
   if (arguments.stopOnError) options.StopProcessing = true;
   if (!arguments.version.empty()) {
-    if (arguments.version.find('.') == std::string::npos) {
-      throw Failure(ExitStatus::Unusable, arguments.version + ": a version is written x.x.x");
+    if (!IsVersion(arguments.version)) {
+      throw Failure(ExitStatus::Unusable,
+                    arguments.version + ": a version is written x.x.x, in numbers up to 9999");
     }
     options.VersionComponents = arguments.version;
   }
   if (!arguments.buildFolder.empty()) {
     program.window.buildDirectory = BuildFolder(session, arguments.buildFolder);
-    if (!FolderExists(program.platform.files, program.window.buildDirectory)) {
-      throw Failure(ExitStatus::Unusable, arguments.buildFolder + ": no such folder");
-    }
   }
+  RequireBuildFolder(program);
   if (!arguments.compiler.empty()) {
     program.window.compilerPath = session.ProgramPath(arguments.compiler);
   }
@@ -138,13 +156,14 @@ void Build(Frame& frame, const Arguments& arguments) {
     record.On(event);
     printer.On(event);
   });
+  const auto alone = session.BuildAlone();
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;
 
-  WriteReports(session, arguments, record);
   if (frame.json) {
     frame.streams.out << RunJson(record, program.window.registrationScript).dump() << '\n';
   }
+  WriteReports(session, arguments, record);
   frame.status = StatusOf(record);
 }
 

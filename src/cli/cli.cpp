@@ -22,6 +22,7 @@ void AddCommands(CLI::App& app, Frame& frame) {
   AddGraphCommand(app, frame);
   AddInitCommand(app, frame);
   AddValueCommand(app, frame);
+  AddRegisterCommands(app, frame);
   AddSettingsCommand(app, frame);
   AddLogCommand(app, frame);
 }
@@ -64,8 +65,10 @@ int RunCli(const std::vector<std::string>& arguments, const Streams& streams,
   CLI::App app("GorbexBuilder builds groups of Visual Basic component projects.", "gorbex");
   app.set_version_flag("--version", "gorbex " GORBEX_VERSION);
   app.add_option(
-      "--prefix", frame.prefix,
-      "The folder that stands for a Windows installation (also GORBEX_PREFIX, WINEPREFIX)");
+         "--prefix", frame.prefix,
+         "The folder that stands for a Windows installation (also GORBEX_PREFIX, WINEPREFIX)")
+      ->check(
+          [](const std::string& typed) { return std::string(typed.empty() ? "is empty" : ""); });
   app.require_subcommand(1);
   app.fallthrough();
   AddCommands(app, frame);

@@ -18,6 +18,7 @@ void AddQueueCommand(CLI::App& app, Frame& frame);
 void AddGraphCommand(CLI::App& app, Frame& frame);
 void AddInitCommand(CLI::App& app, Frame& frame);
 void AddValueCommand(CLI::App& app, Frame& frame);
+void AddRegisterCommands(CLI::App& app, Frame& frame);
 void AddSettingsCommand(CLI::App& app, Frame& frame);
 void AddLogCommand(CLI::App& app, Frame& frame);
 

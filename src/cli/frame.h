@@ -36,6 +36,12 @@ class Host {
   /// The program's path form of a path as the user typed it: a path of the host, or a Windows path.
   /// Error 52 when it holds characters that no path of the program can hold.
   [[nodiscard]] virtual std::string ProgramPath(const std::string& typed) const = 0;
+
+  /// Keeps other programs from building on the same system until the result is let go of. Calls
+  /// `onWait` before it waits for one that builds already.
+  [[nodiscard]] virtual std::shared_ptr<void> BuildAlone(const std::function<void()>& /*onWait*/) {
+    return nullptr;
+  }
 };
 
 /// Makes the host for the prefix named on the command line, if any.

@@ -42,6 +42,9 @@ void ReadAll(Session& session, const Arguments& arguments) {
     if (arguments.crLf) ConvertLineEnds(program.platform.files, path);
     program.reader.ReadProject(path);
   }
+  if (program.window.ProjectMembers.Count() == 0) {
+    throw Failure(ExitStatus::Unusable, arguments.source + ": no project of it could be read");
+  }
 }
 
 // Dependencies first. The queue's own Arrange knows one dependency per row; here all are known.
@@ -86,6 +89,9 @@ void Init(Frame& frame, const Arguments& arguments) {
   }
   if (!arguments.buildFolder.empty()) {
     program.window.buildDirectory = BuildFolder(session, arguments.buildFolder);
+    if (!FolderExists(program.platform.files, program.window.buildDirectory)) {
+      session.Warn(arguments.buildFolder + ": no such folder; it must be there for a build");
+    }
   }
   program.options.BuildPath = program.window.buildDirectory;
   program.options.Compatible = true;

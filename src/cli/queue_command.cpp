@@ -7,6 +7,7 @@
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
+#include "cli/text_output.h"
 #include "core/node_key.h"
 
 namespace gorbex::cli {
@@ -26,7 +27,7 @@ struct Verb {
 
 ListRow& RowOf(Program& program, const std::string& path) {
   ListRow* row = program.window.lvwQueue.Find(path);
-  if (row == nullptr) throw Failure(ExitStatus::Unusable, path + ": not in the queue");
+  if (row == nullptr) throw Failure(ExitStatus::Unusable, Plain(path) + ": not in the queue");
   return *row;
 }
 
@@ -54,25 +55,36 @@ const std::vector<Verb>& Verbs() {
   return kVerbs;
 }
 
+const Verb* FindVerb(const std::string& word) {
+  const auto& verbs = Verbs();
+  const auto named = std::find_if(verbs.begin(), verbs.end(),
+                                  [&](const Verb& candidate) { return candidate.name == word; });
+  return named == verbs.end() ? nullptr : &*named;
+}
+
 void Execute(Session& session, const std::vector<std::string>& words) {
   const Verb* verb = nullptr;
+  const Verb* unused = nullptr;
+  const auto requireUse = [&] {
+    if (unused == nullptr) return;
+    throw Failure(ExitStatus::Unusable, std::string(unused->name) + ": no project named");
+  };
   for (const std::string& word : words) {
     if (word == "arrange") {
+      requireUse();
       session.program().window.menu.mnuQueueArrange.Execute();
       verb = nullptr;
-      continue;
-    }
-    const auto& verbs = Verbs();
-    const auto named = std::find_if(verbs.begin(), verbs.end(),
-                                    [&](const Verb& candidate) { return candidate.name == word; });
-    if (named != verbs.end()) {
-      verb = &*named;
+    } else if (const Verb* named = FindVerb(word)) {
+      requireUse();
+      verb = unused = named;
     } else if (verb == nullptr) {
       throw Failure(ExitStatus::Unusable, word + ": no queue command");
     } else {
       verb->apply(session.program(), session.LoadedProject(word));
+      unused = nullptr;
     }
   }
+  requireUse();
 }
 
 void Queue(Frame& frame, const Arguments& arguments) {

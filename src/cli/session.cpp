@@ -40,9 +40,14 @@ void Session::Warn(const std::string& utf8) const {
 }
 
 std::string Session::ProgramPath(const std::string& typed) const {
+  if (typed.empty()) throw Failure(ExitStatus::Unusable, "the name of a file or folder is empty");
   try {
     return host_->ProgramPath(typed);
   } catch (const RuntimeError& error) {
+    if (error.Code() == ErrorNumber::BadFileName) {
+      throw Failure(ExitStatus::Unusable,
+                    typed + ": holds a character that no Windows path or no code page can hold");
+    }
     throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
   }
 }
@@ -81,6 +86,11 @@ std::string Session::LoadedProject(const std::string& typedPath) const {
     if (EqualsIgnoringCase(member->path, path)) return member->path;
   }
   throw Failure(ExitStatus::Unusable, typedPath + ": not a project of this build project");
+}
+
+std::shared_ptr<void> Session::BuildAlone() const {
+  return host_->BuildAlone(
+      [this] { Warn("another build runs in this prefix; waiting for its end"); });
 }
 
 void Session::Save() {

@@ -28,6 +28,9 @@ class Session {
   /// not loaded.
   [[nodiscard]] std::string LoadedProject(const std::string& typedPath) const;
 
+  /// Keeps other programs from building until the result is let go of.
+  [[nodiscard]] std::shared_ptr<void> BuildAlone() const;
+
   /// Saves the open build project to its file. Failure when it cannot be saved without losing the
   /// projects that could not be read.
   void Save();

@@ -15,11 +15,6 @@ struct Arguments {
   std::string value;
 };
 
-std::string Shown(const Setting& setting, const clsOptions& options) {
-  const auto value = setting.Get(options);
-  return value.is_string() ? value.get<std::string>() : value.dump();
-}
-
 const Setting& Named(const std::string& name) {
   const Setting* setting = FindSetting(name);
   if (setting == nullptr || !setting->stored) {
@@ -49,7 +44,13 @@ void Change(clsOptions& options, const Setting& setting, const std::string& type
     throw Failure(ExitStatus::Unusable,
                   std::string(setting.name) + ": " + Plain(error.Description()));
   }
+  const auto wanted = setting.Get(options);
   options.SaveSettings();
+  options.LoadSettings();
+  if (setting.Get(options) != wanted) {
+    throw Failure(ExitStatus::WorkFailed,
+                  std::string(setting.name) + ": not stored; the registry cannot be written");
+  }
 }
 
 void Settings(Frame& frame, const Arguments& arguments, bool hasValue) {

@@ -1,5 +1,6 @@
 #include "cli/settings_table.h"
 
+#include "cli/text_output.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -56,6 +57,12 @@ const std::vector<Setting>& AllSettings() {
       Flag("AutoStart", &clsOptions::AutoStart),
       Number("Interval", &clsOptions::Interval)};
   return kSettings;
+}
+
+std::string Shown(const Setting& setting, const clsOptions& options) {
+  const auto value = setting.Get(options);
+  if (!value.is_string()) return value.dump();
+  return Plain(FromUtf8(value.get<std::string>()).value_or(""));
 }
 
 const Setting* FindSetting(std::string_view name) {

@@ -23,6 +23,9 @@ struct Setting {
 
 [[nodiscard]] const std::vector<Setting>& AllSettings();
 
+/// The value for a reader.
+[[nodiscard]] std::string Shown(const Setting& setting, const clsOptions& options);
+
 /// Null when there is no such setting; letter case does not matter.
 [[nodiscard]] const Setting* FindSetting(std::string_view name);
 

@@ -37,9 +37,7 @@ void PrintVerdicts(std::ostream& out, const frmBuilder& window) {
 void PrintSettings(std::ostream& out, const clsOptions& options) {
   out << "\nSettings\n";
   for (const Setting& setting : AllSettings()) {
-    const auto value = setting.Get(options);
-    out << "  " << Padded(std::string(setting.name), 20)
-        << (value.is_string() ? value.get<std::string>() : value.dump()) << '\n';
+    out << "  " << Padded(std::string(setting.name), 20) << Shown(setting, options) << '\n';
   }
 }
 

@@ -17,23 +17,30 @@ struct Arguments {
 };
 
 // The readers of values pass over files they cannot open, so that is told here, before.
-bool HasKey(Session& session, const Arguments& arguments, const std::string& path) {
+bool HasKey(Session& session, const Arguments& arguments, const std::string& path,
+            const std::string& key) {
   try {
-    const std::string text = session.program().platform.files.Read(path);
-    return FindProjectValue(text, FromUtf8(arguments.key).value_or(arguments.key)).has_value();
+    return FindProjectValue(session.program().platform.files.Read(path), key).has_value();
   } catch (const RuntimeError& error) {
     throw Failure(ExitStatus::Unusable, arguments.file + ": " + Plain(error.Description()));
   }
 }
 
+std::string KeyOf(const Arguments& arguments) {
+  const auto key = FromUtf8(arguments.key);
+  if (key && !key->empty()) return *key;
+  throw Failure(ExitStatus::Unusable, "the key is empty or holds a character no key can hold");
+}
+
 void Get(Frame& frame, const Arguments& arguments) {
   Session session(frame);
   const std::string path = session.ProgramPath(arguments.file);
-  const bool found = HasKey(session, arguments, path);
+  const std::string key = KeyOf(arguments);
+  const bool found = HasKey(session, arguments, path, key);
   if (!found) {
     session.Warn(arguments.file + ": no key " + arguments.key + "; this is the whole file");
   }
-  const auto value = session.program().values.ReadProjectValue(path, arguments.key);
+  const auto value = session.program().values.ReadProjectValue(path, key);
   if (frame.json) {
     frame.streams.out
         << Json{{"key", arguments.key}, {"value", JsonText(value)}, {"found", found}}.dump()
@@ -51,11 +58,12 @@ void Set(Frame& frame, const Arguments& arguments) {
     throw Failure(ExitStatus::Unusable,
                   "the value holds a character that no project file can hold");
   }
-  const bool hasKey = HasKey(session, arguments, path);
+  const std::string key = KeyOf(arguments);
+  const bool hasKey = HasKey(session, arguments, path, key);
   bool written = true;
   const Subscription failed = session.program().values.failed.Connect(
       [&](const std::string&, const RuntimeError&) { written = false; });
-  session.program().values.WriteProjectValue(path, arguments.key, *value);
+  session.program().values.WriteProjectValue(path, key, *value);
   if (!hasKey) session.Warn(arguments.file + ": no key " + arguments.key + "; nothing was set");
   const bool set = hasKey && written;
   if (!set) frame.status = ExitStatus::WorkFailed;

@@ -12,6 +12,15 @@ std::string RecentName(std::size_t number) {
   return "MRU" + std::to_string(number);
 }
 
+// A flag that is none is named together with its key.
+bool FlagOf(const Pair& pair) {
+  try {
+    return ToFlag(pair.value);
+  } catch (const RuntimeError& error) {
+    throw RuntimeError(error.Code(), std::string(pair.key).append("=").append(pair.value));
+  }
+}
+
 std::string Line(std::string_view key, std::string_view value) {
   return std::string(key).append("=").append(value).append(kLineBreak);
 }
@@ -45,9 +54,9 @@ void BuildProjectFile::Take(Procedure& on, const Pair& pair) {
   } else if (key == "queue") {
     TakeQueueRow(on, value);
   } else if (key == "breakonerror") {
-    on([&] { options.StopProcessing = ToFlag(value); });
+    on([&] { options.StopProcessing = FlagOf(pair); });
   } else if (key == "changerefs") {
-    on([&] { options.ChangeRefs = ToFlag(value); });
+    on([&] { options.ChangeRefs = FlagOf(pair); });
   } else if (key == "version") {
     if (!EqualsIgnoringCase(value, "default")) options.VersionComponents = value;
   } else if (key == "builddir") {
@@ -55,9 +64,9 @@ void BuildProjectFile::Take(Procedure& on, const Pair& pair) {
     options.BuildPath = value;
     on([&] { window.SetStatus("Building to " + value); });
   } else if (key == "breakcompat") {
-    on([&] { options.Compatible = !ToFlag(value); });
+    on([&] { options.Compatible = !FlagOf(pair); });
   } else if (key == "getonbuild") {
-    on([&] { options.GetLatest = ToFlag(value); });
+    on([&] { options.GetLatest = FlagOf(pair); });
   }
 }
 

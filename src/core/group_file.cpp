@@ -1,6 +1,8 @@
 #include "core/group_file.h"
 
 #include <algorithm>
+#include <unordered_set>
+#include <utility>
 
 #include "core/file_tools.h"
 #include "core/text.h"
@@ -61,12 +63,15 @@ std::string ResolvedPath(std::string_view folder, std::string_view path) {
 std::vector<std::string> ProjectsInGroup(const std::string& groupPath, std::string_view text) {
   const std::string folder = StripPath(groupPath);
   std::vector<std::string> projects;
+  std::unordered_set<std::string> known;
   for (auto line : Split(text, '\n')) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     const auto equals = line.find('=');
     if (equals == std::string_view::npos || !IsProjectLine(line.substr(0, equals))) continue;
-    const auto path = TrimBlanks(line.substr(equals + 1));
-    if (!path.empty()) projects.push_back(ResolvedPath(folder, path));
+    const std::string path = WithoutQuotes(TrimBlanks(line.substr(equals + 1)));
+    if (path.empty()) continue;
+    std::string resolved = ResolvedPath(folder, path);
+    if (known.insert(LowerCase(resolved)).second) projects.push_back(std::move(resolved));
   }
   return projects;
 }

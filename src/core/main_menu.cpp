@@ -28,6 +28,8 @@ std::vector<Command*> MainMenu::All() {
           &mnuToolsLabel,
           &mnuToolsHighlight,
           &mnuToolsGetLatest,
+          &mnuDataPopupReg,
+          &mnuDataPopupUnReg,
           &mnuTreePopupAddProject,
           &mnuTreePopupRemoveProject};
 }

@@ -37,6 +37,9 @@ struct MainMenu {
   Command mnuToolsHighlight{"mnuToolsHighlight", "&Highlight Changed Projects"};
   Command mnuToolsGetLatest{"mnuToolsGetLatest", "&Get Latest"};
 
+  Command mnuDataPopupReg{"mnuDataPopupReg", "&Register"};
+  Command mnuDataPopupUnReg{"mnuDataPopupUnReg", "&Unregister"};
+
   Command mnuTreePopupAddProject{"mnuTreePopupAddProject", "&Add Project..."};
   Command mnuTreePopupRemoveProject{"mnuTreePopupRemoveProject", "&Remove Project"};
 

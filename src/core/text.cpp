@@ -12,14 +12,26 @@
 namespace gorbex {
 namespace {
 
-constexpr std::size_t kShortPattern = 32;
+constexpr std::size_t kShortPattern = 64;
+
+bool StandsAt(std::string_view text, std::size_t at, std::string_view lowered) {
+  return at + lowered.size() <= text.size() &&
+         std::equal(lowered.begin(), lowered.end(), text.begin() + static_cast<std::ptrdiff_t>(at),
+                    [](char wanted, char letter) { return LowerCase(letter) == wanted; });
+}
 
 std::size_t FindShort(std::string_view text, std::string_view lowered, std::size_t from) {
-  const auto found =
-      std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), lowered.begin(),
-                  lowered.end(), [](char a, char b) { return LowerCase(a) == b; });
-  return found == text.end() ? std::string_view::npos
-                             : static_cast<std::size_t>(found - text.begin());
+  // A first character without letter case, such as a GUID's brace, is found by the library's fast
+  // search.
+  const std::string first = {lowered.front(), UpperCase(lowered.substr(0, 1)).front()};
+  const bool caseless = first[0] == first[1];
+  const auto next = [&](std::size_t at) {
+    return caseless ? text.find(first[0], at) : text.find_first_of(first, at);
+  };
+  for (auto at = next(from); at != std::string_view::npos; at = next(at + 1)) {
+    if (StandsAt(text, at, lowered)) return at;
+  }
+  return std::string_view::npos;
 }
 
 // For each prefix of the pattern, the length of its longest proper border.

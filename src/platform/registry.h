@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace gorbex {
 
@@ -31,6 +32,13 @@ struct RegistryValue {
   bool operator==(const RegistryValue&) const = default;
 };
 
+/// One value and where it stands below its root.
+struct RegistryEntry {
+  std::string subKey;
+  std::string name;
+  RegistryValue value;
+};
+
 /// The right to read. Sub-keys are separated by "\"; keys and value names ignore letter case; the
 /// empty value name is a key's default value.
 class RegistryReader {
@@ -54,6 +62,15 @@ class Registry : public RegistryReader {
   /// Sets a value, making its key when absent.
   virtual bool SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
                         const RegistryValue& value) = 0;
+
+  /// Sets many values, in one go where the system allows it. False when one was refused.
+  virtual bool SetValues(RegistryRoot root, const std::vector<RegistryEntry>& entries) {
+    bool all = true;
+    for (const auto& entry : entries) {
+      all = SetValue(root, entry.subKey, entry.name, entry.value) && all;
+    }
+    return all;
+  }
 };
 
 }  // namespace gorbex

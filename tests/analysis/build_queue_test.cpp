@@ -8,11 +8,14 @@
 namespace gorbex::test {
 namespace {
 
+const std::string kKept = "|c|d|buildok *";
+const std::string kNew = "|||vbproject";  ///< made by Arrange: no mark, compatibility or date
+
 struct QueueRow {
   std::string project;
   std::string dependency;
   bool linked = false;
-  bool fresh = false;  ///< made by Arrange: no mark, no compatibility, no date
+  std::string rest = kKept;
   std::string text{};
 };
 using Rows = std::vector<QueueRow>;
@@ -44,7 +47,7 @@ int ArrangeSlowly(Rows& rows, bool ignoreErrors) {
         }
         ++place;
       }
-      place = rows.insert(place, {row.project, row.dependency, false, true, "1"});
+      place = rows.insert(place, {row.project, row.dependency, false, kNew, "1"});
       i = static_cast<std::size_t>(place - rows.begin());
     }
   }
@@ -53,10 +56,10 @@ int ArrangeSlowly(Rows& rows, bool ignoreErrors) {
 }
 
 std::string Text(const Rows& rows) {
-  std::string text{};
+  std::string text;
   for (const auto& row : rows) {
-    text += row.text + " " + row.project + "|" + row.dependency + (row.fresh ? "" : "|c|d *") +
-            (row.linked ? " linked" : "") + "\n";
+    text += row.text + " " + row.project + "|" + row.dependency + row.rest +
+            (row.linked ? " linked\n" : "\n");
   }
   return text;
 }
@@ -75,15 +78,13 @@ class BuildQueueTest : public ProgramFixture {
       added.SetTag(row.linked ? "9" : "");
     }
   }
-  /// The queue with its cells; where the row's key is not its project, the key too.
   std::string Shown() {
     Rows rows;
     for (const auto& row : queue.Rows()) {
-      EXPECT_EQ(row->Key(), row->SubItem(1));
-      EXPECT_EQ(queue.Find(row->Key()), row.get());
-      const bool fresh = row->SubItem(3).empty() && row->SubItem(4).empty() && !row->Checked() &&
-                         row->Icon() == Image::VbProject;
-      rows.push_back({row->SubItem(1), row->SubItem(2), !row->Tag().empty(), fresh, row->Text()});
+      EXPECT_EQ(queue.Find(row->SubItem(1)), row.get());
+      auto rest = "|" + row->SubItem(3) + "|" + row->SubItem(4) + "|";
+      rest.append(ImageKey(row->Icon())).append(row->Checked() ? " *" : "");
+      rows.push_back({row->Key(), row->SubItem(2), !row->Tag().empty(), rest, row->Text()});
     }
     return Text(rows);
   }
@@ -98,19 +99,18 @@ class BuildQueueTest : public ProgramFixture {
     const std::string before = Text(rows);
     for (int command = 1; command <= 2; ++command) {
       dialogs.answers.assign(rows.size(), ignoreErrors ? Answer::Ignore : Answer::Abort);
+      if (!rows.empty()) queue.Select(&queue.At(1));
       Effects();
-      ListRow* selected = rows.empty() ? nullptr : &queue.At(1);
-      const std::string key = rows.empty() ? "" : selected->Key();
-      queue.Select(selected);
       program.window.menu.mnuQueueArrange.Execute();
-      ASSERT_TRUE(queue.Selected() == nullptr || queue.Selected()->Key() == key) << before;
+      const ListRow* selected = queue.Selected();
+      ASSERT_TRUE(selected == nullptr || queue.Find(selected->Key()) == selected) << before;
       const int lost = ArrangeSlowly(rows, ignoreErrors);
       ASSERT_EQ(Shown(), Text(rows)) << "command " << command << " on\n" << before;
       const auto reports = Effects();
       ASSERT_EQ(static_cast<int>(reports.size()), std::abs(lost)) << before;
       for (const auto& report : reports) {
         ASSERT_NE(report.find("Error 35601: "), report.npos);
-        ASSERT_NE(report.find("GorbexBuilder: frmBuilder.mnuQueueArrange_Click"), report.npos);
+        ASSERT_TRUE(report.ends_with("GorbexBuilder: frmBuilder.mnuQueueArrange_Click"));
       }
     }
   }
@@ -118,55 +118,32 @@ class BuildQueueTest : public ProgramFixture {
   ListView& queue = program.window.lvwQueue;
 };
 
-TEST_F(BuildQueueTest, ArrangePutsRowsBelowWhatTheyDependOn) {
-  const std::vector<std::pair<Rows, std::string>> cases = {
-      {{}, ""},
-      {{{"A", "A"}}, "1A "},
-      {{{"A", "X"}, {"B", ""}}, "1A 2B "},
-      {{{"A", "B"}, {"B", ""}}, "1B 2A "},
-      {{{"A", "B"}, {"B", ""}, {"C", ""}}, "1B 2A 3C "},
-      {{{"A", "C"}, {"B", ""}, {"C", ""}}, "1B 2C 3A "},
-      {{{"A", "B"}, {"B", "C"}, {"C", "D"}, {"D", ""}}, "1D 2C 3B 4A "}};
-  for (const auto& [rows, order] : cases) {
-    Fill(rows);
-    program.window.menu.mnuQueueArrange.Execute();
-    EXPECT_EQ(Order(), order);
-  }
-}
-
 TEST_F(BuildQueueTest, ArrangeAgreesWithTheRoundsDoneByHand) {
   std::mt19937 random(7);
-  for (int round = 0; round < 4000; ++round) {
+  for (int round = 0; round < 4000 && !HasFatalFailure(); ++round) {
     const std::size_t count = round < 3990 ? random() % 9 : 60 + random() % 41;
     const auto kind = random() % 4;  // a chain, a star, or anything with and without old tags
     Rows rows;
     for (std::size_t i = 0; i < count; ++i) {
-      const auto dependency = kind == 0   ? (i + 1) % (count + 1)
-                              : kind == 1 ? 0
-                                          : random() % (count + 3);
+      const std::size_t others[] = {(i + 1) % (count + 1), 0, random() % (count + 3)};
+      const auto dependency = others[std::min<std::size_t>(kind, 2)];
       const bool none = random() % 5 == 0;
       rows.push_back({"P" + std::to_string(i), none ? "" : "P" + std::to_string(dependency)});
       rows.back().linked = kind == 3 && random() % 3 == 0;
     }
     std::shuffle(rows.begin(), rows.end(), random);
     CompareArrange(rows, round % 2 == 0);
-    if (HasFatalFailure()) return;
   }
 }
 
 TEST_F(BuildQueueTest, ArrangeOfALongReversedChainIsQuick) {
   Rows rows;
-  for (int i = 0; i < 2000; ++i) {
-    rows.push_back({std::to_string(i), i == 1999 ? "" : std::to_string(i + 1)});
-  }
+  for (int i = 0; i < 2000; ++i) rows.push_back({std::to_string(i), std::to_string(i + 1)});
+  rows.back().dependency.clear();
   Fill(rows);
   const auto start = std::chrono::steady_clock::now();
   program.window.menu.mnuQueueArrange.Execute();
-  const auto took = std::chrono::steady_clock::now() - start;
-  RecordProperty(
-      "milliseconds",
-      static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(took).count()));
-  EXPECT_LT(took, std::chrono::seconds(10));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
   EXPECT_EQ(queue.At(1).Key() + queue.At(2000).Key(), "4647") << "the last round's order";
 }
 
@@ -176,7 +153,6 @@ TEST_F(BuildQueueTest, DropAddsAProjectOnceWithItsFirstDependency) {
   auto& app = group.Executable("App");
   app.Line("Reference=*\\Ghalf").Line("Object={O}#1#0; mycore.DLL").Uses("Other").Uses("Core");
   program.buildProject.LoadProject(group.BuildProject());
-  platform.files.SetLastWrite(core.Binary(), {0});
   queue.Clear();
   for (const auto& [path, source] : {std::pair(app.Path(), "tvwProjects"),
                                      {core.Path(), "lvwData"},
@@ -185,13 +161,9 @@ TEST_F(BuildQueueTest, DropAddsAProjectOnceWithItsFirstDependency) {
     program.window.tvwProjects.Select(&program.window.tvwProjects.Item("x)" + path));
     program.queue.lvwQueue_DragDrop(source);
   }
-  std::string rows;
-  for (const auto& row : queue.Rows()) {
-    rows += row->Text() + (row->Checked() ? "*" : "") + row->Key() + "|" + row->SubItem(2) + "|" +
-            row->SubItem(3) + "|" + row->SubItem(4) + "\n";
-  }
-  EXPECT_EQ(rows, "1*" + app.Path() + "|" + core.Path() + "|NOT Compatible!|Not Found\n2*" +
-                      core.Path() + "||Compatible|01/01/1601 00:00\n");
+  EXPECT_EQ(Shown(), "1 " + app.Path() + "|" + core.Path() +
+                         "|NOT Compatible!|Not Found|vbproject *\n2 " + core.Path() +
+                         "||Compatible|01/03/1601 00:00|vbproject *\n");
   EXPECT_TRUE(program.window.ProjectChanged);
 }
 
@@ -203,21 +175,24 @@ TEST_F(BuildQueueTest, RowsMoveByOnePlaceAndLoseTheirDateAlone) {
   EXPECT_EQ(queue.At(1).SubItem(4), "d");
   menu.mnuQueueMoveDown.Execute();
   EXPECT_EQ(Order(), "1B 2A 3C ");
-  const ListRow& row = queue.At(2);
-  EXPECT_EQ(queue.Selected(), &row);
-  EXPECT_EQ(row.SubItem(2) + row.SubItem(3) + row.SubItem(4), "xc");
-  EXPECT_TRUE(row.Checked());
+  EXPECT_EQ(queue.Selected(), &queue.At(2));
+  EXPECT_NE(Shown().find("2 A|x|c||vbproject *\n"), std::string::npos);
   menu.mnuQueueMoveDown.Execute();
   menu.mnuQueueMoveDown.Execute();
   EXPECT_EQ(Order(), "1B 2C 3A ");
   menu.mnuQueueMoveUp.Execute();
   EXPECT_EQ(Order(), "1B 2A 3C ");
+}
 
+TEST_F(BuildQueueTest, CommandsRemoveOneAskedForAndMarkOrEmptyAll) {
+  auto& menu = program.window.menu;
+  Fill({{"A", ""}, {"B", ""}, {"C", ""}});
+  queue.Select(queue.Find("B"));
   menu.mnuQueueRemove.Execute();
   EXPECT_EQ(queue.Count(), 3U);
   dialogs.answers = {Answer::Yes, Answer::Yes};
   menu.mnuQueueRemove.Execute();
-  EXPECT_EQ(Order(), "1B 2C ");
+  EXPECT_EQ(Order(), "1A 2C ");
   menu.mnuQueueRemove.Execute();
   menu.mnuQueueMoveUp.Execute();
   const std::string ask = "show [YesNo Question] Remove item from queue???";

@@ -31,7 +31,6 @@ class ProjectDisplayTest : public ProgramFixture {
 TEST_F(ProjectDisplayTest, NodesLeadToTheirProjectOrShowNothing) {
   const std::string shown = core.Path() + "|Core|1..|C:\\Group\\Bin\\Core.dll|o.dll|" + core.Path();
   const std::string other = bare + "|<no name>|..|<not specified>|<none set>|" + bare;
-  EXPECT_EQ(Labels(), other);
   for (const std::string prefix : {"x)", "r)", "r-1", "o)", "o-1", "m)", "m-1", "i)"}) {
     Show("x)" + bare);
     Show(prefix + core.Path());
@@ -56,7 +55,8 @@ TEST_F(ProjectDisplayTest, ListIsFilledAgainOnlyForAnotherProjectOrOnRefresh) {
   Show("x)" + core.Path());
   EXPECT_EQ(list.Count(), 2U);
   EXPECT_EQ(list.At(1).SubItem(5), "Invalid GUID");
-  platform.registry.AddKey(RegistryRoot::ClassesRoot, "TypeLib\\{A}");
+  platform.registry.CreateKey(RegistryRoot::ClassesRoot, "TypeLib\\{A}");
+  Effects();
   Show("r-1" + core.Path());
   Show("o-1" + core.Path());
   EXPECT_EQ(list.At(1).SubItem(5), "Invalid GUID");
@@ -64,8 +64,6 @@ TEST_F(ProjectDisplayTest, ListIsFilledAgainOnlyForAnotherProjectOrOnRefresh) {
   EXPECT_EQ(list.At(1).SubItem(5), "No Path for this GUID in registry");
   Show("x)" + bare);
   EXPECT_EQ(list.Count(), 0U);
-  list.SetTag("");
-  program.display.RefreshReferences();
   EXPECT_EQ(Effects(), Journal{});
 }
 
@@ -78,13 +76,13 @@ TEST_F(ProjectDisplayTest, PopUpCommandsAddAndRemoveProjects) {
   std::string status;
   const auto listening =
       window.stbStatus.changed.Connect([&](const std::string& text) { status += text + "|"; });
-  const std::string scan = "Scanning dependancies, please wait.|Dependancy scan now complete.|";
   auto& app = group.Executable("App").Uses("Core");
-  dialogs.choices = {app.Path(), "C:\\gone.vbp"};
+  dialogs.choices = {"C:\\gone.vbp", app.Path()};
   window.menu.mnuTreePopupAddProject.Execute();
+  EXPECT_EQ(status,
+            "Re-Checking references|Scanning dependancies, please wait.|"
+            "Dependancy scan now complete.|Project Loaded|");
   window.menu.mnuTreePopupAddProject.Execute();
-  const std::string added = "Re-Checking references|" + scan + "Project Loaded|";
-  EXPECT_EQ(status, added + added);
   EXPECT_TRUE(window.ProjectChanged);
   const TreeNode& reference = window.tvwProjects.Item("r-1" + app.Path());
   EXPECT_EQ(ImageKey(reference.ImageOf()), "dependancy");

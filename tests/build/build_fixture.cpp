@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "core/file_tools.h"
-
 namespace gorbex::test {
 
 BuildFixture::BuildFixture() {
@@ -32,12 +30,10 @@ ListRow& BuildFixture::Row(const std::string& name) const {
 std::uint32_t BuildFixture::CompileProject(const std::string& commandLine) {
   const auto begin = commandLine.find('"') + 1;
   const std::string path = commandLine.substr(begin, commandLine.find('"', begin) - begin);
-  const auto file = GetFileFromPath(path);
-  const std::string name = file.substr(0, file.find('.'));
   compiledSources.push_back(platform.files.Text(path));
-  const bool fails = failing.contains(name);
+  const bool fails = !failing.empty() && path == Group::Path(failing);
   platform.files.AddFile(
-      kResultLog, "\r\nBuild of '" + name + ".dll' " + (fails ? "failed." : "succeeded.") + "\r\n");
+      kResultLog, fails ? "Build of 'X.dll' failed." : "\r\nBuild of 'X.dll' succeeded.\r\n");
   return fails ? 1 : 0;
 }
 

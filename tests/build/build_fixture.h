@@ -1,6 +1,5 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <vector>
 
@@ -10,7 +9,7 @@
 namespace gorbex::test {
 
 /// The whole program with a compiler at hand that writes its result log: every project builds but
-/// those in `failing`. Compatibility is kept unless a test asks for more.
+/// the `failing` one. Compatibility is kept unless a test asks for more.
 class BuildFixture : public ProgramFixture {
  protected:
   BuildFixture();
@@ -40,7 +39,7 @@ class BuildFixture : public ProgramFixture {
   static constexpr const char* kResultLog = "C:\\Program Files\\GorbexBuilder\\VBResult.log";
   static constexpr const char* kBuildProcedure = ": frmBuilder.mnuFileBuild_Click";
 
-  std::set<std::string> failing;             ///< by name
+  std::string failing;                       ///< the name of a project
   std::vector<std::string> compiledSources;  ///< the project files as the compiler saw them
   WindowJournal seen{program.window, program.log, platform.journal};
 };

@@ -1,6 +1,5 @@
 #include <optional>
 
-#include "core/text.h"
 #include "tests/build/build_fixture.h"
 
 namespace gorbex::test {
@@ -26,9 +25,9 @@ class BuildRunTest : public BuildFixture {
     shop.Line("OptimizationType=0").Line("CodeViewDebugInfo=1");
     shop.Line("MajorVer=1").Line("MinorVer=2").Line("RevisionVer=3");
     platform.files.AddFile("C:\\Group\\Shop\\mssccprj.scc", "SCC_Project_Name = \"$/Shop\", AAAA");
-    platform.sourceControl.Add("$/Shop", "C:\\Work\\Shop");
+    platform.sourceControl.localSpecs["$/Shop"] = "C:\\Work\\Shop";
     platform.sourceControl.Open("srcsafe.ini", "me", "");
-    platform.components.Set("C:\\Out\\Core.dll", "{1F}");
+    platform.components.guids["C:\\Out\\Core.dll"] = "{1F}";
     platform.registry.AddText(RegistryRoot::ClassesRoot, "Interface\\{1F}\\TypeLib", "", "{NEW}");
     Load();
     Row("Core").SetChecked(false);
@@ -165,8 +164,6 @@ TEST_F(BuildRunTest, EndsWithWhatCameOfIt) {
        "buildok builderror buildok", 2, 3},
       {true, true, kAtErrors, Answer::Ok, failed, "buildok builderror buildok", 2, 3},
       {true, true, kAtErrors, Answer::Cancel, failed, "buildok builderror vbproject", 1, 2},
-      {true, true, kToLaunch, Answer::Ok, "show Errors during the build process",
-       "buildok builderror buildok", 2, 3},
       {true, false, kNothing, Answer::Ok, "show Built 3 components.", "buildok buildok buildok", 3,
        3},
       {true, false, kToLaunch, Answer::No, offer, "buildok buildok buildok", 3, 3},
@@ -179,10 +176,7 @@ TEST_F(BuildRunTest, EndsWithWhatCameOfIt) {
     program.options.StopProcessing = c.asks == kAtErrors;
     program.options.AutoLaunchVBP = c.asks == kToLaunch;
     for (const auto& row : program.window.lvwQueue.Rows()) row->SetChecked(c.isChecked);
-    if (c.fails)
-      failing = {"Core"};
-    else
-      failing.clear();
+    failing = c.fails ? "Core" : "";
     dialogs.answers = {c.answer};
     const Journal steps = Build();
     EXPECT_EQ(Only(steps, {"show"}), Journal{c.told});
@@ -204,41 +198,13 @@ TEST_F(BuildRunTest, AsksForACompilerAndGoesOnWithout) {
   program.window.registrationScript = "of the run before";
   const std::string chooser =
       "open Please enter path to Visual Basic executable file|Executables (*.exe)|*.exe|";
-  const auto run = [&] { return Only(Build(), {"show", "open", "start", "log", "text box"}); };
-
   EXPECT_EQ(
-      run(),
+      Only(Build(), {"show", "open", "start", "log", "text box"}),
       (Journal{"log Build Started", "show You need to specify a VB path", "log Application Started",
                chooser, "show You must specify the VB path if you want to compile projects",
                "show No projects checked for build", "log Build Finished succesfully."}));
   EXPECT_EQ(program.window.registrationScript, "of the run before");
   EXPECT_FALSE(program.window.menu.mnuFileGenScript.enabled.Get());
-
-  dialogs.choices = {"D:\\VB6.EXE"};
-  const Journal steps = run();
-  EXPECT_EQ(Only(steps, {"show"}),
-            (Journal{"show You need to specify a VB path", "show Built 1 components."}));
-  EXPECT_TRUE(Only(steps, {"start"}).at(0).starts_with("start D:\\VB6.EXE \""));
-}
-
-TEST_F(BuildRunTest, TellsItsListenersTheOutcomes) {
-  Load({"Base", "Core"});
-  platform.processes.polls = 2;
-  platform.processes.Queue([&](const std::string& line) { return CompileProject(line); });
-  platform.processes.QueueRefusal(RuntimeError(ErrorNumber::FileNotFound, "VB6.EXE"));
-  Journal told;
-  const auto listening = program.run.events.Connect([&](const RunEvent& event) {
-    if (const auto* e = std::get_if<ProjectCompiled>(&event)) {
-      told.push_back(FlagText(e->succeeded) + std::to_string(e->duration.count()) + e->log +
-                     e->problem);
-    } else if (const auto* end = std::get_if<RunEnded>(&event)) {
-      EXPECT_EQ(end->result, RunResult::Finished);
-      told.push_back(std::to_string(end->built) + std::to_string(end->errors));
-    }
-  });
-  Build();
-  EXPECT_EQ(told, (Journal{"True20\r\nBuild of 'Base.dll' succeeded.\r\n",
-                           "False0File not found: 'VB6.EXE'", "11"}));
 }
 
 }  // namespace

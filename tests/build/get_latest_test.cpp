@@ -19,11 +19,9 @@ TEST_F(GetLatestTest, TellsTheOutcomeOnTheStatusLine) {
       {true, "$/Locked", false, "status It is locked"},
       {true, "$/Broken", false, "status Failed GET : It is broken"},
       {true, "$/No", false, "status Object variable or With block variable not set: '$/No'"}};
-  for (const char* name : {"Core", "Locked"}) {
-    platform.sourceControl.Add(std::string("$/") + name, std::string("C:\\Work\\") + name);
-  }
-  platform.sourceControl.Fail("get", "$/Locked", "It is locked");
-  platform.sourceControl.Fail("item", "$/Broken", "It is broken");
+  platform.sourceControl.localSpecs = {{"$/Core", "C:\\Work\\Core"}, {"$/Locked", ""}};
+  platform.sourceControl.failures = {{{"get", "$/Locked"}, "It is locked"},
+                                     {{"item", "$/Broken"}, "It is broken"}};
   for (const Case& c : cases) {
     if (c.isOpen) platform.sourceControl.Open("srcsafe.ini", "me", "");
     program.window.ProjectMembers.Clear();

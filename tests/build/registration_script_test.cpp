@@ -23,7 +23,6 @@ TEST_F(RegistrationScriptTest, IsSavedWithOneLineBreakMore) {
   EXPECT_EQ(generate(std::nullopt), (Journal{chooser, "status Cancelled"}));
   EXPECT_EQ(platform.files.Text(kFile), "\r\n");
   EXPECT_EQ(generate(kFile), (Journal{chooser, write, "status Script Saved"}));
-  generate(kFile);
   EXPECT_EQ(platform.files.Text(kFile), program.window.registrationScript + "\r\n");
 
   platform.files.Fail(FileOperation::Write, kFile, ErrorNumber::DiskFull);

@@ -5,8 +5,8 @@ namespace {
 
 constexpr const char* kQuestion =
     "show [YesNo Question GorbexBuilder] The new build number requested, is older than the "
-    "existing "
-    "version number for this component.\r\nDo you wish to change it's version to your new value?";
+    "existing version number for this component.\r\nDo you wish to change it's version to your new "
+    "value?";
 
 class VersionStampTest : public BuildFixture {
  protected:
@@ -64,16 +64,14 @@ TEST_F(VersionStampTest, AsksBeforeItStepsBack) {
 TEST_F(VersionStampTest, ReportsNumbersItCannotUse) {
   const std::string overflow = Reported(6, "Overflow", kBuildProcedure);
   const std::string noMinor = Reported(9, "Subscript out of range", ": clsOptions.Minor");
-  struct Case {
-    std::string existing, requested, report, after;
-  };
-  const Case cases[] = {{Lines("99999", "99999", "1"), "1.2.3", overflow, Stamped("1", "2", "3")},
-                        {Lines("1", "0", "0"), "99999.99999.1", overflow, Lines("1", "0", "0")},
-                        {Lines("0", "0", "0"), "1", noMinor, Stamped("0", "0", "0")}};
-  for (const Case& c : cases) {
+  using Row = std::array<std::string, 4>;
+  for (const auto& [existing, requested, report, after] :
+       {Row{Lines("99999", "99999", "1"), "1.2.3", overflow, Stamped("1", "2", "3")},
+        Row{Lines("1", "0", "0"), "99999.99999.1", overflow, Lines("1", "0", "0")},
+        Row{Lines("0", "0", "0"), "1", noMinor, Stamped("0", "0", "0")}}) {
     dialogs.answers = {Answer::Ignore, Answer::No};
-    EXPECT_EQ(VersionAfter(c.existing, c.requested), c.after);
-    EXPECT_EQ(Only(Steps(), {"show"}).at(0), c.report);
+    EXPECT_EQ(VersionAfter(existing, requested), after);
+    EXPECT_EQ(Only(Steps(), {"show"}).at(0), report);
   }
 }
 

@@ -40,17 +40,37 @@ rm "$GORBEX_PREFIX/gorbexbuilder.reg" "$product"/Bin/*.dll "$product"/Bin/*.exe 
 "$compiler" /regserver
 expect 0 "$gorbex" build "$product/new.bpf" --yes
 
+# Unregistering takes exactly the component's own keys away; registering brings back the same ones.
+reg=$GORBEX_PREFIX/gorbexbuilder.reg
+cp "$reg" "$scratch/registered"
+expect 0 "$gorbex" unregister "$product/Bin/StoreMoney.dll"
+grep -q 'StoreMoney' "$reg" && fail "keys were left behind"
+holds StoreCore "$reg"
+expect 0 "$gorbex" unregister "$product/Bin/StoreMoney.dll"
+for run in 1 2; do expect 0 "$gorbex" register "$product/Bin/StoreMoney.dll"; done
+cmp "$reg" "$scratch/registered" || fail "the keys differ"
+expect 1 "$gorbex" register "$product/Bin/StoreTill.exe"
+holds "Failed to Register C:\Storefront\Bin\StoreTill.exe" "$scratch/err"
+expect 2 "$gorbex" register "$product/Bin/none.dll"
+
+# Broken compatibility changes every identity, and the references of those above follow.
+expect 0 "$gorbex" build "$bpf" --break-compat --change-refs
+grep -lF "$(grep -ao '{7D0F5010-[0-9A-F-]*}' "$storefront/Catalogue/StoreCatalogue.vbp")" \
+  "$product"/*/*.vbp && fail "an old identity is still referred to"
+expect 0 "$gorbex" show "$bpf" --json
+grep -q invalidreference "$scratch/out" && fail "a reference points at a ghost"
+
 # A version is stamped; a project whose source is broken fails alone.
-expect 0 "$gorbex" build "$bpf" "$product/Core/StoreCore.vbp" --version 1.2.30
+expect 0 "$gorbex" build "$bpf" "$product/Core/StoreCore.vbp" --version 1.2.30 --yes
 expect 0 "$gorbex" value get "$product/Core/StoreCore.vbp" RevisionVer
 holds 30 "$scratch/out"
 sed -i 's/^End Function\r$/Next\r/' "$product"/Pricing/*.cls
-expect 1 "$gorbex" build "$bpf" --junit "$scratch/junit.xml"
+expect 1 "$gorbex" build "$bpf" --yes --junit "$scratch/junit.xml"
 holds "9 built, 1 failed" "$scratch/out"
 holds 'message="Compile Error in File' "$scratch/junit.xml"
 
 # A compiler that is not there is named, and nothing waits for ever.
-expect 1 "$gorbex" build "$bpf" --compiler 'C:\VB\none.exe'
+expect 1 "$gorbex" build "$bpf" --yes --compiler 'C:\VB\none.exe'
 holds "none.exe" "$scratch/out"
 
 # Inputs that are none.
@@ -65,4 +85,26 @@ holds "Error 13" "$scratch/err"
 expect 0 "$gorbex" show "$scratch/empty.bpf"
 expect 3 "$gorbex" build "$scratch/empty.bpf"
 expect 2 "$gorbex"
+expect 2 "$gorbex" init "" -o "$scratch/all.bpf"
+
+# A build folder cannot pass further arguments to the compiler.
+sed 's|^builddir=.*|builddir=C:\\Bin" /run "C:\\x.vbp\r|' "$bpf" >"$scratch/arguments.bpf"
+expect 2 "$gorbex" build "$scratch/arguments.bpf"
+holds "no such build folder" "$scratch/err"
+
+# Lost output is no success, a reader that leaves stops no run, closed streams do no harm.
+status=0
+"$gorbex" show "$bpf" >/dev/full 2>"$scratch/err" || status=$?
+[ "$status" = 2 ] || fail "lost output ended with $status"
+"$gorbex" build "$bpf" --yes --debug 2>&1 | head -1 >"$scratch/out" || true
+[ "$(cat "$product"/*/*.vbp | grep -c CodeViewDebugInfo=0)" = 10 ] || fail "debug values stayed"
+"$gorbex" build "$bpf" "$product/Core/StoreCore.vbp" --yes <&- >&- 2>&- || fail "closed streams"
+
+# Runs of one prefix share a result log, so they take turns.
+printf '#!/bin/sh\nsleep 0.3\nexec "%s" "$@"\n' "$compiler" >"$scratch/slow"
+chmod +x "$scratch/slow"
+"$gorbex" build "$bpf" "$product/Pricing/StorePricing.vbp" --yes --compiler "$scratch/slow" &>/dev/null &
+sleep 0.1
+expect 0 "$gorbex" build "$bpf" "$product/Core/StoreCore.vbp" --yes --compiler "$scratch/slow"
+! wait $! || fail "the broken project took the other run's result"
 echo "storefront: all as expected"

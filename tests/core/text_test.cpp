@@ -10,25 +10,30 @@
 namespace gorbex::test {
 namespace {
 
+using Cases = std::vector<std::pair<std::string, double>>;
 constexpr double kError = -12345;  ///< in a table: error 6, or 13 for a text that is no flag
 
-TEST(Text, NumericValueReadsTheNumberAtTheStart) {
-  const std::vector<std::pair<std::string, double>> cases = {
-      {"", 0},           {"7a", 7},          {"a7", 0},          {" 1 2 ", 12},
-      {"-3.5x", -3.5},   {"+4", 4},          {"--4", 0},         {".5", 0.5},
-      {"5.", 5},         {".", 0},           {"1e3", 1000},      {"1d2", 100},
-      {"1e", 1},         {"1e-x", 1},        {"e5", 0},          {"1e-999", 0},
-      {"1e999", kError}, {"1,5", 1},         {"&HFF", 255},      {"&hFFFF", -1},
-      {"&O17", 15},      {"&HFFFF&", 65535}, {"&H10000", 65536}, {"&H1FFFFFFFF", kError},
-      {"&", 0},          {"&HG", 0},         {"inf", 0},         {"nan", 0},
-      {"\t\n9", 9},      {"1\r2", 1}};
+template <class Conversion>
+void Expect(const Conversion& convert, int errorNumber, const Cases& cases) {
   for (const auto& [text, value] : cases) {
     try {
-      EXPECT_EQ(NumericValue(text), value) << text;
+      EXPECT_EQ(convert(text), value) << text;
     } catch (const RuntimeError& error) {
-      EXPECT_EQ(std::pair(error.Number(), value), std::pair(6, kError)) << text;
+      EXPECT_EQ(std::pair(error.Number(), value), std::pair(errorNumber, kError)) << text;
     }
   }
+}
+
+TEST(Text, NumericValueReadsTheNumberAtTheStart) {
+  Expect(NumericValue, 6,
+         {{"", 0},           {"7a", 7},          {"a7", 0},          {" 1 2 ", 12},
+          {"-3.5x", -3.5},   {"+4", 4},          {"--4", 0},         {".5", 0.5},
+          {"5.", 5},         {".", 0},           {"1e3", 1000},      {"1d2", 100},
+          {"1e", 1},         {"1e-x", 1},        {"e5", 0},          {"1e-999", 0},
+          {"1e999", kError}, {"1,5", 1},         {"&HFF", 255},      {"&hFFFF", -1},
+          {"&O17", 15},      {"&HFFFF&", 65535}, {"&H10000", 65536}, {"&H1FFFFFFFF", kError},
+          {"&", 0},          {"&HG", 0},         {"inf", 0},         {"nan", 0},
+          {"\t\n9", 9},      {"1\r2", 1}});
 }
 
 TEST(Text, WholeNumbersRoundHalvesToEvenAndOverflow) {
@@ -41,16 +46,19 @@ TEST(Text, WholeNumbersRoundHalvesToEvenAndOverflow) {
 }
 
 TEST(Text, FlagsAreWordsOrNumbers) {
-  const std::vector<std::pair<std::string, double>> cases = {
-      {"True", 1},  {"fALSE", 0},    {" true ", 1},  {"0", 0},        {"-1", 1},       {"0.5", 1},
-      {"", kError}, {"yes", kError}, {"1x", kError}, {"inf", kError}, {"nan", kError}, {"0.0", 0}};
-  for (const auto& [text, value] : cases) {
-    try {
-      EXPECT_EQ(ToFlag(text) ? 1 : 0, value) << text;
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(std::pair(error.Number(), value), std::pair(13, kError)) << text;
-    }
-  }
+  Expect(ToFlag, 13,
+         {{"True", 1},
+          {"fALSE", 0},
+          {" true ", 1},
+          {"0", 0},
+          {"-1", 1},
+          {"0.5", 1},
+          {"0.0", 0},
+          {"", kError},
+          {"yes", kError},
+          {"1x", kError},
+          {"inf", kError},
+          {"nan", kError}});
 }
 
 TEST(Text, FindIgnoringCaseAgreesWithPlainSearchForShortAndLongPatterns) {

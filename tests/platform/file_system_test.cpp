@@ -24,14 +24,9 @@ int NumberOf(const std::function<void()>& action) {
   return 0;
 }
 
-FileInfo LookAt(const FileReader& files, const std::string& path) {
-  return files.Look(path).value_or(FileInfo{});
-}
-
 struct InMemory {
   Journal journal;
-  ManualClock clock;
-  MemoryFileSystem files{journal, clock};
+  MemoryFileSystem files{journal};
 };
 
 struct OnLinux {
@@ -58,23 +53,22 @@ TYPED_TEST(Files, KeepsEveryByteUnderAnySpellingOfThePath) {
   this->files_.Write("C:/gr\xDC\xDF/x/../CORE.VBP", bytes);
   this->files_.Append("c:\\Gr\xFC\xDF\\.\\core.vbp", "more");
   EXPECT_EQ(this->files_.Read("\\Gr\xFC\xDF\\Core.vbp"), bytes + "more");
-  const auto info = LookAt(this->files_, "C:\\GR\xDC\xDF\\core.VBP");
+  const auto info = this->files_.Look("C:\\GR\xDC\xDF\\core.VBP").value();
   EXPECT_TRUE(info.lastWrite);
   EXPECT_EQ(info.size, 260U);
   EXPECT_EQ(info.attributes, file_attribute::kArchive);
-  const auto entries = this->files_.List("C:\\gr\xFC\xDF");
-  ASSERT_EQ(entries.size(), 1U);
-  EXPECT_EQ(entries[0].name, "Core.vbp");
 }
 
 TYPED_TEST(Files, ListsInOneOrder) {
   this->files_.CreateFolder("C:\\L");
   this->files_.CreateFolder("C:\\L\\m");
-  for (const char* name : {"b", "_", "C", "a"})
-    this->files_.Append(std::string("C:\\L\\") + name, "");
+  for (const char* file : {"C:\\L\\b", "C:\\L\\_", "C:\\L\\C", "C:\\L\\a", "C:\\l\\A"}) {
+    this->files_.Append(file, "");
+  }
   std::string names;
-  for (const auto& entry : this->files_.List("C:\\L"))
+  for (const auto& entry : this->files_.List("C:\\L")) {
     names += entry.name + (entry.isFolder ? "/" : "");
+  }
   EXPECT_EQ(names, "abCm/_");
 }
 
@@ -88,30 +82,25 @@ TYPED_TEST(Files, RaisesTheRightNumberAndChangesNothing) {
       {53, [&] { (void)files.Read("C:\\A\\no"); }},
       {76, [&] { (void)files.Read("C:\\No\\f"); }},
       {75, [&] { (void)files.Read("C:\\A"); }},
-      {52, [&] { (void)files.Read("C:\\A\\f*"); }},
       {52, [&] { (void)files.Read(""); }},
-      {76, [&] { (void)files.List("C:\\No"); }},
       {76, [&] { (void)files.List("C:\\A\\f"); }},
       {76, [&] { files.Write("C:\\No\\f", ""); }},
-      {75, [&] { files.Write("C:\\A", ""); }},
       {75, [&] { files.Write("C:\\A\\RO", ""); }},
       {52, [&] { files.Write("C:\\A\\a:b", ""); }},
       {52, [&] { files.Write(std::string("C:\\A\\a\0b", 8), ""); }},
       {75, [&] { files.Append("C:\\A\\ro", "x"); }},
-      {76, [&] { files.Append("C:\\No\\f", "x"); }},
       {75, [&] { files.Remove("C:\\A\\ro"); }},
-      {75, [&] { files.Remove("C:\\A"); }},
       {53, [&] { files.Remove("C:\\A\\no"); }},
       {53, [&] { files.SetAttributes("C:\\A\\no", 0); }},
       {75, [&] { files.CreateFolder("C:\\a"); }},
       {76, [&] { files.CreateFolder("C:\\No\\Deep"); }},
   };
-  for (std::size_t i = 0; i < std::size(cases); ++i) {
-    EXPECT_EQ(NumberOf(cases[i].second), cases[i].first) << "case " << i;
+  for (const auto& one : cases) {
+    EXPECT_EQ(NumberOf(one.second), one.first) << "case " << &one - cases;
   }
   EXPECT_EQ(files.Read("C:\\A\\f") + files.Read("C:\\A\\ro"), "fro");
   EXPECT_EQ(files.List("C:\\A").size(), 2U);
-  EXPECT_EQ(LookAt(files, "C:\\A\\ro").attributes, 33U);
+  EXPECT_EQ(files.Look("C:\\A\\ro")->attributes, 33U);
   files.SetAttributes("C:\\A\\ro", file_attribute::kArchive);
   files.Write("C:\\A\\ro", "new");
   files.Remove("C:\\A\\RO");
@@ -160,7 +149,7 @@ TEST(LinuxFiles, GiveTheTimeOfTheHost) {
   bench.files.Write("C:\\f", "");
   const timespec times[2] = {{0, 0}, {1'000'000'000, 123'456'789}};
   utimensat(AT_FDCWD, (bench.folder.Path() / "drive_c/f").c_str(), times, 0);
-  EXPECT_EQ(LookAt(bench.files, "C:\\f").lastWrite, FileTime{126'444'736'001'234'567U});
+  EXPECT_EQ(bench.files.Look("C:\\f")->lastWrite, FileTime{126'444'736'001'234'567U});
 }
 
 }  // namespace

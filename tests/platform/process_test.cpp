@@ -20,8 +20,8 @@ struct InMemory {
   ManualClock clock;
   ScriptedProcesses launcher{journal, clock};
 
-  std::string Ending(int code) {
-    launcher.QueueExitCode(static_cast<std::uint32_t>(code));
+  std::string Ending(std::uint32_t code) {
+    launcher.QueueExitCode(code);
     return "tool";
   }
   std::string Absent() {
@@ -40,28 +40,17 @@ struct OnLinux {
 
   std::string Ending(int code) { return "\"" + tool + "\" " + out + " " + std::to_string(code); }
   std::string Absent() { return "\"C:\\no such\\tool.exe\" x"; }
-
-  [[nodiscard]] std::string ErrorOf(const std::string& commandLine, int number) {
-    const auto result = launcher.Start(commandLine);
-    const auto* error = std::get_if<RuntimeError>(&result);
-    if (error == nullptr) return "started";
-    EXPECT_EQ(error->Number(), number) << commandLine;
-    return error->Description();
+  std::string ErrorOf(const std::string& commandLine) {
+    const auto error = std::get<RuntimeError>(launcher.Start(commandLine));
+    return std::to_string(error.Number()) + " " + error.Description();
   }
 };
 
 std::uint32_t CodeOf(ProcessLauncher& launcher, const std::string& commandLine) {
-  auto result = launcher.Start(commandLine);
-  auto* process = std::get_if<std::unique_ptr<Process>>(&result);
-  if (process == nullptr) throw std::get<RuntimeError>(result);
-  for (int i = 0; i < 100; ++i) {
-    if (const auto code = (*process)->ExitCode(100ms)) {
-      EXPECT_EQ((*process)->ExitCode(0ms), code);
-      return *code;
-    }
-  }
-  ADD_FAILURE() << "does not end: " << commandLine;
-  return 0;
+  const auto process = std::get<0>(launcher.Start(commandLine));
+  const auto code = process->ExitCode(10s);
+  EXPECT_EQ(process->ExitCode(0ms), code);
+  return code.value();
 }
 
 template <typename Bench>
@@ -113,14 +102,14 @@ TEST(LinuxProcesses, SayWhatCannotRun) {
   bench.folder.Put("drive_c/notes.txt", "no program");
   bench.folder.Put("drive_c/win.exe", "MZ");
   bench.folder.Put("drive_c/Old.com", "MZ");
-  EXPECT_NE(bench.ErrorOf("C:\\notes.txt", 5).find("C:\\notes.txt"), std::string::npos);
-  EXPECT_EQ(bench.ErrorOf("", 53), "File not found");
-  EXPECT_EQ(bench.ErrorOf("C:\\Program Files", 53), "File not found: 'C:\\Program'");
+  EXPECT_TRUE(bench.ErrorOf("C:\\notes.txt").starts_with("5 "));
+  EXPECT_EQ(bench.ErrorOf(""), "53 File not found");
+  EXPECT_EQ(bench.ErrorOf("C:\\Program Files"), "53 File not found: 'C:\\Program'");
   const char* before = std::getenv("PATH");
   const std::string path = before != nullptr ? before : "";
   setenv("PATH", bench.folder.Path().c_str(), 1);
-  EXPECT_EQ(bench.ErrorOf("C:\\win /make", 53),
-            "File not found: 'wine', which is needed to run 'C:\\win.exe'");
+  EXPECT_EQ(bench.ErrorOf("C:\\win /make"),
+            "53 File not found: 'wine', which is needed to run 'C:\\win.exe'");
   fs::copy_file(DUMP_ARGUMENTS, bench.folder.Path() / "wine");
   bench.folder.Put("system.reg", "");
   // The stand-in for Wine takes the Windows program's path for the name of its output file.
@@ -137,9 +126,7 @@ TEST(LinuxProcesses, AreWaitedForNoLongerThanAsked) {
   const auto begin = std::chrono::steady_clock::now();
   EXPECT_FALSE(process->ExitCode(0ms));
   EXPECT_FALSE(process->ExitCode(30ms));
-  const auto waited = std::chrono::steady_clock::now() - begin;
-  EXPECT_GE(waited, 30ms);
-  EXPECT_LT(waited, 10s);
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, 30ms);
   EXPECT_EQ(bench.ended, 0);
 }
 

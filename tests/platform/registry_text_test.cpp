@@ -20,10 +20,7 @@ void ExpectSample(const RegistryKey& top) {
   EXPECT_NE(top.Find("Empty"), nullptr);
   const std::pair<std::string, RegistryValue> values[] = {
       {"", {RegistryType::Text, "plain\0"s}},
-      {"QUO\"te\\",
-       {RegistryType::Text,
-        "a\n\t\x80?\x01"
-        "2\0\0"s}},
+      {"QUO\"te\\", {RegistryType::Text, "a\n\t\x80?\1\62\0\0"s}},
       {"two", {RegistryType::ExpandText, "%x%\0"s}},
       {"multi", {RegistryType::MultiText, "a\0b\0\0"s}},
       {"num", {RegistryType::Number, "\x2C\x01\0\0"s}},

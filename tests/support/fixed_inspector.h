@@ -7,16 +7,15 @@
 
 namespace gorbex::test {
 
-/// Component files with the interface GUIDs a test gave them; letter case does not matter.
-class FixedInspector : public ComponentInspector {
- public:
-  void Set(const std::string& componentFile, const std::string& guid);
+/// Component files with the interface GUIDs a test gave them.
+struct FixedInspector : ComponentInspector {
+  std::map<std::string, std::string> guids;
 
   [[nodiscard]] std::string InterfaceGuid(const std::string& componentFile,
-                                          const std::string& defaultText) const override;
-
- private:
-  std::map<std::string, std::string> guids_;
+                                          const std::string& defaultText) const override {
+    const auto found = guids.find(componentFile);
+    return found == guids.end() ? defaultText : found->second;
+  }
 };
 
 }  // namespace gorbex::test

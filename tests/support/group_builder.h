@@ -13,14 +13,12 @@ class Group;
 /// One project of a group; its file follows every call.
 class GroupProject {
  public:
-  GroupProject(Group& group, std::string name, const std::string& type, std::string extension);
+  GroupProject(Group& group, const std::string& name, const std::string& type,
+               const std::string& extension);
 
-  [[nodiscard]] std::string Path() const;    ///< "C:\Group\Core\Core.vbp"
-  [[nodiscard]] std::string Binary() const;  ///< "C:\Group\Bin\Core.dll"
-  [[nodiscard]] std::string Guid() const;    ///< of its type library, made from its name
-
-  /// The value of a reference to this project's binary.
-  [[nodiscard]] std::string ReferenceValue() const;
+  [[nodiscard]] std::string Path() const;                              ///< "C:\Group\Core\Core.vbp"
+  [[nodiscard]] const std::string& Binary() const { return binary_; }  ///< "C:\Group\Bin\Core.dll"
+  [[nodiscard]] std::string Guid() const;  ///< of its type library, made from its name
 
   /// A reference to the binary of another project of the group, which may be added later.
   GroupProject& Uses(const std::string& library);
@@ -28,19 +26,15 @@ class GroupProject {
   /// A line as it stands, CR LF added.
   GroupProject& Line(const std::string& line);
 
-  /// A module in the project's folder, with its line.
-  GroupProject& Module(const std::string& fileName, const std::string& text);
-
-  /// The binary lies in the build folder, and its type library is registered.
+  /// The binary lies in the build folder.
   GroupProject& Built();
 
  private:
   friend class Group;
-  GroupProject& Written();
 
   Group& group_;
   std::string name_;
-  std::string extension_;
+  std::string binary_;
   std::string lines_;
   std::string dependency_;  ///< of the queue row
 };
@@ -51,10 +45,7 @@ class Group {
   explicit Group(MemoryPlatform& platform) : platform_(platform) {}
 
   GroupProject& Library(const std::string& name) { return Add(name, "OleDll", ".dll"); }
-  GroupProject& Control(const std::string& name) { return Add(name, "Control", ".ocx"); }
   GroupProject& Executable(const std::string& name) { return Add(name, "Exe", ".exe"); }
-
-  [[nodiscard]] std::string Folder() const { return "C:\\Group\\Bin"; }  ///< the build folder
 
   /// The path of a project by its name, whether it was added or not.
   [[nodiscard]] static std::string Path(const std::string& name);

@@ -8,26 +8,25 @@
 #include "platform/file_system.h"
 #include "platform/runtime_error.h"
 #include "tests/support/journal.h"
-#include "tests/support/manual_clock.h"
 
 namespace gorbex::test {
 
-enum class FileOperation { Read, List, Write, Append, Remove, SetAttributes, CreateFolder };
+enum class FileOperation { Read, Write, CreateFolder };
 
-/// Files in memory with the rules of the real ones. Journals "write PATH", "append PATH",
-/// "remove PATH", "attributes PATH NUMBER" and "mkdir PATH", with the path as it was given.
+/// Files in memory with the rules of the real ones, all last written on 1 March 1601. Journals
+/// "write PATH", "append PATH", "remove PATH", "attributes PATH NUMBER" and "mkdir PATH", with the
+/// path as it was given.
 class MemoryFileSystem : public FileSystem {
  public:
-  MemoryFileSystem(Journal& journal, const ManualClock& clock);
+  explicit MemoryFileSystem(Journal& journal) : journal_(journal) { AddFolder("C:\\"); }
 
   /// Puts a file there, with its folders, without a line in the journal.
   void AddFile(const std::string& path, const std::string& bytes,
                std::uint32_t attributes = file_attribute::kArchive);
   void AddFolder(const std::string& path);
-  void SetLastWrite(const std::string& path, FileTime time);
 
-  /// Lets the next so many operations of that kind on the path fail.
-  void Fail(FileOperation operation, const std::string& path, ErrorNumber number, int times = 1);
+  /// Lets the next operation of that kind on the path fail.
+  void Fail(FileOperation operation, const std::string& path, ErrorNumber number);
 
   /// The contents of a file, "<absent>" when there is none.
   [[nodiscard]] std::string Text(const std::string& path) const;
@@ -44,25 +43,20 @@ class MemoryFileSystem : public FileSystem {
  private:
   struct Node {
     std::string name;  ///< last component as first written
-    FileInfo info;
-    std::string bytes;
-  };
-  struct Fault {
-    ErrorNumber number;
-    int times;
+    bool isFolder = false;
+    std::uint32_t attributes = file_attribute::kArchive;
+    std::string bytes{};
   };
 
   [[nodiscard]] const Node* Find(const std::string& path) const;
-  const Node& Existing(const std::string& path, ErrorNumber whenAbsent) const;
-  void RaiseInjected(FileOperation operation, const std::string& path) const;
+  void RequireFile(const std::string& path) const;
   void RequireFolderAbove(const std::string& path) const;
+  void RaiseInjected(FileOperation operation, const std::string& path) const;
   Node& Writable(const std::string& path);
-  void Touch(Node& node) const;
 
   Journal& journal_;
-  const ManualClock& clock_;
   std::map<std::string, Node> nodes_;  ///< by normalised lower-case path
-  mutable std::map<std::pair<FileOperation, std::string>, Fault> faults_;
+  mutable std::map<std::pair<FileOperation, std::string>, ErrorNumber> faults_;
 };
 
 }  // namespace gorbex::test

@@ -2,7 +2,6 @@
 
 #include "platform/services.h"
 #include "tests/support/fixed_inspector.h"
-#include "tests/support/journal.h"
 #include "tests/support/manual_clock.h"
 #include "tests/support/memory_file_system.h"
 #include "tests/support/memory_registry.h"
@@ -16,7 +15,7 @@ namespace gorbex::test {
 struct MemoryPlatform {
   Journal journal;
   ManualClock clock;
-  MemoryFileSystem files{journal, clock};
+  MemoryFileSystem files{journal};
   MemoryRegistry registry{journal};
   ScriptedProcesses processes{journal, clock};
   RecordingEvents events;
@@ -28,7 +27,9 @@ struct MemoryPlatform {
   MemoryPlatform(const MemoryPlatform&) = delete;
   MemoryPlatform& operator=(const MemoryPlatform&) = delete;
 
-  [[nodiscard]] PlatformServices Services();
+  [[nodiscard]] PlatformServices Services() {
+    return {files, registry, processes, clock, events, components, sourceControl, programFolder};
+  }
 };
 
 }  // namespace gorbex::test

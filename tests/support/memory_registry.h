@@ -9,17 +9,14 @@
 namespace gorbex::test {
 
 /// A registry in memory. Journals "registry HKEY_CURRENT_USER\Software\... name=value" for each
-/// value set (numbers in decimal, bytes in hexadecimal) and "registry ROOT\KEY" for each key made.
+/// value set (numbers and bytes in hexadecimal) and "registry ROOT\KEY" for each key made.
 class MemoryRegistry : public Registry {
  public:
   explicit MemoryRegistry(Journal& journal) : journal_(journal) {}
 
   /// Sets without a line in the journal.
-  void AddKey(RegistryRoot root, const std::string& subKey);
   void AddText(RegistryRoot root, const std::string& subKey, const std::string& name,
                const std::string& text);
-  void AddNumber(RegistryRoot root, const std::string& subKey, const std::string& name,
-                 std::uint32_t number);
 
   /// The text of a value without its zero, "<absent>" when there is none.
   [[nodiscard]] std::string Text(RegistryRoot root, const std::string& subKey,

@@ -1,59 +1,72 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
 #include <utility>
-#include <vector>
 
+#include "platform/runtime_error.h"
 #include "platform/source_control.h"
 #include "tests/support/journal.h"
 
 namespace gorbex::test {
 
-/// A source-control database in memory. Journals "open INI USER", "get SPEC LOCALPATH FLAGS",
-/// "label SPEC LABEL COMMENT", "checkout SPEC COMMENT" and "checkin SPEC COMMENT".
+/// A source-control database in memory whose files can be got. Journals "open INI USER" and
+/// "get SPEC LOCALPATH FLAGS".
 class MemorySourceControl : public SourceControl {
  public:
-  struct Item {
-    std::string spec;
-    std::string localSpec;
-    SourceItemType type = SourceItemType::File;
-    std::vector<std::string> children;  ///< specs, in order
-    bool isDifferent = false;
-  };
-
   explicit MemorySourceControl(Journal& journal) : journal_(journal) {}
 
-  /// Adds an item below the one its spec names, when that is there. The reference stays valid.
-  Item& Add(const std::string& spec, const std::string& localSpec,
-            SourceItemType type = SourceItemType::File);
+  std::map<std::string, std::string> localSpecs;  ///< of the files, by spec
 
-  /// Lets every operation of that name ("open", "item", "items", "differs", "get", "label",
-  /// "checkout", "checkin") on the spec (the initialisation file for "open") fail with the words.
-  void Fail(const std::string& operation, const std::string& spec, const std::string& words);
-
-  /// Called after every journalled operation on an item, with the operation and the spec.
-  std::function<void(const std::string& operation, const std::string& spec)> onEffect;
-
-  /// The user logged in when Open names none.
-  std::string defaultUser = "builder";
+  /// What the client says when the operation ("item" or "get") on the spec is to fail.
+  std::map<std::pair<std::string, std::string>, std::string> failures;
 
   void Open(const std::string& iniPath, const std::string& user,
-            const std::string& password) override;
+            const std::string& /*password*/) override {
+    user_ = user;
+    journal_.push_back("open " + iniPath + " " + user);
+  }
   [[nodiscard]] std::string UserName() const override { return user_; }
-  [[nodiscard]] std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) override;
+
+  [[nodiscard]] std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) override {
+    if (user_.empty()) Raise("The database is not open");
+    RaiseFailure("item", spec);
+    return localSpecs.contains(spec) ? std::make_unique<File>(*this, spec) : nullptr;
+  }
 
  private:
-  class Handle;
+  class File : public SourceControlItem {
+   public:
+    File(MemorySourceControl& database, std::string spec)
+        : database_(database), spec_(std::move(spec)) {}
 
-  void RaiseInjected(const std::string& operation, const std::string& spec) const;
-  void Effect(const std::string& operation, const std::string& spec, const std::string& details);
+    [[nodiscard]] std::string LocalSpec() const override { return database_.localSpecs.at(spec_); }
+    [[nodiscard]] SourceItemType Type() const override { return SourceItemType::File; }
+    [[nodiscard]] std::vector<std::unique_ptr<SourceControlItem>> Items() override { return {}; }
+    [[nodiscard]] bool IsDifferent() override { return false; }
+    void Get(const std::string& localPath, std::uint32_t flags) override {
+      database_.RaiseFailure("get", spec_);
+      database_.journal_.push_back("get " + spec_ + " " + localPath + " " + std::to_string(flags));
+    }
+    void Label(const std::string& /*label*/, const std::string& /*comment*/) override {}
+    void Checkout(const std::string& /*comment*/) override {}
+    void Checkin(const std::string& /*comment*/) override {}
+
+   private:
+    MemorySourceControl& database_;
+    std::string spec_;
+  };
+
+  [[noreturn]] static void Raise(const std::string& words) {
+    throw RuntimeError::WithDescription(ErrorNumber::CannotCreateObject, words);
+  }
+  void RaiseFailure(const std::string& operation, const std::string& spec) const {
+    const auto failure = failures.find({operation, spec});
+    if (failure != failures.end()) Raise(failure->second);
+  }
 
   Journal& journal_;
   std::string user_;
-  std::map<std::string, Item> items_;  ///< by lower-case spec
-  std::map<std::pair<std::string, std::string>, std::string> faults_;
 };
 
 }  // namespace gorbex::test

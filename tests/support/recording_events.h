@@ -7,8 +7,7 @@
 namespace gorbex::test {
 
 /// Counts how often the program lets the user act, and acts as the user through a hook.
-class RecordingEvents : public EventPump {
- public:
+struct RecordingEvents : EventPump {
   int count = 0;
   std::function<void()> onEvents;
 

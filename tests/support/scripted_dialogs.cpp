@@ -7,29 +7,15 @@ namespace {
 
 constexpr std::string_view kLineMark = "Occurred at line ";
 
-template <class Queue>
-auto TakeFront(Queue& queue) {
-  auto front = std::move(queue.front());
-  queue.pop_front();
-  return front;
-}
-
-std::string Joined(const FileChoice& choice) {
-  return choice.title + "|" + choice.filter + "|" + choice.name;
-}
-
 }  // namespace
 
 std::string Shown(const Message& message) {
   constexpr std::array kButtons = {"Ok", "OkCancel", "YesNo", "AbortRetryIgnore"};
   constexpr std::array kIcons = {"None", "Question", "Exclamation", "CriticalStop"};
-  const bool isPlain = message.buttons == Buttons::Ok && message.icon == MessageIcon::None &&
-                       message.caption.empty();
-  if (isPlain) return "show " + message.text;
   std::string how = kButtons.at(static_cast<std::size_t>(message.buttons));
   how.append(" ").append(kIcons.at(static_cast<std::size_t>(message.icon)));
   if (!message.caption.empty()) how += " " + message.caption;
-  return "show [" + how + "] " + message.text;
+  return (how == "Ok None" ? "show " : "show [" + how + "] ") + message.text;
 }
 
 std::string Reported(int number, std::string_view description, std::string_view procedure) {
@@ -48,29 +34,18 @@ std::string WithoutLineNumber(std::string line) {
 
 Answer ScriptedDialogs::Show(const Message& message) {
   journal_.push_back(Shown(message));
-  return answers.empty() ? SafeAnswer(message.buttons) : TakeFront(answers);
+  if (answers.empty()) return SafeAnswer(message.buttons);
+  const Answer answer = answers.front();
+  answers.pop_front();
+  return answer;
 }
 
-std::optional<std::string> ScriptedDialogs::NextChoice(const std::string& line) {
+std::optional<std::string> ScriptedDialogs::Choose(const std::string& line) {
   journal_.push_back(line);
-  return choices.empty() ? std::nullopt : TakeFront(choices);
-}
-
-std::optional<std::string> ScriptedDialogs::OpenFile(const FileChoice& choice) {
-  return NextChoice("open " + Joined(choice));
-}
-
-std::optional<std::string> ScriptedDialogs::SaveFile(const FileChoice& choice) {
-  return NextChoice("save " + Joined(choice));
-}
-
-std::optional<std::string> ScriptedDialogs::ChooseFolder(const std::string& title) {
-  return NextChoice("folder " + title);
-}
-
-std::optional<std::string> ScriptedDialogs::Input(const std::string& prompt,
-                                                  const std::string& initial) {
-  return NextChoice("input " + prompt + "|" + initial);
+  if (choices.empty()) return std::nullopt;
+  auto choice = choices.front();
+  choices.pop_front();
+  return choice;
 }
 
 }  // namespace gorbex::test

@@ -11,9 +11,8 @@
 namespace gorbex::test {
 
 /// A user who answers what a test queued; asked for more, one who gives the safe answer and cancels
-/// every choice. Journals "show TEXT" for a plain message, "show [BUTTONS ICON CAPTION] TEXT" for
-/// any other (see Shown), "open TITLE|FILTER|NAME", "save TITLE|FILTER|NAME", "folder TITLE" and
-/// "input PROMPT|INITIAL".
+/// every choice. Journals messages (see Shown), "open TITLE|FILTER|NAME", "save TITLE|FILTER|NAME",
+/// "folder TITLE" and "input PROMPT|INITIAL".
 class ScriptedDialogs : public Dialogs {
  public:
   explicit ScriptedDialogs(Journal& journal) : journal_(journal) {}
@@ -22,19 +21,27 @@ class ScriptedDialogs : public Dialogs {
   std::deque<std::optional<std::string>> choices;  ///< of files, folders and inputs alike
 
   Answer Show(const Message& message) override;
-  std::optional<std::string> OpenFile(const FileChoice& choice) override;
-  std::optional<std::string> SaveFile(const FileChoice& choice) override;
-  std::optional<std::string> ChooseFolder(const std::string& title) override;
-  std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;
+  std::optional<std::string> OpenFile(const FileChoice& choice) override {
+    return Choose("open " + choice.title + "|" + choice.filter + "|" + choice.name);
+  }
+  std::optional<std::string> SaveFile(const FileChoice& choice) override {
+    return Choose("save " + choice.title + "|" + choice.filter + "|" + choice.name);
+  }
+  std::optional<std::string> ChooseFolder(const std::string& title) override {
+    return Choose("folder " + title);
+  }
+  std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override {
+    return Choose("input " + prompt + "|" + initial);
+  }
 
  private:
-  std::optional<std::string> NextChoice(const std::string& line);
+  std::optional<std::string> Choose(const std::string& line);
 
   Journal& journal_;
 };
 
-/// The journal's line for a message: buttons and icon by their names, such as
-/// "show [AbortRetryIgnore Exclamation GorbexBuilder Error.] text".
+/// The journal's line for a message: "show TEXT" when it is plain, else buttons, icon and caption
+/// before the text: "show [AbortRetryIgnore Exclamation GorbexBuilder Error.] TEXT".
 [[nodiscard]] std::string Shown(const Message& message);
 
 /// The journal's line for the standard report of an error, without its line number ("line *in").

@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/process.h"
 #include "tests/support/journal.h"
@@ -24,11 +25,11 @@ class ScriptedProcesses : public ProcessLauncher {
   /// How many polls find a process still active; each moves the clock by the poll's patience.
   int polls = 0;
 
-  void Queue(Body body);
-  void QueueExitCode(std::uint32_t exitCode);
-
-  /// The start in that place of the queue is refused.
-  void QueueRefusal(const RuntimeError& error);
+  void Queue(Body body) { queue_.emplace_back(std::move(body)); }
+  void QueueExitCode(std::uint32_t exitCode) {
+    Queue([exitCode](const std::string&) { return exitCode; });
+  }
+  void QueueRefusal(const RuntimeError& error) { queue_.emplace_back(error); }
 
   [[nodiscard]] StartResult Start(const std::string& commandLine) override;
 

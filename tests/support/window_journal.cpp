@@ -3,50 +3,53 @@
 #include "core/text.h"
 
 namespace gorbex::test {
+namespace {
+
+std::string Shown(const std::string& text) {
+  return text;
+}
+std::string Shown(bool flag) {
+  return FlagText(flag);
+}
+std::string Shown(int number) {
+  return std::to_string(number);
+}
+std::string Shown(MousePointer pointer) {
+  return pointer == MousePointer::Hourglass ? "hourglass" : "default";
+}
+
+}  // namespace
 
 WindowJournal::WindowJournal(frmBuilder& window, ActivityLog& log, Journal& journal)
     : journal_(journal) {
   FollowQueue(window.lvwQueue);
-  FollowMenu(window.menu);
-  Follow(window.tmrOutlook.enabled, "timer");
-  Follow(window.txtLogFile.visible, "text box shown");
+  for (Command* entry : window.menu.All()) {
+    Follow(entry->enabled.changed, "enabled " + std::string(entry->Name()));
+  }
+  Follow(window.tmrOutlook.enabled.changed, "timer");
+  Follow(window.tmrOutlook.interval.changed, "interval");
+  Follow(window.txtLogFile.visible.changed, "text box shown");
   Follow(window.txtLogFile.text.changed, "text box");
   Follow(window.stbStatus.changed, "status");
+  Follow(window.mousePointer.changed, "pointer");
   Follow(log.written, "log");
-  subscriptions_.push_back(window.tmrOutlook.interval.changed.Connect(
-      [this](int milliseconds) { Write("interval", std::to_string(milliseconds)); }));
-  subscriptions_.push_back(window.mousePointer.changed.Connect([this](MousePointer pointer) {
-    Write("pointer", pointer == MousePointer::Hourglass ? "hourglass" : "default");
-  }));
+}
+
+template <class T>
+void WindowJournal::Follow(Signal<T>& signal, const std::string& name) {
+  subscriptions_.push_back(signal.Connect(
+      [this, name](const T& value) { journal_.push_back(name + " " + Shown(value)); }));
 }
 
 void WindowJournal::FollowQueue(ListView& queue) {
   subscriptions_.push_back(
       queue.rowChanged.Connect([this](const ListRow& row, const RowChange& change) {
         if (change == RowChange::Icon) {
-          Write("icon", row.Key() + " " + std::string(ImageKey(row.Icon())));
+          journal_.push_back("icon " + row.Key() + " " + std::string(ImageKey(row.Icon())));
         }
-        if (change == RowChange::EnsureVisible) Write("visible", row.Key());
+        if (change == RowChange::EnsureVisible) journal_.push_back("visible " + row.Key());
       }));
   subscriptions_.push_back(queue.refreshed.Connect([this] { journal_.emplace_back("refresh"); }));
-}
-
-void WindowJournal::FollowMenu(MainMenu& menu) {
-  for (Command* entry : menu.All()) Follow(entry->enabled, "enabled " + entry->Name());
-}
-
-void WindowJournal::Follow(Property<bool>& flag, const std::string& name) {
-  subscriptions_.push_back(
-      flag.changed.Connect([this, name](bool value) { Write(name, FlagText(value)); }));
-}
-
-void WindowJournal::Follow(Signal<std::string>& texts, const std::string& name) {
-  subscriptions_.push_back(
-      texts.Connect([this, name](const std::string& text) { Write(name, text); }));
-}
-
-void WindowJournal::Write(std::string_view what, std::string_view value) {
-  journal_.push_back(std::string(what).append(" ").append(value));
 }
 
 }  // namespace gorbex::test

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "core/activity_log.h"
@@ -22,11 +21,9 @@ class WindowJournal {
   WindowJournal& operator=(const WindowJournal&) = delete;
 
  private:
+  template <class T>
+  void Follow(Signal<T>& signal, const std::string& name);
   void FollowQueue(ListView& queue);
-  void FollowMenu(MainMenu& menu);
-  void Follow(Property<bool>& flag, const std::string& name);
-  void Follow(Signal<std::string>& texts, const std::string& name);
-  void Write(std::string_view what, std::string_view value);
 
   Journal& journal_;
   std::vector<Subscription> subscriptions_;

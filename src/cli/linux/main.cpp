@@ -1,11 +1,17 @@
+#include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 
 #include "cli/cli.h"
 #include "platform/code_page.h"
+#include "platform/linux/build_lock.h"
 #include "platform/linux/platform.h"
 #include "platform/runtime_error.h"
 
@@ -16,8 +22,17 @@ std::optional<std::string> Environment(const char* name) {
   return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
 }
 
+bool IsSeparator(char letter) {
+  return letter == '\\' || letter == '/';
+}
+
 bool IsWindowsPath(const std::string& typed) {
-  return typed.starts_with("\\\\") || (typed.size() > 2 && typed[1] == ':' && typed[2] == '\\');
+  return typed.starts_with('\\') || (typed.size() > 2 && typed[1] == ':' && IsSeparator(typed[2]));
+}
+
+std::string WithSeparator(std::string path, char separator) {
+  std::replace_if(path.begin(), path.end(), IsSeparator, separator);
+  return path;
 }
 
 class LinuxHost : public gorbex::cli::Host {
@@ -30,28 +45,61 @@ class LinuxHost : public gorbex::cli::Host {
   }
 
   [[nodiscard]] std::string ProgramPath(const std::string& typed) const override {
-    if (!IsWindowsPath(typed)) return platform_.GetPrefix().WindowsPath(typed);
-    const auto path = gorbex::FromUtf8(typed);
+    // No file that the program can reach has a "\" in its name, so it separates here too.
+    if (!IsWindowsPath(typed)) return platform_.GetPrefix().WindowsPath(WithSeparator(typed, '/'));
+    const auto path = gorbex::FromUtf8(WithSeparator(typed, '\\'));
     if (!path) throw gorbex::RuntimeError(gorbex::ErrorNumber::BadFileName);
     return *path;
+  }
+
+  std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
+    return std::make_shared<gorbex::BuildLock>(platform_.GetPrefix().Root(), onWait);
   }
 
  private:
   gorbex::LinuxPlatform platform_;
 };
 
+// A file opened later must not stand in for a stream that the caller closed.
+void OpenStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) < 0 && errno == EBADF) static_cast<void>(open("/dev/null", O_RDWR));
+  }
+}
+
+bool OutputHasNoReader() {
+  pollfd output{STDOUT_FILENO, POLLOUT, 0};
+  return poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
+}
+
+// The status, unless the output is lost: a reader that left ends us as it ends every program.
+int StatusWithOutput(int status) {
+  std::cout.flush();
+  if (std::cout || status != 0) return status;
+  if (OutputHasNoReader()) {
+    static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
+    static_cast<void>(std::raise(SIGPIPE));
+  }
+  std::cerr << "gorbex: the output could not be written\n";
+  return static_cast<int>(gorbex::cli::ExitStatus::Unusable);
+}
+
 }  // namespace
 
 int main(int count, char** values) {
+  OpenStandardStreams();
+  // A run goes on when the reader of its lines leaves: project files must get their values back.
+  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   std::ios::sync_with_stdio(false);
   const gorbex::cli::Streams streams{std::cin, std::cout, std::cerr,
                                      isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0,
                                      isatty(STDERR_FILENO) != 0};
   try {
-    return gorbex::cli::RunCli(std::vector<std::string>(values + 1, values + count), streams,
-                               [](const std::optional<std::string>& prefix) {
-                                 return std::make_unique<LinuxHost>(prefix);
-                               });
+    return StatusWithOutput(
+        gorbex::cli::RunCli(std::vector<std::string>(values + 1, values + count), streams,
+                            [](const std::optional<std::string>& prefix) {
+                              return std::make_unique<LinuxHost>(prefix);
+                            }));
   } catch (const std::exception& error) {
     std::cerr << "gorbex: " << error.what() << '\n';
     return static_cast<int>(gorbex::cli::ExitStatus::Unusable);

@@ -4,6 +4,7 @@
 #include "platform/linux/component_inspector.h"
 #include "platform/linux/file_system.h"
 #include "platform/linux/process.h"
+#include "platform/linux/registrar.h"
 #include "platform/linux/registry.h"
 #include "platform/linux/source_control.h"
 
@@ -20,7 +21,11 @@ struct LinuxPlatform::Parts {
   Prefix prefix;
   LinuxFileSystem files{prefix};
   LinuxRegistry registry{prefix.Root()};
-  LinuxProcessLauncher processes{prefix, kProgramFolder, [this] { registry.Recheck(); }};
+  Registrar registrar{files, registry};
+  LinuxProcessLauncher processes{prefix, kProgramFolder, [this] { registry.Recheck(); },
+                                 [this](std::string_view arguments) {
+                                   return static_cast<std::uint32_t>(registrar.Run(arguments));
+                                 }};
   LinuxClock clock;
   LinuxComponentInspector components{files};
   ClosedSourceControl sourceControl;

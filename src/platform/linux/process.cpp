@@ -89,6 +89,26 @@ class ChildProcess : public Process {
   std::optional<std::uint32_t> exitCode_;
 };
 
+/// A tool that ran inside this program.
+class EndedProcess : public Process {
+ public:
+  explicit EndedProcess(std::uint32_t exitCode) : exitCode_(exitCode) {}
+  [[nodiscard]] std::optional<std::uint32_t> ExitCode(milliseconds /*patience*/) override {
+    return exitCode_;
+  }
+
+ private:
+  std::uint32_t exitCode_;
+};
+
+std::optional<std::string_view> RegSvr32Arguments(std::string_view commandLine) {
+  const auto name = commandLine.substr(0, commandLine.find(' '));
+  if (!EqualsIgnoringCase(name, "RegSvr32") && !EqualsIgnoringCase(name, "RegSvr32.exe")) {
+    return std::nullopt;
+  }
+  return commandLine.substr(name.size());
+}
+
 /// Null-terminated pointers to texts, as the system's calls want them.
 class PointerList {
  public:
@@ -165,8 +185,11 @@ RuntimeError NotFound(const std::string& description) {
 }  // namespace
 
 LinuxProcessLauncher::LinuxProcessLauncher(const Prefix& prefix, std::string programFolder,
-                                           std::function<void()> onEnded)
-    : prefix_(prefix), programFolder_(std::move(programFolder)), onEnded_(std::move(onEnded)) {}
+                                           std::function<void()> onEnded, RegSvr32 regSvr32)
+    : prefix_(prefix),
+      programFolder_(std::move(programFolder)),
+      onEnded_(std::move(onEnded)),
+      regSvr32_(std::move(regSvr32)) {}
 
 std::optional<LinuxProcessLauncher::Program> LinuxProcessLauncher::Locate(
     const std::string& name) const {
@@ -214,6 +237,9 @@ std::vector<std::string> LinuxProcessLauncher::ChildEnvironment() const {
 
 StartResult LinuxProcessLauncher::Start(const std::string& commandLine) {
   const auto text = std::string_view(commandLine).substr(0, commandLine.find('\0'));
+  if (const auto arguments = RegSvr32Arguments(text); arguments && regSvr32_ && !prefix_.IsWine()) {
+    return std::make_unique<EndedProcess>(regSvr32_(*arguments));
+  }
   std::optional<Program> program;
   const auto found = FindProgram(text, [&](const std::string& candidate) {
     program = Locate(candidate);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/linux/prefix.h"
@@ -11,12 +12,16 @@
 namespace gorbex {
 
 /// Starts native programs directly and Windows programs under Wine, without any shell. A child
-/// reads nothing, and its output joins this program's error output.
+/// reads nothing, and its output joins this program's error output. The system's registration tool
+/// is Wine's where there is Wine; elsewhere this program's own stands in for it.
 class LinuxProcessLauncher : public ProcessLauncher {
  public:
+  /// Runs the registration tool's arguments and gives its exit code.
+  using RegSvr32 = std::function<std::uint32_t(std::string_view arguments)>;
+
   /// The call is made once for every child whose end was seen.
   LinuxProcessLauncher(const Prefix& prefix, std::string programFolder,
-                       std::function<void()> onEnded);
+                       std::function<void()> onEnded, RegSvr32 regSvr32 = {});
 
   [[nodiscard]] StartResult Start(const std::string& commandLine) override;
 
@@ -35,6 +40,7 @@ class LinuxProcessLauncher : public ProcessLauncher {
   const Prefix& prefix_;
   std::string programFolder_;
   std::function<void()> onEnded_;
+  RegSvr32 regSvr32_;
 };
 
 }  // namespace gorbex

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
@@ -190,6 +191,24 @@ bool LinuxRegistry::CreateKey(RegistryRoot root, std::string_view subKey) {
   return path && Change([&](RegistryKey& own) { return own.Make(*path) != nullptr; });
 }
 
+bool LinuxRegistry::RemoveKey(RegistryRoot root, std::string_view subKey) {
+  Recheck();
+  if (!HasKey(root, subKey)) return true;
+  const auto path = OwnPath(root, subKey);
+  return path && Change([&](RegistryKey& own) {
+           own.Remove(*path);
+           return true;
+         });
+}
+
+bool LinuxRegistry::HasSubKeys(RegistryRoot root, std::string_view subKey) const {
+  const auto& tops = TopsOf(root);
+  return std::any_of(tops.begin(), tops.end(), [&](const RegistryKey* top) {
+    const auto* key = top->Find(subKey);
+    return key != nullptr && !key->subKeys.empty();
+  });
+}
+
 bool LinuxRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
                              const RegistryValue& value) {
   Recheck();
@@ -199,6 +218,24 @@ bool LinuxRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::st
            if (key != nullptr) key->values.insert_or_assign(std::string(name), value);
            return key != nullptr;
          });
+}
+
+bool LinuxRegistry::SetValues(RegistryRoot root, const std::vector<RegistryEntry>& entries) {
+  Recheck();
+  std::vector<std::string> paths;
+  for (const auto& entry : entries) {
+    auto path = OwnPath(root, entry.subKey);
+    if (!path) return false;
+    paths.push_back(std::move(*path));
+  }
+  return Change([&](RegistryKey& own) {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      auto* key = own.Make(paths[i]);
+      if (key == nullptr) return false;
+      key->values.insert_or_assign(entries[i].name, entries[i].value);
+    }
+    return true;
+  });
 }
 
 bool LinuxRegistry::Change(const std::function<bool(RegistryKey& own)>& change) {

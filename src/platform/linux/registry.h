@@ -25,8 +25,16 @@ class LinuxRegistry : public Registry {
   [[nodiscard]] std::optional<RegistryValue> Value(RegistryRoot root, std::string_view subKey,
                                                    std::string_view name) const override;
   bool CreateKey(RegistryRoot root, std::string_view subKey) override;
+
+  /// Removes a key of the own file with everything below it. True also when there was none; false
+  /// when the file cannot be written.
+  bool RemoveKey(RegistryRoot root, std::string_view subKey);
+
+  /// True when some key stands directly below this one.
+  [[nodiscard]] bool HasSubKeys(RegistryRoot root, std::string_view subKey) const;
   bool SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
                 const RegistryValue& value) override;
+  bool SetValues(RegistryRoot root, const std::vector<RegistryEntry>& entries) override;
 
  private:
   /// What tells one state of a file from another.

@@ -71,4 +71,19 @@ RegistryKey* RegistryKey::Make(std::string_view path) {
   return key;
 }
 
+bool RegistryKey::Remove(std::string_view path) {
+  RegistryKey* above = this;
+  auto name = TakeName(path);
+  for (auto next = TakeName(path); !next.empty(); next = TakeName(path)) {
+    const auto found = above->subKeys.find(name);
+    if (found == above->subKeys.end()) return false;
+    above = found->second.get();
+    name = next;
+  }
+  const auto found = above->subKeys.find(name);
+  if (found == above->subKeys.end()) return false;
+  above->subKeys.erase(found);
+  return true;
+}
+
 }  // namespace gorbex

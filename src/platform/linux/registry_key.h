@@ -35,6 +35,9 @@ class RegistryKey {
   /// Makes the key with all keys above it; null when the path is nested deeper, or has a longer
   /// name, than a registry holds.
   RegistryKey* Make(std::string_view path);
+
+  /// Removes the key of a path with everything below it; false when there is none.
+  bool Remove(std::string_view path);
 };
 
 }  // namespace gorbex

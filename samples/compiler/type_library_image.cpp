@@ -1,0 +1,295 @@
+#include "compiler/type_library_image.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "compiler/byte_writer.h"
+#include "compiler/identity.h"
+#include "compiler/system_library.h"
+#include "platform/code_page.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex::standin {
+namespace {
+
+constexpr std::uint32_t kNone = 0xFFFFFFFF;  ///< in place of an offset: there is no such thing
+constexpr std::uint32_t kHeaderSize = 84;
+constexpr std::uint32_t kTypeSize = 100;
+constexpr std::uint32_t kSegmentEntrySize = 16;
+constexpr std::size_t kMostTypes = 0xFFFF;
+constexpr char kFiller = 'W';
+
+// What a table entry belongs to, where that is no type of the library: the offset of a type's
+// record stands there otherwise.
+constexpr std::uint32_t kOfLibrary = 0xFFFFFFFE;
+constexpr std::uint32_t kOfImportedType = 1;
+constexpr std::uint32_t kOfImportedFile = 2;
+
+/// The heads of the chains through which a table is searched, one for each value of a small hash.
+class HashChains {
+ public:
+  explicit HashChains(std::size_t count) : heads_(count, kNone) {}
+
+  /// Makes an entry the first of its chain; answers the one that follows now.
+  std::uint32_t Prepend(std::uint32_t hash, std::uint32_t entry) {
+    return std::exchange(heads_[hash % heads_.size()], entry);
+  }
+
+  [[nodiscard]] std::string Bytes() const {
+    ByteWriter out;
+    for (const auto head : heads_) out.U32(head);
+    return out.Bytes();
+  }
+
+ private:
+  std::vector<std::uint32_t> heads_;
+};
+
+/// The identities that occur in the library.
+class GuidTable {
+ public:
+  std::uint32_t Add(const std::string& guid, std::uint32_t owner) {
+    const auto uuid = ParsedUuid(guid);
+    if (!uuid) throw RuntimeError(ErrorNumber::InvalidCall, guid);
+    const auto offset = entries_.Size();
+    const auto bytes = InMemory(*uuid);
+    entries_.Text(bytes).U32(owner).U32(chains_.Prepend(Hash(bytes), offset));
+    return offset;
+  }
+
+  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
+  [[nodiscard]] std::string Chains() const { return chains_.Bytes(); }
+
+ private:
+  // The first three groups are numbers, lowest byte first.
+  static std::string InMemory(const Uuid& uuid) {
+    std::string bytes(uuid.begin(), uuid.end());
+    std::reverse(bytes.begin(), bytes.begin() + 4);
+    std::swap(bytes[4], bytes[5]);
+    std::swap(bytes[6], bytes[7]);
+    return bytes;
+  }
+
+  // Only the low bits of the sum of 16-bit words count.
+  static std::uint32_t Hash(const std::string& bytes) {
+    std::uint32_t hash = 0;
+    for (std::size_t i = 0; i < bytes.size(); i += 2) hash ^= static_cast<unsigned char>(bytes[i]);
+    return hash;
+  }
+
+  ByteWriter entries_;
+  HashChains chains_{32};
+};
+
+/// The names that occur in the library.
+class NameTable {
+ public:
+  std::uint32_t Add(const std::string& name, std::uint32_t owner, std::uint32_t marks) {
+    constexpr std::size_t kLongest = 0xFF;
+    if (name.size() > kLongest) throw RuntimeError(ErrorNumber::Overflow, name);
+    const auto length = static_cast<std::uint32_t>(name.size());
+    const auto offset = entries_.Size();
+    const auto hash = Hash(name);
+    entries_.U32(owner).U32(chains_.Prepend(hash, offset)).U16(length | marks).U16(hash);
+    entries_.Text(name).Align(4, kFiller);
+    ++count_;
+    letters_ += length;
+    return offset;
+  }
+
+  [[nodiscard]] std::uint32_t Count() const { return count_; }
+  [[nodiscard]] std::uint32_t Letters() const { return letters_; }
+  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
+  [[nodiscard]] std::string Chains() const { return chains_.Bytes(); }
+
+ private:
+  // The system's hash of a name, which ignores letter case.
+  static std::uint32_t Hash(const std::string& name) {
+    std::uint32_t hash = 0x0DEADBEE;
+    for (const char letter : UpperCase(name)) hash = 37 * hash + static_cast<unsigned char>(letter);
+    return hash % 65599 & 0xFFFF;
+  }
+
+  ByteWriter entries_;
+  HashChains chains_{128};
+  std::uint32_t count_ = 0;
+  std::uint32_t letters_ = 0;
+};
+
+/// Where the parts of a type stand in the tables.
+struct TypePlaces {
+  std::uint32_t guid = kNone;
+  std::uint32_t name = kNone;
+  std::uint32_t interfaces = kNone;
+};
+
+/// What the record of a type says besides its places.
+struct TypeShape {
+  std::uint32_t kind = 0;
+  std::uint32_t interfaceCount = 0;
+  std::uint32_t tableSize = 0;  ///< of a function table, in bytes
+  std::uint32_t base = kNone;
+  std::uint32_t inherited = 0;  ///< depth, and count of functions in the high half
+};
+
+TypeShape ShapeOf(const TypeInfo& type, const TypePlaces& places) {
+  switch (type.kind) {
+    case TypeKind::Interface:
+      return {0x2223};
+    case TypeKind::Dispatch:
+      return {0x2234, 1, 28, kOfImportedType, 0x00070002};
+    case TypeKind::Coclass:
+      return {0x2225, type.defaultInterface ? 1U : 0U, 0, places.interfaces, 0};
+    default:
+      throw RuntimeError(ErrorNumber::InvalidCall, type.name);
+  }
+}
+
+class LibraryWriter {
+ public:
+  explicit LibraryWriter(const TypeLibrary& library) : library_(library) {
+    if (library.types.size() > kMostTypes) throw RuntimeError(ErrorNumber::Overflow, library.name);
+  }
+
+  std::string Write() {
+    guid_ = guids_.Add(library_.guid, kOfLibrary);
+    name_ = names_.Add(library_.name, kNone, 0);
+    helpString_ = AddString(library_.helpString);
+    if (ImportsBase()) ImportBase();
+    for (const auto& type : library_.types) AddType(type);
+    return Assembled();
+  }
+
+ private:
+  static constexpr std::uint32_t kSegmentCount = 15;
+  using Segments = std::array<std::string, kSegmentCount>;
+
+  [[nodiscard]] std::uint32_t TypeCount() const {
+    return static_cast<std::uint32_t>(library_.types.size());
+  }
+
+  [[nodiscard]] bool ImportsBase() const {
+    return std::any_of(library_.types.begin(), library_.types.end(),
+                       [](const auto& type) { return type.kind == TypeKind::Dispatch; });
+  }
+
+  std::uint32_t AddString(const std::string& text) {
+    if (text.empty()) return kNone;
+    if (text.size() > 0xFFFF) throw RuntimeError(ErrorNumber::Overflow, library_.name);
+    const auto offset = strings_.Size();
+    strings_.U16(static_cast<std::uint32_t>(text.size())).Text(text);
+    strings_.FillTo(std::max(strings_.Size(), offset + 8), kFiller).Align(4, kFiller);
+    return offset;
+  }
+
+  void ImportBase() {
+    constexpr std::string_view kFile = "stdole2.tlb";
+    const auto library = guids_.Add(std::string(kSystemLibrary), kOfImportedFile);
+    const auto dispatch = guids_.Add(std::string(kDispatchInterface), kOfImportedType);
+    importFiles_.U32(library).U32(0).U16(2).U16(0);
+    importFiles_.U16(static_cast<std::uint32_t>(kFile.size()) << 2 | 1).Text(kFile);
+    importFiles_.Align(4, kFiller);
+    // An interface (3) that is named by its identity (1), in the first file.
+    imports_.U32(0x03010000).U32(0).U32(dispatch);
+  }
+
+  void AddType(const TypeInfo& type) {
+    constexpr std::uint32_t kTypeName = 0x3800;
+    const auto record = static_cast<std::uint32_t>(places_.size()) * kTypeSize;
+    TypePlaces places;
+    places.guid = guids_.Add(type.guid, record);
+    places.name = names_.Add(type.name, record, kTypeName);
+    if (type.defaultInterface) places.interfaces = AddDefaultInterface(*type.defaultInterface);
+    places_.push_back(places);
+  }
+
+  std::uint32_t AddDefaultInterface(std::size_t index) {
+    constexpr std::uint32_t kDefault = 1;
+    const auto offset = references_.Size();
+    references_.U32(static_cast<std::uint32_t>(index) * kTypeSize);
+    references_.U32(kDefault).U32(kNone).U32(kNone);
+    return offset;
+  }
+
+  [[nodiscard]] std::string Assembled() const {
+    Segments segments = {"",
+                         imports_.Bytes(),
+                         importFiles_.Bytes(),
+                         references_.Bytes(),
+                         guids_.Chains(),
+                         guids_.Entries(),
+                         names_.Chains(),
+                         names_.Entries(),
+                         strings_.Bytes()};
+    const auto start = kHeaderSize + 4 * TypeCount() + kSegmentEntrySize * kSegmentCount;
+    std::size_t end = start + kTypeSize * TypeCount();
+    for (const auto& segment : segments) end += segment.size();
+    segments[0] = TypeRecords(static_cast<std::uint32_t>(end));
+
+    ByteWriter out;
+    WriteHeader(out);
+    for (std::uint32_t i = 0; i < TypeCount(); ++i) out.U32(i * kTypeSize);
+    WriteDirectory(out, segments, start);
+    for (const auto& segment : segments) out.Text(segment);
+    return out.Bytes();
+  }
+
+  // Members would stand behind everything else.
+  [[nodiscard]] std::string TypeRecords(std::uint32_t members) const {
+    ByteWriter out;
+    for (std::uint32_t i = 0; i < TypeCount(); ++i) {
+      const auto& type = library_.types[i];
+      const auto& places = places_[i];
+      const auto shape = ShapeOf(type, places);
+      out.U32(i << 16 | shape.kind).U32(members).U32(0).U32(kNone).U32(3);
+      out.U32(0).U32(0).U32(0).U32(0).U32(0).U32(0);  // no members, and reserved
+      out.U32(places.guid).U32(type.flags).U32(places.name).U32(0);
+      out.U32(kNone).U32(0).U32(0).U32(kNone);  // no help, no custom data
+      out.U16(shape.interfaceCount).U16(shape.tableSize).U32(4);
+      out.U32(shape.base).U32(shape.inherited).U32(0).U32(kNone);
+    }
+    return out.Bytes();
+  }
+
+  void WriteHeader(ByteWriter& out) const {
+    constexpr std::uint32_t kEnglish = 0x409;  // the language of the names
+    constexpr std::uint32_t kWin32 = 0x41;
+    const bool imports = ImportsBase();
+    out.Text("MSFT").U32(0x00010002).U32(guid_).U32(kEnglish).U32(library_.lcid).U32(kWin32);
+    out.U16(library_.major).U16(library_.minor).U32(library_.flags).U32(TypeCount());
+    out.U32(helpString_).U32(0).U32(0).U32(names_.Count()).U32(names_.Letters()).U32(name_);
+    out.U32(kNone).U32(kNone).U32(0x20).U32(0x80);  // no help file, no custom data; hash sizes
+    out.U32(imports ? kOfImportedType : kNone).U32(imports ? 1 : 0);
+  }
+
+  static void WriteDirectory(ByteWriter& out, const Segments& segments, std::uint32_t offset) {
+    for (const auto& segment : segments) {
+      const auto size = static_cast<std::uint32_t>(segment.size());
+      out.U32(size == 0 ? kNone : offset).U32(size).U32(kNone).U32(0x0F);
+      offset += size;
+    }
+  }
+
+  const TypeLibrary& library_;
+  std::uint32_t guid_ = kNone;
+  std::uint32_t name_ = kNone;
+  std::uint32_t helpString_ = kNone;
+  GuidTable guids_;
+  NameTable names_;
+  ByteWriter strings_;
+  ByteWriter imports_;
+  ByteWriter importFiles_;
+  ByteWriter references_;
+  std::vector<TypePlaces> places_;
+};
+
+}  // namespace
+
+std::string TypeLibraryImage(const TypeLibrary& library) {
+  return LibraryWriter(library).Write();
+}
+
+}  // namespace gorbex::standin

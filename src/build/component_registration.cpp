@@ -1,0 +1,41 @@
+#include "build/component_registration.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::size_t kComponentColumn = 2;
+
+}  // namespace
+
+bool ComponentRegistration::Register(const std::string& componentFile) {
+  return shell_.ShellAndWait("RegSvr32 /s \"" + componentFile + "\"");
+}
+
+bool ComponentRegistration::Unregister(const std::string& componentFile) {
+  return shell_.ShellAndWait("RegSvr32 -u /s \"" + componentFile + "\"");
+}
+
+void ComponentRegistration::Run(std::string_view procedure, Action action) {
+  Procedure(report_, procedure).Run([&](Procedure& on) {
+    const ListRow* row = window_.lvwData.Selected();
+    if (row == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });
+    if (row == nullptr) return;
+    const std::string component = row->SubItem(kComponentColumn);
+    if (on([&] { return (this->*action)(component); })) {
+      on([&] { changed_(); });
+    } else {
+      // The same words for both directions, as ever.
+      on([&] { dialogs_.Show({"Failed to Register " + component}); });
+    }
+  });
+}
+
+void ComponentRegistration::mnuDataPopupReg_Click() {
+  Run(": frmBuilder.mnuDataPopupReg_Click", &ComponentRegistration::Register);
+}
+
+void ComponentRegistration::mnuDataPopupUnReg_Click() {
+  Run(": frmBuilder.mnuDataPopupUnReg_Click", &ComponentRegistration::Unregister);
+}
+
+}  // namespace gorbex

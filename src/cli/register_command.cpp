@@ -1,0 +1,45 @@
+#include <ostream>
+
+#include "cli/commands.h"
+#include "cli/json_views.h"
+#include "cli/session.h"
+#include "cli/text_output.h"
+
+namespace gorbex::cli {
+namespace {
+
+enum class Direction { Register, Unregister };
+
+void Register(Frame& frame, const std::string& typed, Direction direction) {
+  Session session(frame);
+  Program& program = session.program();
+  const std::string path = session.ProgramPath(typed);
+  if (!FileExists(program.platform.files, path)) {
+    throw Failure(ExitStatus::Unusable, typed + ": no such file");
+  }
+  const bool done = direction == Direction::Register ? program.registration.Register(path)
+                                                     : program.registration.Unregister(path);
+  if (frame.json) {
+    frame.streams.out << Json{{"file", JsonText(path)}, {"done", done}}.dump() << '\n';
+  }
+  if (done) return;
+  session.Warn("Failed to Register " + Plain(path));
+  frame.status = ExitStatus::WorkFailed;
+}
+
+void Add(CLI::App& app, Frame& frame, const char* name, const char* description,
+         Direction direction) {
+  CLI::App& command = AddJsonCommand(app, frame, name, description);
+  auto file = std::make_shared<std::string>();
+  command.add_option("FILE", *file, "Component file")->required();
+  command.callback([&frame, file, direction] { Register(frame, *file, direction); });
+}
+
+}  // namespace
+
+void AddRegisterCommands(CLI::App& app, Frame& frame) {
+  Add(app, frame, "register", "Register one component", Direction::Register);
+  Add(app, frame, "unregister", "Unregister one component", Direction::Unregister);
+}
+
+}  // namespace gorbex::cli

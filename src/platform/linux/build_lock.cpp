@@ -1,0 +1,25 @@
+#include "platform/linux/build_lock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
+
+namespace gorbex {
+namespace {
+
+// Who may only read can hold the lock as well.
+constexpr int kFlags = O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+}  // namespace
+
+BuildLock::BuildLock(const std::filesystem::path& prefixRoot, const std::function<void()>& onWait)
+    : file_(open((prefixRoot / "gorbexbuilder.build.lock").c_str(), kFlags, 0666)) {
+  if (file_.Number() < 0 || flock(file_.Number(), LOCK_EX | LOCK_NB) == 0) return;
+  if (errno != EWOULDBLOCK) return;
+  onWait();
+  while (flock(file_.Number(), LOCK_EX) != 0 && errno == EINTR) {
+  }
+}
+
+}  // namespace gorbex

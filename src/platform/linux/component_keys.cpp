@@ -1,0 +1,99 @@
+#include "platform/linux/component_keys.h"
+
+#include <array>
+#include <charconv>
+#include <string_view>
+
+namespace gorbex {
+namespace {
+
+// The system's own proxy, which carries calls by what the type library says.
+constexpr std::string_view kLibraryProxy = "{00020424-0000-0000-C000-000000000046}";
+
+std::string Hexadecimal(std::uint32_t number) {
+  std::array<char, 8> digits{};
+  const auto end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
+  return {digits.begin(), end};
+}
+
+/// Gathers the text values below HKEY_CLASSES_ROOT that make up a component.
+class KeyWriter {
+ public:
+  void Set(const std::string& key, std::string_view text, std::string_view name = {}) {
+    entries_.push_back({key, std::string(name), {RegistryType::Text, std::string(text) + '\0'}});
+  }
+
+  [[nodiscard]] bool WriteTo(Registry& registry) const {
+    return registry.SetValues(RegistryRoot::ClassesRoot, entries_);
+  }
+
+ private:
+  std::vector<RegistryEntry> entries_;
+};
+
+void WriteLibrary(KeyWriter& to, const ComponentKeys& keys) {
+  const auto key = "TypeLib\\" + keys.library + "\\" + keys.version;
+  const auto folderEnd = keys.path.rfind('\\');
+  to.Set(key, keys.helpString.empty() ? keys.name : keys.helpString);
+  to.Set(key + "\\" + Hexadecimal(keys.lcid) + "\\win32", keys.path);
+  to.Set(key + "\\FLAGS", std::to_string(keys.flags));
+  to.Set(key + "\\HELPDIR", folderEnd == std::string::npos ? "" : keys.path.substr(0, folderEnd));
+}
+
+void WriteInterface(KeyWriter& to, const ComponentKeys& keys, const ComponentKeys::Class& entry) {
+  const auto key = "Interface\\" + entry.iid;
+  to.Set(key, entry.interfaceName);
+  to.Set(key + "\\ProxyStubClsid32", kLibraryProxy);
+  to.Set(key + "\\TypeLib", keys.library);
+  to.Set(key + "\\TypeLib", keys.version, "Version");
+}
+
+void WriteClass(KeyWriter& to, const ComponentKeys& keys, const ComponentKeys::Class& entry) {
+  const auto programName = keys.name + "." + entry.name;
+  const auto key = "CLSID\\" + entry.clsid;
+  const auto server = key + (keys.inProcess ? "\\InprocServer32" : "\\LocalServer32");
+  to.Set(key, programName);
+  to.Set(server, keys.path);
+  if (keys.inProcess) to.Set(server, "Apartment", "ThreadingModel");
+  to.Set(key + "\\ProgID", programName);
+  to.Set(key + "\\TypeLib", keys.library);
+  to.Set(key + "\\VERSION", keys.version);
+  to.Set(programName, programName);
+  to.Set(programName + "\\Clsid", entry.clsid);
+}
+
+}  // namespace
+
+ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path) {
+  ComponentKeys keys;
+  keys.library = library.guid;
+  keys.version = Hexadecimal(library.major) + "." + Hexadecimal(library.minor);
+  keys.lcid = library.lcid;
+  keys.flags = library.flags;
+  keys.name = library.name;
+  keys.helpString = library.helpString;
+  keys.path = path;
+  for (const auto& type : library.types) {
+    if (type.kind != TypeKind::Coclass || type.guid.empty()) continue;
+    ComponentKeys::Class entry{type.name, type.guid, "", ""};
+    if (type.defaultInterface) {
+      const auto& interface = library.types.at(*type.defaultInterface);
+      entry.iid = interface.guid;
+      entry.interfaceName = interface.name;
+    }
+    keys.classes.push_back(entry);
+  }
+  return keys;
+}
+
+bool WriteComponentKeys(Registry& registry, const ComponentKeys& keys) {
+  KeyWriter to;
+  WriteLibrary(to, keys);
+  for (const auto& entry : keys.classes) {
+    if (!entry.iid.empty()) WriteInterface(to, keys, entry);
+    WriteClass(to, keys, entry);
+  }
+  return to.WriteTo(registry);
+}
+
+}  // namespace gorbex

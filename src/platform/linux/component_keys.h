@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/linux/type_library.h"
+#include "platform/registry.h"
+
+namespace gorbex {
+
+/// What the registry holds of a component. Identities are in braces.
+struct ComponentKeys {
+  struct Class {
+    std::string name;
+    std::string clsid;
+    std::string iid;  ///< of its default interface; empty when that is none of this library
+    std::string interfaceName;
+  };
+
+  std::string library;
+  std::string version;  ///< major.minor in hexadecimal
+  std::uint32_t lcid = 0;
+  std::uint16_t flags = 0;
+  std::string name;
+  std::string helpString;
+  std::string path;
+  std::vector<Class> classes;
+  bool inProcess = true;
+};
+
+/// The keys of a component whose type library stands in the file with that path.
+[[nodiscard]] ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path);
+
+/// Makes the library, its interfaces and its classes known to the machine, as the component's own
+/// registration would. True when every value could be written.
+[[nodiscard]] bool WriteComponentKeys(Registry& registry, const ComponentKeys& keys);
+
+}  // namespace gorbex

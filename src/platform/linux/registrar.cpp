@@ -1,0 +1,65 @@
+#include "platform/linux/registrar.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/code_page.h"
+#include "platform/linux/command_line.h"
+#include "platform/linux/component_inspector.h"
+#include "platform/linux/component_keys.h"
+
+namespace gorbex {
+namespace {
+
+bool IsOption(std::string_view argument, char letter) {
+  return argument.size() == 2 && (argument[0] == '/' || argument[0] == '-') &&
+         LowerCase(argument[1]) == letter;
+}
+
+}  // namespace
+
+Registrar::Outcome Registrar::Run(std::string_view arguments) {
+  std::vector<std::string> files;
+  bool unregisters = false;
+  for (const std::string& argument : SplitArguments(arguments)) {
+    if (IsOption(argument, 'u')) {
+      unregisters = true;
+    } else if (!IsOption(argument, 's')) {
+      files.push_back(argument);
+    }
+  }
+  if (files.size() != 1) return Outcome::BadArguments;
+  return unregisters ? Unregister(files.front()) : Register(files.front());
+}
+
+Registrar::Outcome Registrar::Register(const std::string& componentFile) {
+  if (!FileExists(files_, componentFile)) return Outcome::NotLoaded;
+  const auto library = TypeLibraryOf(files_, componentFile);
+  if (!library) return Outcome::NoEntryPoint;
+  return WriteComponentKeys(registry_, KeysOf(*library, componentFile)) ? Outcome::Done
+                                                                        : Outcome::Failed;
+}
+
+Registrar::Outcome Registrar::Unregister(const std::string& componentFile) {
+  if (!FileExists(files_, componentFile)) return Outcome::NotLoaded;
+  const auto library = TypeLibraryOf(files_, componentFile);
+  if (!library) return Outcome::NoEntryPoint;
+  const ComponentKeys keys = KeysOf(*library, componentFile);
+  std::vector<std::string> doomed = {"TypeLib\\" + keys.library + "\\" + keys.version};
+  for (const auto& each : keys.classes) {
+    doomed.push_back("CLSID\\" + each.clsid);
+    doomed.push_back(keys.name + "." + each.name);
+    if (!each.iid.empty()) doomed.push_back("Interface\\" + each.iid);
+  }
+  bool done = std::all_of(doomed.begin(), doomed.end(), [&](const std::string& key) {
+    return registry_.RemoveKey(RegistryRoot::ClassesRoot, key);
+  });
+  // Other versions of the library are other components.
+  const std::string top = "TypeLib\\" + keys.library;
+  if (!registry_.HasSubKeys(RegistryRoot::ClassesRoot, top)) {
+    done = registry_.RemoveKey(RegistryRoot::ClassesRoot, top) && done;
+  }
+  return done ? Outcome::Done : Outcome::Failed;
+}
+
+}  // namespace gorbex
