@@ -56,10 +56,13 @@ void ProjectDisplay::ShowProjectReferences(const std::string& projectPath) {
 }
 
 void ProjectDisplay::RefreshReferences() {
-  const std::string shown = window_.lvwData.Tag();
+  ListView& list = window_.lvwData;
+  const std::string shown = list.Tag();
   if (shown.empty()) return;
-  window_.lvwData.SetTag("");
+  const std::size_t selected = list.Selected() == nullptr ? 0 : list.PositionOf(*list.Selected());
+  list.SetTag("");
   ShowProjectReferences(shown);
+  if (selected >= 1 && selected <= list.Count()) list.Select(&list.At(selected));
 }
 
 }  // namespace gorbex

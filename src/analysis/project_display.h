@@ -25,7 +25,7 @@ class ProjectDisplay : public ProjectViews {
   /// Fills the detail list, unless it shows that project already.
   void ShowProjectReferences(const std::string& projectPath) override;
 
-  /// Fills the detail list anew, so that every verdict is taken again.
+  /// Fills the detail list anew, so that every verdict is taken again; the selection stays.
   void RefreshReferences();
 
   void MarkReferenceNode(TreeNode& node) override { marking_.MarkReferenceNode(node); }

@@ -20,7 +20,9 @@ class ProjectFileParser {
 
   ProjectFile Parse(std::string_view text) {
     PairReader pairs(text);
-    for (auto pair = pairs.Next(); pair.has_value(); pair = pairs.Next()) {
+    for (;;) {
+      const auto pair = pairs.Next();
+      if (!pair.has_value()) break;
       Take(pair->key, WithoutQuotes(pair->value));
     }
     file_.member.Version = major_ + "." + minor_ + "." + revision_;
@@ -31,7 +33,7 @@ class ProjectFileParser {
   using Handler = void (ProjectFileParser::*)(std::string&& value);
   using Row = std::pair<std::string_view, Handler>;
 
-  void Take(std::string_view key, std::string value) {
+  void Take(std::string_view key, std::string&& value) {
     using P = ProjectFileParser;
     // "revision" and not "revisionver": the compiler's own key is shown as a property.
     static constexpr std::array<Row, 14> kKeys = {{

@@ -55,8 +55,10 @@ expect 2 "$gorbex" register "$product/Bin/none.dll"
 
 # Broken compatibility changes every identity, and the references of those above follow.
 expect 0 "$gorbex" build "$bpf" --break-compat --change-refs
-grep -lF "$(grep -ao '{7D0F5010-[0-9A-F-]*}' "$storefront/Catalogue/StoreCatalogue.vbp")" \
-  "$product"/*/*.vbp && fail "an old identity is still referred to"
+for old in {7D0F5010- {9ED85CCA-; do
+  grep -rlF "$old" "$storefront" >/dev/null || fail "no $old to begin with"
+  grep -lF "$old" "$product"/*/*.{vbp,bas} && fail "the old identity $old is still referred to"
+done
 expect 0 "$gorbex" show "$bpf" --json
 grep -q invalidreference "$scratch/out" && fail "a reference points at a ghost"
 

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <string_view>
 
+#include "platform/code_page.h"
+
 namespace gorbex {
 namespace {
 
@@ -73,6 +75,7 @@ ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path) {
   keys.name = library.name;
   keys.helpString = library.helpString;
   keys.path = path;
+  keys.inProcess = !LowerCase(path).ends_with(".exe");
   for (const auto& type : library.types) {
     if (type.kind != TypeKind::Coclass || type.guid.empty()) continue;
     ComponentKeys::Class entry{type.name, type.guid, "", ""};
