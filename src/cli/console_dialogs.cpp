@@ -95,7 +95,7 @@ std::optional<std::string> ConsoleDialogs::SaveFile(const FileChoice& choice) {
   return Input(choice.title, "");
 }
 
-std::optional<std::string> ConsoleDialogs::ChooseFolder(const std::string& title) {
+std::optional<std::string> ConsoleDialogs::BrowseForDir(const std::string& title) {
   return Input(title, "");
 }
 

@@ -18,7 +18,7 @@ class ConsoleDialogs : public Dialogs {
   Answer Show(const Message& message) override;
   std::optional<std::string> OpenFile(const FileChoice& choice) override;
   std::optional<std::string> SaveFile(const FileChoice& choice) override;
-  std::optional<std::string> ChooseFolder(const std::string& title) override;
+  std::optional<std::string> BrowseForDir(const std::string& title) override;
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;
 
  private:

@@ -46,7 +46,7 @@ class Dialogs {
   virtual Answer Show(const Message& message) = 0;
   virtual std::optional<std::string> OpenFile(const FileChoice& choice) = 0;
   virtual std::optional<std::string> SaveFile(const FileChoice& choice) = 0;
-  virtual std::optional<std::string> ChooseFolder(const std::string& title) = 0;
+  virtual std::optional<std::string> BrowseForDir(const std::string& title) = 0;
   virtual std::optional<std::string> Input(const std::string& prompt,
                                            const std::string& initial) = 0;
 };

@@ -24,8 +24,8 @@ class ObservedDialogs : public Dialogs {
   std::optional<std::string> SaveFile(const FileChoice& choice) override {
     return frontEnd_.SaveFile(choice);
   }
-  std::optional<std::string> ChooseFolder(const std::string& title) override {
-    return frontEnd_.ChooseFolder(title);
+  std::optional<std::string> BrowseForDir(const std::string& title) override {
+    return frontEnd_.BrowseForDir(title);
   }
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override {
     return frontEnd_.Input(prompt, initial);

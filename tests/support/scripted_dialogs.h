@@ -27,7 +27,7 @@ class ScriptedDialogs : public Dialogs {
   std::optional<std::string> SaveFile(const FileChoice& choice) override {
     return Choose("save " + choice.title + "|" + choice.filter + "|" + choice.name);
   }
-  std::optional<std::string> ChooseFolder(const std::string& title) override {
+  std::optional<std::string> BrowseForDir(const std::string& title) override {
     return Choose("folder " + title);
   }
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override {
