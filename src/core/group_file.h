@@ -8,8 +8,8 @@
 
 namespace gorbex {
 
-/// The full paths of the projects that a group file (.vbg) of that path and text names, each once in
-/// file order.
+/// The full paths of the projects that a group file (.vbg) of that path and text names, each once
+/// in file order.
 [[nodiscard]] std::vector<std::string> ProjectsInGroup(const std::string& groupPath,
                                                        std::string_view text);
 
