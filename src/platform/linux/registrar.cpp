@@ -16,6 +16,16 @@ bool IsOption(std::string_view argument, char letter) {
          LowerCase(argument[1]) == letter;
 }
 
+// A name with a separator would lead to keys that are not the component's own.
+bool HasPlainNames(const ComponentKeys& keys) {
+  const auto isPlain = [](const std::string& name) {
+    return !name.empty() && name.find('\\') == std::string::npos;
+  };
+  return isPlain(keys.name) &&
+         std::all_of(keys.classes.begin(), keys.classes.end(),
+                     [&](const ComponentKeys::Class& entry) { return isPlain(entry.name); });
+}
+
 }  // namespace
 
 Registrar::Outcome Registrar::Run(std::string_view arguments) {
@@ -36,8 +46,9 @@ Registrar::Outcome Registrar::Register(const std::string& componentFile) {
   if (!FileExists(files_, componentFile)) return Outcome::NotLoaded;
   const auto library = TypeLibraryOf(files_, componentFile);
   if (!library) return Outcome::NoEntryPoint;
-  return WriteComponentKeys(registry_, KeysOf(*library, componentFile)) ? Outcome::Done
-                                                                        : Outcome::Failed;
+  const ComponentKeys keys = KeysOf(*library, componentFile);
+  if (!HasPlainNames(keys)) return Outcome::Failed;
+  return WriteComponentKeys(registry_, keys) ? Outcome::Done : Outcome::Failed;
 }
 
 Registrar::Outcome Registrar::Unregister(const std::string& componentFile) {
@@ -45,6 +56,7 @@ Registrar::Outcome Registrar::Unregister(const std::string& componentFile) {
   const auto library = TypeLibraryOf(files_, componentFile);
   if (!library) return Outcome::NoEntryPoint;
   const ComponentKeys keys = KeysOf(*library, componentFile);
+  if (!HasPlainNames(keys)) return Outcome::Failed;
   std::vector<std::string> doomed = {"TypeLib\\" + keys.library + "\\" + keys.version};
   for (const auto& each : keys.classes) {
     doomed.push_back("CLSID\\" + each.clsid);
