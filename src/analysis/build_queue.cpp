@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/file_tools.h"
+#include "core/node_key.h"
 #include "core/reference_value.h"
 
 namespace gorbex {
@@ -30,10 +31,29 @@ void BuildQueue::RefreshQueue() {
 void BuildQueue::lvwQueue_DragDrop(std::string_view sourceControl) {
   if (sourceControl != "tvwProjects") return;
   const TreeNode* node = window_.tvwProjects.Selected();
-  if (node == nullptr || window_.lvwQueue.Find(node->Text()) != nullptr) return;
-  const std::string& path = node->Text();
+  if (node == nullptr || !Add(node->Text())) return;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { RefreshQueue(); }); });
+}
+
+void BuildQueue::mnuQueueAdd_Click() {
+  const TreeNode* node = window_.tvwProjects.Selected();
+  while (node != nullptr && !HasPrefix(node->Key(), node_prefix::kProject)) node = node->Parent();
+  if (node != nullptr) Add(node->Text());
+}
+
+void BuildQueue::mnuQueueAddAll_Click() {
+  Procedure(report_, ": frmBuilder.mnuQueueAddAll_Click").Run([&](Procedure& on) {
+    for (const auto& node : window_.tvwProjects.Nodes()) {
+      if (HasPrefix(node->Key(), node_prefix::kProject)) on([&] { Add(node->Text()); });
+    }
+  });
+}
+
+// The new row stands last, so no other row's number changes.
+bool BuildQueue::Add(const std::string& path) {
+  ListView& queue = window_.lvwQueue;
+  if (queue.Find(path) != nullptr) return false;
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
-    ListView& queue = window_.lvwQueue;
     ListRow& row = queue.Add(path, std::to_string(queue.Count() + 1), Image::VbProject);
     row.SetSubItem(kProject, path);
     row.SetChecked(true);
@@ -42,9 +62,9 @@ void BuildQueue::lvwQueue_DragDrop(std::string_view sourceControl) {
       on([&] { ShowProjectFacts(row, *member); });
       on([&] { row.SetSubItem(kDependency, DependencyOf(*member)); });
     }
-    on([&] { RefreshQueue(); });
     window_.ProjectChanged = true;
   });
+  return true;
 }
 
 void BuildQueue::ShowProjectFacts(ListRow& row, const clsMember& member) const {

@@ -27,6 +27,10 @@ class BuildQueue {
   /// queued already is left alone.
   void lvwQueue_DragDrop(std::string_view sourceControl);
 
+  /// Adds the project that the tree's selected node belongs to, or every project of the tree.
+  void mnuQueueAdd_Click();
+  void mnuQueueAddAll_Click();
+
   /// Moves every dependent row below the one it depends on. Moved rows lose mark, compatibility and
   /// date.
   void mnuQueueArrange_Click();
@@ -41,6 +45,8 @@ class BuildQueue {
  private:
   enum class Direction { Up, Down };
 
+  /// False when the project is queued already.
+  bool Add(const std::string& path);
   void Move(Procedure& on, Direction direction);
   void MarkAll(bool checked);
   [[nodiscard]] ListRow& SelectedRow() const;

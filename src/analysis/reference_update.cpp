@@ -6,22 +6,6 @@
 #include "core/text.h"
 
 namespace gorbex {
-namespace {
-
-std::string Replaced(std::string_view text, std::string_view oldText, std::string_view newText) {
-  std::string result;
-  result.reserve(text.size());
-  std::size_t start = 0;
-  for (auto at = FindIgnoringCase(text, oldText); at != std::string_view::npos;
-       at = FindIgnoringCase(text, oldText, start)) {
-    result.append(text.substr(start, at - start)).append(newText);
-    start = at + oldText.size();
-  }
-  return result.append(text.substr(start));
-}
-
-}  // namespace
-
 void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
   Procedure(report_, ": frmBuilder.UpdateProjectReferences").Run([&](Procedure& on) {
     // Copies, since an error report lets other commands run that may change model and queue.
@@ -70,29 +54,32 @@ std::string ReferenceUpdate::RegisteredIdentity(const std::string& componentFile
   return registry_.fnsGetRegistryValue("HKEY_CLASSES_ROOT\\Interface\\" + answer + "\\TypeLib", "");
 }
 
-void ReferenceUpdate::ReplaceInFile(const std::string& file, std::string_view oldText,
+bool ReferenceUpdate::ReplaceInFile(const std::string& file, std::string_view oldText,
                                     std::string_view newText) {
-  ReplaceAll(file, {{std::string(oldText), std::string(newText)}});
+  return ReplaceAll(file, {{std::string(oldText), std::string(newText)}});
 }
 
 // One change after the other, as if each were a pass of its own over the file; the file is read and
 // written once.
-void ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Change>& changes) {
+bool ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Change>& changes) {
+  bool isWritten = false;
   Procedure(report_, ": frmBuilder.ReplaceInFile").Run([&](Procedure& on) {
     // Without the file's text there is nothing to write back, so reading is no statement of its
     // own.
     on([&] {
       std::string text = files_.Read(file);
       for (const auto& [oldText, newText] : changes) {
-        if (!oldText.empty()) text = Replaced(text, oldText, newText);
+        text = ReplacedIgnoringCase(text, oldText, newText);
       }
       const auto info = files_.Look(file);
       if (info && info->attributes != file_attribute::kNormal) {
         files_.SetAttributes(file, file_attribute::kArchive);
       }
       files_.Write(file, text);
+      isWritten = true;
     });
   });
+  return isWritten;
 }
 
 }  // namespace gorbex

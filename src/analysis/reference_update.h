@@ -31,12 +31,13 @@ class ReferenceUpdate {
 
   /// Replaces every occurrence of a text, in any letter case, in one pass. Clears the file's
   /// attributes before it is written back.
-  void ReplaceInFile(const std::string& file, std::string_view oldText, std::string_view newText);
+  /// False when the file could not be rewritten.
+  bool ReplaceInFile(const std::string& file, std::string_view oldText, std::string_view newText);
 
  private:
   using Change = std::pair<std::string, std::string>;  ///< old and new identity
 
-  void ReplaceAll(const std::string& file, const std::vector<Change>& changes);
+  bool ReplaceAll(const std::string& file, const std::vector<Change>& changes);
   [[nodiscard]] std::vector<std::string> ProjectsAbove(const std::string& projectKey) const;
   void FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
                      std::vector<Change>& changes);

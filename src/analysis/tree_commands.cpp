@@ -24,6 +24,7 @@ void TreeCommands::mnuTreePopupRemoveProject_Click() {
   if (node == nullptr) return;
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
     on([&] { window_.ProjectMembers.Remove(node->Text()); });
+    if (window_.lvwData.Tag() == node->Text()) on([&] { window_.ClearDetails(); });
     on([&] { window_.tvwProjects.Remove(node->Key()); });
     on([&] { views_.mnuToolsDependancies_Click(); });
     window_.ProjectChanged = true;

@@ -19,20 +19,32 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       buildProject(
           {window, platform.files, registry, options, log, dialogs, report, reader, display}),
       treeCommands(window, reader, display, platform.files, dialogs),
+      gestures(window, display),
       referenceUpdate(window, platform.files, registry, platform.components, report),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files}),
-      session(platform.sourceControl),
-      latest(window, session),
+      session(window, platform.sourceControl, dialogs, report),
+      latest(window, session, log, dialogs, report),
+      changes(window, session),
+      labelling(window, session, dialogs, report),
+      browse({window, session, platform.files, referenceUpdate, log, dialogs, report,
+              [this] { display.RefreshReferences(); }}),
       values(platform.files),
       version(values, options, dialogs),
       script(window, platform.files, dialogs, report),
       compile({window, platform.files, shell, dialogs, log, start, platform.programFolder}),
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
            referenceUpdate, values, version, script, compile}),
-      registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }) {
+      registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }),
+      shutDown({window, registry, options, log, dialogs, report, buildProject, run, shell}),
+      immediate({window, dialogs, report, script, compile}),
+      settings(window, options, dialogs, report),
+      logViewer(logs, log, platform.files, dialogs, report),
+      componentTest({window, selectControl, testControl, platform.objects, dialogs, report}) {
   ConnectFileMenu();
   ConnectQueueMenu();
   ConnectToolsMenu();
+  ConnectSourceControl();
+  ConnectComponentTest();
 }
 
 void Program::ConnectFileMenu() {
@@ -44,6 +56,11 @@ void Program::ConnectFileMenu() {
   menu.mnuFileBuild.SetHandler([this] { run.mnuFileBuild_Click(); });
   menu.mnuFileGenScript.SetHandler([this] { script.mnuFileGenScript_Click(); });
   menu.mnuFileGenScript.enabled.Set(false);
+  menu.mnuFileStop.SetHandler([this] { run.mnuFileStop_Click(); });
+  menu.mnuFileStop.enabled.Set(false);
+  waits_ =
+      shell.waitsChanged.Connect([this] { window.menu.mnuFileStop.enabled.Set(shell.Waits()); });
+  menu.mnuFileExit.SetHandler([this] { shutDown.mnuFileExit_Click(); });
   for (std::size_t i = 0; i < menu.mnuFileMRU.size(); ++i) {
     menu.mnuFileMRU[i].SetHandler([this, i] { buildProject.mnuFileMRU_Click(i); });
     menu.mnuFileMRU[i].visible.Set(false);
@@ -52,6 +69,8 @@ void Program::ConnectFileMenu() {
 
 void Program::ConnectQueueMenu() {
   MainMenu& menu = window.menu;
+  menu.mnuQueueAdd.SetHandler([this] { queue.mnuQueueAdd_Click(); });
+  menu.mnuQueueAddAll.SetHandler([this] { queue.mnuQueueAddAll_Click(); });
   menu.mnuQueueArrange.SetHandler([this] { queue.mnuQueueArrange_Click(); });
   menu.mnuQueueMoveUp.SetHandler([this] { queue.mnuQueueMoveUp_Click(); });
   menu.mnuQueueMoveDown.SetHandler([this] { queue.mnuQueueMoveDown_Click(); });
@@ -59,20 +78,46 @@ void Program::ConnectQueueMenu() {
   menu.mnuQueueEmpty.SetHandler([this] { queue.mnuQueueEmpty_Click(); });
   menu.mnuQueueMarkAll.SetHandler([this] { queue.mnuQueueMarkAll_Click(); });
   menu.mnuQueueUnMarkAll.SetHandler([this] { queue.mnuQueueUnMarkAll_Click(); });
+  menu.mnuQueueBuild.SetHandler([this] { immediate.mnuQueueBuild_Click(); });
 }
 
 void Program::ConnectToolsMenu() {
   MainMenu& menu = window.menu;
+  menu.mnuToolsBuildPath.SetHandler([this] { settings.mnuToolsBuildPath_Click(); });
+  menu.mnuToolsVersion.SetHandler([this] { settings.mnuToolsVersion_Click(); });
+  menu.mnuToolsBuildOptions.SetHandler([this] { settings.mnuToolsBuildOptions_Click(); });
+  menu.mnuWindowViewLogs.SetHandler([this] { logViewer.mnuWindowViewLogs_Click(); });
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
   menu.mnuDataPopupReg.SetHandler([this] { registration.mnuDataPopupReg_Click(); });
   menu.mnuDataPopupUnReg.SetHandler([this] { registration.mnuDataPopupUnReg_Click(); });
   menu.mnuTreePopupAddProject.SetHandler([this] { treeCommands.mnuTreePopupAddProject_Click(); });
   menu.mnuTreePopupRemoveProject.SetHandler(
       [this] { treeCommands.mnuTreePopupRemoveProject_Click(); });
+  menu.mnuTreePopupBuildNowDefault.SetHandler(
+      [this] { immediate.mnuTreePopupBuildNowDefault_Click(); });
+  menu.mnuTreePopupBuildNowNewLocation.SetHandler(
+      [this] { immediate.mnuTreePopupBuildNowNewLocation_Click(); });
+}
+
+void Program::ConnectSourceControl() {
+  MainMenu& menu = window.menu;
+  menu.mnuToolsLogin.SetHandler([this] { session.mnuToolsLogin_Click(); });
+  menu.mnuToolsLabel.SetHandler([this] { labelling.mnuToolsLabel_Click(); });
+  menu.mnuToolsHighlight.SetHandler([this] { changes.mnuToolsHighlight_Click(); });
+  menu.mnuToolsGetLatestALL.SetHandler([this] { latest.mnuToolsGetLatestALL_Click(); });
+  menu.mnuToolsGetLatestChanged.SetHandler([this] { latest.mnuToolsGetLatestChanged_Click(); });
+  menu.mnuTreePopupGetLatest.SetHandler([this] { latest.mnuTreePopupGetLatest_Click(); });
+  menu.mnuDataPopupBrowse.SetHandler([this] { browse.mnuDataPopupBrowse_Click(); });
   // Source control offers these after a login.
   menu.mnuToolsLabel.enabled.Set(false);
   menu.mnuToolsHighlight.enabled.Set(false);
   menu.mnuToolsGetLatest.enabled.Set(false);
+}
+
+void Program::ConnectComponentTest() {
+  window.menu.mnuQueueTest.SetHandler([this] { componentTest.mnuQueueTest_Click(); });
+  selectControl.cmdTest.SetHandler([this] { componentTest.cmdTest_Click(); });
+  selectControl.cmdClose.SetHandler([this] { componentTest.cmdClose_Click(); });
 }
 
 }  // namespace gorbex

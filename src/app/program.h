@@ -9,24 +9,36 @@
 #include "analysis/reference_resolution.h"
 #include "analysis/reference_update.h"
 #include "analysis/tree_commands.h"
+#include "analysis/tree_gestures.h"
+#include "app/shut_down.h"
 #include "app/start_up.h"
 #include "build/build_run.h"
+#include "build/build_settings.h"
 #include "build/compile.h"
 #include "build/component_registration.h"
+#include "build/component_test.h"
+#include "build/immediate_build.h"
 #include "build/project_value.h"
 #include "build/registration_script.h"
 #include "build/version_stamp.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
+#include "core/log_viewer.h"
+#include "core/logs_form.h"
 #include "core/main_window.h"
 #include "core/observed_dialogs.h"
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/project_file_reader.h"
 #include "core/registry_tools.h"
+#include "core/select_control_form.h"
 #include "core/shell.h"
+#include "core/test_control_form.h"
 #include "platform/services.h"
+#include "scc/change_scan.h"
 #include "scc/get_latest.h"
+#include "scc/labelling.h"
+#include "scc/reference_browse.h"
 #include "scc/source_safe_session.h"
 
 namespace gorbex {
@@ -44,6 +56,7 @@ class Program {
   ObservedDialogs dialogs;
   ErrorReport report;
   frmBuilder window;
+  frmLogs logs;
   ActivityLog log;
   RegistryTools registry;
   clsOptions options;
@@ -57,22 +70,38 @@ class Program {
   ProjectFileReader reader;
   BuildProjectFile buildProject;
   TreeCommands treeCommands;
+  TreeGestures gestures;
   ReferenceUpdate referenceUpdate;
 
   StartUp start;
   SourceSafeSession session;
   GetLatest latest;
+  ChangeScan changes;
+  Labelling labelling;
+  ReferenceBrowse browse;
   ProjectValue values;
   VersionStamp version;
   RegistrationScript script;
   Compile compile;
   BuildRun run;
   ComponentRegistration registration;
+  ShutDown shutDown;
+  ImmediateBuild immediate;
+  BuildSettings settings;
+  LogViewer logViewer;
+
+  frmSelectControl selectControl;
+  frmTestControl testControl;
+  ComponentTest componentTest;
 
  private:
+  Subscription waits_;
+
   void ConnectFileMenu();
   void ConnectQueueMenu();
   void ConnectToolsMenu();
+  void ConnectSourceControl();
+  void ConnectComponentTest();
 };
 
 }  // namespace gorbex

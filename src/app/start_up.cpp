@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/window_place.h"
 #include "core/text.h"
 
 namespace gorbex {
@@ -41,6 +42,7 @@ void StartUp::Form_Load() {
   Procedure(uses_.report, ": frmBuilder.Form_Load").Run([&](Procedure& on) {
     on([&] { uses_.log.WriteLog("Application Started"); });
     on([&] { uses_.buildProject.ShowRecentFiles(); });
+    RestorePosition(on);
     on([&] { ReadSession(); });
     const std::string registered = on([&] { return RegisteredCompiler(); });
     // At a later run the tree has its root already.
@@ -59,6 +61,14 @@ void StartUp::Form_Load() {
     on([&] { window.tmrOutlook.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
     if (uses_.options.AutoStart) on([&] { window.menu.mnuToolsInBox.Execute(); });
   });
+}
+
+// A later run must not move the window away from where the user put it since.
+void StartUp::RestorePosition(Procedure& on) {
+  if (uses_.window.position.Get()) return;
+  const std::string stored =
+      on([&] { return uses_.registry.fnsGetRegistryValue(kPositionKey, kPositionValue); });
+  if (!stored.empty()) on([&] { uses_.window.position.Set(PositionFrom(stored)); });
 }
 
 void StartUp::FindCompiler(Procedure& on, const std::string& registered) {

@@ -43,6 +43,7 @@ class StartUp : public ProgramStart {
 
  private:
   [[nodiscard]] std::string RegisteredCompiler() const;
+  void RestorePosition(Procedure& on);
   void ReadSession();
   void FindCompiler(Procedure& on, const std::string& registered);
   void OpenNamedProject(Procedure& on, const std::string& commandLine);

@@ -14,8 +14,14 @@ constexpr std::string_view kDebugInfoKey = "CodeViewDebugInfo";
 }  // namespace
 
 void BuildRun::mnuFileBuild_Click() {
+  if (running_ || uses_.compile.Busy()) {
+    uses_.window.SetStatus("Another project is being compiled");
+    return;
+  }
   const auto start = uses_.clock.Elapsed();
   Counters counters;
+  running_ = true;
+  stopping_ = false;
   RunResult result = RunResult::Aborted;
   const Subscription lines =
       uses_.log.written.Connect([&](const std::string& text) { events.Emit(LogLine{text}); });
@@ -26,7 +32,20 @@ void BuildRun::mnuFileBuild_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileBuild_Click").Run([&](Procedure& on) {
     result = Run(on, counters);
   });
+  running_ = false;
   events.Emit(RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start});
+}
+
+void BuildRun::mnuFileStop_Click() {
+  if (running_ && !stopping_) {
+    stopping_ = true;
+    uses_.window.SetStatus("Stopping after this project");
+    return;
+  }
+  if (!uses_.shell.Waits()) return;
+  const Answer answer = uses_.dialogs.Show(
+      {"The compiler is still running. End it now?", Buttons::YesNo, MessageIcon::Exclamation});
+  if (answer == Answer::Yes) uses_.shell.TerminateAll();
 }
 
 RunResult BuildRun::Run(Procedure& on, Counters& counters) {
@@ -91,7 +110,7 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   events.Emit(RunStarted{checked});
   const std::size_t count = window.lvwQueue.Count();
   std::size_t number = 0;
-  for (std::size_t i = 1; i <= count; ++i) {
+  for (std::size_t i = 1; i <= count && !stopping_; ++i) {
     const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
     if (row == nullptr || !row->Checked()) continue;
     const std::string path = row->SubItem(1);

@@ -49,6 +49,12 @@ class BuildRun {
 
   void mnuFileBuild_Click();
 
+  /// Ends the run after the project being built; asked again, or outside a run, offers to end the
+  /// program that is being waited for.
+  void mnuFileStop_Click();
+
+  [[nodiscard]] bool Running() const { return running_; }
+
   RunEvents events;
 
  private:
@@ -90,6 +96,8 @@ class BuildRun {
   [[nodiscard]] bool DebugBuildIsOn() const;
 
   Uses uses_;
+  bool running_ = false;
+  bool stopping_ = false;
 };
 
 }  // namespace gorbex

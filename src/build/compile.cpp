@@ -1,5 +1,7 @@
 #include "build/compile.h"
 
+#include <memory>
+
 #include "core/file_tools.h"
 #include "core/text.h"
 
@@ -59,6 +61,12 @@ void Compile::RemoveStaleLog() {
 }
 
 bool Compile::CompileProject(const std::string& projectPath, const std::string& outDir) {
+  if (busy_) {
+    uses_.window.SetStatus("Another project is being compiled");
+    return false;
+  }
+  busy_ = true;
+  const std::shared_ptr<void> done(nullptr, [this](void*) { busy_ = false; });
   Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { AskForCompiler(); }); });
   uses_.window.resultLogPath = QuotedResultLog();
   RemoveStaleLog();
@@ -76,7 +84,10 @@ bool Compile::Compiled(const std::string& projectPath, const std::string& outDir
   static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
   const std::string log = JoinPath(uses_.programFolder, kResultLog);
   if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
-  uses_.shell.ShellAndWait(CommandLine(projectPath, outDir));
+  if (uses_.shell.RunAndWait(CommandLine(projectPath, outDir)) == Shell::Ended::ByUser) {
+    problem_ = "the user ended the compiler";
+    return false;
+  }
   return CheckLogFile(uses_.window.resultLogPath, projectPath);
 }
 

@@ -31,6 +31,10 @@ class Compile {
   /// True only when the result log tells of a build without failure; any error is a failure.
   bool CompileProject(const std::string& projectPath, const std::string& outDir);
 
+  /// Whether a project is being compiled. All compiles share one result log, so there is only ever
+  /// one at a time: another is refused.
+  [[nodiscard]] bool Busy() const { return busy_; }
+
   /// Whether a result log tells of success. The text of a failure is added to the log text box.
   bool CheckLogFile(const std::string& logPath, const std::string& projectPath);
 
@@ -54,6 +58,7 @@ class Compile {
 
   Uses uses_;
   ErrorReport report_;
+  bool busy_ = false;
   std::string problem_;
 };
 

@@ -25,6 +25,7 @@ void AddCommands(CLI::App& app, Frame& frame) {
   AddRegisterCommands(app, frame);
   AddSettingsCommand(app, frame);
   AddLogCommand(app, frame);
+  AddSourceControlCommands(app, frame);
 }
 
 int Parse(CLI::App& app, std::vector<std::string> arguments, const Frame& frame) {

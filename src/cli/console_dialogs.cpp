@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "cli/text_output.h"
+#include "core/label_form.h"
+#include "core/login_form.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -43,6 +45,11 @@ std::string Offered(Buttons buttons) {
     text.append(text.empty() ? "" : "/").append(choice.name);
   }
   return text;
+}
+
+// A password with other characters is none that the code page can say: it will be refused.
+std::string InCodePage(const std::string& utf8) {
+  return FromUtf8(utf8).value_or(utf8);
 }
 
 }  // namespace
@@ -87,6 +94,13 @@ std::optional<std::string> ConsoleDialogs::ReadLine() {
   return line;
 }
 
+std::optional<std::string> ConsoleDialogs::AskSecret(const std::string& prompt) {
+  frame_.streams.err << prompt << std::flush;
+  auto line = frame_.streams.readSecret ? frame_.streams.readSecret() : ReadLine();
+  frame_.streams.err << '\n';
+  return line;
+}
+
 std::optional<std::string> ConsoleDialogs::OpenFile(const FileChoice& choice) {
   return Input(choice.title, "");
 }
@@ -107,6 +121,29 @@ std::optional<std::string> ConsoleDialogs::Input(const std::string& prompt,
   if (!line) return std::nullopt;
   if (line->empty()) return initial.empty() ? std::nullopt : std::optional(initial);
   return FromUtf8(*line);
+}
+
+void ConsoleDialogs::ShowOptions(frmOptions& /*form*/) {}
+
+void ConsoleDialogs::ShowLogin(frmLogin& form) {
+  const bool asks = frame_.streams.asks && !frame_.yes && !frame_.no;
+  if (!asks) {
+    form.txtPassword.text.Set(InCodePage(frame_.streams.password));
+    form.cmdOK.Execute();
+  }
+  while (asks && !form.hidden.Get()) {
+    const auto user = Input("User", form.txtUserName.text.Get());
+    const auto password = AskSecret("Password: ");
+    if (!password) break;
+    form.txtUserName.text.Set(user.value_or(""));
+    form.txtPassword.text.Set(InCodePage(*password));
+    form.cmdOK.Execute();
+  }
+  if (!form.hidden.Get()) form.cmdCancel.Execute();
+}
+
+void ConsoleDialogs::ShowLabel(frmLabel& form) {
+  form.cmdOK.Execute();
 }
 
 }  // namespace gorbex::cli

@@ -21,11 +21,22 @@ class ConsoleDialogs : public Dialogs {
   std::optional<std::string> BrowseForDir(const std::string& title) override;
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;
 
+  /// Nothing: a console edits settings by its own command.
+  void ShowOptions(frmOptions& form) override;
+
+  /// Asks for user and password where somebody can answer. Elsewhere logs in once with the user
+  /// known from before and the password of the environment's GORBEX_SCC_PASSWORD.
+  void ShowLogin(frmLogin& form) override;
+
+  /// Labels with what the form says, at once.
+  void ShowLabel(frmLabel& form) override;
+
  private:
   [[nodiscard]] Answer Ask(Buttons buttons);
   [[nodiscard]] Answer Preset(Buttons buttons) const;
   [[nodiscard]] std::optional<std::string> AskLine(const std::string& prompt);
   [[nodiscard]] std::optional<std::string> ReadLine();
+  [[nodiscard]] std::optional<std::string> AskSecret(const std::string& prompt);
 
   const Frame& frame_;
 };

@@ -54,6 +54,10 @@ struct Streams {
   std::ostream& err;
   bool asks = false;      ///< somebody can answer at `in`
   bool animates = false;  ///< `err` is a terminal
+
+  /// Reads a line that the terminal does not show; nothing at the end of the input.
+  std::function<std::optional<std::string>()> readSecret{};
+  std::string password{};  ///< for logins when nobody is there to ask (UTF-8)
 };
 
 /// What every command is given: the streams, the options that hold for all, and the way to its

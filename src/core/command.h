@@ -22,6 +22,8 @@ class Command {
 
   void SetHandler(std::function<void()> handler) { handler_ = std::move(handler); }
 
+  [[nodiscard]] bool IsHandled() const { return static_cast<bool>(handler_); }
+
   /// Runs the handler; false when the entry is disabled or has none.
   bool Execute() {
     if (!enabled.Get() || !handler_) return false;

@@ -5,6 +5,10 @@
 
 namespace gorbex {
 
+struct frmLabel;
+struct frmLogin;
+struct frmOptions;
+
 enum class Buttons { Ok, OkCancel, YesNo, AbortRetryIgnore };
 enum class MessageIcon { None, Question, Exclamation, CriticalStop };
 enum class Answer { Ok, Cancel, Yes, No, Abort, Retry, Ignore };
@@ -49,6 +53,13 @@ class Dialogs {
   virtual std::optional<std::string> BrowseForDir(const std::string& title) = 0;
   virtual std::optional<std::string> Input(const std::string& prompt,
                                            const std::string& initial) = 0;
+
+  /// Shows the options dialog over its state until the user closes it.
+  virtual void ShowOptions(frmOptions& form) = 0;
+
+  /// As ShowOptions, for the source-control dialogs, which end when they are hidden.
+  virtual void ShowLogin(frmLogin& form) = 0;
+  virtual void ShowLabel(frmLabel& form) = 0;
 };
 
 }  // namespace gorbex

@@ -17,11 +17,15 @@ struct MainMenu {
   Command mnuFileSave{"mnuFileSave", "&Save", "Ctrl+S"};
   Command mnuFileSaveAs{"mnuFileSaveAs", "Save &As...", "Ctrl+Shift+S"};
   Command mnuFileBuild{"mnuFileBuild", "&Build", "F7"};
+  Command mnuFileStop{"mnuFileStop", "S&top Build", "Ctrl+."};
   Command mnuFileGenScript{"mnuFileGenScript", "&Generate Script..."};
   std::array<Command, kRecentFiles> mnuFileMRU{Command{"mnuFileMRU", ""}, Command{"mnuFileMRU", ""},
                                                Command{"mnuFileMRU", ""},
                                                Command{"mnuFileMRU", ""}};
+  Command mnuFileExit{"mnuFileExit", "E&xit", "Ctrl+Q"};
 
+  Command mnuQueueAdd{"mnuQueueAdd", "A&dd Selected Project", "Ctrl+Ins"};
+  Command mnuQueueAddAll{"mnuQueueAddAll", "Add A&ll Projects"};
   Command mnuQueueArrange{"mnuQueueArrange", "&Arrange", "Ctrl+R"};
   Command mnuQueueMoveUp{"mnuQueueMoveUp", "Move &Up", "Alt+Up"};
   Command mnuQueueMoveDown{"mnuQueueMoveDown", "Move &Down", "Alt+Down"};
@@ -29,19 +33,34 @@ struct MainMenu {
   Command mnuQueueEmpty{"mnuQueueEmpty", "&Empty"};
   Command mnuQueueMarkAll{"mnuQueueMarkAll", "&Mark All"};
   Command mnuQueueUnMarkAll{"mnuQueueUnMarkAll", "U&nmark All"};
+  Command mnuQueueBuild{"mnuQueueBuild", "&Build Selected Item", "Shift+F7"};
+  Command mnuQueueTest{"mnuQueueTest", "&Test...", "Ctrl+T"};
 
-  Command mnuToolsDependancies{"mnuToolsDependancies", "Scan &Dependancies"};
+  Command mnuToolsBuildPath{"mnuToolsBuildPath", "Build &Path..."};
+  Command mnuToolsVersion{"mnuToolsVersion", "&Version..."};
+  Command mnuToolsBuildOptions{"mnuToolsBuildOptions", "Build &Options...", "Ctrl+,"};
+  Command mnuToolsDependancies{"mnuToolsDependancies", "Scan &Dependancies", "Ctrl+D"};
   Command mnuToolsInBox{"mnuToolsInBox", "Check &Inbox"};
   Command mnuToolsLogin{"mnuToolsLogin", "&Login..."};
   Command mnuToolsLabel{"mnuToolsLabel", "La&bel..."};
   Command mnuToolsHighlight{"mnuToolsHighlight", "&Highlight Changed Projects"};
-  Command mnuToolsGetLatest{"mnuToolsGetLatest", "&Get Latest"};
+  Command mnuToolsGetLatest{"mnuToolsGetLatest", "&Get Latest"};  ///< the two below it
+  Command mnuToolsGetLatestALL{"mnuToolsGetLatestALL", "&All Projects", "Ctrl+G"};
+  Command mnuToolsGetLatestChanged{"mnuToolsGetLatestChanged", "&Changed Projects"};
+
+  Command mnuWindowViewLogs{"mnuWindowViewLogs", "View &Logs...", "Ctrl+L"};
+  Command mnuHelpAbout{"mnuHelpAbout", "&About GorbexBuilder"};
 
   Command mnuDataPopupReg{"mnuDataPopupReg", "&Register"};
   Command mnuDataPopupUnReg{"mnuDataPopupUnReg", "&Unregister"};
 
-  Command mnuTreePopupAddProject{"mnuTreePopupAddProject", "&Add Project..."};
+  Command mnuDataPopupBrowse{"mnuDataPopupBrowse", "&Browse for Component..."};
+
+  Command mnuTreePopupAddProject{"mnuTreePopupAddProject", "&Add Project...", "Ctrl+Shift+A"};
   Command mnuTreePopupRemoveProject{"mnuTreePopupRemoveProject", "&Remove Project"};
+  Command mnuTreePopupGetLatest{"mnuTreePopupGetLatest", "&Get Latest"};
+  Command mnuTreePopupBuildNowDefault{"mnuTreePopupBuildNowDefault", "&Build Now", "Ctrl+F7"};
+  Command mnuTreePopupBuildNowNewLocation{"mnuTreePopupBuildNowNewLocation", "Build Now &To..."};
 
   /// In menu order.
   [[nodiscard]] std::vector<Command*> All();

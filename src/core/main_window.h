@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "core/controls.h"
 #include "core/list_view.h"
 #include "core/main_menu.h"
 #include "core/member.h"
@@ -13,21 +15,27 @@ namespace gorbex {
 
 enum class MousePointer { Default, Hourglass };
 
+/// Where a window stands, in twips (1440 to the inch).
+struct WindowPosition {
+  float left = 0;
+  float top = 0;
+  float width = 0;
+  float height = 0;
+};
+
 /// Fires every `interval` milliseconds while enabled; never with an interval of 0.
 struct Timer {
   Property<bool> enabled{false};
   Property<int> interval{0};
-};
-
-struct TextBox {
-  Property<std::string> text;
-  Property<bool> visible{false};
+  Signal<> elapsed;
 };
 
 /// The state of the main window: what front ends draw and what lasts while the program runs. It
 /// holds no rule; the rules work on it.
 struct frmBuilder {
   Property<std::string> caption;
+  Property<std::optional<WindowPosition>> position;  ///< nothing before a window stands anywhere
+  Signal<> closeRequested;                           ///< as if the user closed the window
   MainMenu menu;
   TreeView tvwProjects;
   ListView lvwData;
@@ -56,6 +64,9 @@ struct frmBuilder {
 
   /// Shows a text in the first panel of the status bar.
   void SetStatus(std::string_view text) { stbStatus.Set(std::string(text)); }
+
+  /// Empties the details of the shown project and the list of its references.
+  void ClearDetails();
 
   /// Removes every project, queue row and detail row and adds the tree's root.
   void ClearBuildProject();

@@ -1,5 +1,7 @@
 #include "core/member.h"
 
+#include "core/text.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -39,6 +41,15 @@ const clsMember& MemberCollection::Item(const std::string& path) const {
   const clsMember* record = Find(path);
   if (record == nullptr) throw RuntimeError(ErrorNumber::InvalidCall, path);
   return *record;
+}
+
+void MemberCollection::ReplaceInReferences(const std::string& path, const std::string& oldText,
+                                           const std::string& newText) {
+  static_cast<void>(Item(path));
+  clsMember& member = *byPath_.at(path);
+  for (auto* values : {&member.Refs, &member.Objects}) {
+    for (std::string& value : *values) value = ReplacedIgnoringCase(value, oldText, newText);
+  }
 }
 
 }  // namespace gorbex

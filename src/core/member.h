@@ -41,6 +41,11 @@ class MemberCollection {
   void Remove(const std::string& path);
   void Clear();
 
+  /// Replaces a text, in any letter case, in a record's references and objects. Error 5 when the
+  /// path has no record.
+  void ReplaceInReferences(const std::string& path, const std::string& oldText,
+                           const std::string& newText);
+
   /// Null when the path has no record.
   [[nodiscard]] const clsMember* Find(const std::string& path) const;
 

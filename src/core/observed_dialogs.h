@@ -30,6 +30,9 @@ class ObservedDialogs : public Dialogs {
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override {
     return frontEnd_.Input(prompt, initial);
   }
+  void ShowOptions(frmOptions& form) override { frontEnd_.ShowOptions(form); }
+  void ShowLogin(frmLogin& form) override { frontEnd_.ShowLogin(form); }
+  void ShowLabel(frmLabel& form) override { frontEnd_.ShowLabel(form); }
 
   Signal<Message, Answer> answered;
 

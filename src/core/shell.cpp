@@ -7,16 +7,51 @@
 
 namespace gorbex {
 
+/// Keeps a process in the list of those waited for.
+class Shell::Waiting {
+ public:
+  Waiting(Shell& shell, Process& process) : shell_(shell) {
+    shell_.running_.push_back({&process, false});
+    if (shell_.running_.size() == 1) shell_.waitsChanged.Emit();
+  }
+  // Waits nest, so the last to begin is the first to end.
+  ~Waiting() {
+    shell_.running_.pop_back();
+    if (shell_.running_.empty()) shell_.waitsChanged.Emit();
+  }
+  Waiting(const Waiting&) = delete;
+  Waiting& operator=(const Waiting&) = delete;
+
+  [[nodiscard]] bool IsTerminated() const { return shell_.running_.back().isTerminated; }
+
+ private:
+  Shell& shell_;
+};
+
 bool Shell::ShellAndWait(const std::string& commandLine) {
+  return RunAndWait(commandLine) == Ended::Well;
+}
+
+Shell::Ended Shell::RunAndWait(const std::string& commandLine) {
   // Long enough to leave the processor to the child, short enough for a window to feel alive.
   constexpr std::chrono::milliseconds kPatience{10};
   const StartResult started = processes_.Start(commandLine);
   if (const auto* failure = std::get_if<RuntimeError>(&started)) throw *failure;
   const auto& process = std::get<std::unique_ptr<Process>>(started);
+  const Waiting waiting(*this, *process);
   for (;;) {
     const auto exitCode = process->ExitCode(kPatience);
     events_.DoEvents();
-    if (exitCode.has_value()) return *exitCode == 0;
+    if (!exitCode.has_value()) continue;
+    if (waiting.IsTerminated()) return Ended::ByUser;
+    return *exitCode == 0 ? Ended::Well : Ended::Badly;
+  }
+}
+
+void Shell::TerminateAll() {
+  for (auto& running : running_) {
+    running.process->Terminate();
+    running.isTerminated = true;
   }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "core/signal.h"
 #include "platform/event_pump.h"
 #include "platform/process.h"
 
@@ -16,9 +18,30 @@ class Shell {
   /// take its time. The error of the launcher when the command cannot be started.
   bool ShellAndWait(const std::string& commandLine);
 
+  enum class Ended { Well, Badly, ByUser };
+
+  /// As ShellAndWait, with an end that TerminateAll made told apart.
+  Ended RunAndWait(const std::string& commandLine);
+
+  /// Announced when the first wait begins and when the last one ends.
+  Signal<> waitsChanged;
+
+  /// Whether a program is being waited for.
+  [[nodiscard]] bool Waits() const { return !running_.empty(); }
+
+  /// Ends every program that is being waited for.
+  void TerminateAll();
+
  private:
+  class Waiting;
+  struct Running {
+    Process* process;
+    bool isTerminated;
+  };
+
   ProcessLauncher& processes_;
   EventPump& events_;
+  std::vector<Running> running_;  ///< waits can nest: a window lets the user start another
 };
 
 }  // namespace gorbex

@@ -27,6 +27,10 @@ inline constexpr std::string_view kLineBreak = "\r\n";
 [[nodiscard]] std::size_t FindIgnoringCase(std::string_view text, std::string_view wanted,
                                            std::size_t from = 0);
 
+/// The text with every occurrence, in any letter case, replaced; an empty old text occurs nowhere.
+[[nodiscard]] std::string ReplacedIgnoringCase(std::string_view text, std::string_view oldText,
+                                               std::string_view newText);
+
 [[nodiscard]] bool ContainsIgnoringCase(std::string_view text, std::string_view wanted);
 
 /// The number at the start of a text: blanks skipped, sign, decimals, exponent, &H and &O; 0 when

@@ -20,6 +20,9 @@ class Process {
   /// patience given, so that a caller can poll without burning a processor.
   [[nodiscard]] virtual std::optional<std::uint32_t> ExitCode(
       std::chrono::milliseconds patience) = 0;
+
+  /// Ends the process without giving it a say; its exit code follows as for any end.
+  virtual void Terminate() = 0;
 };
 
 /// A process that could not be started is told apart from one that ended badly.

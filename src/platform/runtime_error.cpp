@@ -37,10 +37,14 @@ std::string_view TextOf(ErrorNumber number) {
       return "Path not found";
     case ErrorNumber::ObjectNotSet:
       return "Object variable or With block variable not set";
+    case ErrorNumber::PropertyReadOnly:
+      return "Set not supported (read-only property)";
     case ErrorNumber::CannotCreateObject:
       return "ActiveX component can't create object";
     case ErrorNumber::NoSuchProperty:
       return "Object doesn't support this property or method";
+    case ErrorNumber::AutomationError:
+      return "Automation error";
     case ErrorNumber::DuplicateKey:
       return "This key is already associated with an element of this collection";
     case ErrorNumber::IndexOutOfBounds:

@@ -4,6 +4,7 @@
 
 #include "platform/clock.h"
 #include "platform/component_inspector.h"
+#include "platform/component_objects.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/process.h"
@@ -21,6 +22,7 @@ struct PlatformServices {
   Clock& clock;
   EventPump& events;
   ComponentInspector& components;
+  ComponentObjects& objects;
   SourceControl& sourceControl;
   std::string programFolder;  ///< Windows path of the program's own folder
 };

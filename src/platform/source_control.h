@@ -43,6 +43,10 @@ class SourceControl {
 
   /// The item of a "$/" spec; null when there is none. Error while not open.
   [[nodiscard]] virtual std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) = 0;
+
+  /// While the result is held, answers come from one picture of the database taken now, so that
+  /// many questions cost no more than a few. Never fails itself: the answers do.
+  [[nodiscard]] virtual std::shared_ptr<void> Snapshot() { return nullptr; }
 };
 
 }  // namespace gorbex

@@ -1,6 +1,7 @@
 #include "scc/get_latest.h"
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/runtime_error.h"
 
@@ -38,6 +39,68 @@ bool GetLatest::GetItem(const std::string& spec) {
     window_.SetStatus(error.Description());
     return false;
   }
+}
+
+bool GetLatest::HasProjects() {
+  if (window_.ProjectMembers.Count() > 0) return true;
+  dialogs_.Show({"No projects loaded"});
+  return false;
+}
+
+void GetLatest::mnuToolsGetLatestALL_Click() {
+  Procedure(report_, ": frmBuilder.mnuToolsGetLatestALL_Click").Run([&](Procedure& on) {
+    on([&] { session_.LoginToSourceSafe(); });
+    if (!on([&] { return HasProjects(); })) return;
+    const auto picture = on([&] { return session_.Database().Snapshot(); });
+    // The paths as they are now: the client may let the user remove projects meanwhile.
+    std::vector<std::string> paths;
+    for (const auto& member : window_.ProjectMembers) paths.push_back(member->path);
+    for (const std::string& path : paths) {
+      on([&] { log_.WriteLog("Getting Latest for " + path); });
+      on([&] { GetLatestForProject(path); });
+    }
+    on([&] { window_.SetStatus("Get completed"); });
+  });
+}
+
+void GetLatest::mnuToolsGetLatestChanged_Click() {
+  Procedure(report_, ": frmBuilder.mnuToolsGetLatestChanged_Click").Run([&](Procedure& on) {
+    on([&] { window_.mousePointer.Set(MousePointer::Hourglass); });
+    on([&] { session_.LoginToSourceSafe(); });
+    if (on([&] { return HasProjects(); })) GetMarked(on);
+    // Shown in every case, as ever.
+    on([&] { window_.SetStatus("Changed projects now up to date"); });
+  });
+  window_.mousePointer.Set(MousePointer::Default);
+}
+
+void GetLatest::GetMarked(Procedure& on) {
+  std::vector<std::string> marked;
+  for (const auto& node : window_.tvwProjects.Nodes()) {
+    if (node->ImageOf() == Image::ProjectWarning) marked.push_back(node->Key());
+  }
+  const auto picture = on([&] { return session_.Database().Snapshot(); });
+  bool succeeded = false;
+  for (const std::string& key : marked) {
+    const TreeNode* node = window_.tvwProjects.Find(key);
+    if (node == nullptr) continue;
+    succeeded = on([&] { return GetLatestForProject(std::string(node->Text())); });
+    if (!succeeded) return;
+    on([&] { window_.tvwProjects.Item(key).SetImage(Image::VbProject); });
+  }
+  if (succeeded) on([&] { window_.SetStatus("Get completed"); });
+}
+
+void GetLatest::mnuTreePopupGetLatest_Click() {
+  Procedure(report_, ": frmBuilder.mnuTreePopupGetLatest_Click").Run([&](Procedure& on) {
+    const TreeNode* selected = window_.tvwProjects.Selected();
+    if (selected == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });
+    if (selected == nullptr) return;
+    const std::string key = selected->Key();
+    const std::string path = selected->Text();
+    on([&] { GetLatestForProject(path); });
+    on([&] { window_.tvwProjects.Item(key).SetImage(Image::VbProject); });
+  });
 }
 
 }  // namespace gorbex

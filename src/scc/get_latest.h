@@ -2,8 +2,11 @@
 
 #include <string>
 
+#include "core/activity_log.h"
+#include "core/dialogs.h"
 #include "core/latest_source.h"
 #include "core/main_window.h"
+#include "core/procedure.h"
 #include "scc/source_safe_session.h"
 
 namespace gorbex {
@@ -11,15 +14,31 @@ namespace gorbex {
 /// Brings the working copies of projects up to date.
 class GetLatest : public LatestSource {
  public:
-  GetLatest(frmBuilder& window, SourceSafeSession& session) : window_(window), session_(session) {}
+  GetLatest(frmBuilder& window, SourceSafeSession& session, ActivityLog& log, Dialogs& dialogs,
+            ErrorReport& report)
+      : window_(window), session_(session), log_(log), dialogs_(dialogs), report_(report) {}
 
   bool GetLatestForProject(const std::string& projectKey) override;
 
+  /// Every project; failures are told on the status line and do not stop the others.
+  void mnuToolsGetLatestALL_Click();
+
+  /// The projects that are marked as changed, up to the first failure.
+  void mnuToolsGetLatestChanged_Click();
+
+  /// The selected project, whose mark goes whatever the result.
+  void mnuTreePopupGetLatest_Click();
+
  private:
   [[nodiscard]] bool GetItem(const std::string& spec);
+  [[nodiscard]] bool HasProjects();
+  void GetMarked(Procedure& on);
 
   frmBuilder& window_;
   SourceSafeSession& session_;
+  ActivityLog& log_;
+  Dialogs& dialogs_;
+  ErrorReport& report_;
 };
 
 }  // namespace gorbex

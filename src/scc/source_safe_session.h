@@ -3,26 +3,53 @@
 #include <memory>
 #include <string>
 
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/procedure.h"
 #include "platform/source_control.h"
 
 namespace gorbex {
 
-/// The program's one source-control session. It has no login yet, so it is closed for good: every
-/// look-up fails with the client's words.
+/// The program's one source-control session: opened by the first command that needs it, and open
+/// until the program ends. A login that the user cancels switches source control off for the run.
 class SourceSafeSession {
  public:
-  explicit SourceSafeSession(SourceControl& database) : database_(database) {}
+  SourceSafeSession(frmBuilder& window, SourceControl& database, Dialogs& dialogs,
+                    ErrorReport& report)
+      : window_(window), database_(database), dialogs_(dialogs), report_(report) {}
 
-  /// Called at the start of every source-control command; does nothing when the session is open.
-  void LoginToSourceSafe() {}
+  /// Called at the start of every source-control command; does nothing when the session is open,
+  /// switched off, or being opened at this moment.
+  void LoginToSourceSafe();
+
+  /// Asks for the initialisation file, then logs in.
+  void mnuToolsLogin_Click();
+
+  [[nodiscard]] bool LoggedIn() const { return loggedIn_; }
+  [[nodiscard]] bool SourceControlDisabled() const { return disabled_; }
+
+  /// The user of the open database; empty while it is not open.
+  [[nodiscard]] std::string DatabaseUser() const { return database_.UserName(); }
 
   /// Null when the database holds no item of that spec. Error while the session is closed.
   [[nodiscard]] std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) {
     return database_.VSSItem(spec);
   }
 
+  [[nodiscard]] SourceControl& Database() { return database_; }
+
  private:
+  void Login(Procedure& on);
+  void Open(Procedure& on, const std::string& user);
+  void StayClosed(Procedure& on, bool cancelled);
+
+  frmBuilder& window_;
   SourceControl& database_;
+  Dialogs& dialogs_;
+  ErrorReport& report_;
+  bool loggedIn_ = false;
+  bool disabled_ = false;
+  bool asking_ = false;  ///< a timer may call for a login while the dialog is open
 };
 
 }  // namespace gorbex

@@ -165,6 +165,14 @@ TEST_F(BuildQueueTest, DropAddsAProjectOnceWithItsFirstDependency) {
                          "|NOT Compatible!|Not Found|vbproject *\n2 " + core.Path() +
                          "||Compatible|01/03/1601 00:00|vbproject *\n");
   EXPECT_TRUE(program.window.ProjectChanged);
+
+  program.window.menu.mnuQueueEmpty.Execute();
+  program.window.tvwProjects.Select(program.window.tvwProjects.Find("r)" + core.Path()));
+  program.window.menu.mnuQueueAdd.Execute();
+  EXPECT_EQ(program.window.lvwQueue.At(1).Key(), core.Path()) << "of the selected reference";
+  program.window.menu.mnuQueueAddAll.Execute();
+  EXPECT_EQ(program.window.lvwQueue.Count(), 3U);
+  EXPECT_EQ(program.window.lvwQueue.At(2).Text(), "2");
 }
 
 TEST_F(BuildQueueTest, RowsMoveByOnePlaceAndLoseTheirDateAlone) {

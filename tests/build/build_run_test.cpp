@@ -26,7 +26,13 @@ class BuildRunTest : public BuildFixture {
     shop.Line("MajorVer=1").Line("MinorVer=2").Line("RevisionVer=3");
     platform.files.AddFile("C:\\Group\\Shop\\mssccprj.scc", "SCC_Project_Name = \"$/Shop\", AAAA");
     platform.sourceControl.localSpecs["$/Shop"] = "C:\\Work\\Shop";
-    platform.sourceControl.Open("srcsafe.ini", "me", "");
+    program.window.IniPath = "srcsafe.ini";
+    dialogs.useLogin = [](frmLogin& form) {
+      form.txtUserName.text.Set("me");
+      form.cmdOK.Execute();
+    };
+    program.session.LoginToSourceSafe();
+    Steps();
     platform.components.guids["C:\\Out\\Core.dll"] = "{1F}";
     platform.registry.AddText(RegistryRoot::ClassesRoot, "Interface\\{1F}\\TypeLib", "", "{NEW}");
     Load();

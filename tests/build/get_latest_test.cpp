@@ -22,6 +22,10 @@ TEST_F(GetLatestTest, TellsTheOutcomeOnTheStatusLine) {
   platform.sourceControl.localSpecs = {{"$/Core", "C:\\Work\\Core"}, {"$/Locked", ""}};
   platform.sourceControl.failures = {{{"get", "$/Locked"}, "It is locked"},
                                      {{"item", "$/Broken"}, "It is broken"}};
+  // Switched off, so that no look-up asks for a login.
+  program.window.IniPath = "srcsafe.ini";
+  dialogs.useLogin = [](frmLogin& form) { form.cmdCancel.Execute(); };
+  program.session.LoginToSourceSafe();
   for (const Case& c : cases) {
     if (c.isOpen) platform.sourceControl.Open("srcsafe.ini", "me", "");
     program.window.ProjectMembers.Clear();

@@ -62,8 +62,8 @@ class CliFixture : public ::testing::Test {
     explicit MemoryHost(MemoryPlatform& memory) : memory_(memory) {}
     PlatformServices Services(EventPump& events) override {
       const PlatformServices all = memory_.Services();
-      return {all.files, all.registry,   all.processes,     all.clock,
-              events,    all.components, all.sourceControl, all.programFolder};
+      return {all.files,      all.registry, all.processes,     all.clock,        events,
+              all.components, all.objects,  all.sourceControl, all.programFolder};
     }
     [[nodiscard]] std::string ProgramPath(const std::string& typed) const override { return typed; }
 

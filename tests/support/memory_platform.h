@@ -3,6 +3,7 @@
 #include "platform/services.h"
 #include "tests/support/fixed_inspector.h"
 #include "tests/support/manual_clock.h"
+#include "tests/support/memory_components.h"
 #include "tests/support/memory_file_system.h"
 #include "tests/support/memory_registry.h"
 #include "tests/support/memory_source_control.h"
@@ -20,6 +21,7 @@ struct MemoryPlatform {
   ScriptedProcesses processes{journal, clock};
   RecordingEvents events;
   FixedInspector components;
+  MemoryComponents objects{journal};
   MemorySourceControl sourceControl{journal};
   std::string programFolder = "C:\\Program Files\\GorbexBuilder";
 
@@ -28,7 +30,8 @@ struct MemoryPlatform {
   MemoryPlatform& operator=(const MemoryPlatform&) = delete;
 
   [[nodiscard]] PlatformServices Services() {
-    return {files, registry, processes, clock, events, components, sourceControl, programFolder};
+    return {files,      registry, processes,     clock,        events,
+            components, objects,  sourceControl, programFolder};
   }
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -10,47 +12,89 @@
 
 namespace gorbex::test {
 
-/// A source-control database in memory whose files can be got. Journals "open INI USER" and
-/// "get SPEC LOCALPATH FLAGS".
+/// A source-control database in memory. Journals "open INI USER", "get SPEC LOCALPATH FLAGS",
+/// "label SPEC LABEL COMMENT", "checkout SPEC COMMENT" and "checkin SPEC COMMENT".
 class MemorySourceControl : public SourceControl {
  public:
   explicit MemorySourceControl(Journal& journal) : journal_(journal) {}
 
-  std::map<std::string, std::string> localSpecs;  ///< of the files, by spec
+  /// A file as each side has it; nothing where it is not there.
+  struct Sides {
+    std::optional<std::string> database{};
+    std::optional<std::string> working{};
+    std::optional<std::string> got{};  ///< what the working copy was last made from
+  };
+  std::map<std::string, Sides> files;  ///< by spec
 
-  /// What the client says when the operation ("item" or "get") on the spec is to fail.
+  /// Where items stand that do not stand below C:\Work; one with no files is itself a file.
+  std::map<std::string, std::string> localSpecs;
+
+  std::set<std::string> labels;
+
+  /// What the client says when the operation ("open", "item", "items", "differs", "get", "label",
+  /// "checkout" or "checkin") on the spec (or initialisation file) is to fail.
   std::map<std::pair<std::string, std::string>, std::string> failures;
 
   void Open(const std::string& iniPath, const std::string& user,
             const std::string& /*password*/) override {
+    Note("open", iniPath, user);
     user_ = user;
-    journal_.push_back("open " + iniPath + " " + user);
   }
   [[nodiscard]] std::string UserName() const override { return user_; }
 
   [[nodiscard]] std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) override {
     if (user_.empty()) Raise("The database is not open");
     RaiseFailure("item", spec);
-    return localSpecs.contains(spec) ? std::make_unique<File>(*this, spec) : nullptr;
+    const bool isKnown = files.contains(spec) || localSpecs.contains(spec) || IsFolder(spec);
+    return isKnown ? std::make_unique<Item>(*this, spec) : nullptr;
   }
 
  private:
-  class File : public SourceControlItem {
+  class Item : public SourceControlItem {
    public:
-    File(MemorySourceControl& database, std::string spec)
+    Item(MemorySourceControl& database, std::string spec)
         : database_(database), spec_(std::move(spec)) {}
 
-    [[nodiscard]] std::string LocalSpec() const override { return database_.localSpecs.at(spec_); }
-    [[nodiscard]] SourceItemType Type() const override { return SourceItemType::File; }
-    [[nodiscard]] std::vector<std::unique_ptr<SourceControlItem>> Items() override { return {}; }
-    [[nodiscard]] bool IsDifferent() override { return false; }
-    void Get(const std::string& localPath, std::uint32_t flags) override {
-      database_.RaiseFailure("get", spec_);
-      database_.journal_.push_back("get " + spec_ + " " + localPath + " " + std::to_string(flags));
+    [[nodiscard]] std::string LocalSpec() const override { return database_.LocalSpec(spec_); }
+    [[nodiscard]] SourceItemType Type() const override {
+      return database_.IsFolder(spec_) ? SourceItemType::Project : SourceItemType::File;
     }
-    void Label(const std::string& /*label*/, const std::string& /*comment*/) override {}
-    void Checkout(const std::string& /*comment*/) override {}
-    void Checkin(const std::string& /*comment*/) override {}
+    [[nodiscard]] std::vector<std::unique_ptr<SourceControlItem>> Items() override {
+      database_.RaiseFailure("items", spec_);
+      std::set<std::string> children;
+      const auto start = Below(spec_);
+      for (const auto& [spec, sides] : database_.files) {
+        if (!sides.database || !spec.starts_with(start)) continue;
+        children.insert(spec.substr(0, spec.find('/', start.size())));
+      }
+      std::vector<std::unique_ptr<SourceControlItem>> items;
+      items.reserve(children.size());
+      for (const auto& child : children) items.push_back(std::make_unique<Item>(database_, child));
+      return items;
+    }
+    [[nodiscard]] bool IsDifferent() override {
+      database_.RaiseFailure("differs", spec_);
+      return database_.files[spec_].database != database_.files[spec_].working;
+    }
+    void Get(const std::string& localPath, std::uint32_t flags) override {
+      database_.Note("get", spec_, localPath + " " + std::to_string(flags));
+      database_.BringUpToDate(spec_);
+    }
+    void Label(const std::string& label, const std::string& comment) override {
+      database_.Note("label", spec_, label + " " + comment);
+      if (!database_.labels.insert(label).second) Raise("The label " + label + " exists already");
+    }
+    void Checkout(const std::string& comment) override {
+      database_.Note("checkout", spec_, comment);
+      const auto& sides = database_.files[spec_];
+      if (sides.working != sides.got) Raise(spec_ + " is changed");
+      database_.BringUpToDate(spec_);
+    }
+    void Checkin(const std::string& comment) override {
+      database_.Note("checkin", spec_, comment);
+      auto& sides = database_.files[spec_];
+      sides.database = sides.got = sides.working;
+    }
 
    private:
     MemorySourceControl& database_;
@@ -63,6 +107,32 @@ class MemorySourceControl : public SourceControl {
   void RaiseFailure(const std::string& operation, const std::string& spec) const {
     const auto failure = failures.find({operation, spec});
     if (failure != failures.end()) Raise(failure->second);
+  }
+  void Note(const std::string& operation, const std::string& spec, const std::string& rest) {
+    RaiseFailure(operation, spec);
+    journal_.push_back(operation + " " + spec + " " + rest);
+  }
+
+  static std::string Below(const std::string& spec) {
+    return spec.ends_with('/') ? spec : spec + "/";
+  }
+  [[nodiscard]] bool IsFolder(const std::string& spec) const {
+    const auto next = files.lower_bound(Below(spec));
+    return next != files.end() && next->first.starts_with(Below(spec));
+  }
+  [[nodiscard]] std::string LocalSpec(const std::string& spec) const {
+    const auto named = localSpecs.find(spec);
+    if (named != localSpecs.end()) return named->second;
+    auto path = "C:\\Work" + spec.substr(1);
+    for (char& letter : path) letter = letter == '/' ? '\\' : letter;
+    return path;
+  }
+  void BringUpToDate(const std::string& item) {
+    for (auto& [spec, sides] : files) {
+      if ((spec != item && !spec.starts_with(Below(item))) || sides.database == sides.got) continue;
+      if (sides.working != sides.got) Raise(spec + " is changed");
+      sides.working = sides.got = sides.database;
+    }
   }
 
   Journal& journal_;

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "core/dialogs.h"
+#include "core/label_form.h"
+#include "core/login_form.h"
+#include "core/options_form.h"
 #include "tests/support/journal.h"
 
 namespace gorbex::test {
@@ -19,6 +23,10 @@ class ScriptedDialogs : public Dialogs {
 
   std::deque<Answer> answers;
   std::deque<std::optional<std::string>> choices;  ///< of files, folders and inputs alike
+  // What the user does in the forms.
+  std::function<void(frmOptions&)> useOptions;
+  std::function<void(frmLogin&)> useLogin;
+  std::function<void(frmLabel&)> useLabel;
 
   Answer Show(const Message& message) override;
   std::optional<std::string> OpenFile(const FileChoice& choice) override {
@@ -32,6 +40,18 @@ class ScriptedDialogs : public Dialogs {
   }
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override {
     return Choose("input " + prompt + "|" + initial);
+  }
+  void ShowOptions(frmOptions& form) override {
+    journal_.emplace_back("options");
+    if (useOptions) useOptions(form);
+  }
+  void ShowLogin(frmLogin& form) override {
+    journal_.emplace_back("login");
+    if (useLogin) useLogin(form);
+  }
+  void ShowLabel(frmLabel& form) override {
+    journal_.emplace_back("label");
+    if (useLabel) useLabel(form);
   }
 
  private:

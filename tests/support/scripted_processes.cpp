@@ -16,6 +16,10 @@ class ScriptedProcess : public Process {
     if (!exitCode_) exitCode_ = body_();
     return exitCode_;
   }
+  void Terminate() override {
+    body_ = [] { return 1U; };
+    polls_ = 0;
+  }
 
  private:
   std::function<std::uint32_t()> body_;

@@ -24,6 +24,8 @@ WindowJournal::WindowJournal(frmBuilder& window, ActivityLog& log, Journal& jour
     : journal_(journal) {
   FollowQueue(window.lvwQueue);
   for (Command* entry : window.menu.All()) {
+    // Stop is enabled exactly while a run goes on.
+    if (entry == &window.menu.mnuFileStop) continue;
     Follow(entry->enabled.changed, "enabled " + std::string(entry->Name()));
   }
   Follow(window.tmrOutlook.enabled.changed, "timer");

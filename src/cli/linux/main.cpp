@@ -1,8 +1,8 @@
 #include <fcntl.h>
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -10,29 +10,16 @@
 #include <iostream>
 
 #include "cli/cli.h"
-#include "platform/code_page.h"
+#include "platform/git/ask_pass.h"
 #include "platform/linux/build_lock.h"
 #include "platform/linux/platform.h"
-#include "platform/runtime_error.h"
+#include "platform/linux/typed_path.h"
 
 namespace {
 
 std::optional<std::string> Environment(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
-}
-
-bool IsSeparator(char letter) {
-  return letter == '\\' || letter == '/';
-}
-
-bool IsWindowsPath(const std::string& typed) {
-  return typed.starts_with('\\') || (typed.size() > 2 && typed[1] == ':' && IsSeparator(typed[2]));
-}
-
-std::string WithSeparator(std::string path, char separator) {
-  std::replace_if(path.begin(), path.end(), IsSeparator, separator);
-  return path;
 }
 
 class LinuxHost : public gorbex::cli::Host {
@@ -45,11 +32,7 @@ class LinuxHost : public gorbex::cli::Host {
   }
 
   [[nodiscard]] std::string ProgramPath(const std::string& typed) const override {
-    // No file that the program can reach has a "\" in its name, so it separates here too.
-    if (!IsWindowsPath(typed)) return platform_.GetPrefix().WindowsPath(WithSeparator(typed, '/'));
-    const auto path = gorbex::FromUtf8(WithSeparator(typed, '\\'));
-    if (!path) throw gorbex::RuntimeError(gorbex::ErrorNumber::BadFileName);
-    return *path;
+    return gorbex::ProgramPathOf(platform_.GetPrefix(), typed);
   }
 
   std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
@@ -65,6 +48,29 @@ void OpenStandardStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(stream, F_GETFD) < 0 && errno == EBADF) static_cast<void>(open("/dev/null", O_RDWR));
   }
+}
+
+// The password is for this program; what it starts does not inherit it.
+std::string TakePassword() {
+  constexpr const char* kName = "GORBEX_SCC_PASSWORD";
+  std::string password = Environment(kName).value_or("");
+  unsetenv(kName);
+  return password;
+}
+
+// A line that the terminal does not show while it is typed.
+std::optional<std::string> ReadSecret() {
+  termios shown{};
+  const bool isTerminal = tcgetattr(STDIN_FILENO, &shown) == 0;
+  if (isTerminal) {
+    termios hidden = shown;
+    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    static_cast<void>(tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden));
+  }
+  std::string line;
+  const bool isRead = static_cast<bool>(std::getline(std::cin, line));
+  if (isTerminal) static_cast<void>(tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown));
+  return isRead ? std::optional(line) : std::nullopt;
 }
 
 bool OutputHasNoReader() {
@@ -88,12 +94,18 @@ int StatusWithOutput(int status) {
 
 int main(int count, char** values) {
   OpenStandardStreams();
+  const auto answered = gorbex::AnswerAskPass(count, values, Environment, std::cout);
+  if (answered) return *answered;
   // A run goes on when the reader of its lines leaves: project files must get their values back.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   std::ios::sync_with_stdio(false);
-  const gorbex::cli::Streams streams{std::cin, std::cout, std::cerr,
+  const gorbex::cli::Streams streams{std::cin,
+                                     std::cout,
+                                     std::cerr,
                                      isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0,
-                                     isatty(STDERR_FILENO) != 0};
+                                     isatty(STDERR_FILENO) != 0,
+                                     ReadSecret,
+                                     TakePassword()};
   try {
     return StatusWithOutput(
         gorbex::cli::RunCli(std::vector<std::string>(values + 1, values + count), streams,

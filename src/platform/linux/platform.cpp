@@ -1,12 +1,14 @@
 #include "platform/linux/platform.h"
 
+#include "platform/git/source_control.h"
 #include "platform/linux/clock.h"
 #include "platform/linux/component_inspector.h"
 #include "platform/linux/file_system.h"
+#include "platform/linux/plugin_objects.h"
 #include "platform/linux/process.h"
 #include "platform/linux/registrar.h"
 #include "platform/linux/registry.h"
-#include "platform/linux/source_control.h"
+#include "platform/linux/tool.h"
 
 namespace gorbex {
 namespace {
@@ -28,7 +30,9 @@ struct LinuxPlatform::Parts {
                                  }};
   LinuxClock clock;
   LinuxComponentInspector components{files};
-  ClosedSourceControl sourceControl;
+  PluginObjects objects{registry, prefix};
+  LinuxToolRunner tools{prefix};
+  GitSourceControl sourceControl{tools, files, OwnProgram()};
 };
 
 LinuxPlatform::LinuxPlatform(const std::filesystem::path& prefixRoot)
@@ -41,8 +45,9 @@ const Prefix& LinuxPlatform::GetPrefix() const {
 }
 
 PlatformServices LinuxPlatform::Services(EventPump& events) {
-  return {parts_->files, parts_->registry,   parts_->processes,     parts_->clock,
-          events,        parts_->components, parts_->sourceControl, kProgramFolder};
+  parts_->tools.Handle(events);
+  return {parts_->files,      parts_->registry, parts_->processes,     parts_->clock, events,
+          parts_->components, parts_->objects,  parts_->sourceControl, kProgramFolder};
 }
 
 }  // namespace gorbex

@@ -1,0 +1,67 @@
+#include "app/shut_down.h"
+
+#include "app/window_place.h"
+
+namespace gorbex {
+
+bool ShutDown::Form_QueryUnload() {
+  if (Busy()) {
+    AskToStop();
+    return false;
+  }
+  wanted_ = false;
+  bool closes = true;
+  const bool finished =
+      Procedure(uses_.report, ": frmBuilder.Form_QueryUnload").Run([&](Procedure& on) {
+        closes = ChangesAreSafe(on);
+        if (!closes) return;
+        StoreState(on);
+        on([&] { uses_.log.WriteLog("Quitting Application"); });
+      });
+  return closes || !finished;
+}
+
+void ShutDown::AskToStop() {
+  if (wanted_) {
+    uses_.run.mnuFileStop_Click();
+    return;
+  }
+  const Answer answer = uses_.dialogs.Show(
+      {"A build is running. Do you wish to close when the current project is done?", Buttons::YesNo,
+       MessageIcon::Question});
+  if (answer != Answer::Yes) return;
+  wanted_ = true;
+  // A lone program is given its time; the next attempt offers to end it.
+  if (uses_.run.Running()) uses_.run.mnuFileStop_Click();
+}
+
+bool ShutDown::ChangesAreSafe(Procedure& on) {
+  if (!uses_.window.ProjectChanged) return true;
+  const Answer answer = on([&] {
+    return uses_.dialogs.Show(
+        {"Save your Builder project?", Buttons::YesNo, MessageIcon::Question});
+  });
+  if (answer != Answer::Yes) return true;
+  on([&] { uses_.buildProject.mnuFileSave_Click(); });
+  return !uses_.window.ProjectChanged;
+}
+
+void ShutDown::StoreState(Procedure& on) {
+  const frmBuilder& window = uses_.window;
+  on([&] { uses_.registry.subSetRegistryValue(kProgramKey, "INIPath", window.IniPath); });
+  on([&] { uses_.registry.subSetRegistryValue(kProgramKey, "User", window.UserName); });
+  on([&] { uses_.options.SaveSettings(); });
+  const auto& position = window.position.Get();
+  if (!position) return;
+  on([&] {
+    uses_.registry.subSetRegistryValue(kPositionKey, kPositionValue, PositionText(*position));
+  });
+}
+
+void ShutDown::mnuFileExit_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuFileExit_Click").Run([&](Procedure& on) {
+    on([&] { uses_.window.closeRequested.Emit(); });
+  });
+}
+
+}  // namespace gorbex

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "build/build_run.h"
+#include "core/activity_log.h"
+#include "core/build_project_file.h"
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/options.h"
+#include "core/procedure.h"
+#include "core/registry_tools.h"
+#include "core/shell.h"
+
+namespace gorbex {
+
+/// Ends the program in order: open work first, then the build project, the session values, the
+/// settings and the window position.
+class ShutDown {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    RegistryTools& registry;
+    clsOptions& options;
+    ActivityLog& log;
+    Dialogs& dialogs;
+    ErrorReport& report;
+    BuildProjectFile& buildProject;
+    BuildRun& run;
+    Shell& shell;
+  };
+
+  explicit ShutDown(const Uses& uses) : uses_(uses) {}
+
+  /// True when the window may close now. It stays open while a build goes on and when changes that
+  /// the user wants to keep could not be saved.
+  [[nodiscard]] bool Form_QueryUnload();
+
+  void mnuFileExit_Click();
+
+  /// Whether the user asked for the end during a build that has ended since: close again.
+  [[nodiscard]] bool Due() const { return wanted_ && !Busy(); }
+
+ private:
+  [[nodiscard]] bool Busy() const { return uses_.run.Running() || uses_.shell.Waits(); }
+  void AskToStop();
+  [[nodiscard]] bool ChangesAreSafe(Procedure& on);
+  void StoreState(Procedure& on);
+
+  Uses uses_;
+  bool wanted_ = false;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,96 @@
+#include "build/immediate_build.h"
+
+#include "build/destination.h"
+
+namespace gorbex {
+
+void ImmediateBuild::mnuTreePopupBuildNowDefault_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuTreePopupBuildNowDefault_Click").Run([&](Procedure& on) {
+    if (IsRefused()) return;
+    on([&] { uses_.compile.AskForCompiler(); });
+    BuildSelectedNode(on, "");
+  });
+}
+
+void ImmediateBuild::mnuTreePopupBuildNowNewLocation_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuTreePopupBuildNowNewLocation_Click")
+      .Run([&](Procedure& on) {
+        if (IsRefused()) return;
+        on([&] { uses_.compile.AskForCompiler(); });
+        const auto folder = on([&] { return AskForDestination(uses_.dialogs); });
+        if (folder) {
+          BuildSelectedNode(on, *folder);
+        } else {
+          on([&] { uses_.window.SetStatus("Build Cancelled"); });
+        }
+      });
+}
+
+void ImmediateBuild::BuildSelectedNode(Procedure& on, const std::string& outDir) {
+  frmBuilder& window = uses_.window;
+  const std::string path = on([&] { return SelectedNodePath(); });
+  if (window.compilerPath.empty()) return;
+  on([&] { uses_.script.Begin(); });
+  on([&] { window.SetStatus("Building " + path); });
+  const std::string exeName = on([&] { return window.ProjectMembers.Item(path).EXEName; });
+  // The user may choose another build directory while the compile waits.
+  const std::string folder = outDir.empty() ? window.buildDirectory : outDir;
+  if (on([&] { return uses_.compile.CompileProject(path, outDir); })) {
+    Record(on, folder, exeName);
+    on([&] { Tell("Built " + exeName + " successfully."); });
+  } else {
+    on([&] { window.txtLogFile.visible.Set(true); });
+    on([&] { Tell("Errors during the build process"); });
+  }
+}
+
+void ImmediateBuild::Record(Procedure& on, const std::string& folder, const std::string& exeName) {
+  on([&] { uses_.script.AddComponent(folder, exeName); });
+  on([&] { uses_.script.End(); });
+  on([&] { uses_.window.menu.mnuFileGenScript.enabled.Set(true); });
+}
+
+void ImmediateBuild::mnuQueueBuild_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuQueueBuild_Click").Run([&](Procedure& on) {
+    if (IsRefused()) return;
+    const std::string path = on([&] { return SelectedRowPath(); });
+    if (on([&] { return uses_.compile.CompileProject(path, ""); })) {
+      on([&] { MarkRow(path, Image::BuildOk); });
+      on([&] { Tell("Component built succesfully"); });
+    } else {
+      on([&] { MarkRow(path, Image::BuildError); });
+      on([&] { uses_.window.txtLogFile.visible.Set(true); });
+      on([&] { Tell("Failed to build component"); });
+    }
+  });
+}
+
+bool ImmediateBuild::IsRefused() {
+  if (!uses_.compile.Busy()) return false;
+  uses_.window.SetStatus("Another project is being compiled");
+  return true;
+}
+
+std::string ImmediateBuild::SelectedNodePath() const {
+  const TreeNode* node = uses_.window.tvwProjects.Selected();
+  if (node == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+  return node->Text();
+}
+
+std::string ImmediateBuild::SelectedRowPath() const {
+  const ListRow* row = uses_.window.lvwQueue.Selected();
+  if (row == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+  return row->SubItem(1);
+}
+
+void ImmediateBuild::MarkRow(const std::string& path, Image icon) {
+  ListRow* row = uses_.window.lvwQueue.Find(path);
+  if (row == nullptr) throw RuntimeError(ErrorNumber::ElementNotFound, path);
+  row->SetIcon(icon);
+}
+
+void ImmediateBuild::Tell(const std::string& text) {
+  uses_.dialogs.Show({text});
+}
+
+}  // namespace gorbex

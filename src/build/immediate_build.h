@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+
+#include "build/compile.h"
+#include "build/registration_script.h"
+#include "core/dialogs.h"
+#include "core/main_window.h"
+#include "core/procedure.h"
+
+namespace gorbex {
+
+/// The commands that compile one project at once. They prepare nothing: no sources are fetched, no
+/// project file is changed, and neither the mail timer nor the Build command is held back.
+class ImmediateBuild {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    Dialogs& dialogs;
+    ErrorReport& report;
+    RegistrationScript& script;
+    Compile& compile;
+  };
+
+  explicit ImmediateBuild(const Uses& uses) : uses_(uses) {}
+
+  /// Both build the project of the selected tree node and start the registration script afresh.
+  void mnuTreePopupBuildNowDefault_Click();
+  void mnuTreePopupBuildNowNewLocation_Click();
+
+  /// Builds the project of the selected queue row and leaves the registration script alone.
+  void mnuQueueBuild_Click();
+
+ private:
+  /// True, and told on the status line, while another project is being compiled.
+  [[nodiscard]] bool IsRefused();
+  /// An empty folder stands for the build directory.
+  void BuildSelectedNode(Procedure& on, const std::string& outDir);
+  void Record(Procedure& on, const std::string& folder, const std::string& exeName);
+
+  /// Error 91 when nothing is selected.
+  [[nodiscard]] std::string SelectedNodePath() const;
+  [[nodiscard]] std::string SelectedRowPath() const;
+
+  /// The row may be gone after a compile, which lets the user act: error 35601 then.
+  void MarkRow(const std::string& path, Image icon);
+  void Tell(const std::string& text);
+
+  Uses uses_;
+};
+
+}  // namespace gorbex

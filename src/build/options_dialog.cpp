@@ -1,0 +1,150 @@
+#include "build/options_dialog.h"
+
+#include "core/text.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+// The reply setting under which errors are reported to the error user instead of the sender.
+constexpr std::int16_t kReplyToUser = 1;
+
+}  // namespace
+
+OptionsDialog::OptionsDialog(frmOptions& form, clsOptions& options, Dialogs& dialogs,
+                             ErrorReport& report)
+    : form_(form), options_(options), dialogs_(dialogs), report_(report) {
+  form_.cmdOK.SetHandler([this] { cmdOK_Click(); });
+  form_.cmdApply.SetHandler([this] { cmdApply_Click(); });
+  form_.cmdBrowse.SetHandler([this] { cmdBrowse_Click(); });
+  form_.cmdBrowseVBP.SetHandler([this] { cmdBrowseVBP_Click(); });
+  ConnectControls();
+}
+
+template <class T>
+void OptionsDialog::FollowEdits(Property<T>& value) {
+  subscriptions_.push_back(
+      value.changed.Connect([this](const T&) { form_.cmdApply.enabled.Set(true); }));
+}
+
+void OptionsDialog::ConnectControls() {
+  for (CheckBox* box :
+       {&form_.chkGetLatest, &form_.chkAutoStart, &form_.chkCompatability, &form_.chkChangeRefs,
+        &form_.chkAutoDependant, &form_.chkStopOnErrors, &form_.chkDebug}) {
+    FollowEdits(box->value);
+  }
+  for (TextBox* box :
+       {&form_.txtErrorUser, &form_.txtBuildPath, &form_.txtInterval, &form_.txtVBPName}) {
+    FollowEdits(box->text);
+  }
+  FollowEdits(form_.optReply);
+  subscriptions_.push_back(
+      form_.chkAutoLaunchVBP.value.changed.Connect([this](bool) { chkAutoLaunchVBP_Click(); }));
+  subscriptions_.push_back(
+      form_.tbsOptions.changed.Connect([this](std::size_t) { tbsOptions_Click(); }));
+  subscriptions_.push_back(form_.keyDown.Connect([this](const Key& key) { Form_KeyDown(key); }));
+}
+
+void OptionsDialog::Form_Load() {
+  Procedure(report_, ": frmOptions.Form_Load").Run([&](Procedure& on) {
+    on([&] { ShowSettings(); });
+    on([&] { EnableTestProject(); });
+    on([&] { tbsOptions_Click(); });
+    // Filling the controls looked like edits.
+    on([&] { form_.cmdApply.enabled.Set(false); });
+  });
+}
+
+void OptionsDialog::ShowSettings() {
+  form_.chkGetLatest.value.Set(options_.GetLatest);
+  form_.chkAutoStart.value.Set(options_.AutoStart);
+  form_.optReply.Set(options_.ReplyTo == kReplyToUser ? 1 : 0);
+  form_.txtErrorUser.text.Set(options_.ReplyUser);
+  form_.chkCompatability.value.Set(options_.Compatible);
+  form_.chkChangeRefs.value.Set(options_.ChangeRefs);
+  form_.chkAutoDependant.value.Set(options_.AutoBuildDependant);
+  form_.chkStopOnErrors.value.Set(options_.StopProcessing);
+  form_.txtBuildPath.text.Set(options_.BuildPath);
+  form_.txtInterval.text.Set(std::to_string(options_.Interval));
+  form_.txtVBPName.text.Set(options_.AutoLaunchName);
+  form_.chkAutoLaunchVBP.value.Set(options_.AutoLaunchVBP);
+  form_.chkDebug.value.Set(EqualsIgnoringCase(options_.DebugBuild, "true"));
+}
+
+void OptionsDialog::TakeControls(Procedure& on) {
+  options_.GetLatest = form_.chkGetLatest.value.Get();
+  options_.AutoStart = form_.chkAutoStart.value.Get();
+  options_.ReplyTo = static_cast<std::int16_t>(form_.optReply.Get());
+  on([&] { options_.ReplyUser = form_.txtErrorUser.text.Get(); });
+  options_.Compatible = form_.chkCompatability.value.Get();
+  options_.ChangeRefs = form_.chkChangeRefs.value.Get();
+  options_.AutoBuildDependant = form_.chkAutoDependant.value.Get();
+  options_.StopProcessing = form_.chkStopOnErrors.value.Get();
+  on([&] { options_.BuildPath = form_.txtBuildPath.text.Get(); });
+  on([&] { options_.Interval = ToLong(NumericValue(form_.txtInterval.text.Get())); });
+  on([&] { options_.AutoLaunchName = form_.txtVBPName.text.Get(); });
+  options_.AutoLaunchVBP = form_.chkAutoLaunchVBP.value.Get();
+  on([&] { options_.DebugBuild = FlagText(form_.chkDebug.value.Get()); });
+}
+
+void OptionsDialog::cmdApply_Click() {
+  Procedure(report_, ": frmOptions.cmdApply_Click").Run([&](Procedure& on) {
+    TakeControls(on);
+    on([&] { form_.cmdApply.enabled.Set(false); });
+    on([&] { options_.SaveSettings(); });
+  });
+}
+
+void OptionsDialog::cmdOK_Click() {
+  Procedure(report_, ": frmOptions.cmdOK_Click").Run([&](Procedure& on) {
+    on([&] { cmdApply_Click(); });
+    on([&] { form_.closed.Set(true); });
+  });
+}
+
+void OptionsDialog::cmdBrowse_Click() {
+  Procedure(report_, ": frmOptions.cmdBrowse_Click").Run([&](Procedure& on) {
+    const auto folder = on([&] { return dialogs_.BrowseForDir("Please select Build Folder"); });
+    if (folder) on([&] { form_.txtBuildPath.text.Set(*folder); });
+  });
+}
+
+void OptionsDialog::cmdBrowseVBP_Click() {
+  Procedure(report_, ": frmOptions.cmdBrowseVBP_Click").Run([&](Procedure& on) {
+    const auto file = on([&] {
+      return dialogs_.OpenFile(
+          {"Please select a VB Project to load", "VB Projects (*.vbp)|*.vbp", "*.vbp"});
+    });
+    if (file) on([&] { form_.txtVBPName.text.Set(*file); });
+  });
+}
+
+void OptionsDialog::EnableTestProject() {
+  const bool launches = form_.chkAutoLaunchVBP.value.Get();
+  form_.txtVBPName.enabled.Set(launches);
+  form_.cmdBrowseVBP.enabled.Set(launches);
+}
+
+void OptionsDialog::chkAutoLaunchVBP_Click() {
+  Procedure(report_, ": frmOptions.chkAutoLaunchVBP_Click").Run([&](Procedure& on) {
+    on([&] { EnableTestProject(); });
+    on([&] { form_.cmdApply.enabled.Set(true); });
+  });
+}
+
+void OptionsDialog::tbsOptions_Click() {
+  Procedure(report_, ": frmOptions.tbsOptions_Click").Run([&](Procedure& on) {
+    for (std::size_t page = 0; page < kOptionsPages; ++page) {
+      on([&] { form_.picOptions.at(page).Set(page == form_.tbsOptions.Get()); });
+    }
+  });
+}
+
+void OptionsDialog::Form_KeyDown(const Key& key) {
+  if (key.code != KeyCode::Tab || !key.control || key.shift || key.alt) return;
+  Procedure(report_, ": frmOptions.Form_KeyDown").Run([&](Procedure& on) {
+    on([&] { form_.tbsOptions.Set((form_.tbsOptions.Get() + 1) % kOptionsPages); });
+  });
+}
+
+}  // namespace gorbex

@@ -1,0 +1,140 @@
+#include <ostream>
+#include <vector>
+
+#include "cli/commands.h"
+#include "cli/json_views.h"
+#include "cli/session.h"
+#include "cli/text_output.h"
+#include "platform/code_page.h"
+#include "scc/label_dialog.h"
+
+namespace gorbex::cli {
+namespace {
+
+/// What all source-control commands are told.
+struct Arguments {
+  std::string file;
+  std::vector<std::string> projects;
+  std::string ini;
+  std::optional<std::string> user;
+  std::string label;
+  std::string comment;
+  std::string spec;
+};
+
+// Failure when the database's texts cannot hold the characters.
+std::string InCodePage(const std::string& utf8) {
+  const auto text = FromUtf8(utf8);
+  if (!text) throw Failure(ExitStatus::Unusable, utf8 + ": not every character can be used");
+  return *text;
+}
+
+// Failure when the database does not open: no command can do its work then.
+void LogIn(Session& session, const Arguments& arguments) {
+  Program& program = session.program();
+  if (!arguments.ini.empty()) program.window.IniPath = session.ProgramPath(arguments.ini);
+  if (arguments.user) program.window.UserName = InCodePage(*arguments.user);
+  program.session.LoginToSourceSafe();
+  if (program.window.IniPath.empty()) {
+    throw Failure(ExitStatus::Unusable, "no initialisation file is known: name one with --ini");
+  }
+  if (!program.session.LoggedIn()) {
+    throw Failure(ExitStatus::Unusable, "the source-control database could not be opened");
+  }
+}
+
+std::vector<std::string> Chosen(const Session& session, const Program& program,
+                                const Arguments& arguments) {
+  std::vector<std::string> paths;
+  paths.reserve(program.window.ProjectMembers.Count());
+  for (const auto& typed : arguments.projects) paths.push_back(session.LoadedProject(typed));
+  if (!paths.empty()) return paths;
+  for (const auto& member : program.window.ProjectMembers) paths.push_back(member->path);
+  return paths;
+}
+
+void Get(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  session.Open(arguments.file);
+  LogIn(session, arguments);
+  Program& program = session.program();
+  const auto picture = program.session.Database().Snapshot();
+  Json results = Json::array();
+  for (const auto& path : Chosen(session, program, arguments)) {
+    program.log.WriteLog("Getting Latest for " + path);
+    const bool done = program.latest.GetLatestForProject(path);
+    const std::string reason = done ? "" : program.window.stbStatus.Get();
+    results.push_back({{"path", JsonText(path)}, {"done", done}, {"reason", JsonText(reason)}});
+    if (!frame.json) {
+      frame.streams.out << (done ? "got     " : "FAILED  ") << Plain(path) << '\n';
+      if (!done) frame.streams.out << "      " << Plain(reason) << '\n';
+    }
+    if (!done) frame.status = ExitStatus::WorkFailed;
+  }
+  if (frame.json) frame.streams.out << results.dump() << '\n';
+}
+
+void Changes(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  session.Open(arguments.file);
+  LogIn(session, arguments);
+  Program& program = session.program();
+  program.changes.mnuToolsHighlight_Click();
+  Json changed = Json::array();
+  for (const auto& node : program.window.tvwProjects.Nodes()) {
+    if (node->ImageOf() != Image::ProjectWarning) continue;
+    changed.push_back(JsonText(node->Text()));
+    if (!frame.json) frame.streams.out << Plain(node->Text()) << '\n';
+  }
+  if (frame.json) frame.streams.out << changed.dump() << '\n';
+}
+
+void Label(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  session.Open(arguments.file);
+  LogIn(session, arguments);
+  Program& program = session.program();
+  frmLabel form;
+  LabelDialog dialog(form, program.session.Database(), program.dialogs, program.report);
+  form.txtComment.text.Set(InCodePage(arguments.comment));
+  form.txtLabel.text.Set(InCodePage(arguments.label));
+  const auto& members = program.window.ProjectMembers;
+  std::string spec = InCodePage(arguments.spec);
+  if (spec.empty() && members.Count() > 0) spec = (*members.begin())->VSSProject;
+  dialog.Display(spec);
+  if (!form.hidden.Get()) frame.status = ExitStatus::WorkFailed;
+}
+
+using Work = void (*)(Frame&, const Arguments&);
+
+CLI::App& Add(CLI::App& app, Frame& frame, const char* name, const char* description,
+              const std::shared_ptr<Arguments>& arguments, Work work) {
+  CLI::App& command = AddJsonCommand(app, frame, name, description);
+  command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
+  command.add_option("--ini", arguments->ini,
+                     "The database's initialisation file, instead of the one the window used last");
+  command.add_option("--user", arguments->user,
+                     "The user to log in; the password is asked for, or taken from "
+                     "GORBEX_SCC_PASSWORD");
+  AddAnswers(command, frame);
+  command.callback([&frame, arguments, work] { work(frame, *arguments); });
+  return command;
+}
+
+}  // namespace
+
+void AddSourceControlCommands(CLI::App& app, Frame& frame) {
+  auto get = std::make_shared<Arguments>();
+  Add(app, frame, "get", "Get the latest sources of projects", get, Get)
+      .add_option("PROJECT.vbp", get->projects, "Only these projects");
+  Add(app, frame, "changes", "Name the projects whose sources differ from the database",
+      std::make_shared<Arguments>(), Changes);
+  auto label = std::make_shared<Arguments>();
+  CLI::App& command = Add(app, frame, "label", "Label a project in the database", label, Label);
+  command.add_option("LABEL", label->label, "The label's text")->required();
+  command.add_option("-m,--comment", label->comment, "The label's comment")->required();
+  command.add_option("--spec", label->spec,
+                     "What to label (\"$/...\"), instead of the first project's");
+}
+
+}  // namespace gorbex::cli

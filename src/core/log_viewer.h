@@ -1,0 +1,53 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/activity_log.h"
+#include "core/dialogs.h"
+#include "core/logs_form.h"
+#include "core/procedure.h"
+#include "core/signal.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// Lists the files of the activity log by day and shows the chosen one as it is at that moment.
+class LogViewer {
+ public:
+  /// Connects the form's controls; the form must outlive the viewer.
+  LogViewer(frmLogs& form, const ActivityLog& log, const FileReader& files, Dialogs& dialogs,
+            ErrorReport& report);
+  LogViewer(const LogViewer&) = delete;
+  LogViewer& operator=(const LogViewer&) = delete;
+
+  /// Shows the logs of this program.
+  void mnuWindowViewLogs_Click();
+
+  /// The folder of the log files, given with or without a "\" at its end.
+  void SetLogFilePath(std::string folder);
+
+  /// Fills the list anew, with nothing chosen, and shows the window. A folder that is not there has
+  /// no logs; one that cannot be read is told of instead.
+  void ShowLogs();
+
+  /// Loads the chosen file; when it cannot be read, the reason stands in its place.
+  void cboLogDate_Click();
+
+  void cmdClose_Click();
+
+ private:
+  [[nodiscard]] std::vector<std::string> LogNames() const;
+  [[nodiscard]] std::optional<std::vector<std::string>> LogNamesOrMessage();
+  [[nodiscard]] std::string TextOf(const std::string& path) const;
+
+  frmLogs& form_;
+  const ActivityLog& log_;
+  const FileReader& files_;
+  Dialogs& dialogs_;
+  ErrorReport& report_;
+  Subscription chosen_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/command.h"
+#include "core/controls.h"
+#include "core/signal.h"
+
+namespace gorbex {
+
+/// The state of the source-control login. The password lives here alone, and only while the dialog
+/// does.
+struct frmLogin {
+  TextBox txtUserName;
+  TextBox txtPassword;
+  Command cmdOK{"cmdOK", "OK"};
+  Command cmdCancel{"cmdCancel", "Cancel"};
+
+  bool LoginSucceeded = false;
+  bool Cancelled = false;
+
+  Signal<> activated;            ///< emitted by front ends once the dialog is shown
+  Signal<> passwordWanted;       ///< the password box takes the focus, all its text selected
+  Property<bool> hidden{false};  ///< set when the dialog is to close
+};
+
+}  // namespace gorbex

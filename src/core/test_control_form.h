@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/property.h"
+#include "core/signal.h"
+#include "platform/component_objects.h"
+
+namespace gorbex {
+
+/// A user control that was added to a form at run time, in the form's top left corner.
+struct HostedControl {
+  std::string name;
+  std::unique_ptr<ComponentControl> control;
+  Property<ControlSize> size;
+  Signal<> repaint;  ///< the control asks to be painted anew
+
+  /// Why the control failed when it was last painted or heard of an event; empty when it did not.
+  /// Front ends show it in the control's place: a message for every event would never end.
+  Property<std::string> problem;
+
+  /// Tells the control its size, then those who draw it. The control's error when it fails.
+  void Resize(ControlSize newSize);
+
+  // What a front end does with the control. A failure becomes the problem and is no error.
+  void Paint(const PixelBuffer& to);
+  void Pointer(const PointerEvent& event);
+  void KeyPress(char32_t character);
+
+ private:
+  template <class Action>
+  void Try(Action&& action);
+};
+
+/// The form that hosts user controls under test. It has no controls of its own.
+class frmTestControl {
+ public:
+  using Storage = std::vector<std::unique_ptr<HostedControl>>;
+
+  Property<bool> visible{false};
+  ControlSize clientSize;  ///< as the front end's window has it
+
+  Signal<> added;      ///< the last of the controls
+  Signal<> unloading;  ///< the controls still exist, but are about to be destroyed
+
+  /// In the order they were added: each stands in front of those before it.
+  [[nodiscard]] const Storage& Controls() const { return controls_; }
+
+  /// Names the control by the count of controls so far and shows it in front of them.
+  void Add(std::unique_ptr<HostedControl> control);
+
+  /// Hides the form and destroys its controls. Harmless when repeated, also by those who hear of
+  /// it.
+  void Unload();
+
+ private:
+  Storage controls_;
+};
+
+}  // namespace gorbex

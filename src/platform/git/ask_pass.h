@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace gorbex {
+
+// How a password reaches git: git starts the program that GIT_ASKPASS names, with its question as
+// the one argument, and reads the answer from its output. That program is this one, called again;
+// what it answers stands in the environment that git hands down, never in an argument or a file.
+
+/// What was typed at the login, in UTF-8.
+struct GitLogin {
+  std::string user{};
+  std::string password{};
+
+  [[nodiscard]] bool IsEmpty() const { return user.empty() && password.empty(); }
+};
+
+/// The host (with its port) that a URL or one of git's questions names; empty when it names none.
+[[nodiscard]] std::string HostInUrl(const std::string& text);
+
+/// The variables that let the program answer for the login, at those hosts and no other.
+[[nodiscard]] std::map<std::string, std::optional<std::string>> AskPassEnvironment(
+    const std::string& program, const GitLogin& login, const std::vector<std::string>& hosts);
+
+/// Answers git's question and gives the exit status; nothing when this is an ordinary start. To be
+/// called before anything else looks at the arguments.
+[[nodiscard]] std::optional<int> AnswerAskPass(
+    int count, const char* const* values,
+    const std::function<std::optional<std::string>(const char*)>& environment, std::ostream& out);
+
+}  // namespace gorbex

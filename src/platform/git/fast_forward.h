@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "platform/git/runner.h"
+#include "platform/git/status.h"
+
+namespace gorbex {
+
+/// Moves the branch checked out forward to the commit, or fails with git's words. Nothing of the
+/// user's is overwritten; where git stops half-way its own work is undone, so that the next attempt
+/// does not trip over it.
+void FastForward(const GitRunner& git, const std::string& commit, const GitStatus& before);
+
+}  // namespace gorbex

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// What an initialisation file says about a git working tree.
+struct GitSettings {
+  std::string worktree;  ///< Windows path of its top
+  std::string remote = "origin";
+  std::string branch{};  ///< empty for the one checked out
+};
+
+/// The settings of the file's [git] section; nothing when it has none, so that another client's
+/// file is told apart. Errors: 53 and its kin for the file, 5 for a section that lacks its working
+/// tree.
+[[nodiscard]] std::optional<GitSettings> ReadGitSettings(const FileReader& files,
+                                                         const std::string& path);
+
+}  // namespace gorbex

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/git/ask_pass.h"
+#include "platform/tool.h"
+
+namespace gorbex {
+
+/// What a call of git may do, and so what it is given.
+enum class GitCall {
+  Question,  ///< looks at the working tree, taking no lock
+  Change,    ///< changes the working tree; the user's hooks run
+  Remote,    ///< may ask the remote, with the login
+};
+
+/// Runs git in one working tree with one login. Arguments and answers are UTF-8.
+class GitRunner {
+ public:
+  GitRunner(ToolRunner& tools, std::string folder, GitLogin login, std::string askPassProgram)
+      : tools_(tools),
+        folder_(std::move(folder)),
+        login_(std::move(login)),
+        askPassProgram_(std::move(askPassProgram)) {}
+
+  /// The login is for these hosts; before this is said it is for none.
+  void UseLoginAt(std::vector<std::string> hosts) { hosts_ = std::move(hosts); }
+
+  /// What git answers. Error with git's words when it fails.
+  std::string Run(GitCall kind, const std::vector<std::string>& arguments) const;
+
+  /// Lets the caller judge the exit code. Error only when git cannot be run.
+  [[nodiscard]] ToolResult Try(GitCall kind, const std::vector<std::string>& arguments) const;
+
+  [[noreturn]] void Raise(const ToolResult& failure) const;
+
+ private:
+  [[nodiscard]] bool AnswersForUser(GitCall kind) const {
+    return kind == GitCall::Remote && !login_.IsEmpty() && !hosts_.empty();
+  }
+
+  ToolRunner& tools_;
+  std::string folder_;
+  GitLogin login_;
+  std::string askPassProgram_;
+  std::vector<std::string> hosts_;
+};
+
+/// A path as one that git takes by the letter, whatever characters it holds.
+[[nodiscard]] inline std::string LiteralPath(const std::string& path) {
+  return ":(literal)" + path;
+}
+
+/// The texts of a "-z" answer.
+[[nodiscard]] std::vector<std::string_view> Records(std::string_view answer);
+
+/// A one-line answer without its line end.
+[[nodiscard]] std::string Line(std::string answer);
+
+}  // namespace gorbex

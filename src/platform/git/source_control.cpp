@@ -1,0 +1,123 @@
+#include "platform/git/source_control.h"
+
+#include "platform/code_page.h"
+#include "platform/git/initialisation_file.h"
+#include "platform/git/item.h"
+#include "platform/git/spec.h"
+#include "platform/git/words.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::string_view kBranches = "refs/heads/";
+
+[[noreturn]] void Refuse(const std::string& why) {
+  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, why);
+}
+
+GitSettings RequireSettings(const FileReader& files, const std::string& iniPath) {
+  const auto settings = ReadGitSettings(files, iniPath);
+  if (!settings) {
+    Refuse("'" + iniPath +
+           "' has no [git] section: SourceSafe databases can only be opened on Windows");
+  }
+  if (!FolderExists(files, settings->worktree)) {
+    throw RuntimeError(ErrorNumber::PathNotFound, settings->worktree);
+  }
+  return *settings;
+}
+
+void RequireTop(const GitRunner& git, const std::string& folder) {
+  const auto answer =
+      git.Run(GitCall::Question, {"rev-parse", "--is-inside-work-tree", "--show-cdup"});
+  if (!answer.starts_with("true")) Refuse("'" + folder + "' is not a git working tree");
+  if (answer != "true\n\n") Refuse("'" + folder + "' is not the top of its git working tree");
+}
+
+// Which branch to follow, and whether it is the one checked out.
+GitPlace PlaceOf(const GitRunner& git, const GitSettings& settings) {
+  GitPlace place{settings.worktree, ToUtf8(settings.remote), ToUtf8(settings.branch)};
+  const auto head = git.Try(GitCall::Question, {"symbolic-ref", "--quiet", "HEAD"});
+  place.isDetached = head.exitCode != 0;
+  if (place.isDetached && place.branch.empty()) {
+    Refuse("No branch is checked out in '" + settings.worktree +
+           "', and the initialisation file names none with 'branch='");
+  }
+  if (!place.isDetached) {
+    const auto reference = Line(head.output);
+    if (!reference.starts_with(kBranches)) Refuse("'" + FromGit(reference) + "' is no branch");
+    const auto name = reference.substr(kBranches.size());
+    if (place.branch.empty()) place.branch = name;
+    if (place.branch != name) {
+      Refuse("The branch checked out in '" + settings.worktree + "' is '" + FromGit(name) +
+             "', not '" + settings.branch + "'");
+    }
+  }
+  const auto reference = std::string(kBranches) + place.branch;
+  if (git.Try(GitCall::Question, {"check-ref-format", reference}).exitCode != 0) {
+    Refuse("'" + settings.branch + "' cannot be the name of a branch");
+  }
+  return place;
+}
+
+// Only a remote that the repository knows: a URL could make git run any program.
+std::vector<std::string> HostsOf(const GitRunner& git, const std::string& remote) {
+  std::vector<std::string> hosts;
+  for (const char* which : {"--all", "--push"}) {
+    const auto urls =
+        git.Run(GitCall::Question, {"remote", "get-url", "--all", which, "--", remote});
+    for (std::size_t at = 0; at < urls.size(); at = urls.find('\n', at) + 1) {
+      const auto host = HostInUrl(urls.substr(at, urls.find('\n', at) - at));
+      if (!host.empty()) hosts.push_back(host);
+    }
+  }
+  return hosts;
+}
+
+void RequireRemoteBranch(const GitRunner& git, const GitPlace& place) {
+  constexpr std::uint32_t kNoneFound = 2;
+  const auto reference = std::string(kBranches) + place.branch;
+  const auto found = git.Try(
+      GitCall::Remote, {"ls-remote", "--exit-code", "--quiet", "--", place.remote, reference});
+  if (found.exitCode == kNoneFound) {
+    Refuse("'" + FromGit(place.remote) + "' has no branch '" + FromGit(place.branch) + "'");
+  }
+  if (found.exitCode != 0) git.Raise(found);
+}
+
+std::string UserOf(const GitRunner& git) {
+  const auto answer = git.Try(GitCall::Question, {"config", "--get", "user.name"});
+  const auto name = answer.exitCode == 0 ? FromGit(Line(answer.output)) : std::string();
+  return name.empty() ? "git" : name;
+}
+
+}  // namespace
+
+void GitSourceControl::Open(const std::string& iniPath, const std::string& user,
+                            const std::string& password) {
+  const auto settings = RequireSettings(files_, iniPath);
+  GitRunner git(tools_, settings.worktree, {ToUtf8(user), ToUtf8(password)}, askPassProgram_);
+  RequireTop(git, settings.worktree);
+  const auto place = PlaceOf(git, settings);
+  git.UseLoginAt(HostsOf(git, place.remote));
+  RequireRemoteBranch(git, place);
+  auto name = user.empty() ? UserOf(git) : user;
+  tree_ = std::make_shared<GitWorkingTree>(std::move(git), files_, place);
+  user_ = std::move(name);
+}
+
+std::unique_ptr<SourceControlItem> GitSourceControl::VSSItem(const std::string& spec) {
+  if (!tree_) Refuse("The source-control database is not open");
+  // A copy: while git runs the user may open another database.
+  const auto tree = tree_;
+  auto entry = tree->Find(PathOfSpec(spec));
+  return entry ? std::make_unique<GitItem>(tree, std::move(*entry)) : nullptr;
+}
+
+std::shared_ptr<void> GitSourceControl::Snapshot() {
+  const auto tree = tree_;
+  return tree ? tree->TakePicture() : nullptr;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "platform/git/runner.h"
+
+namespace gorbex {
+
+/// What is checked out, and what the user changed on top. Texts are UTF-8.
+struct GitStatus {
+  std::string commit;  ///< its hash; "(initial)" before the first one
+  std::string branch;  ///< "(detached)" when none is checked out
+  std::set<std::string> changed;
+  std::set<std::string> missing;  ///< of the changed files, those that are gone
+};
+
+/// From the answer of "status --porcelain=v2 --branch -z".
+[[nodiscard]] GitStatus ParseStatus(std::string_view answer);
+
+/// The state of the whole working tree, or of one path in it.
+[[nodiscard]] GitStatus ReadStatus(const GitRunner& git, const std::string& path = {});
+
+}  // namespace gorbex

@@ -1,0 +1,58 @@
+#include "platform/git/tree.h"
+
+#include <algorithm>
+
+#include "platform/code_page.h"
+#include "platform/git/runner.h"
+#include "platform/git/spec.h"
+
+namespace gorbex {
+namespace {
+
+bool IsItemPath(std::string_view path) {
+  while (!path.empty()) {
+    const auto name = path.substr(0, path.find('/'));
+    if (!IsItemName(name)) return false;
+    path.remove_prefix(std::min(name.size() + 1, path.size()));
+  }
+  return true;
+}
+
+}  // namespace
+
+GitTree::GitTree(std::string_view listing) {
+  // "MODE TYPE HASH<tab>PATH"; a commit stands for another repository.
+  for (const auto record : Records(listing)) {
+    const auto tab = record.find('\t');
+    const auto type = record.substr(0, tab).find(" commit ");
+    if (tab == std::string_view::npos || type != std::string_view::npos) continue;
+    const auto path = FromUtf8(record.substr(tab + 1));
+    if (!path || !IsItemPath(*path)) continue;
+    isFolder_[*path] = record.substr(0, tab).find(" tree ") != std::string_view::npos;
+    byLowerCase_.emplace(LowerCase(*path), *path);
+  }
+}
+
+std::optional<GitTree::Entry> GitTree::Find(const std::string& path) const {
+  if (path.empty()) return Entry{{}, true};
+  auto found = isFolder_.find(path);
+  if (found == isFolder_.end()) {
+    const auto similar = byLowerCase_.find(LowerCase(path));
+    if (similar == byLowerCase_.end()) return std::nullopt;
+    found = isFolder_.find(similar->second);
+  }
+  return Entry{found->first, found->second};
+}
+
+std::vector<GitTree::Entry> GitTree::Children(const std::string& folder) const {
+  const auto start = folder.empty() ? folder : folder + "/";
+  std::vector<Entry> children;
+  for (auto entry = isFolder_.lower_bound(start); entry != isFolder_.end(); ++entry) {
+    const auto& [path, isFolder] = *entry;
+    if (!path.starts_with(start)) break;
+    if (path.find('/', start.size()) == std::string::npos) children.push_back({path, isFolder});
+  }
+  return children;
+}
+
+}  // namespace gorbex

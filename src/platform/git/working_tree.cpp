@@ -1,0 +1,219 @@
+#include "platform/git/working_tree.h"
+
+#include <algorithm>
+
+#include "platform/code_page.h"
+#include "platform/git/fast_forward.h"
+#include "platform/git/words.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+namespace {
+
+[[noreturn]] void Refuse(const std::string& why) {
+  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, why);
+}
+
+// An argument ends at the first zero, as the system sees it.
+std::string ArgumentOf(const std::string& text) {
+  return ToUtf8(text.substr(0, text.find('\0')));
+}
+
+std::string Quoted(const std::string& text) {
+  return "'" + text + "'";
+}
+
+}  // namespace
+
+std::string GitWorkingTree::Tip() const {
+  return "refs/remotes/" + place_.remote + "/" + place_.branch;
+}
+
+std::string GitWorkingTree::LocalPath(const std::string& path) const {
+  auto local = place_.folder;
+  if (!path.empty() && !local.ends_with('\\')) local += '\\';
+  local += path;
+  std::replace(local.begin(), local.end(), '/', '\\');
+  return local;
+}
+
+std::shared_ptr<GitWorkingTree::Picture> GitWorkingTree::Held() const {
+  auto picture = picture_.lock();
+  if (picture && picture->failure) std::rethrow_exception(picture->failure);
+  return picture;
+}
+
+void GitWorkingTree::Fetch() const {
+  git_.Run(GitCall::Remote, {"fetch", "--quiet", "--no-tags", "--no-recurse-submodules", "--",
+                             place_.remote, "+refs/heads/" + place_.branch + ":" + Tip()});
+}
+
+GitWorkingTree::Tree GitWorkingTree::NewTree() const {
+  return std::make_shared<const GitTree>(
+      git_.Run(GitCall::Question, {"ls-tree", "-r", "-t", "-z", "--full-tree", Tip()}));
+}
+
+// Before the first fetch there may be no tip.
+GitWorkingTree::Tree GitWorkingTree::KnownTree() const {
+  const auto listing =
+      git_.Try(GitCall::Question, {"ls-tree", "-r", "-t", "-z", "--full-tree", Tip()});
+  return std::make_shared<const GitTree>(listing.exitCode == 0 ? listing.output : std::string());
+}
+
+GitWorkingTree::PathSet GitWorkingTree::ReadDifferences() const {
+  const auto answer =
+      git_.Run(GitCall::Question, {"diff", "--name-only", "-z", "--no-renames", "--no-ext-diff",
+                                   "--no-relative", "--ignore-submodules=all", Tip(), "--"});
+  PathSet paths;
+  for (const auto record : Records(answer)) {
+    if (auto path = FromUtf8(record)) paths.insert(std::move(*path));
+  }
+  return paths;
+}
+
+void GitWorkingTree::Read(Picture& picture) const {
+  try {
+    picture.tree = NewTree();
+    picture.differences = ReadDifferences();
+  } catch (const RuntimeError&) {
+    picture.failure = std::current_exception();
+  }
+}
+
+std::shared_ptr<void> GitWorkingTree::TakePicture() {
+  if (auto held = picture_.lock()) return held;
+  auto picture = std::make_shared<Picture>();
+  try {
+    Fetch();
+    Read(*picture);
+  } catch (const RuntimeError&) {
+    picture->failure = std::current_exception();
+  }
+  picture_ = picture;
+  return picture;
+}
+
+std::optional<GitWorkingTree::Entry> GitWorkingTree::Find(const std::string& path) {
+  const auto picture = Held();
+  auto entry = (picture ? picture->tree : KnownTree())->Find(path);
+  if (!entry && !picture) {
+    Fetch();
+    entry = NewTree()->Find(path);
+  }
+  if (entry) return entry;
+  const auto local = files_.Look(LocalPath(path));
+  if (!local) return std::nullopt;
+  return Entry{path, local->isFolder, false};
+}
+
+std::vector<GitWorkingTree::Entry> GitWorkingTree::Children(const std::string& folder) {
+  if (const auto picture = Held()) return picture->tree->Children(folder);
+  Fetch();
+  return NewTree()->Children(folder);
+}
+
+bool GitWorkingTree::Differs(const Entry& entry) {
+  if (const auto picture = Held()) return Differs(entry, picture->differences, picture->tree);
+  Fetch();
+  // Files that git does not follow are in no list of differences, so the tip has to be asked.
+  return Differs(entry, ReadDifferences(), entry.isInDatabase ? nullptr : NewTree());
+}
+
+bool GitWorkingTree::Differs(const Entry& entry, const PathSet& differences, const Tree& tree) {
+  if (!entry.isInDatabase && !tree->Find(entry.path)) return true;
+  if (!entry.isFolder) return differences.contains(entry.path);
+  const auto below = entry.path.empty() ? std::string() : entry.path + "/";
+  const auto next = differences.lower_bound(below);
+  return next != differences.end() && next->starts_with(below);
+}
+
+void GitWorkingTree::RequireBranch(const GitStatus& status) const {
+  if (status.branch == place_.branch || (place_.isDetached && status.branch == "(detached)")) {
+    return;
+  }
+  Refuse("The branch checked out in " + Quoted(place_.folder) + " is " +
+         Quoted(FromGit(status.branch)) + ", not " + Quoted(FromGit(place_.branch)));
+}
+
+void GitWorkingTree::Update(const std::optional<std::string>& unchanged) {
+  const auto picture = Held();
+  if (picture && picture->isUpToDate && !unchanged) return;
+  if (!picture) Fetch();
+  const auto status = ReadStatus(git_);
+  RequireBranch(status);
+  if (unchanged && status.changed.contains(ToUtf8(*unchanged))) {
+    Refuse(Quoted(LocalPath(*unchanged)) + " is changed in the working copy already");
+  }
+  FastForward(git_, Tip(), status);
+  if (!picture) return;
+  picture->isUpToDate = true;
+  Read(*picture);
+}
+
+void GitWorkingTree::Checkout(const Entry& entry) {
+  const auto local = LocalPath(entry.path);
+  if (entry.isFolder) Refuse(Quoted(local) + " is a folder; only a file can be checked out");
+  if (!entry.isInDatabase) {
+    Refuse(Quoted(local) + " is not in the branch " + Quoted(FromGit(place_.branch)) + " of " +
+           Quoted(FromGit(place_.remote)));
+  }
+  Update(entry.path);
+  const auto info = files_.Look(local);
+  if (!info) throw RuntimeError(ErrorNumber::FileNotFound, local);
+  if ((info->attributes & file_attribute::kReadOnly) == 0) return;
+  files_.SetAttributes(local, info->attributes & ~file_attribute::kReadOnly);
+}
+
+// A push takes along every commit below it; the user's own are not ours to publish.
+void GitWorkingTree::RequirePublished() const {
+  const auto ahead = git_.Run(GitCall::Question, {"rev-list", "--count", Tip() + "..HEAD"});
+  if (Line(ahead) == "0") return;
+  Refuse("The working copy has commits that " + Quoted(FromGit(place_.remote)) +
+         " does not have; push them first");
+}
+
+void GitWorkingTree::Push(const std::string& commit, const std::string& reference) const {
+  git_.Run(GitCall::Remote, {"push", "--quiet", "--no-follow-tags", "--recurse-submodules=no", "--",
+                             place_.remote, commit + ":" + reference});
+}
+
+void GitWorkingTree::Checkin(const Entry& entry, const std::string& comment) {
+  const auto local = LocalPath(entry.path);
+  if (entry.isFolder) Refuse(Quoted(local) + " is a folder; only a file can be checked in");
+  if (!FileExists(files_, local)) throw RuntimeError(ErrorNumber::FileNotFound, local);
+  const auto path = ToUtf8(entry.path);
+  const auto status = ReadStatus(git_, path);
+  RequireBranch(status);
+  if (status.changed.empty()) return;
+  RequirePublished();
+  git_.Run(GitCall::Change, {"commit", "--quiet", "--only", "--allow-empty-message",
+                             "--message=" + ArgumentOf(comment), "--", LiteralPath(path)});
+  const auto made = Line(git_.Run(GitCall::Question, {"rev-parse", "--verify", "HEAD"}));
+  try {
+    Push(made, "refs/heads/" + place_.branch);
+  } catch (...) {
+    static_cast<void>(git_.Try(
+        GitCall::Change, {"update-ref", "-m", "check-in taken back", "HEAD", status.commit, made}));
+    throw;
+  }
+  if (const auto picture = Held()) Read(*picture);
+}
+
+void GitWorkingTree::Label(const std::string& label, const std::string& comment) {
+  if (!Held()) Fetch();
+  const auto name = ArgumentOf(label);
+  // A tag of that name would make git doubt every later question about its HEAD.
+  if (name == "HEAD") Refuse("'HEAD' cannot be the name of a label");
+  const auto reference = "refs/tags/" + name;
+  git_.Run(GitCall::Change, {"tag", "--annotate", "--cleanup=whitespace",
+                             "--message=" + ArgumentOf(comment), "--", name, Tip()});
+  const auto made = Line(git_.Run(GitCall::Question, {"rev-parse", "--verify", reference}));
+  try {
+    Push(made, reference);
+  } catch (...) {
+    static_cast<void>(git_.Try(GitCall::Change, {"update-ref", "-d", reference, made}));
+    throw;
+  }
+}
+
+}  // namespace gorbex

@@ -1,0 +1,173 @@
+#include "platform/linux/child_process.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdlib>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace gorbex {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// Null-terminated pointers to texts, as the system's calls want them.
+class PointerList {
+ public:
+  explicit PointerList(std::vector<std::string> texts) : texts_(std::move(texts)) {
+    for (auto& text : texts_) pointers_.push_back(text.data());
+    pointers_.push_back(nullptr);
+  }
+
+  [[nodiscard]] char* const* Get() const { return pointers_.data(); }
+
+ private:
+  std::vector<std::string> texts_;
+  std::vector<char*> pointers_;
+};
+
+class SpawnSettings {
+ public:
+  explicit SpawnSettings(const ChildStart& start) {
+    posix_spawn_file_actions_init(&actions_);
+    posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions_, start.output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions_, start.errorOutput, STDERR_FILENO);
+    posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+    if (!start.folder.empty()) {
+      posix_spawn_file_actions_addchdir_np(&actions_, start.folder.c_str());
+    }
+    posix_spawnattr_init(&attributes_);
+    sigset_t signals{};
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&attributes_, &signals);
+    sigaddset(&signals, SIGPIPE);
+    sigaddset(&signals, SIGCHLD);
+    posix_spawnattr_setsigdefault(&attributes_, &signals);
+    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+  }
+  ~SpawnSettings() {
+    posix_spawnattr_destroy(&attributes_);
+    posix_spawn_file_actions_destroy(&actions_);
+  }
+  SpawnSettings(const SpawnSettings&) = delete;
+  SpawnSettings& operator=(const SpawnSettings&) = delete;
+
+  [[nodiscard]] const posix_spawn_file_actions_t* Actions() const { return &actions_; }
+  [[nodiscard]] const posix_spawnattr_t* Attributes() const { return &attributes_; }
+
+ private:
+  posix_spawn_file_actions_t actions_{};
+  posix_spawnattr_t attributes_{};
+};
+
+pid_t Spawn(const ChildStart& start) {
+  const PointerList arguments(start.arguments);
+  const PointerList environment(start.environment);
+  const SpawnSettings settings(start);
+  pid_t id = 0;
+  const int error = posix_spawn(&id, arguments.Get()[0], settings.Actions(), settings.Attributes(),
+                                arguments.Get(), environment.Get());
+  if (error != 0) throw std::system_error(error, std::generic_category());
+  return id;
+}
+
+std::uint32_t CodeOf(int status) {
+  const int code = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+  return static_cast<std::uint32_t>(code);
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(const ChildStart& start, std::function<void()> onEnded)
+    : id_(Spawn(start)),
+      watch_(static_cast<int>(syscall(SYS_pidfd_open, id_, 0))),
+      onEnded_(std::move(onEnded)) {}
+
+std::optional<std::uint32_t> ChildProcess::ExitCode(milliseconds patience) {
+  if (!Reap()) {
+    Wait(patience);
+    Reap();
+  }
+  if (exitCode_ && onEnded_) std::exchange(onEnded_, nullptr)();
+  return exitCode_;
+}
+
+void ChildProcess::Terminate() {
+  if (!Reap()) kill(id_, SIGKILL);
+}
+
+void ChildProcess::Interrupt() {
+  if (!Reap()) kill(id_, SIGTERM);
+}
+
+bool ChildProcess::Reap() {
+  if (exitCode_) return true;
+  int status = 0;
+  pid_t ended = 0;
+  do {
+    ended = waitpid(id_, &status, WNOHANG);
+  } while (ended < 0 && errno == EINTR);
+  if (ended == 0) return false;
+  // Where the system reaps children by itself their exit codes are lost.
+  exitCode_ = ended < 0 ? 255 : CodeOf(status);
+  return true;
+}
+
+void ChildProcess::Wait(milliseconds patience) {
+  const auto longest = milliseconds(INT_MAX);
+  const auto end = steady_clock::now() + std::clamp(patience, milliseconds(0), longest);
+  for (auto left = patience; left.count() > 0;
+       left = std::chrono::ceil<milliseconds>(end - steady_clock::now())) {
+    if (watch_.Number() < 0) {
+      std::this_thread::sleep_for(std::min(left, milliseconds(5)));
+      if (Reap()) return;
+    } else {
+      pollfd watched{watch_.Number(), POLLIN, 0};
+      const auto count = poll(&watched, 1, static_cast<int>(std::min(left, longest).count()));
+      if (count > 0 || (count < 0 && errno != EINTR)) return;
+    }
+  }
+}
+
+std::optional<std::string> FindOnHost(const std::string& name) {
+  const char* folders = std::getenv("PATH");
+  std::string_view rest = folders != nullptr ? folders : "/usr/local/bin:/usr/bin:/bin";
+  while (!rest.empty()) {
+    const auto folder = rest.substr(0, rest.find(':'));
+    rest.remove_prefix(std::min(folder.size() + 1, rest.size()));
+    // A relative folder would mean another one where the child runs.
+    if (!folder.starts_with('/')) continue;
+    auto path = std::string(folder) + "/" + name;
+    struct stat info {};
+    const bool isFile = stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+    if (isFile && access(path.c_str(), X_OK) == 0) return path;
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> EnvironmentWith(
+    const std::map<std::string, std::optional<std::string>>& changes) {
+  std::vector<std::string> all;
+  for (const auto& [name, value] : changes) {
+    if (value) all.push_back(name + "=" + *value);
+  }
+  for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    const std::string_view text(*entry);
+    if (!changes.contains(std::string(text.substr(0, text.find('='))))) all.emplace_back(text);
+  }
+  return all;
+}
+
+}  // namespace gorbex

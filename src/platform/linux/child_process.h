@@ -1,0 +1,58 @@
+#pragma once
+
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/host_file.h"
+#include "platform/process.h"
+
+namespace gorbex {
+
+/// How a child starts: nothing to read, no open file but its output, and no signal blocked or
+/// ignored on our account.
+struct ChildStart {
+  std::vector<std::string> arguments;  ///< the program's host path first
+  std::vector<std::string> environment;
+  std::string folder{};  ///< of the host; empty for our own
+  int output = STDERR_FILENO;
+  int errorOutput = STDERR_FILENO;
+};
+
+/// A child of this process, watched through a descriptor of its own.
+class ChildProcess : public Process {
+ public:
+  /// Fails with std::system_error. The call is made once, when the child's end is seen.
+  explicit ChildProcess(const ChildStart& start, std::function<void()> onEnded = {});
+  ~ChildProcess() override { Reap(); }
+
+  [[nodiscard]] std::optional<std::uint32_t> ExitCode(std::chrono::milliseconds patience) override;
+  void Terminate() override;
+
+  /// Asks the process to end, so that it can tidy up behind itself.
+  void Interrupt();
+
+ private:
+  bool Reap();
+  void Wait(std::chrono::milliseconds patience);
+
+  pid_t id_;
+  Descriptor watch_;
+  std::function<void()> onEnded_;
+  std::optional<std::uint32_t> exitCode_;
+};
+
+/// The program of that name in the host's search path.
+[[nodiscard]] std::optional<std::string> FindOnHost(const std::string& name);
+
+/// This program's environment with variables set, or taken away where the value is nothing.
+[[nodiscard]] std::vector<std::string> EnvironmentWith(
+    const std::map<std::string, std::optional<std::string>>& changes);
+
+}  // namespace gorbex

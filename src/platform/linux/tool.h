@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/event_pump.h"
+#include "platform/linux/prefix.h"
+#include "platform/tool.h"
+
+namespace gorbex {
+
+/// Runs tools of the host. One that leaves a helper running behind it is not waited for longer than
+/// itself.
+class LinuxToolRunner : public ToolRunner {
+ public:
+  explicit LinuxToolRunner(const Prefix& prefix) : prefix_(prefix) {}
+
+  /// From now on these events are handled while a tool runs; the pump outlives the runner's calls.
+  void Handle(EventPump& events) { events_ = &events; }
+
+  [[nodiscard]] ToolOutcome Run(const ToolCall& call) override;
+
+ private:
+  const Prefix& prefix_;
+  EventPump* events_ = nullptr;
+};
+
+/// The host path of the program that runs; empty when the host does not tell.
+[[nodiscard]] std::string OwnProgram();
+
+}  // namespace gorbex

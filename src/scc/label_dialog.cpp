@@ -1,0 +1,67 @@
+#include "scc/label_dialog.h"
+
+namespace gorbex {
+
+LabelDialog::LabelDialog(frmLabel& form, SourceControl& database, Dialogs& dialogs,
+                         ErrorReport& report)
+    : form_(form),
+      database_(database),
+      dialogs_(dialogs),
+      report_(report),
+      label_(form.txtLabel.text.changed.Connect(
+          [this](const std::string&) { LookAt(form_.txtComment, ": frmLabel.txtLabel_Change"); })),
+      comment_(form.txtComment.text.changed.Connect(
+          [this](const std::string&) { LookAt(form_.txtLabel, ": frmLabel.txtComment_Change"); })) {
+  form_.cmdOK.SetHandler([this] { cmdOK_Click(); });
+  form_.cmdCancel.SetHandler([this] { cmdCancel_Click(); });
+}
+
+void LabelDialog::LookAt(const TextBox& other, std::string_view procedure) {
+  Procedure(report_, procedure).Run([&](Procedure& on) {
+    on([&] { form_.cmdOK.enabled.Set(!other.text.Get().empty()); });
+  });
+}
+
+void LabelDialog::Display(const std::string& spec) {
+  Procedure(report_, ": frmLabel.Display").Run([&](Procedure& on) {
+    const bool isComplete =
+        !form_.txtLabel.text.Get().empty() && !form_.txtComment.text.Get().empty();
+    on([&] { form_.cmdOK.enabled.Set(isComplete); });
+    on([&] { form_.txtVSSProject.text.Set(spec); });
+    on([&] { form_.hidden.Set(false); });
+    on([&] { dialogs_.ShowLabel(form_); });
+  });
+}
+
+void LabelDialog::cmdOK_Click() {
+  Procedure(report_, ": frmLabel.cmdOK_Click").Run([&](Procedure& on) {
+    const std::string spec = form_.txtVSSProject.text.Get();
+    std::unique_ptr<SourceControlItem> item;
+    bool answered = false;
+    on([&] {
+      item = database_.VSSItem(spec);
+      answered = true;
+    });
+    if (item == nullptr) {
+      if (answered) on([&] { dialogs_.Show({"Invalid VSS Project"}); });
+      return;
+    }
+    try {
+      item->Label(form_.txtLabel.text.Get(), form_.txtComment.text.Get());
+    } catch (const RuntimeError& error) {
+      // The number is zero since ever, whatever the error's own.
+      const std::string message = "Failed to label : " + error.Description() + "(0)";
+      on([&] { dialogs_.Show({message}); });
+      return;
+    }
+    on([&] { form_.hidden.Set(true); });
+  });
+}
+
+void LabelDialog::cmdCancel_Click() {
+  Procedure(report_, ": frmLabel.cmdCancel_Click").Run([&](Procedure& on) {
+    on([&] { form_.hidden.Set(true); });
+  });
+}
+
+}  // namespace gorbex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/dialogs.h"
+#include "core/label_form.h"
+#include "core/procedure.h"
+#include "platform/source_control.h"
+
+namespace gorbex {
+
+/// The procedures of the label dialog.
+class LabelDialog {
+ public:
+  /// Connects the form's controls; the form must outlive the dialog.
+  LabelDialog(frmLabel& form, SourceControl& database, Dialogs& dialogs, ErrorReport& report);
+  LabelDialog(const LabelDialog&) = delete;
+  LabelDialog& operator=(const LabelDialog&) = delete;
+
+  /// Shows the form until it hides, with the spec to begin with.
+  void Display(const std::string& spec);
+
+ private:
+  void cmdOK_Click();
+  void cmdCancel_Click();
+
+  /// OK wants both texts, but looks only at the one that was not just typed.
+  void LookAt(const TextBox& other, std::string_view procedure);
+
+  frmLabel& form_;
+  SourceControl& database_;
+  Dialogs& dialogs_;
+  ErrorReport& report_;
+  Subscription label_;
+  Subscription comment_;
+};
+
+}  // namespace gorbex

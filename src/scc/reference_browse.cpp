@@ -1,0 +1,104 @@
+#include "scc/reference_browse.h"
+
+#include <memory>
+#include <optional>
+
+#include "core/file_tools.h"
+#include "core/text.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::size_t kComponentColumn = 2;
+constexpr const char* kUnchanged = "Could not check-out project, reference not changed";
+
+}  // namespace
+
+void ReferenceBrowse::mnuDataPopupBrowse_Click() {
+  Procedure(uses_.report, ": frmBuilder.mnuDataPopupBrowse_Click").Run([&](Procedure& on) {
+    const ListRow* row = uses_.window.lvwData.Selected();
+    if (row == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });
+    if (row == nullptr) return;
+    Change change{uses_.window.lvwData.Tag(), row->SubItem(kComponentColumn), {}};
+    const auto chosen = on([&] {
+      return uses_.dialogs.OpenFile(
+          {"Search for component",
+           "Objects (*.EXE, *.DLL,*.OCX)|*.EXE;*.DLL;*.OCX|All Files(*.*)|*.*", ""});
+    });
+    if (!chosen) return;
+    change.newPath = *chosen;
+    on([&] { uses_.session.LoginToSourceSafe(); });
+    OfferToUnlock(on, change.project);
+    Amend(on, change);
+  });
+}
+
+void ReferenceBrowse::OfferToUnlock(Procedure& on, const std::string& project) {
+  const auto info = on([&] { return uses_.files.Look(project); });
+  if (!info || (info->attributes & file_attribute::kReadOnly) == 0) return;
+  const Answer answer = on([&] {
+    return uses_.dialogs.Show(
+        {"Attempt to override read-only attribute?", Buttons::YesNo, MessageIcon::Question});
+  });
+  if (answer != Answer::Yes) return;
+  on([&] { uses_.files.SetAttributes(project, file_attribute::kArchive); });
+}
+
+void ReferenceBrowse::Amend(Procedure& on, const Change& change) {
+  const auto item = CheckOut(on, change.project);
+  if (item == nullptr) return;
+  const std::string comment = "Builder ammended ref " + change.oldPath + " to " + change.newPath;
+  const bool isAmended = on([&] {
+    return uses_.references.ReplaceInFile(change.project, change.oldPath, change.newPath);
+  });
+  if (!isAmended) return;
+  on([&] { uses_.log.WriteLog(comment); });
+  try {
+    item->Checkin(comment);
+  } catch (const RuntimeError& error) {
+    on([&] { uses_.log.WriteLog(error.Description()); });
+    on([&] { uses_.window.SetStatus("WARNING : Failed to check-in project"); });
+    return;
+  }
+  on([&] { uses_.window.SetStatus("Project ammended OK"); });
+  Show(on, change);
+}
+
+// Null when the project is not checked out; the user knows why then.
+std::unique_ptr<SourceControlItem> ReferenceBrowse::CheckOut(Procedure& on,
+                                                             const std::string& project) {
+  const std::string folder =
+      on([&] { return uses_.window.ProjectMembers.Item(project).VSSProject; });
+  if (folder.empty() || uses_.session.DatabaseUser().empty()) {
+    on([&] { uses_.window.SetStatus(kUnchanged); });
+    return nullptr;
+  }
+  const std::string spec = folder + "/" + GetFileFromPath(project);
+  on([&] { uses_.window.SetStatus("Checking out project " + project); });
+  std::string failure;
+  try {
+    auto item = uses_.session.VSSItem(spec);
+    if (item == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, spec);
+    item->Checkout("Builder Ref Changed");
+    on([&] { uses_.log.WriteLog("Checked Out " + project); });
+    return item;
+  } catch (const RuntimeError& error) {
+    failure = error.Description();
+  }
+  on([&] { uses_.log.WriteLog("Failed to check out " + project); });
+  on([&] {
+    uses_.dialogs.Show(
+        {failure + std::string(kLineBreak) + "Failed to check-out & apply changes "});
+  });
+  return nullptr;
+}
+
+// The record follows the file, so that the verdict is taken of what the file now says.
+void ReferenceBrowse::Show(Procedure& on, const Change& change) {
+  on([&] {
+    uses_.window.ProjectMembers.ReplaceInReferences(change.project, change.oldPath, change.newPath);
+  });
+  if (uses_.window.lvwData.Tag() == change.project) on([&] { uses_.showAgain(); });
+}
+
+}  // namespace gorbex

@@ -1,0 +1,68 @@
+#include "scc/source_safe_session.h"
+
+#include "scc/login_dialog.h"
+
+namespace gorbex {
+
+void SourceSafeSession::LoginToSourceSafe() {
+  if (loggedIn_ || disabled_ || asking_) return;
+  Procedure(report_, ": frmBuilder.LoginToSourceSafe").Run([&](Procedure& on) {
+    if (window_.IniPath.empty()) {
+      on([&] { mnuToolsLogin_Click(); });
+    } else {
+      Login(on);
+    }
+  });
+}
+
+void SourceSafeSession::mnuToolsLogin_Click() {
+  if (asking_) return;
+  Procedure(report_, ": frmBuilder.mnuToolsLogin_Click").Run([&](Procedure& on) {
+    asking_ = true;
+    const auto path = on([&] {
+      return dialogs_.OpenFile({"Open SourceSafe database", "INI FIles (*.ini)|*.ini", "*.ini"});
+    });
+    asking_ = false;
+    if (!path || path->empty()) return;
+    window_.IniPath = *path;
+    on([&] { LoginToSourceSafe(); });
+  });
+}
+
+void SourceSafeSession::Login(Procedure& on) {
+  frmLogin form;
+  form.txtUserName.text.Set(window_.UserName);
+  LoginDialog dialog(form, database_, dialogs_, report_);
+  asking_ = true;
+  on([&] { dialog.ShowLogin(window_.IniPath); });
+  asking_ = false;
+  if (form.LoginSucceeded) {
+    Open(on, form.txtUserName.text.Get());
+  } else {
+    StayClosed(on, form.Cancelled);
+  }
+}
+
+void SourceSafeSession::Open(Procedure& on, const std::string& user) {
+  MainMenu& menu = window_.menu;
+  window_.UserName = user;
+  on([&] { window_.SetStatus("Logged into VSS Successfully"); });
+  loggedIn_ = true;
+  on([&] { menu.mnuToolsLogin.enabled.Set(false); });
+  for (Command* entry : {&menu.mnuToolsLabel, &menu.mnuToolsHighlight, &menu.mnuToolsGetLatest}) {
+    on([&] { entry->enabled.Set(true); });
+  }
+}
+
+void SourceSafeSession::StayClosed(Procedure& on, bool cancelled) {
+  MainMenu& menu = window_.menu;
+  on([&] { dialogs_.Show({"Source-Control will be disabled for this session"}); });
+  disabled_ = cancelled;
+  on([&] { window_.SetStatus("ERROR Logging into source-safe"); });
+  for (Command* entry : {&menu.mnuToolsLabel, &menu.mnuToolsGetLatest, &menu.mnuToolsHighlight}) {
+    on([&] { entry->enabled.Set(false); });
+  }
+  loggedIn_ = false;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,45 @@
+#include "ui/caption_divider.h"
+
+#include <wx/dcclient.h>
+#include <wx/settings.h>
+
+#include "ui/palette.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr int kSide = 4;
+constexpr int kGap = 8;
+
+}  // namespace
+
+CaptionDivider::CaptionDivider(wxWindow* parent, const wxString& caption)
+    : wxPanel(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxFULL_REPAINT_ON_RESIZE),
+      caption_(caption) {
+  SetFont(GetFont().Bold());
+  Bind(wxEVT_PAINT, &CaptionDivider::OnPaint, this);
+}
+
+void CaptionDivider::SetCaption(const wxString& caption) {
+  if (caption == caption_) return;
+  caption_ = caption;
+  Refresh();
+}
+
+wxSize CaptionDivider::DoGetBestClientSize() const {
+  return {FromDIP(80), GetTextExtent("Ag").y + FromDIP(8)};
+}
+
+void CaptionDivider::OnPaint(wxPaintEvent& /*event*/) {
+  wxPaintDC dc(this);
+  dc.SetFont(GetFont());
+  dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
+  const wxSize size = GetClientSize();
+  const wxSize text = dc.GetTextExtent(caption_);
+  dc.DrawText(caption_, FromDIP(kSide), (size.y - text.y) / 2);
+  dc.SetPen(wxPen(HintColour(), 1));
+  const int from = FromDIP(kSide) + text.x + FromDIP(kGap);
+  if (from < size.x) dc.DrawLine(from, size.y / 2, size.x - FromDIP(kSide), size.y / 2);
+}
+
+}  // namespace gorbex::ui

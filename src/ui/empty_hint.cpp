@@ -1,0 +1,35 @@
+#include "ui/empty_hint.h"
+
+#include <wx/button.h>
+#include <wx/settings.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include "ui/palette.h"
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+
+EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
+                     const std::vector<Command*>& commands)
+    : wxPanel(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL) {
+  SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+  auto* label = new wxStaticText(this, wxID_ANY, text, wxDefaultPosition, wxDefaultSize,
+                                 wxALIGN_CENTRE_HORIZONTAL);
+  label->SetForegroundColour(HintColour());
+  auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+  for (Command* command : commands) {
+    // By its id the button is greyed out together with the menu's entry.
+    auto* button = new wxButton(this, ids.IdOf(*command), ToWx(command->caption.Get()));
+    button->Bind(wxEVT_BUTTON, [command](wxCommandEvent&) { command->Execute(); });
+    buttons->Add(button, wxSizerFlags().Border(wxALL, FromDIP(4)));
+  }
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->AddStretchSpacer(1);
+  sizer->Add(label, wxSizerFlags().Centre().Border(wxALL, FromDIP(8)));
+  sizer->Add(buttons, wxSizerFlags().Centre());
+  sizer->AddStretchSpacer(1);
+  SetSizer(sizer);
+}
+
+}  // namespace gorbex::ui

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/event_pump.h"
+
+namespace gorbex::ui {
+
+/// Lets the window live while the program waits. Waits may nest: a command that the user gives
+/// meanwhile can wait in its turn.
+class EventLoopPump : public EventPump {
+ public:
+  void DoEvents() override;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace gorbex::ui {
+
+/// How the system's own file dialogs name what the program names by Windows paths.
+class HostPaths {
+ public:
+  virtual ~HostPaths() = default;
+
+  /// The program's path of a file that the system calls by a UTF-8 path; nothing when no path of
+  /// the program can name it.
+  [[nodiscard]] virtual std::optional<std::string> ProgramPath(
+      const std::string& hostPath) const = 0;
+
+  /// The system's UTF-8 path of the program's path; empty when it leads nowhere.
+  [[nodiscard]] virtual std::string HostPath(const std::string& programPath) const = 0;
+};
+
+}  // namespace gorbex::ui

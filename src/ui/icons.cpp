@@ -1,0 +1,25 @@
+#include "ui/icons.h"
+
+#include "ui/embedded_files.h"
+
+namespace gorbex::ui {
+
+wxBitmapBundle Icon(std::string_view name, int size) {
+  const auto source = EmbeddedFile(name);
+  if (source.empty()) return {};
+  return wxBitmapBundle::FromSVG(reinterpret_cast<const wxByte*>(source.data()), source.size(),
+                                 wxSize(size, size));
+}
+
+wxVector<wxBitmapBundle> RowIcons() {
+  constexpr auto kImages = static_cast<std::size_t>(Image::BuildError) + 1;
+  wxVector<wxBitmapBundle> icons;
+  for (std::size_t image = 0; image < kImages; ++image) {
+    const auto icon = Icon(ImageKey(static_cast<Image>(image)));
+    // Every index needs a picture; what has none is an empty one.
+    icons.push_back(icon.IsOk() ? icon : wxBitmapBundle::FromImage(wxImage(16, 16)));
+  }
+  return icons;
+}
+
+}  // namespace gorbex::ui

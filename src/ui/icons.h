@@ -1,0 +1,18 @@
+#pragma once
+
+#include <wx/bmpbndl.h>
+#include <wx/vector.h>
+
+#include <string_view>
+
+#include "core/appearance.h"
+
+namespace gorbex::ui {
+
+/// An icon by its file's name, in DIP; empty when there is none of that name.
+[[nodiscard]] wxBitmapBundle Icon(std::string_view name, int size = 16);
+
+/// The icons of tree nodes and list rows, at the index of their `Image`.
+[[nodiscard]] wxVector<wxBitmapBundle> RowIcons();
+
+}  // namespace gorbex::ui

@@ -1,0 +1,27 @@
+#include "ui/login_window.h"
+
+#include "ui/form_layout.h"
+
+namespace gorbex::ui {
+
+LoginWindow::LoginWindow(wxWindow* parent, frmLogin& form)
+    : wxDialog(parent, wxID_ANY, "Source Control Login", wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "frmLogin") {
+  FormLayout layout(*this, fields_);
+  layout.AddField("&User name:", "txtUserName", form.txtUserName);
+  wxTextCtrl* password =
+      layout.AddField("&Password:", "txtPassword", form.txtPassword, wxTE_PASSWORD);
+  layout.AddHint("Leave both empty to use what your git already knows.");
+  layout.Finish(form.cmdOK, form.cmdCancel);
+  subscriptions_.push_back(form.passwordWanted.Connect([password] {
+    password->SetFocus();
+    password->SelectAll();
+  }));
+  subscriptions_.push_back(form.hidden.changed.Connect([this](const bool& hidden) {
+    if (hidden && IsModal()) EndModal(wxID_OK);
+  }));
+  // The frame's close button and Escape press Cancel, so every way out tells the state.
+  CallAfter([&form] { form.activated.Emit(); });
+}
+
+}  // namespace gorbex::ui

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <wx/dialog.h>
+
+#include <vector>
+
+#include "core/login_form.h"
+#include "ui/field_binding.h"
+
+namespace gorbex::ui {
+
+/// The source-control login over its state.
+class LoginWindow : public wxDialog {
+ public:
+  /// The state must outlive the dialog.
+  LoginWindow(wxWindow* parent, frmLogin& form);
+
+ private:
+  FieldBinding fields_;
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <wx/choice.h>
+#include <wx/stattext.h>
+
+#include <vector>
+
+#include "core/logs_form.h"
+#include "ui/field_binding.h"
+#include "ui/form_window.h"
+
+namespace gorbex::ui {
+
+/// The log viewer over its state.
+class LogsWindow : public FormWindow {
+ public:
+  LogsWindow(wxWindow* parent, frmLogs& form);
+
+ private:
+  void ShowDays();
+
+  frmLogs& form_;
+  wxStaticText* heading_;  ///< made before the list, to which its access key leads
+  wxChoice* days_;
+  wxTextCtrl* text_;
+  FieldBinding fields_;
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex::ui

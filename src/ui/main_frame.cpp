@@ -1,0 +1,370 @@
+#include "ui/main_frame.h"
+
+#include <wx/sizer.h>
+
+#include "core/node_key.h"
+#include "ui/about.h"
+#include "ui/details_block.h"
+#include "ui/icons.h"
+#include "ui/layout_store.h"
+#include "ui/log_pane.h"
+#include "ui/logs_window.h"
+#include "ui/project_drag.h"
+#include "ui/run_status_bar.h"
+#include "ui/select_control_window.h"
+#include "ui/test_control_window.h"
+#include "ui/text_conversion.h"
+#include "ui/window_place.h"
+
+namespace gorbex::ui {
+namespace {
+
+const wxSize kDesignedSize(1100, 740);
+const wxSize kSmallestSize(640, 420);
+constexpr int kTreeWidth = 360;
+constexpr int kQueueHeight = 250;
+constexpr const char* kPanes = "Panes";
+
+std::vector<ListColumn> ReferenceColumns() {
+  return {{"GUID", 84},       {"Version", 58},     {"Component", 104},
+          {"Registered", 84}, {"Description", 84}, {"Verdict", 190}};
+}
+
+bool HasProjects(const TreeView& tree) {
+  return tree.Count() > 1;
+}
+
+bool IsProjectSelected(const TreeView& tree) {
+  const TreeNode* node = tree.Selected();
+  return node != nullptr && HasPrefix(node->Key(), node_prefix::kProject);
+}
+
+bool IsInProject(const TreeView& tree) {
+  const TreeNode* node = tree.Selected();
+  return node != nullptr && node->Parent() != nullptr;
+}
+
+}  // namespace
+
+MainFrame::MainFrame(Program& program)
+    : wxFrame(nullptr, wxID_ANY, "GorbexBuilder", wxDefaultPosition, wxDefaultSize,
+              wxDEFAULT_FRAME_STYLE, "frmBuilder"),
+      program_(program),
+      ids_(*this),
+      mailTimer_(this) {
+  SetMinClientSize(FromDIP(kSmallestSize));
+  SetSize(FromDIP(kDesignedSize));
+  wxIconBundle appIcons;
+  const auto icon = Icon("gorbexbuilder", 64);
+  for (const int size : {16, 32, 48, 64}) {
+    wxIcon sized;
+    sized.CopyFromBitmap(icon.GetBitmap(wxSize(size, size)));
+    appIcons.AddIcon(sized);
+  }
+  SetIcons(appIcons);
+  program_.window.menu.mnuHelpAbout.SetHandler([this] { ShowAbout(this); });
+  menus_ = std::make_unique<WindowMenus>(*this, program_.window.menu, ids_);
+  // The status text is the program's; menus have no help texts to put in its place.
+  SetStatusBarPane(-1);
+  SetStatusBar(new RunStatusBar(this, program_.window, program_.run.events));
+  MakePanes();
+  OfferCommands();
+  BindData();
+  BindQueue();
+  FollowState();
+  FollowTimer();
+  MakeForms();
+  FollowPosition();
+  Bind(wxEVT_CLOSE_WINDOW, &MainFrame::OnClose, this);
+  Bind(wxEVT_IDLE, &MainFrame::OnIdle, this);
+}
+
+MainFrame::~MainFrame() {
+  program_.window.menu.mnuHelpAbout.SetHandler({});
+  ShowPointer(MousePointer::Default);
+}
+
+// They stay beside the window for its whole life and show themselves when their state says so.
+void MainFrame::MakeForms() {
+  new LogsWindow(this, program_.logs);
+  new SelectControlWindow(this, program_.selectControl,
+                          [this] { program_.componentTest.frmSelectControl_Form_Unload(); });
+  new TestControlWindow(this, program_.testControl,
+                        [this] { program_.componentTest.frmTestControl_Form_Resize(); });
+}
+
+void MainFrame::MakePanes() {
+  const auto splitter = [this](wxWindow* parent, double gravity) {
+    auto* made = new wxSplitterWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                      wxSP_LIVE_UPDATE | wxSP_3DSASH);
+    made->SetMinimumPaneSize(FromDIP(90));
+    made->SetSashGravity(gravity);
+    return made;
+  };
+  // Tree and queue keep their sizes when the window changes its own.
+  rows_ = splitter(this, 1.0);
+  columns_ = splitter(rows_, 0.0);
+  details_ = splitter(columns_, 0.6);
+  treePane_ = MakeTreePane(columns_);
+  dataPane_ = MakeReferencesPane(details_);
+  queuePane_ = MakeQueuePane(rows_);
+  log_ = new LogPane(details_, ids_, program_.window.txtLogFile);
+  details_->Initialize(dataPane_);
+  log_->Hide();
+  columns_->SplitVertically(treePane_, details_);
+  rows_->SplitHorizontally(columns_, queuePane_);
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(rows_, wxSizerFlags(1).Expand());
+  SetSizer(sizer);
+  ShowEmptyPanes();
+}
+
+Pane* MainFrame::MakeTreePane(wxWindow* parent) {
+  auto* pane = new Pane(parent, "Projects");
+  MainMenu& menu = program_.window.menu;
+  tree_ = new ProjectTree(pane, program_.window.tvwProjects, TreeGesturesOf());
+  pane->SetContent(tree_, new EmptyHint(pane, ids_,
+                                        "No build project is open.\n"
+                                        "Open one, or add your VB projects.",
+                                        {&menu.mnuFileOpen, &menu.mnuTreePopupAddProject}));
+  return pane;
+}
+
+Pane* MainFrame::MakeReferencesPane(wxWindow* parent) {
+  auto* pane = new Pane(parent, "Project");
+  pane->AddHeader(new DetailsBlock(pane, program_.window));
+  data_ = new StateList(pane, "lvwData", program_.window.lvwData, ReferenceColumns(),
+                        StateList::Checks::No);
+  pane->SetContent(data_,
+                   new EmptyHint(pane, ids_, "Select a project to see what it references.", {}));
+  return pane;
+}
+
+Pane* MainFrame::MakeQueuePane(wxWindow* parent) {
+  auto* pane = new Pane(parent, "Build Queue");
+  queue_ = new QueueList(pane, program_.window.lvwQueue, program_.run.events);
+  auto* hint = new EmptyHint(pane, ids_, "Drag projects here from the tree, or add them all.",
+                             {&program_.window.menu.mnuQueueAddAll});
+  hint->SetName("queueHint");
+  pane->SetContent(queue_, hint);
+  const auto drop = [this] {
+    if (!program_.run.Running()) program_.queue.lvwQueue_DragDrop("tvwProjects");
+  };
+  queue_->SetDropTarget(new ProjectDropTarget(drop));
+  hint->SetDropTarget(new ProjectDropTarget(drop));
+  return pane;
+}
+
+void MainFrame::OfferCommands() {
+  frmBuilder& window = program_.window;
+  MainMenu& menu = window.menu;
+  const auto offer = [this](std::initializer_list<Command*> commands,
+                            const std::function<bool()>& possible) {
+    for (Command* command : commands) ids_.OfferOnlyWhen(*command, possible);
+  };
+  // A run walks the queue and its projects, and all compiles share one result log.
+  const auto isIdle = [this] { return !program_.run.Running(); };
+  const auto compiles = [this] { return program_.run.Running() || program_.compile.Busy(); };
+  offer({&menu.mnuFileNew, &menu.mnuFileOpen}, isIdle);
+  for (Command& entry : menu.mnuFileMRU) offer({&entry}, isIdle);
+  offer({&menu.mnuFileBuild}, [=] { return !compiles(); });
+  offer({&menu.mnuQueueMoveUp, &menu.mnuQueueMoveDown, &menu.mnuQueueRemove},
+        [=, &window] { return isIdle() && window.lvwQueue.Selected() != nullptr; });
+  offer({&menu.mnuQueueTest}, [&] { return window.lvwQueue.Selected() != nullptr; });
+  offer({&menu.mnuQueueBuild},
+        [=, &window] { return !compiles() && window.lvwQueue.Selected() != nullptr; });
+  offer({&menu.mnuQueueArrange, &menu.mnuQueueEmpty},
+        [=, &window] { return isIdle() && window.lvwQueue.Count() > 0; });
+  offer({&menu.mnuQueueMarkAll, &menu.mnuQueueUnMarkAll},
+        [&] { return window.lvwQueue.Count() > 0; });
+  offer({&menu.mnuTreePopupGetLatest}, [&] { return IsProjectSelected(window.tvwProjects); });
+  offer({&menu.mnuTreePopupRemoveProject},
+        [=, &window] { return isIdle() && IsProjectSelected(window.tvwProjects); });
+  offer({&menu.mnuTreePopupBuildNowDefault, &menu.mnuTreePopupBuildNowNewLocation},
+        [=, &window] { return !compiles() && IsProjectSelected(window.tvwProjects); });
+  offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
+        [&] { return menu.mnuToolsGetLatest.enabled.Get(); });
+  offer({&menu.mnuQueueAdd}, [=, &window] { return isIdle() && IsInProject(window.tvwProjects); });
+  offer({&menu.mnuQueueAddAll},
+        [=, &window] { return isIdle() && HasProjects(window.tvwProjects); });
+  offer({&menu.mnuDataPopupReg, &menu.mnuDataPopupUnReg, &menu.mnuDataPopupBrowse},
+        [&] { return window.lvwData.Selected() != nullptr; });
+}
+
+ProjectTree::Gestures MainFrame::TreeGesturesOf() {
+  const auto press = [this](TreeNode* node) {
+    static_cast<void>(program_.gestures.tvwProjects_MouseDown(node, MouseButton::Left));
+    if (node != nullptr) program_.gestures.tvwProjects_NodeClick(*node);
+  };
+  return {press, [press](TreeNode& node) { press(&node); },
+          [this](TreeNode* node) {
+            const bool wanted = program_.gestures.tvwProjects_MouseDown(node, MouseButton::Right);
+            Popup(wanted ? menus_->TreePopup() : menus_->GroupPopup());
+          },
+          [this](TreeNode& node) {
+            if (HasPrefix(node.Key(), node_prefix::kProject)) DragProject(tree_);
+          }};
+}
+
+void MainFrame::BindData() {
+  data_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) {
+    if (program_.window.lvwData.Selected() != nullptr) Popup(menus_->DataPopup());
+  });
+  data_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
+    constexpr int kSystemF5 = 116;
+    if (event.GetKeyCode() == WXK_F5) program_.gestures.lvwData_KeyDown(kSystemF5);
+    event.Skip();
+  });
+}
+
+void MainFrame::BindQueue() {
+  queue_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { Popup(menus_->QueuePopup()); });
+  queue_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
+    ListRow* row = program_.window.lvwQueue.Selected();
+    const int key = event.GetKeyCode();
+    if (key == WXK_DELETE && row != nullptr && !program_.run.Running()) {
+      program_.window.menu.mnuQueueRemove.Execute();
+    }
+    if (key == WXK_SPACE && row != nullptr) row->SetChecked(!row->Checked());
+    if (key != WXK_SPACE) event.Skip();
+  });
+}
+
+void MainFrame::Popup(std::unique_ptr<wxMenu> menu) {
+  UpdateWindowUI();
+  PopupMenu(menu.get());
+}
+
+void MainFrame::FollowState() {
+  frmBuilder& window = program_.window;
+  const auto follow = [this](auto& signal, auto listener) {
+    subscriptions_.push_back(signal.Connect(listener));
+  };
+  follow(window.caption.changed, [this](const std::string& text) { SetTitle(ToWx(text)); });
+  follow(window.txtLogFile.visible.changed, [this](const bool& visible) { ShowLog(visible); });
+  follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
+  follow(window.closeRequested, [this] { Close(); });
+  follow(window.position.changed, [this](const std::optional<WindowPosition>& position) {
+    if (position && !isFollowing_ && isPlaced_) MoveTo(*position);
+  });
+}
+
+// The state knows where the window stands, or would stand if it were not maximized.
+void MainFrame::FollowPosition() {
+  // What is painted has its size; before that a window's place and panes are only wishes.
+  queuePane_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
+    event.Skip();
+    if (!isPainted_) CallAfter([this] { Place(); });
+    isPainted_ = true;
+  });
+  const auto tell = [this](wxEvent& event) {
+    event.Skip();
+    TellPosition();
+  };
+  Bind(wxEVT_MOVE, tell);
+  Bind(wxEVT_SIZE, tell);
+}
+
+void MainFrame::TellPosition() {
+  if (!isPlaced_ || !IsShown() || IsMaximized() || IsIconized() || IsFullScreen()) return;
+  const wxRect place(ToDIP(GetPosition()), ToDIP(GetSize()));
+  isFollowing_ = true;
+  program_.window.position.Set(InTwips(place));
+  isFollowing_ = false;
+}
+
+void MainFrame::Place() {
+  isPlaced_ = true;
+  if (const auto& position = program_.window.position.Get()) {
+    MoveTo(*position);
+  } else {
+    CentreOnScreen();
+  }
+  Layout();
+  RestoreLayout();
+  TellPosition();
+}
+
+void MainFrame::MoveTo(const WindowPosition& position) {
+  const wxRect place = InDips(position);
+  const wxRect wanted(FromDIP(place.GetPosition()), FromDIP(place.GetSize()));
+  SetSize(OnSomeScreen(wanted, Screens(), FromDIP(kSmallestSize)));
+}
+
+// A timer whose interval is 0 never fires.
+void MainFrame::FollowTimer() {
+  Timer& timer = program_.window.tmrOutlook;
+  const auto set = [this, &timer] {
+    mailTimer_.Stop();
+    const int interval = timer.interval.Get();
+    if (timer.enabled.Get() && interval > 0) mailTimer_.Start(interval);
+  };
+  subscriptions_.push_back(timer.enabled.changed.Connect([set](const bool&) { set(); }));
+  subscriptions_.push_back(timer.interval.changed.Connect([set](const int&) { set(); }));
+  Bind(
+      wxEVT_TIMER, [&timer](wxTimerEvent&) { timer.elapsed.Emit(); }, mailTimer_.GetId());
+  set();
+}
+
+void MainFrame::ShowLog(bool visible) {
+  if (visible == details_->IsSplit()) return;
+  if (visible) {
+    details_->SplitHorizontally(dataPane_, log_, details_->GetClientSize().y / 2);
+  } else {
+    details_->Unsplit(log_);
+  }
+}
+
+void MainFrame::ShowEmptyPanes() {
+  const frmBuilder& window = program_.window;
+  treePane_->ShowEmpty(!HasProjects(window.tvwProjects));
+  dataPane_->ShowEmpty(window.lvwData.Tag().empty());
+  queuePane_->ShowEmpty(window.lvwQueue.Count() == 0);
+}
+
+void MainFrame::ShowPointer(MousePointer pointer) {
+  const bool busy = pointer == MousePointer::Hourglass;
+  if (busy == isBusyCursor_) return;
+  isBusyCursor_ = busy;
+  busy ? wxBeginBusyCursor() : wxEndBusyCursor();
+}
+
+void MainFrame::RestoreLayout() {
+  const LayoutStore store(program_.registry);
+  auto panes = store.Read(kPanes, 2);
+  if (panes.empty()) panes = {kTreeWidth, kQueueHeight};
+  columns_->SetSashPosition(FromDIP(panes[0]));
+  rows_->SetSashPosition(-FromDIP(panes[1]));
+  for (StateList* list : {data_, static_cast<StateList*>(queue_)}) {
+    const auto widths =
+        store.Read(list->GetName().utf8_string(), static_cast<std::size_t>(list->GetColumnCount()));
+    if (!widths.empty()) list->SetColumnWidths(widths);
+  }
+}
+
+void MainFrame::StoreLayout() {
+  LayoutStore store(program_.registry);
+  // The queue keeps its own height, whatever height the window has.
+  store.Write(kPanes, {ToDIP(columns_->GetSashPosition()),
+                       ToDIP(rows_->GetClientSize().y - rows_->GetSashPosition())});
+  for (const StateList* list : {data_, static_cast<StateList*>(queue_)}) {
+    if (list->HasOwnWidths()) store.Write(list->GetName().utf8_string(), list->ColumnWidths());
+  }
+}
+
+void MainFrame::OnClose(wxCloseEvent& event) {
+  if (!program_.shutDown.Form_QueryUnload() && event.CanVeto()) {
+    event.Veto();
+    return;
+  }
+  StoreLayout();
+  Destroy();
+}
+
+void MainFrame::OnIdle(wxIdleEvent& event) {
+  event.Skip();
+  ShowEmptyPanes();
+  if (program_.shutDown.Due()) CallAfter([this] { Close(); });
+}
+
+}  // namespace gorbex::ui

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <wx/frame.h>
+#include <wx/splitter.h>
+#include <wx/timer.h>
+
+#include <memory>
+#include <vector>
+
+#include "app/program.h"
+#include "ui/command_ids.h"
+#include "ui/pane.h"
+#include "ui/project_tree.h"
+#include "ui/queue_list.h"
+#include "ui/window_menus.h"
+
+namespace gorbex::ui {
+
+/// The main window: draws the program's window state and turns gestures into its commands.
+class MainFrame : public wxFrame {
+ public:
+  /// The program must outlive the window.
+  explicit MainFrame(Program& program);
+  ~MainFrame() override;
+
+ private:
+  void MakeForms();
+  void MakePanes();
+  [[nodiscard]] Pane* MakeTreePane(wxWindow* parent);
+  [[nodiscard]] Pane* MakeReferencesPane(wxWindow* parent);
+  [[nodiscard]] Pane* MakeQueuePane(wxWindow* parent);
+  [[nodiscard]] ProjectTree::Gestures TreeGesturesOf();
+  void BindData();
+  void BindQueue();
+  void OfferCommands();
+  void FollowState();
+  void FollowPosition();
+  void TellPosition();
+  void FollowTimer();
+  void ShowLog(bool visible);
+  void ShowEmptyPanes();
+  void ShowPointer(MousePointer pointer);
+  void Place();
+  void MoveTo(const WindowPosition& position);
+  void RestoreLayout();
+  void StoreLayout();
+  void OnClose(wxCloseEvent& event);
+  void OnIdle(wxIdleEvent& event);
+  void Popup(std::unique_ptr<wxMenu> menu);
+
+  Program& program_;
+  CommandIds ids_;
+  std::unique_ptr<WindowMenus> menus_;
+  wxSplitterWindow* rows_ = nullptr;     ///< everything else above the queue
+  wxSplitterWindow* columns_ = nullptr;  ///< the tree beside what is known of a project
+  wxSplitterWindow* details_ = nullptr;  ///< references above the compiler's log
+  wxWindow* log_ = nullptr;
+  Pane* treePane_ = nullptr;
+  Pane* dataPane_ = nullptr;
+  Pane* queuePane_ = nullptr;
+  ProjectTree* tree_ = nullptr;
+  StateList* data_ = nullptr;
+  QueueList* queue_ = nullptr;
+  wxTimer mailTimer_;
+  bool isBusyCursor_ = false;
+  bool isPainted_ = false;
+  bool isPlaced_ = false;
+  bool isFollowing_ = false;  ///< the position is being told, not asked for
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,178 @@
+#include "ui/options_window.h"
+
+#include <wx/notebook.h>
+#include <wx/panel.h>
+#include <wx/radiobut.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr int kMargin = 12;
+constexpr int kGap = 6;
+
+wxStaticText* Heading(wxPanel* page, const wxString& text) {
+  auto* heading = new wxStaticText(page, wxID_ANY, text);
+  heading->SetFont(heading->GetFont().Bold());
+  return heading;
+}
+
+// Every page is a column of controls within a margin.
+wxSizer& ContentOf(wxPanel* page) {
+  return *page->GetSizer()->GetItem(std::size_t{0})->GetSizer();
+}
+
+}  // namespace
+
+OptionsWindow::OptionsWindow(wxWindow* parent, frmOptions& form)
+    : wxDialog(parent, wxID_ANY, "Build Options", wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "frmOptions"),
+      form_(form),
+      pages_(new wxNotebook(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "tbsOptions")) {
+  MakeBuildPage();
+  MakeTestProjectPage();
+  MakeMailPage();
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(pages_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kMargin)));
+  sizer->Add(Buttons(),
+             wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kMargin)));
+  SetSizerAndFit(sizer);
+  SetSize(wxSize(FromDIP(520), GetSize().y));
+  CentreOnParent();
+
+  pages_->SetSelection(form_.tbsOptions.Get());
+  pages_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
+    const auto page = static_cast<std::size_t>(event.GetSelection());
+    if (form_.tbsOptions.Get() != page) form_.tbsOptions.Set(page);
+    event.Skip();
+  });
+  subscriptions_.push_back(form_.tbsOptions.changed.Connect(
+      [this](const std::size_t& page) { pages_->SetSelection(page); }));
+  subscriptions_.push_back(form_.closed.changed.Connect([this](const bool& closed) {
+    if (closed) EndModal(wxID_OK);
+  }));
+  Bind(wxEVT_CHAR_HOOK, &OptionsWindow::OnKey, this);
+}
+
+wxPanel* OptionsWindow::AddPage(const wxString& title) {
+  auto* page = new wxPanel(pages_);
+  auto* border = new wxBoxSizer(wxVERTICAL);
+  border->Add(new wxBoxSizer(wxVERTICAL), wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kMargin)));
+  page->SetSizer(border);
+  pages_->AddPage(page, title);
+  return page;
+}
+
+void OptionsWindow::AddCheck(wxPanel* page, const wxString& label, const wxString& name,
+                             CheckBox& state) {
+  auto* box = new wxCheckBox(page, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0,
+                             wxDefaultValidator, name);
+  fields_.Join(*box, state);
+  ContentOf(page).Add(box, wxSizerFlags().Border(wxBOTTOM, FromDIP(kGap)));
+}
+
+wxSizer* OptionsWindow::PathRow(wxPanel* page, const wxString& name, TextBox& state,
+                                Command& browse) {
+  auto* text = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,
+                              wxDefaultValidator, name);
+  auto* button = new wxButton(page, wxID_ANY, ToWx(browse.caption.Get()), wxDefaultPosition,
+                              wxDefaultSize, 0, wxDefaultValidator, ToWx(browse.Name()));
+  fields_.Join(*text, state);
+  fields_.Join(*button, browse);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(text, wxSizerFlags(1).CentreVertical());
+  row->Add(button, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  return row;
+}
+
+void OptionsWindow::MakeBuildPage() {
+  wxPanel* page = AddPage("Build");
+  AddCheck(page, "&Get latest sources before building", "chkGetLatest", form_.chkGetLatest);
+  AddCheck(page, "&Keep binary compatibility", "chkCompatability", form_.chkCompatability);
+  AddCheck(page, "&Update references to rebuilt projects", "chkChangeRefs", form_.chkChangeRefs);
+  AddCheck(page, "Build d&ependent projects too", "chkAutoDependant", form_.chkAutoDependant);
+  AddCheck(page, "Ask to continue after each &failed project", "chkStopOnErrors",
+           form_.chkStopOnErrors);
+  AddCheck(page, "&Debug build (no optimization, symbolic debug information)", "chkDebug",
+           form_.chkDebug);
+  wxSizer& content = ContentOf(page);
+  content.Add(new wxStaticText(page, wxID_ANY, "Build fo&lder:"),
+              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kGap)));
+  content.Add(PathRow(page, "txtBuildPath", form_.txtBuildPath, form_.cmdBrowse),
+              wxSizerFlags().Expand());
+}
+
+void OptionsWindow::MakeTestProjectPage() {
+  wxPanel* page = AddPage("Test Project");
+  AddCheck(page, "&Offer to start a test project after a build", "chkAutoLaunchVBP",
+           form_.chkAutoLaunchVBP);
+  wxSizer& content = ContentOf(page);
+  content.Add(new wxStaticText(page, wxID_ANY, "&Project file:"),
+              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kGap)));
+  content.Add(PathRow(page, "txtVBPName", form_.txtVBPName, form_.cmdBrowseVBP),
+              wxSizerFlags().Expand());
+}
+
+void OptionsWindow::AddReplyChoice(wxPanel* page, const wxString& label, const wxString& name,
+                                   std::size_t index) {
+  auto* choice = new wxRadioButton(page, wxID_ANY, label, wxDefaultPosition, wxDefaultSize,
+                                   index == 0 ? wxRB_GROUP : 0, wxDefaultValidator, name);
+  choice->SetValue(form_.optReply.Get() == index);
+  choice->Bind(wxEVT_RADIOBUTTON, [this, index](wxCommandEvent&) { form_.optReply.Set(index); });
+  ContentOf(page).Add(choice, wxSizerFlags().Border(wxBOTTOM, FromDIP(kGap)));
+}
+
+void OptionsWindow::MakeMailPage() {
+  wxPanel* page = AddPage("Mail Requests");
+  wxSizer& content = ContentOf(page);
+  AddCheck(page, "&Start checking the inbox when the program starts", "chkAutoStart",
+           form_.chkAutoStart);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(new wxStaticText(page, wxID_ANY, "&Check every"), wxSizerFlags().CentreVertical());
+  auto* interval = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition,
+                                  wxSize(GetTextExtent("00000000").x + FromDIP(20), -1), wxTE_RIGHT,
+                                  wxDefaultValidator, "txtInterval");
+  fields_.Join(*interval, form_.txtInterval);
+  row->Add(interval, wxSizerFlags().CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
+  row->Add(new wxStaticText(page, wxID_ANY, "seconds, 60 at most"),
+           wxSizerFlags().CentreVertical());
+  content.Add(row, wxSizerFlags().Border(wxBOTTOM, FromDIP(kMargin)));
+  content.Add(Heading(page, "Replies about errors go to"),
+              wxSizerFlags().Border(wxBOTTOM, FromDIP(kGap)));
+  AddReplyChoice(page, "the &sender of the request", "optReply0", 0);
+  AddReplyChoice(page, "this &address:", "optReply1", 1);
+  auto* address = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,
+                                 wxDefaultValidator, "txtErrorUser");
+  fields_.Join(*address, form_.txtErrorUser);
+  content.Add(address, wxSizerFlags().Expand().Border(wxLEFT, FromDIP(24)));
+}
+
+wxSizer* OptionsWindow::Buttons() {
+  auto* ok = new wxButton(this, wxID_OK, {}, wxDefaultPosition, wxDefaultSize, 0,
+                          wxDefaultValidator, "cmdOK");
+  auto* cancel = new wxButton(this, wxID_CANCEL, {}, wxDefaultPosition, wxDefaultSize, 0,
+                              wxDefaultValidator, "cmdCancel");
+  auto* apply = new wxButton(this, wxID_APPLY, {}, wxDefaultPosition, wxDefaultSize, 0,
+                             wxDefaultValidator, "cmdApply");
+  fields_.Join(*ok, form_.cmdOK);
+  fields_.Join(*apply, form_.cmdApply);
+  ok->SetDefault();
+  auto* buttons = new wxStdDialogButtonSizer;
+  for (auto* button : {ok, cancel, apply}) buttons->AddButton(button);
+  buttons->Realize();
+  return buttons;
+}
+
+// The dialog's own keys first; what it does with them shows in its state.
+void OptionsWindow::OnKey(wxKeyEvent& event) {
+  const bool isTab = event.GetKeyCode() == WXK_TAB;
+  form_.keyDown.Emit({isTab ? KeyCode::Tab : KeyCode::Other, event.ControlDown(), event.ShiftDown(),
+                      event.AltDown()});
+  const bool isNextPage = isTab && event.ControlDown() && !event.ShiftDown();
+  if (!isNextPage) event.Skip();
+}
+
+}  // namespace gorbex::ui

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <wx/bookctrl.h>
+#include <wx/dialog.h>
+
+#include <vector>
+
+#include "core/options_form.h"
+#include "ui/field_binding.h"
+
+class wxPanel;
+class wxRadioButton;
+class wxSizer;
+
+namespace gorbex::ui {
+
+/// The options dialog over its state.
+class OptionsWindow : public wxDialog {
+ public:
+  /// The state must outlive the dialog.
+  OptionsWindow(wxWindow* parent, frmOptions& form);
+
+ private:
+  wxPanel* AddPage(const wxString& title);
+  void MakeBuildPage();
+  void MakeTestProjectPage();
+  void MakeMailPage();
+  void AddCheck(wxPanel* page, const wxString& label, const wxString& name, CheckBox& state);
+  wxSizer* PathRow(wxPanel* page, const wxString& name, TextBox& state, Command& browse);
+  void AddReplyChoice(wxPanel* page, const wxString& label, const wxString& name,
+                      std::size_t index);
+  wxSizer* Buttons();
+  void OnKey(wxKeyEvent& event);
+
+  frmOptions& form_;
+  wxBookCtrlBase* pages_;
+  FieldBinding fields_;
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <wx/colour.h>
+
+#include "core/appearance.h"
+
+namespace gorbex::ui {
+
+/// How a colour of the program's rows looks on the toolkit's list background, in light and dark
+/// themes alike.
+[[nodiscard]] wxColour TextColour(Colour colour);
+
+/// Text that explains and does not matter for the work.
+[[nodiscard]] wxColour HintColour();
+
+}  // namespace gorbex::ui

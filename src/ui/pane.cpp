@@ -1,0 +1,34 @@
+#include "ui/pane.h"
+
+#include <wx/sizer.h>
+
+namespace gorbex::ui {
+
+Pane::Pane(wxWindow* parent, const wxString& caption)
+    : wxPanel(parent), caption_(new CaptionDivider(this, caption)) {
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(caption_, wxSizerFlags().Expand());
+  SetSizer(sizer);
+}
+
+void Pane::AddHeader(wxWindow* header) {
+  GetSizer()->Add(header, wxSizerFlags().Expand().Border(wxALL, FromDIP(4)));
+}
+
+void Pane::SetContent(wxWindow* content, EmptyHint* hint) {
+  content_ = content;
+  hint_ = hint;
+  for (wxWindow* part : {content_, static_cast<wxWindow*>(hint_)}) {
+    GetSizer()->Add(part, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4)));
+  }
+  ShowEmpty(true);
+}
+
+void Pane::ShowEmpty(bool empty) {
+  if (hint_->IsShown() == empty && content_->IsShown() != empty) return;
+  content_->Show(!empty);
+  hint_->Show(empty);
+  Layout();
+}
+
+}  // namespace gorbex::ui

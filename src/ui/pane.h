@@ -1,0 +1,31 @@
+#pragma once
+
+#include <wx/panel.h>
+
+#include "ui/caption_divider.h"
+#include "ui/empty_hint.h"
+
+namespace gorbex::ui {
+
+/// A part of the main window: a caption above its content, with a hint in the content's place while
+/// that is empty.
+class Pane : public wxPanel {
+ public:
+  Pane(wxWindow* parent, const wxString& caption);
+
+  /// A row of fixed height between the caption and the content.
+  void AddHeader(wxWindow* header);
+
+  /// Both are children of this pane. Called once.
+  void SetContent(wxWindow* content, EmptyHint* hint);
+
+  void ShowEmpty(bool empty);
+  [[nodiscard]] CaptionDivider& Caption() { return *caption_; }
+
+ private:
+  CaptionDivider* caption_;
+  wxWindow* content_ = nullptr;
+  EmptyHint* hint_ = nullptr;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,318 @@
+#include "ui/project_tree.h"
+
+#include <wx/dcclient.h>
+#include <wx/renderer.h>
+#include <wx/settings.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "core/node_key.h"
+#include "ui/icons.h"
+#include "ui/palette.h"
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr int kIcon = 16;
+constexpr int kGap = 4;
+constexpr int kIndent = 18;
+
+// Only references are judged, so only they show whether their type library is registered.
+bool IsReference(const TreeNode& node) {
+  return HasPrefix(node.Key(), node_prefix::kReference) ||
+         HasPrefix(node.Key(), node_prefix::kObject);
+}
+
+}  // namespace
+
+ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
+    : state_(state),
+      gestures_(std::move(gestures)),
+      images_(RowIcons()),
+      registered_(Icon("state-checked")),
+      unregistered_(Icon("state-unchecked")) {
+  Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_THEME | wxWANTS_CHARS,
+         "tvwProjects");
+  SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+  Follow();
+  BindMouse();
+  BindKeys();
+}
+
+void ProjectTree::Follow() {
+  subscriptions_.push_back(
+      state_.nodeChanged.Connect([this](const TreeNode&, const NodeChange& change) {
+        const bool isRows = change == NodeChange::Added || change == NodeChange::Removing ||
+                            change == NodeChange::Expanded;
+        (isRows ? isStale_ : isFaded_) = true;
+        if (change != NodeChange::Removing) return;
+        rows_.clear();
+        pressed_ = nullptr;
+      }));
+  subscriptions_.push_back(state_.cleared.Connect([this] {
+    rows_.clear();
+    pressed_ = nullptr;
+    isStale_ = true;
+  }));
+  subscriptions_.push_back(state_.selectionChanged.Connect([this] { isUnchosen_ = true; }));
+  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+    CatchUp();
+    event.Skip();
+  });
+}
+
+// What was in sight stays in sight.
+void ProjectTree::CatchUp() {
+  if (isUnchosen_ && state_.Selected() != nullptr) Reveal(*state_.Selected());
+  if (isStale_) {
+    const auto top = GetVisibleRowsBegin();
+    rows_.clear();
+    for (const auto& node : state_.Nodes()) {
+      if (node->Parent() == nullptr) Add(*node, 0);
+    }
+    SetItemCount(rows_.size());
+    if (top < rows_.size()) ScrollToRow(top);
+    tipRow_ = wxNOT_FOUND;
+  }
+  if (isStale_ || isUnchosen_) ShowSelection();
+  if (isStale_ || isFaded_) Refresh();
+  isStale_ = isFaded_ = isUnchosen_ = false;
+}
+
+void ProjectTree::Add(const TreeNode& node, int depth) {
+  rows_.push_back({&node, depth});
+  if (!node.Expanded()) return;
+  for (const TreeNode* child : node.Children()) Add(*child, depth + 1);
+}
+
+void ProjectTree::ShowSelection() {
+  const int row = RowOf(state_.Selected());
+  if (row == GetSelection()) return;
+  SetSelection(row);
+}
+
+void ProjectTree::Reveal(const TreeNode& node) {
+  for (const TreeNode* above = node.Parent(); above != nullptr; above = above->Parent()) {
+    if (!above->Expanded()) state_.Item(above->Key()).SetExpanded(true);
+  }
+}
+
+int ProjectTree::RowOf(const TreeNode* node) const {
+  const auto found =
+      std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.node == node; });
+  return found == rows_.end() ? wxNOT_FOUND : static_cast<int>(found - rows_.begin());
+}
+
+TreeNode* ProjectTree::NodeOf(int row) const {
+  const auto index = static_cast<std::size_t>(row);
+  if (row < 0 || index >= rows_.size()) return nullptr;
+  return state_.Find(rows_[index].node->Key());
+}
+
+int ProjectTree::RowAt(const wxPoint& point) const {
+  return VirtualHitTest(point.y);
+}
+
+wxRect ProjectTree::PlaceOf(const TreeNode& node) const {
+  const int row = RowOf(&node);
+  return row == wxNOT_FOUND ? wxRect() : GetItemRect(static_cast<std::size_t>(row));
+}
+
+int ProjectTree::TextLeft(const Row& row) const {
+  const int icons = IsReference(*row.node) ? 2 : 1;
+  return FromDIP(kGap + row.depth * kIndent + kIndent + icons * (kIcon + kGap));
+}
+
+bool ProjectTree::IsOnButton(const wxPoint& point, int row) const {
+  const TreeNode* node = NodeOf(row);
+  if (node == nullptr || node->Children().empty()) return false;
+  const int left = FromDIP(kGap + rows_[static_cast<std::size_t>(row)].depth * kIndent);
+  return point.x >= left - FromDIP(kGap) && point.x < left + FromDIP(kIndent);
+}
+
+wxCoord ProjectTree::OnMeasureItem(size_t /*row*/) const {
+  return std::max(GetCharHeight(), FromDIP(kIcon)) + FromDIP(5);
+}
+
+void ProjectTree::OnDrawBackground(wxDC& dc, const wxRect& rect, size_t row) const {
+  if (!IsSelected(row)) return;
+  const int flags =
+      HasFocus() ? int{wxCONTROL_SELECTED} | int{wxCONTROL_FOCUSED} : int{wxCONTROL_SELECTED};
+  wxRendererNative::Get().DrawItemSelectionRect(const_cast<ProjectTree*>(this), dc, rect, flags);
+}
+
+void ProjectTree::DrawButton(wxDC& dc, const wxRect& rect, const Row& row) const {
+  if (row.node->Children().empty()) return;
+  const int size = FromDIP(kIcon);
+  const wxRect button(FromDIP(kGap + row.depth * kIndent), rect.y + (rect.height - size) / 2, size,
+                      size);
+  wxRendererNative::Get().DrawTreeItemButton(const_cast<ProjectTree*>(this), dc, button,
+                                             row.node->Expanded() ? int{wxCONTROL_EXPANDED} : 0);
+}
+
+void ProjectTree::OnDrawItem(wxDC& dc, const wxRect& rect, size_t index) const {
+  if (index >= rows_.size()) return;
+  const Row& row = rows_[index];
+  const TreeNode& node = *row.node;
+  DrawButton(dc, rect, row);
+  const int y = rect.y + (rect.height - FromDIP(kIcon)) / 2;
+  int x = TextLeft(row) - FromDIP(kIcon + kGap);
+  dc.DrawBitmap(images_[static_cast<std::size_t>(node.ImageOf())].GetBitmapFor(this), x, y);
+  if (IsReference(node)) {
+    x -= FromDIP(kIcon + kGap);
+    dc.DrawBitmap((node.Checked() ? registered_ : unregistered_).GetBitmapFor(this), x, y);
+  }
+  dc.SetFont(GetFont());
+  dc.SetTextForeground(IsSelected(index) ? wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT)
+                                         : TextColour(node.TextColour()));
+  const int left = TextLeft(row);
+  const wxString text = wxControl::Ellipsize(ToWx(node.Text()), dc, wxELLIPSIZE_END,
+                                             rect.width - left - FromDIP(kGap));
+  dc.DrawText(text, left, rect.y + (rect.height - dc.GetCharHeight()) / 2);
+}
+
+void ProjectTree::Toggle(const TreeNode& node) {
+  if (!node.Children().empty()) state_.Item(node.Key()).SetExpanded(!node.Expanded());
+}
+
+void ProjectTree::BindMouse() {
+  Bind(wxEVT_LEFT_DOWN, &ProjectTree::OnPress, this);
+  Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) {
+    const int row = RowAt(event.GetPosition());
+    if (const TreeNode* node = NodeOf(row)) Toggle(*node);
+  });
+  Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) {
+    pressed_ = nullptr;
+    event.Skip();
+  });
+  Bind(wxEVT_MOTION, &ProjectTree::OnMotion, this);
+  Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent& event) {
+    const wxPoint at = event.GetPosition();
+    const bool isKey = at == wxDefaultPosition;
+    gestures_.menuAsked(isKey ? state_.Selected() : NodeOf(RowAt(ScreenToClient(at))));
+  });
+}
+
+void ProjectTree::OnPress(wxMouseEvent& event) {
+  const wxPoint at = event.GetPosition();
+  const int row = RowAt(at);
+  TreeNode* node = NodeOf(row);
+  SetFocus();
+  if (IsOnButton(at, row)) {
+    gestures_.pressed(nullptr);
+    Toggle(*node);
+    return;
+  }
+  pressed_ = node;
+  pressedAt_ = at;
+  gestures_.pressed(node);
+}
+
+void ProjectTree::OnMotion(wxMouseEvent& event) {
+  event.Skip();
+  const wxPoint at = event.GetPosition();
+  if (pressed_ == nullptr || !event.LeftIsDown()) {
+    ShowToolTip(RowAt(at));
+    return;
+  }
+  const wxPoint way = at - pressedAt_;
+  constexpr int kStart = 5;
+  if (std::abs(way.x) < FromDIP(kStart) && std::abs(way.y) < FromDIP(kStart)) return;
+  gestures_.dragged(*std::exchange(pressed_, nullptr));
+}
+
+void ProjectTree::ShowToolTip(int row) {
+  if (row == tipRow_) return;
+  tipRow_ = row;
+  const TreeNode* node = NodeOf(row);
+  const wxString text = node == nullptr ? wxString() : ToWx(node->Text());
+  const bool fits = node == nullptr || TextLeft(rows_[static_cast<std::size_t>(row)]) +
+                                               GetTextExtent(text).x + FromDIP(kGap) <=
+                                           GetClientSize().x;
+  if (fits) {
+    UnsetToolTip();
+  } else {
+    SetToolTip(text);
+  }
+}
+
+void ProjectTree::BindKeys() {
+  Bind(wxEVT_KEY_DOWN, &ProjectTree::OnKey, this);
+  Bind(wxEVT_CHAR, &ProjectTree::OnChar, this);
+  Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) { Choose(event.GetSelection()); });
+  const auto redraw = [this](wxFocusEvent& event) {
+    Refresh();
+    event.Skip();
+  };
+  Bind(wxEVT_SET_FOCUS, redraw);
+  Bind(wxEVT_KILL_FOCUS, redraw);
+}
+
+void ProjectTree::Choose(int row) {
+  TreeNode* node = NodeOf(row);
+  if (node != nullptr && node != state_.Selected()) gestures_.selected(*node);
+}
+
+void ProjectTree::OnKey(wxKeyEvent& event) {
+  CatchUp();
+  const int row = GetSelection();
+  const bool isPlain = !event.HasAnyModifiers();
+  if (isPlain && row >= 0 && static_cast<std::size_t>(row) < rows_.size() &&
+      StepInto(rows_[static_cast<std::size_t>(row)], event.GetKeyCode())) {
+    return;
+  }
+  event.Skip();
+}
+
+// Left and right open, close and change levels, as in every tree.
+bool ProjectTree::StepInto(const Row& row, int key) {
+  const TreeNode& node = *row.node;
+  switch (key) {
+    case WXK_RIGHT:
+    case WXK_NUMPAD_RIGHT:
+      if (node.Expanded() && !node.Children().empty()) {
+        Choose(RowOf(node.Children().front()));
+      } else {
+        Toggle(node);
+      }
+      return true;
+    case WXK_LEFT:
+    case WXK_NUMPAD_LEFT:
+      if (node.Expanded() && !node.Children().empty()) {
+        Toggle(node);
+      } else if (node.Parent() != nullptr) {
+        Choose(RowOf(node.Parent()));
+      }
+      return true;
+    case WXK_RETURN:
+    case WXK_NUMPAD_ENTER:
+    case WXK_SPACE:
+      Toggle(node);
+      return true;
+    default:
+      return false;
+  }
+}
+
+// A letter leads to the next project whose file name begins with it.
+void ProjectTree::OnChar(wxKeyEvent& event) {
+  const wxString typed = wxString(event.GetUnicodeKey()).Lower();
+  if (event.HasModifiers() || typed.empty() || !wxIsalnum(typed[0])) {
+    event.Skip();
+    return;
+  }
+  const auto count = rows_.size();
+  const auto from = static_cast<std::size_t>(GetSelection()) + 1;
+  for (std::size_t step = 0; step < count; ++step) {
+    const auto row = (from + step) % count;
+    const TreeNode& node = *rows_[row].node;
+    if (!HasPrefix(node.Key(), node_prefix::kProject)) continue;
+    if (!ToWx(node.Text()).AfterLast('\\').Lower().StartsWith(typed)) continue;
+    Choose(static_cast<int>(row));
+    return;
+  }
+}
+
+}  // namespace gorbex::ui

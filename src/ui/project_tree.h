@@ -1,0 +1,80 @@
+#pragma once
+
+#include <wx/bmpbndl.h>
+#include <wx/vector.h>
+#include <wx/vlbox.h>
+
+#include <functional>
+#include <vector>
+
+#include "core/tree_view.h"
+
+namespace gorbex::ui {
+
+/// Draws a tree's state, a row for every node whose branch is open. Only the rows in sight are ever
+/// measured and painted, so a hundred thousand open nodes cost what ten do.
+class ProjectTree : public wxVListBox {
+ public:
+  /// What the user does with a node; null stands for the space beside the nodes.
+  struct Gestures {
+    std::function<void(TreeNode*)> pressed;
+    std::function<void(TreeNode&)> selected;  ///< with the keyboard
+    std::function<void(TreeNode*)> menuAsked;
+    std::function<void(TreeNode&)> dragged;
+  };
+
+  ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures);
+
+  /// The node of a row; null when there is no such row.
+  [[nodiscard]] TreeNode* NodeOf(int row) const;
+
+  /// Where a node is shown, in the control's own pixels; empty while it is out of sight.
+  [[nodiscard]] wxRect PlaceOf(const TreeNode& node) const;
+
+ private:
+  struct Row {
+    const TreeNode* node;
+    int depth;
+  };
+
+  void OnDrawItem(wxDC& dc, const wxRect& rect, size_t row) const override;
+  void OnDrawBackground(wxDC& dc, const wxRect& rect, size_t row) const override;
+  [[nodiscard]] wxCoord OnMeasureItem(size_t row) const override;
+
+  void Follow();
+  void BindMouse();
+  void BindKeys();
+  void CatchUp();
+  void Add(const TreeNode& node, int depth);
+  void ShowSelection();
+  void Reveal(const TreeNode& node);
+  void Toggle(const TreeNode& node);
+  void Choose(int row);
+  [[nodiscard]] int RowOf(const TreeNode* node) const;
+  [[nodiscard]] int RowAt(const wxPoint& point) const;
+  [[nodiscard]] bool IsOnButton(const wxPoint& point, int row) const;
+  [[nodiscard]] int TextLeft(const Row& row) const;
+  void DrawButton(wxDC& dc, const wxRect& rect, const Row& row) const;
+  void OnPress(wxMouseEvent& event);
+  void OnMotion(wxMouseEvent& event);
+  void OnKey(wxKeyEvent& event);
+  bool StepInto(const Row& row, int key);
+  void OnChar(wxKeyEvent& event);
+  void ShowToolTip(int row);
+
+  TreeView& state_;
+  Gestures gestures_;
+  wxVector<wxBitmapBundle> images_;
+  wxBitmapBundle registered_;
+  wxBitmapBundle unregistered_;
+  std::vector<Row> rows_;
+  std::vector<Subscription> subscriptions_;
+  bool isStale_ = true;     ///< which rows there are has changed
+  bool isFaded_ = true;     ///< how a row looks has changed
+  bool isUnchosen_ = true;  ///< the selection has changed
+  wxPoint pressedAt_;
+  TreeNode* pressed_ = nullptr;  ///< may be dragged
+  int tipRow_ = wxNOT_FOUND;
+};
+
+}  // namespace gorbex::ui

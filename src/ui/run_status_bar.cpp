@@ -1,0 +1,82 @@
+#include "ui/run_status_bar.h"
+
+#include "ui/elapsed_time.h"
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+namespace {
+
+enum Panel { kStatus, kCount, kGauge, kTime };
+
+}  // namespace
+
+RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& events)
+    : wxStatusBar(parent, wxID_ANY, wxSTB_DEFAULT_STYLE, "stbStatus"),
+      gauge_(new wxGauge(this, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize,
+                         wxGA_HORIZONTAL | wxGA_SMOOTH, wxDefaultValidator, "progress")),
+      timer_(this) {
+  const int widths[] = {-1, FromDIP(150), FromDIP(140), FromDIP(70)};
+  SetFieldsCount(4, widths);
+  gauge_->Hide();
+  SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
+  subscriptions_.push_back(window.stbStatus.changed.Connect(
+      [this](const std::string& text) { SetStatusText(ToWx(text), kStatus); }));
+  subscriptions_.push_back(events.Connect([this](const RunEvent& event) { Hear(event); }));
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    PlaceGauge();
+    event.Skip();
+  });
+  Bind(wxEVT_TIMER, [this](wxTimerEvent&) { ShowTime(); });
+}
+
+void RunStatusBar::Hear(const RunEvent& event) {
+  if (const auto* started = std::get_if<RunStarted>(&event)) Begin(*started);
+  if (const auto* project = std::get_if<ProjectStarted>(&event)) Next(*project);
+  if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Done(*compiled);
+  if (const auto* ended = std::get_if<RunEnded>(&event)) End(*ended);
+}
+
+void RunStatusBar::Begin(const RunStarted& run) {
+  constexpr int kTick = 500;
+  gauge_->SetRange(std::max(1, static_cast<int>(run.projects)));
+  gauge_->SetValue(0);
+  total_ = {};
+  gauge_->Show(run.projects > 0);
+  PlaceGauge();
+  timer_.Start(kTick);
+}
+
+void RunStatusBar::Next(const ProjectStarted& project) {
+  gauge_->SetValue(static_cast<int>(project.number) - 1);
+  SetStatusText(wxString::Format("%zu of %zu", project.number, project.of), kCount);
+  project_.Start();
+  ShowTime();
+}
+
+// Questions about a project's result take the user's time, not the compiler's.
+void RunStatusBar::Done(const ProjectCompiled& project) {
+  total_ += project.duration;
+  ShowTime();
+  project_.Pause();
+  gauge_->SetValue(gauge_->GetValue() + 1);
+}
+
+// The result stays to be read until the next run.
+void RunStatusBar::End(const RunEnded& run) {
+  timer_.Stop();
+  gauge_->Hide();
+  if (run.result != RunResult::Finished && run.result != RunResult::Aborted) return;
+  SetStatusText(wxString::Format("%d built, %d failed", run.built, run.errors), kCount);
+  SetStatusText(ElapsedText(total_), kTime);
+}
+
+void RunStatusBar::ShowTime() {
+  SetStatusText(ElapsedText(std::chrono::milliseconds(project_.Time())), kTime);
+}
+
+void RunStatusBar::PlaceGauge() {
+  wxRect field;
+  if (GetFieldRect(kGauge, field)) gauge_->SetSize(field.Deflate(FromDIP(2)));
+}
+
+}  // namespace gorbex::ui

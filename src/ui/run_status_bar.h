@@ -1,0 +1,38 @@
+#pragma once
+
+#include <wx/gauge.h>
+#include <wx/statusbr.h>
+#include <wx/stopwatch.h>
+#include <wx/timer.h>
+
+#include <chrono>
+#include <vector>
+
+#include "build/build_run.h"
+#include "core/main_window.h"
+
+namespace gorbex::ui {
+
+/// The status bar: the program's status text, and while a build runs how far it is and for how
+/// long the present project has been building.
+class RunStatusBar : public wxStatusBar {
+ public:
+  RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& events);
+
+ private:
+  void Hear(const RunEvent& event);
+  void Begin(const RunStarted& run);
+  void Next(const ProjectStarted& project);
+  void Done(const ProjectCompiled& project);
+  void End(const RunEnded& run);
+  void ShowTime();
+  void PlaceGauge();
+
+  wxGauge* gauge_;
+  wxTimer timer_;
+  wxStopWatch project_;
+  std::chrono::milliseconds total_{};  ///< of all projects of the run
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,247 @@
+#include "ui/state_list.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "ui/icons.h"
+#include "ui/palette.h"
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr int kCellMargin = 24;
+constexpr int kIcons = 40;  // check box and image of the first column
+
+}  // namespace
+
+StateList::StateList(wxWindow* parent, const wxString& name, ListView& state,
+                     const std::vector<ListColumn>& columns, Checks checks)
+    : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                 wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxBORDER_THEME, wxDefaultValidator,
+                 name),
+      state_(state),
+      columns_(columns) {
+  if (checks == Checks::Yes) EnableCheckBoxes();
+  SetSmallImages(RowIcons());
+  for (const auto& column : columns_) {
+    AppendColumn(wxString::FromUTF8(column.heading),
+                 column.isNumber ? wxLIST_FORMAT_RIGHT : wxLIST_FORMAT_LEFT, FromDIP(column.width));
+  }
+  Follow();
+  BindEvents();
+}
+
+void StateList::Follow() {
+  subscriptions_.push_back(state_.rowChanged.Connect(
+      [this](const ListRow& row, RowChange change) { Change(row, change); }));
+  const auto all = [this] {
+    isUnmeasured_ = true;
+    ShowLater();
+  };
+  subscriptions_.push_back(state_.cleared.Connect(all));
+  subscriptions_.push_back(state_.reordered.Connect(all));
+  subscriptions_.push_back(state_.selectionChanged.Connect([this] { ShowLater(); }));
+  subscriptions_.push_back(state_.refreshed.Connect([this] {
+    CatchUp();
+    Update();
+  }));
+}
+
+void StateList::BindEvents() {
+  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+    CatchUp();
+    event.Skip();
+  });
+  Bind(wxEVT_LIST_ITEM_SELECTED, [this](wxListEvent& event) {
+    if (!isShowingSelection_) state_.Select(RowOf(event.GetIndex()));
+  });
+  Bind(wxEVT_LIST_ITEM_DESELECTED, [this](wxListEvent& event) {
+    const bool isOurs = isShowingSelection_ || RowOf(event.GetIndex()) != state_.Selected();
+    if (!isOurs) state_.Select(nullptr);
+  });
+  Bind(wxEVT_LIST_ITEM_CHECKED, [this](wxListEvent& event) {
+    if (ListRow* row = RowOf(event.GetIndex())) row->SetChecked(true);
+  });
+  Bind(wxEVT_LIST_ITEM_UNCHECKED, [this](wxListEvent& event) {
+    if (ListRow* row = RowOf(event.GetIndex())) row->SetChecked(false);
+  });
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    isUnmeasured_ = true;
+    ShowLater();
+    event.Skip();
+  });
+  Bind(wxEVT_LIST_COL_END_DRAG, [this](wxListEvent& event) {
+    hasOwnWidths_ = true;
+    event.Skip();
+  });
+  // Where the toolkit draws a list itself its rows are a window of their own.
+  for (wxWindow* child : GetChildren()) child->Bind(wxEVT_MOTION, &StateList::OnMotion, this);
+  Bind(wxEVT_MOTION, &StateList::OnMotion, this);
+}
+
+void StateList::Change(const ListRow& row, RowChange change) {
+  if (change == RowChange::EnsureVisible) {
+    CatchUp();
+    EnsureVisible(static_cast<long>(state_.PositionOf(row)) - 1);
+    return;
+  }
+  isUnmeasured_ = isUnmeasured_ || change == RowChange::Added || change == RowChange::SubItem;
+  ShowLater();
+}
+
+void StateList::CatchUp() {
+  if (!isStale_) return;
+  isStale_ = false;
+  const auto count = static_cast<long>(state_.Count());
+  if (GetItemCount() != count) SetItemCount(count);
+  ShowSelection();
+  if (isUnmeasured_ && !hasOwnWidths_) FitColumns();
+  isUnmeasured_ = false;
+  if (count > 0) RefreshItems(GetTopItem(), std::min(GetTopItem() + GetCountPerPage(), count - 1));
+}
+
+void StateList::ShowSelection() {
+  const ListRow* selected = state_.Selected();
+  const long shown = GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED);
+  const long wanted =
+      selected == nullptr ? -1 : static_cast<long>(state_.PositionOf(*selected)) - 1;
+  if (shown == wanted) return;
+  isShowingSelection_ = true;
+  if (shown >= 0) SetItemState(shown, 0, wxLIST_STATE_SELECTED);
+  if (wanted >= 0) {
+    constexpr long kChosen = wxLIST_STATE_SELECTED | wxLIST_STATE_FOCUSED;
+    SetItemState(wanted, kChosen, kChosen);
+    EnsureVisible(wanted);
+  }
+  isShowingSelection_ = false;
+}
+
+ListRow* StateList::RowOf(long item) const {
+  const auto index = static_cast<std::size_t>(item);
+  return item >= 0 && index < state_.Count() ? state_.Rows()[index].get() : nullptr;
+}
+
+wxString StateList::ExtraText(const ListRow& /*row*/, long /*column*/) const {
+  return {};
+}
+
+wxString StateList::OnGetItemText(long item, long column) const {
+  const ListRow* row = RowOf(item);
+  if (row == nullptr) return {};
+  if (column == 0) return ToWx(row->Text());
+  const auto& text = row->SubItem(static_cast<std::size_t>(column));
+  return text.empty() ? ExtraText(*row, column) : ToWx(text);
+}
+
+int StateList::OnGetItemImage(long item) const {
+  const ListRow* row = RowOf(item);
+  return row == nullptr ? -1 : static_cast<int>(row->Icon());
+}
+
+wxItemAttr* StateList::OnGetItemAttr(long item) const {
+  const ListRow* row = RowOf(item);
+  if (row == nullptr || row->TextColour() == Colour::WindowText) return nullptr;
+  attribute_.SetTextColour(TextColour(row->TextColour()));
+  return &attribute_;
+}
+
+bool StateList::OnGetItemIsChecked(long item) const {
+  const ListRow* row = RowOf(item);
+  return row != nullptr && row->Checked();
+}
+
+void StateList::SetColumnWidths(const std::vector<int>& widths) {
+  const auto count = std::min(widths.size(), columns_.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    SetColumnWidth(static_cast<int>(i), FromDIP(std::max(widths[i], 16)));
+  }
+  hasOwnWidths_ = true;
+}
+
+std::vector<int> StateList::ColumnWidths() const {
+  std::vector<int> widths;
+  widths.reserve(columns_.size());
+  for (int i = 0; i < GetColumnCount(); ++i) widths.push_back(ToDIP(GetColumnWidth(i)));
+  return widths;
+}
+
+void StateList::FitColumns() {
+  std::vector<int> widths;
+  widths.reserve(columns_.size());
+  for (int column = 0; column < GetColumnCount(); ++column) {
+    widths.push_back(FittingWidth(column));
+  }
+  const int available = GetClientSize().x - FromDIP(kCellMargin);
+  ShrinkTo(available, widths);
+  // What is left over goes to the text that stands last.
+  const int rest = available - std::accumulate(widths.begin(), widths.end(), 0);
+  if (rest > 0 && !columns_.back().isNumber) widths.back() += rest;
+  for (std::size_t i = 0; i < widths.size(); ++i) SetColumnWidth(static_cast<int>(i), widths[i]);
+  // The headings do not follow by themselves.
+  for (wxWindow* child : GetChildren()) child->Refresh();
+}
+
+// Every column keeps its least width; what it has beyond that it shares with the others.
+void StateList::ShrinkTo(int available, std::vector<int>& widths) const {
+  std::vector<int> least;
+  least.reserve(columns_.size());
+  for (long column = 0; column < GetColumnCount(); ++column) least.push_back(LeastWidth(column));
+  const int wanted = std::accumulate(widths.begin(), widths.end(), 0);
+  const int needed = std::accumulate(least.begin(), least.end(), 0);
+  if (wanted <= std::max(available, needed)) return;
+  const double share = std::max(0.0, static_cast<double>(available - needed) / (wanted - needed));
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    widths[i] = least[i] + static_cast<int>((widths[i] - least[i]) * share);
+  }
+}
+
+int StateList::LeastWidth(long column) const {
+  const auto& designed = columns_[static_cast<std::size_t>(column)];
+  const int heading = GetTextExtent(wxString::FromUTF8(designed.heading)).x;
+  return std::max(FromDIP(designed.width), heading + FromDIP(kCellMargin));
+}
+
+// The rows at the top speak for all; one long text must not push the other columns away.
+int StateList::FittingWidth(long column) const {
+  constexpr std::size_t kMeasured = 100;
+  constexpr int kWidest = 360;
+  int width = 0;
+  for (std::size_t i = 0; i < std::min(kMeasured, state_.Count()); ++i) {
+    width = std::max(width, GetTextExtent(OnGetItemText(static_cast<long>(i), column)).x);
+  }
+  width = std::min(width + FromDIP(kCellMargin), FromDIP(kWidest));
+  if (column == 0) width += FromDIP(kIcons);
+  return std::max(width, LeastWidth(column));
+}
+
+// Cut-off texts are shown whole while the pointer rests on their row.
+void StateList::OnMotion(wxMouseEvent& event) {
+  event.Skip();
+  auto* over = dynamic_cast<wxWindow*>(event.GetEventObject());
+  if (over == nullptr) return;
+  int flags = 0;
+  const long item = HitTest(ScreenToClient(over->ClientToScreen(event.GetPosition())), flags);
+  if (item == tipItem_) return;
+  tipItem_ = item;
+  const wxString tip = CutOffTexts(item);
+  if (tip.empty()) {
+    over->UnsetToolTip();
+  } else {
+    over->SetToolTip(tip);
+  }
+}
+
+wxString StateList::CutOffTexts(long item) const {
+  wxString tip;
+  if (RowOf(item) == nullptr) return tip;
+  for (int column = 1; column < GetColumnCount(); ++column) {
+    const wxString text = OnGetItemText(item, column);
+    if (GetTextExtent(text).x + FromDIP(kCellMargin) / 2 <= GetColumnWidth(column)) continue;
+    if (!tip.empty()) tip += "\n";
+    tip += wxString::FromUTF8(columns_[static_cast<std::size_t>(column)].heading) + ": " + text;
+  }
+  return tip;
+}
+
+}  // namespace gorbex::ui

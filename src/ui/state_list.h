@@ -1,0 +1,75 @@
+#pragma once
+
+#include <wx/listctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "core/list_view.h"
+
+namespace gorbex::ui {
+
+struct ListColumn {
+  std::string heading;
+  int width = 0;  ///< in DIP, before anything was measured
+  bool isNumber = false;
+};
+
+/// Draws a list's state: rows are asked for when they are painted, and many changes make one
+/// painting.
+class StateList : public wxListCtrl {
+ public:
+  enum class Checks { No, Yes };
+
+  /// Column 0 shows the row's text, the others its sub-items of the same number.
+  StateList(wxWindow* parent, const wxString& name, ListView& state,
+            const std::vector<ListColumn>& columns, Checks checks);
+
+  /// Widths in DIP. Widths that were set, here or by the user, are kept when rows change; the
+  /// others follow the rows' texts.
+  void SetColumnWidths(const std::vector<int>& widths);
+  [[nodiscard]] std::vector<int> ColumnWidths() const;
+
+  /// Whether the user or a call set the widths.
+  [[nodiscard]] bool HasOwnWidths() const { return hasOwnWidths_; }
+
+  /// Null when the item shows no row.
+  [[nodiscard]] ListRow* RowOf(long item) const;
+
+ protected:
+  /// The text of a column beyond the row's own.
+  [[nodiscard]] virtual wxString ExtraText(const ListRow& row, long column) const;
+
+  /// Paints what changed, once the program comes to rest.
+  void ShowLater() { isStale_ = true; }
+
+ private:
+  [[nodiscard]] wxString OnGetItemText(long item, long column) const override;
+  [[nodiscard]] int OnGetItemImage(long item) const override;
+  [[nodiscard]] wxItemAttr* OnGetItemAttr(long item) const override;
+  [[nodiscard]] bool OnGetItemIsChecked(long item) const override;
+
+  void Follow();
+  void Change(const ListRow& row, RowChange change);
+  void BindEvents();
+  void CatchUp();
+  void ShowSelection();
+  void FitColumns();
+  void ShrinkTo(int available, std::vector<int>& widths) const;
+  [[nodiscard]] int LeastWidth(long column) const;
+  [[nodiscard]] int FittingWidth(long column) const;
+  void OnMotion(wxMouseEvent& event);
+  [[nodiscard]] wxString CutOffTexts(long item) const;
+
+  ListView& state_;
+  std::vector<ListColumn> columns_;
+  std::vector<Subscription> subscriptions_;
+  mutable wxItemAttr attribute_;
+  long tipItem_ = -1;  ///< whose tool tip is set
+  bool isStale_ = true;
+  bool isUnmeasured_ = true;
+  bool hasOwnWidths_ = false;
+  bool isShowingSelection_ = false;
+};
+
+}  // namespace gorbex::ui

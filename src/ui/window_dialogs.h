@@ -1,0 +1,44 @@
+#pragma once
+
+#include <wx/window.h>
+
+#include <optional>
+#include <string>
+
+#include "core/dialogs.h"
+#include "ui/host_paths.h"
+
+namespace gorbex::ui {
+
+/// The program's questions in windows of the toolkit.
+class WindowDialogs : public Dialogs {
+ public:
+  /// The paths must outlive this object.
+  explicit WindowDialogs(const HostPaths& paths) : paths_(paths) {}
+
+  /// The window above which dialogs stand; it is shown before the first. Null for none.
+  void SetParent(wxWindow* parent) { parent_ = parent; }
+
+  Answer Show(const Message& message) override;
+  std::optional<std::string> OpenFile(const FileChoice& choice) override;
+  std::optional<std::string> SaveFile(const FileChoice& choice) override;
+  std::optional<std::string> BrowseForDir(const std::string& title) override;
+  std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;
+  void ShowOptions(frmOptions& form) override;
+  void ShowLogin(frmLogin& form) override;
+  void ShowLabel(frmLabel& form) override;
+
+ private:
+  [[nodiscard]] wxWindow* Parent();
+  void ShowParent();
+  [[nodiscard]] std::optional<std::string> ChooseFile(const FileChoice& choice, long style);
+  [[nodiscard]] std::optional<std::string> Chosen(const wxString& hostPath);
+  [[nodiscard]] std::optional<std::string> ChosenWithExtension(const wxString& hostPath,
+                                                               const wxString& wildcard);
+
+  const HostPaths& paths_;
+  wxWindow* parent_ = nullptr;
+  wxString lastFolder_;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,198 @@
+#include "ui/window_menus.h"
+
+#include <string_view>
+#include <unordered_map>
+
+#include "ui/icons.h"
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr int kToolSize = 24;
+
+/// The picture of a command by its name; empty for none.
+std::string_view IconNameOf(const Command& command) {
+  static const std::unordered_map<std::string_view, std::string_view> kIcons = {
+      {"mnuFileNew", "new"},
+      {"mnuFileOpen", "open"},
+      {"mnuFileSave", "save"},
+      {"mnuFileBuild", "build"},
+      {"mnuFileStop", "stop"},
+      {"mnuFileGenScript", "script"},
+      {"mnuFileExit", "exit"},
+      {"mnuQueueAdd", "queue-add"},
+      {"mnuQueueArrange", "arrange"},
+      {"mnuQueueMoveUp", "move-up"},
+      {"mnuQueueMoveDown", "move-down"},
+      {"mnuQueueRemove", "remove"},
+      {"mnuQueueMarkAll", "mark-all"},
+      {"mnuQueueTest", "test"},
+      {"mnuToolsDependancies", "scan"},
+      {"mnuToolsBuildOptions", "options"},
+      {"mnuToolsLogin", "login"},
+      {"mnuToolsLabel", "label"},
+      {"mnuToolsGetLatest", "get-latest"},
+      {"mnuWindowViewLogs", "log"},
+      {"mnuHelpAbout", "about"},
+      {"mnuTreePopupAddProject", "add-project"},
+      {"mnuTreePopupRemoveProject", "remove-project"},
+      {"mnuTreePopupBuildNowDefault", "build"},
+  };
+  const auto found = kIcons.find(command.Name());
+  return found == kIcons.end() ? std::string_view() : found->second;
+}
+
+wxString ShortcutSuffix(const Command& command) {
+  return command.Shortcut().empty() ? wxString() : "\t" + wxString(command.Shortcut());
+}
+
+}  // namespace
+
+WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
+    : frame_(frame), commands_(commands), ids_(ids), bar_(new wxMenuBar) {
+  MainMenu& m = commands_;
+  AddMenu("&File", {&m.mnuFileNew, &m.mnuFileOpen, &m.mnuFileSave, &m.mnuFileSaveAs, nullptr,
+                    &m.mnuFileBuild, &m.mnuFileStop, &m.mnuFileGenScript, nullptr, &m.mnuFileExit});
+  file_ = bar_->GetMenu(0);
+  AddMenu("&Project", {&m.mnuTreePopupAddProject, &m.mnuTreePopupRemoveProject, nullptr,
+                       &m.mnuTreePopupBuildNowDefault, &m.mnuTreePopupBuildNowNewLocation, nullptr,
+                       &m.mnuTreePopupGetLatest, nullptr, &m.mnuDataPopupReg, &m.mnuDataPopupUnReg,
+                       &m.mnuDataPopupBrowse});
+  AddMenu("&Queue", QueueEntries());
+  AddMenu("&Tools", {&m.mnuToolsDependancies, nullptr, &m.mnuToolsLogin, &m.mnuToolsGetLatest,
+                     &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox, nullptr,
+                     &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
+  AddMenu("&Window", {&m.mnuWindowViewLogs});
+  AddMenu("&Help", {&m.mnuHelpAbout});
+  frame_.SetMenuBar(bar_);
+  MakeArrowKeys({&m.mnuQueueMoveUp, &m.mnuQueueMoveDown});
+  MakeToolBar({&m.mnuFileNew, &m.mnuFileOpen, &m.mnuFileSave, nullptr, &m.mnuTreePopupAddProject,
+               &m.mnuQueueAdd, nullptr, &m.mnuQueueArrange, &m.mnuQueueMoveUp, &m.mnuQueueMoveDown,
+               nullptr, &m.mnuToolsDependancies, nullptr, &m.mnuFileBuild, &m.mnuFileStop, nullptr,
+               &m.mnuToolsBuildOptions, &m.mnuWindowViewLogs});
+  ShowRecentFiles();
+  for (Command& entry : commands_.mnuFileMRU) {
+    subscriptions_.push_back(
+        entry.visible.changed.Connect([this](const bool&) { ShowRecentFiles(); }));
+  }
+}
+
+WindowMenus::Entries WindowMenus::QueueEntries() {
+  MainMenu& m = commands_;
+  return {&m.mnuQueueAdd,
+          &m.mnuQueueAddAll,
+          nullptr,
+          &m.mnuQueueArrange,
+          &m.mnuQueueMoveUp,
+          &m.mnuQueueMoveDown,
+          nullptr,
+          &m.mnuQueueRemove,
+          &m.mnuQueueEmpty,
+          nullptr,
+          &m.mnuQueueMarkAll,
+          &m.mnuQueueUnMarkAll,
+          nullptr,
+          &m.mnuQueueBuild,
+          &m.mnuQueueTest};
+}
+
+std::unique_ptr<wxMenu> WindowMenus::TreePopup() {
+  MainMenu& m = commands_;
+  return MenuOf({&m.mnuTreePopupAddProject, &m.mnuTreePopupRemoveProject, nullptr, &m.mnuQueueAdd,
+                 &m.mnuTreePopupGetLatest, nullptr, &m.mnuTreePopupBuildNowDefault,
+                 &m.mnuTreePopupBuildNowNewLocation});
+}
+
+std::unique_ptr<wxMenu> WindowMenus::GroupPopup() {
+  return MenuOf({&commands_.mnuTreePopupAddProject, &commands_.mnuQueueAddAll});
+}
+
+std::unique_ptr<wxMenu> WindowMenus::DataPopup() {
+  return MenuOf({&commands_.mnuDataPopupReg, &commands_.mnuDataPopupUnReg, nullptr,
+                 &commands_.mnuDataPopupBrowse});
+}
+
+std::unique_ptr<wxMenu> WindowMenus::QueuePopup() {
+  return MenuOf(QueueEntries());
+}
+
+std::unique_ptr<wxMenu> WindowMenus::MenuOf(const Entries& entries) {
+  auto menu = std::make_unique<wxMenu>();
+  bool separates = false;
+  for (Command* command : entries) {
+    if (command == nullptr) {
+      separates = menu->GetMenuItemCount() > 0;
+    } else if (command == &commands_.mnuToolsGetLatest) {
+      menu->Append(
+          ids_.IdOf(*command), ToWx(command->caption.Get()),
+          MenuOf({&commands_.mnuToolsGetLatestALL, &commands_.mnuToolsGetLatestChanged}).release());
+    } else if (command->IsHandled()) {
+      if (separates) menu->AppendSeparator();
+      separates = false;
+      Append(*menu, *command);
+    }
+  }
+  return menu;
+}
+
+void WindowMenus::Append(wxMenu& menu, Command& command) {
+  const bool isSwitch = &command == &commands_.mnuToolsInBox;
+  auto* item = new wxMenuItem(&menu, ids_.IdOf(command),
+                              ToWx(command.caption.Get()) + ShortcutSuffix(command), {},
+                              isSwitch ? wxITEM_CHECK : wxITEM_NORMAL);
+  const auto icon = Icon(IconNameOf(command));
+  if (icon.IsOk() && !isSwitch) item->SetBitmap(icon);
+  menu.Append(item);
+}
+
+void WindowMenus::AddMenu(const wxString& title, const Entries& entries) {
+  bar_->Append(MenuOf(entries).release(), title);
+}
+
+// Some systems' menus take no arrow key for a shortcut.
+void WindowMenus::MakeArrowKeys(const Entries& entries) {
+  std::vector<wxAcceleratorEntry> keys;
+  for (Command* command : entries) {
+    wxAcceleratorEntry key;
+    if (!key.FromString(wxString(command->Shortcut()))) continue;
+    key.Set(key.GetFlags(), key.GetKeyCode(), ids_.IdOf(*command));
+    keys.push_back(key);
+  }
+  frame_.SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(keys.size()), keys.data()));
+}
+
+void WindowMenus::ShowRecentFiles() {
+  for (wxMenuItem* item : recent_) file_->Destroy(item);
+  recent_.clear();
+  std::size_t at = file_->GetMenuItemCount() - 1;
+  int number = 0;
+  for (Command& entry : commands_.mnuFileMRU) {
+    ++number;
+    if (!entry.visible.Get()) continue;
+    const auto path = wxControl::EscapeMnemonics(ToWx(entry.caption.Get()));
+    recent_.push_back(
+        file_->Insert(at++, ids_.IdOf(entry), wxString::Format("&%d  %s", number, path)));
+  }
+  if (!recent_.empty()) recent_.push_back(file_->InsertSeparator(at));
+}
+
+void WindowMenus::MakeToolBar(const Entries& entries) {
+  wxToolBar* tools = frame_.CreateToolBar(wxTB_HORIZONTAL | wxTB_FLAT);
+  tools->SetToolBitmapSize(frame_.FromDIP(wxSize(kToolSize, kToolSize)));
+  for (Command* command : entries) {
+    if (command == nullptr) {
+      tools->AddSeparator();
+      continue;
+    }
+    if (!command->IsHandled()) continue;
+    const auto caption = wxControl::RemoveMnemonics(ToWx(command->caption.Get()));
+    const auto help = command->Shortcut().empty()
+                          ? caption
+                          : caption + " (" + wxString(command->Shortcut()) + ")";
+    tools->AddTool(ids_.IdOf(*command), caption, Icon(IconNameOf(*command), kToolSize), help);
+  }
+  tools->Realize();
+}
+
+}  // namespace gorbex::ui

@@ -1,0 +1,74 @@
+#include "ui/window_place.h"
+
+#include <wx/display.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace gorbex::ui {
+namespace {
+
+constexpr float kTwipsPerDip = 15;
+
+// Stored numbers can be anything.
+int Dips(float twips) {
+  constexpr float kFarthest = 100000;
+  const float dips = twips / kTwipsPerDip;
+  return std::isfinite(dips)
+             ? static_cast<int>(std::lround(std::clamp(dips, -kFarthest, kFarthest)))
+             : 0;
+}
+
+float Twips(int dips) {
+  return static_cast<float>(dips) * kTwipsPerDip;
+}
+
+// What of the title bar must be on a screen for the user to take hold of the window.
+bool CanBeMoved(const wxRect& window, const wxRect& screen) {
+  constexpr int kHold = 60;
+  constexpr int kTitleBar = 24;
+  const wxRect seen = screen.Intersect({window.x, window.y, window.width, kTitleBar});
+  return seen.width >= kHold && seen.height >= kTitleBar;
+}
+
+}  // namespace
+
+WindowPosition InTwips(const wxRect& dips) {
+  return {Twips(dips.x), Twips(dips.y), Twips(dips.width), Twips(dips.height)};
+}
+
+wxRect InDips(const WindowPosition& twips) {
+  return {Dips(twips.left), Dips(twips.top), Dips(twips.width), Dips(twips.height)};
+}
+
+wxRect OnSomeScreen(const wxRect& wanted, const std::vector<wxRect>& screens,
+                    const wxSize& smallest) {
+  wxRect window = wanted;
+  window.width = std::max(window.width, smallest.x);
+  window.height = std::max(window.height, smallest.y);
+  const auto found = std::find_if(screens.begin(), screens.end(),
+                                  [&](const wxRect& screen) { return CanBeMoved(window, screen); });
+  wxRect all;
+  for (const wxRect& screen : screens) all.Union(screen);
+  if (found != screens.end()) {
+    window.width = std::min(window.width, all.width);
+    window.height = std::min(window.height, all.height);
+  }
+  if (found != screens.end() || screens.empty()) return window;
+  const wxRect& screen = screens.front();
+  window.width = std::min(window.width, screen.width);
+  window.height = std::min(window.height, screen.height);
+  return window.CentreIn(screen);
+}
+
+std::vector<wxRect> Screens() {
+  std::vector<wxRect> screens;
+  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
+    const wxDisplay display(i);
+    const auto at = display.IsPrimary() ? screens.begin() : screens.end();
+    screens.insert(at, display.GetClientArea());
+  }
+  return screens;
+}
+
+}  // namespace gorbex::ui

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <wx/gdicmn.h>
+
+#include <vector>
+
+#include "core/main_window.h"
+
+namespace gorbex::ui {
+
+/// Twips and the toolkit's pixels. A twip is a 1440th of an inch, of which a DIP is a 96th.
+[[nodiscard]] WindowPosition InTwips(const wxRect& dips);
+[[nodiscard]] wxRect InDips(const WindowPosition& twips);
+
+/// The rectangle moved and cut so far that the window can be seen and moved on one of the screens;
+/// a place on a screen that is gone leads to the main screen.
+[[nodiscard]] wxRect OnSomeScreen(const wxRect& wanted, const std::vector<wxRect>& screens,
+                                  const wxSize& smallest);
+
+/// The usable areas of all screens, the main screen first.
+[[nodiscard]] std::vector<wxRect> Screens();
+
+}  // namespace gorbex::ui

@@ -1,0 +1,91 @@
+#include "tests/build/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+constexpr const char* kSaveQuestion = "show [YesNo Question] Save your Builder project?";
+constexpr const char* kRunningQuestion =
+    "show [YesNo Question] A build is running. Do you wish to close when the current project is "
+    "done?";
+
+class ShutDownTest : public BuildFixture {
+ protected:
+  bool Close() { return program.shutDown.Form_QueryUnload(); }
+};
+
+TEST_F(ShutDownTest, StoresSessionSettingsAndPositionInTurn) {
+  program.options.Interval = 60;
+  program.window.UserName = "me";
+  program.window.position.Set(WindowPosition{-150.5F, 30, 12000, 9000});
+  EXPECT_TRUE(Close());
+  const Journal steps = Steps();
+  EXPECT_EQ(steps.back(), "log Quitting Application");
+  const auto at = [&](const std::string& text) {
+    return std::find_if(steps.begin(), steps.end(),
+                        [&](const auto& line) { return line.find(text) != std::string::npos; });
+  };
+  EXPECT_TRUE(at("INIPath") < at("User") && at("User") < at("Interval") &&
+              at("Interval") < at("WindowPos"));
+
+  program.window.position.Set(std::nullopt);
+  program.start.Form_Load();
+  const auto& restored = program.window.position.Get();
+  ASSERT_TRUE(restored);
+  EXPECT_EQ(restored->left, -150.5F);
+  EXPECT_EQ(restored->height, 9000);
+}
+
+TEST_F(ShutDownTest, KeepsTheWindowOpenWhileChangesCannotBeSaved) {
+  Load({"Core"});
+  program.window.ProjectChanged = true;
+  dialogs.answers = {Answer::No};
+  EXPECT_TRUE(Close());
+  EXPECT_EQ(Only(Steps(), {"show"}), Journal{kSaveQuestion});
+
+  platform.files.SetAttributes("C:\\Group\\Group.bpf", file_attribute::kReadOnly);
+  dialogs.answers = {Answer::Yes, Answer::Abort};
+  EXPECT_FALSE(Close()) << "the user wanted them saved";
+  EXPECT_TRUE(Only(Steps(), {"log"}).empty());
+
+  platform.files.SetAttributes("C:\\Group\\Group.bpf", 0);
+  dialogs.answers = {Answer::Yes};
+  EXPECT_TRUE(Close());
+  EXPECT_FALSE(program.window.ProjectChanged);
+}
+
+TEST_F(ShutDownTest, WaitsForTheProjectBeingBuilt) {
+  Load({"Base", "Core"});
+  dialogs.answers = {Answer::Yes};
+  platform.processes.polls = 1;
+  bool asked = false;
+  platform.events.onEvents = [&] {
+    if (std::exchange(asked, true)) return;
+    EXPECT_FALSE(Close());
+    EXPECT_FALSE(program.shutDown.Due());
+  };
+  EXPECT_EQ(Only(Build(), {"show", "log Build"}),
+            (Journal{"log Build Started", kRunningQuestion, "log Build was Succesfull",
+                     "show Built 1 components.", "log Build Finished succesfully."}));
+  EXPECT_EQ(Icons(), "buildok vbproject");
+  EXPECT_TRUE(program.shutDown.Due());
+  EXPECT_TRUE(Close());
+}
+
+TEST_F(ShutDownTest, EndsACompilerThatDoesNotEnd) {
+  Load({"Core"});
+  platform.processes.polls = 1000000;
+  dialogs.answers = {Answer::No, Answer::Yes};
+  int presses = 0;
+  platform.events.onEvents = [&] {
+    if (presses++ < 3) program.window.menu.mnuFileStop.Execute();
+  };
+  const std::string question =
+      "show [YesNo Exclamation] The compiler is still running. End it now?";
+  EXPECT_EQ(Only(Build(), {"show"}),
+            (Journal{question, question, "show Errors during the build process"}));
+  EXPECT_GT(presses, 3) << "the wait went on after the first two";
+  EXPECT_FALSE(program.window.menu.mnuFileStop.enabled.Get());
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,170 @@
+#include "tests/build/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+class SourceControlCommandsTest : public BuildFixture {
+ protected:
+  SourceControlCommandsTest() {
+    Load({"Base", "Core", "Shop"});
+    program.window.IniPath = "srcsafe.ini";
+    dialogs.useLogin = [](frmLogin& form) {
+      form.txtUserName.text.Set("me");
+      form.cmdOK.Execute();
+    };
+  }
+
+  void LogIn() {
+    program.session.LoginToSourceSafe();
+    Steps();
+  }
+
+  /// Takes a loaded project under source control, as its binding file would have.
+  void Bind(const std::string& name, const std::string& spec) {
+    clsMember member = program.window.ProjectMembers.Item(Group::Path(name));
+    program.window.ProjectMembers.Remove(member.path);
+    member.VSSProject = spec;
+    program.window.ProjectMembers.Add(member);
+  }
+
+  [[nodiscard]] TreeNode& Node(const std::string& name) {
+    return program.window.tvwProjects.Item("x)" + Group::Path(name));
+  }
+
+  /// The projects marked as changed.
+  [[nodiscard]] std::string Marked() {
+    std::string names;
+    for (const char* name : {"Base", "Core", "Shop"}) {
+      if (Node(name).ImageOf() == Image::ProjectWarning) names.append(name).append(" ");
+    }
+    return names;
+  }
+
+  Journal Run(Command& entry) {
+    Steps();
+    entry.Execute();
+    return Only(Steps(), {"show", "status", "log", "get", "checkout", "checkin", "label"});
+  }
+
+  MemorySourceControl& database = platform.sourceControl;
+  MainMenu& menu = program.window.menu;
+};
+
+TEST_F(SourceControlCommandsTest, ScanMarksProjectsByTheFilesDirectlyInTheirFolders) {
+  Bind("Base", "$/Base");
+  Bind("Core", "$/Core");
+  database.files = {{"$/Base/a.cls", {"new", "old"}},
+                    {"$/Base/b.cls", {"1", "1"}},
+                    {"$/Core/c.cls", {"1", "1"}},
+                    {"$/Core/Sub/d.cls", {"new", "old"}},
+                    {"$/Shop/e.cls", {"new", "old"}}};
+  program.changes.mnuToolsHighlight_Click();
+  EXPECT_EQ(Marked(), "Base ") << "it logs in by itself";
+  Bind("Shop", "$/Shop");
+  database.failures[{"differs", "$/Base/a.cls"}] = "gone";
+  EXPECT_EQ(Run(menu.mnuToolsHighlight), (Journal{"status Checking for Project Changes..",
+                                                  "status Finished scanning for changes"}));
+  EXPECT_EQ(Marked(), "Base Shop ") << "a mark of an earlier scan stays";
+  EXPECT_EQ(program.window.mousePointer.Get(), MousePointer::Default);
+}
+
+TEST_F(SourceControlCommandsTest, GetsAllChangedOrSelectedProjects) {
+  LogIn();
+  for (const char* name : {"Base", "Core", "Shop"}) {
+    Bind(name, std::string("$/") + name);
+    database.files[std::string("$/") + name + "/a.cls"] = {"1", "1", "1"};
+    Node(name).SetImage(Image::ProjectWarning);
+  }
+  database.failures[{"get", "$/Core"}] = "It is locked";
+  const std::string got = " 67248128";
+  EXPECT_EQ(
+      Run(menu.mnuToolsGetLatestChanged),
+      (Journal{"status Getting $/Base", "get $/Base C:\\Work\\Base" + got, "status Getting $/Core",
+               "status It is locked", "status Changed projects now up to date"}));
+  EXPECT_EQ(Marked(), "Core Shop ");
+
+  const Journal all = Run(menu.mnuToolsGetLatestALL);
+  EXPECT_EQ(all.size(), 10U) << "a failure does not stop the others";
+  EXPECT_EQ(all.front(), "log Getting Latest for " + Group::Path("Base"));
+  EXPECT_EQ(all.back(), "status Get completed");
+
+  program.window.tvwProjects.Select(&Node("Core"));
+  Run(menu.mnuTreePopupGetLatest);
+  EXPECT_EQ(Marked(), "Shop ") << "whatever the result";
+
+  program.buildProject.mnuFileNew_Click();
+  EXPECT_EQ(Run(menu.mnuToolsGetLatestALL), Journal{"show No projects loaded"});
+  EXPECT_EQ(Run(menu.mnuToolsGetLatestChanged),
+            (Journal{"show No projects loaded", "status Changed projects now up to date"}));
+  EXPECT_EQ(Run(menu.mnuToolsLabel), Journal{"show No Projects to Label!!"});
+}
+
+TEST_F(SourceControlCommandsTest, LabelsWhatTheDatabaseKnows) {
+  LogIn();
+  Bind("Base", "$/Base");
+  database.files["$/Core/a.cls"] = {"1", "1"};
+  program.window.ProjectMembers.Remove(Group::Path("Core"));
+  program.window.ProjectMembers.Remove(Group::Path("Shop"));
+  dialogs.useLabel = [&](frmLabel& form) {
+    EXPECT_EQ(form.txtVSSProject.text.Get(), "$/Base");
+    EXPECT_FALSE(form.cmdOK.enabled.Get());
+    form.txtLabel.text.Set("1.0");
+    EXPECT_FALSE(form.cmdOK.enabled.Get());
+    form.txtComment.text.Set("first");
+    EXPECT_TRUE(form.cmdOK.enabled.Get());
+    form.cmdOK.Execute();
+    EXPECT_FALSE(form.hidden.Get());
+    form.txtVSSProject.text.Set("$/Core");
+    form.cmdOK.Execute();
+    EXPECT_TRUE(form.hidden.Get());
+    form.hidden.Set(false);
+    form.cmdOK.Execute();
+    form.txtLabel.text.Set("");
+    EXPECT_TRUE(form.cmdOK.enabled.Get()) << "it looks at the comment alone";
+    database.failures[{"item", "$/Core"}] = "offline";
+    form.cmdOK.Execute();
+    EXPECT_FALSE(form.hidden.Get());
+  };
+  EXPECT_EQ(Run(menu.mnuToolsLabel),
+            (Journal{"show Invalid VSS Project", "label $/Core 1.0 first", "label $/Core 1.0 first",
+                     "show Failed to label : The label 1.0 exists already(0)",
+                     Reported(429, "offline", ": frmLabel.cmdOK_Click")}));
+}
+
+TEST_F(SourceControlCommandsTest, BrowseRepointsAReferenceUnderCheckOut) {
+  group.Library("User").Uses("Core");
+  Load();
+  Bind("User", "$/User");
+  LogIn();
+  const std::string user = Group::Path("User");
+  program.display.ShowProjectReferences(user);
+  ListView& list = program.window.lvwData;
+  const std::string old = list.At(1).SubItem(2);
+  const auto browse = [&] {
+    list.Select(&list.At(1));
+    dialogs.choices = {"D:\\New\\Core.dll"};
+    return Run(menu.mnuDataPopupBrowse);
+  };
+  EXPECT_EQ(browse().back(),
+            "show Object variable or With block variable not set: "
+            "'$/User/User.vbp'\r\nFailed to check-out & apply changes ");
+  database.files["$/User/User.vbp"] = {"1", "1", "1"};
+  platform.files.SetAttributes(user, file_attribute::kReadOnly);
+  dialogs.answers = {Answer::Yes};
+  EXPECT_EQ(
+      browse(),
+      (Journal{"show [YesNo Question] Attempt to override read-only attribute?",
+               "status Checking out project " + user,
+               "checkout $/User/User.vbp Builder Ref Changed", "log Checked Out " + user,
+               "log Builder ammended ref " + old + " to D:\\New\\Core.dll",
+               "checkin $/User/User.vbp Builder ammended ref " + old + " to D:\\New\\Core.dll",
+               "status Project ammended OK"}));
+  EXPECT_NE(platform.files.Text(user).find("#D:\\New\\Core.dll#"), std::string::npos);
+  EXPECT_EQ(list.At(1).SubItem(2), "d:\\new\\core.dll");
+
+  Bind("User", "");
+  EXPECT_EQ(browse(), Journal{"status Could not check-out project, reference not changed"});
+}
+
+}  // namespace
+}  // namespace gorbex::test

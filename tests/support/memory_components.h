@@ -1,0 +1,57 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+
+#include "platform/component_objects.h"
+#include "platform/runtime_error.h"
+#include "tests/support/journal.h"
+
+namespace gorbex::test {
+
+/// Registered components in memory, whose objects are all controls. Journals "license ID", "create
+/// ID", "size ID WIDTH" and "destroy ID".
+struct MemoryComponents : ComponentObjects {
+  explicit MemoryComponents(Journal& effects) : journal(effects) {}
+
+  Journal& journal;
+  std::map<std::string, std::string> values;  ///< of "ID", which registers it, and of "IDNAME"
+  std::function<void()> repaint;              ///< of the newest control
+
+  struct Control : ComponentControl {
+    Control(MemoryComponents& of, std::string name) : all(of), id(std::move(name)) {}
+    ~Control() override { all.journal.push_back("destroy " + id); }
+
+    std::string& At(const std::string& name) const {
+      if (all.values.contains(id + name)) return all.values[id + name];
+      throw RuntimeError(ErrorNumber::NoSuchProperty, name);
+    }
+    void Let(const std::string& name, const std::string& value) override { At(name) = value; }
+    std::string Get(const std::string& name) override { return At(name); }
+    void SetSize(ControlSize size) override {
+      all.journal.push_back("size " + id + " " + std::to_string(size.width));
+      if (!all.values.contains(id)) At("Size");
+    }
+    void Paint(const PixelBuffer& /*to*/) override { At("Picture"); }
+
+    MemoryComponents& all;
+    std::string id;
+  };
+
+  std::unique_ptr<ComponentControl> CreateControl(const std::string& id,
+                                                  std::function<void()> wish) override {
+    journal.push_back("create " + id);
+    if (!values.contains(id)) throw RuntimeError(ErrorNumber::CannotCreateObject, id);
+    repaint = std::move(wish);
+    return std::make_unique<Control>(*this, id);
+  }
+  std::unique_ptr<ComponentObject> CreateObject(const std::string& id) override {
+    return CreateControl(id, {});
+  }
+  void AddLicense(const std::string& id, const std::string& key) override {
+    journal.push_back("license " + id + key);
+  }
+};
+
+}  // namespace gorbex::test

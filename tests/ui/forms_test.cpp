@@ -1,0 +1,199 @@
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/dcscreen.h>
+#include <wx/notebook.h>
+#include <wx/textctrl.h>
+
+#include "tests/ui/window_fixture.h"
+#include "ui/label_window.h"
+#include "ui/login_window.h"
+#include "ui/options_window.h"
+#include "ui/window_dialogs.h"
+
+namespace gorbex::test {
+namespace {
+
+class FormsTest : public WindowFixture {
+ protected:
+  FormsTest() { Open(kProduct); }
+
+  /// Lets the user work in the real options dialog.
+  void InOptions(std::function<void()> act) {
+    dialogs.useOptions = [this, act = std::move(act)](frmOptions& form) {
+      ui::OptionsWindow window(frame, form);
+      User::Then([&] {
+        User::Waits();
+        act();
+        if (window.IsModal()) window.EndModal(wxID_CANCEL);
+      });
+      window.ShowModal();
+    };
+    user.Presses(',', wxMOD_CONTROL);
+  }
+};
+
+TEST_F(FormsTest, OptionsAreKeptByApplyAndNotByCancel) {
+  clsOptions& options = program->options;
+  InOptions([&] {
+    EXPECT_FALSE(The<wxButton>("cmdApply").IsEnabled());
+    user.Clicks(The<wxCheckBox>("chkDebug"));
+    EXPECT_TRUE(The<wxButton>("cmdApply").IsEnabled());
+    user.Clicks(The<wxButton>("cmdApply"));
+    EXPECT_FALSE(The<wxButton>("cmdApply").IsEnabled());
+    user.Clicks(The<wxCheckBox>("chkChangeRefs"));
+    user.Clicks(The<wxButton>("cmdCancel"));
+  });
+  EXPECT_EQ(options.DebugBuild, "True");
+  EXPECT_FALSE(options.ChangeRefs);
+
+  InOptions([&] {
+    user.Presses(WXK_TAB, wxMOD_CONTROL);
+    EXPECT_FALSE(The<wxTextCtrl>("txtVBPName").IsEnabled());
+    user.Clicks(The<wxCheckBox>("chkAutoLaunchVBP"));
+    dialogs.choices.emplace_back("C:\\Storefront\\Till\\StoreTill.vbp");
+    user.Clicks(The<wxButton>("cmdBrowseVBP"));
+    user.Presses(WXK_TAB, wxMOD_CONTROL);
+    auto& interval = The<wxTextCtrl>("txtInterval");
+    interval.SetFocus();
+    interval.SelectAll();
+    user.Types("90");
+    user.Presses(WXK_TAB, wxMOD_CONTROL);
+    EXPECT_EQ(The<wxNotebook>("tbsOptions").GetSelection(), 0) << "round to the first page";
+    user.Clicks(The<wxButton>("cmdOK"));
+  });
+  EXPECT_TRUE(options.AutoLaunchVBP);
+  EXPECT_EQ(options.AutoLaunchName, "C:\\Storefront\\Till\\StoreTill.vbp");
+  EXPECT_EQ(options.Interval, 60);
+  EXPECT_EQ(program->window.tmrOutlook.interval.Get(), 60000);
+}
+
+TEST_F(FormsTest, TheLogOfADayIsShownBesideTheMainWindow) {
+  user.Presses('L', wxMOD_CONTROL);
+  auto& days = The<wxChoice>("cboLogDate");
+  ASSERT_EQ(days.GetCount(), 1U);
+  program->logs.cboLogDate.selected.Set(0);
+  EXPECT_NE(The<wxTextCtrl>("txtLog").GetValue().Find("Application Started"), wxNOT_FOUND);
+  user.Presses(WXK_ESCAPE);
+  EXPECT_EQ(Shown("cboLogDate"), nullptr);
+  EXPECT_NE(frame, nullptr);
+}
+
+TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
+  class Paths : public ui::HostPaths {
+    [[nodiscard]] std::optional<std::string> ProgramPath(const std::string&) const override {
+      return std::nullopt;
+    }
+    [[nodiscard]] std::string HostPath(const std::string&) const override { return {}; }
+  };
+  const Paths paths;
+  ui::WindowDialogs windows(paths);
+  windows.SetParent(frame);
+  struct Case {
+    Buttons buttons;
+    int key;
+    int modifiers;
+    Answer answer;
+  };
+  const Case cases[] = {
+      {Buttons::Ok, WXK_RETURN, wxMOD_NONE, Answer::Ok},
+      {Buttons::OkCancel, WXK_ESCAPE, wxMOD_NONE, Answer::Cancel},
+      {Buttons::YesNo, 'Y', wxMOD_ALT, Answer::Yes},
+      {Buttons::YesNo, 'N', wxMOD_ALT, Answer::No},
+      {Buttons::AbortRetryIgnore, 'R', wxMOD_ALT, Answer::Retry},
+      {Buttons::AbortRetryIgnore, 'I', wxMOD_ALT, Answer::Ignore},
+      {Buttons::AbortRetryIgnore, WXK_ESCAPE, wxMOD_NONE, Answer::Abort},
+  };
+  for (const Case& row : cases) {
+    User::Then([&] { user.Presses(row.key, row.modifiers); });
+    EXPECT_EQ(windows.Show({"Text", row.buttons, MessageIcon::Question}), row.answer)
+        << static_cast<int>(row.buttons) << " " << row.key;
+  }
+}
+
+TEST_F(FormsTest, LoginStaysOpenUntilTheDatabaseOpensOrTheUserGivesUp) {
+  program->window.IniPath = "C:\\none.ini";
+  program->window.UserName = "me";
+  dialogs.useLogin = [this](frmLogin& form) {
+    ui::LoginWindow window(frame, form);
+    User::Then([&] {
+      User::Waits();
+      EXPECT_TRUE(The<wxTextCtrl>("txtPassword").HasFocus());
+      user.Types("secret");
+      EXPECT_EQ(form.txtPassword.text.Get(), "secret");
+      user.Clicks(The<wxButton>("cmdOK"));
+      EXPECT_TRUE(window.IsModal());
+      EXPECT_EQ(The<wxTextCtrl>("txtPassword").GetStringSelection(), "secret");
+      user.Presses(WXK_ESCAPE);
+    });
+    window.ShowModal();
+    EXPECT_TRUE(form.Cancelled);
+  };
+  Asked();
+  program->session.LoginToSourceSafe();
+  const Journal asked = Asked();
+  ASSERT_EQ(asked.size(), 3U);
+  EXPECT_TRUE(asked[1].starts_with("show Could not log in to source-safe\r\n"));
+  EXPECT_EQ(asked[2], "show Source-Control will be disabled for this session");
+}
+
+TEST_F(FormsTest, LabelWantsBothTexts) {
+  dialogs.useLabel = [this](frmLabel& form) {
+    ui::LabelWindow window(frame, form);
+    User::Then([&] {
+      User::Waits();
+      user.Types("release");
+      EXPECT_FALSE(The<wxButton>("cmdOK").IsEnabled());
+      user.Clicks(The<wxTextCtrl>("txtComment"));
+      user.Types("all");
+      EXPECT_TRUE(The<wxButton>("cmdOK").IsEnabled());
+      user.Clicks(The<wxButton>("cmdCancel"));
+    });
+    window.ShowModal();
+    EXPECT_EQ(form.txtLabel.text.Get() + form.txtComment.text.Get(), "releaseall");
+  };
+  program->labelling.mnuToolsLabel_Click();
+  EXPECT_EQ(Asked().back(), "label");
+}
+
+TEST_F(FormsTest, AUserControlDrawsItselfIntoTheTestForm) {
+  const std::string clsid = "{B0000000-0000-4000-8000-00000000000F}";
+  RegistryTools& registry = program->registry;
+  registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\StorePriceLabel.PriceLabel\\CLSID", "", clsid);
+  registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\CLSID\\" + clsid + "\\InprocServer32", "",
+                               platform.GetPrefix().WindowsPath(SAMPLE_PLUGIN));
+  ListView& queue = program->window.lvwQueue;
+  queue.Select(queue.Find("C:\\Storefront\\PriceLabel\\StorePriceLabel.vbp"));
+  User::Waits();
+  user.Presses('T', wxMOD_CONTROL);
+  ASSERT_EQ(The<wxChoice>("cboComponents").GetStringSelection(), "(u) StorePriceLabel.PriceLabel");
+  Asked();
+  user.Clicks(The<wxButton>("cmdTest"));
+  EXPECT_EQ(Asked(), Journal{});
+  ASSERT_EQ(program->testControl.Controls().size(), 1U);
+  HostedControl& control = *program->testControl.Controls().front();
+  control.control->Let("Text", "FF0000");
+  control.repaint.Emit();
+  auto& canvas = The<wxWindow>("canvas");
+  const wxSize size = canvas.GetClientSize();
+  EXPECT_EQ(control.size.Get(), (ControlSize{size.x, size.y}));
+  const auto pixelAt = [&](const wxPoint& at) {
+    wxColour colour;
+    const wxPoint onScreen = canvas.ClientToScreen(at);
+    wxScreenDC().GetPixel(onScreen.x, onScreen.y, &colour);
+    return colour;
+  };
+  EXPECT_TRUE(User::Sees([&] { return pixelAt({size.x / 2, size.y / 2}) == wxColour(255, 0, 0); }));
+  EXPECT_TRUE(pixelAt({0, 0}) == *wxWHITE) << "the frame";
+
+  wxGetTopLevelParent(&canvas)->SetClientSize(300, 200);
+  EXPECT_TRUE(User::Sees([&] { return control.size.Get() == ControlSize{300, 200}; }));
+  wxGetTopLevelParent(&canvas)->Close();
+  User::Waits();
+  EXPECT_TRUE(program->testControl.Controls().empty());
+  user.Clicks(The<wxButton>("cmdClose"));
+  EXPECT_EQ(Shown("frmSelectControl"), nullptr);
+}
+
+}  // namespace
+}  // namespace gorbex::test

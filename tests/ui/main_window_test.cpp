@@ -1,0 +1,188 @@
+#include <wx/listctrl.h>
+#include <wx/splitter.h>
+#include <wx/textctrl.h>
+
+#include "tests/ui/window_fixture.h"
+#include "ui/project_tree.h"
+#include "ui/state_list.h"
+
+namespace gorbex::test {
+namespace {
+
+using ui::ProjectTree;
+using ui::StateList;
+
+class MainWindowTest : public WindowFixture {
+ protected:
+  [[nodiscard]] static std::string Path(const std::string& folderName) {
+    return "C:\\Storefront\\" + folderName + "\\Store" + folderName + ".vbp";
+  }
+
+  void AddProject(const std::string& folderName) {
+    dialogs.choices.emplace_back(Path(folderName));
+    user.Presses('A', wxMOD_CONTROL | wxMOD_SHIFT);
+  }
+
+  [[nodiscard]] wxPoint PointOf(const TreeNode& node) const {
+    const wxRect place = The<ProjectTree>("tvwProjects").PlaceOf(node);
+    return {place.x + place.width / 2, place.y + place.height / 2};
+  }
+
+  void Drag(const std::string& folderName) {
+    auto& tree = The<ProjectTree>("tvwProjects");
+    const TreeNode& node = program->window.tvwProjects.Item("x)" + Path(folderName));
+    wxWindow* queue = Shown("lvwQueue");
+    user.Drags(tree, PointOf(node), queue != nullptr ? *queue : *Shown("queueHint"));
+  }
+
+  [[nodiscard]] std::string Queue() const {
+    std::string names;
+    for (const auto& row : program->window.lvwQueue.Rows()) {
+      const std::string& path = row->Key();
+      names.append(names.empty() ? "" : " ").append(path.substr(path.rfind('\\') + 6));
+    }
+    return names;
+  }
+};
+
+TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
+  Open();
+  EXPECT_EQ(Shown("tvwProjects"), nullptr) << "an empty pane says what to do first";
+  AddProject("Money");
+  AddProject("Core");
+  ASSERT_NE(Shown("tvwProjects"), nullptr);
+  Drag("Money");
+  EXPECT_EQ(Queue(), "Money.vbp");
+  Drag("Core");
+  Drag("Core");
+  EXPECT_EQ(Queue(), "Money.vbp Core.vbp");
+  user.Presses('R', wxMOD_CONTROL);
+  EXPECT_EQ(Queue(), "Core.vbp Money.vbp");
+  program->window.menu.mnuQueueMarkAll.Execute();
+  Asked();
+
+  user.Presses(WXK_F7);
+  ASSERT_TRUE(User::Sees([&] { return !program->run.Running() && Icons() == "buildok buildok"; }));
+  EXPECT_EQ(Asked(), Journal{"show Built 2 components."});
+  auto& queue = The<StateList>("lvwQueue");
+  EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
+
+  dialogs.choices.emplace_back("C:\\New.bpf");
+  user.Presses('S', wxMOD_CONTROL);
+  EXPECT_EQ(frame->GetTitle(), "GorbexBuilder [C:\\New.bpf]");
+  program->window.menu.mnuFileNew.Execute();
+  User::Waits();
+  EXPECT_EQ(Shown("lvwQueue"), nullptr);
+  program->window.menu.mnuFileMRU[0].Execute();
+  User::Waits();
+  EXPECT_EQ(Queue(), "Core.vbp Money.vbp");
+}
+
+TEST_F(MainWindowTest, ShowsFailuresAndHidesThemAtTheNextClick) {
+  folder.Put("drive_c/Storefront/Core/modErrors.bas",
+             "Attribute VB_Name = \"modErrors\"\r\nSub Main()\r\n");
+  Open(kProduct);
+  user.Presses(WXK_F7);
+  ASSERT_TRUE(User::Sees([&] { return !program->run.Running(); }));
+  EXPECT_EQ(Icons().substr(0, 10), "builderror");
+  auto& log = The<wxTextCtrl>("txtLogFile");
+  EXPECT_NE(log.GetValue().Find("StoreCore.vbp"), wxNOT_FOUND);
+  const TreeNode& node = program->window.tvwProjects.Item("x)" + Path("Core"));
+  user.Clicks(The<ProjectTree>("tvwProjects"), PointOf(node));
+  EXPECT_EQ(Shown("txtLogFile"), nullptr);
+  EXPECT_EQ(program->window.lblProjectName.Get(), "StoreCore");
+}
+
+TEST_F(MainWindowTest, AsksBeforeItClosesAndRemembersItsPlace) {
+  Open(kProduct);
+  frame->SetSize(wxRect(60, 80, 1000, 700));
+  auto* panes = dynamic_cast<wxSplitterWindow*>(Shown("tvwProjects")->GetGrandParent());
+  panes->SetSashPosition(300);
+  User::Waits();
+  program->window.ProjectChanged = true;
+  dialogs.answers = {Answer::No};
+  Asked();
+  EXPECT_TRUE(Close());
+  EXPECT_EQ(Asked(), Journal{"show [YesNo Question] Save your Builder project?"});
+
+  Open(kProduct);
+  EXPECT_TRUE(User::Sees([&] { return frame->GetSize() == wxSize(1000, 700); }));
+  EXPECT_NEAR(frame->GetPosition().x, 60, 12) << "but for the manager's border";
+  panes = dynamic_cast<wxSplitterWindow*>(Shown("tvwProjects")->GetGrandParent());
+  EXPECT_TRUE(User::Sees([&] { return panes->GetSashPosition() == 300; }));
+  EXPECT_TRUE(Close());
+  EXPECT_TRUE(Asked().empty());
+}
+
+TEST_F(MainWindowTest, StaysOpenUntilTheRunningProjectIsDone) {
+  Open(kProduct);
+  dialogs.answers = {Answer::Yes};
+  bool closedEarly = false;
+  const auto listening = program->run.events.Connect([&](const RunEvent& event) {
+    const auto* started = std::get_if<ProjectStarted>(&event);
+    if (started == nullptr || started->number != 2) return;
+    frame->Close();
+    closedEarly = frame == nullptr;
+  });
+  user.Presses(WXK_F7);
+  EXPECT_TRUE(User::Sees([&] { return frame == nullptr; })) << "it closes by itself then";
+  EXPECT_FALSE(closedEarly);
+  EXPECT_EQ(Icons().substr(0, 26), "buildok buildok vbproject ");
+}
+
+TEST_F(MainWindowTest, IsDrivenByTheKeyboardAlone) {
+  Open(kProduct);
+  auto& tree = The<ProjectTree>("tvwProjects");
+  tree.SetFocus();
+  TreeView& state = program->window.tvwProjects;
+  user.Presses(WXK_HOME);
+  EXPECT_EQ(state.Selected(), state.Find("root"));
+  user.Presses('S');
+  EXPECT_EQ(state.Selected()->Key(), "x)" + Path("Till")) << "the next whose file begins so";
+  user.Presses(WXK_END);
+  const TreeNode* project = state.Selected();
+  ASSERT_EQ(project->Key(), "x)" + Path("Core"));
+  ASSERT_FALSE(project->Expanded());
+  user.Presses(WXK_RIGHT);
+  EXPECT_TRUE(project->Expanded());
+  user.Presses(WXK_RIGHT);
+  EXPECT_EQ(state.Selected(), project->Children().front());
+  user.Presses(WXK_LEFT);
+  user.Presses(WXK_LEFT);
+  EXPECT_FALSE(project->Expanded());
+  EXPECT_EQ(program->window.lvwData.Tag(), project->Text()) << "shown as a click shows it";
+
+  auto& queue = The<StateList>("lvwQueue");
+  queue.SetFocus();
+  user.Presses(WXK_HOME);
+  user.Presses(WXK_DOWN);
+  const std::string second = program->window.lvwQueue.At(2).Key();
+  ASSERT_EQ(program->window.lvwQueue.Selected(), &program->window.lvwQueue.At(2));
+  user.Presses(WXK_SPACE);
+  EXPECT_FALSE(program->window.lvwQueue.At(2).Checked());
+  user.Presses(WXK_UP, wxMOD_ALT);
+  EXPECT_EQ(program->window.lvwQueue.At(1).Key(), second);
+  dialogs.answers = {Answer::Yes};
+  user.Presses(WXK_DELETE);
+  EXPECT_EQ(program->window.lvwQueue.Find(second), nullptr);
+}
+
+TEST_F(MainWindowTest, RunsTheMailTimerOnlyWithAnInterval) {
+  Open(kProduct);
+  Timer& timer = program->window.tmrOutlook;
+  int ticks = 0;
+  const auto listening = timer.elapsed.Connect([&] { ++ticks; });
+  timer.interval.Set(0);
+  timer.enabled.Set(true);
+  User::Waits();
+  EXPECT_EQ(ticks, 0);
+  timer.interval.Set(5);
+  EXPECT_TRUE(User::Sees([&] { return ticks > 1; }));
+  timer.enabled.Set(false);
+  const int stopped = ticks;
+  User::Waits();
+  EXPECT_EQ(ticks, stopped);
+}
+
+}  // namespace
+}  // namespace gorbex::test

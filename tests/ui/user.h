@@ -1,0 +1,43 @@
+#pragma once
+
+#include <wx/uiaction.h>
+#include <wx/window.h>
+
+#include <functional>
+
+namespace gorbex::test {
+
+/// Somebody at mouse and keyboard. Every act returns when the program has taken it.
+class User {
+ public:
+  /// Lets the program work until the condition holds; false when it never does.
+  static bool Sees(const std::function<bool()>& condition);
+
+  /// Lets the program take what is waiting for it.
+  static void Waits();
+
+  void Presses(int key, int modifiers = wxMOD_NONE);
+  void Types(const char* text);
+
+  /// A click into a control, at its middle or at a point of its own.
+  void Clicks(wxWindow& control);
+  void Clicks(wxWindow& control, const wxPoint& at);
+  void Drags(wxWindow& from, const wxPoint& at, wxWindow& to);
+
+  /// Does something once a modal window stands over everything else.
+  static void Then(std::function<void()> act);
+
+ private:
+  wxUIActionSimulator simulator_;
+};
+
+/// A control by its name, anywhere; null when there is none that is shown.
+[[nodiscard]] wxWindow* Shown(const char* name);
+
+/// As Shown, of a type; the test fails hard without it.
+template <class Control>
+[[nodiscard]] Control& The(const char* name) {
+  return dynamic_cast<Control&>(*Shown(name));
+}
+
+}  // namespace gorbex::test

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "app/program.h"
+#include "platform/linux/platform.h"
+#include "tests/platform/temporary_folder.h"
+#include "tests/support/scripted_dialogs.h"
+#include "tests/ui/user.h"
+#include "ui/event_loop_pump.h"
+#include "ui/main_frame.h"
+
+namespace gorbex::test {
+
+/// The real window over a real prefix with the sample product and the stand-in compiler; dialogs
+/// are answered by the test.
+class WindowFixture : public ::testing::Test {
+ protected:
+  WindowFixture();
+  ~WindowFixture() override;
+
+  /// Starts the program as its user does.
+  void Open(const std::string& commandLine = "");
+
+  /// Closes the window; false when it stays open.
+  bool Close();
+
+  [[nodiscard]] std::string Icons() const;
+
+  /// The lines of the journal since the last call.
+  Journal Asked() { return std::exchange(journal, {}); }
+
+  static constexpr const char* kProduct = "C:\\Storefront\\Storefront.bpf";
+
+  TemporaryFolder folder;
+  LinuxPlatform platform{folder.Path()};
+  ui::EventLoopPump pump;
+  Journal journal;
+  ScriptedDialogs dialogs{journal};
+  std::unique_ptr<Program> program;
+  ui::MainFrame* frame = nullptr;
+  User user;
+};
+
+}  // namespace gorbex::test
