@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace gorbex {
+
+// The mail system of the machine: one folder that requests arrive in, and the mails that answer
+// them. Texts are code-page bytes with CR LF between lines; what the code page cannot say becomes
+// "?". Every operation that can fail says so as a RuntimeError in the mail system's own words, in
+// which no password ever stands. Operations let the user interface act while they wait, and give up
+// after a while: none waits for ever.
+
+/// Where mails come from and go to. A system with an account of its own (Outlook) needs none of it.
+struct MailAccount {
+  std::string store;      ///< URL of the mail store; empty for the user's own Maildir
+  std::string transport;  ///< URL of the transport; empty for the machine's sendmail
+  std::string from;       ///< address of the sender; empty for the user's own
+
+  bool operator==(const MailAccount&) const = default;
+};
+
+/// A mail in the request folder. Subject, sender and mark are those of the moment when the folder
+/// was opened; the body is read when asked for.
+class MailItem {
+ public:
+  virtual ~MailItem() = default;
+
+  [[nodiscard]] virtual std::string Subject() const = 0;
+  [[nodiscard]] virtual bool UnRead() const = 0;
+
+  /// Marks the mail in the folder as read or unread. A mail that vanished meanwhile needs no mark.
+  virtual void SetUnRead(bool unread) = 0;
+
+  /// The text of the mail; nothing when the mail vanished meanwhile.
+  [[nodiscard]] virtual std::optional<std::string> Body() = 0;
+
+  /// How the mail names its sender: the display name, or the address of a mail without one.
+  [[nodiscard]] virtual std::string SenderName() const = 0;
+
+  /// "user@domain" as the mail claims it; empty when the system does not tell.
+  [[nodiscard]] virtual std::string SenderAddress() const = 0;
+
+  /// True for mails that a program sent by itself (notices of absence, bounces, lists), whose answer
+  /// could come back for ever.
+  [[nodiscard]] virtual bool IsAutomatic() const = 0;
+};
+
+/// A new mail that is being written.
+class OutgoingMail {
+ public:
+  virtual ~OutgoingMail() = default;
+
+  /// Adds whom the name stands for: the sender of the mail that is being answered, or an address.
+  virtual void AddRecipient(const std::string& name) = 0;
+  [[nodiscard]] virtual std::size_t RecipientCount() const = 0;
+
+  /// Numbered from 1. Error 9 when there is no such recipient.
+  virtual void RemoveRecipient(std::size_t number) = 0;
+
+  virtual void SetSubject(const std::string& subject) = 0;
+  virtual void SetBody(const std::string& body) = 0;
+
+  /// Attaches a copy of a file (Windows path), byte for byte. Error 53 when it cannot be read.
+  virtual void AddAttachment(const std::string& path) = 0;
+
+  /// Sends the mail. Once sent, it is of no more use.
+  virtual void Send() = 0;
+};
+
+/// The request folder as it was when it was opened.
+class MailFolder {
+ public:
+  virtual ~MailFolder() = default;
+
+  [[nodiscard]] virtual std::size_t Count() const = 0;
+
+  /// Numbered from 1, in the folder's order. Null when the mail vanished meanwhile; error 9 when
+  /// there never was one of that number.
+  [[nodiscard]] virtual std::unique_ptr<MailItem> Item(std::size_t number) = 0;
+};
+
+class Mail {
+ public:
+  virtual ~Mail() = default;
+
+  /// Prepares the mail system for use, again whenever the account changes. Error 429 when there is
+  /// none, error 5 with the reason when the account names nothing that can be used.
+  virtual void Open(const MailAccount& account) = 0;
+
+  /// A folder below the inbox. Error while not open, or when there is no such folder.
+  [[nodiscard]] virtual std::unique_ptr<MailFolder> Folder(const std::string& name) = 0;
+
+  /// A mail that answers another one, which need not outlive it. Error while not open.
+  [[nodiscard]] virtual std::unique_ptr<OutgoingMail> CreateReply(const MailItem& to) = 0;
+};
+
+}  // namespace gorbex
