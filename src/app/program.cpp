@@ -35,7 +35,8 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
            referenceUpdate, values, version, script, compile}),
       registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }),
-      shutDown({window, registry, options, log, dialogs, report, buildProject, run, shell}),
+      shutDown(
+          {window, registry, options, log, dialogs, report, buildProject, run, shell, session}),
       immediate({window, dialogs, report, script, compile}),
       settings(window, options, dialogs, report),
       logViewer(logs, log, platform.files, dialogs, report),

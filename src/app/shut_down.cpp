@@ -27,8 +27,9 @@ void ShutDown::AskToStop() {
     return;
   }
   const Answer answer = uses_.dialogs.Show(
-      {"A build is running. Do you wish to close when the current project is done?", Buttons::YesNo,
-       MessageIcon::Question});
+      {Builds() ? "A build is running. Do you wish to close when the current project is done?"
+                : "Source-Control is busy. Do you wish to close when it is done?",
+       Buttons::YesNo, MessageIcon::Question});
   if (answer != Answer::Yes) return;
   wanted_ = true;
   // A lone program is given its time; the next attempt offers to end it.

@@ -9,6 +9,7 @@
 #include "core/procedure.h"
 #include "core/registry_tools.h"
 #include "core/shell.h"
+#include "scc/source_safe_session.h"
 
 namespace gorbex {
 
@@ -26,21 +27,23 @@ class ShutDown {
     BuildProjectFile& buildProject;
     BuildRun& run;
     Shell& shell;
+    const SourceSafeSession& session;
   };
 
   explicit ShutDown(const Uses& uses) : uses_(uses) {}
 
-  /// True when the window may close now. It stays open while a build goes on and when changes that
-  /// the user wants to keep could not be saved.
+  /// True when the window may close now. It stays open while a build or source control is at work
+  /// and when changes that the user wants to keep could not be saved.
   [[nodiscard]] bool Form_QueryUnload();
 
   void mnuFileExit_Click();
 
-  /// Whether the user asked for the end during a build that has ended since: close again.
+  /// Whether the user asked for the end during work that has ended since: close again.
   [[nodiscard]] bool Due() const { return wanted_ && !Busy(); }
 
  private:
-  [[nodiscard]] bool Busy() const { return uses_.run.Running() || uses_.shell.Waits(); }
+  [[nodiscard]] bool Builds() const { return uses_.run.Running() || uses_.shell.Waits(); }
+  [[nodiscard]] bool Busy() const { return Builds() || uses_.session.Busy(); }
   void AskToStop();
   [[nodiscard]] bool ChangesAreSafe(Procedure& on);
   void StoreState(Procedure& on);

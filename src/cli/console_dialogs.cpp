@@ -47,11 +47,6 @@ std::string Offered(Buttons buttons) {
   return text;
 }
 
-// A password with other characters is none that the code page can say: it will be refused.
-std::string InCodePage(const std::string& utf8) {
-  return FromUtf8(utf8).value_or(utf8);
-}
-
 }  // namespace
 
 Answer ConsoleDialogs::Show(const Message& message) {
@@ -127,19 +122,29 @@ void ConsoleDialogs::ShowOptions(frmOptions& /*form*/) {}
 
 void ConsoleDialogs::ShowLogin(frmLogin& form) {
   const bool asks = frame_.streams.asks && !frame_.yes && !frame_.no;
-  if (!asks) {
-    form.txtPassword.text.Set(InCodePage(frame_.streams.password));
-    form.cmdOK.Execute();
-  }
+  if (!asks) TryLogin(form, form.txtUserName.text.Get(), frame_.streams.password);
   while (asks && !form.hidden.Get()) {
-    const auto user = Input("User", form.txtUserName.text.Get());
+    const std::string known = form.txtUserName.text.Get();
+    const auto user = AskLine(known.empty() ? "User: " : "User [" + Plain(known) + "]: ");
     const auto password = AskSecret("Password: ");
-    if (!password) break;
-    form.txtUserName.text.Set(user.value_or(""));
-    form.txtPassword.text.Set(InCodePage(*password));
-    form.cmdOK.Execute();
+    if (!user || !password) break;
+    const auto typed = user->empty() ? known : FromUtf8(*user);
+    TryLogin(form, typed, *password);
   }
   if (!form.hidden.Get()) form.cmdCancel.Execute();
+}
+
+// What the code page cannot say is no part of a name or password that could be right.
+void ConsoleDialogs::TryLogin(frmLogin& form, const std::optional<std::string>& user,
+                              const std::string& password) {
+  const auto secret = FromUtf8(password);
+  if (!user || !secret) {
+    frame_.streams.err << "The user or the password holds a character that cannot be used.\n";
+    return;
+  }
+  form.txtUserName.text.Set(*user);
+  form.txtPassword.text.Set(*secret);
+  form.cmdOK.Execute();
 }
 
 void ConsoleDialogs::ShowLabel(frmLabel& form) {

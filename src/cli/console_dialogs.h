@@ -37,6 +37,8 @@ class ConsoleDialogs : public Dialogs {
   [[nodiscard]] std::optional<std::string> AskLine(const std::string& prompt);
   [[nodiscard]] std::optional<std::string> ReadLine();
   [[nodiscard]] std::optional<std::string> AskSecret(const std::string& prompt);
+  void TryLogin(frmLogin& form, const std::optional<std::string>& user,
+                const std::string& password);
 
   const Frame& frame_;
 };

@@ -59,6 +59,7 @@ void Get(Frame& frame, const Arguments& arguments) {
   LogIn(session, arguments);
   Program& program = session.program();
   const auto picture = program.session.Database().Snapshot();
+  if (program.window.ProjectMembers.Count() == 0) session.Warn("the build project has no projects");
   Json results = Json::array();
   for (const auto& path : Chosen(session, program, arguments)) {
     program.log.WriteLog("Getting Latest for " + path);
@@ -79,6 +80,11 @@ void Changes(Frame& frame, const Arguments& arguments) {
   session.Open(arguments.file);
   LogIn(session, arguments);
   Program& program = session.program();
+  const auto listening =
+      program.changes.notCompared.Connect([&](const std::string& path, const std::string& reason) {
+        session.Warn(Plain(path) + ": not compared: " + Plain(reason));
+        frame.status = ExitStatus::WorkFailed;
+      });
   program.changes.mnuToolsHighlight_Click();
   Json changed = Json::array();
   for (const auto& node : program.window.tvwProjects.Nodes()) {
@@ -90,19 +96,25 @@ void Changes(Frame& frame, const Arguments& arguments) {
 }
 
 void Label(Frame& frame, const Arguments& arguments) {
+  if (arguments.label.empty() || arguments.comment.empty()) {
+    throw Failure(ExitStatus::Unusable, "a label needs a text and a comment");
+  }
   Session session(frame);
   session.Open(arguments.file);
   LogIn(session, arguments);
   Program& program = session.program();
   frmLabel form;
-  LabelDialog dialog(form, program.session.Database(), program.dialogs, program.report);
+  LabelDialog dialog(form, program.session, program.dialogs, program.report);
   form.txtComment.text.Set(InCodePage(arguments.comment));
   form.txtLabel.text.Set(InCodePage(arguments.label));
   const auto& members = program.window.ProjectMembers;
   std::string spec = InCodePage(arguments.spec);
   if (spec.empty() && members.Count() > 0) spec = (*members.begin())->VSSProject;
   dialog.Display(spec);
-  if (!form.hidden.Get()) frame.status = ExitStatus::WorkFailed;
+  const bool done = form.hidden.Get();
+  if (!done) frame.status = ExitStatus::WorkFailed;
+  if (frame.json)
+    frame.streams.out << Json{{"spec", JsonText(spec)}, {"done", done}}.dump() << '\n';
 }
 
 using Work = void (*)(Frame&, const Arguments&);

@@ -1,49 +1,62 @@
 #include "scc/change_scan.h"
 
-#include <utility>
 #include <vector>
 
 #include "core/node_key.h"
-#include "core/procedure.h"
 
 namespace gorbex {
 
 void ChangeScan::mnuToolsHighlight_Click() {
+  if (session_.Refuses()) return;
   session_.LoginToSourceSafe();
   if (session_.DatabaseUser().empty()) return;
+  const auto use = session_.Use();
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
     on([&] { window_.SetStatus("Checking for Project Changes.."); });
     on([&] { window_.mousePointer.Set(MousePointer::Hourglass); });
-    // All questions are about one and the same state of the database.
-    const auto picture = on([&] { return session_.Database().Snapshot(); });
-    std::vector<std::pair<std::string, std::string>> projects;
-    for (const auto& member : window_.ProjectMembers) {
-      if (!member->VSSProject.empty()) projects.emplace_back(member->path, member->VSSProject);
-    }
-    for (const auto& project : projects) {
-      if (!on([&] { return IsChanged(project.second); })) continue;
-      on([&] {
-        window_.tvwProjects.Item(NodeKey(node_prefix::kProject, project.first))
-            .SetImage(Image::ProjectWarning);
-      });
-    }
+    Scan(on);
     on([&] { window_.SetStatus("Finished scanning for changes"); });
   });
   window_.mousePointer.Set(MousePointer::Default);
 }
 
-bool ChangeScan::IsChanged(const std::string& spec) {
-  const auto item = session_.VSSItem(spec);
-  if (item == nullptr) return false;
-  bool changed = false;
-  Procedure::IgnoringErrors().Run([&](Procedure& on) {
-    for (const auto& child : item->Items()) {
-      if (child->Type() != SourceItemType::File) continue;
-      changed = on([&] { return child->IsDifferent(); });
-      if (changed) return;
+void ChangeScan::Scan(Procedure& on) {
+  // All questions are about one and the same state of the database.
+  const auto picture = on([&] { return session_.Database().Snapshot(); });
+  std::vector<Project> projects;
+  for (const auto& member : window_.ProjectMembers) {
+    if (!member->VSSProject.empty()) projects.push_back({member->path, member->VSSProject});
+  }
+  for (const Project& project : projects) {
+    if (!IsChanged(project)) continue;
+    on([&] {
+      window_.tvwProjects.Item(NodeKey(node_prefix::kProject, project.path))
+          .SetImage(Image::ProjectWarning);
+    });
+  }
+}
+
+// What fails is passed over, but not in silence for those who want to know.
+bool ChangeScan::IsChanged(const Project& project) {
+  std::string failure;
+  const auto tried = [&](const auto& question) -> decltype(question()) {
+    try {
+      return question();
+    } catch (const RuntimeError& error) {
+      if (failure.empty()) failure = error.Description();
+      return {};
     }
-  });
-  return changed;
+  };
+  const auto item = tried([&] { return session_.VSSItem(project.spec); });
+  if (item == nullptr && failure.empty()) failure = project.spec + " is not in the database";
+  const auto children = tried([&] { return item ? item->Items() : decltype(item->Items()){}; });
+  for (const auto& child : children) {
+    if (child->Type() == SourceItemType::File && tried([&] { return child->IsDifferent(); })) {
+      return true;
+    }
+  }
+  if (!failure.empty()) notCompared.Emit(project.path, failure);
+  return false;
 }
 
 }  // namespace gorbex

@@ -3,6 +3,8 @@
 #include <string>
 
 #include "core/main_window.h"
+#include "core/procedure.h"
+#include "core/signal.h"
 #include "scc/source_safe_session.h"
 
 namespace gorbex {
@@ -16,8 +18,17 @@ class ChangeScan {
   /// stays.
   void mnuToolsHighlight_Click();
 
+  /// A project that the scan passed over because it could not be compared, and why.
+  Signal<std::string, std::string> notCompared;
+
  private:
-  [[nodiscard]] bool IsChanged(const std::string& spec);
+  struct Project {
+    std::string path;
+    std::string spec;
+  };
+
+  void Scan(Procedure& on);
+  [[nodiscard]] bool IsChanged(const Project& project);
 
   frmBuilder& window_;
   SourceSafeSession& session_;

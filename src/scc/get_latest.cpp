@@ -16,6 +16,7 @@ constexpr std::uint32_t kGet = 0x4000000;
 
 bool GetLatest::GetLatestForProject(const std::string& projectKey) {
   session_.LoginToSourceSafe();
+  const auto use = session_.Use();
   // A copy: the client may let the user act, who may remove the project.
   const std::string spec = window_.ProjectMembers.Item(projectKey).VSSProject;
   window_.SetStatus("Getting " + spec);
@@ -48,6 +49,8 @@ bool GetLatest::HasProjects() {
 }
 
 void GetLatest::mnuToolsGetLatestALL_Click() {
+  if (session_.Refuses()) return;
+  const auto use = session_.Use();
   Procedure(report_, ": frmBuilder.mnuToolsGetLatestALL_Click").Run([&](Procedure& on) {
     on([&] { session_.LoginToSourceSafe(); });
     if (!on([&] { return HasProjects(); })) return;
@@ -64,6 +67,8 @@ void GetLatest::mnuToolsGetLatestALL_Click() {
 }
 
 void GetLatest::mnuToolsGetLatestChanged_Click() {
+  if (session_.Refuses()) return;
+  const auto use = session_.Use();
   Procedure(report_, ": frmBuilder.mnuToolsGetLatestChanged_Click").Run([&](Procedure& on) {
     on([&] { window_.mousePointer.Set(MousePointer::Hourglass); });
     on([&] { session_.LoginToSourceSafe(); });
@@ -92,6 +97,7 @@ void GetLatest::GetMarked(Procedure& on) {
 }
 
 void GetLatest::mnuTreePopupGetLatest_Click() {
+  if (session_.Refuses()) return;
   Procedure(report_, ": frmBuilder.mnuTreePopupGetLatest_Click").Run([&](Procedure& on) {
     const TreeNode* selected = window_.tvwProjects.Selected();
     if (selected == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });

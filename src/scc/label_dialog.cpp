@@ -2,10 +2,10 @@
 
 namespace gorbex {
 
-LabelDialog::LabelDialog(frmLabel& form, SourceControl& database, Dialogs& dialogs,
+LabelDialog::LabelDialog(frmLabel& form, SourceSafeSession& session, Dialogs& dialogs,
                          ErrorReport& report)
     : form_(form),
-      database_(database),
+      session_(session),
       dialogs_(dialogs),
       report_(report),
       label_(form.txtLabel.text.changed.Connect(
@@ -35,11 +35,16 @@ void LabelDialog::Display(const std::string& spec) {
 
 void LabelDialog::cmdOK_Click() {
   Procedure(report_, ": frmLabel.cmdOK_Click").Run([&](Procedure& on) {
+    if (session_.Refuses()) return;
+    const auto use = session_.Use();
+    // While the client works the user may act: neither button means anything then.
+    Offer(false);
+    const std::shared_ptr<void> done(nullptr, [this](void*) { Offer(true); });
     const std::string spec = form_.txtVSSProject.text.Get();
     std::unique_ptr<SourceControlItem> item;
     bool answered = false;
     on([&] {
-      item = database_.VSSItem(spec);
+      item = session_.VSSItem(spec);
       answered = true;
     });
     if (item == nullptr) {
@@ -56,6 +61,11 @@ void LabelDialog::cmdOK_Click() {
     }
     on([&] { form_.hidden.Set(true); });
   });
+}
+
+void LabelDialog::Offer(bool offered) {
+  form_.cmdOK.enabled.Set(offered);
+  form_.cmdCancel.enabled.Set(offered);
 }
 
 void LabelDialog::cmdCancel_Click() {

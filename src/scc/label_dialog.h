@@ -6,7 +6,7 @@
 #include "core/dialogs.h"
 #include "core/label_form.h"
 #include "core/procedure.h"
-#include "platform/source_control.h"
+#include "scc/source_safe_session.h"
 
 namespace gorbex {
 
@@ -14,7 +14,7 @@ namespace gorbex {
 class LabelDialog {
  public:
   /// Connects the form's controls; the form must outlive the dialog.
-  LabelDialog(frmLabel& form, SourceControl& database, Dialogs& dialogs, ErrorReport& report);
+  LabelDialog(frmLabel& form, SourceSafeSession& session, Dialogs& dialogs, ErrorReport& report);
   LabelDialog(const LabelDialog&) = delete;
   LabelDialog& operator=(const LabelDialog&) = delete;
 
@@ -24,12 +24,13 @@ class LabelDialog {
  private:
   void cmdOK_Click();
   void cmdCancel_Click();
+  void Offer(bool offered);
 
   /// OK wants both texts, but looks only at the one that was not just typed.
   void LookAt(const TextBox& other, std::string_view procedure);
 
   frmLabel& form_;
-  SourceControl& database_;
+  SourceSafeSession& session_;
   Dialogs& dialogs_;
   ErrorReport& report_;
   Subscription label_;

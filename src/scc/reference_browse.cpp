@@ -15,6 +15,7 @@ constexpr const char* kUnchanged = "Could not check-out project, reference not c
 }  // namespace
 
 void ReferenceBrowse::mnuDataPopupBrowse_Click() {
+  if (uses_.session.Refuses()) return;
   Procedure(uses_.report, ": frmBuilder.mnuDataPopupBrowse_Click").Run([&](Procedure& on) {
     const ListRow* row = uses_.window.lvwData.Selected();
     if (row == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });
@@ -28,6 +29,7 @@ void ReferenceBrowse::mnuDataPopupBrowse_Click() {
     if (!chosen) return;
     change.newPath = *chosen;
     on([&] { uses_.session.LoginToSourceSafe(); });
+    const auto use = uses_.session.Use();
     OfferToUnlock(on, change.project);
     Amend(on, change);
   });

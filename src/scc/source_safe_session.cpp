@@ -4,6 +4,21 @@
 
 namespace gorbex {
 
+std::shared_ptr<void> SourceSafeSession::Use() {
+  ++uses_;
+  return {nullptr, [this](void*) { --uses_; }};
+}
+
+std::shared_ptr<void> SourceSafeSession::Asking() {
+  asking_ = true;
+  return {nullptr, [this](void*) { asking_ = false; }};
+}
+
+bool SourceSafeSession::Refuses() {
+  if (Busy()) window_.SetStatus("Source-Control is busy");
+  return Busy();
+}
+
 void SourceSafeSession::LoginToSourceSafe() {
   if (loggedIn_ || disabled_ || asking_) return;
   Procedure(report_, ": frmBuilder.LoginToSourceSafe").Run([&](Procedure& on) {
@@ -18,11 +33,11 @@ void SourceSafeSession::LoginToSourceSafe() {
 void SourceSafeSession::mnuToolsLogin_Click() {
   if (asking_) return;
   Procedure(report_, ": frmBuilder.mnuToolsLogin_Click").Run([&](Procedure& on) {
-    asking_ = true;
+    auto asking = Asking();
     const auto path = on([&] {
       return dialogs_.OpenFile({"Open SourceSafe database", "INI FIles (*.ini)|*.ini", "*.ini"});
     });
-    asking_ = false;
+    asking.reset();
     if (!path || path->empty()) return;
     window_.IniPath = *path;
     on([&] { LoginToSourceSafe(); });
@@ -33,9 +48,9 @@ void SourceSafeSession::Login(Procedure& on) {
   frmLogin form;
   form.txtUserName.text.Set(window_.UserName);
   LoginDialog dialog(form, database_, dialogs_, report_);
-  asking_ = true;
+  auto asking = Asking();
   on([&] { dialog.ShowLogin(window_.IniPath); });
-  asking_ = false;
+  asking.reset();
   if (form.LoginSucceeded) {
     Open(on, form.txtUserName.text.Get());
   } else {

@@ -38,10 +38,19 @@ class SourceSafeSession {
 
   [[nodiscard]] SourceControl& Database() { return database_; }
 
+  /// Held by whatever works with the database. The client lets the user act meanwhile.
+  [[nodiscard]] std::shared_ptr<void> Use();
+
+  [[nodiscard]] bool Busy() const { return uses_ > 0; }
+
+  /// True, told on the status line, when the user wants a command while another is at work.
+  [[nodiscard]] bool Refuses();
+
  private:
   void Login(Procedure& on);
   void Open(Procedure& on, const std::string& user);
   void StayClosed(Procedure& on, bool cancelled);
+  [[nodiscard]] std::shared_ptr<void> Asking();
 
   frmBuilder& window_;
   SourceControl& database_;
@@ -50,6 +59,7 @@ class SourceSafeSession {
   bool loggedIn_ = false;
   bool disabled_ = false;
   bool asking_ = false;  ///< a timer may call for a login while the dialog is open
+  int uses_ = 0;
 };
 
 }  // namespace gorbex

@@ -167,7 +167,8 @@ void MainFrame::OfferCommands() {
   const auto compiles = [this] { return program_.run.Running() || program_.compile.Busy(); };
   offer({&menu.mnuFileNew, &menu.mnuFileOpen}, isIdle);
   for (Command& entry : menu.mnuFileMRU) offer({&entry}, isIdle);
-  offer({&menu.mnuFileBuild}, [=] { return !compiles(); });
+  const auto isFree = [this] { return !program_.session.Busy(); };
+  offer({&menu.mnuFileBuild}, [=] { return !compiles() && isFree(); });
   offer({&menu.mnuQueueMoveUp, &menu.mnuQueueMoveDown, &menu.mnuQueueRemove},
         [=, &window] { return isIdle() && window.lvwQueue.Selected() != nullptr; });
   offer({&menu.mnuQueueTest}, [&] { return window.lvwQueue.Selected() != nullptr; });
@@ -177,18 +178,22 @@ void MainFrame::OfferCommands() {
         [=, &window] { return isIdle() && window.lvwQueue.Count() > 0; });
   offer({&menu.mnuQueueMarkAll, &menu.mnuQueueUnMarkAll},
         [&] { return window.lvwQueue.Count() > 0; });
-  offer({&menu.mnuTreePopupGetLatest}, [&] { return IsProjectSelected(window.tvwProjects); });
+  offer({&menu.mnuTreePopupGetLatest},
+        [=, &window] { return isFree() && IsProjectSelected(window.tvwProjects); });
+  offer({&menu.mnuToolsLabel, &menu.mnuToolsHighlight}, isFree);
   offer({&menu.mnuTreePopupRemoveProject},
         [=, &window] { return isIdle() && IsProjectSelected(window.tvwProjects); });
   offer({&menu.mnuTreePopupBuildNowDefault, &menu.mnuTreePopupBuildNowNewLocation},
         [=, &window] { return !compiles() && IsProjectSelected(window.tvwProjects); });
   offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
-        [&] { return menu.mnuToolsGetLatest.enabled.Get(); });
+        [=, &menu] { return isFree() && menu.mnuToolsGetLatest.enabled.Get(); });
   offer({&menu.mnuQueueAdd}, [=, &window] { return isIdle() && IsInProject(window.tvwProjects); });
   offer({&menu.mnuQueueAddAll},
         [=, &window] { return isIdle() && HasProjects(window.tvwProjects); });
-  offer({&menu.mnuDataPopupReg, &menu.mnuDataPopupUnReg, &menu.mnuDataPopupBrowse},
+  offer({&menu.mnuDataPopupReg, &menu.mnuDataPopupUnReg},
         [&] { return window.lvwData.Selected() != nullptr; });
+  offer({&menu.mnuDataPopupBrowse},
+        [=, &window] { return isFree() && window.lvwData.Selected() != nullptr; });
 }
 
 ProjectTree::Gestures MainFrame::TreeGesturesOf() {

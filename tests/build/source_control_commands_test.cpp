@@ -62,9 +62,16 @@ TEST_F(SourceControlCommandsTest, ScanMarksProjectsByTheFilesDirectlyInTheirFold
   EXPECT_EQ(Marked(), "Base ") << "it logs in by itself";
   Bind("Shop", "$/Shop");
   database.failures[{"differs", "$/Base/a.cls"}] = "gone";
+  database.failures[{"items", "$/Core"}] = "offline";
+  Journal passedOver;
+  const auto listening =
+      program.changes.notCompared.Connect([&](const std::string& path, const std::string& why) {
+        passedOver = {path, why};
+      });
   EXPECT_EQ(Run(menu.mnuToolsHighlight), (Journal{"status Checking for Project Changes..",
                                                   "status Finished scanning for changes"}));
   EXPECT_EQ(Marked(), "Base Shop ") << "a mark of an earlier scan stays";
+  EXPECT_EQ(passedOver, (Journal{Group::Path("Core"), "offline"}));
   EXPECT_EQ(program.window.mousePointer.Get(), MousePointer::Default);
 }
 
@@ -97,6 +104,32 @@ TEST_F(SourceControlCommandsTest, GetsAllChangedOrSelectedProjects) {
   EXPECT_EQ(Run(menu.mnuToolsGetLatestChanged),
             (Journal{"show No projects loaded", "status Changed projects now up to date"}));
   EXPECT_EQ(Run(menu.mnuToolsLabel), Journal{"show No Projects to Label!!"});
+}
+
+TEST_F(SourceControlCommandsTest, LetsOneCommandWorkAtATime) {
+  LogIn();
+  Bind("Base", "$/Base");
+  database.files["$/Base/a.cls"] = {"1", "1", "1"};
+  int asked = 0;
+  const auto acting = program.window.stbStatus.changed.Connect([&](const std::string& text) {
+    if (text != "Getting $/Base" || asked++ > 0) return;
+    for (Command* entry :
+         {&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged, &menu.mnuToolsHighlight,
+          &menu.mnuToolsLabel, &menu.mnuTreePopupGetLatest, &menu.mnuDataPopupBrowse}) {
+      entry->Execute();
+    }
+    EXPECT_FALSE(program.shutDown.Form_QueryUnload());
+    EXPECT_FALSE(program.shutDown.Due());
+  });
+  dialogs.answers = {Answer::Yes};
+  const Journal steps = Run(menu.mnuToolsGetLatestALL);
+  EXPECT_EQ(std::count(steps.begin(), steps.end(), "status Source-Control is busy"), 6);
+  EXPECT_EQ(Only(steps, {"show", "get"}),
+            (Journal{"show [YesNo Question] Source-Control is busy. Do you wish to close when it "
+                     "is done?",
+                     "get $/Base C:\\Work\\Base 67248128"}));
+  EXPECT_EQ(steps.back(), "status Get completed");
+  EXPECT_TRUE(program.shutDown.Due());
 }
 
 TEST_F(SourceControlCommandsTest, LabelsWhatTheDatabaseKnows) {

@@ -57,5 +57,11 @@ grep -q "' mine" "$drive/Storefront/Core/modErrors.bas" || fail "a local change 
 expect 0 "$gorbex" label "$bpf" v1 -m 'the first' --spec '$/Storefront/Core' --ini "$drive/vss.ini" --no
 [ "$(git -C "$scratch/remote.git" tag -l --format='%(refname:short) %(contents:subject)')" = "v1 the first" ] ||
   fail "the label is not in the remote"
+expect 2 "$gorbex" label "$bpf" v2 -m '' --ini "$drive/vss.ini" --no
+holds "a label needs a text and a comment"
+printf 'MSSCCPRJ.SCC\r\n[StoreCore.vbp]\r\nSCC_Project_Name = "$/Nowhere", ABCD\r\n' >"$drive/Storefront/Core/mssccprj.scc"
+expect 1 "$gorbex" changes "$bpf" --ini "$drive/vss.ini" --no
+holds 'StoreCore.vbp: not compared: $/Nowhere is not in the database'
+git -C "$drive" checkout -q Storefront/Core/mssccprj.scc
 expect 1 "$gorbex" label "$bpf" v1 -m again --spec '$/Storefront/Core' --ini "$drive/vss.ini" --no
 holds "Failed to label : fatal: tag 'v1' already exists(0)"
