@@ -33,6 +33,8 @@ if(UNIX)
   file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packaging)
   gorbex_install_compressed(CHANGELOG.md changelog ${CMAKE_INSTALL_DATADIR}/doc/gorbexbuilder)
   gorbex_install_compressed(packaging/linux/gorbex.1 gorbex.1 ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES packaging/linux/gorbexbuilder-mail.service
+    DESTINATION ${CMAKE_INSTALL_PREFIX}/lib/systemd/user)
 endif()
 
 if(TARGET gorbexbuilder)
@@ -75,7 +77,7 @@ if(UNIX)
   set(CPACK_DEBIAN_PACKAGE_SECTION devel)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
   set(CPACK_DEBIAN_PACKAGE_RECOMMENDS git)
-  set(CPACK_DEBIAN_PACKAGE_SUGGESTS "graphviz, wine")
+  set(CPACK_DEBIAN_PACKAGE_SUGGESTS "default-mta | mail-transport-agent, graphviz, wine")
 endif()
 
 include(CPack)

@@ -4,10 +4,10 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc)
 
-build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.2-dev"
+build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.2-dev libvmime-dev pkgconf"
 screen_packages="xvfb openbox xdotool"
 package_packages="dpkg-dev file"
-test_packages="libgtest-dev git python3 clang-16 clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix
+test_packages="libgtest-dev git python3 dovecot-imapd openssl clang-16 clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix
   binutils-mingw-w64-x86-64 mingw-w64-tools $screen_packages $package_packages"
 
 say() { printf '\n== %s\n' "$1"; }

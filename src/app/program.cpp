@@ -34,9 +34,11 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       compile({window, platform.files, shell, dialogs, log, start, platform.programFolder}),
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
            referenceUpdate, values, version, script, compile}),
+      mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
+            compile}),
       registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }),
-      shutDown(
-          {window, registry, options, log, dialogs, report, buildProject, run, shell, session}),
+      shutDown({window, registry, options, log, dialogs, report, buildProject, run, shell, session,
+                mail}),
       immediate({window, dialogs, report, script, compile}),
       settings(window, options, dialogs, report),
       logViewer(logs, log, platform.files, dialogs, report),
@@ -46,6 +48,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
   ConnectToolsMenu();
   ConnectSourceControl();
   ConnectComponentTest();
+  ConnectMail();
 }
 
 void Program::ConnectFileMenu() {
@@ -113,6 +116,11 @@ void Program::ConnectSourceControl() {
   menu.mnuToolsLabel.enabled.Set(false);
   menu.mnuToolsHighlight.enabled.Set(false);
   menu.mnuToolsGetLatest.enabled.Set(false);
+}
+
+void Program::ConnectMail() {
+  window.menu.mnuToolsInBox.SetHandler([this] { mail.mnuToolsInBox_Click(); });
+  ticks_ = window.tmrOutlook.elapsed.Connect([this] { mail.tmrOutlook_Timer(); });
 }
 
 void Program::ConnectComponentTest() {

@@ -34,6 +34,7 @@
 #include "core/select_control_form.h"
 #include "core/shell.h"
 #include "core/test_control_form.h"
+#include "mail/mail_service.h"
 #include "platform/services.h"
 #include "scc/change_scan.h"
 #include "scc/get_latest.h"
@@ -84,6 +85,7 @@ class Program {
   RegistrationScript script;
   Compile compile;
   BuildRun run;
+  MailService mail;
   ComponentRegistration registration;
   ShutDown shutDown;
   ImmediateBuild immediate;
@@ -96,12 +98,14 @@ class Program {
 
  private:
   Subscription waits_;
+  Subscription ticks_;
 
   void ConnectFileMenu();
   void ConnectQueueMenu();
   void ConnectToolsMenu();
   void ConnectSourceControl();
   void ConnectComponentTest();
+  void ConnectMail();
 };
 
 }  // namespace gorbex

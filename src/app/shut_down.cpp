@@ -32,6 +32,7 @@ void ShutDown::AskToStop() {
        Buttons::YesNo, MessageIcon::Question});
   if (answer != Answer::Yes) return;
   wanted_ = true;
+  uses_.mail.EndTick();
   // A lone program is given its time; the next attempt offers to end it.
   if (uses_.run.Running()) uses_.run.mnuFileStop_Click();
 }

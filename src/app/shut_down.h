@@ -9,6 +9,7 @@
 #include "core/procedure.h"
 #include "core/registry_tools.h"
 #include "core/shell.h"
+#include "mail/mail_service.h"
 #include "scc/source_safe_session.h"
 
 namespace gorbex {
@@ -28,12 +29,13 @@ class ShutDown {
     BuildRun& run;
     Shell& shell;
     const SourceSafeSession& session;
+    MailService& mail;
   };
 
   explicit ShutDown(const Uses& uses) : uses_(uses) {}
 
-  /// True when the window may close now. It stays open while a build or source control is at work
-  /// and when changes that the user wants to keep could not be saved.
+  /// True when the window may close now. It stays open while a build, a request or source control
+  /// is at work and when changes that the user wants to keep could not be saved.
   [[nodiscard]] bool Form_QueryUnload();
 
   void mnuFileExit_Click();
@@ -42,7 +44,9 @@ class ShutDown {
   [[nodiscard]] bool Due() const { return wanted_ && !Busy(); }
 
  private:
-  [[nodiscard]] bool Builds() const { return uses_.run.Running() || uses_.shell.Waits(); }
+  [[nodiscard]] bool Builds() const {
+    return uses_.run.Running() || uses_.shell.Waits() || uses_.mail.Serving();
+  }
   [[nodiscard]] bool Busy() const { return Builds() || uses_.session.Busy(); }
   void AskToStop();
   [[nodiscard]] bool ChangesAreSafe(Procedure& on);

@@ -59,7 +59,9 @@ void StartUp::Form_Load() {
     if (!commandLine.empty() && commandLine != "show") OpenNamedProject(on, commandLine);
     uses_.options.Interval = std::min(uses_.options.Interval, kLongestInterval);
     on([&] { window.tmrOutlook.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
-    if (uses_.options.AutoStart) on([&] { window.menu.mnuToolsInBox.Execute(); });
+    // At a later run the service may be on already, and the command would switch it off.
+    Command& inBox = window.menu.mnuToolsInBox;
+    if (uses_.options.AutoStart && !inBox.checked.Get()) on([&] { inBox.Execute(); });
   });
 }
 

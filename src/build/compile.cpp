@@ -1,5 +1,6 @@
 #include "build/compile.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "core/file_tools.h"
@@ -41,9 +42,25 @@ void Compile::AskForCompiler() {
   uses_.start.Form_Load();
 }
 
+const std::string& Compile::OutputFolder(const std::string& outDir) const {
+  return outDir.empty() ? uses_.window.buildDirectory : outDir;
+}
+
+// Paths come from files and mails. No Windows path holds a quote or a control character, but a
+// command line with one would say something else than it seems to.
+void Compile::RequireOneArgument(const std::string& path) const {
+  const auto isForbidden = [](char c) { return c == '"' || static_cast<unsigned char>(c) < ' '; };
+  if (std::none_of(path.begin(), path.end(), isForbidden)) return;
+  std::string shown = path;
+  std::replace_if(shown.begin(), shown.end(), isForbidden, '?');
+  const RuntimeError error(ErrorNumber::BadFileName, shown);
+  uses_.log.WriteLog("Not compiled: " + error.Description());
+  throw error;
+}
+
 std::string Compile::CommandLine(const std::string& projectPath, const std::string& outDir) const {
   const frmBuilder& window = uses_.window;
-  const std::string& folder = outDir.empty() ? window.buildDirectory : outDir;
+  const std::string& folder = OutputFolder(outDir);
   std::string command =
       window.compilerPath + " " + Quoted(projectPath) + " /make /out " + window.resultLogPath;
   if (!folder.empty()) command += " /outdir " + Quoted(folder);
@@ -82,6 +99,7 @@ bool Compile::CompileProject(const std::string& projectPath, const std::string& 
 
 bool Compile::Compiled(const std::string& projectPath, const std::string& outDir) {
   static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
+  for (const std::string& path : {projectPath, OutputFolder(outDir)}) RequireOneArgument(path);
   const std::string log = JoinPath(uses_.programFolder, kResultLog);
   if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
   if (uses_.shell.RunAndWait(CommandLine(projectPath, outDir)) == Shell::Ended::ByUser) {

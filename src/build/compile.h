@@ -51,6 +51,8 @@ class Compile {
   [[nodiscard]] const std::string& LastProblem() const { return problem_; }
 
  private:
+  [[nodiscard]] const std::string& OutputFolder(const std::string& outDir) const;
+  void RequireOneArgument(const std::string& path) const;
   [[nodiscard]] std::string CommandLine(const std::string& projectPath,
                                         const std::string& outDir) const;
   void RemoveStaleLog();

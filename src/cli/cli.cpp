@@ -26,6 +26,7 @@ void AddCommands(CLI::App& app, Frame& frame) {
   AddSettingsCommand(app, frame);
   AddLogCommand(app, frame);
   AddSourceControlCommands(app, frame);
+  AddServeCommand(app, frame);
 }
 
 int Parse(CLI::App& app, std::vector<std::string> arguments, const Frame& frame) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -7,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include "platform/event_pump.h"
 #include "platform/services.h"
@@ -42,6 +44,13 @@ class Host {
   [[nodiscard]] virtual std::shared_ptr<void> BuildAlone(const std::function<void()>& /*onWait*/) {
     return nullptr;
   }
+
+  /// From now on the system's wish that the program end is noted instead of ending it at once.
+  virtual void ListenForEnd() {}
+  [[nodiscard]] virtual bool EndWanted() const { return false; }
+
+  /// Waits, but not on when the end is wanted.
+  virtual void Wait(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
 };
 
 /// Makes the host for the prefix named on the command line, if any.

@@ -31,6 +31,8 @@ class Session {
   /// Keeps other programs from building until the result is let go of.
   [[nodiscard]] std::shared_ptr<void> BuildAlone() const;
 
+  [[nodiscard]] Host& host() const { return *host_; }
+
   /// Saves the open build project to its file. Failure when it cannot be saved without losing the
   /// projects that could not be read.
   void Save();

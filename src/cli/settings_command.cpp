@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <ostream>
 
 #include "cli/commands.h"
@@ -5,6 +7,7 @@
 #include "cli/session.h"
 #include "cli/settings_table.h"
 #include "cli/text_output.h"
+#include "mail/mail_settings.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -23,7 +26,38 @@ const Setting& Named(const std::string& name) {
   return *setting;
 }
 
-void List(Frame& frame, const clsOptions& options) {
+constexpr std::array kMailSettings{mail_setting::kStore, mail_setting::kTransport,
+                                   mail_setting::kFrom, mail_setting::kAllowedSenders};
+
+std::optional<std::string_view> MailSetting(const std::string& name) {
+  const auto found = std::find_if(kMailSettings.begin(), kMailSettings.end(),
+                                  [&](auto known) { return EqualsIgnoringCase(known, name); });
+  return found == kMailSettings.end() ? std::nullopt : std::optional(*found);
+}
+
+// What a screen or a build log may show of a URL.
+std::string WithoutPassword(std::string url) {
+  const auto scheme = url.find("://");
+  const auto at = url.rfind('@');
+  if (scheme == std::string::npos || at == std::string::npos) return url;
+  const auto colon = url.find(':', scheme + 3);
+  return colon < at ? url.replace(colon + 1, at - colon - 1, "***") : url;
+}
+
+std::string MailValue(const Program& program, std::string_view name) {
+  return WithoutPassword(program.registry.fnsGetRegistryValue(kProgramKey, name));
+}
+
+void ListMail(Frame& frame, const Program& program, Json& object) {
+  for (const auto name : kMailSettings) {
+    const std::string value = MailValue(program, name);
+    object[std::string(name)] = JsonText(value);
+    if (!frame.json) frame.streams.out << Padded(std::string(name), 20) << Plain(value) << '\n';
+  }
+}
+
+void List(Frame& frame, const Program& program) {
+  const clsOptions& options = program.options;
   Json object = Json::object();
   for (const Setting& setting : AllSettings()) {
     if (!setting.stored) continue;
@@ -31,15 +65,25 @@ void List(Frame& frame, const clsOptions& options) {
     if (frame.json) continue;
     frame.streams.out << Padded(std::string(setting.name), 20) << Shown(setting, options) << '\n';
   }
+  ListMail(frame, program, object);
   if (frame.json) frame.streams.out << object.dump() << '\n';
 }
 
-void Change(clsOptions& options, const Setting& setting, const std::string& typed) {
+std::string SettingText(const std::string& typed) {
   const auto value = FromUtf8(typed);
-  if (!value)
-    throw Failure(ExitStatus::Unusable, typed + ": holds a character no setting can hold");
+  if (value) return *value;
+  throw Failure(ExitStatus::Unusable, typed + ": holds a character no setting can hold");
+}
+
+[[noreturn]] void FailNotStored(std::string_view name) {
+  throw Failure(ExitStatus::WorkFailed,
+                std::string(name) + ": not stored; the registry cannot be written");
+}
+
+void Change(clsOptions& options, const Setting& setting, const std::string& typed) {
+  const std::string value = SettingText(typed);
   try {
-    setting.Set(options, *value);
+    setting.Set(options, value);
   } catch (const RuntimeError& error) {
     throw Failure(ExitStatus::Unusable,
                   std::string(setting.name) + ": " + Plain(error.Description()));
@@ -47,18 +91,32 @@ void Change(clsOptions& options, const Setting& setting, const std::string& type
   const auto wanted = setting.Get(options);
   options.SaveSettings();
   options.LoadSettings();
-  if (setting.Get(options) != wanted) {
-    throw Failure(ExitStatus::WorkFailed,
-                  std::string(setting.name) + ": not stored; the registry cannot be written");
+  if (setting.Get(options) != wanted) FailNotStored(setting.name);
+}
+
+void ShowOrChangeMail(Frame& frame, Program& program, std::string_view name,
+                      const std::optional<std::string>& typed) {
+  if (typed) {
+    const std::string value = SettingText(*typed);
+    program.registry.subSetRegistryValue(kProgramKey, name, value);
+    if (program.registry.fnsGetRegistryValue(kProgramKey, name) != value) FailNotStored(name);
+  }
+  const std::string value = MailValue(program, name);
+  if (frame.json) {
+    frame.streams.out << Json{{std::string(name), JsonText(value)}}.dump() << '\n';
+  } else {
+    frame.streams.out << Plain(value) << '\n';
   }
 }
 
 void Settings(Frame& frame, const Arguments& arguments, bool hasValue) {
   Session session(frame);
-  clsOptions& options = session.program().options;
-  if (arguments.name.empty()) {
-    List(frame, options);
-    return;
+  Program& program = session.program();
+  clsOptions& options = program.options;
+  if (arguments.name.empty()) return List(frame, program);
+  if (const auto name = MailSetting(arguments.name)) {
+    return ShowOrChangeMail(frame, program, *name,
+                            hasValue ? std::optional(arguments.value) : std::nullopt);
   }
   const Setting& setting = Named(arguments.name);
   if (hasValue) Change(options, setting, arguments.value);

@@ -7,6 +7,7 @@
 #include "platform/component_objects.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
+#include "platform/mail.h"
 #include "platform/process.h"
 #include "platform/registry.h"
 #include "platform/source_control.h"
@@ -24,6 +25,7 @@ struct PlatformServices {
   ComponentInspector& components;
   ComponentObjects& objects;
   SourceControl& sourceControl;
+  Mail& mail;
   std::string programFolder;  ///< Windows path of the program's own folder
 };
 

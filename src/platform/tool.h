@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -11,9 +12,9 @@
 
 namespace gorbex {
 
-/// A tool to run: a program of the host's search path with its arguments as they are, no command
-/// line and no shell. Arguments, variables and what the tool says are UTF-8, unlike every other
-/// text: a tool may name files that the code page cannot spell.
+/// A tool to run: a program of the host's search path, or one whose whole host path is given, with
+/// its arguments as they are, no command line and no shell. Arguments, variables and what the tool
+/// says are UTF-8, unlike every other text: a tool may name files that the code page cannot spell.
 struct ToolCall {
   std::string program;
   std::vector<std::string> arguments{};
@@ -21,6 +22,11 @@ struct ToolCall {
 
   /// On top of this program's own environment; nothing takes a variable away.
   std::map<std::string, std::optional<std::string>> environment{};
+
+  std::string input{};  ///< what the tool reads
+
+  /// How long it may run before it is ended; nothing for as long as it likes.
+  std::optional<std::chrono::milliseconds> patience{};
 };
 
 struct ToolResult {
@@ -36,8 +42,9 @@ class ToolRunner {
  public:
   virtual ~ToolRunner() = default;
 
-  /// Waits for the tool's end, the user interface staying alive meanwhile. The tool reads nothing.
-  /// Errors: 53 no such program, 76 no such folder, 5 cannot be run, 7 it says more than 256 MB.
+  /// Waits for the tool's end, the user interface staying alive meanwhile. The tool asks nobody.
+  /// Errors: 53 no such program, 76 no such folder, 5 cannot be run or took too long, 7 it says
+  /// more than 256 MB.
   [[nodiscard]] virtual ToolOutcome Run(const ToolCall& call) = 0;
 };
 

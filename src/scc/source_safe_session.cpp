@@ -58,6 +58,18 @@ void SourceSafeSession::Login(Procedure& on) {
   }
 }
 
+std::string SourceSafeSession::GetLocalPath(const std::string& spec) {
+  LoginToSourceSafe();
+  if (!loggedIn_) return {};
+  const auto use = Use();
+  try {
+    const auto item = VSSItem(spec);
+    return item != nullptr ? item->LocalSpec() : std::string();
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
 void SourceSafeSession::Open(Procedure& on, const std::string& user) {
   MainMenu& menu = window_.menu;
   window_.UserName = user;

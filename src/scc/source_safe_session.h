@@ -36,6 +36,9 @@ class SourceSafeSession {
     return database_.VSSItem(spec);
   }
 
+  /// Where an item is worked on; empty when it is not known or the session stays closed.
+  [[nodiscard]] std::string GetLocalPath(const std::string& spec);
+
   [[nodiscard]] SourceControl& Database() { return database_; }
 
   /// Held by whatever works with the database. The client lets the user act meanwhile.

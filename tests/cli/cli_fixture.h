@@ -62,13 +62,19 @@ class CliFixture : public ::testing::Test {
     explicit MemoryHost(MemoryPlatform& memory) : memory_(memory) {}
     PlatformServices Services(EventPump& events) override {
       const PlatformServices all = memory_.Services();
-      return {all.files,      all.registry, all.processes,     all.clock,        events,
-              all.components, all.objects,  all.sourceControl, all.programFolder};
+      return {all.files,      all.registry, all.processes,     all.clock, events,
+              all.components, all.objects,  all.sourceControl, all.mail,  all.programFolder};
     }
     [[nodiscard]] std::string ProgramPath(const std::string& typed) const override { return typed; }
+    [[nodiscard]] bool EndWanted() const override { return waits_ > 2; }
+    void Wait(std::chrono::milliseconds time) override {
+      memory_.journal.push_back("wait " + std::to_string(time.count()));
+      ++waits_;
+    }
 
    private:
     MemoryPlatform& memory_;
+    int waits_ = 0;  ///< the third is broken by the wish to end
   };
 };
 

@@ -12,22 +12,9 @@
 #include "platform/linux/file_system.h"
 #include "platform/linux/tool.h"
 #include "tests/platform/temporary_folder.h"
+#include "tests/platform/variable.h"
 
 namespace gorbex::test {
-
-/// A variable of this process, which is as it was again after the test.
-class Variable {
- public:
-  Variable(const char* name, const std::string& value)
-      : name_(name), before_(std::getenv(name) == nullptr ? "" : std::getenv(name)) {
-    setenv(name, value.c_str(), 1);
-  }
-  ~Variable() { setenv(name_, before_.c_str(), 1); }
-
- private:
-  const char* name_;
-  std::string before_;
-};
 
 /// A bare remote, the working copy C:\Work and that of somebody else, with the git that the program
 /// finds noting down every call.

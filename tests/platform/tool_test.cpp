@@ -25,12 +25,18 @@ class LinuxTools : public testing::Test {
 TEST_F(LinuxTools, TakeWhatIsSaidOnEachStream) {
   setenv("GONE", "here", 1);
   const auto result =
-      std::get<ToolResult>(Run("printf '%s|' \"$@\" $SET $GONE; basename $PWD; ls /proc/$$/fd | wc "
-                               "-l; cat; echo e >&2; exit 7"));
+      std::get<ToolResult>(Run("printf '%s|' \"$@\" $SET $GONE; basename $PWD; ls /proc/$$/fd; "
+                               "cat; echo e >&2; exit 7"));
   unsetenv("GONE");
-  EXPECT_EQ(result.output, "a  b|$HOME|1|drive_c\n3\n");
+  EXPECT_EQ(result.output, "a  b|$HOME|1|drive_c\n0\n1\n2\n");
   EXPECT_EQ(result.errorOutput, "e\n");
   EXPECT_EQ(result.exitCode, 7U);
+}
+
+TEST_F(LinuxTools, HaveNoTerminalToAskAt) {
+  const auto result = std::get<ToolResult>(Run("cut -d' ' -f6 /proc/$$/stat; echo $$"));
+  const auto half = result.output.size() / 2;
+  EXPECT_EQ(result.output.substr(0, half), result.output.substr(half)) << "session and process";
 }
 
 TEST_F(LinuxTools, NeitherBlockOnMuchNorWaitForAHelperLeftBehind) {
@@ -41,6 +47,16 @@ TEST_F(LinuxTools, NeitherBlockOnMuchNorWaitForAHelperLeftBehind) {
   EXPECT_GT(events_.count, 2);
   EXPECT_EQ(ErrorOf(Run("exec cat /dev/zero")), ErrorNumber::OutOfMemory);
   EXPECT_EQ(ErrorOf(Run("exit 0", "C:\\none")), ErrorNumber::PathNotFound);
+}
+
+TEST_F(LinuxTools, ReadWhatTheyAreGivenAndMayTakeTooLong) {
+  ToolCall call{"/bin/cat", {}, "C:\\"};
+  call.input = std::string(1'000'000, 'x') + '\0';
+  EXPECT_EQ(std::get<ToolResult>(tools_.Run(call)).output, call.input);
+  call = {"sleep", {"60"}, "C:\\"};
+  call.patience = std::chrono::milliseconds(50);
+  EXPECT_EQ(ErrorOf(tools_.Run(call)), ErrorNumber::InvalidCall);
+  EXPECT_EQ(ErrorOf(tools_.Run({"/bin/none", {}, "C:\\"})), ErrorNumber::FileNotFound);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "tests/support/manual_clock.h"
 #include "tests/support/memory_components.h"
 #include "tests/support/memory_file_system.h"
+#include "tests/support/memory_mail.h"
 #include "tests/support/memory_registry.h"
 #include "tests/support/memory_source_control.h"
 #include "tests/support/recording_events.h"
@@ -23,6 +24,7 @@ struct MemoryPlatform {
   FixedInspector components;
   MemoryComponents objects{journal};
   MemorySourceControl sourceControl{journal};
+  MemoryMail mail{journal, files};
   std::string programFolder = "C:\\Program Files\\GorbexBuilder";
 
   MemoryPlatform() { files.AddFolder(programFolder); }
@@ -30,8 +32,8 @@ struct MemoryPlatform {
   MemoryPlatform& operator=(const MemoryPlatform&) = delete;
 
   [[nodiscard]] PlatformServices Services() {
-    return {files,      registry, processes,     clock,        events,
-            components, objects,  sourceControl, programFolder};
+    return {files,      registry, processes,     clock, events,
+            components, objects,  sourceControl, mail,  programFolder};
   }
 };
 

@@ -1,8 +1,10 @@
 #include <wx/listctrl.h>
+#include <wx/menu.h>
 #include <wx/splitter.h>
 #include <wx/textctrl.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "tests/ui/window_fixture.h"
 #include "ui/project_tree.h"
@@ -188,21 +190,35 @@ TEST_F(MainWindowTest, IsDrivenByTheKeyboardAlone) {
   EXPECT_EQ(program->window.lvwQueue.Find(second), nullptr);
 }
 
-TEST_F(MainWindowTest, RunsTheMailTimerOnlyWithAnInterval) {
+TEST_F(MainWindowTest, ServesMailWhileTheInboxIsChecked) {
+  namespace fs = std::filesystem;
+  for (const char* part : {"new", "cur", "tmp"}) {
+    fs::create_directories(folder.Path() / "mails/.Builder" / part);
+  }
+  folder.Put("mails/sendmail", "#!/bin/sh\ncat > '" + (folder.Path() / "reply").string() + "'\n");
+  fs::permissions(folder.Path() / "mails/sendmail", fs::perms::owner_all);
   Open(kProduct);
-  Timer& timer = program->window.tmrOutlook;
-  int ticks = 0;
-  const auto listening = timer.elapsed.Connect([&] { ++ticks; });
-  timer.interval.Set(0);
-  timer.enabled.Set(true);
+  const auto set = [&](const char* name, const std::string& value) {
+    program->registry.subSetRegistryValue(kProgramKey, name, value);
+  };
+  set("MailStore", "maildir://" + (folder.Path() / "mails").string());
+  set("MailTransport", "sendmail://" + (folder.Path() / "mails/sendmail").string());
+  wxMenuBar& bar = *frame->GetMenuBar();
+  wxMenuItem& entry = *bar.FindItem(bar.FindMenuItem("Tools", "Check Inbox"));
+
+  program->options.Interval = 0;
+  program->window.menu.mnuToolsInBox.Execute();
+  EXPECT_TRUE(entry.IsChecked());
+  folder.Put("mails/.Builder/new/1.a",
+             "From: anna@dev.example\r\nSubject: build request\r\n\r\nx,");
   User::Waits();
-  EXPECT_EQ(ticks, 0);
-  timer.interval.Set(5);
-  EXPECT_TRUE(User::Sees([&] { return ticks > 1; }));
-  timer.enabled.Set(false);
-  const int stopped = ticks;
-  User::Waits();
-  EXPECT_EQ(ticks, stopped);
+  EXPECT_FALSE(fs::exists(folder.Path() / "reply")) << "a timer of 0 never fires";
+  program->window.tmrOutlook.interval.Set(50);
+  EXPECT_TRUE(User::Sees([&] { return fs::exists(folder.Path() / "reply"); }));
+  EXPECT_TRUE(User::Sees([&] { return program->window.stbStatus.Get() == "Idle"; }));
+  program->window.menu.mnuToolsInBox.Execute();
+  EXPECT_FALSE(entry.IsChecked());
+  EXPECT_TRUE(Close());
 }
 
 }  // namespace

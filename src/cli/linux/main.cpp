@@ -12,6 +12,7 @@
 #include "cli/cli.h"
 #include "platform/git/ask_pass.h"
 #include "platform/linux/build_lock.h"
+#include "platform/linux/end_signal.h"
 #include "platform/linux/platform.h"
 #include "platform/linux/typed_path.h"
 
@@ -38,6 +39,10 @@ class LinuxHost : public gorbex::cli::Host {
   std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
     return std::make_shared<gorbex::BuildLock>(platform_.GetPrefix().Root(), onWait);
   }
+
+  void ListenForEnd() override { gorbex::EndSignal::Listen(); }
+  [[nodiscard]] bool EndWanted() const override { return gorbex::EndSignal::Wanted(); }
+  void Wait(std::chrono::milliseconds time) override { gorbex::EndSignal::Wait(time); }
 
  private:
   gorbex::LinuxPlatform platform_;

@@ -15,14 +15,27 @@ bool Contains(std::string_view hosts, const std::string& host) {
          (" " + std::string(hosts) + " ").find(" " + host + " ") != std::string::npos;
 }
 
+// A URL in a text, quoted or not, from its "://" to its end.
+std::string_view BehindScheme(std::string_view text) {
+  const auto start = text.find("://");
+  if (start == std::string_view::npos) return {};
+  text.remove_prefix(start + 3);
+  return text.substr(0, text.find_first_of("'\" \t\r\n"));
+}
+
+// In "http://one/@two" the host is "one" to some readers and "two" to others.
+bool IsAmbiguous(const std::string& question) {
+  const auto rest = BehindScheme(question);
+  const auto path = rest.find_first_of("/?#\\");
+  return path != std::string_view::npos && rest.find('@', path) != std::string_view::npos;
+}
+
 }  // namespace
 
 std::string HostInUrl(const std::string& text) {
-  const auto start = text.find("://");
-  if (start == std::string::npos) return {};
-  auto authority = text.substr(start + 3);
-  authority.resize(std::min(authority.find_first_of("/?#' "), authority.size()));
-  return authority.substr(authority.rfind('@') + 1);
+  auto authority = BehindScheme(text);
+  authority = authority.substr(0, authority.find_first_of("/?#\\"));
+  return std::string(authority.substr(authority.rfind('@') + 1));
 }
 
 std::map<std::string, std::optional<std::string>> AskPassEnvironment(
@@ -43,7 +56,8 @@ std::optional<int> AnswerAskPass(
   if (!asksUser && !question.starts_with("Password for ")) return std::nullopt;
   const auto answer = environment(asksUser ? kUser : kPassword);
   // A repository may name other hosts, which the password is not meant for.
-  if (!Contains(*hosts, HostInUrl(question)) || (asksUser && !answer)) return 1;
+  const bool isMeant = !IsAmbiguous(question) && Contains(*hosts, HostInUrl(question));
+  if (!isMeant || (asksUser && !answer)) return 1;
   out << answer.value_or("") << std::endl;
   return 0;
 }

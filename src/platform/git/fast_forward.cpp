@@ -1,83 +1,65 @@
 #include "platform/git/fast_forward.h"
 
-#include <set>
 #include <vector>
 
+#include "platform/git/half_done.h"
+#include "platform/git/words.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
 
-using Paths = std::vector<std::string>;
-
-std::vector<std::string> WithPaths(std::vector<std::string> arguments, const Paths& paths) {
-  arguments.emplace_back("--");
-  for (const auto& path : paths) arguments.push_back(LiteralPath(path));
-  return arguments;
+// What the user's configuration may add would stash changes away or overwrite ignored files. A
+// merge into a branch without commits overwrites those whatever it is told, so there the branch is
+// made at the commit instead.
+std::vector<std::string> WayTo(const std::string& commit, const GitStatus& before) {
+  if (!before.HasCommit()) {
+    return {"checkout", "--quiet", "--no-overwrite-ignore", "--no-track", "-b", before.branch,
+            commit,     "--"};
+  }
+  return {"-c",
+          "branch." + before.branch + ".mergeOptions=",
+          "merge",
+          "--quiet",
+          "--ff-only",
+          "--no-squash",
+          "--no-autostash",
+          "--no-overwrite-ignore",
+          commit};
 }
 
-// As many at a time as every system's command line takes.
-std::vector<Paths> InParts(const Paths& paths) {
-  constexpr std::size_t kLongest = 16'000;
-  std::vector<Paths> parts;
-  std::size_t length = kLongest;
-  for (const auto& path : paths) {
-    length += path.size() + 16;
-    if (length > kLongest) {
-      parts.emplace_back();
-      length = path.size() + 16;
-    }
-    parts.back().push_back(path);
-  }
-  return parts;
-}
-
-// A file is git's own work when it is gone, or holds what the commit holds: either way nothing is
-// lost with it. The index has to know a file before it can be compared, or removed.
-void TakeBack(const GitRunner& git, const std::string& commit, const Paths& touched,
-              const std::set<std::string>& missing) {
-  git.Run(GitCall::Change, WithPaths({"add", "--all"}, touched));
-  const auto answer = git.Run(
-      GitCall::Question,
-      WithPaths({"diff", "--cached", "--name-only", "-z", "--no-renames", "--no-ext-diff", commit},
-                touched));
-  std::set<std::string, std::less<>> others;
-  for (const auto path : Records(answer)) others.emplace(path);
-  Paths users;
-  Paths own;
-  for (const auto& path : touched) {
-    (others.contains(path) && !missing.contains(path) ? users : own).push_back(path);
-  }
-  if (!users.empty()) git.Run(GitCall::Change, WithPaths({"reset", "--quiet"}, users));
-  if (own.empty()) return;
-  git.Run(GitCall::Remote, WithPaths({"checkout", "--quiet", "--no-overlay", "HEAD"}, own));
-}
-
-void TakeBackHalfDone(const GitRunner& git, const std::string& commit, const GitStatus& before) {
-  const auto after = ReadStatus(git);
-  if (after.commit != before.commit) return;
-  Paths touched;
-  for (const auto& path : after.changed) {
-    if (!before.changed.contains(path)) touched.push_back(path);
-  }
-  for (const auto& part : InParts(touched)) TakeBack(git, commit, part, after.missing);
+bool IsReached(const GitRunner& git, const std::string& commit) {
+  const auto held = git.Try(GitCall::Question, {"merge-base", "--is-ancestor", commit, "HEAD"});
+  return held.exitCode == 0;
 }
 
 }  // namespace
 
-void FastForward(const GitRunner& git, const std::string& commit, const GitStatus& before) {
-  // What the user's configuration may add would stash changes away or overwrite ignored files.
-  const auto merged =
-      git.Try(GitCall::Remote,
-              {"-c", "branch." + before.branch + ".mergeOptions=", "merge", "--quiet", "--ff-only",
-               "--no-squash", "--no-autostash", "--no-overwrite-ignore", commit});
-  if (merged.exitCode == 0) return;
+void FastForward(const GitRunner& git, const std::string& tip, const GitStatus& before) {
+  const auto commit =
+      Line(git.Run(GitCall::Question, {"rev-parse", "--verify", "--quiet", tip + "^{commit}"}));
+  if (commit == before.commit) return;
+  const HalfDone halfDone(git, commit, before);
   try {
-    TakeBackHalfDone(git, commit, before);
-  } catch (const RuntimeError&) {
-    // The first failure tells the user more.
+    git.Run(GitCall::Change, WayTo(commit, before));
+  } catch (const RuntimeError& failure) {
+    // What looks half-done then is another's work.
+    if (IsLockedOut(failure)) throw;
+    // Another git brought the branch there while this one looked at it.
+    if (IsReached(git, commit)) return;
+    try {
+      halfDone.TakeBack();
+    } catch (const RuntimeError&) {
+      // The first failure tells the user more.
+    }
+    throw;
   }
-  git.Raise(merged);
+  if (IsReached(git, commit)) return;
+  throw RuntimeError::WithDescription(
+      ErrorNumber::AutomationError,
+      "The branch '" + FromGit(before.branch) +
+          "' was not brought up to date: a hook or a setting of git's kept it from the commit " +
+          commit);
 }
 
 }  // namespace gorbex

@@ -7,9 +7,9 @@
 
 namespace gorbex {
 
-/// Moves the branch checked out forward to the commit, or fails with git's words. Nothing of the
-/// user's is overwritten; where git stops half-way its own work is undone, so that the next attempt
-/// does not trip over it.
-void FastForward(const GitRunner& git, const std::string& commit, const GitStatus& before);
+/// Moves the branch checked out forward to the tip, a reference, or fails with git's words. Nothing
+/// of the user's is overwritten; where git stops half-way its own work is undone, so that the next
+/// attempt does not trip over it.
+void FastForward(const GitRunner& git, const std::string& tip, const GitStatus& before);
 
 }  // namespace gorbex

@@ -10,35 +10,83 @@
 namespace gorbex {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
+
+[[noreturn]] void Refuse(const std::string& path, const std::string& why) {
+  throw RuntimeError::WithDescription(ErrorNumber::InvalidCall, "'" + path + "' " + why);
+}
 
 std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
+  constexpr std::string_view kBlanks = " \t";
   text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
   return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
-// Editors that save as UTF-8 say so with a mark; all other files are in the code page.
-std::string TextOf(std::string bytes) {
-  if (!bytes.starts_with(kByteOrderMark)) return bytes;
-  bytes.erase(0, kByteOrderMark.size());
-  return FromUtf8(bytes).value_or(bytes);
+std::string_view TakeLine(std::string_view& text) {
+  const auto line = text.substr(0, text.find_first_of("\r\n"));
+  text.remove_prefix(std::min(line.size() + 1, text.size()));
+  return line;
+}
+
+// Where such a character stands the file is no text, or one in another encoding.
+void RequireText(const std::string& path, std::string_view text) {
+  const auto isControl = [](char letter) {
+    constexpr std::string_view kOfTexts = "\t\r\n\f";
+    return static_cast<unsigned char>(letter) < 0x20 && kOfTexts.find(letter) == kOfTexts.npos;
+  };
+  const auto found = std::find_if(text.begin(), text.end(), isControl);
+  if (found == text.end()) return;
+  Refuse(path, "is no plain text: character " + std::to_string(found - text.begin() + 1) +
+                   " is the control character " + std::to_string(static_cast<int>(*found)));
+}
+
+// Editors that save as UTF-8 say so with a mark; all other files are in the code page. Those of old
+// end their files with a character of their own.
+std::string TextOf(const std::string& path, std::string bytes) {
+  constexpr char kEndOfFile = '\x1A';
+  for (const auto mark : kUtf16Marks) {
+    if (bytes.starts_with(mark)) Refuse(path, "is in UTF-16; save it as UTF-8 or as ANSI text");
+  }
+  if (bytes.starts_with(kUtf8Mark)) {
+    const auto text = FromUtf8(bytes.substr(kUtf8Mark.size()));
+    if (!text) Refuse(path, "is no UTF-8, or holds characters that Windows paths here cannot");
+    bytes = *text;
+  }
+  if (bytes.ends_with(kEndOfFile)) bytes.pop_back();
+  RequireText(path, bytes);
+  return bytes;
+}
+
+// "[git]", whatever stands behind it.
+bool IsGitHeader(std::string_view line) {
+  const auto end = line.find(']');
+  return end != std::string_view::npos &&
+         EqualsIgnoringCase(Trimmed(line.substr(1, end - 1)), "git");
+}
+
+// A value in quotation marks ends with the second one.
+std::string_view ValueOf(std::string_view text) {
+  text = Trimmed(text);
+  if (!text.starts_with('"') && !text.starts_with('\'')) return text;
+  const auto end = text.find(text.front(), 1);
+  return end == std::string_view::npos ? text : Trimmed(text.substr(1, end - 1));
 }
 
 std::optional<GitSettings> Parse(std::string_view text) {
   std::optional<GitSettings> settings;
   bool isGit = false;
   while (!text.empty()) {
-    const auto line = Trimmed(text.substr(0, text.find('\n')));
-    text.remove_prefix(std::min(text.find('\n'), text.size() - 1) + 1);
+    const auto line = Trimmed(TakeLine(text));
     if (line.starts_with('[')) {
-      isGit = EqualsIgnoringCase(line, "[git]");
+      isGit = IsGitHeader(line);
       if (isGit && !settings) settings.emplace();
+      continue;
     }
     const auto equals = line.find('=');
     if (!isGit || equals == std::string_view::npos || line.find_first_of(";#") == 0) continue;
     const auto key = Trimmed(line.substr(0, equals));
-    const auto value = std::string(Trimmed(line.substr(equals + 1)));
+    const std::string value(ValueOf(line.substr(equals + 1)));
     if (EqualsIgnoringCase(key, "worktree")) settings->worktree = value;
     if (EqualsIgnoringCase(key, "branch")) settings->branch = value;
     if (EqualsIgnoringCase(key, "remote") && !value.empty()) settings->remote = value;
@@ -70,7 +118,7 @@ std::string Resolved(const std::string& path) {
 }  // namespace
 
 std::optional<GitSettings> ReadGitSettings(const FileReader& files, const std::string& path) {
-  auto settings = Parse(TextOf(files.Read(path)));
+  auto settings = Parse(TextOf(path, files.Read(path)));
   if (!settings) return std::nullopt;
   if (settings->worktree.empty()) {
     throw RuntimeError::WithDescription(

@@ -16,7 +16,7 @@ struct GitSettings {
 
 /// The settings of the file's [git] section; nothing when it has none, so that another client's
 /// file is told apart. Errors: 53 and its kin for the file, 5 for a section that lacks its working
-/// tree.
+/// tree, and for a file that is no text of the code page or in UTF-8 with its mark.
 [[nodiscard]] std::optional<GitSettings> ReadGitSettings(const FileReader& files,
                                                          const std::string& path);
 

@@ -30,11 +30,11 @@ void GitItem::Get(const std::string& localPath, std::uint32_t /*flags*/) {
   if (!EqualsIgnoringCase(localPath, LocalSpec())) {
     throw RuntimeError(ErrorNumber::InvalidCall, localPath);
   }
-  tree_->Get();
+  tree_->Get(entry_);
 }
 
 void GitItem::Label(const std::string& label, const std::string& comment) {
-  tree_->Label(label, comment);
+  tree_->Label(entry_, label, comment);
 }
 
 void GitItem::Checkout(const std::string& /*comment*/) {

@@ -1,32 +1,87 @@
 #include "platform/git/runner.h"
 
 #include <algorithm>
+#include <array>
+#include <chrono>
+#include <thread>
 
 #include "platform/git/words.h"
 
 namespace gorbex {
 namespace {
 
-using Variables = std::map<std::string, std::optional<std::string>>;
+using namespace std::chrono_literals;
 
-// A program started from a hook inherits variables that would lead git to another repository, and
-// a few change what its answers mean.
-Variables Environment() {
-  Variables variables = {{"GIT_TERMINAL_PROMPT", "0"}, {"LC_ALL", "C"}};
-  for (const char* name : {"GIT_ALTERNATE_OBJECT_DIRECTORIES", "GIT_COMMON_DIR", "GIT_DIR",
-                           "GIT_GLOB_PATHSPECS", "GIT_ICASE_PATHSPECS", "GIT_INDEX_FILE",
-                           "GIT_LITERAL_PATHSPECS", "GIT_NAMESPACE", "GIT_NOGLOB_PATHSPECS",
-                           "GIT_OBJECT_DIRECTORY", "GIT_PREFIX", "GIT_WORK_TREE", "LANGUAGE"}) {
-    variables[name] = std::nullopt;
-  }
+// A program started from a hook inherits variables that would lead git to another repository, a
+// few change what its answers mean, and a trace may show what is secret.
+constexpr std::array kTakenAway = {
+    "GIT_ALTERNATE_OBJECT_DIRECTORIES",
+    "GIT_COMMON_DIR",
+    "GIT_CONFIG",
+    "GIT_CURL_VERBOSE",
+    "GIT_DIR",
+    "GIT_GLOB_PATHSPECS",
+    "GIT_GRAFT_FILE",
+    "GIT_ICASE_PATHSPECS",
+    "GIT_IMPLICIT_WORK_TREE",
+    "GIT_INDEX_FILE",
+    "GIT_INTERNAL_SUPER_PREFIX",
+    "GIT_LITERAL_PATHSPECS",
+    "GIT_NAMESPACE",
+    "GIT_NOGLOB_PATHSPECS",
+    "GIT_NO_REPLACE_OBJECTS",
+    "GIT_OBJECT_DIRECTORY",
+    "GIT_PREFIX",
+    "GIT_QUARANTINE_PATH",
+    "GIT_REPLACE_REF_BASE",
+    "GIT_SHALLOW_FILE",
+    "GIT_TRACE",
+    "GIT_TRACE2",
+    "GIT_TRACE2_ENV_VARS",
+    "GIT_TRACE2_EVENT",
+    "GIT_TRACE2_PERF",
+    "GIT_TRACE_CURL",
+    "GIT_TRACE_CURL_NO_DATA",
+    "GIT_TRACE_FSMONITOR",
+    "GIT_TRACE_PACKET",
+    "GIT_TRACE_PACKFILE",
+    "GIT_TRACE_PACK_ACCESS",
+    "GIT_TRACE_PERFORMANCE",
+    "GIT_TRACE_REDACT",
+    "GIT_TRACE_REFS",
+    "GIT_TRACE_SETUP",
+    "GIT_TRACE_SHALLOW",
+    "GIT_WORK_TREE",
+    "LANGUAGE",
+};
+
+// Neither git nor the ssh it starts waits for somebody to answer: ssh's questions go to a program
+// that refuses them all.
+std::map<std::string, std::optional<std::string>> Environment() {
+  std::map<std::string, std::optional<std::string>> variables = {{"GIT_TERMINAL_PROMPT", "0"},
+                                                                 {"LC_ALL", "C"},
+                                                                 {"SSH_ASKPASS", "false"},
+                                                                 {"SSH_ASKPASS_REQUIRE", "force"}};
+  for (const char* name : kTakenAway) variables[name] = std::nullopt;
   return variables;
 }
 
+// What a file holds makes it a changed one, not whether the host may run it.
 std::vector<std::string> Options(GitCall kind) {
   std::vector<std::string> options;
   if (kind == GitCall::Question) options.emplace_back("--no-optional-locks");
-  options.insert(options.end(), {"-c", "core.quotePath=false", "-c", "i18n.commitEncoding=UTF-8"});
+  options.insert(options.end(), {"-c", "core.quotePath=false", "-c", "core.fileMode=false", "-c",
+                                 "i18n.commitEncoding=UTF-8"});
   return options;
+}
+
+// Another git holds a lock, or moved the same reference first. Either lasts a moment.
+bool IsInAnothersWay(const ToolResult& result) {
+  const auto says = [&](const char* words) {
+    return result.errorOutput.find(words) != std::string::npos;
+  };
+  return result.exitCode != 0 &&
+         (says(".lock': File exists") || (says("cannot lock ref") && says("but expected")));
 }
 
 [[noreturn]] void RaiseNotRun(const RuntimeError& error) {
@@ -37,17 +92,33 @@ std::vector<std::string> Options(GitCall kind) {
 
 }  // namespace
 
-ToolResult GitRunner::Try(GitCall kind, const std::vector<std::string>& arguments) const {
-  ToolCall call{"git", Options(kind), folder_, Environment()};
-  if (AnswersForUser(kind)) {
-    // A helper would keep what was typed.
+// A user alone leaves the password to git's helpers, which would keep one that was typed.
+void GitRunner::AddLogin(ToolCall& call) const {
+  if (login_.password.empty()) {
+    call.arguments.insert(call.arguments.end(), {"-c", "credential.username=" + login_.user});
+  } else if (!hosts_.empty()) {
     call.arguments.insert(call.arguments.end(), {"-c", "credential.helper="});
     call.environment.merge(AskPassEnvironment(askPassProgram_, login_, hosts_));
   }
+}
+
+ToolCall GitRunner::CallOf(GitCall kind, const std::vector<std::string>& arguments) const {
+  ToolCall call{"git", Options(kind), folder_, Environment()};
+  if (kind == GitCall::Remote && !login_.IsEmpty()) AddLogin(call);
   call.arguments.insert(call.arguments.end(), arguments.begin(), arguments.end());
-  auto outcome = tools_.Run(call);
-  if (const auto* error = std::get_if<RuntimeError>(&outcome)) RaiseNotRun(*error);
-  return std::move(std::get<ToolResult>(outcome));
+  return call;
+}
+
+ToolResult GitRunner::Try(GitCall kind, const std::vector<std::string>& arguments) const {
+  constexpr auto kLongestPause = 1600ms;
+  const auto call = CallOf(kind, arguments);
+  for (auto pause = 50ms;; pause *= 2) {
+    auto outcome = tools_.Run(call);
+    if (const auto* error = std::get_if<RuntimeError>(&outcome)) RaiseNotRun(*error);
+    auto& result = std::get<ToolResult>(outcome);
+    if (!IsInAnothersWay(result) || pause > kLongestPause) return std::move(result);
+    std::this_thread::sleep_for(pause);
+  }
 }
 
 std::string GitRunner::Run(GitCall kind, const std::vector<std::string>& arguments) const {

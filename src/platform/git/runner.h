@@ -13,7 +13,7 @@ namespace gorbex {
 enum class GitCall {
   Question,  ///< looks at the working tree, taking no lock
   Change,    ///< changes the working tree; the user's hooks run
-  Remote,    ///< may ask the remote, with the login
+  Remote,    ///< asks the remote, with the login, which nothing else is shown
 };
 
 /// Runs git in one working tree with one login. Arguments and answers are UTF-8.
@@ -28,7 +28,8 @@ class GitRunner {
   /// The login is for these hosts; before this is said it is for none.
   void UseLoginAt(std::vector<std::string> hosts) { hosts_ = std::move(hosts); }
 
-  /// What git answers. Error with git's words when it fails.
+  /// What git answers. Error with git's words when it fails. A git that finds another one at work
+  /// in the same place is given a few more attempts, here and below.
   std::string Run(GitCall kind, const std::vector<std::string>& arguments) const;
 
   /// Lets the caller judge the exit code. Error only when git cannot be run.
@@ -37,9 +38,8 @@ class GitRunner {
   [[noreturn]] void Raise(const ToolResult& failure) const;
 
  private:
-  [[nodiscard]] bool AnswersForUser(GitCall kind) const {
-    return kind == GitCall::Remote && !login_.IsEmpty() && !hosts_.empty();
-  }
+  [[nodiscard]] ToolCall CallOf(GitCall kind, const std::vector<std::string>& arguments) const;
+  void AddLogin(ToolCall& call) const;
 
   ToolRunner& tools_;
   std::string folder_;
@@ -47,6 +47,11 @@ class GitRunner {
   std::string askPassProgram_;
   std::vector<std::string> hosts_;
 };
+
+/// True when another git held the lock that one takes before it touches anything.
+[[nodiscard]] inline bool IsLockedOut(const RuntimeError& failure) {
+  return failure.Description().find("index.lock': File exists") != std::string::npos;
+}
 
 /// A path as one that git takes by the letter, whatever characters it holds.
 [[nodiscard]] inline std::string LiteralPath(const std::string& path) {

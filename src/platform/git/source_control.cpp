@@ -1,5 +1,7 @@
 #include "platform/git/source_control.h"
 
+#include <algorithm>
+
 #include "platform/code_page.h"
 #include "platform/git/initialisation_file.h"
 #include "platform/git/item.h"
@@ -86,6 +88,15 @@ void RequireRemoteBranch(const GitRunner& git, const GitPlace& place) {
   if (found.exitCode != 0) git.Raise(found);
 }
 
+// Git passes both to its helpers line by line: a line end in one would forge the next line.
+void RequirePlain(const std::string& what, const std::string& text) {
+  const auto isControl = [](char letter) {
+    return static_cast<unsigned char>(letter) < 0x20 || letter == '\x7F';
+  };
+  if (std::none_of(text.begin(), text.end(), isControl)) return;
+  Refuse("The " + what + " holds a control character, such as a line end");
+}
+
 std::string UserOf(const GitRunner& git) {
   const auto answer = git.Try(GitCall::Question, {"config", "--get", "user.name"});
   const auto name = answer.exitCode == 0 ? FromGit(Line(answer.output)) : std::string();
@@ -97,6 +108,8 @@ std::string UserOf(const GitRunner& git) {
 void GitSourceControl::Open(const std::string& iniPath, const std::string& user,
                             const std::string& password) {
   const auto settings = RequireSettings(files_, iniPath);
+  RequirePlain("user name", user);
+  RequirePlain("password", password);
   GitRunner git(tools_, settings.worktree, {ToUtf8(user), ToUtf8(password)}, askPassProgram_);
   RequireTop(git, settings.worktree);
   const auto place = PlaceOf(git, settings);

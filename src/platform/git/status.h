@@ -14,6 +14,8 @@ struct GitStatus {
   std::string branch;  ///< "(detached)" when none is checked out
   std::set<std::string> changed;
   std::set<std::string> missing;  ///< of the changed files, those that are gone
+
+  [[nodiscard]] bool HasCommit() const { return commit != "(initial)"; }
 };
 
 /// From the answer of "status --porcelain=v2 --branch -z".

@@ -1,9 +1,12 @@
 #include "platform/git/working_tree.h"
 
 #include <algorithm>
+#include <sstream>
+#include <string_view>
 
 #include "platform/code_page.h"
 #include "platform/git/fast_forward.h"
+#include "platform/git/under_way.h"
 #include "platform/git/words.h"
 #include "platform/runtime_error.h"
 
@@ -17,6 +20,18 @@ namespace {
 // An argument ends at the first zero, as the system sees it.
 std::string ArgumentOf(const std::string& text) {
   return ToUtf8(text.substr(0, text.find('\0')));
+}
+
+// ":MODE MODE HASH HASH LETTER": plain files of equal content, which the permission to run alone
+// tells apart.
+bool IsOfModeAlone(std::string_view difference) {
+  std::istringstream fields{std::string(difference)};
+  std::string oldMode;
+  std::string newMode;
+  std::string oldHash;
+  std::string newHash;
+  fields >> oldMode >> newMode >> oldHash >> newHash;
+  return oldMode.starts_with(":100") && newMode.starts_with("100") && oldHash == newHash;
 }
 
 std::string Quoted(const std::string& text) {
@@ -62,11 +77,14 @@ GitWorkingTree::Tree GitWorkingTree::KnownTree() const {
 
 GitWorkingTree::PathSet GitWorkingTree::ReadDifferences() const {
   const auto answer =
-      git_.Run(GitCall::Question, {"diff", "--name-only", "-z", "--no-renames", "--no-ext-diff",
+      git_.Run(GitCall::Question, {"-c", "diff.autoRefreshIndex=true", "diff", "--raw",
+                                   "--no-abbrev", "-z", "--no-renames", "--no-ext-diff",
                                    "--no-relative", "--ignore-submodules=all", Tip(), "--"});
+  const auto records = Records(answer);
   PathSet paths;
-  for (const auto record : Records(answer)) {
-    if (auto path = FromUtf8(record)) paths.insert(std::move(*path));
+  for (std::size_t i = 1; i < records.size(); i += 2) {
+    auto path = FromUtf8(records[i]);
+    if (path && !IsOfModeAlone(records[i - 1])) paths.insert(std::move(*path));
   }
   return paths;
 }
@@ -135,9 +153,28 @@ void GitWorkingTree::RequireBranch(const GitStatus& status) const {
          Quoted(FromGit(status.branch)) + ", not " + Quoted(FromGit(place_.branch)));
 }
 
+void GitWorkingTree::RequireKnown(const Entry& entry) const {
+  if (entry.isInDatabase) return;
+  Refuse("There is no item " + Quoted("$/" + entry.path) + " in the branch " +
+         Quoted(FromGit(place_.branch)) + " of " + Quoted(FromGit(place_.remote)));
+}
+
+void GitWorkingTree::Get(const Entry& entry) {
+  RequireKnown(entry);
+  const auto picture = Held();
+  if (picture && picture->refusal) std::rethrow_exception(picture->refusal);
+  try {
+    Update(std::nullopt);
+  } catch (const RuntimeError&) {
+    if (picture) picture->refusal = std::current_exception();
+    throw;
+  }
+}
+
 void GitWorkingTree::Update(const std::optional<std::string>& unchanged) {
   const auto picture = Held();
   if (picture && picture->isUpToDate && !unchanged) return;
+  RequireNothingUnderWay(git_, files_, place_.folder);
   if (!picture) Fetch();
   const auto status = ReadStatus(git_);
   RequireBranch(status);
@@ -147,16 +184,14 @@ void GitWorkingTree::Update(const std::optional<std::string>& unchanged) {
   FastForward(git_, Tip(), status);
   if (!picture) return;
   picture->isUpToDate = true;
+  picture->refusal = nullptr;
   Read(*picture);
 }
 
 void GitWorkingTree::Checkout(const Entry& entry) {
   const auto local = LocalPath(entry.path);
   if (entry.isFolder) Refuse(Quoted(local) + " is a folder; only a file can be checked out");
-  if (!entry.isInDatabase) {
-    Refuse(Quoted(local) + " is not in the branch " + Quoted(FromGit(place_.branch)) + " of " +
-           Quoted(FromGit(place_.remote)));
-  }
+  RequireKnown(entry);
   Update(entry.path);
   const auto info = files_.Look(local);
   if (!info) throw RuntimeError(ErrorNumber::FileNotFound, local);
@@ -181,6 +216,8 @@ void GitWorkingTree::Checkin(const Entry& entry, const std::string& comment) {
   const auto local = LocalPath(entry.path);
   if (entry.isFolder) Refuse(Quoted(local) + " is a folder; only a file can be checked in");
   if (!FileExists(files_, local)) throw RuntimeError(ErrorNumber::FileNotFound, local);
+  RequireKnown(entry);
+  RequireNothingUnderWay(git_, files_, place_.folder);
   const auto path = ToUtf8(entry.path);
   const auto status = ReadStatus(git_, path);
   RequireBranch(status);
@@ -199,7 +236,9 @@ void GitWorkingTree::Checkin(const Entry& entry, const std::string& comment) {
   if (const auto picture = Held()) Read(*picture);
 }
 
-void GitWorkingTree::Label(const std::string& label, const std::string& comment) {
+void GitWorkingTree::Label(const Entry& entry, const std::string& label,
+                           const std::string& comment) {
+  RequireKnown(entry);
   if (!Held()) Fetch();
   const auto name = ArgumentOf(label);
   // A tag of that name would make git doubt every later question about its HEAD.

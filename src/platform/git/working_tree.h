@@ -41,8 +41,9 @@ class GitWorkingTree {
   /// True when the working copy of the file, or of any file below the folder, is not the tip's.
   [[nodiscard]] bool Differs(const Entry& entry);
 
-  /// Brings the whole branch up to date.
-  void Get() { Update(std::nullopt); }
+  /// Brings the whole branch up to date. Error for an item that the database lacks. While a picture
+  /// is held one attempt is made: each further get ends as the first one did.
+  void Get(const Entry& entry);
 
   /// Brings the branch up to date and lets the file be written. Error when it is changed already.
   void Checkout(const Entry& entry);
@@ -50,8 +51,9 @@ class GitWorkingTree {
   /// Commits the one file and pushes it; a commit that cannot be pushed is taken back.
   void Checkin(const Entry& entry, const std::string& comment);
 
-  /// Tags the tip and pushes the tag; one that cannot be pushed is taken back.
-  void Label(const std::string& label, const std::string& comment);
+  /// Tags the tip and pushes the tag, for an item that the database has; one that cannot be pushed
+  /// is taken back.
+  void Label(const Entry& entry, const std::string& label, const std::string& comment);
 
   /// While the result is held, questions are answered from what git says now.
   [[nodiscard]] std::shared_ptr<void> TakePicture();
@@ -67,6 +69,7 @@ class GitWorkingTree {
     PathSet differences;
     std::exception_ptr failure;  ///< why there is neither
     bool isUpToDate = false;     ///< a get was made since
+    std::exception_ptr refusal;  ///< why a get failed since
   };
 
   [[nodiscard]] std::string Tip() const;
@@ -78,6 +81,7 @@ class GitWorkingTree {
   [[nodiscard]] static bool Differs(const Entry& entry, const PathSet& differences,
                                     const Tree& tree);
   void Read(Picture& picture) const;
+  void RequireKnown(const Entry& entry) const;
   void RequireBranch(const GitStatus& status) const;
   void RequirePublished() const;
   void Update(const std::optional<std::string>& unchanged);

@@ -41,7 +41,11 @@ class SpawnSettings {
  public:
   explicit SpawnSettings(const ChildStart& start) {
     posix_spawn_file_actions_init(&actions_);
-    posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    if (start.input < 0) {
+      posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    } else {
+      posix_spawn_file_actions_adddup2(&actions_, start.input, STDIN_FILENO);
+    }
     posix_spawn_file_actions_adddup2(&actions_, start.output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions_, start.errorOutput, STDERR_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
@@ -55,7 +59,9 @@ class SpawnSettings {
     sigaddset(&signals, SIGPIPE);
     sigaddset(&signals, SIGCHLD);
     posix_spawnattr_setsigdefault(&attributes_, &signals);
-    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    const int session = start.hasOwnSession ? POSIX_SPAWN_SETSID : 0;
+    posix_spawnattr_setflags(
+        &attributes_, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | session));
   }
   ~SpawnSettings() {
     posix_spawnattr_destroy(&attributes_);
@@ -81,6 +87,12 @@ pid_t Spawn(const ChildStart& start) {
                                 arguments.Get(), environment.Get());
   if (error != 0) throw std::system_error(error, std::generic_category());
   return id;
+}
+
+bool IsProgram(const std::string& path) {
+  struct stat info {};
+  const bool isFile = stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+  return isFile && access(path.c_str(), X_OK) == 0;
 }
 
 std::uint32_t CodeOf(int status) {
@@ -142,6 +154,7 @@ void ChildProcess::Wait(milliseconds patience) {
 }
 
 std::optional<std::string> FindOnHost(const std::string& name) {
+  if (name.starts_with('/')) return IsProgram(name) ? std::optional(name) : std::nullopt;
   const char* folders = std::getenv("PATH");
   std::string_view rest = folders != nullptr ? folders : "/usr/local/bin:/usr/bin:/bin";
   while (!rest.empty()) {
@@ -150,9 +163,7 @@ std::optional<std::string> FindOnHost(const std::string& name) {
     // A relative folder would mean another one where the child runs.
     if (!folder.starts_with('/')) continue;
     auto path = std::string(folder) + "/" + name;
-    struct stat info {};
-    const bool isFile = stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
-    if (isFile && access(path.c_str(), X_OK) == 0) return path;
+    if (IsProgram(path)) return path;
   }
   return std::nullopt;
 }

@@ -15,14 +15,16 @@
 
 namespace gorbex {
 
-/// How a child starts: nothing to read, no open file but its output, and no signal blocked or
-/// ignored on our account.
+/// How a child starts: no open file but its input and output, and no signal blocked or ignored on
+/// our account.
 struct ChildStart {
   std::vector<std::string> arguments;  ///< the program's host path first
   std::vector<std::string> environment;
   std::string folder{};  ///< of the host; empty for our own
+  int input = -1;        ///< below zero for nothing to read
   int output = STDERR_FILENO;
   int errorOutput = STDERR_FILENO;
+  bool hasOwnSession = false;  ///< without our terminal, and out of reach of its keys
 };
 
 /// A child of this process, watched through a descriptor of its own.
@@ -48,7 +50,7 @@ class ChildProcess : public Process {
   std::optional<std::uint32_t> exitCode_;
 };
 
-/// The program of that name in the host's search path.
+/// The program of that name in the host's search path, or of that whole path.
 [[nodiscard]] std::optional<std::string> FindOnHost(const std::string& name);
 
 /// This program's environment with variables set, or taken away where the value is nothing.

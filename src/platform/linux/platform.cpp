@@ -4,6 +4,7 @@
 #include "platform/linux/clock.h"
 #include "platform/linux/component_inspector.h"
 #include "platform/linux/file_system.h"
+#include "platform/linux/mail/mail.h"
 #include "platform/linux/plugin_objects.h"
 #include "platform/linux/process.h"
 #include "platform/linux/registrar.h"
@@ -33,6 +34,7 @@ struct LinuxPlatform::Parts {
   PluginObjects objects{registry, prefix};
   LinuxToolRunner tools{prefix};
   GitSourceControl sourceControl{tools, files, OwnProgram()};
+  LinuxMail mail{files, tools};
 };
 
 LinuxPlatform::LinuxPlatform(const std::filesystem::path& prefixRoot)
@@ -46,8 +48,10 @@ const Prefix& LinuxPlatform::GetPrefix() const {
 
 PlatformServices LinuxPlatform::Services(EventPump& events) {
   parts_->tools.Handle(events);
-  return {parts_->files,      parts_->registry, parts_->processes,     parts_->clock, events,
-          parts_->components, parts_->objects,  parts_->sourceControl, kProgramFolder};
+  parts_->mail.Handle(events);
+  return {parts_->files, parts_->registry,   parts_->processes, parts_->clock,
+          events,        parts_->components, parts_->objects,   parts_->sourceControl,
+          parts_->mail,  kProgramFolder};
 }
 
 }  // namespace gorbex

@@ -2,14 +2,17 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -69,6 +72,31 @@ class Output {
   std::unique_ptr<Descriptor> to_;
 };
 
+/// What a tool reads, as a file without a name: a tool that reads nothing of it holds nobody up.
+class Input {
+ public:
+  explicit Input(const std::string& text) {
+    if (text.empty()) return;
+    file_ = std::make_unique<Descriptor>(memfd_create("input", MFD_CLOEXEC));
+    Require(file_->Number() >= 0);
+    if (file_->Number() <= STDERR_FILENO) {
+      file_ =
+          std::make_unique<Descriptor>(fcntl(file_->Number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    }
+    for (std::string_view rest = text; !rest.empty();) {
+      const auto count = write(file_->Number(), rest.data(), rest.size());
+      Require(count >= 0 || errno == EINTR);
+      rest.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    Require(lseek(file_->Number(), 0, SEEK_SET) == 0);
+  }
+
+  [[nodiscard]] int Number() const { return file_ ? file_->Number() : -1; }
+
+ private:
+  std::unique_ptr<Descriptor> file_;
+};
+
 /// Leaves no tool running when its caller stops waiting for it.
 class WaitedFor {
  public:
@@ -90,19 +118,24 @@ class WaitedFor {
 /// One child on its way to its end, taking what it says and letting events be handled.
 class RunningTool {
  public:
-  RunningTool(ChildStart start, EventPump* events)
-      : events_(events), child_(Started(std::move(start))) {}
+  RunningTool(ChildStart start, EventPump* events, const ToolCall& call)
+      : events_(events), call_(call), input_(call.input), child_(Started(std::move(start))) {}
 
-  /// Nothing when the tool says more than can be taken.
-  [[nodiscard]] std::optional<ToolResult> Result() {
+  [[nodiscard]] ToolOutcome Result() {
     const WaitedFor guard(child_);
     for (;;) {
       const auto exitCode = child_.ExitCode(WaitForWords() ? 0ms : kBetweenEvents);
       output_.Take();
       errorOutput_.Take();
-      if (output_.text.size() + errorOutput_.text.size() > kMostOutput) return std::nullopt;
+      if (output_.text.size() + errorOutput_.text.size() > kMostOutput) {
+        return RuntimeError(ErrorNumber::OutOfMemory, call_.program);
+      }
       if (exitCode) {
         return ToolResult{*exitCode, std::move(output_.text), std::move(errorOutput_.text)};
+      }
+      if (call_.patience && std::chrono::steady_clock::now() - start_ > *call_.patience) {
+        return RuntimeError::WithDescription(ErrorNumber::InvalidCall,
+                                             "'" + call_.program + "' took too long");
       }
       HandleEvents();
     }
@@ -110,8 +143,10 @@ class RunningTool {
 
  private:
   ChildStart Started(ChildStart start) const {
+    start.input = input_.Number();
     start.output = output_.ChildsEnd();
     start.errorOutput = errorOutput_.ChildsEnd();
+    start.hasOwnSession = true;
     return start;
   }
 
@@ -134,7 +169,10 @@ class RunningTool {
   }
 
   EventPump* events_;
-  std::chrono::steady_clock::time_point lastEvents_ = std::chrono::steady_clock::now();
+  const ToolCall& call_;
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  std::chrono::steady_clock::time_point lastEvents_ = start_;
+  Input input_;
   Output output_;
   Output errorOutput_;
   ChildProcess child_;
@@ -150,9 +188,7 @@ ToolOutcome LinuxToolRunner::Run(const ToolCall& call) {
   ChildStart start{{*program}, EnvironmentWith(call.environment), *folder};
   start.arguments.insert(start.arguments.end(), call.arguments.begin(), call.arguments.end());
   try {
-    auto result = RunningTool(std::move(start), events_).Result();
-    if (result) return std::move(*result);
-    return RuntimeError(ErrorNumber::OutOfMemory, call.program);
+    return RunningTool(std::move(start), events_, call).Result();
   } catch (const std::system_error& error) {
     const RuntimeError refused(ErrorNumber::InvalidCall, call.program);
     return RuntimeError::WithDescription(

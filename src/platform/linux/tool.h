@@ -6,8 +6,8 @@
 
 namespace gorbex {
 
-/// Runs tools of the host. One that leaves a helper running behind it is not waited for longer than
-/// itself.
+/// Runs tools of the host, away from our terminal, so that none can ask there. One that leaves a
+/// helper running behind it is not waited for longer than itself.
 class LinuxToolRunner : public ToolRunner {
  public:
   explicit LinuxToolRunner(const Prefix& prefix) : prefix_(prefix) {}

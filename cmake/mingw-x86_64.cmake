@@ -1,0 +1,2 @@
+set(GORBEX_MINGW_CPU x86_64)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

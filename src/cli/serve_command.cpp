@@ -1,0 +1,83 @@
+#include <algorithm>
+#include <ostream>
+
+#include "cli/commands.h"
+#include "cli/session.h"
+#include "cli/text_output.h"
+
+namespace gorbex::cli {
+namespace {
+
+constexpr std::int32_t kLongestInterval = 60;
+
+struct Arguments {
+  std::string file;
+  bool once = false;
+  std::int32_t interval = 0;  ///< seconds; 0 for the stored setting
+};
+
+void SetInterval(Program& program, const Arguments& arguments) {
+  std::int32_t& interval = program.options.Interval;
+  if (arguments.interval > 0) interval = arguments.interval;
+  interval = std::min(interval, kLongestInterval);
+  if (arguments.once || interval > 0) return;
+  throw Failure(
+      ExitStatus::Unusable,
+      "the setting Interval is 0 seconds, and a timer of 0 never fires: name another with "
+      "--interval or `gorbex settings Interval`");
+}
+
+void Start(Program& program) {
+  Command& entry = program.window.menu.mnuToolsInBox;
+  entry.Execute();
+  if (!entry.checked.Get()) throw Failure(ExitStatus::Unusable, "the mail system cannot be used");
+}
+
+// One look into the request folder, as the window's timer takes it.
+void Tick(Session& session) {
+  Program& program = session.program();
+  const auto alone = session.BuildAlone();
+  program.window.tmrOutlook.elapsed.Emit();
+  if (program.window.tmrOutlook.enabled.Get()) return;
+  throw Failure(ExitStatus::WorkFailed, "the service switched itself off after an error");
+}
+
+void Serve(Frame& frame, const Arguments& arguments) {
+  Session session(frame);
+  Program& program = session.program();
+  if (arguments.file.empty()) {
+    session.Warn("no build project is open: nothing can be got or built");
+  } else {
+    session.Open(arguments.file);
+  }
+  SetInterval(program, arguments);
+  const auto listening = program.log.written.Connect([&](const std::string& line) {
+    frame.streams.out << Plain(line) << '\n' << std::flush;
+  });
+  Host& host = session.host();
+  host.ListenForEnd();
+  session.onIdle = [&] {
+    if (host.EndWanted()) program.mail.EndTick();
+  };
+  Start(program);
+  Tick(session);
+  while (!arguments.once && !host.EndWanted()) {
+    host.Wait(std::chrono::milliseconds(program.window.tmrOutlook.interval.Get()));
+    if (!host.EndWanted()) Tick(session);
+  }
+}
+
+}  // namespace
+
+void AddServeCommand(CLI::App& app, Frame& frame) {
+  CLI::App& command = *app.add_subcommand("serve", "Build on request by mail, until told to end");
+  auto arguments = std::make_shared<Arguments>();
+  command.add_option("FILE.bpf", arguments->file, "The build project whose projects are served");
+  command.add_flag("--once", arguments->once, "Look for requests once, then end");
+  command.add_option("--interval", arguments->interval, "Seconds between two looks, at most 60")
+      ->check(CLI::Range(1, 60));
+  AddAnswers(command, frame);
+  command.callback([&frame, arguments] { Serve(frame, *arguments); });
+}
+
+}  // namespace gorbex::cli

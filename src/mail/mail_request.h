@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace gorbex {
+
+/// What the body of a request asks for: "GET", "BUILD", "PATH folder" and "PROJECT file or spec",
+/// each followed by a comma and known by its first three letters.
+struct MailRequest {
+  bool GetRequested = false;
+  bool BuildRequested = false;
+  std::string strBuildPath;               ///< ends with "\"; empty for the project's own folder
+  std::optional<std::string> strProject;  ///< nothing when the body names none
+  std::int64_t lastField = -1;            ///< the index of the last field; -1 for an empty body
+};
+
+/// Reads the fields before the last comma; the text after it is no field, as ever.
+[[nodiscard]] MailRequest ReadMailRequest(std::string_view body);
+
+}  // namespace gorbex

@@ -1,0 +1,82 @@
+#include "mail/mail_service.h"
+
+#include <memory>
+#include <new>
+
+#include "core/text.h"
+#include "mail/mail_settings.h"
+#include "mail/mail_tick.h"
+#include "mail/sender_list.h"
+
+namespace gorbex {
+
+MailAccount MailService::Account() const {
+  const auto value = [this](std::string_view name) {
+    return uses_.registry.fnsGetRegistryValue(kProgramKey, name);
+  };
+  return {value(mail_setting::kStore), value(mail_setting::kTransport), value(mail_setting::kFrom)};
+}
+
+void MailService::mnuToolsInBox_Click() {
+  Command& entry = uses_.window.menu.mnuToolsInBox;
+  const bool started =
+      Procedure(uses_.report, ": frmBuilder.mnuToolsInBox_Click").Run([&](Procedure& on) {
+        on([&] { entry.checked.Set(!entry.checked.Get()); });
+        if (entry.checked.Get()) {
+          Start(on);
+        } else {
+          on([&] { uses_.window.tmrOutlook.enabled.Set(false); });
+        }
+      });
+  if (!started) entry.checked.Set(false);
+}
+
+void MailService::Start(Procedure& on) {
+  Timer& timer = uses_.window.tmrOutlook;
+  on([&] { uses_.mail.Open(Account()); });
+  refused_.clear();
+  on([&] { timer.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
+  on([&] { timer.enabled.Set(true); });
+}
+
+void MailService::tmrOutlook_Timer() {
+  if (ticking_ || uses_.compile.Busy() || uses_.session.Busy()) return;
+  ticking_ = true;
+  const std::shared_ptr<void> done(nullptr, [this](void*) {
+    uses_.window.mousePointer.Set(MousePointer::Default);
+    ticking_ = serving_ = ending_ = false;
+  });
+  uses_.window.tmrOutlook.enabled.Set(false);
+  RunTick();
+}
+
+void MailService::RunTick() {
+  const SenderList senders(
+      uses_.registry.fnsGetRegistryValue(kProgramKey, mail_setting::kAllowedSenders));
+  MailTick tick({uses_.window, uses_.options, uses_.files, uses_.log, uses_.mail, uses_.session,
+                 uses_.latest, uses_.compile, senders, refused_, [this] { return ending_; },
+                 [this] { serving_ = true; }});
+  const auto fail = [&](const RuntimeError& error) {
+    uses_.log.WriteLog("Email requests are no longer served, because of an error at line " +
+                       std::to_string(tick.Line()) + ": " + error.Description());
+    if (tick.ReportFailure(error)) mnuToolsInBox_Click();
+  };
+  try {
+    tick.Run();
+    FinishTick();
+  } catch (const RuntimeError& error) {
+    fail(error);
+  } catch (const std::bad_alloc&) {
+    fail(RuntimeError(ErrorNumber::OutOfMemory));
+  }
+}
+
+// The user may have switched the service off meanwhile.
+void MailService::FinishTick() {
+  frmBuilder& window = uses_.window;
+  window.tmrOutlook.enabled.Set(window.menu.mnuToolsInBox.checked.Get());
+  window.SetStatus("Idle");
+  window.menu.mnuFileBuild.enabled.Set(true);
+}
+
+}  // namespace gorbex

@@ -1,0 +1,179 @@
+#include "mail/mail_tick.h"
+
+#include <algorithm>
+
+#include "core/file_tools.h"
+#include "core/procedure.h"
+#include "core/text.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+constexpr const char* kFolder = "Builder";
+constexpr std::string_view kSubject = "build request";
+constexpr std::int16_t kReplyToUser = 1;
+
+// A name from a mail must not begin lines of its own in the log.
+std::string OneLine(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+  return text;
+}
+
+// What cannot even be looked at is no project file.
+bool IsFile(const FileReader& files, const std::string& path) {
+  try {
+    return !path.empty() && FileExists(files, path);
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
+// Cut before the carriage return that stands before the first line feed.
+void CutAtLineEnd(std::string& text) {
+  const auto end = text.find('\n');
+  if (end != std::string::npos) text.resize(end == 0 ? 0 : end - 1);
+}
+
+}  // namespace
+
+void MailTick::Run() {
+  At([&] { uses_.window.mousePointer.Set(MousePointer::Hourglass); });
+  At([&] { uses_.window.SetStatus("Checking for Email Requests"); });
+  const auto folder = At([&] { return uses_.mail.Folder(kFolder); });
+  const std::size_t count = At([&] { return folder->Count(); });
+  for (std::size_t i = 1; i <= count && !uses_.stops(); ++i) {
+    const auto mail = At([&] { return folder->Item(i); });
+    if (mail != nullptr && IsRequest(*mail)) Serve(*mail);
+  }
+}
+
+bool MailTick::IsRequest(const MailItem& mail) {
+  const bool isNew =
+      At([&] { return EqualsIgnoringCase(mail.Subject(), kSubject) && mail.UnRead(); });
+  return isNew && !mail.IsAutomatic() && IsWelcome(mail);
+}
+
+// The mail stays unread and comes back with every tick; one line for each sender is enough.
+bool MailTick::IsWelcome(const MailItem& mail) {
+  const std::string address = mail.SenderAddress();
+  if (uses_.senders.Allows(address)) return true;
+  const std::string sender = OneLine(address.empty() ? mail.SenderName() : address);
+  if (uses_.refused.insert(sender).second) {
+    At([&] { uses_.log.WriteLog("Email Request from " + sender + " left alone: not allowed"); });
+  }
+  return false;
+}
+
+void MailTick::Serve(MailItem& mail) {
+  At([&] { uses_.window.menu.mnuFileBuild.enabled.Set(false); });
+  uses_.serves();
+  const auto body = At([&] { return mail.Body(); });
+  if (!body) return;
+  reply_ = At([&] { return uses_.mail.CreateReply(mail); });
+  At([&] { reply_->AddRecipient(mail.SenderName()); });
+  text_ = {};
+  request_ = ReadMailRequest(*body);
+  if (request_.strProject) strProject_ = *request_.strProject;
+  const std::string sender = OneLine(mail.SenderName());
+  At([&] { uses_.log.WriteLog("Processing Email Request from " + sender); });
+  RequestSucceeded_ = At([&] { return FindProject(); });
+  if (request_.GetRequested) Get();
+  At([&] { uses_.window.SetStatus("Processing Request from " + sender); });
+  if (request_.BuildRequested && RequestSucceeded_) Build();
+  At([&] { mail.SetUnRead(false); });
+  Answer();
+}
+
+bool MailTick::FindProject() {
+  CutAtLineEnd(strProject_);
+  if (strProject_.starts_with("$/")) {
+    strLocal_ = uses_.session.GetLocalPath(strProject_);
+    if (!strLocal_.empty()) strProject_ = strLocal_;
+  }
+  if (IsFile(uses_.files, strProject_)) return true;
+  request_.GetRequested = false;
+  request_.BuildRequested = false;
+  text_.Fail("Project file not found/specified");
+  return false;
+}
+
+void MailTick::Get() {
+  RequestSucceeded_ = At([&] { return uses_.latest.GetLatestForProject(strProject_); });
+  if (!RequestSucceeded_) {
+    text_.Fail("Failed to Get Latest");
+  } else if (!request_.BuildRequested) {
+    text_.Succeed();
+  }
+}
+
+void MailTick::Build() {
+  uses_.options.GetLatest = request_.GetRequested;
+  RequestSucceeded_ =
+      At([&] { return uses_.compile.CompileProject(strProject_, request_.strBuildPath); });
+  if (RequestSucceeded_) {
+    text_.Succeed();
+  } else {
+    text_.Fail("Failed to create binary");
+  }
+}
+
+void MailTick::Answer() {
+  At([&] { reply_->SetSubject(MailReply::Subject(request_, RequestSucceeded_)); });
+  At([&] { reply_->SetBody(text_.Body(request_, RequestSucceeded_)); });
+  if (request_.BuildRequested) Attach();
+  At([&] { reply_->Send(); });
+  reply_.reset();
+}
+
+// An attachment that cannot be made is left out.
+void MailTick::Attach() {
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    const std::string& resultLog = uses_.window.resultLogPath;
+    if (!RequestSucceeded_ && resultLog.empty()) return;
+    on([&] { reply_->AddAttachment(RequestSucceeded_ ? BuiltFile() : WithoutQuotes(resultLog)); });
+  });
+}
+
+std::string MailTick::BuiltFile() const {
+  const clsMember& project = uses_.window.ProjectMembers.Item(strProject_);
+  return request_.strBuildPath.empty() ? StripPath(project.path) + "\\" + project.BuildName
+                                       : request_.strBuildPath + project.EXEName;
+}
+
+bool MailTick::ReportFailure(const RuntimeError& error) {
+  if (reply_ == nullptr) return false;
+  bool isTold = false;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    on([&] { reply_->SetSubject("GorbexBuilder Encountered an error"); });
+    if (!AddressFailure()) return;
+    on([&] { reply_->SetBody(FailureText(error)); });
+    on([&] { reply_->Send(); });
+    isTold = true;
+  });
+  return isTold;
+}
+
+// The administrator alone, when the settings say so; else whoever the reply was for.
+bool MailTick::AddressFailure() {
+  if (uses_.options.ReplyTo != kReplyToUser) return reply_->RecipientCount() > 0;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    if (reply_->RecipientCount() > 0) on([&] { reply_->RemoveRecipient(1); });
+    on([&] { reply_->AddRecipient(uses_.options.ReplyUser); });
+  });
+  return true;
+}
+
+std::string MailTick::FailureText(const RuntimeError& error) const {
+  std::string text = "GorbexBuilder could not process your request!\r\n";
+  text += "Reason was " + error.Description() + "\r\n";
+  text += "Which occured in tmrOutlook_Timer at line " + std::to_string(line_) + "\r\n\r\n";
+  text += "strProject   : " + strProject_ + "\r\n";
+  text += "strLocal     : " + strLocal_ + "\r\n";
+  text += "strBuildPath : " + request_.strBuildPath + "\r\n";
+  text += "UB(arrP)     : " + std::to_string(request_.lastField) + "\r\n\r\n";
+  return text + "Please forward this message to your GorbexBuilder Administrator\r\n";
+}
+
+}  // namespace gorbex

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <source_location>
+#include <string>
+#include <utility>
+
+#include "build/compile.h"
+#include "core/activity_log.h"
+#include "core/latest_source.h"
+#include "core/main_window.h"
+#include "core/options.h"
+#include "mail/mail_reply.h"
+#include "mail/mail_request.h"
+#include "mail/sender_list.h"
+#include "platform/file_system.h"
+#include "platform/mail.h"
+#include "scc/source_safe_session.h"
+
+namespace gorbex {
+
+/// One look into the request folder: every new request is performed and answered. What one request
+/// names as its project holds for the next that names none.
+class MailTick {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    clsOptions& options;
+    const FileReader& files;
+    ActivityLog& log;
+    Mail& mail;
+    SourceSafeSession& session;
+    LatestSource& latest;
+    Compile& compile;
+    const SenderList& senders;
+    std::set<std::string>& refused;  ///< senders whose refusal has been logged
+    std::function<bool()> stops;     ///< asked between two requests
+    std::function<void()> serves;    ///< told when a request begins
+  };
+
+  explicit MailTick(const Uses& uses) : uses_(uses) {}
+
+  /// The error of the step that failed, which then has no answer yet.
+  void Run();
+
+  /// Answers the request that failed with what befell it. False when there is nobody to tell.
+  bool ReportFailure(const RuntimeError& error);
+
+  /// Where the step that failed stands in this program.
+  [[nodiscard]] unsigned Line() const { return line_; }
+
+ private:
+  [[nodiscard]] bool IsRequest(const MailItem& mail);
+  [[nodiscard]] bool IsWelcome(const MailItem& mail);
+  void Serve(MailItem& mail);
+  [[nodiscard]] bool FindProject();
+  void Get();
+  void Build();
+  void Answer();
+  void Attach();
+  [[nodiscard]] std::string BuiltFile() const;
+  [[nodiscard]] std::string FailureText(const RuntimeError& error) const;
+  [[nodiscard]] bool AddressFailure();
+
+  /// Runs a step and remembers its line for the report of its failure.
+  template <class S>
+  auto At(S&& step, std::source_location place = std::source_location::current()) {
+    line_ = place.line();
+    return std::forward<S>(step)();
+  }
+
+  Uses uses_;
+  unsigned line_ = 0;
+  std::unique_ptr<OutgoingMail> reply_;
+  MailRequest request_;
+  MailReply text_;
+  std::string strProject_;
+  std::string strLocal_;
+  bool RequestSucceeded_ = false;
+};
+
+}  // namespace gorbex

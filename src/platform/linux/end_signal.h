@@ -1,0 +1,18 @@
+#pragma once
+
+#include <chrono>
+
+namespace gorbex {
+
+/// The system's wish that the program end (SIGTERM, SIGINT, SIGHUP), noted instead of obeyed at
+/// once. A second one ends the program. There is one for the whole program.
+class EndSignal {
+ public:
+  static void Listen();
+  [[nodiscard]] static bool Wanted();
+
+  /// Waits for the time, but not on when the end is wanted.
+  static void Wait(std::chrono::milliseconds time);
+};
+
+}  // namespace gorbex

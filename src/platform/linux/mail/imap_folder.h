@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/linux/mail/account.h"
+#include "platform/linux/mail/mail_store.h"
+#include "platform/linux/mail/worker.h"
+
+namespace gorbex {
+
+/// A folder of an IMAP server. Every operation has a connection of its own: between two of them a
+/// build may run that outlasts any server's patience.
+class ImapFolder : public StoredFolder {
+ public:
+  /// The name is below the inbox, or beside it where the server has none there. Both outlive it.
+  ImapFolder(const MailServer& server, std::string name, Patience& patience)
+      : server_(server), name_(std::move(name)), patience_(patience) {}
+
+  /// Error 76 when there is no such folder.
+  [[nodiscard]] std::vector<ListedMail> List() override;
+  [[nodiscard]] std::optional<std::string> Read(const std::string& id) override;
+  void Mark(const std::string& id, bool isRead) override;
+
+ private:
+  const MailServer& server_;
+  std::string name_;
+  Patience& patience_;
+};
+
+}  // namespace gorbex

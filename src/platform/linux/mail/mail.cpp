@@ -1,0 +1,214 @@
+#include "platform/linux/mail/mail.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <cstdlib>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/code_page.h"
+#include "platform/linux/mail/account.h"
+#include "platform/linux/mail/body_text.h"
+#include "platform/linux/mail/character_set.h"
+#include "platform/linux/mail/imap_folder.h"
+#include "platform/linux/mail/maildir_folder.h"
+#include "platform/linux/mail/reply.h"
+#include "platform/linux/mail/server_session.h"
+#include "platform/linux/mail/transport.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+namespace {
+
+std::string HomeFolder() {
+  const char* home = std::getenv("HOME");
+  if (home != nullptr && *home == '/') return home;
+  const auto* user = getpwuid(getuid());
+  return user != nullptr ? user->pw_dir : "/";
+}
+
+std::string OwnAddress() {
+  const auto* user = getpwuid(getuid());
+  std::array<char, HOST_NAME_MAX + 1> host{};
+  if (gethostname(host.data(), host.size() - 1) != 0 || host.front() == '\0') {
+    return std::string(user != nullptr ? user->pw_name : "gorbex") + "@localhost";
+  }
+  return std::string(user != nullptr ? user->pw_name : "gorbex") + "@" + host.data();
+}
+
+// The password is for this program; what it starts does not inherit it.
+std::string TakePassword() {
+  constexpr const char* kName = "GORBEX_MAIL_PASSWORD";
+  const char* value = std::getenv(kName);
+  std::string password = value != nullptr ? value : "";
+  unsetenv(kName);
+  return password;
+}
+
+/// An account as it is used until the next one is opened.
+struct OpenAccount {
+  MailStore store;
+  MailTransport transport;
+  Correspondent from;
+};
+
+void RequireMaildir(const MaildirStore& store) {
+  if (IsMaildir(store.folder)) return;
+  throw RuntimeError::WithDescription(
+      store.isDefault ? ErrorNumber::CannotCreateObject : ErrorNumber::InvalidCall,
+      FromHost("There is no Maildir '" + store.folder + "'"));
+}
+
+}  // namespace
+
+struct LinuxMail::Parts {
+  Parts(const FileReader& fileReader, ToolRunner& toolRunner,
+        std::chrono::milliseconds longestSilence)
+      : files(fileReader), tools(toolRunner), worker(longestSilence) {}
+
+  const FileReader& files;
+  ToolRunner& tools;
+  Worker worker;
+  std::string password = TakePassword();
+  std::shared_ptr<const OpenAccount> account;
+
+  [[nodiscard]] std::shared_ptr<const OpenAccount> Account() const {
+    if (account != nullptr) return account;
+    throw RuntimeError::WithDescription(ErrorNumber::CannotCreateObject,
+                                        "The mail system is not open");
+  }
+};
+
+namespace {
+
+/// One folder of an account and the worker that reaches it.
+class FolderAccess {
+ public:
+  FolderAccess(std::shared_ptr<const OpenAccount> account, std::string name,
+               std::shared_ptr<Worker> worker)
+      : account_(std::move(account)), name_(std::move(name)), worker_(std::move(worker)) {}
+
+  void Do(const std::function<void(StoredFolder&)>& work) {
+    worker_->Do([&](Patience& patience) {
+      if (const auto* maildir = std::get_if<MaildirStore>(&account_->store)) {
+        const auto path = MaildirFolder::Find(maildir->folder, name_);
+        if (!path) RaiseNoFolder(maildir->folder);
+        MaildirFolder folder(*path);
+        work(folder);
+      } else {
+        ImapFolder folder(std::get<MailServer>(account_->store), name_, patience);
+        work(folder);
+      }
+    });
+  }
+
+ private:
+  [[noreturn]] void RaiseNoFolder(const std::string& maildir) const {
+    throw RuntimeError::WithDescription(
+        ErrorNumber::PathNotFound,
+        FromHost("There is no folder '" + name_ + "' in the Maildir '" + maildir + "'"));
+  }
+
+  std::shared_ptr<const OpenAccount> account_;
+  std::string name_;
+  std::shared_ptr<Worker> worker_;
+};
+
+class LinuxMailItem : public MailItem {
+ public:
+  LinuxMailItem(std::shared_ptr<FolderAccess> folder, ListedMail mail)
+      : folder_(std::move(folder)), mail_(std::move(mail)) {}
+
+  [[nodiscard]] std::string Subject() const override { return mail_.header.subject; }
+  [[nodiscard]] bool UnRead() const override { return !mail_.isRead; }
+  void SetUnRead(bool unread) override {
+    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, !unread); });
+    mail_.isRead = !unread;
+  }
+  [[nodiscard]] std::optional<std::string> Body() override {
+    std::optional<std::string> text;
+    folder_->Do([&](StoredFolder& folder) {
+      const auto mail = folder.Read(mail_.id);
+      if (mail) text = BodyText(*mail);
+    });
+    return text;
+  }
+  [[nodiscard]] std::string SenderName() const override { return mail_.header.senderName; }
+  [[nodiscard]] std::string SenderAddress() const override { return mail_.header.senderAddress; }
+  [[nodiscard]] bool IsAutomatic() const override { return mail_.header.isAutomatic; }
+
+  [[nodiscard]] const MailHeader& Header() const { return mail_.header; }
+
+ private:
+  std::shared_ptr<FolderAccess> folder_;
+  ListedMail mail_;
+};
+
+class LinuxMailFolder : public MailFolder {
+ public:
+  LinuxMailFolder(std::shared_ptr<FolderAccess> folder, std::vector<ListedMail> mails)
+      : folder_(std::move(folder)), mails_(std::move(mails)) {}
+
+  [[nodiscard]] std::size_t Count() const override { return mails_.size(); }
+  [[nodiscard]] std::unique_ptr<MailItem> Item(std::size_t number) override {
+    if (number < 1 || number > mails_.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    return std::make_unique<LinuxMailItem>(folder_, mails_[number - 1]);
+  }
+
+ private:
+  std::shared_ptr<FolderAccess> folder_;
+  std::vector<ListedMail> mails_;
+};
+
+}  // namespace
+
+LinuxMail::LinuxMail(const FileReader& files, ToolRunner& tools,
+                     std::chrono::milliseconds longestSilence)
+    : parts_(std::make_shared<Parts>(files, tools, longestSilence)) {
+  StartMailLibrary();
+}
+
+LinuxMail::~LinuxMail() = default;
+
+void LinuxMail::Handle(EventPump& events) {
+  parts_->worker.Handle(events);
+}
+
+void LinuxMail::Open(const MailAccount& account) {
+  parts_->account.reset();
+  const MailDefaults defaults{HomeFolder(), parts_->password};
+  OpenAccount opened{StoreOf(account, defaults), TransportOf(account, defaults),
+                     CorrespondentOf(account.from.empty() ? OwnAddress() : account.from)};
+  if (const auto* maildir = std::get_if<MaildirStore>(&opened.store)) RequireMaildir(*maildir);
+  parts_->account = std::make_shared<const OpenAccount>(std::move(opened));
+}
+
+std::unique_ptr<MailFolder> LinuxMail::Folder(const std::string& name) {
+  const auto access = std::make_shared<FolderAccess>(
+      parts_->Account(), ToUtf8(name), std::shared_ptr<Worker>(parts_, &parts_->worker));
+  std::vector<ListedMail> mails;
+  access->Do([&](StoredFolder& folder) { mails = folder.List(); });
+  return std::make_unique<LinuxMailFolder>(access, std::move(mails));
+}
+
+std::unique_ptr<OutgoingMail> LinuxMail::CreateReply(const MailItem& to) {
+  const auto account = parts_->Account();
+  Message start{account->from};
+  Correspondent sender;
+  if (const auto* item = dynamic_cast<const LinuxMailItem*>(&to)) {
+    start.answered = item->Header().messageId;
+    start.references = item->Header().references;
+    sender = {{}, item->Header().replyAddress};
+  }
+  return std::make_unique<Reply>(std::move(start), to.SenderName(), std::move(sender),
+                                 parts_->files, [account, parts = parts_](const Message& message) {
+                                   SendMessage(message, account->transport, parts->worker,
+                                               parts->tools);
+                                 });
+}
+
+}  // namespace gorbex

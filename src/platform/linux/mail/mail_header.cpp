@@ -1,0 +1,120 @@
+#include "platform/linux/mail/mail_header.h"
+
+#include <algorithm>
+#include <exception>
+#include <vmime/addressList.hpp>
+#include <vmime/mailbox.hpp>
+#include <vmime/mailboxGroup.hpp>
+#include <vmime/mailboxList.hpp>
+#include <vmime/text.hpp>
+
+#include "platform/code_page.h"
+#include "platform/linux/mail/character_set.h"
+#include "platform/linux/mail/header_fields.h"
+
+namespace gorbex {
+namespace {
+
+struct Sender {
+  std::string name;
+  std::string address;
+};
+
+std::string OnOneLine(std::string text) {
+  for (char& letter : text) {
+    if (static_cast<unsigned char>(letter) < 0x20) letter = ' ';
+  }
+  const auto start = std::min(text.find_first_not_of(' '), text.size());
+  return text.substr(start, text.find_last_not_of(' ') + 1 - start);
+}
+
+std::string Text(const vmime::text& words) {
+  std::string text;
+  for (const auto& word : words.getWordList()) {
+    const auto name = word->getCharset().getName();
+    // Words that are not encoded are said to be ASCII, whatever they hold.
+    text += name == vmime::charsets::US_ASCII ? FromAnyCharacterSet(word->getBuffer())
+                                              : FromCharacterSet(word->getBuffer(), name);
+  }
+  return OnOneLine(text);
+}
+
+std::string Decoded(const std::string& value) {
+  try {
+    return Text(*vmime::text::decodeAndUnfold(value));
+  } catch (const std::exception&) {
+    return OnOneLine(FromAnyCharacterSet(value));
+  }
+}
+
+vmime::shared_ptr<const vmime::mailbox> FirstMailbox(const vmime::addressList& addresses) {
+  for (const auto& address : addresses.getAddressList()) {
+    if (!address->isGroup()) return vmime::dynamicCast<const vmime::mailbox>(address);
+    const auto group = vmime::dynamicCast<const vmime::mailboxGroup>(address);
+    if (!group->isEmpty()) return group->getMailboxAt(0);
+  }
+  return nullptr;
+}
+
+// What a field without any address says: the name alone.
+std::string NameAlone(const std::string& value) {
+  auto name = Decoded(value.substr(0, value.find('<')));
+  if (name.size() > 1 && name.front() == '"' && name.back() == '"') {
+    name = name.substr(1, name.size() - 2);
+  }
+  return name;
+}
+
+Sender ReadSender(const std::string& value) {
+  if (value.find('@') == std::string::npos) return {NameAlone(value), {}};
+  try {
+    vmime::addressList addresses;
+    addresses.parse(value);
+    const auto mailbox = FirstMailbox(addresses);
+    if (mailbox == nullptr) return {Decoded(value), {}};
+    const auto name = Text(mailbox->getName());
+    const auto address = mailbox->getEmail().toString();
+    // The library completes what is no address with this machine's name.
+    if (value.find(address) == std::string::npos) return {name.empty() ? Decoded(value) : name, {}};
+    return {name.empty() ? address : name, address};
+  } catch (const std::exception&) {
+    return {OnOneLine(FromAnyCharacterSet(value)), {}};
+  }
+}
+
+// A notice of absence, a bounce or a list's mail says so in one of these ways.
+bool IsAutomatic(std::string_view header) {
+  const auto lower = [&](const char* name) {
+    return LowerCase(FieldOf(header, name).value_or(""));
+  };
+  const auto submitted = lower("Auto-Submitted");
+  if (!submitted.empty() && submitted.substr(0, submitted.find_first_of("; (")) != "no")
+    return true;
+  const auto precedence = lower("Precedence");
+  if (precedence == "bulk" || precedence == "junk" || precedence == "list" ||
+      precedence == "auto_reply") {
+    return true;
+  }
+  return lower("Return-Path") == "<>" || FieldOf(header, "List-Id").has_value();
+}
+
+}  // namespace
+
+MailHeader ReadMailHeader(std::string_view header) {
+  header = header.substr(0, EndOfHeader(header));
+  MailHeader read;
+  read.subject = Decoded(FieldOf(header, "Subject").value_or(""));
+  auto from = FieldOf(header, "From");
+  if (!from || from->empty()) from = FieldOf(header, "Sender");
+  const auto sender = ReadSender(from.value_or(""));
+  read.senderName = sender.name;
+  read.senderAddress = sender.address;
+  read.replyAddress = ReadSender(FieldOf(header, "Reply-To").value_or("")).address;
+  if (read.replyAddress.empty()) read.replyAddress = sender.address;
+  read.messageId = FieldOf(header, "Message-ID").value_or("");
+  read.references = FieldOf(header, "References").value_or("");
+  read.isAutomatic = IsAutomatic(header);
+  return read;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace gorbex {
+
+/// A mail, or a part of one: what its header says of its contents. Looks into the text it was made
+/// from, which outlives it.
+class MimePart {
+ public:
+  explicit MimePart(std::string_view text);
+
+  /// "text/plain", "multipart/mixed" and so on, in lower case.
+  [[nodiscard]] const std::string& Type() const { return type_; }
+  [[nodiscard]] bool IsMultipart() const { return type_.starts_with("multipart/"); }
+  [[nodiscard]] bool IsAttachment() const { return isAttachment_; }
+  [[nodiscard]] const std::string& CharacterSet() const { return characterSet_; }
+
+  /// The contents as they were before they were encoded for their way.
+  [[nodiscard]] std::string Contents() const;
+
+  /// Calls back for one part after the other until an answer is true. Parts are not read ahead.
+  void EachPart(const std::function<bool(const MimePart&)>& visit) const;
+
+ private:
+  void ReadType(const std::string& value);
+
+  std::string type_ = "text/plain";
+  std::string boundary_;
+  std::string characterSet_;
+  std::string encoding_;
+  bool isAttachment_ = false;
+  std::string_view contents_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/file_system.h"
+#include "platform/linux/mail/message.h"
+#include "platform/mail.h"
+
+namespace gorbex {
+
+/// A mail that answers another one.
+class Reply : public OutgoingMail {
+ public:
+  using Sender = std::function<void(const Message&)>;
+
+  /// The name stands for the correspondent among the recipients. The files outlive the reply.
+  Reply(Message start, std::string name, Correspondent correspondent, const FileReader& files,
+        Sender send);
+
+  void AddRecipient(const std::string& name) override;
+  [[nodiscard]] std::size_t RecipientCount() const override { return message_.to.size(); }
+  void RemoveRecipient(std::size_t number) override;
+  void SetSubject(const std::string& subject) override { message_.subject = subject; }
+  void SetBody(const std::string& body) override { message_.body = body; }
+  void AddAttachment(const std::string& path) override;
+  void Send() override;
+
+ private:
+  Message message_;
+  std::string name_;
+  Correspondent correspondent_;
+  const FileReader& files_;
+  Sender send_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <vmime/net/service.hpp>
+#include <vmime/net/session.hpp>
+
+#include "platform/linux/mail/account.h"
+#include "platform/linux/mail/worker.h"
+
+namespace gorbex {
+
+/// Makes the library ready for use by more than one thread.
+void StartMailLibrary();
+
+/// Lets a service of the mail library ("imap", "smtp") reach its server: login, encryption,
+/// certificates and time limits. The patience outlives the service's connection.
+void Prepare(vmime::net::service& service, const MailServer& server, const std::string& address,
+             Patience& patience);
+
+/// Calls back with the addresses of the server's host until one connects. The library's own look-up
+/// of a name cannot be given up while it waits; it gets numbers alone.
+void AtFirstAddress(const MailServer& server,
+                    const std::function<void(const std::string& address)>& connect);
+
+/// Talks to a server. What goes wrong becomes a RuntimeError (440) that names the server and says
+/// what it said, without the password.
+void TalkTo(const MailServer& server, const std::function<void()>& talk);
+
+}  // namespace gorbex

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <mutex>
+
+#include "platform/event_pump.h"
+
+namespace gorbex {
+
+/// How long a piece of work waits: for a while without any news, not for ever even when news
+/// trickles in, and no longer once nobody wants its result.
+class Patience {
+ public:
+  explicit Patience(std::chrono::milliseconds longestSilence) : longestSilence_(longestSilence) {}
+
+  [[nodiscard]] bool IsOver() const;
+
+  /// Something came in.
+  void Renew() { newest_ = Clock::now(); }
+
+  /// Nobody waits any more.
+  void End() { isEnded_ = true; }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  static_assert(std::atomic<Clock::time_point>::is_always_lock_free);
+
+  std::chrono::milliseconds longestSilence_;
+  Clock::time_point start_ = Clock::now();
+  std::atomic<Clock::time_point> newest_ = start_;
+  std::atomic<bool> isEnded_ = false;
+};
+
+/// Does what may block on a thread of its own, while the user interface of the caller stays alive.
+class Worker {
+ public:
+  explicit Worker(std::chrono::milliseconds longestSilence) : longestSilence_(longestSilence) {}
+
+  /// From now on these events are handled while work is waited for; the pump outlives the calls.
+  void Handle(EventPump& events) { events_ = &events; }
+
+  /// Returns when the work is done; what it throws is thrown here as a RuntimeError. Work that an
+  /// event asks for meanwhile is done after it.
+  void Do(const std::function<void(Patience&)>& work);
+
+ private:
+  std::chrono::milliseconds longestSilence_;
+  EventPump* events_ = nullptr;
+  std::mutex turn_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,290 @@
+#include "tests/build/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+using Received = MemoryMail::Received;
+using Sent = MemoryMail::Sent;
+
+const std::string kFileText = "built";
+
+class MailServiceTest : public BuildFixture {
+ protected:
+  MailServiceTest() {
+    Load({"Base", "Core"});
+    platform.files.AddFile("C:\\Drops\\Core.dll", kFileText);
+    program.options.Interval = 30;
+    menu.mnuToolsInBox.Execute();
+    Steps();
+  }
+
+  /// One tick over these mails alone.
+  Journal Tick(std::vector<Received> mails) {
+    mail.received = std::move(mails);
+    mail.sent.clear();
+    Steps();
+    window.tmrOutlook.elapsed.Emit();
+    return Steps();
+  }
+
+  /// The one reply to a body.
+  Sent ReplyTo(const std::string& body) {
+    Tick({{.body = body}});
+    EXPECT_EQ(mail.sent.size(), 1U) << body;
+    return mail.sent.empty() ? Sent{} : mail.sent.front();
+  }
+
+  [[nodiscard]] std::string ServiceState() const {
+    return std::string(menu.mnuToolsInBox.checked.Get() ? "on" : "off") +
+           (window.tmrOutlook.enabled.Get() ? " ticking" : "") +
+           (menu.mnuFileBuild.enabled.Get() ? " build" : "") +
+           (window.mousePointer.Get() == MousePointer::Default ? "" : " hourglass") + ": " +
+           window.stbStatus.Get();
+  }
+
+  void Set(const std::string& name, const std::string& value) {
+    program.registry.subSetRegistryValue(kProgramKey, name, value);
+  }
+
+  MemoryMail& mail = platform.mail;
+  frmBuilder& window = program.window;
+  MainMenu& menu = window.menu;
+  const std::string core = Group::Path("Core");
+};
+
+TEST_F(MailServiceTest, TakesARequestFromMailToReplyInOrder) {
+  EXPECT_EQ(Tick({{.body = "GET,BUILD,PATH C:\\Drops,PROJECT " + core + ","}}),
+            (Journal{"timer False", "pointer hourglass", "status Checking for Email Requests",
+                     "mail folder Builder", "enabled mnuFileBuild False",
+                     "log Processing Email Request from Anna Berg",
+                     "open Open SourceSafe database|INI FIles (*.ini)|*.ini|*.ini",
+                     "status Getting ", "status Processing Request from Anna Berg",
+                     "start C:\\VB\\VB6.EXE \"" + core + "\" /make /out \"" + kResultLog +
+                         "\" /outdir \"C:\\Drops\\\"",
+                     "mail read 1", "mail send Your Build was successfull. to Anna Berg",
+                     "timer True", "status Idle", "enabled mnuFileBuild True", "pointer default"}));
+  EXPECT_TRUE(program.options.GetLatest) << "a setting that follows the request";
+}
+
+TEST_F(MailServiceTest, AnswersEverySituationInItsOwnWords) {
+  const std::string opening =
+      "This is the GorbexBuilder auto-response\r\nYour project request was ";
+  const std::string attached =
+      "If your build failed, you will receive a copy of the log-file as an attachment to this "
+      "message.\r\nHowever, if the build was successfull, the output file will be included as an "
+      "attachment\r\n\r\n";
+  const std::string confirmed =
+      "Since you have not decided to build a project, this is simply to confirm that your GET "
+      "request was processed and ";
+  const std::string failed =
+      "GorbexBuilder encountered an error whilst processing your request, and unfortunatley your "
+      "build/get has failed\r\n\r\n";
+  const std::string missing =
+      "unsuccesfull\r\n\r\nReason : Project file not found/specified\r\n\r\n";
+  failing = "Base";
+  const std::string base = Group::Path("Base");
+  const struct {
+    std::string body;
+    std::string subject;
+    std::string text;
+    std::string attachment;
+  } cases[] = {
+      {"", "GorbexBuilder failed to process your request", missing + failed, ""},
+      {"GET,PRO " + core, "GorbexBuilder failed to process your request", missing + failed, ""},
+      {"GET,PRO C:\\none.vbp,", "GorbexBuilder failed to process your request", missing + failed,
+       ""},
+      {"PRO " + core + ",", "GorbexBuilder failed to process your request", "\r\n\r\n" + failed,
+       ""},
+      {"get latest,Project \"" + core + "\"\r\nregards,", "GorbexBuilder GET succeeded.",
+       "succesfull\r\n\r\n" + confirmed + "succeeded.\r\n\r\n", ""},
+      {"BUILD it,path   C:\\Drops  ,PRO " + core + ",x", "Your Build was successfull.",
+       "succesfull\r\n\r\n" + attached, "C:\\Drops\\Core.dll"},
+      {"BUI,PRO " + base + ",", "Your Build failed.",
+       "unsuccesfull\r\n\r\nReason : Failed to create binary\r\n\r\n" + attached, kResultLog},
+      {"GET, BUI,\r\nBUI,PRO " + core + ",", "GorbexBuilder GET succeeded.",
+       "succesfull\r\n\r\n" + confirmed + "succeeded.\r\n\r\n", ""}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.body);
+    program.mail.mnuToolsInBox_Click();
+    program.mail.mnuToolsInBox_Click();
+    const Sent reply = ReplyTo(c.body);
+    EXPECT_EQ(reply.subject, c.subject);
+    EXPECT_EQ(reply.body, opening + c.text);
+    EXPECT_EQ(reply.attachments.empty() ? "" : reply.attachments.front().first, c.attachment);
+    EXPECT_EQ(ServiceState(), "on ticking build: Idle");
+  }
+}
+
+TEST_F(MailServiceTest, GetsThroughSourceControl) {
+  clsMember member = window.ProjectMembers.Item(core);
+  window.ProjectMembers.Remove(core);
+  member.VSSProject = "$/Core";
+  window.ProjectMembers.Add(member);
+  window.IniPath = "srcsafe.ini";
+  dialogs.useLogin = [](frmLogin& form) {
+    form.txtUserName.text.Set("me");
+    form.cmdOK.Execute();
+  };
+  platform.sourceControl.files = {{"$/Core/a.cls", {"1", "1", "1"}}};
+  platform.sourceControl.localSpecs["$/Core/Core.vbp"] = core;
+  EXPECT_EQ(ReplyTo("GET,PRO $/Core/Core.vbp,").subject, "GorbexBuilder GET succeeded.");
+  EXPECT_EQ(ReplyTo("GET,PRO $/Nowhere,").subject, "GorbexBuilder failed to process your request");
+  platform.sourceControl.failures[{"get", "$/Core"}] = "It is locked";
+  for (const char* build : {"", "BUILD,"}) {
+    const Sent reply = ReplyTo("GET," + std::string(build) + "PRO " + core + ",");
+    EXPECT_EQ(reply.subject, *build != 0 ? "Your Build failed." : "GorbexBuilder GET failed.");
+    EXPECT_NE(reply.body.find("unsuccesfull\r\n\r\nReason : Failed to Get Latest\r\n\r\n"),
+              std::string::npos);
+  }
+  EXPECT_TRUE(compiledSources.empty());
+}
+
+TEST_F(MailServiceTest, KeepsTheProjectForTheNextRequestOfTheSameTick) {
+  const Received named{.body = "BUILD,PATH C:\\Drops,PRO " + core + ","};
+  const Received unnamed{.body = "BUILD,"};
+  Tick({named, unnamed});
+  ASSERT_EQ(mail.sent.size(), 2U);
+  EXPECT_EQ(mail.sent[1].subject, "Your Build was successfull.");
+  EXPECT_EQ(mail.sent[0].attachments.size(), 1U);
+  EXPECT_TRUE(mail.sent[1].attachments.empty()) << "the folder is not kept";
+  EXPECT_EQ(ReplyTo("BUILD,").subject, "GorbexBuilder failed to process your request");
+}
+
+TEST_F(MailServiceTest, LeavesAloneWhatIsNoRequest) {
+  Set("AllowedSenders", " anna@dev.example, @Team.Example ");
+  const std::string body = "GET,PRO " + core + ",";
+  const std::vector<Received> mails = {
+      {.subject = "Build REQUEST", .body = body},
+      {.subject = "build request please", .body = body},
+      {.subject = "Re: build request", .body = body},
+      {.body = body, .isUnread = false},
+      {.body = body, .isAutomatic = true},
+      {.body = body, .isGone = true},
+      {.body = body, .senderAddress = "anna@dev.example.evil.example"},
+      {.body = body, .senderName = "Eve\r\nfake", .senderAddress = ""},
+      {.body = body, .senderName = "Bo", .senderAddress = "BO@team.example"}};
+  const Journal first = Tick(mails);
+  EXPECT_EQ(Only(first, {"log", "mail read"}),
+            (Journal{"log Processing Email Request from Anna Berg", "mail read 1",
+                     "log Email Request from anna@dev.example.evil.example left alone: not allowed",
+                     "log Email Request from Eve  fake left alone: not allowed",
+                     "log Processing Email Request from Bo", "mail read 9"}));
+  EXPECT_EQ(mail.sent.size(), 2U);
+  const Journal second = Tick(mail.received);
+  EXPECT_TRUE(mail.sent.empty()) << "a read mail is never taken again";
+  EXPECT_TRUE(Only(second, {"log"}).empty()) << "and nobody is refused twice in the log";
+}
+
+TEST_F(MailServiceTest, NeverLetsAPathBecomeMoreThanOneArgument) {
+  for (const std::string path : {"C:\\a\" /run \"C:\\evil.vbp", "C:\\a\tb", "C:\\a\r\nb"}) {
+    SCOPED_TRACE(path);
+    const Journal steps = Tick({{.body = "BUILD,PATH " + path + ",PRO " + core + ","}});
+    EXPECT_TRUE(Only(steps, {"start"}).empty());
+    EXPECT_EQ(Only(steps, {"log"}).back().substr(0, 21), "log Not compiled: Bad");
+    EXPECT_NE(mail.sent.at(0).body.find("Reason : Failed to create binary"), std::string::npos);
+    EXPECT_EQ(ServiceState(), "on ticking build: Idle");
+  }
+}
+
+TEST_F(MailServiceTest, ReportsAnUnexpectedErrorAndSwitchesItselfOff) {
+  const struct {
+    std::string operation;
+    int call;
+    std::string state;
+    std::string recipients;  ///< of the error mail; empty for none
+  } cases[] = {{"folder", 1, "on build: Checking for Email Requests", ""},
+               {"item", 1, "on build: Checking for Email Requests", ""},
+               {"body", 1, "on: Checking for Email Requests", ""},
+               {"reply", 1, "on: Checking for Email Requests", ""},
+               {"recipient", 1, "on: Checking for Email Requests", ""},
+               {"mark", 1, "off: Processing Request from Anna Berg", "Anna Berg"},
+               {"send", 1, "off: Processing Request from Anna Berg", "Anna Berg"},
+               {"item", 2, "on: Processing Request from Anna Berg", "Anna Berg"},
+               {"attach", 1, "on ticking build: Idle", "Anna Berg"}};
+  const std::string body = "BUILD,PATH C:\\Drops,PRO " + core + ",";
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.operation + std::to_string(c.call));
+    menu.mnuToolsInBox.checked.Set(false);
+    menu.mnuFileBuild.enabled.Set(true);
+    menu.mnuToolsInBox.Execute();
+    mail.Fail(c.operation, RuntimeError(ErrorNumber::DiskFull), c.call);
+    Tick({{.body = body}, {.subject = "hello"}});
+    EXPECT_EQ(ServiceState(), c.state);
+    EXPECT_EQ(mail.sent.empty() ? "" : mail.sent.back().recipients.front(), c.recipients);
+    EXPECT_LE(mail.sent.size(), 1U) << "an answered request has its answer already";
+  }
+}
+
+TEST_F(MailServiceTest, TellsTheAdministratorWhenTheSettingsSaySo) {
+  program.options.ReplyTo = 1;
+  program.options.ReplyUser = "admin@dev.example";
+  const std::string stranger = "C:\\Stranger.vbp";
+  platform.files.AddFile(stranger, "Type=Exe\r\n");
+  const Sent report = ReplyTo("GET,PATH C:\\Drops,PRO " + stranger + ",x");
+  EXPECT_EQ(report.recipients, std::vector<std::string>{"admin@dev.example"});
+  EXPECT_EQ(report.subject, "GorbexBuilder Encountered an error");
+  const auto line = report.body.find(" at line ") + 9;
+  EXPECT_EQ(report.body.substr(0, line),
+            "GorbexBuilder could not process your request!\r\n"
+            "Reason was Invalid procedure call or argument: '" +
+                stranger + "'\r\nWhich occured in tmrOutlook_Timer at line ");
+  EXPECT_GT(std::stoi(report.body.substr(line)), 0);
+  EXPECT_EQ(report.body.substr(report.body.find('\r', line)),
+            "\r\n\r\nstrProject   : " + stranger +
+                "\r\nstrLocal     : \r\nstrBuildPath : C:\\Drops\\\r\nUB(arrP)     : 3\r\n\r\n"
+                "Please forward this message to your GorbexBuilder Administrator\r\n");
+  EXPECT_EQ(ServiceState().substr(0, 4), "off:");
+}
+
+TEST_F(MailServiceTest, IsSwitchedByTheMenuAndAtTheStart) {
+  EXPECT_EQ(ServiceState().substr(0, 10), "on ticking");
+  EXPECT_EQ(window.tmrOutlook.interval.Get(), 30000);
+  menu.mnuToolsInBox.Execute();
+  EXPECT_EQ(ServiceState().substr(0, 9), "off build");
+  Set("MailStore", "imap://host/");
+  Set("AutoStart", "True");
+  program.start.Form_Load();
+  EXPECT_EQ(Only(Steps(), {"mail"}).back(), "mail open imap://host/");
+  program.start.Form_Load();
+  EXPECT_TRUE(menu.mnuToolsInBox.checked.Get()) << "a second start switches nothing off";
+  menu.mnuToolsInBox.Execute();
+  mail.Fail("open", RuntimeError(ErrorNumber::CannotCreateObject));
+  dialogs.answers = {Answer::Abort};
+  Steps();
+  menu.mnuToolsInBox.Execute();
+  EXPECT_EQ(ServiceState().substr(0, 9), "off build") << "without a mail system";
+  EXPECT_EQ(Only(Steps(), {"show"}).size(), 1U);
+}
+
+TEST_F(MailServiceTest, StepsBackBehindWhatTheUserDoes) {
+  const std::string body = "BUILD,PRO " + core + ",";
+  const auto compile = platform.processes.otherwise;
+  platform.processes.otherwise = [&](const std::string& command) {
+    EXPECT_TRUE(program.mail.Serving());
+    dialogs.answers = {Answer::Yes};
+    EXPECT_FALSE(program.shutDown.Form_QueryUnload());
+    window.tmrOutlook.elapsed.Emit();
+    menu.mnuToolsInBox.Execute();
+    return compile(command);
+  };
+  Tick({{.body = body}, {.body = body}});
+  EXPECT_EQ(mail.sent.size(), 1U) << "closing waits for the present request alone";
+  EXPECT_TRUE(mail.received[1].isUnread);
+  EXPECT_TRUE(program.shutDown.Due());
+  EXPECT_EQ(ServiceState(), "off build: Idle") << "switched off by hand during the tick";
+
+  platform.processes.otherwise = [&](const std::string& command) {
+    window.tmrOutlook.elapsed.Emit();
+    return compile(command);
+  };
+  window.tvwProjects.Select(window.tvwProjects.Find("x)" + core));
+  menu.mnuToolsInBox.Execute();
+  mail.sent.clear();
+  menu.mnuTreePopupBuildNowDefault.Execute();
+  EXPECT_TRUE(mail.sent.empty()) << "all compiles share one result log";
+  window.tmrOutlook.elapsed.Emit();
+  EXPECT_EQ(mail.sent.size(), 1U);
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,180 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <sstream>
+#include <string>
+
+#include "platform/linux/child_process.h"
+#include "platform/linux/file_system.h"
+#include "platform/linux/mail/mail.h"
+#include "platform/linux/tool.h"
+#include "tests/platform/temporary_folder.h"
+#include "tests/platform/variable.h"
+#include "tests/support/memory_file_system.h"
+#include "tests/support/memory_mail.h"
+#include "tests/support/recording_events.h"
+
+namespace gorbex::test {
+
+/// "RECIPIENT,...|SUBJECT|BODY|NAME=BYTES|..." of a mail, by a reader that is not ours.
+inline constexpr const char* kShowMail = R"(
+import email.policy, sys
+mail = email.message_from_bytes(sys.stdin.buffer.read(), policy=email.policy.default)
+body = mail.get_body().get_content().replace("\r\n", "\n")
+parts = [f"{p.get_filename()}={p.get_content().hex()}" for p in mail.iter_attachments()]
+sys.stdout.buffer.write("|".join([",".join(a.addr_spec for a in mail["To"].addresses),
+    mail["Subject"], body, *parts]).encode())
+)";
+
+inline std::string ErrorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const RuntimeError& error) {
+    return std::to_string(error.Number()) + " " + error.Description();
+  }
+  return "<none>";
+}
+
+/// What every mail system is put through: its folder, what it sent, and the files it attaches.
+class MemoryMailBench {
+ public:
+  Journal journal;
+  MemoryFileSystem files{journal};
+  MemoryMail mail{journal, files};
+
+  [[nodiscard]] MailAccount Account() const { return {}; }
+  void Deliver(const std::string& subject, const std::string& body) {
+    mail.received.push_back({subject, body});
+  }
+  void Vanish() { mail.received.front().isGone = true; }
+  std::string Sent() {
+    const auto& sent = mail.sent.back();
+    // Names are addresses where nothing needs to travel.
+    std::string text = "anna@dev.example|" + sent.subject + "|" + sent.body;
+    for (const auto& [path, bytes] : sent.attachments) {
+      text += "|" + path.substr(path.rfind('\\') + 1) + "=" + Hexadecimal(bytes);
+    }
+    return text;
+  }
+
+  static std::string Hexadecimal(const std::string& bytes) {
+    std::string text;
+    for (const char byte : bytes) {
+      constexpr const char* kDigits = "0123456789abcdef";
+      const auto value = static_cast<unsigned char>(byte);
+      text.append({kDigits[value / 16], kDigits[value % 16]});
+    }
+    return text;
+  }
+};
+
+/// A Maildir in a home folder of its own, and a program that keeps what it is given to send.
+class MaildirBench {
+ public:
+  TemporaryFolder root;
+  Variable home{"HOME", root.Path().native()};
+  Prefix prefix{root.Path() / "prefix"};
+  LinuxFileSystem files{prefix};
+  LinuxToolRunner tools{prefix};
+  RecordingEvents events;
+  LinuxMail mail{files, tools, std::chrono::seconds(2)};
+
+  MaildirBench() {
+    mail.Handle(events);
+    for (const char* folder : {"Maildir", "Maildir/.Builder"}) {
+      for (const char* part : {"cur", "new", "tmp"}) {
+        std::filesystem::create_directories(root.Path() / folder / part);
+      }
+    }
+    root.Put("sendmail",
+             "#!/bin/sh\ncd \"$(dirname \"$0\")\"\necho \"$@\" >called\ncat >sent.eml\n");
+    std::filesystem::permissions(root.Path() / "sendmail", std::filesystem::perms::owner_all);
+  }
+
+  [[nodiscard]] MailAccount Account() const {
+    return {"", "sendmail://" + (root.Path() / "sendmail").native(), "builder@host.example"};
+  }
+  void DeliverRaw(const std::string& mailText, const std::string& name = "") {
+    const auto file = name.empty() ? "new/" + std::to_string(++delivered_) + ".m-S.host" : name;
+    root.Put("Maildir/.Builder/" + file, mailText);
+  }
+  void Deliver(const std::string& subject, const std::string& body) {
+    DeliverRaw("From: Anna Berg <anna@dev.example>\nSubject: " + subject + "\n\n" + body);
+  }
+  void Vanish() {
+    for (const char* part : {"new", "cur"}) {
+      std::filesystem::remove_all(root.Path() / "Maildir/.Builder" / part);
+      std::filesystem::create_directory(root.Path() / "Maildir/.Builder" / part);
+    }
+  }
+  std::string Sent() { return Show(root.Get("sent.eml")); }
+
+  std::string Show(const std::string& mailText) {
+    ToolCall call{"python3", {"-c", kShowMail}, "C:\\"};
+    call.input = mailText;
+    const auto outcome = tools.Run(call);
+    const auto& result = std::get<ToolResult>(outcome);
+    EXPECT_EQ(result.errorOutput, "");
+    return result.output;
+  }
+  std::vector<std::string> FilesOf(const std::string& part) const {
+    std::vector<std::string> names;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(root.Path() / "Maildir/.Builder" / part)) {
+      names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+ private:
+  int delivered_ = 0;
+};
+
+/// The same Maildir behind real servers.
+class ServerBench : public MaildirBench {
+ public:
+  Variable trust{"SSL_CERT_FILE", (root.Path() / "cert.pem").native()};
+  int imap = 0, imaps = 0, smtp = 0, smtps = 0, silent = 0, rude = 0;
+
+  ServerBench() {
+    for (int i = 0; i < 1000 && !std::filesystem::exists(root.Path() / "ports"); ++i) {
+      if (server_.ExitCode(std::chrono::milliseconds(20))) break;
+    }
+    std::istringstream(root.Get("ports")) >> imap >> imaps >> smtp >> smtps >> silent >> rude;
+    if (rude == 0) throw std::runtime_error("no mail servers: " + root.Get("dovecot.log"));
+  }
+  ~ServerBench() {
+    server_.Interrupt();
+    static_cast<void>(server_.ExitCode(std::chrono::seconds(5)));
+  }
+
+  static std::string Url(const std::string& scheme, int port,
+                         const std::string& login = "anna:s3cret%20w%C3%A9rd@",
+                         const std::string& host = "localhost") {
+    return scheme + "://" + login + host + ":" + std::to_string(port);
+  }
+  [[nodiscard]] MailAccount Account() const {
+    return {Url("imap", imap), Url("smtp", smtp), "builder@host.example"};
+  }
+  std::string Sent() {
+    const auto text = SentFile();
+    return Show(text.substr(text.find("\n\n") + 2));
+  }
+  /// The newest mail that the server took, its envelope first.
+  std::string SentFile() const {
+    int count = 0;
+    while (std::filesystem::exists(root.Path() / "sent" / std::to_string(count))) ++count;
+    return root.Get("sent/" + std::to_string(count - 1));
+  }
+
+ private:
+  ChildProcess server_{
+      {{*FindOnHost("python3"), MAIL_SERVERS, root.Path().native(), "anna", "s3cret w\u00E9rd"},
+       EnvironmentWith({})}};
+};
+
+}  // namespace gorbex::test
