@@ -113,7 +113,7 @@ def answers_every_request_once(machine):
         mail = email.message_from_bytes(file.read_bytes())
         check(mail["Auto-Submitted"] == "auto-replied", f"{file}: no automatic reply")
         check("succe" in mail["Subject"], f"{file}: {mail['Subject']}")
-        check(("Build" in mail["Subject"]) == mail.is_multipart(), f"{file}: the attachment")
+        check(mail["Subject"].startswith("Your Build") == mail.is_multipart(), f"{file}: the attachment")
         answered.add(mail["In-Reply-To"])
     check(len(answered) == BATCHES * REQUESTS, "replies answer the same request")
     check(machine.unread() == 0, "answered requests are unread")

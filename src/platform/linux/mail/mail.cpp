@@ -197,18 +197,18 @@ std::unique_ptr<MailFolder> LinuxMail::Folder(const std::string& name) {
 
 std::unique_ptr<OutgoingMail> LinuxMail::CreateReply(const MailItem& to) {
   const auto account = parts_->Account();
-  Message start{account->from};
+  MailMessage start{account->from};
   Correspondent sender;
   if (const auto* item = dynamic_cast<const LinuxMailItem*>(&to)) {
     start.answered = item->Header().messageId;
     start.references = item->Header().references;
     sender = {{}, item->Header().replyAddress};
   }
-  return std::make_unique<Reply>(std::move(start), to.SenderName(), std::move(sender),
-                                 parts_->files, [account, parts = parts_](const Message& message) {
-                                   SendMessage(message, account->transport, parts->worker,
-                                               parts->tools);
-                                 });
+  return std::make_unique<Reply>(
+      std::move(start), to.SenderName(), std::move(sender), parts_->files,
+      [account, parts = parts_](const MailMessage& message) {
+        SendMessage(message, account->transport, parts->worker, parts->tools);
+      });
 }
 
 }  // namespace gorbex

@@ -6,8 +6,8 @@
 
 namespace gorbex {
 
-Reply::Reply(Message start, std::string name, Correspondent correspondent, const FileReader& files,
-             Sender send)
+Reply::Reply(MailMessage start, std::string name, Correspondent correspondent,
+             const FileReader& files, Sender send)
     : message_(std::move(start)),
       name_(std::move(name)),
       correspondent_(std::move(correspondent)),

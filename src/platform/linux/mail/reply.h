@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "platform/file_system.h"
-#include "platform/linux/mail/message.h"
+#include "platform/linux/mail/mail_message.h"
 #include "platform/mail.h"
 
 namespace gorbex {
@@ -11,10 +11,10 @@ namespace gorbex {
 /// A mail that answers another one.
 class Reply : public OutgoingMail {
  public:
-  using Sender = std::function<void(const Message&)>;
+  using Sender = std::function<void(const MailMessage&)>;
 
   /// The name stands for the correspondent among the recipients. The files outlive the reply.
-  Reply(Message start, std::string name, Correspondent correspondent, const FileReader& files,
+  Reply(MailMessage start, std::string name, Correspondent correspondent, const FileReader& files,
         Sender send);
 
   void AddRecipient(const std::string& name) override;
@@ -26,7 +26,7 @@ class Reply : public OutgoingMail {
   void Send() override;
 
  private:
-  Message message_;
+  MailMessage message_;
   std::string name_;
   Correspondent correspondent_;
   const FileReader& files_;

@@ -20,7 +20,7 @@ vmime::mailbox Envelope(const Correspondent& correspondent) {
   return vmime::mailbox(vmime::emailAddress(correspondent.address));
 }
 
-void SendToServer(const Message& message, const MailServer& server, Patience& patience) {
+void SendToServer(const MailMessage& message, const MailServer& server, Patience& patience) {
   // The protocol ends the text with a line end of its own.
   auto bytes = Written(message);
   if (bytes.ends_with("\r\n")) bytes.resize(bytes.size() - 2);
@@ -42,7 +42,7 @@ void SendToServer(const Message& message, const MailServer& server, Patience& pa
   transport->disconnect();
 }
 
-void SendWithProgram(const Message& message, const SendmailProgram& program, Worker& worker,
+void SendWithProgram(const MailMessage& message, const SendmailProgram& program, Worker& worker,
                      ToolRunner& tools) {
   std::string bytes;
   worker.Do([&](Patience& /*patience*/) { bytes = Written(message); });
@@ -70,7 +70,7 @@ void SendWithProgram(const Message& message, const SendmailProgram& program, Wor
 
 }  // namespace
 
-void SendMessage(const Message& message, const MailTransport& transport, Worker& worker,
+void SendMessage(const MailMessage& message, const MailTransport& transport, Worker& worker,
                  ToolRunner& tools) {
   if (const auto* program = std::get_if<SendmailProgram>(&transport)) {
     SendWithProgram(message, *program, worker, tools);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/mail/account.h"
-#include "platform/linux/mail/message.h"
+#include "platform/linux/mail/mail_message.h"
 #include "platform/linux/mail/worker.h"
 #include "platform/tool.h"
 
@@ -9,7 +9,7 @@ namespace gorbex {
 
 /// Hands a message to the server or program. Error 440 in its own words when that fails; whether it
 /// was sent is then not known.
-void SendMessage(const Message& message, const MailTransport& transport, Worker& worker,
+void SendMessage(const MailMessage& message, const MailTransport& transport, Worker& worker,
                  ToolRunner& tools);
 
 }  // namespace gorbex

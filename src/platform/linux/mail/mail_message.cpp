@@ -1,4 +1,4 @@
-#include "platform/linux/mail/message.h"
+#include "platform/linux/mail/mail_message.h"
 
 #include <vmime/contentDispositionField.hpp>
 #include <vmime/vmime.hpp>
@@ -36,7 +36,7 @@ bool IsMessageId(const std::string& text) {
          });
 }
 
-std::vector<std::string> References(const Message& message) {
+std::vector<std::string> References(const MailMessage& message) {
   constexpr std::size_t kMost = 20;
   std::vector<std::string> ids;
   std::istringstream words(message.references + " " + message.answered);
@@ -56,7 +56,7 @@ std::string NewMessageId(const std::string& address) {
   return id + address.substr(address.find('@')) + ">";
 }
 
-void WriteHeader(vmime::header& header, const Message& message) {
+void WriteHeader(vmime::header& header, const MailMessage& message) {
   header.From()->setValue(MailboxOf(message.from));
   vmime::addressList to;
   for (const auto& recipient : message.to) {
@@ -133,7 +133,7 @@ Correspondent CorrespondentOf(const std::string& text) {
                                       "cannot resolve recipient '" + OnOneLine(text) + "'");
 }
 
-std::string Written(const Message& message) {
+std::string Written(const MailMessage& message) {
   const auto mail = vmime::make_shared<vmime::message>();
   WriteHeader(*mail->getHeader(), message);
   if (message.attachments.empty()) {

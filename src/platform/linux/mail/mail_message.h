@@ -23,7 +23,7 @@ struct Attachment {
 };
 
 /// A mail before it is sent; texts are in the code page.
-struct Message {
+struct MailMessage {
   Correspondent from;
   std::vector<Correspondent> to{};
   std::string subject{};
@@ -34,6 +34,6 @@ struct Message {
 };
 
 /// The message as it travels: seven-bit text with CR LF, marked as sent by a program.
-[[nodiscard]] std::string Written(const Message& message);
+[[nodiscard]] std::string Written(const MailMessage& message);
 
 }  // namespace gorbex
