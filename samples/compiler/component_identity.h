@@ -5,7 +5,7 @@
 
 #include "compiler/component_classes.h"
 #include "compiler/project.h"
-#include "platform/linux/type_library.h"
+#include "platform/component/type_library.h"
 
 namespace gorbex::standin {
 

@@ -1,14 +1,12 @@
-#include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <iostream>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "compiler/command_line.h"
+#include "compiler/host.h"
 #include "compiler/identity.h"
 #include "compiler/make.h"
 #include "compiler/registration.h"
@@ -16,7 +14,6 @@
 #include "compiler/windows_path.h"
 #include "platform/code_page.h"
 #include "platform/event_pump.h"
-#include "platform/linux/platform.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex::standin {
@@ -31,18 +28,8 @@ class NoEvents : public EventPump {
   void DoEvents() override {}
 };
 
-std::optional<std::string> EnvironmentValue(const char* name) {
-  const char* const value = std::getenv(name);
-  if (value == nullptr) return std::nullopt;
-  return value;
-}
-
-std::string CurrentFolder(const Prefix& prefix) {
-  return prefix.WindowsPath(std::filesystem::current_path());
-}
-
-int RunMake(const LinuxPlatform& platform, PlatformServices services, const CommandLine& line) {
-  const auto folder = CurrentFolder(platform.GetPrefix());
+int RunMake(Host& host, PlatformServices services, const CommandLine& line) {
+  const auto folder = host.CurrentFolder();
   const auto outputFolder =
       line.outputFolder.empty() ? std::string() : Absolute(line.outputFolder, folder);
   const auto result =
@@ -51,10 +38,8 @@ int RunMake(const LinuxPlatform& platform, PlatformServices services, const Comm
   return result.built ? kDone : kFailed;
 }
 
-int RunInstall(const LinuxPlatform& platform, PlatformServices services) {
-  const auto program =
-      platform.GetPrefix().WindowsPath(std::filesystem::read_symlink("/proc/self/exe"));
-  if (Install(services.files, services.registry, program)) return kDone;
+int RunInstall(Host& host, PlatformServices services) {
+  if (Install(services.files, services.registry, host.Program())) return kDone;
   std::cerr << "The registry refuses the compiler's entry\n";
   return kFailed;
 }
@@ -64,12 +49,12 @@ int Perform(const CommandLine& line) {
     std::cout << FirstIdentity(line.name) << '\n';
     return kDone;
   }
-  LinuxPlatform platform(Prefix::Choose(std::nullopt, EnvironmentValue));
+  Host host;
   NoEvents events;
-  const auto services = platform.Services(events);
-  if (line.task == Task::Make) return RunMake(platform, services, line);
-  if (line.task == Task::Install) return RunInstall(platform, services);
-  const auto project = Absolute(line.project, CurrentFolder(platform.GetPrefix()));
+  const auto services = host.Services(events);
+  if (line.task == Task::Make) return RunMake(host, services, line);
+  if (line.task == Task::Install) return RunInstall(host, services);
+  const auto project = Absolute(line.project, host.CurrentFolder());
   std::cout << "Would run the program of '" << ToUtf8(project) << "'\n";
   return kDone;
 }
@@ -93,7 +78,7 @@ int Main(const std::vector<std::string>& utf8) {
 
 int main(int argc, char** argv) {
   try {
-    return gorbex::standin::Main({argv + (argc > 0 ? 1 : 0), argv + argc});
+    return gorbex::standin::Main(gorbex::standin::Arguments(argc, argv));
   } catch (const gorbex::RuntimeError& error) {
     std::cerr << gorbex::ToUtf8(error.Description()) << '\n';
   } catch (const std::exception& error) {

@@ -20,8 +20,8 @@
 #include "compiler/version_resource.h"
 #include "compiler/windows_path.h"
 #include "platform/code_page.h"
-#include "platform/linux/component_inspector.h"
-#include "platform/linux/component_keys.h"
+#include "platform/component/component_keys.h"
+#include "platform/component/library_file.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex::standin {

@@ -5,7 +5,7 @@
 #include "compiler/system_library.h"
 #include "compiler/type_library_image.h"
 #include "compiler/windows_path.h"
-#include "platform/linux/component_keys.h"
+#include "platform/component/component_keys.h"
 
 namespace gorbex::standin {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/linux/type_library.h"
+#include "platform/component/type_library.h"
 
 namespace gorbex::standin {
 

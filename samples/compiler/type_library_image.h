@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/linux/type_library.h"
+#include "platform/component/type_library.h"
 
 namespace gorbex::standin {
 

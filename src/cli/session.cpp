@@ -89,8 +89,7 @@ std::string Session::LoadedProject(const std::string& typedPath) const {
 }
 
 std::shared_ptr<void> Session::BuildAlone() const {
-  return host_->BuildAlone(
-      [this] { Warn("another build runs in this prefix; waiting for its end"); });
+  return host_->BuildAlone([this] { Warn("another build is running; waiting for its end"); });
 }
 
 void Session::Save() {

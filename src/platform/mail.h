@@ -43,8 +43,8 @@ class MailItem {
   /// "user@domain" as the mail claims it; empty when the system does not tell.
   [[nodiscard]] virtual std::string SenderAddress() const = 0;
 
-  /// True for mails that a program sent by itself (notices of absence, bounces, lists), whose answer
-  /// could come back for ever.
+  /// True for mails that a program sent by itself (notices of absence, bounces, lists), whose
+  /// answer could come back for ever.
   [[nodiscard]] virtual bool IsAutomatic() const = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "platform/linux/command_line.h"
+#include "platform/command_line.h"
 
 #include <gtest/gtest.h>
 
@@ -42,8 +42,12 @@ TEST(CommandLine, SplitsArgumentsAsTheRunTimeLibraryDoes) {
       {"\"C:\\Out\\\\\" /d", {"C:\\Out\\", "/d"}},
       {"\"open end", {"open end"}},
       {"\\", {"\\"}},
+      {"\"\\\\\\\" \\\\\"", {"\\\" \\"}},
   };
-  for (const auto& [text, arguments] : cases) EXPECT_EQ(SplitArguments(text), arguments) << text;
+  for (const auto& [text, arguments] : cases) {
+    EXPECT_EQ(SplitArguments(text), arguments) << text;
+    EXPECT_EQ(SplitArguments(JoinArguments(arguments)), arguments) << text;
+  }
 }
 
 }  // namespace

@@ -9,10 +9,7 @@
 
 #include "platform/git/source_control.h"
 #include "platform/linux/child_process.h"
-#include "platform/linux/file_system.h"
-#include "platform/linux/tool.h"
-#include "tests/platform/temporary_folder.h"
-#include "tests/platform/variable.h"
+#include "system_bench.h"
 
 namespace gorbex::test {
 

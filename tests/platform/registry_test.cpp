@@ -1,44 +1,34 @@
-#include "platform/linux/registry.h"
-
 #include <gtest/gtest.h>
 
-#include "tests/platform/temporary_folder.h"
+#include "system_bench.h"
+#include "tests/platform/registry_text_value.h"
 #include "tests/support/memory_registry.h"
 
 namespace gorbex::test {
 namespace {
 
-namespace fs = std::filesystem;
 using Root = RegistryRoot;
 using namespace std::string_literals;
-
-RegistryValue TextValue(const std::string& text) {
-  return {RegistryType::Text, text + '\0'};
-}
-
-std::string TextOf(const RegistryReader& registry, Root root, const char* key, const char* name) {
-  const auto value = registry.Value(root, key, name);
-  return value ? value->bytes.substr(0, value->bytes.find('\0')) : "<absent>";
-}
 
 struct InMemory {
   Journal journal;
   MemoryRegistry registry{journal};
-};
-
-struct OnLinux {
-  TemporaryFolder folder;
-  LinuxRegistry registry{folder.Path()};
+  static std::string Under(RegistryRoot /*root*/) { return {}; }
 };
 
 template <typename Bench>
 class Registries : public testing::Test {
  protected:
+  /// The path of a key below those that the test may change.
+  [[nodiscard]] std::string Key(RegistryRoot root, const std::string& name) const {
+    return bench_.Under(root) + name;
+  }
+
   Bench bench_;
   Registry& registry_ = bench_.registry;
 };
 
-using Benches = testing::Types<InMemory, OnLinux>;
+using Benches = testing::Types<InMemory, RegistryOnSystem>;
 TYPED_TEST_SUITE(Registries, Benches);
 
 TYPED_TEST(Registries, GiveBackWhatWasSetAndMakeKeysWithThoseAbove) {
@@ -53,83 +43,22 @@ TYPED_TEST(Registries, GiveBackWhatWasSetAndMakeKeysWithThoseAbove) {
   for (const auto& value : values) {
     for (const Root root :
          {Root::ClassesRoot, Root::CurrentUser, Root::LocalMachine, Root::Users}) {
-      ASSERT_TRUE(registry.SetValue(root, "Soft[w]are\\K \xC4", "N\\\"\x80", value));
-      EXPECT_EQ(registry.Value(root, "soft[W]are\\k \xE4", "n\\\"\x80"), value);
+      ASSERT_TRUE(
+          registry.SetValue(root, this->Key(root, "Soft[w]are\\K \xC4"), "N\\\"\x80", value));
+      EXPECT_EQ(registry.Value(root, this->Key(root, "soft[W]are\\k \xE4"), "n\\\"\x80"), value);
     }
   }
-  EXPECT_TRUE(registry.SetValue(Root::CurrentUser, "Soft[w]are", "", TextValue("default")));
-  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "SOFT[w]ARE", ""), "default");
-  EXPECT_FALSE(registry.Value(Root::CurrentUser, "Soft[w]are", "none"));
-  EXPECT_FALSE(registry.HasKey(Root::LocalMachine, "A"));
-  EXPECT_TRUE(registry.CreateKey(Root::LocalMachine, "A\\B\\C"));
-  EXPECT_TRUE(registry.CreateKey(Root::LocalMachine, "a\\b"));
-  EXPECT_TRUE(registry.HasKey(Root::LocalMachine, "A"));
-  EXPECT_TRUE(registry.HasKey(Root::LocalMachine, "a\\B\\c"));
-}
-
-TEST(LinuxRegistries, MergeWineFilesUnderTheOwnFile) {
-  OnLinux bench;
-  const std::string machine = "[Software\\\\Classes\\\\Both]\n@=\"machine\"\n\"m\"=\"m\"\n";
-  const std::string user =
-      "[Software\\\\Classes\\\\Both]\n@=\"user\"\n[Software\\\\K]\n\"v\"=\"hkcu\"\n";
-  bench.folder.Put("system.reg", machine);
-  bench.folder.Put("user.reg", user);
-  auto& registry = bench.registry;
-  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "Both", ""), "user");
-  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "Both", "m"), "m");
-  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\K", "v"), "hkcu");
-  EXPECT_TRUE(registry.SetValue(Root::CurrentUser, "Software\\K", "v", TextValue("own")));
-  EXPECT_TRUE(registry.SetValue(Root::ClassesRoot, "both", "m", TextValue("users now")));
-  EXPECT_TRUE(registry.SetValue(Root::ClassesRoot, "New", "", TextValue("machine's")));
-  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\K", "v"), "own");
-  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\Classes\\Both", "m"), "users now");
-  EXPECT_EQ(TextOf(registry, Root::LocalMachine, "Software\\Classes\\New", ""), "machine's");
-  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "new", ""), "machine's");
-  EXPECT_EQ(bench.folder.Get("system.reg") + bench.folder.Get("user.reg"), machine + user);
-}
-
-TEST(LinuxRegistries, SeeEachOthersWritesAndWines) {
-  OnLinux bench;
-  LinuxRegistry other(bench.folder.Path());
-  for (const char* name : {"a", "b", "c", "d"}) {
-    ASSERT_TRUE(bench.registry.SetValue(Root::CurrentUser, "K", name, TextValue("1")));
-    ASSERT_TRUE(other.SetValue(Root::CurrentUser, "K\\L", name, TextValue("2")));
-  }
-  other.Recheck();
-  for (const char* name : {"a", "b", "c", "d"}) {
-    EXPECT_EQ(TextOf(other, Root::CurrentUser, "K", name), "1");
-    EXPECT_EQ(TextOf(other, Root::CurrentUser, "K\\L", name), "2");
-  }
-  for (const std::string text : {"a", "b", "c"}) {  // same size, within one step of the clock
-    bench.folder.Put("user.reg", "[W]\n@=\"" + text + "\"\n");
-    other.Recheck();
-    EXPECT_EQ(TextOf(other, Root::CurrentUser, "W", ""), text);
-  }
-  fs::remove(bench.folder.Path() / "user.reg");
-  other.Recheck();
-  EXPECT_FALSE(other.HasKey(Root::CurrentUser, "W"));
-}
-
-TEST(LinuxRegistries, LoseNothingOfADamagedFile) {
-  OnLinux bench;
-  const std::string damaged =
-      "[HKEY_CURRENT_USER\\\\K]\n\"good\"=\"1\"\n\"bad\"=\"2\n\"last\"=\"3\"\n\0\0"s;
-  bench.folder.Put("gorbexbuilder.reg", damaged);
-  EXPECT_TRUE(bench.registry.SetValue(Root::CurrentUser, "K", "new", TextValue("4")));
-  for (const auto& [name, text] : {std::pair("good", "1"), {"last", "3"}, {"new", "4"}}) {
-    EXPECT_EQ(TextOf(LinuxRegistry(bench.folder.Path()), Root::CurrentUser, "K", name), text);
-  }
-  EXPECT_EQ(bench.folder.Get("gorbexbuilder.reg.damaged"), damaged);
-}
-
-TEST(LinuxRegistries, RefuseWhatCannotBeWritten) {
-  OnLinux bench;
-  EXPECT_FALSE(bench.registry.CreateKey(Root::PerformanceData, "K"));
-  EXPECT_FALSE(bench.registry.CreateKey(Root::CurrentUser, std::string(300, 'n')));
-  fs::create_directory(bench.folder.Path() / "gorbexbuilder.reg");
-  EXPECT_FALSE(bench.registry.CreateKey(Root::CurrentUser, "K"));
-  EXPECT_FALSE(bench.registry.SetValue(Root::CurrentUser, "K", "v", TextValue("x")));
-  EXPECT_FALSE(bench.registry.HasKey(Root::CurrentUser, "K"));
+  EXPECT_TRUE(registry.SetValue(Root::CurrentUser, this->Key(Root::CurrentUser, "Soft[w]are"), "",
+                                TextValue("default")));
+  EXPECT_EQ(TextOf(registry, Root::CurrentUser, this->Key(Root::CurrentUser, "SOFT[w]ARE"), ""),
+            "default");
+  EXPECT_FALSE(
+      registry.Value(Root::CurrentUser, this->Key(Root::CurrentUser, "Soft[w]are"), "none"));
+  EXPECT_FALSE(registry.HasKey(Root::LocalMachine, this->Key(Root::LocalMachine, "A")));
+  EXPECT_TRUE(registry.CreateKey(Root::LocalMachine, this->Key(Root::LocalMachine, "A\\B\\C")));
+  EXPECT_TRUE(registry.CreateKey(Root::LocalMachine, this->Key(Root::LocalMachine, "a\\b")));
+  EXPECT_TRUE(registry.HasKey(Root::LocalMachine, this->Key(Root::LocalMachine, "A")));
+  EXPECT_TRUE(registry.HasKey(Root::LocalMachine, this->Key(Root::LocalMachine, "a\\B\\c")));
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
+#include <random>
 #include <string>
+#include <system_error>
 
 namespace gorbex::test {
 
@@ -13,11 +13,17 @@ namespace gorbex::test {
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    auto name = (std::filesystem::temp_directory_path() / "gorbex-test-XXXXXX").native();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = name;
+    std::random_device random;
+    const auto parent = std::filesystem::temp_directory_path();
+    do {
+      path_ = parent / ("gorbex-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
   }
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+  ~TemporaryFolder() {
+    // A process that a test left behind may still stand in it.
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 

@@ -1,16 +1,14 @@
-#include "platform/linux/type_library.h"
+#include "platform/component/type_library.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <sstream>
 #include <tuple>
 
-#include "platform/linux/component_inspector.h"
-#include "platform/linux/file_system.h"
-#include "tests/platform/temporary_folder.h"
+#include "platform/component/library_file.h"
+#include "platform/component/own_interface.h"
 #include "tests/support/memory_file_system.h"
 
 namespace gorbex::test {
@@ -19,8 +17,6 @@ namespace {
 constexpr const char* kDefault = " ";
 constexpr const char* kFirst = "{C1A55E50-0011-2233-4455-66778899AA01}";
 constexpr const char* kMain = "{C1A55E50-0011-2233-4455-66778899AA03}";
-constexpr const char* kOwn = "{C0B1E500-0011-2233-4455-66778899AA02}";
-constexpr const char* kClock = "{E7E47500-0011-2233-4455-66778899AA01}";
 
 std::string Made(const std::string& name) {
   std::ifstream in(std::string(TYPE_LIBRARIES) + "/" + name, std::ios::binary);
@@ -31,7 +27,9 @@ std::string Answer(const std::string& bytes) {
   Journal journal;
   MemoryFileSystem files(journal);
   files.AddFile("C:\\Part.dll", bytes);
-  return LinuxComponentInspector(files).InterfaceGuid("C:\\Part.dll", kDefault);
+  const auto library = TypeLibraryOf(files, "C:\\Part.dll");
+  const auto guid = library ? OwnInterfaceOf(*library) : "";
+  return guid.empty() ? kDefault : guid;
 }
 
 bool IsAnswer(const std::string& text) {
@@ -86,27 +84,15 @@ TEST(TypeLibrary, TellsWhatItsMakerWrote) {
   EXPECT_EQ(found, "60616762");
 }
 
-TEST(ComponentInspector, AnswersAnInterfaceThatTheComponentDefines) {
-  const TemporaryFolder folder;
-  const Prefix prefix(folder.Path());
-  const LinuxFileSystem files(prefix);
-  const LinuxComponentInspector inspector(files);
-  const auto base = prefix.WindowsPath(TYPE_LIBRARIES);
-  const std::map<std::string, std::vector<std::string>> cases = {
-      {kMain, {"\\classes.tlb", "\\CLASSES64.TLB", "\\twice32.dll\\3", "\\twice64.dll\\3"}},
-      {kOwn, {"\\copies.tlb"}},
-      {kClock, {"\\events.tlb", "\\twice32.dll", "\\twice32.dll\\2", "\\twice64.dll"}},
-      {kDefault,
-       {"\\kinds.tlb", "\\stdole2.tlb", "\\none32.dll", "\\none64.dll", "\\classes.tlb\\1",
-        "\\twice32.dll\\9", "\\twice32.dll\\65539", "\\twice32.dll\\3x", "\\absent.dll", ""}},
-  };
-  for (const auto& [answer, names] : cases) {
-    for (const auto& name : names)
-      EXPECT_EQ(inspector.InterfaceGuid(base + name, kDefault), answer) << name;
-  }
+TEST(TypeLibrary, HasNoNumberWhenItIsAFileOfItsOwn) {
+  Journal journal;
+  MemoryFileSystem files(journal);
+  files.AddFile("C:\\Part.tlb", Made("classes.tlb"));
+  EXPECT_TRUE(TypeLibraryOf(files, "C:\\Part.tlb"));
+  EXPECT_FALSE(TypeLibraryOf(files, "C:\\Part.tlb\\1"));
 }
 
-TEST(ComponentInspector, AnswersTheDefaultForALibraryThatContradictsItself) {
+TEST(OwnInterface, IsNoneInALibraryThatContradictsItself) {
   const auto good = Made("classes.tlb");
   const auto segment = [&](std::size_t index) { return NumberAt(good, 84 + 5 * 4 + index * 16); };
   const auto types = segment(0);
@@ -130,7 +116,7 @@ TEST(ComponentInspector, AnswersTheDefaultForALibraryThatContradictsItself) {
   for (const auto& [what, bytes, answer] : cases) EXPECT_EQ(Answer(bytes), answer) << what;
 }
 
-TEST(ComponentInspector, AnswersTheDefaultForAFileThatEndsEarly) {
+TEST(OwnInterface, IsNoneInAFileThatEndsEarly) {
   for (const auto* name : {"classes.tlb", "twice32.dll", "twice64.dll"}) {
     const auto good = Made(name);
     // What stands behind the help strings of a bare library is not read.
@@ -145,7 +131,7 @@ TEST(ComponentInspector, AnswersTheDefaultForAFileThatEndsEarly) {
   }
 }
 
-TEST(ComponentInspector, SurvivesEveryDamagedByteAndNumber) {
+TEST(OwnInterface, SurvivesEveryDamagedByteAndNumber) {
   for (const auto* name : {"classes.tlb", "twice32.dll", "twice64.dll"}) {
     auto bytes = Made(name);
     const auto size = static_cast<std::uint32_t>(bytes.size());

@@ -13,8 +13,8 @@
 #include "compiler/references.h"
 #include "compiler/source_text.h"
 #include "compiler/type_library_image.h"
-#include "platform/linux/component_inspector.h"
-#include "platform/linux/pe_image.h"
+#include "platform/component/library_file.h"
+#include "platform/component/pe_image.h"
 #include "tests/support/memory_file_system.h"
 #include "tests/support/memory_registry.h"
 

@@ -194,6 +194,7 @@ TEST_F(MainWindowTest, ServesMailWhileTheInboxIsChecked) {
   namespace fs = std::filesystem;
   for (const char* part : {"new", "cur", "tmp"}) {
     fs::create_directories(folder.Path() / "mails/.Builder" / part);
+    fs::create_directories(folder.Path() / "mails" / part);
   }
   folder.Put("mails/sendmail", "#!/bin/sh\ncat > '" + (folder.Path() / "reply").string() + "'\n");
   fs::permissions(folder.Path() / "mails/sendmail", fs::perms::owner_all);

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/windows_path.h"
+#include "platform/windows_path.h"
 
 namespace gorbex {
 

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "platform/code_page.h"
+#include "platform/command_line.h"
 #include "platform/linux/child_process.h"
-#include "platform/linux/command_line.h"
 #include "platform/linux/host_file.h"
 
 namespace gorbex {

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "platform/code_page.h"
-#include "platform/linux/command_line.h"
-#include "platform/linux/component_inspector.h"
-#include "platform/linux/component_keys.h"
+#include "platform/command_line.h"
+#include "platform/component/component_keys.h"
+#include "platform/component/library_file.h"
 
 namespace gorbex {
 namespace {

@@ -26,4 +26,7 @@ struct CommandLine {
 /// Arguments as the compiler's C run-time library hands them to a program.
 [[nodiscard]] std::vector<std::string> SplitArguments(std::string_view arguments);
 
+/// The text, with a blank before each argument, that a program takes for exactly these arguments.
+[[nodiscard]] std::string JoinArguments(const std::vector<std::string>& arguments);
+
 }  // namespace gorbex

@@ -1,4 +1,4 @@
-#include "platform/linux/command_line.h"
+#include "platform/command_line.h"
 
 #include <algorithm>
 #include <utility>
@@ -77,6 +77,18 @@ class ArgumentReader {
   std::string_view rest_;
 };
 
+// Backslashes mean something only before a quote, the closing one included.
+std::string Quoted(std::string_view argument) {
+  std::string quoted = "\"";
+  std::size_t backslashes = 0;
+  for (const char character : argument) {
+    if (character == '"') quoted.append(backslashes + 1, '\\');
+    backslashes = character == '\\' ? backslashes + 1 : 0;
+    quoted += character;
+  }
+  return quoted.append(backslashes, '\\') + '"';
+}
+
 }  // namespace
 
 std::optional<CommandLine> FindProgram(std::string_view commandLine,
@@ -108,6 +120,12 @@ std::vector<std::string> SplitArguments(std::string_view arguments) {
   std::vector<std::string> split;
   for (ArgumentReader reader(arguments); !reader.AtEnd();) split.push_back(reader.Take());
   return split;
+}
+
+std::string JoinArguments(const std::vector<std::string>& arguments) {
+  std::string joined;
+  for (const auto& argument : arguments) joined += " " + Quoted(argument);
+  return joined;
 }
 
 }  // namespace gorbex

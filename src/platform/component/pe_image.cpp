@@ -1,6 +1,6 @@
-#include "platform/linux/pe_image.h"
+#include "platform/component/pe_image.h"
 
-#include "platform/linux/byte_reader.h"
+#include "platform/component/byte_reader.h"
 
 namespace gorbex {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/component_keys.h"
+#include "platform/component/component_keys.h"
 
 #include <array>
 #include <charconv>

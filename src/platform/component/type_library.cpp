@@ -1,6 +1,6 @@
-#include "platform/linux/type_library.h"
+#include "platform/component/type_library.h"
 
-#include "platform/linux/byte_reader.h"
+#include "platform/component/byte_reader.h"
 
 namespace gorbex {
 namespace {
@@ -55,7 +55,8 @@ class LibraryReader {
     library.flags = file_.U16(0x1C);
     library.helpString = HelpString(file_.U32(0x24));
     library.name = Name(file_.U32(0x38));
-    library.types.reserve(types_.Part(0, typeCount_ * kTypeSize).Size() / kTypeSize);
+    const auto all = types_.Part(0, typeCount_ * kTypeSize);
+    library.types.reserve(static_cast<std::size_t>(all.Size() / kTypeSize));
     for (std::uint64_t i = 0; i < typeCount_; ++i) {
       library.types.push_back(Type(types_.Part(i * kTypeSize, kTypeSize)));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <stdexcept>
 #include <string_view>
@@ -23,7 +24,7 @@ class ByteReader {
 
   [[nodiscard]] std::string_view Bytes(std::uint64_t offset, std::uint64_t length) const {
     if (offset > bytes_.size() || length > bytes_.size() - offset) throw DamagedBytes();
-    return bytes_.substr(offset, length);
+    return bytes_.substr(static_cast<std::size_t>(offset), static_cast<std::size_t>(length));
   }
   [[nodiscard]] ByteReader Part(std::uint64_t offset, std::uint64_t length) const {
     return ByteReader(Bytes(offset, length));

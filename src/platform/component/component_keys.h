@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/type_library.h"
+#include "platform/component/type_library.h"
 #include "platform/registry.h"
 
 namespace gorbex {

@@ -1,4 +1,4 @@
-#include "platform/linux/windows_path.h"
+#include "platform/windows_path.h"
 
 #include <algorithm>
 

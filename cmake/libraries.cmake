@@ -1,0 +1,43 @@
+# The libraries of other makers that come as headers or as source.
+
+# gorbex_header_library(TARGET FOLDER): cross-compiled, a library of headers is seen through a folder
+# of links that holds nothing else, so that the host's own headers stay out.
+function(gorbex_header_library target folder)
+  find_path(GORBEX_HOST_${folder} ${folder} PATHS /usr/include /usr/local/include
+    NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
+  file(CREATE_LINK ${GORBEX_HOST_${folder}}/${folder} ${CMAKE_BINARY_DIR}/headers/${folder}
+    SYMBOLIC)
+  add_library(${target} INTERFACE IMPORTED GLOBAL)
+  target_include_directories(${target} SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/headers)
+endfunction()
+
+macro(gorbex_find_command_line_libraries)
+  if(CMAKE_CROSSCOMPILING)
+    gorbex_header_library(CLI11::CLI11 CLI)
+    gorbex_header_library(nlohmann_json::nlohmann_json nlohmann)
+  else()
+    find_package(CLI11 REQUIRED)
+    find_package(nlohmann_json REQUIRED)
+  endif()
+endmacro()
+
+macro(gorbex_find_test_library)
+  if(CMAKE_CROSSCOMPILING)
+    set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+    add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+  else()
+    find_package(GTest REQUIRED)
+  endif()
+  include(GoogleTest)
+endmacro()
+
+# gorbex_tests(TARGET): the tests of a program, each on its own; cross-compiled all in one, because
+# starting the emulator anew for each takes longer than the tests.
+function(gorbex_tests target)
+  if(CMAKE_CROSSCOMPILING)
+    add_test(NAME ${target} COMMAND ${target})
+  else()
+    gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
+  endif()
+endfunction()

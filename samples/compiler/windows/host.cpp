@@ -1,0 +1,44 @@
+#include "compiler/host.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "platform/windows/full_path.h"
+#include "platform/windows/platform.h"
+#include "platform/windows/typed_path.h"
+#include "platform/windows/wide_text.h"
+
+namespace gorbex::standin {
+
+struct Host::System {
+  WindowsPlatform platform;
+};
+
+Host::Host() : system_(std::make_unique<System>()) {}
+
+Host::~Host() = default;
+
+PlatformServices Host::Services(EventPump& events) {
+  return system_->platform.Services(events);
+}
+
+std::string Host::CurrentFolder() const {
+  return ProgramPathOf(".");
+}
+
+std::string Host::Program() const {
+  return ProgramPathOf(Utf8FromWide(OwnFile()));
+}
+
+// The narrow arguments have lost what the code page cannot say.
+std::vector<std::string> Arguments(int /*count*/, char** /*values*/) {
+  int count = 0;
+  wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> arguments;
+  for (int i = 1; i < count; ++i) arguments.push_back(Utf8FromWide(wide[i]));
+  LocalFree(wide);
+  return arguments;
+}
+
+}  // namespace gorbex::standin

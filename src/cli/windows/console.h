@@ -1,0 +1,73 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <iosfwd>
+#include <memory>
+#include <streambuf>
+#include <string>
+
+namespace gorbex::cli {
+
+// A console takes and gives UTF-16, while the program's streams are UTF-8. What is no console, a
+// file or a pipe, gets the bytes as they are.
+
+[[nodiscard]] bool IsConsole(DWORD standardStream);
+
+/// Shows UTF-8 on a console, in whole lines or when flushed.
+class ConsoleOutput : public std::streambuf {
+ public:
+  explicit ConsoleOutput(DWORD standardStream) : console_(GetStdHandle(standardStream)) {}
+
+ protected:
+  int_type overflow(int_type character) override;
+  int sync() override;
+
+ private:
+  HANDLE console_;
+  std::string waiting_;
+};
+
+/// Reads what is typed on a console as UTF-8.
+class ConsoleInput : public std::streambuf {
+ public:
+  ConsoleInput() : console_(GetStdHandle(STD_INPUT_HANDLE)) {}
+
+ protected:
+  int_type underflow() override;
+
+ private:
+  HANDLE console_;
+  std::string line_;
+};
+
+/// Lets a stream of the program use the console while it exists, where the stream is one.
+class ConsoleStream {
+ public:
+  ConsoleStream(std::ios& stream, DWORD standardStream);
+  ~ConsoleStream();
+  ConsoleStream(const ConsoleStream&) = delete;
+  ConsoleStream& operator=(const ConsoleStream&) = delete;
+
+ private:
+  std::ios& stream_;
+  std::unique_ptr<std::streambuf> console_;
+  std::streambuf* before_ = nullptr;
+};
+
+/// Keeps the console from showing what is typed while it exists.
+class HiddenTyping {
+ public:
+  HiddenTyping();
+  ~HiddenTyping();
+  HiddenTyping(const HiddenTyping&) = delete;
+  HiddenTyping& operator=(const HiddenTyping&) = delete;
+
+ private:
+  HANDLE console_ = GetStdHandle(STD_INPUT_HANDLE);
+  DWORD before_ = 0;
+  bool isHidden_ = false;
+};
+
+}  // namespace gorbex::cli

@@ -1,0 +1,37 @@
+#include "platform/component/library_file.h"
+
+#include <charconv>
+#include <exception>
+#include <system_error>
+
+#include "platform/component/pe_image.h"
+
+namespace gorbex {
+
+LibraryPlace PlaceOfLibrary(const FileReader& files, const std::string& path) {
+  const auto separator = path.find_last_of("\\/");
+  if (separator == std::string::npos || FileExists(files, path)) return {path};
+  std::uint16_t number = 0;
+  const char* const first = path.data() + separator + 1;
+  const char* const end = path.data() + path.size();
+  const auto [stop, error] = std::from_chars(first, end, number);
+  if (error != std::errc() || stop != end) return {path};
+  return {path.substr(0, separator), number};
+}
+
+std::optional<TypeLibrary> TypeLibraryOf(const FileReader& files,
+                                         const std::string& componentFile) {
+  try {
+    const auto place = PlaceOfLibrary(files, componentFile);
+    const auto bytes = files.Read(place.file);
+    if (!place.resource) {
+      if (auto library = ReadTypeLibrary(bytes)) return library;
+    }
+    const auto resource = FindPeResource(bytes, "TYPELIB", place.resource);
+    return resource ? ReadTypeLibrary(*resource) : std::nullopt;
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace gorbex

@@ -1,0 +1,197 @@
+#include "platform/windows/child_process.h"
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+#include <limits>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "platform/windows/full_path.h"
+#include "platform/windows/wide_text.h"
+
+namespace gorbex {
+namespace {
+
+void Require(bool succeeded) {
+  if (succeeded) return;
+  throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
+}
+
+Handle Nothing() {
+  SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+  return Handle(CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE,
+                            FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, OPEN_EXISTING, 0,
+                            nullptr));
+}
+
+// A program with a window has no streams to hand down.
+Handle Inheritable(HANDLE stream) {
+  HANDLE copy = nullptr;
+  const HANDLE self = GetCurrentProcess();
+  if (stream != nullptr && stream != INVALID_HANDLE_VALUE &&
+      DuplicateHandle(self, stream, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS) != 0) {
+    return Handle(copy);
+  }
+  return Nothing();
+}
+
+/// The handles that a child inherits, which are its standard streams and no others.
+class ChildStreams {
+ public:
+  explicit ChildStreams(const ChildStart& start)
+      : input_(Inheritable(start.input)),
+        output_(Inheritable(start.output)),
+        errorOutput_(Inheritable(start.errorOutput)),
+        handles_{input_.Get(), output_.Get(), errorOutput_.Get()} {
+    SIZE_T size = 0;
+    InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+    memory_.resize(size);
+    Require(InitializeProcThreadAttributeList(List(), 1, 0, &size) != 0);
+    isMade_ = true;
+    Require(UpdateProcThreadAttribute(List(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(),
+                                      sizeof(handles_), nullptr, nullptr) != 0);
+  }
+  ~ChildStreams() {
+    if (isMade_) DeleteProcThreadAttributeList(List());
+  }
+  ChildStreams(const ChildStreams&) = delete;
+  ChildStreams& operator=(const ChildStreams&) = delete;
+
+  [[nodiscard]] STARTUPINFOEXW StartupInfo() {
+    STARTUPINFOEXW info{};
+    info.StartupInfo.cb = sizeof(info);
+    info.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+    info.StartupInfo.hStdInput = input_.Get();
+    info.StartupInfo.hStdOutput = output_.Get();
+    info.StartupInfo.hStdError = errorOutput_.Get();
+    info.lpAttributeList = List();
+    return info;
+  }
+
+ private:
+  LPPROC_THREAD_ATTRIBUTE_LIST List() {
+    return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(memory_.data());
+  }
+
+  Handle input_;
+  Handle output_;
+  Handle errorOutput_;
+  std::array<HANDLE, 3> handles_;
+  std::vector<char> memory_;
+  bool isMade_ = false;
+};
+
+Handle Spawn(const ChildStart& start) {
+  ChildStreams streams(start);
+  auto info = streams.StartupInfo();
+  auto commandLine = start.commandLine;
+  auto environment = start.environment;
+  const DWORD ownConsole = GetConsoleWindow() == nullptr ? CREATE_NO_WINDOW : 0;
+  PROCESS_INFORMATION made{};
+  Require(CreateProcessW(start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
+                         EXTENDED_STARTUPINFO_PRESENT | CREATE_UNICODE_ENVIRONMENT | ownConsole,
+                         environment.empty() ? nullptr : environment.data(),
+                         start.folder.empty() ? nullptr : start.folder.c_str(), &info.StartupInfo,
+                         &made) != 0);
+  CloseHandle(made.hThread);
+  return Handle(made.hProcess);
+}
+
+// Names ignore case, and the system wants them in that order.
+struct NameOrder {
+  bool operator()(const std::wstring& a, const std::wstring& b) const {
+    return CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_LESS_THAN;
+  }
+};
+using Variables = std::map<std::wstring, std::wstring, NameOrder>;
+
+Variables OwnVariables() {
+  Variables variables;
+  wchar_t* const block = GetEnvironmentStringsW();
+  for (const wchar_t* entry = block; entry != nullptr && *entry != 0;
+       entry += std::wcslen(entry) + 1) {
+    const std::wstring_view text(entry);
+    // The current folders of the drives are variables whose names begin with "=".
+    const auto end = std::min(text.find(L'=', 1), text.size());
+    variables[std::wstring(text.substr(0, end))] = text.substr(std::min(end + 1, text.size()));
+  }
+  FreeEnvironmentStringsW(block);
+  return variables;
+}
+
+std::wstring WithoutQuotes(std::wstring folder) {
+  std::erase(folder, L'"');
+  return folder;
+}
+
+// A relative folder would mean another one where the child runs.
+bool IsAbsolute(std::wstring_view folder) {
+  return folder.starts_with(L"\\\\") ||
+         (folder.size() > 2 && folder[1] == L':' && (folder[2] == L'\\' || folder[2] == L'/'));
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(const ChildStart& start) : process_(Spawn(start)) {}
+
+std::optional<std::uint32_t> ChildProcess::ExitCode(std::chrono::milliseconds patience) {
+  constexpr std::chrono::milliseconds::rep kLongest = std::numeric_limits<int>::max();
+  const auto wait = std::clamp<std::chrono::milliseconds::rep>(patience.count(), 0, kLongest);
+  if (WaitForSingleObject(process_.Get(), static_cast<DWORD>(wait)) == WAIT_TIMEOUT) {
+    return std::nullopt;
+  }
+  DWORD code = 255;
+  GetExitCodeProcess(process_.Get(), &code);
+  return code;
+}
+
+void ChildProcess::Terminate() {
+  constexpr UINT kEndedByUs = 1;
+  TerminateProcess(process_.Get(), kEndedByUs);
+}
+
+std::optional<std::wstring> FindInPath(const std::wstring& name) {
+  const auto folders = EnvironmentVariable(L"PATH").value_or(L"");
+  for (std::size_t begin = 0; begin < folders.size();) {
+    const auto end = std::min(folders.find(L';', begin), folders.size());
+    const auto folder = WithoutQuotes(folders.substr(begin, end - begin));
+    begin = end + 1;
+    if (!IsAbsolute(folder)) continue;
+    for (const wchar_t* extension : {L"", L".exe"}) {
+      auto path = folder;
+      path.append(L"\\").append(name).append(extension);
+      if (IsFile(path)) return path;
+    }
+  }
+  return std::nullopt;
+}
+
+std::wstring EnvironmentWith(const std::map<std::string, std::optional<std::string>>& changes) {
+  auto variables = OwnVariables();
+  for (const auto& [name, value] : changes) {
+    if (value) variables[WideFromUtf8(name)] = WideFromUtf8(*value);
+    if (!value) variables.erase(WideFromUtf8(name));
+  }
+  std::wstring block;
+  for (const auto& [name, value] : variables) {
+    block.append(name).append(L"=").append(value).append(1, L'\0');
+  }
+  return block + L'\0';
+}
+
+std::optional<std::wstring> EnvironmentVariable(const wchar_t* name) {
+  std::wstring value(256, L'\0');
+  for (;;) {
+    SetLastError(ERROR_SUCCESS);
+    const DWORD length =
+        GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
+    if (length == 0 && GetLastError() != ERROR_SUCCESS) return std::nullopt;
+    const bool isWhole = length < value.size();
+    value.resize(length);
+    if (isWhole) return value;
+  }
+}
+
+}  // namespace gorbex

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "platform/process.h"
+#include "platform/windows/handle.h"
+
+namespace gorbex {
+
+/// How a child starts: no handle of this program but its three streams.
+struct ChildStart {
+  std::wstring program;        ///< full path
+  std::wstring commandLine;    ///< the program's name, quoted, and its arguments
+  std::wstring environment{};  ///< as EnvironmentWith gives it; empty for our own
+  std::wstring folder{};       ///< empty for our own
+  HANDLE input = nullptr;      ///< null for nothing to read
+  HANDLE output = GetStdHandle(STD_ERROR_HANDLE);
+  HANDLE errorOutput = GetStdHandle(STD_ERROR_HANDLE);
+};
+
+/// A child of this process. A window of its own for a console program appears only where this
+/// program has one.
+class ChildProcess : public Process {
+ public:
+  /// Fails with std::system_error.
+  explicit ChildProcess(const ChildStart& start);
+
+  [[nodiscard]] std::optional<std::uint32_t> ExitCode(std::chrono::milliseconds patience) override;
+  void Terminate() override;
+
+ private:
+  Handle process_;
+};
+
+/// The program of that name (".exe" need not be said) in the folders of the search path.
+[[nodiscard]] std::optional<std::wstring> FindInPath(const std::wstring& name);
+
+/// This program's environment with variables set, or taken away where the value is nothing, in the
+/// system's form. Names ignore letter case; texts are UTF-8.
+[[nodiscard]] std::wstring EnvironmentWith(
+    const std::map<std::string, std::optional<std::string>>& changes);
+
+/// A variable of this program's environment; nothing when it is not set.
+[[nodiscard]] std::optional<std::wstring> EnvironmentVariable(const wchar_t* name);
+
+}  // namespace gorbex

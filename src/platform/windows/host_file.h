@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace gorbex {
+
+// Whole files, by full path. Failures are std::system_error with the system's number.
+
+inline constexpr std::size_t kLargestFile = std::size_t{512} << 20U;
+
+/// Fails with ERROR_NOT_ENOUGH_MEMORY when too large.
+[[nodiscard]] std::string ReadHostFile(const std::wstring& path);
+
+/// Puts a new file in the place of the old one, which stays whole when anything fails. A symbolic
+/// link stays and its target is replaced. An old file hands down its attributes.
+void ReplaceHostFile(const std::wstring& path, const std::string& bytes);
+
+/// Adds at the end with one system write.
+void AppendHostFile(const std::wstring& path, const std::string& bytes);
+
+}  // namespace gorbex

@@ -1,0 +1,64 @@
+#include "platform/windows/platform.h"
+
+#include <windows.h>
+
+#include "platform/git/source_control.h"
+#include "platform/windows/automation_objects.h"
+#include "platform/windows/clock.h"
+#include "platform/windows/closed_mail.h"
+#include "platform/windows/component_inspector.h"
+#include "platform/windows/file_system.h"
+#include "platform/windows/full_path.h"
+#include "platform/windows/process.h"
+#include "platform/windows/registry.h"
+#include "platform/windows/tool.h"
+#include "platform/windows/wide_text.h"
+
+namespace gorbex {
+namespace {
+
+std::string OwnFolder() {
+  const auto file = OwnFile();
+  const auto folder = FromWide(file.substr(0, file.find_last_of(L'\\')));
+  if (!folder) {
+    throw RuntimeError::WithDescription(
+        ErrorNumber::BadFileName,
+        "the path of the program's folder holds a character that no code page can hold");
+  }
+  return *folder;
+}
+
+}  // namespace
+
+struct WindowsPlatform::Parts {
+  std::string programFolder = OwnFolder();
+  WindowsFileSystem files;
+  WindowsRegistry registry;
+  WindowsProcessLauncher processes{programFolder};
+  WindowsClock clock;
+  WindowsComponentInspector components{files};
+  AutomationObjects objects;
+  WindowsToolRunner tools;
+  GitSourceControl sourceControl{tools, files, Utf8FromWide(OwnFile())};
+  ClosedMail mail;
+};
+
+WindowsPlatform::WindowsPlatform() : parts_(std::make_unique<Parts>()) {
+  // A drive without a disk is an error for the caller, not a question of the system's own.
+  SetErrorMode(SEM_FAILCRITICALERRORS);
+}
+
+WindowsPlatform::~WindowsPlatform() = default;
+
+const std::string& WindowsPlatform::ProgramFolder() const {
+  return parts_->programFolder;
+}
+
+PlatformServices WindowsPlatform::Services(EventPump& events) {
+  parts_->tools.Handle(events);
+  return {parts_->files, parts_->registry,     parts_->processes, parts_->clock,
+          events,        parts_->components,   parts_->objects,   parts_->sourceControl,
+          parts_->mail,  parts_->programFolder};
+}
+
+}  // namespace gorbex

@@ -1,0 +1,68 @@
+#include "platform/windows/process.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <string_view>
+#include <system_error>
+
+#include "platform/command_line.h"
+#include "platform/windows/child_process.h"
+#include "platform/windows/full_path.h"
+#include "platform/windows/system_message.h"
+#include "platform/windows/wide_text.h"
+
+namespace gorbex {
+namespace {
+
+using FolderCall = UINT (*)(wchar_t* buffer, UINT size);
+
+std::wstring SystemFolder(FolderCall call) {
+  std::wstring folder(MAX_PATH, L'\0');
+  folder.resize(call(folder.data(), MAX_PATH));
+  return folder;
+}
+
+UINT SystemPrograms(wchar_t* buffer, UINT size) {
+  return GetSystemDirectoryW(buffer, size);
+}
+
+UINT WindowsPrograms(wchar_t* buffer, UINT size) {
+  return GetWindowsDirectoryW(buffer, size);
+}
+
+}  // namespace
+
+std::optional<std::wstring> WindowsProcessLauncher::Locate(const std::string& name) const {
+  const auto full = FullPathOf(name);
+  if (!full) return std::nullopt;
+  const bool isBare = name.find_first_of("\\/:") == std::string::npos;
+  if (!isBare) return IsFile(*full) ? full : std::nullopt;
+  for (const auto& folder :
+       {ToWide(programFolder_), SystemFolder(SystemPrograms), SystemFolder(WindowsPrograms)}) {
+    auto place = folder + L"\\" + ToWide(name);
+    if (IsFile(place)) return place;
+  }
+  return FindInPath(ToWide(name));
+}
+
+StartResult WindowsProcessLauncher::Start(const std::string& commandLine) {
+  const auto text = std::string_view(commandLine).substr(0, commandLine.find('\0'));
+  std::optional<std::wstring> program;
+  const auto found = FindProgram(text, [&](const std::string& candidate) {
+    program = Locate(candidate);
+    return program.has_value();
+  });
+  if (!found || !program) return RuntimeError(ErrorNumber::FileNotFound, ProgramText(text));
+  try {
+    const ChildStart start{*program, L"\"" + *program + L"\"" + ToWide(found->arguments)};
+    return std::make_unique<ChildProcess>(start);
+  } catch (const std::system_error& error) {
+    const RuntimeError refused(ErrorNumber::InvalidCall, found->program);
+    const auto number = static_cast<std::uint32_t>(error.code().value());
+    return RuntimeError::WithDescription(
+        refused.Code(), refused.Description() + " (" + SystemMessage(number) + ")");
+  }
+}
+
+}  // namespace gorbex

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/process.h"
+
+namespace gorbex {
+
+/// Starts programs by the system's rules, but never one that happens to lie in the current folder:
+/// a name without a folder is looked for in the program's own folder, the system's folders and the
+/// search path. A child reads nothing, and its output joins this program's error output.
+class WindowsProcessLauncher : public ProcessLauncher {
+ public:
+  explicit WindowsProcessLauncher(std::string programFolder)
+      : programFolder_(std::move(programFolder)) {}
+
+  [[nodiscard]] StartResult Start(const std::string& commandLine) override;
+
+ private:
+  [[nodiscard]] std::optional<std::wstring> Locate(const std::string& name) const;
+
+  std::string programFolder_;
+};
+
+}  // namespace gorbex

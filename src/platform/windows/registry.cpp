@@ -1,0 +1,128 @@
+#include "platform/windows/registry.h"
+
+#include <windows.h>
+
+#include <cstring>
+#include <utility>
+
+#include "platform/windows/wide_text.h"
+
+namespace gorbex {
+namespace {
+
+/// Owns an open key; none when the system refuses it.
+class OpenKey {
+ public:
+  explicit OpenKey(HKEY key) : key_(key) {}
+  ~OpenKey() {
+    if (key_ != nullptr) RegCloseKey(key_);
+  }
+  OpenKey(OpenKey&& other) noexcept : key_(std::exchange(other.key_, nullptr)) {}
+  OpenKey(const OpenKey&) = delete;
+  OpenKey& operator=(const OpenKey&) = delete;
+
+  [[nodiscard]] HKEY Get() const { return key_; }
+  explicit operator bool() const { return key_ != nullptr; }
+
+ private:
+  HKEY key_;
+};
+
+HKEY RootKey(RegistryRoot root) {
+  switch (root) {
+    case RegistryRoot::ClassesRoot:
+      return HKEY_CLASSES_ROOT;
+    case RegistryRoot::CurrentUser:
+      return HKEY_CURRENT_USER;
+    case RegistryRoot::LocalMachine:
+      return HKEY_LOCAL_MACHINE;
+    case RegistryRoot::Users:
+      return HKEY_USERS;
+    case RegistryRoot::PerformanceData:
+      break;  // holds counters under no keys
+  }
+  return nullptr;
+}
+
+// A zero would end the name early, and so name another key.
+bool IsName(std::string_view name) {
+  return name.find('\0') == std::string_view::npos;
+}
+
+OpenKey Open(RegistryRoot root, std::string_view subKey, REGSAM rights) {
+  HKEY key = nullptr;
+  if (!IsName(subKey) || RootKey(root) == nullptr) return OpenKey(nullptr);
+  const auto path = ToWide(subKey);
+  const LONG status = RegOpenKeyExW(RootKey(root), path.c_str(), 0, rights, &key);
+  return OpenKey(status == ERROR_SUCCESS ? key : nullptr);
+}
+
+OpenKey Make(RegistryRoot root, std::string_view subKey, REGSAM rights) {
+  HKEY key = nullptr;
+  if (!IsName(subKey) || RootKey(root) == nullptr) return OpenKey(nullptr);
+  const auto path = ToWide(subKey);
+  const LONG status =
+      RegCreateKeyExW(RootKey(root), path.c_str(), 0, nullptr, 0, rights, nullptr, &key, nullptr);
+  return OpenKey(status == ERROR_SUCCESS ? key : nullptr);
+}
+
+bool IsText(RegistryType type) {
+  return type == RegistryType::Text || type == RegistryType::ExpandText ||
+         type == RegistryType::MultiText;
+}
+
+std::string TextOf(std::string_view bytes) {
+  std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
+  std::memcpy(wide.data(), bytes.data(), wide.size() * sizeof(wchar_t));
+  return FromWideRoughly(wide);
+}
+
+bool Set(HKEY key, const std::wstring& name, RegistryType type, const void* data,
+         std::size_t size) {
+  return RegSetValueExW(key, name.c_str(), 0, static_cast<DWORD>(type),
+                        static_cast<const BYTE*>(data), static_cast<DWORD>(size)) == ERROR_SUCCESS;
+}
+
+}  // namespace
+
+bool WindowsRegistry::HasKey(RegistryRoot root, std::string_view subKey) const {
+  return static_cast<bool>(Open(root, subKey, KEY_QUERY_VALUE));
+}
+
+std::optional<RegistryValue> WindowsRegistry::Value(RegistryRoot root, std::string_view subKey,
+                                                    std::string_view name) const {
+  const OpenKey key = Open(root, subKey, KEY_QUERY_VALUE);
+  if (!key || !IsName(name)) return std::nullopt;
+  const auto wideName = ToWide(name);
+  std::string bytes(256, '\0');
+  DWORD type = 0;
+  LONG status = ERROR_MORE_DATA;
+  while (status == ERROR_MORE_DATA) {  // the value may grow between two calls
+    auto size = static_cast<DWORD>(bytes.size());
+    status = RegQueryValueExW(key.Get(), wideName.c_str(), nullptr, &type,
+                              reinterpret_cast<BYTE*>(bytes.data()), &size);
+    bytes.resize(size);
+  }
+  if (status != ERROR_SUCCESS) return std::nullopt;
+  const auto known = static_cast<RegistryType>(type);
+  return RegistryValue{known, IsText(known) ? TextOf(bytes) : std::move(bytes)};
+}
+
+bool WindowsRegistry::CreateKey(RegistryRoot root, std::string_view subKey) {
+  return static_cast<bool>(Make(root, subKey, KEY_QUERY_VALUE));
+}
+
+bool WindowsRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
+                               const RegistryValue& value) {
+  if (!IsName(name)) return false;
+  const OpenKey key = Make(root, subKey, KEY_SET_VALUE);
+  if (!key) return false;
+  if (!IsText(value.type)) {
+    return Set(key.Get(), ToWide(name), value.type, value.bytes.data(), value.bytes.size());
+  }
+  // The system takes a zero behind the data for one that was forgotten, and adds it.
+  const auto text = ToWide(value.bytes) + L'!';
+  return Set(key.Get(), ToWide(name), value.type, text.data(), (text.size() - 1) * sizeof(wchar_t));
+}
+
+}  // namespace gorbex

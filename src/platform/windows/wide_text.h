@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace gorbex {
+
+// The system's calls take UTF-16; inside the program every text is code-page bytes, and UTF-8 at
+// its borders.
+
+[[nodiscard]] std::wstring ToWide(std::string_view text);
+
+/// Nothing when a character has no byte in the code page.
+[[nodiscard]] std::optional<std::string> FromWide(std::wstring_view wide);
+
+/// As FromWide, with a "?" for what the code page cannot say.
+[[nodiscard]] std::string FromWideRoughly(std::wstring_view wide);
+
+/// What is no valid UTF-8 or UTF-16 becomes the replacement character.
+[[nodiscard]] std::wstring WideFromUtf8(std::string_view utf8);
+[[nodiscard]] std::string Utf8FromWide(std::wstring_view wide);
+
+}  // namespace gorbex

@@ -1,0 +1,48 @@
+#include "platform/linux/process.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "system_bench.h"
+
+namespace gorbex::test {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+TEST(LinuxProcesses, TellThePrefixAndAnnounceTheirEndOnce) {
+  ProcessesOnSystem bench;
+  EXPECT_EQ(CodeOf(bench.launcher, bench.Ending(3)), 3U);
+  EXPECT_EQ(bench.Dump(), "\n" + bench.folder.Path().native() + "\n0");
+  EXPECT_EQ(bench.ended, 1);
+  EXPECT_EQ(CodeOf(bench.launcher, bench.Ending(-SIGTERM)), 128U + SIGTERM);
+}
+
+TEST(LinuxProcesses, FindProgramsInTheSystemFolderAndWithoutADrive) {
+  ProcessesOnSystem bench;
+  bench.Install("C:\\windows\\system32\\inSystem");
+  bench.Install("C:\\both.exe");
+  for (const char* program : {"INSYSTEM", "\\both"}) {
+    EXPECT_EQ(CodeOf(bench.launcher, program + (" " + bench.out + " 4")), 4U) << program;
+  }
+}
+
+TEST(LinuxProcesses, RunWindowsProgramsUnderWine) {
+  ProcessesOnSystem bench;
+  bench.folder.Put("drive_c/win.exe", "MZ");
+  bench.folder.Put("drive_c/Old.com", "MZ");
+  const Variable path("PATH", bench.folder.Path().native());
+  EXPECT_EQ(bench.ErrorOf("C:\\win /make"),
+            "53 File not found: 'wine', which is needed to run 'C:\\win.exe'");
+  fs::copy_file(DUMP_ARGUMENTS, bench.folder.Path() / "wine");
+  bench.folder.Put("system.reg", "");
+  // The stand-in for Wine takes the Windows program's path for the name of its output file.
+  const CurrentFolder inside(bench.folder.Path());
+  EXPECT_EQ(CodeOf(bench.launcher, "C:\\old.com 6 \"x y\""), 6U);
+  EXPECT_TRUE(bench.folder.Get("C:\\old.com").starts_with("[x y]\n"));
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,81 @@
+#include "platform/linux/registry.h"
+
+#include <gtest/gtest.h>
+
+#include "system_bench.h"
+#include "tests/platform/registry_text_value.h"
+
+namespace gorbex::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Root = RegistryRoot;
+using namespace std::string_literals;
+
+TEST(LinuxRegistries, MergeWineFilesUnderTheOwnFile) {
+  RegistryOnSystem bench;
+  const std::string machine = "[Software\\\\Classes\\\\Both]\n@=\"machine\"\n\"m\"=\"m\"\n";
+  const std::string user =
+      "[Software\\\\Classes\\\\Both]\n@=\"user\"\n[Software\\\\K]\n\"v\"=\"hkcu\"\n";
+  bench.folder.Put("system.reg", machine);
+  bench.folder.Put("user.reg", user);
+  auto& registry = bench.registry;
+  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "Both", ""), "user");
+  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "Both", "m"), "m");
+  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\K", "v"), "hkcu");
+  EXPECT_TRUE(registry.SetValue(Root::CurrentUser, "Software\\K", "v", TextValue("own")));
+  EXPECT_TRUE(registry.SetValue(Root::ClassesRoot, "both", "m", TextValue("users now")));
+  EXPECT_TRUE(registry.SetValue(Root::ClassesRoot, "New", "", TextValue("machine's")));
+  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\K", "v"), "own");
+  EXPECT_EQ(TextOf(registry, Root::CurrentUser, "Software\\Classes\\Both", "m"), "users now");
+  EXPECT_EQ(TextOf(registry, Root::LocalMachine, "Software\\Classes\\New", ""), "machine's");
+  EXPECT_EQ(TextOf(registry, Root::ClassesRoot, "new", ""), "machine's");
+  EXPECT_EQ(bench.folder.Get("system.reg") + bench.folder.Get("user.reg"), machine + user);
+}
+
+TEST(LinuxRegistries, SeeEachOthersWritesAndWines) {
+  RegistryOnSystem bench;
+  LinuxRegistry other(bench.folder.Path());
+  for (const char* name : {"a", "b", "c", "d"}) {
+    ASSERT_TRUE(bench.registry.SetValue(Root::CurrentUser, "K", name, TextValue("1")));
+    ASSERT_TRUE(other.SetValue(Root::CurrentUser, "K\\L", name, TextValue("2")));
+  }
+  other.Recheck();
+  for (const char* name : {"a", "b", "c", "d"}) {
+    EXPECT_EQ(TextOf(other, Root::CurrentUser, "K", name), "1");
+    EXPECT_EQ(TextOf(other, Root::CurrentUser, "K\\L", name), "2");
+  }
+  for (const std::string text : {"a", "b", "c"}) {  // same size, within one step of the clock
+    bench.folder.Put("user.reg", "[W]\n@=\"" + text + "\"\n");
+    other.Recheck();
+    EXPECT_EQ(TextOf(other, Root::CurrentUser, "W", ""), text);
+  }
+  fs::remove(bench.folder.Path() / "user.reg");
+  other.Recheck();
+  EXPECT_FALSE(other.HasKey(Root::CurrentUser, "W"));
+}
+
+TEST(LinuxRegistries, LoseNothingOfADamagedFile) {
+  RegistryOnSystem bench;
+  const std::string damaged =
+      "[HKEY_CURRENT_USER\\\\K]\n\"good\"=\"1\"\n\"bad\"=\"2\n\"last\"=\"3\"\n\0\0"s;
+  bench.folder.Put("gorbexbuilder.reg", damaged);
+  EXPECT_TRUE(bench.registry.SetValue(Root::CurrentUser, "K", "new", TextValue("4")));
+  for (const auto& [name, text] : {std::pair("good", "1"), {"last", "3"}, {"new", "4"}}) {
+    EXPECT_EQ(TextOf(LinuxRegistry(bench.folder.Path()), Root::CurrentUser, "K", name), text);
+  }
+  EXPECT_EQ(bench.folder.Get("gorbexbuilder.reg.damaged"), damaged);
+}
+
+TEST(LinuxRegistries, RefuseWhatCannotBeWritten) {
+  RegistryOnSystem bench;
+  EXPECT_FALSE(bench.registry.CreateKey(Root::PerformanceData, "K"));
+  EXPECT_FALSE(bench.registry.CreateKey(Root::CurrentUser, std::string(300, 'n')));
+  fs::create_directory(bench.folder.Path() / "gorbexbuilder.reg");
+  EXPECT_FALSE(bench.registry.CreateKey(Root::CurrentUser, "K"));
+  EXPECT_FALSE(bench.registry.SetValue(Root::CurrentUser, "K", "v", TextValue("x")));
+  EXPECT_FALSE(bench.registry.HasKey(Root::CurrentUser, "K"));
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,62 @@
+#include "platform/windows/automation_objects.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime_error.h"
+
+namespace gorbex::test {
+namespace {
+
+template <class Action>
+std::string ErrorOf(Action action) {
+  try {
+    action();
+  } catch (const RuntimeError& error) {
+    return std::to_string(error.Number()) + " " + error.Description();
+  }
+  return "none";
+}
+
+TEST(AutomationObjects, UseARealComponentByNameAlsoAfterTheServiceIsGone) {
+  const auto dictionary = AutomationObjects().CreateObject("Scripting.Dictionary");
+  EXPECT_EQ(dictionary->Get("COUNT"), "0");
+  EXPECT_EQ(dictionary->Get("CompareMode"), "0");
+  dictionary->Let("comparemode", "1");
+  EXPECT_EQ(dictionary->Get("CompareMode"), "1");
+  EXPECT_EQ(ErrorOf([&] { dictionary->Let("Count", "1"); }),
+            "383 Set not supported (read-only property): 'Count'");
+  EXPECT_EQ(ErrorOf([&] { dictionary->Let("CompareMode", "\xE9"); }),
+            "13 Type mismatch: 'CompareMode'");
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(dictionary->Get("None")); }),
+            "438 Object doesn't support this property or method: 'None'");
+}
+
+TEST(AutomationObjects, TakeAndGiveTextsForValuesOfOtherTypes) {
+  AutomationObjects objects;
+  const auto document = objects.CreateObject("Msxml2.DOMDocument");
+  EXPECT_EQ(document->Get("async"), "True");
+  document->Let("async", "False");
+  EXPECT_EQ(document->Get("async"), "False");
+  EXPECT_EQ(ErrorOf([&] { document->Let("async", "perhaps"); }), "13 Type mismatch: 'async'");
+  const auto files = objects.CreateObject("Scripting.FileSystemObject");
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(files->Get("Drives")); }),
+            "13 Type mismatch: 'Drives'");
+  const auto shell = objects.CreateObject("WScript.Shell");
+  const auto error = ErrorOf([&] { shell->Let("CurrentDirectory", "C:\\none"); });
+  EXPECT_TRUE(error.starts_with("440 Automation error: 'CurrentDirectory' (")) << error;
+}
+
+TEST(AutomationObjects, SayWhyAnObjectCannotBeMade) {
+  AutomationObjects objects;
+  const std::string start = "429 ActiveX component can't create object: ";
+  for (const std::string name : {"", "No.Such", "No\\CLSID", "{0}"}) {
+    const auto error = start + (name.empty() ? "" : "'" + name + "': ") + "it is not registered";
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(objects.CreateObject(name)); }), error);
+    EXPECT_EQ(ErrorOf([&] { objects.AddLicense(name, "key"); }), error);
+  }
+  EXPECT_EQ(ErrorOf([&] { static_cast<void>(objects.CreateControl("Scripting.Dictionary", {})); }),
+            start + "'Scripting.Dictionary': user controls cannot be shown here");
+}
+
+}  // namespace
+}  // namespace gorbex::test

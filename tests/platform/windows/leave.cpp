@@ -1,0 +1,11 @@
+#include <process.h>
+
+#include "tests/platform/chatty_tool.h"
+
+namespace gorbex::test {
+
+void StartAndLeave(const std::string& program, const std::string& argument) {
+  _spawnl(_P_NOWAIT, program.c_str(), program.c_str(), argument.c_str(), nullptr);
+}
+
+}  // namespace gorbex::test

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <string>
+#include <utility>
+
+#include "platform/windows/child_process.h"
+#include "platform/windows/component_inspector.h"
+#include "platform/windows/file_system.h"
+#include "platform/windows/process.h"
+#include "platform/windows/registry.h"
+#include "platform/windows/tool.h"
+#include "platform/windows/wide_text.h"
+#include "tests/platform/process_outcome.h"
+#include "tests/platform/temporary_folder.h"
+
+namespace gorbex::test {
+
+// The services of this system, each over a place that is the test's own.
+
+/// A variable of this process, which is as it was again after the test.
+class Variable {
+ public:
+  Variable(const char* name, const std::string& value)
+      : name_(ToWide(name)), before_(EnvironmentVariable(name_.c_str())) {
+    SetEnvironmentVariableW(name_.c_str(), ToWide(value).c_str());
+  }
+  ~Variable() { SetEnvironmentVariableW(name_.c_str(), before_ ? before_->c_str() : nullptr); }
+
+ private:
+  std::wstring name_;
+  std::optional<std::wstring> before_;
+};
+
+inline std::string WindowsPath(std::filesystem::path path) {
+  return FromWide(path.make_preferred().native()).value();
+}
+
+struct FilesOnSystem {
+  TemporaryFolder folder;
+  CurrentFolder inside{folder.Path()};  // paths without a drive mean the current one
+  WindowsFileSystem files;
+  std::string root = WindowsPath(folder.Path()) + "\\";
+};
+
+/// Keys are made below those of one name, which are gone again after the test.
+struct RegistryOnSystem {
+  WindowsRegistry registry;
+
+  ~RegistryOnSystem() {
+    const std::pair<RegistryRoot, HKEY> tops[] = {{RegistryRoot::ClassesRoot, HKEY_CLASSES_ROOT},
+                                                  {RegistryRoot::CurrentUser, HKEY_CURRENT_USER},
+                                                  {RegistryRoot::LocalMachine, HKEY_LOCAL_MACHINE},
+                                                  {RegistryRoot::Users, HKEY_USERS}};
+    for (const auto& [root, top] : tops) {
+      auto key = ToWide(Under(root));
+      key.pop_back();
+      RegDeleteTreeW(top, key.c_str());
+    }
+  }
+
+  /// The system allows no keys directly below most of its roots.
+  static std::string Under(RegistryRoot root) {
+    if (root == RegistryRoot::ClassesRoot) return "GorbexTest\\";
+    return root == RegistryRoot::Users ? ".Default\\GorbexTest\\" : "Software\\GorbexTest\\";
+  }
+};
+
+struct ProcessesOnSystem : FilesOnSystem {
+  std::string programFolder = root + "Program";
+  WindowsProcessLauncher launcher{programFolder};
+  std::string tool = WindowsPath(DUMP_ARGUMENTS);
+  std::string out = root + "dump";
+
+  std::string Ending(int code) { return "\"" + tool + "\" " + out + " " + std::to_string(code); }
+  std::string Dump() { return folder.Get("dump"); }
+  std::string Absent() { return "\"C:\\no such\\tool.exe\" x"; }
+  std::string InPath() { return "cmd /c exit 0"; }
+  std::string Sleeping() { return "\"" + WindowsPath(CHATTY_TOOL) + "\" sleep"; }
+  std::string ErrorOf(const std::string& commandLine) { return StartError(launcher, commandLine); }
+
+  /// How a program hears an argument.
+  std::string Told(const std::string& argument) { return argument; }
+
+  void Install(const std::string& path) {
+    const std::filesystem::path place(ToWide(path));
+    std::filesystem::create_directories(place.parent_path());
+    std::filesystem::copy_file(DUMP_ARGUMENTS, place);
+  }
+};
+
+struct ToolsOnSystem {
+  Variable path{"PATH", WindowsPath(std::filesystem::path(CHATTY_TOOL).parent_path())};
+  TemporaryFolder root;
+  WindowsToolRunner tools;
+  std::string folder = WindowsPath(root.Path());
+  std::string folderName = root.Path().filename().string();
+};
+
+struct InspectorOnSystem : FilesOnSystem {
+  WindowsComponentInspector inspector{files};
+  std::string libraries = WindowsPath(TYPE_LIBRARIES);
+};
+
+}  // namespace gorbex::test
