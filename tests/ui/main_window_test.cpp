@@ -206,10 +206,14 @@ TEST_F(MainWindowTest, ServesMailWhileTheInboxIsChecked) {
   set("MailTransport", "sendmail://" + (folder.Path() / "mails/sendmail").string());
   wxMenuBar& bar = *frame->GetMenuBar();
   wxMenuItem& entry = *bar.FindItem(bar.FindMenuItem("Tools", "Check Inbox"));
+  const auto isChecked = [&] {
+    entry.GetMenu()->UpdateUI();
+    return entry.IsChecked();
+  };
 
   program->options.Interval = 0;
   program->window.menu.mnuToolsInBox.Execute();
-  EXPECT_TRUE(entry.IsChecked());
+  EXPECT_TRUE(isChecked());
   folder.Put("mails/.Builder/new/1.a",
              "From: anna@dev.example\r\nSubject: build request\r\n\r\nx,");
   User::Waits();
@@ -218,7 +222,7 @@ TEST_F(MainWindowTest, ServesMailWhileTheInboxIsChecked) {
   EXPECT_TRUE(User::Sees([&] { return fs::exists(folder.Path() / "reply"); }));
   EXPECT_TRUE(User::Sees([&] { return program->window.stbStatus.Get() == "Idle"; }));
   program->window.menu.mnuToolsInBox.Execute();
-  EXPECT_FALSE(entry.IsChecked());
+  EXPECT_FALSE(isChecked());
   EXPECT_TRUE(Close());
 }
 
