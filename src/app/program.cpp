@@ -35,7 +35,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
            referenceUpdate, values, version, script, compile}),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
-            compile}),
+            compile, platform.events}),
       registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }),
       shutDown({window, registry, options, log, dialogs, report, buildProject, run, shell, session,
                 mail}),

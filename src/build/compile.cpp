@@ -15,6 +15,16 @@ std::string Quoted(std::string_view text) {
   return std::string("\"").append(text).append("\"");
 }
 
+// Paths come from files and mails. No Windows path holds a quote or a control character, but a
+// command line with one would say something else than it seems to.
+void RequireOneArgument(const std::string& path) {
+  const auto isForbidden = [](char c) { return c == '"' || static_cast<unsigned char>(c) < ' '; };
+  if (std::none_of(path.begin(), path.end(), isForbidden)) return;
+  std::string shown = path;
+  std::replace_if(shown.begin(), shown.end(), isForbidden, '?');
+  throw RuntimeError(ErrorNumber::BadFileName, shown);
+}
+
 }  // namespace
 
 Compile::Compile(const Uses& uses)
@@ -44,18 +54,6 @@ void Compile::AskForCompiler() {
 
 const std::string& Compile::OutputFolder(const std::string& outDir) const {
   return outDir.empty() ? uses_.window.buildDirectory : outDir;
-}
-
-// Paths come from files and mails. No Windows path holds a quote or a control character, but a
-// command line with one would say something else than it seems to.
-void Compile::RequireOneArgument(const std::string& path) const {
-  const auto isForbidden = [](char c) { return c == '"' || static_cast<unsigned char>(c) < ' '; };
-  if (std::none_of(path.begin(), path.end(), isForbidden)) return;
-  std::string shown = path;
-  std::replace_if(shown.begin(), shown.end(), isForbidden, '?');
-  const RuntimeError error(ErrorNumber::BadFileName, shown);
-  uses_.log.WriteLog("Not compiled: " + error.Description());
-  throw error;
 }
 
 std::string Compile::CommandLine(const std::string& projectPath, const std::string& outDir) const {

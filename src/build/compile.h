@@ -52,7 +52,6 @@ class Compile {
 
  private:
   [[nodiscard]] const std::string& OutputFolder(const std::string& outDir) const;
-  void RequireOneArgument(const std::string& path) const;
   [[nodiscard]] std::string CommandLine(const std::string& projectPath,
                                         const std::string& outDir) const;
   void RemoveStaleLog();

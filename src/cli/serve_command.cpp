@@ -11,7 +11,7 @@ namespace {
 constexpr std::int32_t kLongestInterval = 60;
 
 struct Arguments {
-  std::string file;
+  std::optional<std::string> file;
   bool once = false;
   std::int32_t interval = 0;  ///< seconds; 0 for the stored setting
 };
@@ -21,10 +21,10 @@ void SetInterval(Program& program, const Arguments& arguments) {
   if (arguments.interval > 0) interval = arguments.interval;
   interval = std::min(interval, kLongestInterval);
   if (arguments.once || interval > 0) return;
-  throw Failure(
-      ExitStatus::Unusable,
-      "the setting Interval is 0 seconds, and a timer of 0 never fires: name another with "
-      "--interval or `gorbex settings Interval`");
+  throw Failure(ExitStatus::Unusable,
+                "the setting Interval is " + std::to_string(interval) +
+                    " seconds, and such a timer never fires: name another with --interval or "
+                    "`gorbex settings Interval`");
 }
 
 void Start(Program& program) {
@@ -37,6 +37,7 @@ void Start(Program& program) {
 void Tick(Session& session) {
   Program& program = session.program();
   const auto alone = session.BuildAlone();
+  if (session.host().EndWanted()) return;
   program.window.tmrOutlook.elapsed.Emit();
   if (program.window.tmrOutlook.enabled.Get()) return;
   throw Failure(ExitStatus::WorkFailed, "the service switched itself off after an error");
@@ -45,10 +46,10 @@ void Tick(Session& session) {
 void Serve(Frame& frame, const Arguments& arguments) {
   Session session(frame);
   Program& program = session.program();
-  if (arguments.file.empty()) {
+  if (!arguments.file) {
     session.Warn("no build project is open: nothing can be got or built");
   } else {
-    session.Open(arguments.file);
+    session.Open(*arguments.file);
   }
   SetInterval(program, arguments);
   const auto listening = program.log.written.Connect([&](const std::string& line) {

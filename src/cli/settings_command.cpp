@@ -8,6 +8,7 @@
 #include "cli/settings_table.h"
 #include "cli/text_output.h"
 #include "mail/mail_settings.h"
+#include "mail/sender_list.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -35,17 +36,32 @@ std::optional<std::string_view> MailSetting(const std::string& name) {
   return found == kMailSettings.end() ? std::nullopt : std::optional(*found);
 }
 
-// What a screen or a build log may show of a URL.
+// What a screen or a build log may show of a URL, even of one that is none.
 std::string WithoutPassword(std::string url) {
-  const auto scheme = url.find("://");
   const auto at = url.rfind('@');
-  if (scheme == std::string::npos || at == std::string::npos) return url;
+  if (at == std::string::npos) return url;
+  const auto scheme = url.find("://");
+  if (scheme >= at) return "***" + url.substr(at);
   const auto colon = url.find(':', scheme + 3);
   return colon < at ? url.replace(colon + 1, at - colon - 1, "***") : url;
 }
 
 std::string MailValue(const Program& program, std::string_view name) {
-  return WithoutPassword(program.registry.fnsGetRegistryValue(kProgramKey, name));
+  std::string value = program.registry.fnsGetRegistryValue(kProgramKey, name);
+  const bool isUrl = name == mail_setting::kStore || name == mail_setting::kTransport;
+  return isUrl ? WithoutPassword(std::move(value)) : value;
+}
+
+void CheckMailValue(std::string_view name, const std::string& value) {
+  const bool isUrl = name == mail_setting::kStore || name == mail_setting::kTransport;
+  if (isUrl && !value.empty() && value.find("://") == std::string::npos) {
+    throw Failure(ExitStatus::Unusable, std::string(name) + ": is no URL such as imaps://host/");
+  }
+  if (name == mail_setting::kAllowedSenders && !value.empty() && !SenderList(value).IsClear()) {
+    throw Failure(ExitStatus::Unusable, std::string(name) +
+                                            ": takes addresses (jane@example.com) and domains "
+                                            "(example.com), separated by commas");
+  }
 }
 
 void ListMail(Frame& frame, const Program& program, Json& object) {
@@ -69,10 +85,11 @@ void List(Frame& frame, const Program& program) {
   if (frame.json) frame.streams.out << object.dump() << '\n';
 }
 
-std::string SettingText(const std::string& typed) {
+std::string SettingText(std::string_view name, const std::string& typed) {
   const auto value = FromUtf8(typed);
   if (value) return *value;
-  throw Failure(ExitStatus::Unusable, typed + ": holds a character no setting can hold");
+  throw Failure(ExitStatus::Unusable,
+                std::string(name) + ": the value holds a character no setting can hold");
 }
 
 [[noreturn]] void FailNotStored(std::string_view name) {
@@ -81,7 +98,7 @@ std::string SettingText(const std::string& typed) {
 }
 
 void Change(clsOptions& options, const Setting& setting, const std::string& typed) {
-  const std::string value = SettingText(typed);
+  const std::string value = SettingText(setting.name, typed);
   try {
     setting.Set(options, value);
   } catch (const RuntimeError& error) {
@@ -97,7 +114,8 @@ void Change(clsOptions& options, const Setting& setting, const std::string& type
 void ShowOrChangeMail(Frame& frame, Program& program, std::string_view name,
                       const std::optional<std::string>& typed) {
   if (typed) {
-    const std::string value = SettingText(*typed);
+    const std::string value = SettingText(name, *typed);
+    CheckMailValue(name, value);
     program.registry.subSetRegistryValue(kProgramKey, name, value);
     if (program.registry.fnsGetRegistryValue(kProgramKey, name) != value) FailNotStored(name);
   }

@@ -54,11 +54,12 @@ void MailService::RunTick() {
   const SenderList senders(
       uses_.registry.fnsGetRegistryValue(kProgramKey, mail_setting::kAllowedSenders));
   MailTick tick({uses_.window, uses_.options, uses_.files, uses_.log, uses_.mail, uses_.session,
-                 uses_.latest, uses_.compile, senders, refused_, [this] { return ending_; },
-                 [this] { serving_ = true; }});
+                 uses_.latest, uses_.compile, uses_.events, senders, refused_,
+                 [this] { return ending_; }, [this] { serving_ = true; }});
   const auto fail = [&](const RuntimeError& error) {
-    uses_.log.WriteLog("Email requests are no longer served, because of an error at line " +
-                       std::to_string(tick.Line()) + ": " + error.Description());
+    const std::string whose = tick.Sender().empty() ? "" : " in the request from " + tick.Sender();
+    uses_.log.WriteLog("Email requests are no longer served, because of an error" + whose +
+                       " at line " + std::to_string(tick.Line()) + ": " + error.Description());
     if (tick.ReportFailure(error)) mnuToolsInBox_Click();
   };
   try {

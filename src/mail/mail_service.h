@@ -10,6 +10,7 @@
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/registry_tools.h"
+#include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/mail.h"
 #include "scc/source_safe_session.h"
@@ -31,6 +32,7 @@ class MailService {
     SourceSafeSession& session;
     LatestSource& latest;
     Compile& compile;
+    EventPump& events;
   };
 
   explicit MailService(const Uses& uses) : uses_(uses) {}

@@ -45,8 +45,11 @@ void MailTick::Run() {
   const std::size_t count = At([&] { return folder->Count(); });
   for (std::size_t i = 1; i <= count && !uses_.stops(); ++i) {
     const auto mail = At([&] { return folder->Item(i); });
-    if (mail != nullptr && IsRequest(*mail)) Serve(*mail);
+    if (mail == nullptr || !IsRequest(*mail)) continue;
+    At([&] { uses_.events.DoEvents(); });
+    if (!uses_.stops()) Serve(*mail);
   }
+  sender_.clear();
 }
 
 bool MailTick::IsRequest(const MailItem& mail) {
@@ -55,20 +58,31 @@ bool MailTick::IsRequest(const MailItem& mail) {
   return isNew && !mail.IsAutomatic() && IsWelcome(mail);
 }
 
-// The mail stays unread and comes back with every tick; one line for each sender is enough.
 bool MailTick::IsWelcome(const MailItem& mail) {
-  const std::string address = mail.SenderAddress();
-  if (uses_.senders.Allows(address)) return true;
-  const std::string sender = OneLine(address.empty() ? mail.SenderName() : address);
-  if (uses_.refused.insert(sender).second) {
-    At([&] { uses_.log.WriteLog("Email Request from " + sender + " left alone: not allowed"); });
+  if (mail.ReplyAddress().empty()) {
+    NoteRefusal(mail, "there is nobody to answer");
+    return false;
   }
+  // What was built goes to who gets the answer.
+  if (uses_.senders.Allows(mail.SenderAddress()) && uses_.senders.Allows(mail.ReplyAddress())) {
+    return true;
+  }
+  NoteRefusal(mail, "not allowed");
   return false;
+}
+
+// The mail stays unread and comes back with every tick; one line for each sender is enough.
+void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
+  const std::string address = mail.SenderAddress();
+  const std::string sender = OneLine(address.empty() ? mail.SenderName() : address);
+  if (!uses_.refused.insert(sender).second) return;
+  At([&] { uses_.log.WriteLog("Email Request from " + sender + " left alone: " + reason); });
 }
 
 void MailTick::Serve(MailItem& mail) {
   At([&] { uses_.window.menu.mnuFileBuild.enabled.Set(false); });
   uses_.serves();
+  sender_ = OneLine(mail.SenderName());
   const auto body = At([&] { return mail.Body(); });
   if (!body) return;
   reply_ = At([&] { return uses_.mail.CreateReply(mail); });
@@ -76,11 +90,10 @@ void MailTick::Serve(MailItem& mail) {
   text_ = {};
   request_ = ReadMailRequest(*body);
   if (request_.strProject) strProject_ = *request_.strProject;
-  const std::string sender = OneLine(mail.SenderName());
-  At([&] { uses_.log.WriteLog("Processing Email Request from " + sender); });
+  At([&] { uses_.log.WriteLog("Processing Email Request from " + sender_); });
   RequestSucceeded_ = At([&] { return FindProject(); });
   if (request_.GetRequested) Get();
-  At([&] { uses_.window.SetStatus("Processing Request from " + sender); });
+  At([&] { uses_.window.SetStatus("Processing Request from " + sender_); });
   if (request_.BuildRequested && RequestSucceeded_) Build();
   At([&] { mail.SetUnRead(false); });
   Answer();
@@ -92,11 +105,24 @@ bool MailTick::FindProject() {
     strLocal_ = uses_.session.GetLocalPath(strProject_);
     if (!strLocal_.empty()) strProject_ = strLocal_;
   }
-  if (IsFile(uses_.files, strProject_)) return true;
+  if (IsFile(uses_.files, strProject_)) {
+    UseLoadedPath();
+    return true;
+  }
   request_.GetRequested = false;
   request_.BuildRequested = false;
   text_.Fail("Project file not found/specified");
   return false;
+}
+
+// Users type paths in any letter case.
+void MailTick::UseLoadedPath() {
+  const MemberCollection& projects = uses_.window.ProjectMembers;
+  if (projects.Contains(strProject_)) return;
+  const auto found = std::find_if(projects.begin(), projects.end(), [&](const auto& project) {
+    return EqualsIgnoringCase(project->path, strProject_);
+  });
+  if (found != projects.end()) strProject_ = (*found)->path;
 }
 
 void MailTick::Get() {
@@ -114,9 +140,11 @@ void MailTick::Build() {
       At([&] { return uses_.compile.CompileProject(strProject_, request_.strBuildPath); });
   if (RequestSucceeded_) {
     text_.Succeed();
-  } else {
-    text_.Fail("Failed to create binary");
+    return;
   }
+  text_.Fail("Failed to create binary");
+  const std::string& problem = uses_.compile.LastProblem();
+  if (!problem.empty()) At([&] { uses_.log.WriteLog("Failed to create binary: " + problem); });
 }
 
 void MailTick::Answer() {

@@ -15,6 +15,7 @@
 #include "mail/mail_reply.h"
 #include "mail/mail_request.h"
 #include "mail/sender_list.h"
+#include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/mail.h"
 #include "scc/source_safe_session.h"
@@ -34,6 +35,7 @@ class MailTick {
     SourceSafeSession& session;
     LatestSource& latest;
     Compile& compile;
+    EventPump& events;
     const SenderList& senders;
     std::set<std::string>& refused;  ///< senders whose refusal has been logged
     std::function<bool()> stops;     ///< asked between two requests
@@ -51,11 +53,16 @@ class MailTick {
   /// Where the step that failed stands in this program.
   [[nodiscard]] unsigned Line() const { return line_; }
 
+  /// Whose request it was, on one line; empty when it was nobody's.
+  [[nodiscard]] const std::string& Sender() const { return sender_; }
+
  private:
   [[nodiscard]] bool IsRequest(const MailItem& mail);
   [[nodiscard]] bool IsWelcome(const MailItem& mail);
+  void NoteRefusal(const MailItem& mail, const std::string& reason);
   void Serve(MailItem& mail);
   [[nodiscard]] bool FindProject();
+  void UseLoadedPath();
   void Get();
   void Build();
   void Answer();
@@ -76,6 +83,7 @@ class MailTick {
   std::unique_ptr<OutgoingMail> reply_;
   MailRequest request_;
   MailReply text_;
+  std::string sender_;
   std::string strProject_;
   std::string strLocal_;
   bool RequestSucceeded_ = false;

@@ -7,15 +7,20 @@
 namespace gorbex {
 
 /// Who may ask for builds: addresses ("jane@example.com") and whole domains ("example.com"),
-/// separated by commas. An empty list lets everyone.
+/// separated by commas. An empty text lets
+/// everyone; one that names nobody lets nobody.
 class SenderList {
  public:
   explicit SenderList(std::string_view text);
+
+  /// Whether every entry is an address or a domain, and there is one.
+  [[nodiscard]] bool IsClear() const;
 
   /// Whether the list lets a sender ask; one whose address is not known never is on a list.
   [[nodiscard]] bool Allows(std::string_view address) const;
 
  private:
+  bool isOpen_;
   std::vector<std::string> entries_;
 };
 

@@ -43,6 +43,9 @@ class MailItem {
   /// "user@domain" as the mail claims it; empty when the system does not tell.
   [[nodiscard]] virtual std::string SenderAddress() const = 0;
 
+  /// The address that an answer goes to, or what stands for it; empty when nobody can be answered.
+  [[nodiscard]] virtual std::string ReplyAddress() const = 0;
+
   /// True for mails that a program sent by itself (notices of absence, bounces, lists), whose
   /// answer could come back for ever.
   [[nodiscard]] virtual bool IsAutomatic() const = 0;

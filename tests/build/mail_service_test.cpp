@@ -1,3 +1,4 @@
+#include "platform/code_page.h"
 #include "tests/build/build_fixture.h"
 
 namespace gorbex::test {
@@ -101,6 +102,8 @@ TEST_F(MailServiceTest, AnswersEverySituationInItsOwnWords) {
        "succesfull\r\n\r\n" + attached, "C:\\Drops\\Core.dll"},
       {"BUI,PRO " + base + ",", "Your Build failed.",
        "unsuccesfull\r\n\r\nReason : Failed to create binary\r\n\r\n" + attached, kResultLog},
+      {"GET,PRO " + LowerCase(core) + ",", "GorbexBuilder GET succeeded.",
+       "succesfull\r\n\r\n" + confirmed + "succeeded.\r\n\r\n", ""},
       {"GET, BUI,\r\nBUI,PRO " + core + ",", "GorbexBuilder GET succeeded.",
        "succesfull\r\n\r\n" + confirmed + "succeeded.\r\n\r\n", ""}};
   for (const auto& c : cases) {
@@ -162,14 +165,23 @@ TEST_F(MailServiceTest, LeavesAloneWhatIsNoRequest) {
       {.body = body, .isGone = true},
       {.body = body, .senderAddress = "anna@dev.example.evil.example"},
       {.body = body, .senderName = "Eve\r\nfake", .senderAddress = ""},
+      {.body = body, .senderName = "Nobody", .senderAddress = "", .replyAddress = ""},
+      {.body = body, .senderAddress = "ada@team.example", .replyAddress = "x@evil.example"},
       {.body = body, .senderName = "Bo", .senderAddress = "BO@team.example"}};
   const Journal first = Tick(mails);
   EXPECT_EQ(Only(first, {"log", "mail read"}),
             (Journal{"log Processing Email Request from Anna Berg", "mail read 1",
                      "log Email Request from anna@dev.example.evil.example left alone: not allowed",
                      "log Email Request from Eve  fake left alone: not allowed",
-                     "log Processing Email Request from Bo", "mail read 9"}));
+                     "log Email Request from Nobody left alone: there is nobody to answer",
+                     "log Email Request from ada@team.example left alone: not allowed",
+                     "log Processing Email Request from Bo", "mail read 11"}));
   EXPECT_EQ(mail.sent.size(), 2U);
+  Set("AllowedSenders", " , ");
+  EXPECT_TRUE(Only(Tick({{.body = body, .senderAddress = "x@y"}}), {"mail send"}).empty());
+  mail.received = mails;
+  Set("AllowedSenders", " anna@dev.example, @Team.Example ");
+  mail.received[0].isUnread = mail.received.back().isUnread = false;
   const Journal second = Tick(mail.received);
   EXPECT_TRUE(mail.sent.empty()) << "a read mail is never taken again";
   EXPECT_TRUE(Only(second, {"log"}).empty()) << "and nobody is refused twice in the log";
@@ -180,7 +192,7 @@ TEST_F(MailServiceTest, NeverLetsAPathBecomeMoreThanOneArgument) {
     SCOPED_TRACE(path);
     const Journal steps = Tick({{.body = "BUILD,PATH " + path + ",PRO " + core + ","}});
     EXPECT_TRUE(Only(steps, {"start"}).empty());
-    EXPECT_EQ(Only(steps, {"log"}).back().substr(0, 21), "log Not compiled: Bad");
+    EXPECT_EQ(Only(steps, {"log"}).back().substr(0, 32), "log Failed to create binary: Bad");
     EXPECT_NE(mail.sent.at(0).body.find("Reason : Failed to create binary"), std::string::npos);
     EXPECT_EQ(ServiceState(), "on ticking build: Idle");
   }

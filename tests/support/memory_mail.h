@@ -25,6 +25,7 @@ class MemoryMail : public Mail {
     std::string body{};
     std::string senderName = "Anna Berg";
     std::string senderAddress = "anna@dev.example";
+    std::string replyAddress = "anna@dev.example";
     bool isUnread = true;
     bool isAutomatic = false;
     bool isGone = false;  ///< vanished after the folder was opened
@@ -96,6 +97,7 @@ class MemoryMail : public Mail {
     }
     [[nodiscard]] std::string SenderName() const override { return then_.senderName; }
     [[nodiscard]] std::string SenderAddress() const override { return then_.senderAddress; }
+    [[nodiscard]] std::string ReplyAddress() const override { return then_.replyAddress; }
     [[nodiscard]] bool IsAutomatic() const override { return then_.isAutomatic; }
 
    private:

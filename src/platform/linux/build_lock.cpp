@@ -4,6 +4,9 @@
 #include <sys/file.h>
 
 #include <cerrno>
+#include <chrono>
+
+#include "platform/linux/end_signal.h"
 
 namespace gorbex {
 namespace {
@@ -18,7 +21,9 @@ BuildLock::BuildLock(const std::filesystem::path& prefixRoot, const std::functio
   if (file_.Number() < 0 || flock(file_.Number(), LOCK_EX | LOCK_NB) == 0) return;
   if (errno != EWOULDBLOCK) return;
   onWait();
-  while (flock(file_.Number(), LOCK_EX) != 0 && errno == EINTR) {
+  while (!EndSignal::Wanted() && flock(file_.Number(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK && errno != EINTR) return;
+    EndSignal::Wait(std::chrono::milliseconds(100));
   }
 }
 

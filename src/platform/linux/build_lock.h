@@ -12,7 +12,7 @@ namespace gorbex {
 class BuildLock {
  public:
   /// Waits while another program holds the lock, and calls `onWait` before it does. Without effect
-  /// where no lock can be made.
+  /// where no lock can be made, or when the program is told to end.
   BuildLock(const std::filesystem::path& prefixRoot, const std::function<void()>& onWait);
 
  private:

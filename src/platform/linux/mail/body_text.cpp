@@ -11,6 +11,7 @@ namespace gorbex {
 namespace {
 
 constexpr std::size_t kLongestText = std::size_t{16} << 20U;
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr int kDeepestPart = 32;
 constexpr int kMostParts = 1000;
 
@@ -43,6 +44,7 @@ class TextSearch {
     if (!isPlain && part.Type() != "text/html") return std::nullopt;
     auto bytes = part.Contents();
     bytes.resize(std::min(bytes.size(), kLongestText));
+    if (bytes.starts_with(kUtf8Mark)) bytes.erase(0, kUtf8Mark.size());
     auto text = part.CharacterSet().empty() ? FromAnyCharacterSet(bytes)
                                             : FromCharacterSet(bytes, part.CharacterSet());
     return Found{WithLineEnds(isPlain ? text : HtmlText(text)), isPlain};

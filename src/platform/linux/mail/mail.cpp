@@ -139,6 +139,7 @@ class LinuxMailItem : public MailItem {
   }
   [[nodiscard]] std::string SenderName() const override { return mail_.header.senderName; }
   [[nodiscard]] std::string SenderAddress() const override { return mail_.header.senderAddress; }
+  [[nodiscard]] std::string ReplyAddress() const override { return mail_.header.replyAddress; }
   [[nodiscard]] bool IsAutomatic() const override { return mail_.header.isAutomatic; }
 
   [[nodiscard]] const MailHeader& Header() const { return mail_.header; }

@@ -91,11 +91,13 @@ bool IsAutomatic(std::string_view header) {
   if (!submitted.empty() && submitted.substr(0, submitted.find_first_of("; (")) != "no")
     return true;
   const auto precedence = lower("Precedence");
-  if (precedence == "bulk" || precedence == "junk" || precedence == "list" ||
-      precedence == "auto_reply") {
-    return true;
+  for (const char* kind : {"bulk", "junk", "list", "auto_reply"}) {
+    if (precedence.substr(0, precedence.find_first_of("; (")) == kind) return true;
   }
-  return lower("Return-Path") == "<>" || FieldOf(header, "List-Id").has_value();
+  if (lower("From").find("mailer-daemon@") != std::string::npos) return true;
+  std::string path = lower("Return-Path");
+  std::erase(path, ' ');
+  return path == "<>" || FieldOf(header, "List-Id").has_value();
 }
 
 }  // namespace

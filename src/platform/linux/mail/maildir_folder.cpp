@@ -1,7 +1,11 @@
 #include "platform/linux/mail/maildir_folder.h"
 
+#include <fcntl.h>
+
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstdio>
 #include <fstream>
 #include <system_error>
 #include <tuple>
@@ -135,9 +139,15 @@ void MaildirFolder::Mark(const std::string& id, bool isRead) {
   const auto path = Locate(id);
   if (path.empty()) return;
   const MailFile file(path);
-  // Renaming is one step: whatever happens the mail is there, under one name or the other.
-  std::error_code error;
-  fs::rename(path, folder_ / "cur" / (id + ":2," + WithFlag(file.flags, 'S', isRead)), error);
+  const auto marked = folder_ / "cur" / (id + ":2," + WithFlag(file.flags, 'S', isRead));
+  if (marked == path) return;
+  // Renaming is one step: whatever happens the mail is there, under one name or the other. Another
+  // mail of that name stays what it is.
+  if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, marked.c_str(), RENAME_NOREPLACE) == 0) return;
+  std::error_code error(errno, std::generic_category());
+  if (error == std::errc::invalid_argument && !fs::exists(marked)) {
+    fs::rename(path, marked, error);  // a file system that knows no such condition
+  }
   if (!error || error == std::errc::no_such_file_or_directory) return;
   Raise(ErrorNumber::PathFileAccess, path, error.message());
 }

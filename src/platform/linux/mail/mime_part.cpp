@@ -58,7 +58,7 @@ void MimePart::ReadType(const std::string& value) {
     if (field->hasBoundary()) boundary_ = field->getBoundary();
     if (field->hasCharset()) characterSet_ = field->getCharset().getName();
   } catch (const std::exception&) {
-    type_ = "application/octet-stream";
+    type_ = "text/plain";  // what cannot be read says nothing of the contents
   }
 }
 

@@ -39,7 +39,21 @@ void SendToServer(const MailMessage& message, const MailServer& server, Patience
   });
   vmime::utility::inputStreamStringAdapter in(bytes);
   transport->send(Envelope(message.from), recipients, in, bytes.size());
-  transport->disconnect();
+  try {
+    transport->disconnect();
+  } catch (const vmime::exception&) {
+    // The server has taken the mail; how it takes its leave is its own affair.
+  }
+}
+
+// What a program says may be long, and may look like lines of a log.
+std::string Short(std::string words) {
+  constexpr std::size_t kMost = 300;
+  words.resize(std::min(words.size(), kMost));
+  words.resize(words.find_last_not_of(" \r\n") + 1);
+  std::replace_if(
+      words.begin(), words.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+  return words;
 }
 
 void SendWithProgram(const MailMessage& message, const SendmailProgram& program, Worker& worker,
@@ -60,12 +74,11 @@ void SendWithProgram(const MailMessage& message, const SendmailProgram& program,
   }
   const auto& result = std::get<ToolResult>(outcome);
   if (result.exitCode == 0) return;
-  const auto words = result.errorOutput.empty() ? result.output : result.errorOutput;
+  const auto words = Short(result.errorOutput.empty() ? result.output : result.errorOutput);
   throw RuntimeError::WithDescription(
       ErrorNumber::AutomationError,
       FromHost("The mail program '" + program.path + "' ended with status " +
-               std::to_string(result.exitCode) +
-               (words.empty() ? "" : ": " + words.substr(0, words.find_last_not_of("\r\n") + 1))));
+               std::to_string(result.exitCode) + (words.empty() ? "" : ": " + words)));
 }
 
 }  // namespace
