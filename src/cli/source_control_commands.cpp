@@ -43,6 +43,18 @@ void LogIn(Session& session, const Arguments& arguments) {
   }
 }
 
+// An end that the system wants ends the client's present step, once: what it does to leave nothing
+// half-done must not be ended too.
+void EndOnRequest(Session& session) {
+  Host& host = session.host();
+  host.ListenForEnd();
+  session.onIdle = [&host, isTold = false]() mutable {
+    if (isTold || !host.EndWanted()) return;
+    isTold = true;
+    throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
+  };
+}
+
 std::vector<std::string> Chosen(const Session& session, const Program& program,
                                 const Arguments& arguments) {
   std::vector<std::string> paths;
@@ -58,10 +70,12 @@ void Get(Frame& frame, const Arguments& arguments) {
   session.Open(arguments.file);
   LogIn(session, arguments);
   Program& program = session.program();
+  EndOnRequest(session);
   const auto picture = program.session.Database().Snapshot();
   if (program.window.ProjectMembers.Count() == 0) session.Warn("the build project has no projects");
   Json results = Json::array();
   for (const auto& path : Chosen(session, program, arguments)) {
+    if (session.host().EndWanted()) break;
     program.log.WriteLog("Getting Latest for " + path);
     const bool done = program.latest.GetLatestForProject(path);
     const std::string reason = done ? "" : program.window.stbStatus.Get();
@@ -85,6 +99,7 @@ void Changes(Frame& frame, const Arguments& arguments) {
         session.Warn(Plain(path) + ": not compared: " + Plain(reason));
         frame.status = ExitStatus::WorkFailed;
       });
+  EndOnRequest(session);
   program.changes.mnuToolsHighlight_Click();
   Json changed = Json::array();
   for (const auto& node : program.window.tvwProjects.Nodes()) {
@@ -110,11 +125,15 @@ void Label(Frame& frame, const Arguments& arguments) {
   const auto& members = program.window.ProjectMembers;
   std::string spec = InCodePage(arguments.spec);
   if (spec.empty() && members.Count() > 0) spec = (*members.begin())->VSSProject;
+  EndOnRequest(session);
   dialog.Display(spec);
   const bool done = form.hidden.Get();
   if (!done) frame.status = ExitStatus::WorkFailed;
-  if (frame.json)
+  if (frame.json) {
     frame.streams.out << Json{{"spec", JsonText(spec)}, {"done", done}}.dump() << '\n';
+  } else if (done) {
+    frame.streams.out << "labelled " << Plain(spec) << " as " << arguments.label << '\n';
+  }
 }
 
 using Work = void (*)(Frame&, const Arguments&);

@@ -65,3 +65,12 @@ holds 'StoreCore.vbp: not compared: $/Nowhere is not in the database'
 git -C "$drive" checkout -q Storefront/Core/mssccprj.scc
 expect 1 "$gorbex" label "$bpf" v1 -m again --spec '$/Storefront/Core' --ini "$drive/vss.ini" --no
 holds "Failed to label : fatal: tag 'v1' already exists(0)"
+
+# Told to end during a push, it ends the push and takes the label back.
+printf '#!/bin/sh\nsleep 60\n' >"$drive/.git/hooks/pre-push"
+chmod +x "$drive/.git/hooks/pre-push"
+begun=$SECONDS
+expect 1 timeout --preserve-status -s INT 1 "$gorbex" label "$bpf" v3 -m stopped --spec '$/Storefront/Core' --ini "$drive/vss.ini" --no
+holds "Ended on request"
+[ $((SECONDS - begun)) -lt 30 ] || fail "it waited for the push"
+[ -z "$(git -C "$drive" tag -l v3)" ] || fail "the label was left behind"

@@ -3,6 +3,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -63,19 +64,42 @@ std::string TakePassword() {
   return password;
 }
 
-// A line that the terminal does not show while it is typed.
-std::optional<std::string> ReadSecret() {
-  termios shown{};
-  const bool isTerminal = tcgetattr(STDIN_FILENO, &shown) == 0;
-  if (isTerminal) {
-    termios hidden = shown;
+constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+
+/// Hides what is typed at the terminal, and shows it again also when a signal ends the program.
+class HiddenTyping {
+ public:
+  HiddenTyping() : isTerminal_(tcgetattr(STDIN_FILENO, &shown_) == 0) {
+    if (!isTerminal_) return;
+    termios hidden = shown_;
     hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    for (const int signal : kEndingSignals) static_cast<void>(std::signal(signal, End));
     static_cast<void>(tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden));
   }
+  ~HiddenTyping() {
+    if (!isTerminal_) return;
+    static_cast<void>(tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown_));
+    for (const int signal : kEndingSignals) static_cast<void>(std::signal(signal, SIG_DFL));
+  }
+  HiddenTyping(const HiddenTyping&) = delete;
+  HiddenTyping& operator=(const HiddenTyping&) = delete;
+
+ private:
+  static void End(int signal) {
+    static_cast<void>(tcsetattr(STDIN_FILENO, TCSANOW, &shown_));
+    static_cast<void>(std::signal(signal, SIG_DFL));
+    static_cast<void>(std::raise(signal));
+  }
+
+  static inline termios shown_{};  // a signal handler reaches nothing else
+  bool isTerminal_;
+};
+
+// A line that the terminal does not show while it is typed.
+std::optional<std::string> ReadSecret() {
+  const HiddenTyping hidden;
   std::string line;
-  const bool isRead = static_cast<bool>(std::getline(std::cin, line));
-  if (isTerminal) static_cast<void>(tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown));
-  return isRead ? std::optional(line) : std::nullopt;
+  return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
 }
 
 bool OutputHasNoReader() {
