@@ -23,6 +23,9 @@ class BuildQueue {
   /// Numbers the rows.
   void RefreshQueue();
 
+  /// Adds a checked row for a project; false when the project is queued already.
+  bool Add(const std::string& path);
+
   /// Adds the tree's selected project when the dragged control is the tree; a project that is
   /// queued already is left alone.
   void lvwQueue_DragDrop(std::string_view sourceControl);
@@ -45,8 +48,6 @@ class BuildQueue {
  private:
   enum class Direction { Up, Down };
 
-  /// False when the project is queued already.
-  bool Add(const std::string& path);
   void Move(Procedure& on, Direction direction);
   void MarkAll(bool checked);
   [[nodiscard]] ListRow& SelectedRow() const;

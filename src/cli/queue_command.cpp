@@ -103,9 +103,7 @@ void Queue(Frame& frame, const Arguments& arguments) {
 }  // namespace
 
 void AddToQueue(Program& program, const std::string& path) {
-  TreeView& tree = program.window.tvwProjects;
-  tree.Select(&tree.Item(NodeKey(node_prefix::kProject, path)));
-  program.queue.lvwQueue_DragDrop("tvwProjects");
+  program.queue.Add(path);
 }
 
 void AddQueueCommand(CLI::App& app, Frame& frame) {
