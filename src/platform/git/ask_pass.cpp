@@ -1,18 +1,26 @@
 #include "platform/git/ask_pass.h"
 
 #include <algorithm>
+#include <charconv>
 #include <string_view>
 
 namespace gorbex {
 namespace {
 
-constexpr const char* kHosts = "GORBEX_ASKPASS_HOSTS";
+constexpr const char* kOrigins = "GORBEX_ASKPASS_ORIGINS";
 constexpr const char* kUser = "GORBEX_ASKPASS_USER";
 constexpr const char* kPassword = "GORBEX_ASKPASS_PASSWORD";
 
-bool Contains(std::string_view hosts, const std::string& host) {
-  return !host.empty() &&
-         (" " + std::string(hosts) + " ").find(" " + host + " ") != std::string::npos;
+bool Contains(std::string_view origins, const std::string& origin) {
+  return (" " + std::string(origins) + " ").find(" " + origin + " ") != std::string::npos;
+}
+
+// A server may lead from http to https, where a password is safer; never the other way round.
+bool IsMeant(std::string_view origins, const std::string& origin) {
+  constexpr std::string_view kSafe = "https://";
+  if (origin.empty()) return false;
+  return Contains(origins, origin) ||
+         (origin.starts_with(kSafe) && Contains(origins, "http://" + origin.substr(kSafe.size())));
 }
 
 // A URL in a text, quoted or not, from its "://" to its end.
@@ -21,6 +29,33 @@ std::string_view BehindScheme(std::string_view text) {
   if (start == std::string_view::npos) return {};
   text.remove_prefix(start + 3);
   return text.substr(0, text.find_first_of("'\" \t\r\n"));
+}
+
+std::string_view AuthorityIn(std::string_view text) {
+  const auto rest = BehindScheme(text);
+  return rest.substr(0, rest.find_first_of("/?#\\"));
+}
+
+std::string_view SchemeIn(std::string_view text) {
+  text = text.substr(0, text.find("://"));
+  return text.substr(text.find_last_of("'\" \t\r\n") + 1);
+}
+
+char LowerCaseLetter(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+// A part of a URL without its "%41".
+std::string Decoded(std::string_view text) {
+  std::string decoded;
+  while (!text.empty()) {
+    unsigned code = 0;
+    const bool isCode = text.size() > 2 && text.front() == '%' &&
+                        std::from_chars(&text[1], &text[1] + 2, code, 16).ptr == &text[1] + 2;
+    decoded += isCode ? static_cast<char>(code) : text.front();
+    text.remove_prefix(isCode ? 3 : 1);
+  }
+  return decoded;
 }
 
 // In "http://one/@two" the host is "one" to some readers and "two" to others.
@@ -32,31 +67,45 @@ bool IsAmbiguous(const std::string& question) {
 
 }  // namespace
 
-std::string HostInUrl(const std::string& text) {
-  auto authority = BehindScheme(text);
-  authority = authority.substr(0, authority.find_first_of("/?#\\"));
-  return std::string(authority.substr(authority.rfind('@') + 1));
+std::string OriginInUrl(const std::string& text) {
+  const auto authority = AuthorityIn(text);
+  const auto host = authority.substr(authority.rfind('@') + 1);
+  if (host.empty()) return {};
+  std::string origin(SchemeIn(text));
+  origin.append("://").append(host);
+  std::transform(origin.begin(), origin.end(), origin.begin(), LowerCaseLetter);
+  return origin;
+}
+
+bool OverridesLogin(const std::string& url, const GitLogin& login) {
+  const auto authority = AuthorityIn(url);
+  const auto end = authority.rfind('@');
+  if (login.IsEmpty() || end == std::string_view::npos) return false;
+  if (!OriginInUrl(url).starts_with("http")) return false;
+  const auto own = authority.substr(0, end);
+  if (own.find(':') != std::string_view::npos) return true;
+  return !login.user.empty() && Decoded(own) != login.user;
 }
 
 std::map<std::string, std::optional<std::string>> AskPassEnvironment(
-    const std::string& program, const GitLogin& login, const std::vector<std::string>& hosts) {
+    const std::string& program, const GitLogin& login, const std::vector<std::string>& origins) {
   std::string all;
-  for (const auto& host : hosts) all += (all.empty() ? "" : " ") + host;
+  for (const auto& origin : origins) all += (all.empty() ? "" : " ") + origin;
   return {
-      {"GIT_ASKPASS", program}, {kHosts, all}, {kUser, login.user}, {kPassword, login.password}};
+      {"GIT_ASKPASS", program}, {kOrigins, all}, {kUser, login.user}, {kPassword, login.password}};
 }
 
 std::optional<int> AnswerAskPass(
     int count, const char* const* values,
     const std::function<std::optional<std::string>(const char*)>& environment, std::ostream& out) {
-  const auto hosts = environment(kHosts);
-  if (!hosts || count != 2) return std::nullopt;
+  const auto origins = environment(kOrigins);
+  if (!origins || count != 2) return std::nullopt;
   const std::string question(values[1]);
   const bool asksUser = question.starts_with("Username for ");
   if (!asksUser && !question.starts_with("Password for ")) return std::nullopt;
   const auto answer = environment(asksUser ? kUser : kPassword);
   // A repository may name other hosts, which the password is not meant for.
-  const bool isMeant = !IsAmbiguous(question) && Contains(*hosts, HostInUrl(question));
+  const bool isMeant = !IsAmbiguous(question) && IsMeant(*origins, OriginInUrl(question));
   if (!isMeant || (asksUser && !answer)) return 1;
   out << answer.value_or("") << std::endl;
   return 0;

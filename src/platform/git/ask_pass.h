@@ -21,12 +21,16 @@ struct GitLogin {
   [[nodiscard]] bool IsEmpty() const { return user.empty() && password.empty(); }
 };
 
-/// The host (with its port) that a URL or one of git's questions names; empty when it names none.
-[[nodiscard]] std::string HostInUrl(const std::string& text);
+/// "scheme://host:port" in lower case, as a URL or one of git's questions names it; empty when it
+/// names none.
+[[nodiscard]] std::string OriginInUrl(const std::string& text);
 
-/// The variables that let the program answer for the login, at those hosts and no other.
+/// True when an http URL gives credentials of its own that git would take instead of the login.
+[[nodiscard]] bool OverridesLogin(const std::string& url, const GitLogin& login);
+
+/// The variables that let the program answer for the login, at those origins and no other.
 [[nodiscard]] std::map<std::string, std::optional<std::string>> AskPassEnvironment(
-    const std::string& program, const GitLogin& login, const std::vector<std::string>& hosts);
+    const std::string& program, const GitLogin& login, const std::vector<std::string>& origins);
 
 /// Answers git's question and gives the exit status; nothing when this is an ordinary start. To be
 /// called before anything else looks at the arguments.

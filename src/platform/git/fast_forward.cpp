@@ -1,13 +1,21 @@
 #include "platform/git/fast_forward.h"
 
+#include <utility>
 #include <vector>
 
 #include "platform/git/half_done.h"
+#include "platform/git/incoming.h"
 #include "platform/git/words.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
+
+// The key of a setting ends at the first "=", unless its value stands in a variable.
+std::vector<std::string> WithoutMergeOptions(const std::string& key) {
+  if (key.find('=') == std::string::npos) return {"-c", key + "="};
+  return {"--config-env=" + key + "=" + kNoMergeOptions};
+}
 
 // What the user's configuration may add would stash changes away or overwrite ignored files. A
 // merge into a branch without commits overwrites those whatever it is told, so there the branch is
@@ -17,15 +25,10 @@ std::vector<std::string> WayTo(const std::string& commit, const GitStatus& befor
     return {"checkout", "--quiet", "--no-overwrite-ignore", "--no-track", "-b", before.branch,
             commit,     "--"};
   }
-  return {"-c",
-          "branch." + before.branch + ".mergeOptions=",
-          "merge",
-          "--quiet",
-          "--ff-only",
-          "--no-squash",
-          "--no-autostash",
-          "--no-overwrite-ignore",
-          commit};
+  auto way = WithoutMergeOptions("branch." + before.branch + ".mergeOptions");
+  way.insert(way.end(), {"merge", "--quiet", "--ff-only", "--no-squash", "--no-autostash",
+                         "--no-overwrite-ignore", commit});
+  return way;
 }
 
 bool IsReached(const GitRunner& git, const std::string& commit) {
@@ -39,7 +42,9 @@ void FastForward(const GitRunner& git, const std::string& tip, const GitStatus& 
   const auto commit =
       Line(git.Run(GitCall::Question, {"rev-parse", "--verify", "--quiet", tip + "^{commit}"}));
   if (commit == before.commit) return;
-  const HalfDone halfDone(git, commit, before);
+  auto incoming = ReadIncoming(git, commit, before);
+  RequireFreeWay(incoming);
+  const HalfDone halfDone(git, commit, before, std::move(incoming.absent));
   try {
     git.Run(GitCall::Change, WayTo(commit, before));
   } catch (const RuntimeError& failure) {

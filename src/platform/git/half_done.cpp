@@ -39,19 +39,7 @@ PathSet SetOf(const std::string& answer) {
   return paths;
 }
 
-// All files that git does not follow, those it ignores too, which no status shows one by one.
-PathSet OtherFiles(const GitRunner& git) {
-  return SetOf(git.Run(GitCall::Question, {"ls-files", "--others", "-z"}));
-}
-
 }  // namespace
-
-HalfDone::HalfDone(const GitRunner& git, std::string commit, const GitStatus& before)
-    : git_(git), commit_(std::move(commit)), before_(before) {
-  absent_ = AddedFiles();
-  if (absent_.empty()) return;
-  for (const auto& path : OtherFiles(git_)) absent_.erase(path);
-}
 
 void HalfDone::TakeBack() const {
   const auto after = ReadStatus(git_);
@@ -60,15 +48,6 @@ void HalfDone::TakeBack() const {
   for (const auto& part : InParts(Touched(after))) {
     TakeBackOrSplit(part, after.missing, attempts);
   }
-}
-
-HalfDone::PathSet HalfDone::AddedFiles() const {
-  if (!before_.HasCommit()) {
-    return SetOf(git_.Run(GitCall::Question,
-                          {"ls-tree", "-r", "-z", "--name-only", "--full-tree", commit_}));
-  }
-  return SetOf(git_.Run(GitCall::Question, {"diff-tree", "-r", "-z", "--name-only", "--no-renames",
-                                            "--diff-filter=A", before_.commit, commit_}));
 }
 
 HalfDone::Paths HalfDone::Touched(const GitStatus& after) const {
@@ -99,26 +78,45 @@ void HalfDone::TakeBackOrSplit(const Paths& touched, const std::set<std::string>
   }
 }
 
+// The index goes back first: it then knows again the files that git removed. What neither it nor
+// the working tree knows has gone back already.
+HalfDone::Paths HalfDone::WithIndexBack(const Paths& touched) const {
+  git_.Run(GitCall::Change, WithPaths({"reset", "--quiet"}, touched));
+  const auto known = SetOf(
+      git_.Run(GitCall::Question, WithPaths({"ls-files", "--cached", "--others", "-z"}, touched)));
+  return {known.begin(), known.end()};
+}
+
 // A file is git's own work when it is gone, or holds what the commit holds: either way nothing is
 // lost with it. The index has to know a file before it can be compared, or removed.
 void HalfDone::TakeBackAll(const Paths& touched, const std::set<std::string>& missing) const {
-  git_.Run(GitCall::Change, WithPaths({"add", "--all", "--force"}, touched));
+  const auto left = WithIndexBack(touched);
+  if (left.empty()) return;
+  git_.Run(GitCall::Change, WithPaths({"add", "--all", "--force"}, left));
   const auto others = SetOf(git_.Run(
       GitCall::Question,
       WithPaths({"diff", "--cached", "--name-only", "-z", "--no-renames", "--no-ext-diff", commit_},
-                touched)));
+                left)));
   Paths users;
   Paths own;
-  for (const auto& path : touched) {
+  for (const auto& path : left) {
     (others.contains(path) && !missing.contains(path) ? users : own).push_back(path);
   }
   if (!users.empty()) git_.Run(GitCall::Change, WithPaths({"reset", "--quiet"}, users));
-  if (!own.empty()) git_.Run(GitCall::Change, WithPaths(WayBack(), own));
+  PutBack(own);
 }
 
-std::vector<std::string> HalfDone::WayBack() const {
-  if (before_.HasCommit()) return {"checkout", "--quiet", "--no-overlay", "HEAD"};
-  return {"rm", "--quiet", "--force"};
+// What was added goes first, so that a folder of it makes room for the file that stood there.
+void HalfDone::PutBack(const Paths& own) const {
+  Paths added;
+  Paths replaced;
+  for (const auto& path : own) {
+    const bool isAdded = !before_.HasCommit() || absent_.contains(path);
+    (isAdded ? added : replaced).push_back(path);
+  }
+  if (!added.empty()) git_.Run(GitCall::Change, WithPaths({"rm", "--quiet", "--force"}, added));
+  if (replaced.empty()) return;
+  git_.Run(GitCall::Change, WithPaths({"checkout", "--quiet", "--no-overlay", "HEAD"}, replaced));
 }
 
 }  // namespace gorbex

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "platform/git/incoming.h"
 #include "platform/git/runner.h"
 #include "platform/git/status.h"
 
@@ -13,8 +14,11 @@ namespace gorbex {
 /// What git leaves half-done in the working tree when it stops on its way to a commit.
 class HalfDone {
  public:
-  /// Looks at the working tree as it is before git sets out. Runner and status outlive this.
-  HalfDone(const GitRunner& git, std::string commit, const GitStatus& before);
+  /// The status is that before git sets out; absent are the files that the commit adds where
+  /// nothing stood then. Runner and status outlive this.
+  HalfDone(const GitRunner& git, std::string commit, const GitStatus& before,
+           Incoming::Paths absent)
+      : git_(git), commit_(std::move(commit)), before_(before), absent_(std::move(absent)) {}
 
   /// Brings back every file that git touched, and none that the user did. One that cannot be
   /// brought back, since a filter of git's fails for it, stays as git left it. Error with git's
@@ -23,19 +27,18 @@ class HalfDone {
 
  private:
   using Paths = std::vector<std::string>;
-  using PathSet = std::set<std::string, std::less<>>;
 
-  [[nodiscard]] PathSet AddedFiles() const;
   [[nodiscard]] Paths Touched(const GitStatus& after) const;
   void TakeBackOrSplit(const Paths& touched, const std::set<std::string>& missing,
                        int& attempts) const;
+  [[nodiscard]] Paths WithIndexBack(const Paths& touched) const;
   void TakeBackAll(const Paths& touched, const std::set<std::string>& missing) const;
-  [[nodiscard]] std::vector<std::string> WayBack() const;
+  void PutBack(const Paths& own) const;
 
   const GitRunner& git_;
   std::string commit_;
   const GitStatus& before_;
-  PathSet absent_;  ///< files that the commit adds, where nothing stood before
+  Incoming::Paths absent_;
 };
 
 }  // namespace gorbex

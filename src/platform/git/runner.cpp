@@ -55,13 +55,13 @@ constexpr std::array kTakenAway = {
     "LANGUAGE",
 };
 
-// Neither git nor the ssh it starts waits for somebody to answer: ssh's questions go to a program
-// that refuses them all.
+// Neither git nor the ssh it starts waits for somebody to answer: the user's own program for git's
+// questions is switched off, and ssh's go to a program that refuses them all.
 std::map<std::string, std::optional<std::string>> Environment() {
-  std::map<std::string, std::optional<std::string>> variables = {{"GIT_TERMINAL_PROMPT", "0"},
-                                                                 {"LC_ALL", "C"},
-                                                                 {"SSH_ASKPASS", "false"},
-                                                                 {"SSH_ASKPASS_REQUIRE", "force"}};
+  std::map<std::string, std::optional<std::string>> variables = {
+      {kNoMergeOptions, "--ff-only"}, {"GIT_ASKPASS", std::nullopt},
+      {"GIT_TERMINAL_PROMPT", "0"},   {"LC_ALL", "C"},
+      {"SSH_ASKPASS", "false"},       {"SSH_ASKPASS_REQUIRE", "force"}};
   for (const char* name : kTakenAway) variables[name] = std::nullopt;
   return variables;
 }
@@ -71,7 +71,7 @@ std::vector<std::string> Options(GitCall kind) {
   std::vector<std::string> options;
   if (kind == GitCall::Question) options.emplace_back("--no-optional-locks");
   options.insert(options.end(), {"-c", "core.quotePath=false", "-c", "core.fileMode=false", "-c",
-                                 "i18n.commitEncoding=UTF-8"});
+                                 "core.askPass=", "-c", "i18n.commitEncoding=UTF-8"});
   return options;
 }
 
@@ -96,9 +96,11 @@ bool IsInAnothersWay(const ToolResult& result) {
 void GitRunner::AddLogin(ToolCall& call) const {
   if (login_.password.empty()) {
     call.arguments.insert(call.arguments.end(), {"-c", "credential.username=" + login_.user});
-  } else if (!hosts_.empty()) {
+  } else if (!origins_.empty()) {
     call.arguments.insert(call.arguments.end(), {"-c", "credential.helper="});
-    call.environment.merge(AskPassEnvironment(askPassProgram_, login_, hosts_));
+    for (auto& [name, value] : AskPassEnvironment(askPassProgram_, login_, origins_)) {
+      call.environment[name] = value;
+    }
   }
 }
 

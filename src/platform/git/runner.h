@@ -16,6 +16,9 @@ enum class GitCall {
   Remote,    ///< asks the remote, with the login, which nothing else is shown
 };
 
+/// A variable that git is given, whose value stands for no further option of a merge.
+inline constexpr const char* kNoMergeOptions = "GORBEX_MERGE_OPTIONS";
+
 /// Runs git in one working tree with one login. Arguments and answers are UTF-8.
 class GitRunner {
  public:
@@ -25,8 +28,8 @@ class GitRunner {
         login_(std::move(login)),
         askPassProgram_(std::move(askPassProgram)) {}
 
-  /// The login is for these hosts; before this is said it is for none.
-  void UseLoginAt(std::vector<std::string> hosts) { hosts_ = std::move(hosts); }
+  /// The login is for these origins of URLs; before this is said it is for none.
+  void UseLoginAt(std::vector<std::string> origins) { origins_ = std::move(origins); }
 
   /// What git answers. Error with git's words when it fails. A git that finds another one at work
   /// in the same place is given a few more attempts, here and below.
@@ -45,7 +48,7 @@ class GitRunner {
   std::string folder_;
   GitLogin login_;
   std::string askPassProgram_;
-  std::vector<std::string> hosts_;
+  std::vector<std::string> origins_;
 };
 
 /// True when another git held the lock that one takes before it touches anything.

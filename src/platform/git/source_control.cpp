@@ -1,6 +1,7 @@
 #include "platform/git/source_control.h"
 
 #include <algorithm>
+#include <sstream>
 
 #include "platform/code_page.h"
 #include "platform/git/initialisation_file.h"
@@ -64,17 +65,29 @@ GitPlace PlaceOf(const GitRunner& git, const GitSettings& settings) {
 }
 
 // Only a remote that the repository knows: a URL could make git run any program.
-std::vector<std::string> HostsOf(const GitRunner& git, const std::string& remote) {
-  std::vector<std::string> hosts;
+std::vector<std::string> UrlsOf(const GitRunner& git, const std::string& remote) {
+  std::vector<std::string> urls;
   for (const char* which : {"--all", "--push"}) {
-    const auto urls =
-        git.Run(GitCall::Question, {"remote", "get-url", "--all", which, "--", remote});
-    for (std::size_t at = 0; at < urls.size(); at = urls.find('\n', at) + 1) {
-      const auto host = HostInUrl(urls.substr(at, urls.find('\n', at) - at));
-      if (!host.empty()) hosts.push_back(host);
-    }
+    std::istringstream lines(
+        git.Run(GitCall::Question, {"remote", "get-url", "--all", which, "--", remote}));
+    for (std::string url; std::getline(lines, url);) urls.push_back(Line(url));
   }
-  return hosts;
+  return urls;
+}
+
+// Where the login may be shown.
+std::vector<std::string> OriginsFor(const GitLogin& login, const std::vector<std::string>& urls) {
+  std::vector<std::string> origins;
+  for (const auto& url : urls) {
+    if (OverridesLogin(url, login)) {
+      Refuse(
+          "The URL of the remote holds a user or password of its own, which git takes instead "
+          "of the login typed; leave the login empty or take them out of the URL");
+    }
+    auto origin = OriginInUrl(url);
+    if (!origin.empty()) origins.push_back(std::move(origin));
+  }
+  return origins;
 }
 
 void RequireRemoteBranch(const GitRunner& git, const GitPlace& place) {
@@ -110,10 +123,11 @@ void GitSourceControl::Open(const std::string& iniPath, const std::string& user,
   const auto settings = RequireSettings(files_, iniPath);
   RequirePlain("user name", user);
   RequirePlain("password", password);
-  GitRunner git(tools_, settings.worktree, {ToUtf8(user), ToUtf8(password)}, askPassProgram_);
+  const GitLogin login{ToUtf8(user), ToUtf8(password)};
+  GitRunner git(tools_, settings.worktree, login, askPassProgram_);
   RequireTop(git, settings.worktree);
   const auto place = PlaceOf(git, settings);
-  git.UseLoginAt(HostsOf(git, place.remote));
+  git.UseLoginAt(OriginsFor(login, UrlsOf(git, place.remote)));
   RequireRemoteBranch(git, place);
   auto name = user.empty() ? UserOf(git) : user;
   tree_ = std::make_shared<GitWorkingTree>(std::move(git), files_, place);

@@ -64,7 +64,10 @@ std::string Essence(std::string_view text) {
     auto line = text.substr(0, text.find('\n'));
     text.remove_prefix(std::min(line.size() + 1, text.size()));
     line = line.substr(0, line.find_last_not_of(" \r") + 1);
-    if (line.empty() || line == "remote:" || line.starts_with("hint:")) continue;
+    if (line.empty() || line == "remote:" || line.starts_with("hint:") ||
+        line.starts_with("error: unable to read askpass response")) {
+      continue;
+    }
     kept.append(kept.empty() ? "" : "\n").append(line);
   }
   return kept;

@@ -34,6 +34,18 @@ bool IsOfModeAlone(std::string_view difference) {
   return oldMode.starts_with(":100") && newMode.starts_with("100") && oldHash == newHash;
 }
 
+// A name of that spelling comes first, then one that differs in letter case alone.
+bool IsLinkIn(const std::vector<FolderEntry>& entries, const std::string& name) {
+  const FolderEntry* similar = nullptr;
+  for (const auto& entry : entries) {
+    if (entry.name == name) return entry.isLink;
+    if (EqualsIgnoringCase(entry.name, name) && (similar == nullptr || entry.isLink)) {
+      similar = &entry;
+    }
+  }
+  return similar != nullptr && similar->isLink;
+}
+
 std::string Quoted(const std::string& text) {
   return "'" + text + "'";
 }
@@ -192,11 +204,46 @@ void GitWorkingTree::Checkout(const Entry& entry) {
   const auto local = LocalPath(entry.path);
   if (entry.isFolder) Refuse(Quoted(local) + " is a folder; only a file can be checked out");
   RequireKnown(entry);
+  RequireNoLink(entry);
   Update(entry.path);
+  RequireNoLink(entry);
   const auto info = files_.Look(local);
   if (!info) throw RuntimeError(ErrorNumber::FileNotFound, local);
   if ((info->attributes & file_attribute::kReadOnly) == 0) return;
   files_.SetAttributes(local, info->attributes & ~file_attribute::kReadOnly);
+}
+
+// What lies behind a link stands elsewhere: neither a write nor a commit is meant for it.
+void GitWorkingTree::RequireNoLink(const Entry& entry) const {
+  for (std::size_t start = 0; start <= entry.path.size();) {
+    const auto end = std::min(entry.path.find('/', start), entry.path.size());
+    const auto folder = LocalPath(entry.path.substr(0, start > 0 ? start - 1 : 0));
+    if (!FolderExists(files_, folder)) return;
+    if (IsLinkIn(files_.List(folder), entry.path.substr(start, end - start))) {
+      Refuse(Quoted(LocalPath(entry.path.substr(0, end))) +
+             " is a link; only a file that stands in the working copy itself can be checked out or "
+             "in");
+    }
+    start = end + 1;
+  }
+}
+
+// "MODE HASH STAGE<tab>PATH" of the index; empty for a path that it does not hold.
+std::string GitWorkingTree::Staged(const std::string& path) const {
+  return git_.Run(GitCall::Question, {"ls-files", "--stage", "-z", "--", LiteralPath(path)});
+}
+
+void GitWorkingTree::Stage(const std::string& path, const std::string& staged) const {
+  std::istringstream fields(staged);
+  std::string mode;
+  std::string hash;
+  std::vector<std::string> arguments = {"update-index"};
+  if (fields >> mode >> hash) {
+    arguments.insert(arguments.end(), {"--add", "--cacheinfo", mode, hash, path});
+  } else {
+    arguments.insert(arguments.end(), {"--force-remove", "--", path});
+  }
+  static_cast<void>(git_.Try(GitCall::Change, arguments));
 }
 
 // A push takes along every commit below it; the user's own are not ours to publish.
@@ -217,20 +264,23 @@ void GitWorkingTree::Checkin(const Entry& entry, const std::string& comment) {
   if (entry.isFolder) Refuse(Quoted(local) + " is a folder; only a file can be checked in");
   if (!FileExists(files_, local)) throw RuntimeError(ErrorNumber::FileNotFound, local);
   RequireKnown(entry);
+  RequireNoLink(entry);
   RequireNothingUnderWay(git_, files_, place_.folder);
   const auto path = ToUtf8(entry.path);
   const auto status = ReadStatus(git_, path);
   RequireBranch(status);
   if (status.changed.empty()) return;
   RequirePublished();
+  const auto staged = Staged(path);
   git_.Run(GitCall::Change, {"commit", "--quiet", "--only", "--allow-empty-message",
                              "--message=" + ArgumentOf(comment), "--", LiteralPath(path)});
   const auto made = Line(git_.Run(GitCall::Question, {"rev-parse", "--verify", "HEAD"}));
   try {
     Push(made, "refs/heads/" + place_.branch);
   } catch (...) {
-    static_cast<void>(git_.Try(
-        GitCall::Change, {"update-ref", "-m", "check-in taken back", "HEAD", status.commit, made}));
+    const auto back = git_.Try(
+        GitCall::Change, {"update-ref", "-m", "check-in taken back", "HEAD", status.commit, made});
+    if (back.exitCode == 0) Stage(path, staged);
     throw;
   }
   if (const auto picture = Held()) Read(*picture);

@@ -83,7 +83,10 @@ class GitWorkingTree {
   void Read(Picture& picture) const;
   void RequireKnown(const Entry& entry) const;
   void RequireBranch(const GitStatus& status) const;
+  void RequireNoLink(const Entry& entry) const;
   void RequirePublished() const;
+  [[nodiscard]] std::string Staged(const std::string& path) const;
+  void Stage(const std::string& path, const std::string& staged) const;
   void Update(const std::optional<std::string>& unchanged);
   void Push(const std::string& commit, const std::string& reference) const;
 

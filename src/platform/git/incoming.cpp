@@ -1,0 +1,75 @@
+#include "platform/git/incoming.h"
+
+#include "platform/git/words.h"
+#include "platform/runtime_error.h"
+
+namespace gorbex {
+namespace {
+
+struct Written {
+  Incoming::Paths added;
+  Incoming::Paths folders;  ///< on the way to any file
+};
+
+void AddFolders(Incoming::Paths& folders, std::string_view path) {
+  for (auto end = path.rfind('/'); end != std::string_view::npos; end = path.rfind('/')) {
+    path = path.substr(0, end);
+    if (!folders.emplace(path).second) return;
+  }
+}
+
+// The letter of each change, then its path.
+Written WrittenFrom(const GitRunner& git, const std::string& start, const std::string& commit) {
+  const auto answer = git.Run(
+      GitCall::Question, {"diff-tree", "-r", "-z", "--name-status", "--no-renames", start, commit});
+  const auto records = Records(answer);
+  Written written;
+  for (std::size_t i = 1; i < records.size(); i += 2) {
+    if (records[i - 1] == "A") written.added.emplace(records[i]);
+    AddFolders(written.folders, records[i]);
+  }
+  return written;
+}
+
+Written WrittenFromNothing(const GitRunner& git, const std::string& commit) {
+  const auto answer =
+      git.Run(GitCall::Question, {"ls-tree", "-r", "-z", "--name-only", "--full-tree", commit});
+  Written written;
+  for (const auto path : Records(answer)) {
+    written.added.emplace(path);
+    AddFolders(written.folders, path);
+  }
+  return written;
+}
+
+}  // namespace
+
+// What git follows it looks after itself.
+Incoming ReadIncoming(const GitRunner& git, const std::string& commit, const GitStatus& before) {
+  auto written = before.HasCommit() ? WrittenFrom(git, before.commit, commit)
+                                    : WrittenFromNothing(git, commit);
+  Incoming incoming{std::move(written.added)};
+  if (incoming.absent.empty() && written.folders.empty()) return incoming;
+  for (const auto& path : OtherFiles(git)) {
+    incoming.absent.erase(path);
+    if (written.folders.contains(path)) incoming.inTheWay.insert(path);
+  }
+  return incoming;
+}
+
+void RequireFreeWay(const Incoming& incoming) {
+  if (incoming.inTheWay.empty()) return;
+  throw RuntimeError::WithDescription(
+      ErrorNumber::AutomationError,
+      "'" + FromGit(*incoming.inTheWay.begin()) + "' in the working copy is a link or a file of " +
+          "your own where the database has a folder; move it away first");
+}
+
+Incoming::Paths OtherFiles(const GitRunner& git) {
+  const auto answer = git.Run(GitCall::Question, {"ls-files", "--others", "-z"});
+  Incoming::Paths paths;
+  for (const auto path : Records(answer)) paths.emplace(path);
+  return paths;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+
+#include "platform/git/runner.h"
+#include "platform/git/status.h"
+
+namespace gorbex {
+
+/// What the way to a commit writes in the working tree, as that is before git sets out.
+struct Incoming {
+  using Paths = std::set<std::string, std::less<>>;
+
+  Paths absent{};    ///< files that the commit adds, where nothing stands
+  Paths inTheWay{};  ///< files and links of the user's in place of a folder that files change in
+};
+
+[[nodiscard]] Incoming ReadIncoming(const GitRunner& git, const std::string& commit,
+                                    const GitStatus& before);
+
+/// Error that names what is in the way: git would replace it by the folder, unasked.
+void RequireFreeWay(const Incoming& incoming);
+
+/// All files that git does not follow, those it ignores too, which no status shows one by one.
+[[nodiscard]] Incoming::Paths OtherFiles(const GitRunner& git);
+
+}  // namespace gorbex
