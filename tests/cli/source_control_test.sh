@@ -67,10 +67,15 @@ expect 1 "$gorbex" label "$bpf" v1 -m again --spec '$/Storefront/Core' --ini "$d
 holds "Failed to label : fatal: tag 'v1' already exists(0)"
 
 # Told to end during a push, it ends the push and takes the label back.
-printf '#!/bin/sh\nsleep 60\n' >"$drive/.git/hooks/pre-push"
+printf '#!/bin/sh\ntouch "%s/pushing"\nsleep 60\n' "$scratch" >"$drive/.git/hooks/pre-push"
 chmod +x "$drive/.git/hooks/pre-push"
-begun=$SECONDS
-expect 1 timeout --preserve-status -s INT 1 "$gorbex" label "$bpf" v3 -m stopped --spec '$/Storefront/Core' --ini "$drive/vss.ini" --no
+"$gorbex" label "$bpf" v3 -m stopped --spec '$/Storefront/Core' --ini "$drive/vss.ini" --no >"$scratch/out" 2>"$scratch/err" &
+for ((wait = 0; wait < 300; wait++)); do [ -e "$scratch/pushing" ] && break || sleep 0.1; done
+[ -e "$scratch/pushing" ] || fail "the push never began"
+begun=$SECONDS status=0
+kill -TERM $!
+wait $! || status=$?
+[ "$status" = 1 ] || fail "told to end it ended with $status"
 holds "Ended on request"
 [ $((SECONDS - begun)) -lt 30 ] || fail "it waited for the push"
 [ -z "$(git -C "$drive" tag -l v3)" ] || fail "the label was left behind"
