@@ -34,7 +34,7 @@ if(UNIX)
   gorbex_install_compressed(CHANGELOG.md changelog ${CMAKE_INSTALL_DATADIR}/doc/gorbexbuilder)
   gorbex_install_compressed(packaging/linux/gorbex.1 gorbex.1 ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES packaging/linux/gorbexbuilder-mail.service
-    DESTINATION ${CMAKE_INSTALL_PREFIX}/lib/systemd/user)
+    DESTINATION lib/systemd/user)
 endif()
 
 if(TARGET gorbexbuilder)
