@@ -14,7 +14,7 @@
 namespace gorbex::cli {
 namespace {
 
-struct Arguments {
+struct BuildArguments {
   std::string file;
   std::vector<std::string> projects;
   bool all = false;
@@ -47,7 +47,7 @@ void RequireBuildFolder(const Program& program) {
   throw Failure(ExitStatus::Unusable, Plain(folder) + ": no such build folder");
 }
 
-void Override(Session& session, const Arguments& arguments) {
+void Override(Session& session, const BuildArguments& arguments) {
   Program& program = session.program();
   clsOptions& options = program.options;
   if (arguments.get) options.GetLatest = true;
@@ -72,7 +72,7 @@ void Override(Session& session, const Arguments& arguments) {
 }
 
 // Named projects are built whether they are queued and marked or not.
-void MarkForBuild(Session& session, const Arguments& arguments) {
+void MarkForBuild(Session& session, const BuildArguments& arguments) {
   frmBuilder& window = session.program().window;
   if (arguments.all) window.menu.mnuQueueMarkAll.Execute();
   if (arguments.projects.empty()) return;
@@ -120,7 +120,7 @@ Json RunJson(const RunRecord& record, const std::string& script) {
           {"script", JsonText(script)}};
 }
 
-void WriteReports(Session& session, const Arguments& arguments, const RunRecord& record) {
+void WriteReports(Session& session, const BuildArguments& arguments, const RunRecord& record) {
   Program& program = session.program();
   try {
     if (!arguments.script.empty()) program.script.Save(session.ProgramPath(arguments.script));
@@ -141,7 +141,7 @@ ExitStatus StatusOf(const RunRecord& record) {
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
-void Build(Frame& frame, const Arguments& arguments) {
+void Build(Frame& frame, const BuildArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
   Override(session, arguments);
@@ -172,7 +172,7 @@ void Build(Frame& frame, const Arguments& arguments) {
 void AddBuildCommand(CLI::App& app, Frame& frame) {
   CLI::App& command =
       AddJsonCommand(app, frame, "build", "Build the checked projects of the queue");
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<BuildArguments>();
   command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
   auto* projects = command.add_option("PROJECT.vbp", arguments->projects,
                                       "Build these projects instead of the checked ones");

@@ -11,7 +11,7 @@
 namespace gorbex::cli {
 namespace {
 
-struct Arguments {
+struct InitArguments {
   std::string source;
   std::string output;
   std::string buildFolder;
@@ -33,7 +33,7 @@ void ConvertLineEnds(FileSystem& files, const std::string& path) {
   }
 }
 
-void ReadAll(Session& session, const Arguments& arguments) {
+void ReadAll(Session& session, const InitArguments& arguments) {
   Program& program = session.program();
   const auto projects = FindProjects(program.platform.files, session.ProgramPath(arguments.source));
   if (projects.empty())
@@ -79,7 +79,7 @@ void Report(const Frame& frame, Session& session, const std::string& output) {
                     << '\n';
 }
 
-void Init(Frame& frame, const Arguments& arguments) {
+void Init(Frame& frame, const InitArguments& arguments) {
   Session session(frame);
   Program& program = session.program();
   const std::string output = session.ProgramPath(arguments.output);
@@ -116,7 +116,7 @@ void AddInitCommand(CLI::App& app, Frame& frame) {
   CLI::App& command =
       AddJsonCommand(app, frame, "init",
                      "Make a build project file of all projects of a .vbg group or below a folder");
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<InitArguments>();
   command.add_option("SOURCE", arguments->source, "Group file (.vbg) or folder")->required();
   command.add_option("-o,--output", arguments->output, "The build project file to make")
       ->required();

@@ -13,7 +13,7 @@
 namespace gorbex::cli {
 namespace {
 
-struct Arguments {
+struct QueueArguments {
   std::string file;
   std::vector<std::string> words;
   bool save = false;
@@ -87,7 +87,7 @@ void Execute(Session& session, const std::vector<std::string>& words) {
   requireUse();
 }
 
-void Queue(Frame& frame, const Arguments& arguments) {
+void Queue(Frame& frame, const QueueArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
   Execute(session, arguments.words);
@@ -108,7 +108,7 @@ void AddToQueue(Program& program, const std::string& path) {
 
 void AddQueueCommand(CLI::App& app, Frame& frame) {
   CLI::App& command = AddJsonCommand(app, frame, "queue", "Show and change the build queue");
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<QueueArguments>();
   command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
   command.add_option("COMMAND", arguments->words,
                      "add P.vbp..., arrange, up P.vbp, down P.vbp, remove P.vbp, mark P.vbp..., "

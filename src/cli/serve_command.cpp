@@ -10,13 +10,13 @@ namespace {
 
 constexpr std::int32_t kLongestInterval = 60;
 
-struct Arguments {
+struct ServeArguments {
   std::optional<std::string> file;
   bool once = false;
   std::int32_t interval = 0;  ///< seconds; 0 for the stored setting
 };
 
-void SetInterval(Program& program, const Arguments& arguments) {
+void SetInterval(Program& program, const ServeArguments& arguments) {
   std::int32_t& interval = program.options.Interval;
   if (arguments.interval > 0) interval = arguments.interval;
   interval = std::min(interval, kLongestInterval);
@@ -43,7 +43,7 @@ void Tick(Session& session) {
   throw Failure(ExitStatus::WorkFailed, "the service switched itself off after an error");
 }
 
-void Serve(Frame& frame, const Arguments& arguments) {
+void Serve(Frame& frame, const ServeArguments& arguments) {
   Session session(frame);
   Program& program = session.program();
   if (!arguments.file) {
@@ -72,7 +72,7 @@ void Serve(Frame& frame, const Arguments& arguments) {
 
 void AddServeCommand(CLI::App& app, Frame& frame) {
   CLI::App& command = *app.add_subcommand("serve", "Build on request by mail, until told to end");
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<ServeArguments>();
   command.add_option("FILE.bpf", arguments->file, "The build project whose projects are served");
   command.add_flag("--once", arguments->once, "Look for requests once, then end");
   command.add_option("--interval", arguments->interval, "Seconds between two looks, at most 60")

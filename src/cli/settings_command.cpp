@@ -14,7 +14,7 @@
 namespace gorbex::cli {
 namespace {
 
-struct Arguments {
+struct SettingsArguments {
   std::string name;
   std::string value;
 };
@@ -127,7 +127,7 @@ void ShowOrChangeMail(Frame& frame, Program& program, std::string_view name,
   }
 }
 
-void Settings(Frame& frame, const Arguments& arguments, bool hasValue) {
+void Settings(Frame& frame, const SettingsArguments& arguments, bool hasValue) {
   Session session(frame);
   Program& program = session.program();
   clsOptions& options = program.options;
@@ -149,7 +149,7 @@ void Settings(Frame& frame, const Arguments& arguments, bool hasValue) {
 
 void AddSettingsCommand(CLI::App& app, Frame& frame) {
   CLI::App& command = AddJsonCommand(app, frame, "settings", "Show or change the stored settings");
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<SettingsArguments>();
   command.add_option("NAME", arguments->name, "One setting");
   auto* value = command.add_option("VALUE", arguments->value, "Its new value");
   command.callback([&frame, arguments, value] { Settings(frame, *arguments, value->count() > 0); });

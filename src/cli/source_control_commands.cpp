@@ -12,7 +12,7 @@ namespace gorbex::cli {
 namespace {
 
 /// What all source-control commands are told.
-struct Arguments {
+struct SourceControlCommandsArguments {
   std::string file;
   std::vector<std::string> projects;
   std::string ini;
@@ -30,7 +30,7 @@ std::string InCodePage(const std::string& utf8) {
 }
 
 // Failure when the database does not open: no command can do its work then.
-void LogIn(Session& session, const Arguments& arguments) {
+void LogIn(Session& session, const SourceControlCommandsArguments& arguments) {
   Program& program = session.program();
   if (!arguments.ini.empty()) program.window.IniPath = session.ProgramPath(arguments.ini);
   if (arguments.user) program.window.UserName = InCodePage(*arguments.user);
@@ -56,7 +56,7 @@ void EndOnRequest(Session& session) {
 }
 
 std::vector<std::string> Chosen(const Session& session, const Program& program,
-                                const Arguments& arguments) {
+                                const SourceControlCommandsArguments& arguments) {
   std::vector<std::string> paths;
   paths.reserve(program.window.ProjectMembers.Count());
   for (const auto& typed : arguments.projects) paths.push_back(session.LoadedProject(typed));
@@ -65,7 +65,7 @@ std::vector<std::string> Chosen(const Session& session, const Program& program,
   return paths;
 }
 
-void Get(Frame& frame, const Arguments& arguments) {
+void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
   LogIn(session, arguments);
@@ -89,7 +89,7 @@ void Get(Frame& frame, const Arguments& arguments) {
   if (frame.json) frame.streams.out << results.dump() << '\n';
 }
 
-void Changes(Frame& frame, const Arguments& arguments) {
+void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
   LogIn(session, arguments);
@@ -110,7 +110,7 @@ void Changes(Frame& frame, const Arguments& arguments) {
   if (frame.json) frame.streams.out << changed.dump() << '\n';
 }
 
-void Label(Frame& frame, const Arguments& arguments) {
+void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
   if (arguments.label.empty() || arguments.comment.empty()) {
     throw Failure(ExitStatus::Unusable, "a label needs a text and a comment");
   }
@@ -136,10 +136,10 @@ void Label(Frame& frame, const Arguments& arguments) {
   }
 }
 
-using Work = void (*)(Frame&, const Arguments&);
+using Work = void (*)(Frame&, const SourceControlCommandsArguments&);
 
 CLI::App& Add(CLI::App& app, Frame& frame, const char* name, const char* description,
-              const std::shared_ptr<Arguments>& arguments, Work work) {
+              const std::shared_ptr<SourceControlCommandsArguments>& arguments, Work work) {
   CLI::App& command = AddJsonCommand(app, frame, name, description);
   command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
   command.add_option("--ini", arguments->ini,
@@ -155,12 +155,12 @@ CLI::App& Add(CLI::App& app, Frame& frame, const char* name, const char* descrip
 }  // namespace
 
 void AddSourceControlCommands(CLI::App& app, Frame& frame) {
-  auto get = std::make_shared<Arguments>();
+  auto get = std::make_shared<SourceControlCommandsArguments>();
   Add(app, frame, "get", "Get the latest sources of projects", get, Get)
       .add_option("PROJECT.vbp", get->projects, "Only these projects");
   Add(app, frame, "changes", "Name the projects whose sources differ from the database",
-      std::make_shared<Arguments>(), Changes);
-  auto label = std::make_shared<Arguments>();
+      std::make_shared<SourceControlCommandsArguments>(), Changes);
+  auto label = std::make_shared<SourceControlCommandsArguments>();
   CLI::App& command = Add(app, frame, "label", "Label a project in the database", label, Label);
   command.add_option("LABEL", label->label, "The label's text")->required();
   command.add_option("-m,--comment", label->comment, "The label's comment")->required();

@@ -10,14 +10,14 @@
 namespace gorbex::cli {
 namespace {
 
-struct Arguments {
+struct ValueArguments {
   std::string file;
   std::string key;
   std::string value;
 };
 
 // The readers of values pass over files they cannot open, so that is told here, before.
-bool HasKey(Session& session, const Arguments& arguments, const std::string& path,
+bool HasKey(Session& session, const ValueArguments& arguments, const std::string& path,
             const std::string& key) {
   try {
     return FindProjectValue(session.program().platform.files.Read(path), key).has_value();
@@ -26,13 +26,13 @@ bool HasKey(Session& session, const Arguments& arguments, const std::string& pat
   }
 }
 
-std::string KeyOf(const Arguments& arguments) {
+std::string KeyOf(const ValueArguments& arguments) {
   const auto key = FromUtf8(arguments.key);
   if (key && !key->empty()) return *key;
   throw Failure(ExitStatus::Unusable, "the key is empty or holds a character no key can hold");
 }
 
-void Get(Frame& frame, const Arguments& arguments) {
+void Get(Frame& frame, const ValueArguments& arguments) {
   Session session(frame);
   const std::string path = session.ProgramPath(arguments.file);
   const std::string key = KeyOf(arguments);
@@ -50,7 +50,7 @@ void Get(Frame& frame, const Arguments& arguments) {
   }
 }
 
-void Set(Frame& frame, const Arguments& arguments) {
+void Set(Frame& frame, const ValueArguments& arguments) {
   Session session(frame);
   const std::string path = session.ProgramPath(arguments.file);
   const auto value = FromUtf8(arguments.value);
@@ -78,7 +78,7 @@ void Set(Frame& frame, const Arguments& arguments) {
 void AddValueCommand(CLI::App& app, Frame& frame) {
   CLI::App& command = *app.add_subcommand("value", "Read or replace one value of a project file");
   command.require_subcommand(1);
-  auto arguments = std::make_shared<Arguments>();
+  auto arguments = std::make_shared<ValueArguments>();
   CLI::App& get = AddJsonCommand(command, frame, "get", "Print the value of a key");
   CLI::App& set = AddJsonCommand(command, frame, "set", "Replace the value of a key");
   for (CLI::App* each : {&get, &set}) {
