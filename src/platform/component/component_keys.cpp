@@ -58,6 +58,7 @@ void WriteClass(KeyWriter& to, const ComponentKeys& keys, const ComponentKeys::C
   to.Set(server, keys.path);
   if (keys.inProcess) to.Set(server, "Apartment", "ThreadingModel");
   to.Set(key + "\\ProgID", programName);
+  to.Set(key + "\\Programmable", "");
   to.Set(key + "\\TypeLib", keys.library);
   to.Set(key + "\\VERSION", keys.version);
   to.Set(programName, programName);
@@ -87,6 +88,16 @@ ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path) {
     keys.classes.push_back(entry);
   }
   return keys;
+}
+
+std::vector<std::string> OwnKeysOf(const ComponentKeys& keys) {
+  std::vector<std::string> own = {"TypeLib\\" + keys.library + "\\" + keys.version};
+  for (const auto& each : keys.classes) {
+    own.push_back("CLSID\\" + each.clsid);
+    own.push_back(keys.name + "." + each.name);
+    if (!each.iid.empty()) own.push_back("Interface\\" + each.iid);
+  }
+  return own;
 }
 
 bool WriteComponentKeys(Registry& registry, const ComponentKeys& keys) {

@@ -32,6 +32,10 @@ struct ComponentKeys {
 /// The keys of a component whose type library stands in the file with that path.
 [[nodiscard]] ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path);
 
+/// The keys below HKEY_CLASSES_ROOT that hold nothing but the component. The library's topmost key
+/// is none of them: it may hold other versions.
+[[nodiscard]] std::vector<std::string> OwnKeysOf(const ComponentKeys& keys);
+
 /// Makes the library, its interfaces and its classes known to the machine, as the component's own
 /// registration would. True when every value could be written.
 [[nodiscard]] bool WriteComponentKeys(Registry& registry, const ComponentKeys& keys);

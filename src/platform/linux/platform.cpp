@@ -10,6 +10,7 @@
 #include "platform/linux/registrar.h"
 #include "platform/linux/registry.h"
 #include "platform/linux/tool.h"
+#include "platform/linux/wine.h"
 
 namespace gorbex {
 namespace {
@@ -19,13 +20,24 @@ constexpr const char* kProgramFolder = "C:\\Program Files\\GorbexBuilder";
 }  // namespace
 
 struct LinuxPlatform::Parts {
-  explicit Parts(const std::filesystem::path& root) : prefix(root) {}
+  explicit Parts(const std::filesystem::path& root) : prefix(root) { LookAtRegistry(false); }
+
+  // A native program may have run others under Wine.
+  void LookAtRegistry(bool isBehind) {
+    if (isBehind || IsWineRunning(prefix)) {
+      registry.RecheckWine();
+    } else {
+      registry.Recheck();
+    }
+  }
 
   Prefix prefix;
   LinuxFileSystem files{prefix};
-  LinuxRegistry registry{prefix.Root()};
+  LinuxRegistry registry{prefix.Root(),
+                         [this](const std::string& key) { return ExportWineKey(prefix, key); }};
   Registrar registrar{files, registry};
-  LinuxProcessLauncher processes{prefix, kProgramFolder, [this] { registry.Recheck(); },
+  LinuxProcessLauncher processes{prefix, kProgramFolder,
+                                 [this](bool underWine) { LookAtRegistry(underWine); },
                                  [this](std::string_view arguments) {
                                    return static_cast<std::uint32_t>(registrar.Run(arguments));
                                  }};

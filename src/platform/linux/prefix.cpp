@@ -185,7 +185,9 @@ void Prefix::LayOut() const {
 
 bool Prefix::IsWine() const {
   std::error_code error;
-  return fs::is_regular_file(root_ / "system.reg", error);
+  // Wine writes its registry some seconds after it has made a prefix, this file at once.
+  return fs::is_regular_file(root_ / "system.reg", error) ||
+         fs::is_regular_file(root_ / ".update-timestamp", error);
 }
 
 std::string Prefix::StartOf(const ParsedPath& path) const {

@@ -12,6 +12,7 @@
 #include "platform/command_line.h"
 #include "platform/linux/child_process.h"
 #include "platform/linux/host_file.h"
+#include "platform/linux/wine.h"
 
 namespace gorbex {
 namespace {
@@ -54,7 +55,7 @@ RuntimeError NotFound(const std::string& description) {
 }  // namespace
 
 LinuxProcessLauncher::LinuxProcessLauncher(const Prefix& prefix, std::string programFolder,
-                                           std::function<void()> onEnded, RegSvr32 regSvr32)
+                                           OnEnded onEnded, RegSvr32 regSvr32)
     : prefix_(prefix),
       programFolder_(std::move(programFolder)),
       onEnded_(std::move(onEnded)),
@@ -78,8 +79,7 @@ std::vector<std::string> LinuxProcessLauncher::Arguments(const Program& program,
                                                          std::string_view arguments) const {
   std::vector<std::string> all = {program.hostPath};
   if (IsWindowsProgram(program.hostPath)) {
-    auto wine = FindOnHost("wine");
-    if (!wine) wine = FindOnHost("wine64");
+    const auto wine = FindWine();
     const auto& name = program.windowsPath.empty() ? program.hostPath : program.windowsPath;
     if (!wine) throw NotFound("File not found: 'wine', which is needed to run '" + name + "'");
     // Wine knows the drives of its own prefix alone.
@@ -110,7 +110,9 @@ StartResult LinuxProcessLauncher::Start(const std::string& commandLine) {
   if (!found || !program) return RuntimeError(ErrorNumber::FileNotFound, ProgramText(text));
   try {
     const ChildStart start{Arguments(*program, found->arguments), ChildEnvironment()};
-    return std::make_unique<ChildProcess>(start, onEnded_);
+    const bool underWine = start.arguments.front() != program->hostPath;
+    return std::make_unique<ChildProcess>(start,
+                                          [ended = onEnded_, underWine] { ended(underWine); });
   } catch (const std::system_error& error) {
     const RuntimeError refused(ErrorNumber::InvalidCall, found->program);
     return RuntimeError::WithDescription(

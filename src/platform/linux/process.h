@@ -19,9 +19,11 @@ class LinuxProcessLauncher : public ProcessLauncher {
   /// Runs the registration tool's arguments and gives its exit code.
   using RegSvr32 = std::function<std::uint32_t(std::string_view arguments)>;
 
-  /// The call is made once for every child whose end was seen.
-  LinuxProcessLauncher(const Prefix& prefix, std::string programFolder,
-                       std::function<void()> onEnded, RegSvr32 regSvr32 = {});
+  /// Told once of every child whose end was seen.
+  using OnEnded = std::function<void(bool underWine)>;
+
+  LinuxProcessLauncher(const Prefix& prefix, std::string programFolder, OnEnded onEnded,
+                       RegSvr32 regSvr32 = {});
 
   [[nodiscard]] StartResult Start(const std::string& commandLine) override;
 
@@ -39,7 +41,7 @@ class LinuxProcessLauncher : public ProcessLauncher {
 
   const Prefix& prefix_;
   std::string programFolder_;
-  std::function<void()> onEnded_;
+  OnEnded onEnded_;
   RegSvr32 regSvr32_;
 };
 

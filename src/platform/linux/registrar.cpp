@@ -57,12 +57,7 @@ Registrar::Outcome Registrar::Unregister(const std::string& componentFile) {
   if (!library) return Outcome::NoEntryPoint;
   const ComponentKeys keys = KeysOf(*library, componentFile);
   if (!HasPlainNames(keys)) return Outcome::Failed;
-  std::vector<std::string> doomed = {"TypeLib\\" + keys.library + "\\" + keys.version};
-  for (const auto& each : keys.classes) {
-    doomed.push_back("CLSID\\" + each.clsid);
-    doomed.push_back(keys.name + "." + each.name);
-    if (!each.iid.empty()) doomed.push_back("Interface\\" + each.iid);
-  }
+  const auto doomed = OwnKeysOf(keys);
   bool done = std::all_of(doomed.begin(), doomed.end(), [&](const std::string& key) {
     return registry_.RemoveKey(RegistryRoot::ClassesRoot, key);
   });

@@ -11,6 +11,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/code_page.h"
 #include "platform/linux/host_file.h"
 #include "platform/linux/registry_text.h"
 
@@ -28,6 +29,7 @@ constexpr std::string_view kMachine = "HKEY_LOCAL_MACHINE";
 constexpr std::string_view kUser = "HKEY_CURRENT_USER";
 constexpr std::string_view kUsers = "HKEY_USERS";
 constexpr std::string_view kClasses = "Software\\Classes";
+constexpr std::string_view kClasses32 = "Software\\Classes\\Wow6432Node";
 
 std::string Join(std::string_view above, std::string_view below) {
   return std::string(above).append("\\").append(below);
@@ -71,7 +73,8 @@ std::unique_ptr<Descriptor> LockFile(const std::string& path) {
 
 }  // namespace
 
-LinuxRegistry::LinuxRegistry(const std::filesystem::path& prefixRoot) {
+LinuxRegistry::LinuxRegistry(const std::filesystem::path& prefixRoot, LiveKey live)
+    : live_(std::move(live)) {
   machine_.path = (prefixRoot / "system.reg").native();
   user_.path = (prefixRoot / "user.reg").native();
   own_.path = (prefixRoot / "gorbexbuilder.reg").native();
@@ -107,6 +110,12 @@ void LinuxRegistry::Recheck() {
   lastCheck_.reset();
 }
 
+void LinuxRegistry::RecheckWine() {
+  Recheck();
+  mayLag_ = true;
+  asked_.clear();
+}
+
 void LinuxRegistry::Refresh() const {
   const auto now = steady_clock::now();
   if (lastCheck_ && now - *lastCheck_ < kCheckInterval) return;
@@ -116,6 +125,7 @@ void LinuxRegistry::Refresh() const {
     if (!file->HasChanged()) continue;
     file->Load();
     isStale = true;
+    if (file == &machine_) asked_.clear();  // the file has taken the place of what Wine told
   }
   if (isStale) FindTops();
 }
@@ -128,6 +138,7 @@ void LinuxRegistry::FindTops() const {
   machineTops_.push_back(&machine_.top);
   AddTop(usersTops_, own_.top, kUsers);
   for (const auto* top : userTops_) AddTop(classesTops_, *top, kClasses);
+  for (const auto* top : machineTops_) AddTop(classesTops_, *top, kClasses32);
   for (const auto* top : machineTops_) AddTop(classesTops_, *top, kClasses);
 }
 
@@ -149,13 +160,37 @@ const LinuxRegistry::Tops& LinuxRegistry::TopsOf(RegistryRoot root) const {
   return kNone;
 }
 
+void LinuxRegistry::AskWine(std::string_view classesKey) const {
+  const auto part = std::string(classesKey.substr(0, classesKey.find('\\')));
+  if (!mayLag_ || !live_ || part.empty() || !asked_.insert(LowerCase(part)).second) return;
+  for (const auto classes : {kClasses, kClasses32}) {
+    if (machine_.top.Find(classes) == nullptr) continue;
+    const auto path = Join(classes, part);
+    const auto text = live_(Join(kMachine, path));
+    if (!text) continue;
+    RegistryKey told;
+    ReadRegistryExport(*text, told);
+    machine_.top.Remove(path);
+    auto key = told.Take(Join(kMachine, path));
+    if (key) machine_.top.Make(classes)->subKeys.insert_or_assign(part, std::move(key));
+  }
+  FindTops();
+}
+
+const LinuxRegistry::Tops& LinuxRegistry::FreshTops(RegistryRoot root,
+                                                    std::string_view subKey) const {
+  const auto& tops = TopsOf(root);
+  if (root == RegistryRoot::ClassesRoot) AskWine(subKey);
+  return tops;
+}
+
 bool LinuxRegistry::HasKey(RegistryRoot root, std::string_view subKey) const {
-  return FindIn(TopsOf(root), subKey) != nullptr;
+  return FindIn(FreshTops(root, subKey), subKey) != nullptr;
 }
 
 std::optional<RegistryValue> LinuxRegistry::Value(RegistryRoot root, std::string_view subKey,
                                                   std::string_view name) const {
-  for (const auto* top : TopsOf(root)) {
+  for (const auto* top : FreshTops(root, subKey)) {
     const auto* key = top->Find(subKey);
     if (key == nullptr) continue;
     const auto found = key->values.find(name);

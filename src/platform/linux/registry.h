@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "platform/linux/registry_key.h"
@@ -14,12 +16,25 @@ namespace gorbex {
 /// The registry of a prefix. Wine's system.reg and user.reg are only ever read; what the program
 /// writes stands in gorbexbuilder.reg beside them and wins over both. All three are read again when
 /// they change, which is looked for every few milliseconds at most.
+///
+/// Wine keeps its registry in memory and writes the files half a minute later or when its last
+/// program has ended for some seconds. So after a program under Wine ended, what it may have
+/// registered is asked of Wine itself: one part of the classes (such as "TypeLib") at a time, when
+/// it is first wanted. The user's own classes, which components hardly ever use, wait for the file.
+///
+/// As to a 32-bit program on 64-bit Windows, classes registered by 32-bit programs come first.
 class LinuxRegistry : public Registry {
  public:
-  explicit LinuxRegistry(const std::filesystem::path& prefixRoot);
+  /// The export of a key of the machine; see ExportWineKey().
+  using LiveKey = std::function<std::optional<std::string>(const std::string& key)>;
+
+  explicit LinuxRegistry(const std::filesystem::path& prefixRoot, LiveKey live = {});
 
   /// The next query looks whether the files changed. For when a child process ended.
   void Recheck();
+
+  /// As Recheck(), when the child ran under Wine or Wine's files may be behind for other reasons.
+  void RecheckWine();
 
   [[nodiscard]] bool HasKey(RegistryRoot root, std::string_view subKey) const override;
   [[nodiscard]] std::optional<RegistryValue> Value(RegistryRoot root, std::string_view subKey,
@@ -63,8 +78,10 @@ class LinuxRegistry : public Registry {
   using Tops = std::vector<const RegistryKey*>;
 
   void Refresh() const;
+  void AskWine(std::string_view classesKey) const;
   void FindTops() const;
   [[nodiscard]] const Tops& TopsOf(RegistryRoot root) const;
+  [[nodiscard]] const Tops& FreshTops(RegistryRoot root, std::string_view subKey) const;
   [[nodiscard]] std::optional<std::string> OwnPath(RegistryRoot root,
                                                    std::string_view subKey) const;
   bool Change(const std::function<bool(RegistryKey& own)>& change);
@@ -78,6 +95,9 @@ class LinuxRegistry : public Registry {
   mutable Tops machineTops_;
   mutable Tops usersTops_;
   mutable std::optional<std::chrono::steady_clock::time_point> lastCheck_;
+  LiveKey live_;
+  bool mayLag_ = false;                  ///< Wine's files may be older than its registry
+  mutable std::set<std::string> asked_;  ///< parts of the classes that do not lag
 };
 
 }  // namespace gorbex

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "platform/code_page.h"
 
@@ -71,19 +72,20 @@ RegistryKey* RegistryKey::Make(std::string_view path) {
   return key;
 }
 
-bool RegistryKey::Remove(std::string_view path) {
+std::unique_ptr<RegistryKey> RegistryKey::Take(std::string_view path) {
   RegistryKey* above = this;
   auto name = TakeName(path);
   for (auto next = TakeName(path); !next.empty(); next = TakeName(path)) {
     const auto found = above->subKeys.find(name);
-    if (found == above->subKeys.end()) return false;
+    if (found == above->subKeys.end()) return nullptr;
     above = found->second.get();
     name = next;
   }
   const auto found = above->subKeys.find(name);
-  if (found == above->subKeys.end()) return false;
+  if (found == above->subKeys.end()) return nullptr;
+  auto key = std::move(found->second);
   above->subKeys.erase(found);
-  return true;
+  return key;
 }
 
 }  // namespace gorbex

@@ -37,7 +37,10 @@ class RegistryKey {
   RegistryKey* Make(std::string_view path);
 
   /// Removes the key of a path with everything below it; false when there is none.
-  bool Remove(std::string_view path);
+  bool Remove(std::string_view path) { return Take(path) != nullptr; }
+
+  /// Removes a key and hands it over with everything below it; null when there is none.
+  std::unique_ptr<RegistryKey> Take(std::string_view path);
 };
 
 }  // namespace gorbex

@@ -14,6 +14,7 @@ namespace gorbex {
 namespace {
 
 constexpr std::string_view kHeader = "WINE REGISTRY Version 2";
+constexpr std::string_view kExportHeader = "Windows Registry Editor Version 5.00";
 
 bool IsText(RegistryType type) {
   return type == RegistryType::Text || type == RegistryType::ExpandText ||
@@ -111,7 +112,11 @@ std::optional<std::string> TakeUpTo(std::string_view& text, char end) {
 /// Goes once over a file's text, line by line.
 class Reader {
  public:
-  Reader(std::string_view text, RegistryKey& top) : rest_(text), top_(top) {}
+  /// Names of keys have no escapes in an export.
+  enum class Keys { Escaped, Plain };
+
+  Reader(std::string_view text, Keys keys, RegistryKey& top)
+      : rest_(text), keys_(keys), top_(top) {}
 
   std::size_t Run() {
     while (!rest_.empty()) {
@@ -140,14 +145,20 @@ class Reader {
       case ';':
         return true;
       default:
-        return line.starts_with(kHeader);
+        return line.starts_with(keys_ == Keys::Plain ? kExportHeader : kHeader);
     }
   }
 
   bool ReadKey(std::string_view line) {
-    const auto path = TakeUpTo(line, ']');
+    const auto path = keys_ == Keys::Plain ? PlainPath(line) : TakeUpTo(line, ']');
     key_ = path ? top_.Make(*path) : nullptr;
     return key_ != nullptr;
+  }
+
+  static std::optional<std::string> PlainPath(std::string_view line) {
+    const auto end = line.rfind(']');
+    if (end == std::string_view::npos) return std::nullopt;
+    return std::string(line.substr(0, end));
   }
 
   bool ReadValue(std::string_view line) {
@@ -207,6 +218,7 @@ class Reader {
   }
 
   std::string_view rest_;
+  Keys keys_;
   RegistryKey& top_;
   RegistryKey* key_ = nullptr;
   std::size_t senselessLines_ = 0;
@@ -294,7 +306,14 @@ void AppendKey(std::string& text, const std::string& path, const RegistryKey& ke
 }  // namespace
 
 std::size_t ReadRegistryText(std::string_view text, RegistryKey& into) {
-  return Reader(text, into).Run();
+  return Reader(text, Reader::Keys::Escaped, into).Run();
+}
+
+std::size_t ReadRegistryExport(std::string_view utf16, RegistryKey& into) {
+  constexpr std::string_view kByteOrderMark = "\xFF\xFE";
+  if (utf16.starts_with(kByteOrderMark)) utf16.remove_prefix(kByteOrderMark.size());
+  const auto text = FromUtf16(utf16);
+  return Reader(text, Reader::Keys::Plain, into).Run();
 }
 
 std::string WriteRegistryText(const RegistryKey& top) {

@@ -13,6 +13,10 @@ namespace gorbex {
 /// none.
 std::size_t ReadRegistryText(std::string_view text, RegistryKey& into);
 
+/// The same for a registration file in UTF-16, as the system's registry editor exports it: its keys
+/// begin with the names of their roots.
+std::size_t ReadRegistryExport(std::string_view utf16, RegistryKey& into);
+
 /// All keys below the given one in the same format, in a fixed order.
 [[nodiscard]] std::string WriteRegistryText(const RegistryKey& top);
 

@@ -37,7 +37,7 @@ TEST(LinuxProcesses, RunWindowsProgramsUnderWine) {
   EXPECT_EQ(bench.ErrorOf("C:\\win /make"),
             "53 File not found: 'wine', which is needed to run 'C:\\win.exe'");
   fs::copy_file(DUMP_ARGUMENTS, bench.folder.Path() / "wine");
-  bench.folder.Put("system.reg", "");
+  bench.folder.Put(".update-timestamp", "");
   // The stand-in for Wine takes the Windows program's path for the name of its output file.
   const CurrentFolder inside(bench.folder.Path());
   EXPECT_EQ(CodeOf(bench.launcher, "C:\\old.com 6 \"x y\""), 6U);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <optional>
+
 #include "system_bench.h"
 #include "tests/platform/registry_text_value.h"
 
@@ -53,6 +56,50 @@ TEST(LinuxRegistries, SeeEachOthersWritesAndWines) {
   fs::remove(bench.folder.Path() / "user.reg");
   other.Recheck();
   EXPECT_FALSE(other.HasKey(Root::CurrentUser, "W"));
+}
+
+// As the registry editor writes it.
+std::string Export(const std::string& text) {
+  std::string utf16 = "\xFF\xFE";
+  for (const char letter : "Windows Registry Editor Version 5.00\r\n\r\n" + text) {
+    if (letter != '\0') utf16.append(1, letter).append(1, '\0');
+  }
+  return utf16;
+}
+
+TEST(LinuxRegistries, AskWineWhatItsFilesDoNotHaveYet) {
+  RegistryOnSystem bench;
+  std::string asked;
+  std::map<std::string, std::optional<std::string>> live;
+  LinuxRegistry registry(bench.folder.Path(), [&](const std::string& key) {
+    asked += key.substr(key.find("Classes")) + ";";
+    return live[key];
+  });
+  const std::string classes = "HKEY_LOCAL_MACHINE\\Software\\Classes\\";
+  bench.folder.Put("system.reg",
+                   "[Software\\\\Classes\\\\TypeLib\\\\Old]\n@=\"old\"\n"
+                   "[Software\\\\Classes\\\\Wow6432Node\\\\Interface\\\\I]\n@=\"narrow\"\n"
+                   "[Software\\\\Classes\\\\Interface\\\\I]\n@=\"wide\"\n");
+  live[classes + "TypeLib"] = Export(
+      "[" + classes + "TypeLib\\x\\New]\r\n@=\"C:\\\\a \\\"b\\\"\"\r\n\"n\"=dword:00000001\r\n");
+  live[classes + "Wow6432Node\\TypeLib"] = "";
+  const auto text = [&](const std::string& key) {
+    return TextOf(registry, Root::ClassesRoot, key, "");
+  };
+  EXPECT_EQ(text("TypeLib\\Old"), "old");
+  EXPECT_EQ(text("Interface\\I"), "narrow");
+  EXPECT_EQ(asked, "");
+  registry.RecheckWine();
+  EXPECT_EQ(text("TypeLib\\X\\new"), "C:\\a \"b\"");
+  EXPECT_FALSE(registry.HasKey(Root::ClassesRoot, "TypeLib\\Old"));
+  EXPECT_EQ(asked, "Classes\\TypeLib;Classes\\Wow6432Node\\TypeLib;");
+  // What Wine does not tell stays as the files have it; newer files win.
+  EXPECT_EQ(text("Interface\\I"), "narrow");
+  live.clear();
+  bench.folder.Put("system.reg", "[Software\\\\Classes\\\\TypeLib\\\\Newest]\n@=\"newest\"\n");
+  registry.Recheck();
+  EXPECT_EQ(text("TypeLib\\Newest"), "newest");
+  EXPECT_FALSE(registry.HasKey(Root::ClassesRoot, "TypeLib\\x\\New"));
 }
 
 TEST(LinuxRegistries, LoseNothingOfADamagedFile) {

@@ -34,7 +34,7 @@ struct RegistryOnSystem {
 struct ProcessesOnSystem : FilesOnSystem {
   std::string programFolder = "C:\\Program Files\\GorbexBuilder";
   int ended = 0;
-  LinuxProcessLauncher launcher{prefix, programFolder, [this] { ++ended; }};
+  LinuxProcessLauncher launcher{prefix, programFolder, [this](bool) { ++ended; }};
   std::string tool = prefix.WindowsPath(DUMP_ARGUMENTS);
   std::string out = (folder.Path() / "dump").native();
 
