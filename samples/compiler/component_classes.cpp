@@ -10,7 +10,7 @@ OfferedClass ReadOffer(const ProjectItem& item, std::string_view source) {
   const auto creatable = HeaderAttribute(source, "VB_Creatable");
   return {HeaderAttribute(source, "VB_Name").value_or(item.name),
           item.kind == ProjectItem::Kind::UserControl,
-          !creatable || !EqualsIgnoringCase(*creatable, "False")};
+          !creatable || !EqualsIgnoringCase(*creatable, "False"), ReadDeclarations(source)};
 }
 
 bool IsName(std::string_view text) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "compiler/declarations.h"
 #include "compiler/project.h"
 
 namespace gorbex::standin {
@@ -12,6 +13,7 @@ struct OfferedClass {
   std::string name;
   bool isControl = false;
   bool isCreatable = true;
+  Declarations declarations{};
 };
 
 /// What the source file of an item offers. The name is the source's own; a source without one has

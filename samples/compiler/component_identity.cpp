@@ -21,13 +21,34 @@ std::uint32_t ClassFlags(const OfferedClass& offered) {
          (offered.isControl ? type_flag::kControl : 0);
 }
 
+// A name can stand for one type alone.
+void AddEnums(TypeLibrary& library, const OfferedClass& offered) {
+  for (const auto& declared : offered.declarations.enums) {
+    const bool isTaken = std::any_of(
+        library.types.begin(), library.types.end(),
+        [&](const TypeInfo& type) { return EqualsIgnoringCase(type.name, declared.name); });
+    if (isTaken || declared.name.empty()) continue;
+    if (EqualsIgnoringCase(library.name, declared.name)) continue;
+    library.types.push_back({TypeKind::Enum, "", declared.name, 0, std::nullopt});
+  }
+}
+
+std::string AllGuids(const TypeLibrary& library) {
+  std::string guids = library.guid;
+  for (const auto& type : library.types) guids += type.guid;
+  return guids;
+}
+
 class IdentityRules {
  public:
-  IdentityRules(const Project& project, const std::optional<TypeLibrary>& kept)
+  IdentityRules(const Project& project, const std::optional<TypeLibrary>& kept,
+                const NewIdentities& identities)
       : project_(project.name),
         isCompatible_(project.compatibleMode == "1" || project.compatibleMode == "2"),
         keepsInterfaces_(project.compatibleMode == "2"),
-        kept_(isCompatible_ && kept && !kept->guid.empty() ? &*kept : nullptr) {}
+        kept_(isCompatible_ && kept && !kept->guid.empty() ? &*kept : nullptr),
+        old_(kept ? AllGuids(*kept) : std::string()),
+        identities_(identities) {}
 
   [[nodiscard]] const TypeLibrary* Kept() const { return kept_; }
 
@@ -52,7 +73,7 @@ class IdentityRules {
  private:
   [[nodiscard]] std::string FirstOrNew(const std::string& name) const {
     const bool isFirst = isCompatible_ && kept_ == nullptr;
-    return isFirst ? FirstIdentity(name) : BracedText(RandomUuid());
+    return isFirst ? FirstIdentity(name) : identities_.Next(name, old_);
   }
 
   [[nodiscard]] const TypeInfo* KeptClass(std::string_view name) const {
@@ -69,13 +90,16 @@ class IdentityRules {
   bool isCompatible_;
   bool keepsInterfaces_;
   const TypeLibrary* kept_;
+  std::string old_;
+  const NewIdentities& identities_;
 };
 
 }  // namespace
 
 TypeLibrary ComponentLibrary(const Project& project, const std::vector<OfferedClass>& classes,
-                             const std::optional<TypeLibrary>& kept) {
-  const IdentityRules rules(project, kept);
+                             const std::optional<TypeLibrary>& kept,
+                             const NewIdentities& identities) {
+  const IdentityRules rules(project, kept, identities);
   const bool isControl = project.type == ProjectType::Control;
   TypeLibrary library;
   library.guid = rules.Library();
@@ -92,6 +116,7 @@ TypeLibrary ComponentLibrary(const Project& project, const std::vector<OfferedCl
     library.types.push_back(
         {TypeKind::Coclass, rules.Class(name), name, ClassFlags(offered), interface});
   }
+  for (const auto& offered : classes) AddEnums(library, offered);
   return library;
 }
 

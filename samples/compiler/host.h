@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "compiler/component_image.h"
 #include "platform/services.h"
 
 namespace gorbex::standin {
@@ -19,6 +20,9 @@ class Host {
   /// Valid as long as this object and the pump.
   [[nodiscard]] PlatformServices Services(EventPump& events);
   [[nodiscard]] std::string CurrentFolder() const;
+
+  /// What a built file of that kind is, before it gets its resources.
+  [[nodiscard]] static std::string Image(ImageKind kind);
 
   /// The compiler's own file.
   [[nodiscard]] std::string Program() const;

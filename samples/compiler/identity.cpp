@@ -11,12 +11,22 @@ namespace {
 
 constexpr Uuid kProjectNames = {0x8D, 0xE7, 0x39, 0x36, 0xBB, 0x4D, 0x47, 0x0E,
                                 0x90, 0x13, 0x2A, 0x16, 0x1C, 0xC7, 0x4D, 0x0D};
+constexpr Uuid kSeeds = {0x3B, 0x8E, 0x1A, 0x52, 0x6F, 0x0C, 0x4D, 0x9A,
+                         0xA1, 0x77, 0x5E, 0x24, 0xC3, 0x90, 0x18, 0xE6};
 constexpr std::string_view kPattern = "{00000000-0000-0000-0000-000000000000}";
 constexpr std::string_view kDigits = "0123456789ABCDEF";
 
 void Stamp(Uuid& uuid, unsigned version) {
   uuid[6] = static_cast<std::uint8_t>((uuid[6] & 0x0FU) | version << 4);
   uuid[8] = static_cast<std::uint8_t>((uuid[8] & 0x3FU) | 0x80U);
+}
+
+Uuid RandomUuid() {
+  std::random_device source;
+  Uuid uuid{};
+  for (auto& byte : uuid) byte = static_cast<std::uint8_t>(source());
+  Stamp(uuid, 4);
+  return uuid;
 }
 
 }  // namespace
@@ -28,14 +38,6 @@ Uuid NameBasedUuid(const Uuid& space, std::string_view name) {
   Uuid uuid{};
   std::copy_n(digest.begin(), uuid.size(), uuid.begin());
   Stamp(uuid, 5);
-  return uuid;
-}
-
-Uuid RandomUuid() {
-  std::random_device source;
-  Uuid uuid{};
-  for (auto& byte : uuid) byte = static_cast<std::uint8_t>(source());
-  Stamp(uuid, 4);
   return uuid;
 }
 
@@ -65,6 +67,12 @@ std::optional<Uuid> ParsedUuid(std::string_view text) {
     ++digit;
   }
   return uuid;
+}
+
+std::string NewIdentities::Next(std::string_view name, std::string_view old) const {
+  if (seed_.empty()) return BracedText(RandomUuid());
+  const auto space = NameBasedUuid(kSeeds, seed_);
+  return BracedText(NameBasedUuid(space, std::string(old) + ToUtf8(LowerCase(name))));
 }
 
 std::string FirstIdentity(std::string_view name) {

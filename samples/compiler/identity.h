@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace gorbex::standin {
 
@@ -13,7 +14,19 @@ using Uuid = std::array<std::uint8_t, 16>;  ///< in the order it is written
 /// A version 5 UUID: the same for the same name, everywhere.
 [[nodiscard]] Uuid NameBasedUuid(const Uuid& space, std::string_view name);
 
-[[nodiscard]] Uuid RandomUuid();
+/// Gives identities that nothing had before.
+class NewIdentities {
+ public:
+  /// With a seed they depend on it and on what they are asked for alone, so that a build can be
+  /// repeated; without one they are random.
+  explicit NewIdentities(std::string seed = {}) : seed_(std::move(seed)) {}
+
+  /// In braces, for something whose old identities the text tells; empty when it had none.
+  [[nodiscard]] std::string Next(std::string_view name, std::string_view old) const;
+
+ private:
+  std::string seed_;
+};
 
 /// In braces and capital letters, as the registry writes it.
 [[nodiscard]] std::string BracedText(const Uuid& uuid);

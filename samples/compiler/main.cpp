@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <stdexcept>
@@ -28,12 +29,19 @@ class NoEvents : public EventPump {
   void DoEvents() override {}
 };
 
+// With the variable set, equal builds give equal files also where identities are new.
+Foundation FoundationOf() {
+  const char* const seed = std::getenv("STANDIN_COMPILER_SEED");
+  return {Host::Image(ImageKind::Program), Host::Image(ImageKind::Library),
+          NewIdentities(seed != nullptr ? seed : "")};
+}
+
 int RunMake(Host& host, PlatformServices services, const CommandLine& line) {
   const auto folder = host.CurrentFolder();
   const auto outputFolder =
       line.outputFolder.empty() ? std::string() : Absolute(line.outputFolder, folder);
-  const auto result =
-      Make(services.files, services.registry, Absolute(line.project, folder), outputFolder);
+  const auto result = Make(services.files, services.registry, Absolute(line.project, folder),
+                           outputFolder, FoundationOf());
   AppendResult(services.files, Absolute(line.resultLog, folder), result.lines);
   return result.built ? kDone : kFailed;
 }

@@ -4,13 +4,17 @@
 #include <charconv>
 #include <cstdint>
 #include <optional>
+#include <set>
+#include <string_view>
 #include <utility>
 #include <variant>
 
 #include "compiler/block_check.h"
 #include "compiler/component_classes.h"
 #include "compiler/component_identity.h"
-#include "compiler/component_image.h"
+#include "compiler/declarations.h"
+#include "compiler/image_resources.h"
+#include "compiler/library_members.h"
 #include "compiler/project.h"
 #include "compiler/references.h"
 #include "compiler/registration.h"
@@ -37,10 +41,11 @@ std::uint16_t VersionNumber(const std::string& text) {
 class Build {
  public:
   Build(FileSystem& files, Registry& registry, const Project& project,
-        const std::string& outputFolder)
+        const std::string& outputFolder, const Foundation& foundation)
       : files_(files),
         registry_(registry),
         project_(project),
+        foundation_(foundation),
         folder_(
             Absolute(outputFolder.empty() ? project.outputFolder : outputFolder, project.folder)),
         output_(Absolute(project.exeName, folder_)) {}
@@ -53,7 +58,9 @@ class Build {
       if (!item.IsSource()) continue;
       const auto path = Absolute(item.value, project_.folder);
       if (auto fault = CheckCode(path)) return fault;
-      if (!IsComponent(project_.type) || item.kind == ProjectItem::Kind::Source) continue;
+      if (!IsComponent(project_.type)) continue;
+      if (item.kind == ProjectItem::Kind::Source) AddEnums(ReadDeclarations(files_.Read(path)));
+      if (item.kind == ProjectItem::Kind::Source) continue;
       if (auto fault = TakeClass(item, path)) return fault;
     }
     return Produce();
@@ -93,6 +100,7 @@ class Build {
         std::any_of(classes_.begin(), classes_.end(), bearsName)) {
       return Unloadable(path, "Name conflicts with existing module or project");
     }
+    AddEnums(offered.declarations);
     classes_.push_back(std::move(offered));
     return std::nullopt;
   }
@@ -102,15 +110,34 @@ class Build {
       return BuildFault(RuntimeError(ErrorNumber::PathNotFound, folder_).Description());
     }
     if (!IsComponent(project_.type)) {
-      files_.Write(output_, ComponentImage(ImageKind::Program, {VersionResource(Version())}));
+      files_.Write(output_, WithResources(foundation_.programImage, {VersionResource(Version())}));
       return std::nullopt;
     }
     if (!IsName(project_.name)) return BuildFault("'" + project_.name + "' is no project name");
-    const auto library = ComponentLibrary(project_, classes_, KeptLibrary());
-    const Resource resource{"TYPELIB", 0, 1, 0, TypeLibraryImage(library)};
-    files_.Write(output_, ComponentImage(IsInProcess() ? ImageKind::Library : ImageKind::Program,
-                                         {resource, VersionResource(Version())}));
+    const auto library =
+        ComponentLibrary(project_, classes_, KeptLibrary(), foundation_.identities);
+    AddEnumsOfReferences();
+    const auto members = MembersOf(classes_, library, [this](std::string_view name) {
+      return enums_.contains(LowerCase(name));
+    });
+    const Resource resource{"TYPELIB", 0, 1, 0, TypeLibraryImage(library, members)};
+    const auto& image = IsInProcess() ? foundation_.libraryImage : foundation_.programImage;
+    files_.Write(output_, WithResources(image, {resource, VersionResource(Version())}));
     return Register(library);
+  }
+
+  void AddEnums(const Declarations& declarations) {
+    for (const auto& each : declarations.enums) enums_.insert(LowerCase(each.name));
+  }
+
+  void AddEnumsOfReferences() {
+    for (const auto& item : project_.items) {
+      const auto library = item.IsSource() ? std::nullopt : LibraryOf(files_, registry_, item);
+      if (!library) continue;
+      for (const auto& type : library->types) {
+        if (type.kind == TypeKind::Enum) enums_.insert(LowerCase(type.name));
+      }
+    }
   }
 
   [[nodiscard]] bool IsInProcess() const {
@@ -145,9 +172,11 @@ class Build {
   FileSystem& files_;
   Registry& registry_;
   const Project& project_;
+  const Foundation& foundation_;
   std::string folder_;
   std::string output_;
   std::vector<OfferedClass> classes_;
+  std::set<std::string> enums_;  ///< that types may name, in small letters
 };
 
 std::optional<Fault> Attempt(Build build) {
@@ -169,11 +198,11 @@ std::variant<Project, Fault> TryLoad(const FileReader& files, const std::string&
 }  // namespace
 
 MakeResult Make(FileSystem& files, Registry& registry, const std::string& project,
-                const std::string& outputFolder) {
+                const std::string& outputFolder, const Foundation& foundation) {
   const auto loaded = TryLoad(files, project);
   if (const auto* fault = std::get_if<Fault>(&loaded)) return {false, {fault->text}};
   const auto& found = std::get<Project>(loaded);
-  const auto fault = Attempt(Build(files, registry, found, outputFolder));
+  const auto fault = Attempt(Build(files, registry, found, outputFolder, foundation));
   if (!fault) return {true, {Succeeded(found.exeName)}};
   MakeResult result{false, {fault->text}};
   if (fault->stage == Fault::Stage::Build) result.lines.push_back(Failed(found.exeName));

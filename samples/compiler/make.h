@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "compiler/identity.h"
 #include "platform/file_system.h"
 #include "platform/registry.h"
 
@@ -13,9 +14,16 @@ struct MakeResult {
   std::vector<std::string> lines;  ///< for the result log
 };
 
+/// What the builds of a machine start from.
+struct Foundation {
+  std::string programImage;  ///< the images have no resources yet
+  std::string libraryImage;
+  NewIdentities identities{};
+};
+
 /// Checks and builds one project; an empty output folder means the project's own. Only the first
 /// fault is told.
 [[nodiscard]] MakeResult Make(FileSystem& files, Registry& registry, const std::string& project,
-                              const std::string& outputFolder);
+                              const std::string& outputFolder, const Foundation& foundation);
 
 }  // namespace gorbex::standin

@@ -7,6 +7,7 @@
 #include "compiler/registration.h"
 #include "compiler/windows_path.h"
 #include "platform/code_page.h"
+#include "platform/component/library_file.h"
 
 namespace gorbex::standin {
 namespace {
@@ -63,6 +64,11 @@ std::string LibraryFile(const std::string& path) {
   return Number(last, 10) ? FolderOf(path) : path;
 }
 
+std::optional<LibraryReference> Named(const ProjectItem& item) {
+  return item.kind == ProjectItem::Kind::Object ? ParseObject(item.value)
+                                                : ParseReference(item.value);
+}
+
 std::optional<Fault> CheckRegistered(const FileReader& files, const RegistryReader& registry,
                                      const Project& project, const LibraryReference& library) {
   const auto registered = RegisteredFile(registry, library.guid, library.version);
@@ -86,14 +92,21 @@ std::optional<LibraryReference> ParseObject(std::string_view value) {
   return Reference(fields[0], fields[1], 10, Trimmed(fields[2].substr(mark + 1)));
 }
 
+std::optional<TypeLibrary> LibraryOf(const FileReader& files, const RegistryReader& registry,
+                                     const ProjectItem& item) {
+  const auto library = Named(item);
+  const auto file = library ? RegisteredFile(registry, library->guid, library->version)
+                            : std::optional<std::string>();
+  return file ? TypeLibraryOf(files, *file) : std::nullopt;
+}
+
 std::optional<Fault> CheckReference(const FileReader& files, const RegistryReader& registry,
                                     const Project& project, const ProjectItem& item) {
   if (const auto other = ProjectReference(item.value)) {
     const auto path = Absolute(*other, project.folder);
     return FileExists(files, path) ? std::nullopt : std::optional(FileNotFound(path));
   }
-  const auto library =
-      item.kind == ProjectItem::Kind::Object ? ParseObject(item.value) : ParseReference(item.value);
+  const auto library = Named(item);
   if (!library) return NotAReference(item.value);
   return CheckRegistered(files, registry, project, *library);
 }

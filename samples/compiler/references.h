@@ -6,6 +6,7 @@
 
 #include "compiler/project.h"
 #include "compiler/result_log.h"
+#include "platform/component/type_library.h"
 #include "platform/file_system.h"
 #include "platform/registry.h"
 
@@ -23,6 +24,11 @@ struct LibraryReference {
 
 /// `{GUID}#2.0#0; FILE.OCX`, whose version is decimal.
 [[nodiscard]] std::optional<LibraryReference> ParseObject(std::string_view value);
+
+/// The library that the item's reference or control leads to on this machine, if it can be read.
+[[nodiscard]] std::optional<TypeLibrary> LibraryOf(const FileReader& files,
+                                                   const RegistryReader& registry,
+                                                   const ProjectItem& item);
 
 /// The first reference or control of the item that this machine cannot supply.
 [[nodiscard]] std::optional<Fault> CheckReference(const FileReader& files,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -87,11 +88,14 @@ class GuidTable {
 /// The names that occur in the library.
 class NameTable {
  public:
+  /// A name that is there already, in whatever letter case, stands for both.
   std::uint32_t Add(const std::string& name, std::uint32_t owner, std::uint32_t marks) {
     constexpr std::size_t kLongest = 0xFF;
     if (name.size() > kLongest) throw RuntimeError(ErrorNumber::Overflow, name);
     const auto length = static_cast<std::uint32_t>(name.size());
     const auto offset = entries_.Size();
+    const auto [known, isNew] = offsets_.try_emplace(UpperCase(name), offset);
+    if (!isNew) return known->second;
     const auto hash = Hash(name);
     entries_.U32(owner).U32(chains_.Prepend(hash, offset)).U16(length | marks).U16(hash);
     entries_.Text(name).Align(4, kFiller);
@@ -115,8 +119,84 @@ class NameTable {
 
   ByteWriter entries_;
   HashChains chains_{128};
+  std::map<std::string, std::uint32_t> offsets_;
   std::uint32_t count_ = 0;
   std::uint32_t letters_ = 0;
+};
+
+/// The types that are made of others: here pointers to values alone.
+class DescriptionTable {
+ public:
+  std::uint32_t AddPointer(ValueType to) {
+    constexpr std::uint32_t kPointer = 0x4000001A;
+    const auto value = static_cast<std::uint32_t>(to);
+    const auto [known, isNew] = offsets_.try_emplace(to, entries_.Size());
+    if (isNew) entries_.U32(kPointer | value << 16).U32(PlainType(to));
+    return known->second;
+  }
+
+  /// How a type says itself where a description could stand.
+  static std::uint32_t PlainType(ValueType type) {
+    const auto value = static_cast<std::uint32_t>(type);
+    return 0x80000000 | value << 16 | value;
+  }
+
+  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
+
+ private:
+  ByteWriter entries_;
+  std::map<ValueType, std::uint32_t> offsets_;
+};
+
+/// Values that do not fit where they are used.
+class ConstantTable {
+ public:
+  /// The value itself when it is small, else where it stands.
+  std::uint32_t Add(std::int32_t value) {
+    constexpr std::uint32_t kLong = 3;
+    constexpr std::uint32_t kInPlace = 0x80000000 | kLong << 26;
+    constexpr std::int32_t kPlaces = 1 << 26;
+    if (value >= 0 && value < kPlaces) return kInPlace | static_cast<std::uint32_t>(value);
+    const auto offset = entries_.Size();
+    entries_.U16(kLong).U32(static_cast<std::uint32_t>(value)).Align(4, kFiller);
+    return offset;
+  }
+
+  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
+
+ private:
+  ByteWriter entries_;
+};
+
+/// The members of one type, as they stand behind the segments: their records, then their numbers,
+/// names and places.
+class MemberBlock {
+ public:
+  void Add(const std::string& record, std::int32_t id, std::uint32_t name) {
+    const auto size = static_cast<std::uint32_t>(record.size()) + 4;
+    places_.U32(records_.Size());
+    records_.U32(count_ << 16 | size).Text(record);
+    ids_.U32(static_cast<std::uint32_t>(id));
+    names_.U32(name);
+    ++count_;
+  }
+
+  [[nodiscard]] std::uint32_t Count() const { return count_; }
+
+  [[nodiscard]] std::string Bytes() const {
+    if (count_ == 0) return {};
+    ByteWriter out;
+    out.U32(records_.Size()).Text(records_.Bytes());
+    out.Text(ids_.Bytes()).Text(names_.Bytes()).Text(places_.Bytes());
+    return out.Bytes();
+  }
+
+ private:
+  ByteWriter records_;
+  ByteWriter ids_;
+  ByteWriter names_;
+  ByteWriter places_;
+  std::uint32_t count_ = 0;
 };
 
 /// Where the parts of a type stand in the tables.
@@ -124,6 +204,7 @@ struct TypePlaces {
   std::uint32_t guid = kNone;
   std::uint32_t name = kNone;
   std::uint32_t interfaces = kNone;
+  MemberBlock members{};
 };
 
 /// What the record of a type says besides its places.
@@ -133,14 +214,26 @@ struct TypeShape {
   std::uint32_t tableSize = 0;  ///< of a function table, in bytes
   std::uint32_t base = kNone;
   std::uint32_t inherited = 0;  ///< depth, and count of functions in the high half
+  std::uint32_t elements = 0;   ///< functions, and variables in the high half
 };
 
+constexpr std::uint32_t kInheritedFunctions = 7;
+constexpr std::uint32_t kPlaceSize = 4;  ///< of a function in the table
+
 TypeShape ShapeOf(const TypeInfo& type, const TypePlaces& places) {
+  const auto count = places.members.Count();
   switch (type.kind) {
+    case TypeKind::Enum:
+      return {0x2120, 0, 0, kNone, 0, count << 16};
     case TypeKind::Interface:
       return {0x2223};
     case TypeKind::Dispatch:
-      return {0x2234, 1, 28, kOfImportedType, 0x00070002};
+      return {0x2234,
+              1,
+              (kInheritedFunctions + count) * kPlaceSize,
+              kOfImportedType,
+              kInheritedFunctions << 16 | 2,
+              count};
     case TypeKind::Coclass:
       return {0x2225, type.defaultInterface ? 1U : 0U, 0, places.interfaces, 0};
     default:
@@ -150,7 +243,8 @@ TypeShape ShapeOf(const TypeInfo& type, const TypePlaces& places) {
 
 class LibraryWriter {
  public:
-  explicit LibraryWriter(const TypeLibrary& library) : library_(library) {
+  LibraryWriter(const TypeLibrary& library, const std::vector<LibraryMembers>& members)
+      : library_(library), members_(members) {
     if (library.types.size() > kMostTypes) throw RuntimeError(ErrorNumber::Overflow, library.name);
   }
 
@@ -160,6 +254,7 @@ class LibraryWriter {
     helpString_ = AddString(library_.helpString);
     if (ImportsBase()) ImportBase();
     for (const auto& type : library_.types) AddType(type);
+    for (std::size_t i = 0; i < std::min(members_.size(), places_.size()); ++i) AddMembers(i);
     return Assembled();
   }
 
@@ -200,7 +295,7 @@ class LibraryWriter {
     constexpr std::uint32_t kTypeName = 0x3800;
     const auto record = static_cast<std::uint32_t>(places_.size()) * kTypeSize;
     TypePlaces places;
-    places.guid = guids_.Add(type.guid, record);
+    if (!type.guid.empty()) places.guid = guids_.Add(type.guid, record);
     places.name = names_.Add(type.name, record, kTypeName);
     if (type.defaultInterface) places.interfaces = AddDefaultInterface(*type.defaultInterface);
     places_.push_back(places);
@@ -214,6 +309,64 @@ class LibraryWriter {
     return offset;
   }
 
+  void AddMembers(std::size_t index) {
+    constexpr std::size_t kMostMembers = 0x2000;
+    const auto& members = members_[index];
+    if (members.properties.size() > kMostMembers || members.constants.size() > kMostMembers) {
+      throw RuntimeError(ErrorNumber::Overflow, library_.types[index].name);
+    }
+    for (const auto& property : members.properties) AddProperty(index, property);
+    for (const auto& constant : members.constants) AddConstant(index, constant);
+  }
+
+  // One function for each way in which the property may be used.
+  void AddProperty(std::size_t index, const LibraryProperty& property) {
+    constexpr std::uint32_t kGet = 2;
+    constexpr std::uint32_t kPut = 4;
+    constexpr std::uint32_t kPutReference = 8;
+    const auto name = names_.Add(property.name, static_cast<std::uint32_t>(index) * kTypeSize, 0);
+    if (property.isReadable) AddFunction(index, property, name, kGet);
+    if (property.isWritable) AddFunction(index, property, name, kPut);
+    if (property.isSettable) AddFunction(index, property, name, kPutReference);
+  }
+
+  void AddFunction(std::size_t index, const LibraryProperty& property, std::uint32_t name,
+                   std::uint32_t kind) {
+    constexpr std::uint32_t kStatus = 0x80190019;   // what every function returns
+    constexpr std::uint32_t kVirtualCall = 0x0401;  // through the table, callee cleans the stack
+    constexpr std::uint32_t kReturns = 0x4000;      // its parameter is the value
+    constexpr std::uint32_t kIn = 1;
+    constexpr std::uint32_t kOutReturned = 10;
+    constexpr std::uint32_t kSizeInMemory = 0x44;  // of the description with one parameter
+    constexpr std::uint32_t kPointerInMemory = 8;
+    auto& block = places_[index].members;
+    const bool isGet = (kind & 2) != 0;
+    const auto type = isGet ? descriptions_.AddPointer(property.type)
+                            : DescriptionTable::PlainType(property.type);
+    ByteWriter record;
+    record.U32(kStatus).U32(0);
+    record.U16((kInheritedFunctions + block.Count()) * kPlaceSize);
+    record.U16(kSizeInMemory + (isGet ? kPointerInMemory : 0));
+    record.U32(block.Count() << 16 | kVirtualCall | kind << 3 | (isGet ? kReturns : 0));
+    record.U16(1).U16(0);  // one parameter, not optional, that has no name
+    record.U32(type).U32(kNone).U32(isGet ? kOutReturned : kIn);
+    block.Add(record.Bytes(), property.id, name);
+  }
+
+  void AddConstant(std::size_t index, const LibraryConstant& constant) {
+    constexpr std::uint32_t kConstantName = 0x3000;
+    constexpr std::uint32_t kConstant = 2;
+    constexpr std::uint32_t kSizeInMemory = 0x34;
+    constexpr std::uint32_t kFirstId = 0x40000000;
+    auto& block = places_[index].members;
+    const auto owner = static_cast<std::uint32_t>(index) * kTypeSize;
+    const auto name = names_.Add(constant.name, owner, kConstantName);
+    ByteWriter record;
+    record.U32(DescriptionTable::PlainType(ValueType::Long)).U32(0);
+    record.U16(kConstant).U16(kSizeInMemory).U32(constants_.Add(constant.value));
+    block.Add(record.Bytes(), static_cast<std::int32_t>(kFirstId + block.Count()), name);
+  }
+
   [[nodiscard]] std::string Assembled() const {
     Segments segments = {"",
                          imports_.Bytes(),
@@ -223,7 +376,10 @@ class LibraryWriter {
                          guids_.Entries(),
                          names_.Chains(),
                          names_.Entries(),
-                         strings_.Bytes()};
+                         strings_.Bytes(),
+                         descriptions_.Entries(),
+                         "",
+                         constants_.Entries()};
     const auto start = kHeaderSize + 4 * TypeCount() + kSegmentEntrySize * kSegmentCount;
     std::size_t end = start + kTypeSize * TypeCount();
     for (const auto& segment : segments) end += segment.size();
@@ -234,10 +390,11 @@ class LibraryWriter {
     for (std::uint32_t i = 0; i < TypeCount(); ++i) out.U32(i * kTypeSize);
     WriteDirectory(out, segments, start);
     for (const auto& segment : segments) out.Text(segment);
+    for (const auto& places : places_) out.Text(places.members.Bytes());
     return out.Bytes();
   }
 
-  // Members would stand behind everything else.
+  // Members stand behind everything else.
   [[nodiscard]] std::string TypeRecords(std::uint32_t members) const {
     ByteWriter out;
     for (std::uint32_t i = 0; i < TypeCount(); ++i) {
@@ -245,11 +402,12 @@ class LibraryWriter {
       const auto& places = places_[i];
       const auto shape = ShapeOf(type, places);
       out.U32(i << 16 | shape.kind).U32(members).U32(0).U32(kNone).U32(3);
-      out.U32(0).U32(0).U32(0).U32(0).U32(0).U32(0);  // no members, and reserved
+      out.U32(0).U32(shape.elements).U32(0).U32(0).U32(0).U32(0);
       out.U32(places.guid).U32(type.flags).U32(places.name).U32(0);
       out.U32(kNone).U32(0).U32(0).U32(kNone);  // no help, no custom data
       out.U16(shape.interfaceCount).U16(shape.tableSize).U32(4);
       out.U32(shape.base).U32(shape.inherited).U32(0).U32(kNone);
+      members += static_cast<std::uint32_t>(places.members.Bytes().size());
     }
     return out.Bytes();
   }
@@ -274,6 +432,7 @@ class LibraryWriter {
   }
 
   const TypeLibrary& library_;
+  const std::vector<LibraryMembers>& members_;
   std::uint32_t guid_ = kNone;
   std::uint32_t name_ = kNone;
   std::uint32_t helpString_ = kNone;
@@ -283,13 +442,16 @@ class LibraryWriter {
   ByteWriter imports_;
   ByteWriter importFiles_;
   ByteWriter references_;
+  DescriptionTable descriptions_;
+  ConstantTable constants_;
   std::vector<TypePlaces> places_;
 };
 
 }  // namespace
 
-std::string TypeLibraryImage(const TypeLibrary& library) {
-  return LibraryWriter(library).Write();
+std::string TypeLibraryImage(const TypeLibrary& library,
+                             const std::vector<LibraryMembers>& members) {
+  return LibraryWriter(library, members).Write();
 }
 
 }  // namespace gorbex::standin

@@ -1,14 +1,54 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/component/type_library.h"
 
 namespace gorbex::standin {
 
+/// The types of values that properties have, by the system's own numbers.
+enum class ValueType : std::uint16_t {
+  Integer = 2,
+  Long = 3,
+  Single = 4,
+  Double = 5,
+  Currency = 6,
+  Date = 7,
+  Text = 8,
+  Object = 9,
+  Flag = 11,
+  Variant = 12,
+  Byte = 17
+};
+
+/// A property of an interface, with the number by which late binding asks for it.
+struct LibraryProperty {
+  std::string name;
+  ValueType type = ValueType::Variant;
+  std::int32_t id = 0;
+  bool isReadable = false;
+  bool isWritable = false;  ///< by assignment
+  bool isSettable = false;  ///< by reference, as objects are
+};
+
+struct LibraryConstant {
+  std::string name;
+  std::int32_t value = 0;
+};
+
+/// What a type holds: properties in a dual interface, constants in an enumeration.
+struct LibraryMembers {
+  std::vector<LibraryProperty> properties;
+  std::vector<LibraryConstant> constants;
+};
+
 /// The bytes of a 32-bit type library in the MSFT format: interfaces, dual interfaces (derived from
-/// the IDispatch of stdole2.tlb) and classes, none with members. The names of the library and its
-/// types must differ. RuntimeError for what the format cannot hold.
-[[nodiscard]] std::string TypeLibraryImage(const TypeLibrary& library);
+/// the IDispatch of stdole2.tlb), classes and enumerations. Members stand in the order of the
+/// types; those that are missing have none. The names of the library and its types must differ.
+/// RuntimeError for what the format cannot hold.
+[[nodiscard]] std::string TypeLibraryImage(const TypeLibrary& library,
+                                           const std::vector<LibraryMembers>& members = {});
 
 }  // namespace gorbex::standin

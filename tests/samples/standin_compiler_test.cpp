@@ -8,13 +8,16 @@
 #include "compiler/block_check.h"
 #include "compiler/command_line.h"
 #include "compiler/component_image.h"
+#include "compiler/declarations.h"
 #include "compiler/identity.h"
+#include "compiler/image_resources.h"
 #include "compiler/make.h"
 #include "compiler/references.h"
 #include "compiler/source_text.h"
 #include "compiler/type_library_image.h"
 #include "platform/component/library_file.h"
 #include "platform/component/pe_image.h"
+#include "platform/runtime_error.h"
 #include "tests/support/memory_file_system.h"
 #include "tests/support/memory_registry.h"
 
@@ -125,6 +128,52 @@ TEST(StandInCompiler, RefusesReferencesWithMissingFields) {
     EXPECT_FALSE(ParseObject(value)) << value;
 }
 
+// "name As type" with the ways of use, then the enumerations.
+std::string DeclaredIn(const std::string& source) {
+  std::string file;
+  for (const char c : source) file += c == '\n' ? "\r\n" : std::string(1, c);
+  std::string text;
+  const auto found = ReadDeclarations(file);
+  for (const auto& each : found.properties) {
+    text += each.name + " As " + each.type + " ";
+    text += each.isVariable ? "v" : "";
+    text += each.isReadable ? "g" : "";
+    text += each.isWritable ? "l" : "";
+    text += each.isSettable ? "s" : "";
+    if (each.id) text += std::to_string(*each.id);
+    text += ";";
+  }
+  for (const auto& each : found.enums) {
+    text += each.name + "{";
+    for (const auto& [name, value] : each.constants) text += name + std::to_string(value) + ",";
+    text += "}";
+  }
+  return text;
+}
+
+TEST(StandInCompiler, FindsWhatClassesOffer) {
+  const Cases cases = {
+      {"Public A As Long, B$, C(9) As Byte, D\nPrivate E\nDim F As Long\n",
+       "A As Long v;B As String v;D As  v;"},
+      {"Public WithEvents A As VB.Form: Public B As New _\n  Lib.Thing\n",
+       "A As Form v;B As Thing v;"},
+      {"Public Const A = 1\nPublic Event B()\nPublic Sub C()\nEnd Sub\n", ""},
+      {"Property Get A() As Date\nAttribute A.VB_UserMemId = 0\nEnd Property\n"
+       "Public Property Let a(ByVal New_A As Date)\nEnd Property\n",
+       "A As Date gl0;"},
+      {"Public Property Set A(B As Object)\nEnd Property\nFriend Property Get C() As Long\n"
+       "End Property\nPrivate Property Get D()\nEnd Property\n",
+       "A As Object s;"},
+      {"Property Get A(ByVal I As Long) As Long\nEnd Property\n"
+       "Property Let A(ByVal I As Long, ByVal V As Long)\nEnd Property\n",
+       ""},
+      {"Enum E\nA\nB = &HFF&\nC\nD = A + 1\nF\nG = -2\nEnd Enum\nPrivate Enum H\nI\nEnd Enum\n",
+       "E{A0,B255,C256,G-2,}"},
+      {"Public Property Let A(\nEnd Property\nPublic\nProperty\nPublic Enum\nEnd Enum\n", "{}"},
+  };
+  for (const auto& [source, offer] : cases) EXPECT_EQ(DeclaredIn(source), offer) << source;
+}
+
 auto Said(const TypeLibrary& library, std::size_t index) {
   const auto& type = library.types.at(index);
   return std::tuple(library.guid, library.major, library.minor, library.flags, library.name,
@@ -139,12 +188,18 @@ TEST(StandInCompiler, WritesTypeLibrariesThatReadAsTheyWereMeant) {
     library.types.push_back({TypeKind::Dispatch, FirstIdentity("_" + name), "_" + name, 0x50, {}});
     library.types.push_back({TypeKind::Coclass, FirstIdentity(name), name, 2, 200 - 2 * i});
   }
+  library.types.push_back({TypeKind::Enum, "", "Kinds", 0, {}});
+  // Members that bear the names of types, and more of them than there are types.
+  std::vector<LibraryMembers> members(300);
+  members[0].properties = {{"N", ValueType::Text, 0, true, true, true}, {"p", ValueType::Date, 1}};
+  members[200].constants = {{"kinds", 1}, {"k", -1}, {"kMost", 1 << 26}};
   for (const char* description : {"", "x", "Till and store"}) {
     library.helpString = description;
-    const Resource resource{"TYPELIB", 0, 1, 0, TypeLibraryImage(library)};
-    const auto image = ComponentImage(ImageKind::Library, {resource});
+    const Resource resource{"TYPELIB", 0, 1, 0, TypeLibraryImage(library, members)};
+    const auto image = WithResources(EmptyImage(ImageKind::Library), {resource});
+    EXPECT_THROW(static_cast<void>(WithResources(image, {resource})), RuntimeError);
     const auto found = ReadTypeLibrary(FindPeResource(image, "TYPELIB").value());
-    for (std::size_t i = 0; i < 200; ++i) ASSERT_EQ(Said(found.value(), i), Said(library, i)) << i;
+    for (std::size_t i = 0; i < 201; ++i) ASSERT_EQ(Said(found.value(), i), Said(library, i)) << i;
   }
 }
 
@@ -159,12 +214,13 @@ struct Workshop {
       files.AddFile("C:\\" + name + ".cls", "Attribute VB_Name = \"" + name + "\"\r\n");
     }
     files.AddFile("C:\\P.vbp", project);
-    EXPECT_TRUE(Make(files, registry, "C:\\P.vbp", "").built);
+    EXPECT_TRUE(Make(files, registry, "C:\\P.vbp", "", foundation).built);
     const auto library = TypeLibraryOf(files, "C:\\P.dll").value();
     const auto guid = [&](std::size_t index) { return library.types.at(index).guid; };
     return {library.guid, guid(1), guid(0), guid(2 * classes.size() - 1)};
   }
 
+  Foundation foundation{EmptyImage(ImageKind::Program), EmptyImage(ImageKind::Library)};
   test::Journal journal;
   test::MemoryFileSystem files{journal};
   test::MemoryRegistry registry{journal};
@@ -188,6 +244,11 @@ TEST(StandInCompiler, KeepsTheIdentitiesThatTheProjectsCompatibilityAsksFor) {
     shop.files.AddFile("C:\\Old.dll", shop.files.Text("C:\\P.dll"));
     EXPECT_EQ(origins(shop.Build("0", {"A"}), old), "nnnn");
     EXPECT_EQ(origins(Workshop().Build(mode, {"A", "B"}), old), fresh) << mode;
+    Workshop seeded[2];
+    for (auto& each : seeded) each.foundation.identities = NewIdentities("seed");
+    const auto first = seeded[0].Build("0", {"A"});
+    EXPECT_EQ(seeded[1].Build("0", {"A"}), first);
+    EXPECT_EQ(origins(seeded[0].Build("0", {"A"}), first), "nnnn");
     const auto now = shop.Build(mode, {"a", "B"});
     EXPECT_EQ(origins(now, old), rebuilt) << mode;
     EXPECT_EQ(shop.registry.Text(RegistryRoot::ClassesRoot, "P.B\\Clsid", ""), now.back());

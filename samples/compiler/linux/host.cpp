@@ -37,6 +37,10 @@ std::string Host::Program() const {
   return system_->platform.GetPrefix().WindowsPath(std::filesystem::read_symlink("/proc/self/exe"));
 }
 
+std::string Host::Image(ImageKind kind) {
+  return EmptyImage(kind);
+}
+
 std::vector<std::string> Arguments(int count, char** values) {
   return {values + (count > 0 ? 1 : 0), values + count};
 }

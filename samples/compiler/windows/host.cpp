@@ -31,6 +31,15 @@ std::string Host::Program() const {
   return ProgramPathOf(Utf8FromWide(OwnFile()));
 }
 
+// The images of resource numbers 1 and 2 are those of this compiler's own processor.
+std::string Host::Image(ImageKind kind) {
+  const int number = kind == ImageKind::Program ? 1 : 2;
+  const HRSRC place = FindResourceW(nullptr, MAKEINTRESOURCEW(number), RT_RCDATA);
+  const HGLOBAL loaded = place != nullptr ? LoadResource(nullptr, place) : nullptr;
+  if (loaded == nullptr) return {};
+  return {static_cast<const char*>(LockResource(loaded)), SizeofResource(nullptr, place)};
+}
+
 // The narrow arguments have lost what the code page cannot say.
 std::vector<std::string> Arguments(int /*count*/, char** /*values*/) {
   int count = 0;

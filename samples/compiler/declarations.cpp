@@ -1,0 +1,253 @@
+#include "compiler/declarations.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+
+#include "compiler/source_text.h"
+#include "compiler/windows_path.h"
+#include "platform/code_page.h"
+
+namespace gorbex::standin {
+namespace {
+
+/// A statement that is taken apart from its front.
+class Words {
+ public:
+  explicit Words(std::string_view text) : rest_(text) {}
+
+  [[nodiscard]] std::string_view Rest() const { return rest_; }
+
+  /// The next word as it is written; empty when something else stands there.
+  std::string Take() {
+    const auto length = FirstWord(rest_).size();
+    std::string word(rest_.substr(0, length));
+    rest_ = Trimmed(rest_.substr(length));
+    return word;
+  }
+
+  bool TakeIf(std::string_view word) {
+    if (FirstWord(rest_) != word) return false;
+    Take();
+    return true;
+  }
+
+  /// What stands in the brackets that begin here; nothing when none do or they have no end.
+  std::optional<std::string_view> TakeBrackets() {
+    if (!rest_.starts_with('(')) return std::nullopt;
+    std::size_t depth = 0;
+    for (std::size_t i = 0; i < rest_.size(); ++i) {
+      if (rest_[i] == '(') ++depth;
+      if (rest_[i] != ')' || --depth > 0) continue;
+      const auto inside = Trimmed(rest_.substr(1, i - 1));
+      rest_ = Trimmed(rest_.substr(i + 1));
+      return inside;
+    }
+    return std::nullopt;
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+// Splits at the commas that stand in no brackets.
+std::vector<std::string_view> Parts(std::string_view list) {
+  std::vector<std::string_view> parts;
+  std::size_t depth = 0;
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    if (list[i] == '(') ++depth;
+    if (list[i] == ')' && depth > 0) --depth;
+    if (list[i] != ',' || depth > 0) continue;
+    parts.push_back(Trimmed(list.substr(start, i - start)));
+    start = i + 1;
+  }
+  if (!list.empty()) parts.push_back(Trimmed(list.substr(start)));
+  return parts;
+}
+
+// The type that a sign behind a name stands for.
+std::string_view TypeOfSign(char sign) {
+  switch (sign) {
+    case '%':
+      return "Integer";
+    case '&':
+      return "Long";
+    case '!':
+      return "Single";
+    case '#':
+      return "Double";
+    case '@':
+      return "Currency";
+    case '$':
+      return "String";
+    default:
+      return {};
+  }
+}
+
+// "As New Library.Class" in front, or nothing.
+std::string TakeType(Words& words) {
+  if (!words.TakeIf("as")) return {};
+  words.TakeIf("new");
+  auto type = words.Take();
+  while (words.Rest().starts_with('.')) {
+    words = Words(Trimmed(words.Rest().substr(1)));
+    type = words.Take();
+  }
+  return type;
+}
+
+/// A name and its type: a variable or a parameter. No name for an array and for what is none.
+struct Declared {
+  std::string name;
+  std::string type;
+};
+
+std::string TakeSign(Words& words) {
+  const auto type = words.Rest().empty() ? std::string_view() : TypeOfSign(words.Rest().front());
+  if (!type.empty()) words = Words(Trimmed(words.Rest().substr(1)));
+  return std::string(type);
+}
+
+Declared ReadVariable(std::string_view text) {
+  Words words(text);
+  Declared declared{words.Take(), ""};
+  declared.type = TakeSign(words);
+  if (words.TakeBrackets()) return {};
+  if (declared.type.empty()) declared.type = TakeType(words);
+  return declared;
+}
+
+Declared ReadParameter(std::string_view text) {
+  Words words(text);
+  if (!words.TakeIf("byval")) words.TakeIf("byref");
+  return ReadVariable(words.Rest());
+}
+
+std::optional<std::int32_t> Number(std::string_view text) {
+  const bool isHexadecimal = UpperCase(text.substr(0, 2)) == "&H";
+  if (isHexadecimal) text.remove_prefix(2);
+  if (isHexadecimal && text.ends_with('&')) text.remove_suffix(1);
+  std::int64_t number = 0;
+  const auto* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number, isHexadecimal ? 16 : 10);
+  if (error != std::errc() || stop != end || number > 0xFFFFFFFF) return std::nullopt;
+  return static_cast<std::int32_t>(number);
+}
+
+class DeclarationReader {
+ public:
+  void Read(std::string_view statement) {
+    Words words(statement);
+    if (inEnum_) return ReadConstant(words);
+    const bool isPublic = words.TakeIf("public");
+    const bool isOpen = isPublic || !(words.TakeIf("private") || words.TakeIf("friend"));
+    words.TakeIf("static");
+    if (words.TakeIf("enum")) return BeginEnum(words.Take(), isOpen);
+    if (words.TakeIf("property")) {
+      if (isOpen) ReadProcedure(words);
+    } else if (isPublic) {
+      ReadVariables(words);
+    }
+  }
+
+  // The value of "Attribute Name.VB_UserMemId = 0".
+  void ReadMemberId(std::string_view line) {
+    constexpr std::string_view kMark = ".VB_UserMemId = ";
+    Words words(line);
+    if (!words.TakeIf("attribute")) return;
+    const auto name = words.Take();
+    if (!words.Rest().starts_with(kMark)) return;
+    const auto id = Number(Trimmed(words.Rest().substr(kMark.size())));
+    if (auto* const property = Find(name)) property->id = id;
+  }
+
+  Declarations Take() { return std::move(found_); }
+
+ private:
+  void BeginEnum(const std::string& name, bool isOpen) {
+    inEnum_ = true;
+    isOpenEnum_ = isOpen;
+    next_ = 0;
+    if (isOpen) found_.enums.push_back({name, {}});
+  }
+
+  // A constant without a value of its own has the next number.
+  void ReadConstant(Words words) {
+    const auto name = words.Take();
+    if (EqualsIgnoringCase(name, "end")) {
+      inEnum_ = false;
+      return;
+    }
+    if (words.Rest().starts_with('=')) next_ = Number(Trimmed(words.Rest().substr(1)));
+    if (!next_ || name.empty()) return;
+    if (isOpenEnum_) found_.enums.back().constants.push_back({name, *next_});
+    next_ = *next_ == INT32_MAX ? std::nullopt : std::optional(*next_ + 1);
+  }
+
+  void ReadProcedure(Words words) {
+    const auto kind = LowerCase(words.Take());
+    const auto name = words.Take();
+    auto type = TakeSign(words);
+    const auto brackets = words.TakeBrackets();
+    const auto parameters = Parts(brackets.value_or(std::string_view()));
+    const bool isGet = kind == "get";
+    if (parameters.size() != (isGet ? 0 : 1)) return;
+    if (isGet && type.empty()) type = TakeType(words);
+    if (!isGet) type = ReadParameter(parameters.front()).type;
+    auto& property = Property(name, type);
+    if (isGet) property.isReadable = true;
+    if (kind == "let") property.isWritable = true;
+    if (kind == "set") property.isSettable = true;
+  }
+
+  void ReadVariables(Words words) {
+    for (const auto* other : {"const", "declare", "event", "function", "sub", "type"}) {
+      if (words.TakeIf(other)) return;
+    }
+    words.TakeIf("withevents");
+    for (const auto part : Parts(words.Rest())) {
+      const auto declared = ReadVariable(part);
+      if (declared.name.empty()) continue;
+      Property(declared.name, declared.type).isVariable = true;
+    }
+  }
+
+  DeclaredProperty* Find(std::string_view name) {
+    const auto found = std::find_if(
+        found_.properties.begin(), found_.properties.end(),
+        [&](const DeclaredProperty& each) { return EqualsIgnoringCase(each.name, name); });
+    return found == found_.properties.end() ? nullptr : &*found;
+  }
+
+  DeclaredProperty& Property(const std::string& name, const std::string& type) {
+    if (auto* const known = Find(name)) return *known;
+    found_.properties.push_back({name, type});
+    return found_.properties.back();
+  }
+
+  Declarations found_;
+  bool inEnum_ = false;
+  bool isOpenEnum_ = false;
+  std::optional<std::int32_t> next_ = 0;
+};
+
+}  // namespace
+
+Declarations ReadDeclarations(std::string_view file) {
+  DeclarationReader reader;
+  const auto code = CodeView(file);
+  if (!code) return {};
+  for (const auto& line : *code) {
+    for (const auto& statement : line.statements) reader.Read(statement);
+  }
+  while (!file.empty()) {
+    const auto end = std::min(file.find("\r\n"), file.size());
+    reader.ReadMemberId(file.substr(0, end));
+    file.remove_prefix(std::min(end + 2, file.size()));
+  }
+  return reader.Take();
+}
+
+}  // namespace gorbex::standin

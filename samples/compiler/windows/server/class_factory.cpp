@@ -1,0 +1,64 @@
+#include "compiler/windows/server/class_factory.h"
+
+#include <new>
+
+#include "compiler/windows/server/late_bound_object.h"
+
+namespace gorbex::standin {
+namespace {
+
+bool MayBeCreated(ITypeInfo& type) {
+  TYPEATTR* attributes = nullptr;
+  if (FAILED(type.GetTypeAttr(&attributes))) return false;
+  const bool mayBe =
+      attributes->typekind == TKIND_COCLASS && (attributes->wTypeFlags & TYPEFLAG_FCANCREATE) != 0;
+  type.ReleaseTypeAttr(attributes);
+  return mayBe;
+}
+
+}  // namespace
+
+HRESULT ClassFactory::QueryInterface(REFIID iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  const bool isOffered = iid == IID_IUnknown || iid == IID_IClassFactory;
+  *object = isOffered ? static_cast<IClassFactory*>(this) : nullptr;
+  if (!isOffered) return E_NOINTERFACE;
+  AddRef();
+  return S_OK;
+}
+
+ULONG ClassFactory::Release() {
+  const ULONG left = references_.Take();
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+  interface_->AddRef();
+  const ComPointer<LateBoundObject> made(
+      new (std::nothrow) LateBoundObject(ComPointer<ITypeInfo>(interface_.Get())));
+  return made ? made->QueryInterface(iid, object) : E_OUTOFMEMORY;
+}
+
+HRESULT ClassFactory::LockServer(BOOL isLocked) {
+  CodeUse::Lock(isLocked != FALSE);
+  return S_OK;
+}
+
+// A class of the compiler's has one interface.
+ComPointer<ClassFactory> FactoryOf(ITypeLib& library, REFCLSID clsid) {
+  ComPointer<ITypeInfo> type;
+  ComPointer<ITypeInfo> members;
+  HREFTYPE reference = 0;
+  const bool isFound = SUCCEEDED(library.GetTypeInfoOfGuid(clsid, type.Place())) &&
+                       MayBeCreated(*type.Get()) &&
+                       SUCCEEDED(type->GetRefTypeOfImplType(0, &reference)) &&
+                       SUCCEEDED(type->GetRefTypeInfo(reference, members.Place()));
+  if (!isFound) return ComPointer<ClassFactory>();
+  return ComPointer<ClassFactory>(new (std::nothrow) ClassFactory(std::move(members)));
+}
+
+}  // namespace gorbex::standin

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include "compiler/windows/server/reference_count.h"
+#include "platform/windows/com_pointer.h"
+
+namespace gorbex::standin {
+
+/// Makes objects of one class of the component.
+class ClassFactory : public IClassFactory {
+ public:
+  explicit ClassFactory(ComPointer<ITypeInfo> type) : interface_(std::move(type)) {}
+  virtual ~ClassFactory() = default;
+  ClassFactory(const ClassFactory&) = delete;
+  ClassFactory& operator=(const ClassFactory&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+  ULONG STDMETHODCALLTYPE AddRef() override { return references_.Add(); }
+  ULONG STDMETHODCALLTYPE Release() override;
+
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL isLocked) override;
+
+ private:
+  ReferenceCount references_;
+  ComPointer<ITypeInfo> interface_;
+};
+
+/// The factory of a class; null when the library has no such class, or none that may be created.
+[[nodiscard]] ComPointer<ClassFactory> FactoryOf(ITypeLib& library, REFCLSID clsid);
+
+}  // namespace gorbex::standin

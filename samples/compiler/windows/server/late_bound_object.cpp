@@ -1,0 +1,157 @@
+#include "compiler/windows/server/late_bound_object.h"
+
+#include <oleauto.h>
+
+#include <new>
+#include <optional>
+#include <utility>
+
+namespace gorbex::standin {
+namespace {
+
+constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+/// A function of the interface in which one way of using a property is described.
+class Description {
+ public:
+  Description(ITypeInfo& type, UINT index) : interface_(type) {
+    if (FAILED(interface_.GetFuncDesc(index, &function_))) function_ = nullptr;
+  }
+  ~Description() {
+    if (function_ != nullptr) interface_.ReleaseFuncDesc(function_);
+  }
+  Description(const Description&) = delete;
+  Description& operator=(const Description&) = delete;
+
+  [[nodiscard]] bool Exists() const { return function_ != nullptr; }
+  [[nodiscard]] bool Is(DISPID id, WORD kind) const {
+    return function_ != nullptr && function_->memid == id && (function_->invkind & kind) != 0;
+  }
+
+  // Of the value that is given away, or taken as the only parameter.
+  [[nodiscard]] VARTYPE ValueType() const {
+    if (function_->invkind == INVOKE_PROPERTYGET) return function_->elemdescFunc.tdesc.vt;
+    return function_->cParams == 1 ? function_->lprgelemdescParam[0].tdesc.vt : VARTYPE{VT_VARIANT};
+  }
+
+ private:
+  ITypeInfo& interface_;
+  FUNCDESC* function_ = nullptr;
+};
+
+// The type of a property that may be used in that way.
+std::optional<VARTYPE> PropertyType(ITypeInfo& type, DISPID id, WORD kind) {
+  for (UINT index = 0;; ++index) {
+    const Description description(type, index);
+    if (!description.Exists()) return std::nullopt;
+    if (description.Is(id, kind)) return description.ValueType();
+  }
+}
+
+// What a property holds that was never given a value.
+HRESULT MakeFirstValue(VARTYPE type, VARIANT& value) {
+  VariantInit(&value);
+  if (type == VT_VARIANT) return S_OK;
+  if (type != VT_DISPATCH) return VariantChangeType(&value, &value, 0, type);
+  value.vt = VT_DISPATCH;
+  value.pdispVal = nullptr;
+  return S_OK;
+}
+
+HRESULT Convert(VARIANT& to, VARIANT& from, VARTYPE type, LCID lcid) {
+  VARIANT plain;
+  VariantInit(&plain);
+  HRESULT result = VariantCopyInd(&plain, &from);
+  if (FAILED(result)) return result;
+  if (type == VT_VARIANT) {
+    to = plain;
+    return S_OK;
+  }
+  result = VariantChangeTypeEx(&to, &plain, lcid, VARIANT_ALPHABOOL, type);
+  VariantClear(&plain);
+  return result;
+}
+
+}  // namespace
+
+LateBoundObject::~LateBoundObject() {
+  for (auto& [id, value] : values_) VariantClear(&value);
+}
+
+HRESULT LateBoundObject::QueryInterface(REFIID iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  const bool isOffered = iid == IID_IUnknown || iid == IID_IDispatch;
+  *object = isOffered ? static_cast<IDispatch*>(this) : nullptr;
+  if (!isOffered) return E_NOINTERFACE;
+  AddRef();
+  return S_OK;
+}
+
+ULONG LateBoundObject::Release() {
+  const ULONG left = references_.Take();
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT LateBoundObject::GetTypeInfoCount(UINT* count) {
+  if (count == nullptr) return E_POINTER;
+  *count = 1;
+  return S_OK;
+}
+
+HRESULT LateBoundObject::GetTypeInfo(UINT index, LCID /*lcid*/, ITypeInfo** info) {
+  if (info == nullptr) return E_POINTER;
+  *info = nullptr;
+  if (index != 0) return DISP_E_BADINDEX;
+  interface_->AddRef();
+  *info = interface_.Get();
+  return S_OK;
+}
+
+HRESULT LateBoundObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count,
+                                       LCID /*lcid*/, DISPID* ids) {
+  return interface_->GetIDsOfNames(names, count, ids);
+}
+
+HRESULT LateBoundObject::Invoke(DISPID id, REFIID /*reserved*/, LCID lcid, WORD kind,
+                                DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* /*exception*/,
+                                UINT* wrongParameter) {
+  if (parameters == nullptr) return E_POINTER;
+  const WORD use = (kind & kPuts) != 0 ? kind & kPuts : kind & DISPATCH_PROPERTYGET;
+  const auto type = PropertyType(*interface_.Get(), id, use);
+  if (!type) return DISP_E_MEMBERNOTFOUND;
+  try {
+    return (use & kPuts) != 0 ? Put(id, *type, lcid, *parameters, wrongParameter)
+                              : Get(id, *type, *parameters, result);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+HRESULT LateBoundObject::Get(DISPID id, VARTYPE type, const DISPPARAMS& parameters,
+                             VARIANT* result) {
+  if (parameters.cArgs != 0) return DISP_E_BADPARAMCOUNT;
+  if (result == nullptr) return S_OK;
+  const auto known = values_.find(id);
+  if (known == values_.end()) return MakeFirstValue(type, *result);
+  VariantInit(result);
+  return VariantCopy(result, &known->second);
+}
+
+HRESULT LateBoundObject::Put(DISPID id, VARTYPE type, LCID lcid, const DISPPARAMS& parameters,
+                             UINT* wrongParameter) {
+  if (parameters.cArgs != 1) return DISP_E_BADPARAMCOUNT;
+  VARIANT value;
+  VariantInit(&value);
+  const HRESULT result = Convert(value, parameters.rgvarg[0], type, lcid);
+  if (FAILED(result)) {
+    if (wrongParameter != nullptr) *wrongParameter = 0;
+    return result;
+  }
+  VARIANT& kept = values_[id];
+  std::swap(kept, value);
+  VariantClear(&value);
+  return S_OK;
+}
+
+}  // namespace gorbex::standin
