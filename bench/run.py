@@ -1,0 +1,243 @@
+#!/usr/bin/env python3
+"""Measures the program beside its peers: run.py BUILD_FOLDER WORK_FOLDER [--quick] [--page] [--only NAME]
+
+Everything is made in the work folder. With --page the figures and pictures go into docs/performance.md.
+"""
+
+import argparse
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import time
+
+import generate
+import window
+from measure import Command, by_turns
+from report import Report
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+BPF = "drive_c/Group/Group.bpf"
+SHAPES = ("chain", "levels", "star", "pairs", "rings")
+ROUNDS = 11
+
+
+class Bench:
+    def __init__(self, build, work, sizes):
+        self.build, self.work, self.sizes = build.resolve(), work.resolve(), sizes
+        self.report = Report()
+
+    def program(self, name):
+        folder = {"gorbex": "src/cli", "gorbexbuilder": "src/ui"}.get(name, "bench")
+        return self.build / folder / name
+
+    def gorbex(self, root, *words):
+        return Command([self.program("gorbex"), "--prefix", root, *words], root, {"HOME": str(root)})
+
+    def group(self, **spec):
+        root = generate.generate(self.work / "group", generate.Group(**spec))
+        shutil.copy(self.program("bench-compiler"), root / "drive_c/compiler.exe")
+        return root
+
+    def load(self):
+        """Loading a group and judging every reference. The build file that ninja reads has every project as
+        one edge, and everything is up to date, so that ninja too looks at every file and does nothing."""
+        self.report.section("Loading and scanning, 30 references and 20 sources for each project")
+        growth = {}
+        for size in self.sizes:
+            root = self.group(projects=size)
+            taken = by_turns({
+                "gorbex graph": self.gorbex(root, "graph", BPF),
+                "ninja -n": Command(["ninja", "-n"], root),
+                "ninja -n without sources": Command(["ninja", "-n", "-f", "references.ninja"], root),
+                "bare loop": Command([self.program("bench-floor"), *self.look_lists(root)], root),
+                "gorbex show": self.gorbex(root, "show", BPF),
+                "gorbex show --json": self.gorbex(root, "show", "--json", BPF)}, ROUNDS)
+            for name, samples in taken.items():
+                self.report.point("Loading and scanning", name, size, samples.median())
+            growth[size] = taken["gorbex graph"]
+            self.compare_load(size, taken, root)
+        for size in self.sizes:
+            if 2 * size in growth:
+                self.report.compare(f"{2 * size} projects against {size}", growth[2 * size], growth[size],
+                                    2.2 if size == 2000 else None)
+
+    def compare_load(self, size, taken, root):
+        goal = size == 2000
+        ours, ninja = taken["gorbex graph"], taken["ninja -n"]
+        self.report.compare(f"{size} projects: graph against ninja -n", ours, ninja, 1.0 if goal else None)
+        self.report.compare(f"{size} projects: graph against ninja -n without sources", ours,
+                            taken["ninja -n without sources"])
+        self.report.compare(f"{size} projects: graph against the bare loop", ours, taken["bare loop"])
+        self.report.compare(f"{size} projects: show --json against ninja -n", taken["gorbex show --json"], ninja,
+                            3.0 if goal else None)
+        if goal:
+            allowed = 4 * project_bytes(root) + (20 << 20)
+            self.report.add("2000 projects: peak memory of show, as a share of 4 times the project files + 20 MB",
+                            taken["gorbex show"].median("peak") / allowed, target=1.0)
+
+    def look_lists(self, root):
+        """The project files, and what the program looks at: bindings, binaries, system components."""
+        projects = sorted(str(path) for path in root.glob("drive_c/Group/*/*.vbp"))
+        looks = [f"{pathlib.Path(path).parent}/mssccprj.scc" for path in projects]
+        for folder in ("Group/Bin", "windows/system32"):
+            looks += [str(path) for path in (root / "drive_c" / folder).iterdir()]
+        files = root / "projects.txt", root / "looks.txt"
+        for file, lines in zip(files, (projects, looks)):
+            file.write_text("\n".join(lines) + "\n")
+        return files
+
+    def arrange(self):
+        self.report.section("Arrange, without loading")
+        for size in self.sizes:
+            for shape in SHAPES:
+                root = self.group(projects=size, references=0, members=0, shape=shape)
+                taken = by_turns({"arrange": self.gorbex(root, "queue", BPF, "arrange"),
+                                  "load": self.gorbex(root, "queue", BPF)}, ROUNDS // 2)
+                alone = taken["arrange"].median("cpu") - taken["load"].median("cpu")
+                self.report.point("Arrange", shape, size, max(alone, 0))
+                if size == self.sizes[-1]:
+                    self.report.add(f"{size} rows, {shape}", alone, "s of processor time", target=0.5)
+
+    def overhead(self, projects=500):
+        self.report.section(f"Overhead of a run: {projects} projects, a compiler that only writes its log")
+        root = self.group(projects=projects, references=0, members=0)
+        files = [generate.host(generate.project_file(n)) for n in range(projects)]
+        compiler = "./drive_c/compiler.exe"
+        ninja = f"rule run\n  command = {compiler} $in /make /out log\n"
+        ninja += "".join(f"build never/{n}: run {file}\n" for n, file in enumerate(files))
+        make = f"all: {' '.join(f'run{n}' for n in range(projects))}\n.PHONY: all\n"
+        make += "".join(f"run{n}:\n\t{compiler} {file} /make /out log\n" for n, file in enumerate(files))
+        (root / "run.ninja").write_text(ninja)
+        (root / "run.mk").write_text(make)
+        taken = by_turns({"gorbex": self.gorbex(root, "build", "--all", "--yes", BPF),
+                          "ninja": Command(["ninja", "-j1", "-f", "run.ninja"], root),
+                          "make": Command(["make", "-j1", "-f", "run.mk"], root)}, ROUNDS // 2)
+        self.report.compare("gorbex build against ninja -j1", taken["gorbex"], taken["ninja"], 1.1)
+        self.report.compare("gorbex build against make -j1", taken["gorbex"], taken["make"])
+
+    def rewriting(self, files=5000, identities=20):
+        self.report.section(f"New identities in references: {files} sources, {identities} identities")
+        changes = write_sources(self.work / "sources", files, identities)
+        expressions = [word for old, new in changes for word in ("-e", f"s/{old}/{new}/g")]
+        caseless = [word + "I" if word.startswith("s/") else word for word in expressions]
+
+        def fresh(name):
+            shutil.rmtree(self.work / name, ignore_errors=True)
+            shutil.copytree(self.work / "sources", self.work / name)
+            os.sync()
+
+        def sed(name, words):
+            sources = sorted(path.name for path in (self.work / "sources/drive_c/Rewrite").iterdir())
+            return Command(["sed", "-i", *words, *sources], self.work / name / "drive_c/Rewrite", {"LC_ALL": "C"},
+                           lambda: fresh(name))
+
+        taken = by_turns({
+            "gorbex": Command([self.program("bench-parts"), "rewrite", self.work / "ours"], before=lambda: fresh("ours")),
+            "sed": sed("theirs", expressions), "sed caseless": sed("theirs", caseless)}, ROUNDS // 2)
+        same_result(self.work / "ours", self.work / "theirs")
+        self.report.compare("against sed -i, which minds letter case", taken["gorbex"], taken["sed"], 0.5)
+        self.report.compare("against sed -i with its flag I", taken["gorbex"], taken["sed caseless"])
+
+    def window(self):
+        self.report.section("The window with 2,000 projects")
+        root = self.group(projects=2000)
+        open_window = lambda: window.open_until_idle(self.program("gorbexbuilder"), root, BPF)
+        opened = [open_window() for _ in range(6)][1:]
+        taken = by_turns({"show": self.gorbex(root, "show", BPF)}, 5)
+        ours = window.Samples(opened)
+        self.report.compare("from the start to an idle window, against gorbex show", ours, taken["show"], 2.0)
+        self.report.add("peak memory", ours.median("peak") / (1 << 20), "MB")
+
+    def mail(self, requests=1000):
+        self.report.section(f"Requests by mail: {requests} in one look, without a compile")
+        root = self.group(projects=250, references=0, members=0)
+        folder = root / "Maildir/.Builder"
+        subprocess.run([self.program("gorbex"), "--prefix", root, "settings", "MailTransport",
+                        f"sendmail://{self.program('bench-compiler')}"], check=True, stdout=subprocess.DEVNULL)
+
+        def fill(count):
+            shutil.rmtree(root / "Maildir", ignore_errors=True)
+            for part in ("cur", "new", "tmp", "../cur", "../new", "../tmp"):
+                (folder / part).mkdir(parents=True, exist_ok=True)
+            for number in range(count):
+                (folder / f"new/{number:06}.host").write_text(
+                    f"From: Anna Berg <anna@dev.example>\r\nSubject: Build Request\r\n"
+                    f"Message-ID: <{number}@dev.example>\r\n\r\nPRO {generate.project_file(0)},\r\n")
+
+        def serve(count):
+            command = self.gorbex(root, "serve", BPF, "--once", "--no")
+            command.before = lambda: fill(count)
+            return command
+
+        taken = by_turns({"full": serve(requests), "empty": serve(0)}, 5)
+        alone = taken["full"].median() - taken["empty"].median()
+        self.report.add("one request with its answer", alone / requests * 1000, "ms")
+        alone = taken["full"].median("cpu") - taken["empty"].median("cpu")
+        self.report.add("one request with its answer", alone / requests * 1000, "ms of processor time")
+
+    def log(self, lines=100_000):
+        self.report.section(f"The activity log, {lines} lines")
+        root = self.group(projects=10, references=0, members=0)
+        parts = self.program("bench-parts")
+        taken = by_turns({"log": Command([parts, "log", root, lines], before=lambda: clear_logs(root)),
+                          "plain": Command([parts, "plain", root / "plain.log", lines],
+                                           before=lambda: (root / "plain.log").unlink(missing_ok=True))}, 5)
+        self.report.compare("against plain open, write and close", taken["log"], taken["plain"], 1.2)
+
+
+def project_bytes(root):
+    return sum(path.stat().st_size for path in root.glob("drive_c/Group/*/*.vbp"))
+
+
+def clear_logs(root):
+    shutil.rmtree(root / "drive_c/Program Files/GorbexBuilder/Logs", ignore_errors=True)
+    shutil.rmtree(root / "drive_c/Program Files/GorbexBuilder/logs", ignore_errors=True)
+
+
+def write_sources(root, files, identities):
+    """A project that refers to components whose identities are new, and its modules, which name some of the old ones."""
+    shutil.rmtree(root, ignore_errors=True)
+    folder = root / "drive_c/Rewrite"
+    folder.mkdir(parents=True)
+    old, new, interface = ([generate.identity(f"{kind}{n}") for n in range(identities)] for kind in ("old", "new", "own"))
+    text = "Type=OleDll\n"
+    for n in range(identities):
+        text += f"Reference=*\\G{old[n]}#1.0#0#C:\\Bin\\{interface[n]}.dll#{interface[n]}.dll\n"
+    text += "".join(f"Module=Module{n:04}; Module{n:04}.bas\n" for n in range(files))
+    generate.write(folder / "Rewrite.vbp", text)
+    for n in range(files):
+        lines = "".join(f"    Total = Total + Price({line}) * Quantity\n" for line in range(100))
+        names = "".join(f'Object = "{old[(n + i) % identities]}#1.0#0"; "Part{i}.ocx"\n' for i in range(3))
+        generate.write(folder / f"Module{n:04}.bas", names + lines)
+    generate.write_registry(root, {f"Interface\\{interface[n]}\\TypeLib": new[n] for n in range(identities)})
+    return list(zip(old, new))
+
+
+def same_result(ours, theirs):
+    for path in sorted((ours / "drive_c/Rewrite").iterdir())[:50]:
+        if path.read_bytes() != (theirs / "drive_c/Rewrite" / path.name).read_bytes():
+            sys.exit(f"bench: {path.name} was rewritten otherwise")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("build", type=pathlib.Path)
+    parser.add_argument("work", type=pathlib.Path)
+    parser.add_argument("--quick", action="store_true", help="groups of 250 and 500 projects alone")
+    parser.add_argument("--page", action="store_true", help="write docs/performance.md and its pictures")
+    names = ("load", "arrange", "overhead", "rewriting", "log", "mail", "window")
+    parser.add_argument("--only", choices=names, action="append", help="these measurements alone")
+    arguments = parser.parse_args()
+    arguments.work.mkdir(parents=True, exist_ok=True)
+    sizes = [250, 500] if arguments.quick else [250, 500, 1000, 2000, 4000]
+    bench = Bench(arguments.build, arguments.work, sizes)
+    for name in arguments.only or names:
+        getattr(bench, name)()
+    if arguments.page:
+        bench.report.write(ROOT / "docs")
+
+
+if __name__ == "__main__":
+    main()
