@@ -7,7 +7,8 @@ jobs=$(nproc)
 build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.2-dev libvmime-dev pkgconf"
 screen_packages="xvfb openbox xdotool"
 package_packages="dpkg-dev file"
-test_packages="libgtest-dev git python3 dovecot-imapd openssl clang-16 clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix
+bench_packages="make gnuplot-nox python3"
+test_packages="libgtest-dev git python3 valgrind dovecot-imapd openssl clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix
   binutils-mingw-w64-x86-64 mingw-w64-tools $screen_packages $package_packages"
 
 say() { printf '\n== %s\n' "$1"; }
