@@ -22,6 +22,10 @@ void HostedControl::Resize(ControlSize newSize) {
   size.Set(newSize);
 }
 
+void HostedControl::ShowIn(void* window) {
+  Try([&] { hasWindow = control->ShowIn(window); });
+}
+
 void HostedControl::Paint(const PixelBuffer& to) {
   Try([&] { control->Paint(to); });
 }

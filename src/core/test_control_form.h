@@ -24,7 +24,11 @@ struct HostedControl {
   /// Tells the control its size, then those who draw it. The control's error when it fails.
   void Resize(ControlSize newSize);
 
+  /// Shown in a window of its own, and not to be painted.
+  bool hasWindow = false;
+
   // What a front end does with the control. A failure becomes the problem and is no error.
+  void ShowIn(void* window);
   void Paint(const PixelBuffer& to);
   void Pointer(const PointerEvent& event);
   void KeyPress(char32_t character);

@@ -10,7 +10,8 @@ namespace gorbex {
 
 // Objects of registered components, made and used by name alone. Every operation reports failure as
 // a RuntimeError: 438 no such property, 383 a read-only one, 13 a text that is no value of it, 440
-// for what else befell the component, described in the component's own words where it has some.
+// (or the component's own number) for what else befell the component, described in the component's
+// own words where it has some.
 
 /// An object that a component made.
 class ComponentObject {
@@ -64,6 +65,11 @@ class ComponentControl : public ComponentObject {
 
   /// A character that the user typed, by its Unicode number. A control need not listen.
   virtual void KeyPress(char32_t /*character*/) {}
+
+  /// Shows the control in a window of its own, in front of all else in a window of the front end's
+  /// toolkit, which may go before the control. False for a control that is painted instead and told
+  /// what the user does.
+  [[nodiscard]] virtual bool ShowIn(void* /*window*/) { return false; }
 };
 
 /// Makes objects by their programmatic identifier ("Project.Class"). What it made may outlive it.

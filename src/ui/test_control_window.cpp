@@ -102,6 +102,7 @@ void TestControlWindow::FollowLast() {
   controls_.push_back(last->problem.changed.Connect(repaint));
   canvas_->SetFocus();
   canvas_->Refresh();
+  last->ShowIn(canvas_);
 }
 
 // Each control stands in front of those that were added before it.
@@ -111,7 +112,7 @@ void TestControlWindow::OnPaint() {
   dc.Clear();
   for (const auto& control : form_.Controls()) {
     const ControlSize size = control->size.Get();
-    if (size.width <= 0 || size.height <= 0) continue;
+    if (control->hasWindow || size.width <= 0 || size.height <= 0) continue;
     const wxBitmap picture = PictureOf(*control, size);
     if (control->problem.Get().empty()) {
       dc.DrawBitmap(picture, 0, 0);

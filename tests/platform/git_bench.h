@@ -25,6 +25,7 @@ class GitBench {
   LinuxFileSystem files{prefix};
   LinuxToolRunner tools{prefix};
   GitSourceControl client{tools, files, GORBEX};
+  std::string work = "C:\\Work";
   std::string user;
   std::string password;
 

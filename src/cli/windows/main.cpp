@@ -9,6 +9,7 @@
 #include "platform/runtime_error.h"
 #include "platform/windows/build_lock.h"
 #include "platform/windows/child_process.h"
+#include "platform/windows/end_signal.h"
 #include "platform/windows/platform.h"
 #include "platform/windows/typed_path.h"
 #include "platform/windows/wide_text.h"
@@ -40,6 +41,10 @@ class WindowsHost : public gorbex::cli::Host {
   std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
     return std::make_shared<gorbex::BuildLock>(platform_.ProgramFolder(), onWait);
   }
+
+  void ListenForEnd() override { gorbex::EndSignal::Listen(); }
+  [[nodiscard]] bool EndWanted() const override { return gorbex::EndSignal::Wanted(); }
+  void Wait(std::chrono::milliseconds time) override { gorbex::EndSignal::Wait(time); }
 
  private:
   gorbex::WindowsPlatform platform_;

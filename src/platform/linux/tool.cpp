@@ -18,15 +18,12 @@
 
 #include "platform/linux/child_process.h"
 #include "platform/linux/host_file.h"
+#include "platform/running_tool.h"
 
 namespace gorbex {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr std::size_t kMostOutput = std::size_t{256} << 20U;
-
-constexpr auto kBetweenEvents = 20ms;
 
 void Require(bool succeeded) {
   if (!succeeded) throw std::system_error(errno, std::generic_category());
@@ -36,7 +33,7 @@ void Require(bool succeeded) {
 /// that the tool leaves behind may hold its end open for ever.
 class Output {
  public:
-  Output() {
+  explicit Output(std::string& text) : text_(text) {
     std::array<int, 2> ends{};
     Require(pipe2(ends.data(), O_CLOEXEC) == 0);
     // Above the standard streams, which a child's start fills one by one.
@@ -56,18 +53,17 @@ class Output {
 
   void Take() {
     std::array<char, 65536> bytes{};
-    while (from_ && text.size() <= kMostOutput) {
+    while (from_ && text_.size() <= kMostToolOutput) {
       const auto count = read(from_->Number(), bytes.data(), bytes.size());
-      if (count > 0) text.append(bytes.data(), static_cast<std::size_t>(count));
+      if (count > 0) text_.append(bytes.data(), static_cast<std::size_t>(count));
       if (count < 0 && errno == EINTR) continue;
       if (count < 0 && errno == EAGAIN) return;
       if (count <= 0) from_.reset();
     }
   }
 
-  std::string text;
-
  private:
+  std::string& text_;
   std::unique_ptr<Descriptor> from_;
   std::unique_ptr<Descriptor> to_;
 };
@@ -97,51 +93,33 @@ class Input {
   std::unique_ptr<Descriptor> file_;
 };
 
-/// Leaves no tool running when its caller stops waiting for it.
-class WaitedFor {
+class LinuxTool : public RunningTool {
  public:
-  explicit WaitedFor(ChildProcess& child) : child_(child) {}
-  ~WaitedFor() {
+  LinuxTool(ChildStart start, const ToolCall& call)
+      : input_(call.input), child_(Started(std::move(start))) {
+    output_.CloseChildsEnd();
+    errorOutput_.CloseChildsEnd();
+  }
+  ~LinuxTool() override {
     if (child_.ExitCode(0ms)) return;
     child_.Interrupt();
     if (child_.ExitCode(5s)) return;
     child_.Terminate();
     static_cast<void>(child_.ExitCode(5s));
   }
-  WaitedFor(const WaitedFor&) = delete;
-  WaitedFor& operator=(const WaitedFor&) = delete;
+  LinuxTool(const LinuxTool&) = delete;
+  LinuxTool& operator=(const LinuxTool&) = delete;
 
- private:
-  ChildProcess& child_;
-};
-
-/// One child on its way to its end, taking what it says and letting events be handled.
-class RunningTool {
- public:
-  RunningTool(ChildStart start, EventPump* events, const ToolCall& call)
-      : events_(events), call_(call), input_(call.input), child_(Started(std::move(start))) {}
-
-  [[nodiscard]] ToolOutcome Result() {
-    const WaitedFor guard(child_);
-    for (;;) {
-      const auto exitCode = child_.ExitCode(WaitForWords() ? 0ms : kBetweenEvents);
-      output_.Take();
-      errorOutput_.Take();
-      if (output_.text.size() + errorOutput_.text.size() > kMostOutput) {
-        return RuntimeError(ErrorNumber::OutOfMemory, call_.program);
-      }
-      if (exitCode) {
-        return ToolResult{*exitCode, std::move(output_.text), std::move(errorOutput_.text)};
-      }
-      if (call_.patience && std::chrono::steady_clock::now() - start_ > *call_.patience) {
-        return RuntimeError::WithDescription(ErrorNumber::InvalidCall,
-                                             "'" + call_.program + "' took too long");
-      }
-      HandleEvents();
-    }
+  [[nodiscard]] std::optional<std::uint32_t> Advance() override {
+    const auto exitCode = child_.ExitCode(WaitForWords() ? 0ms : kMoment);
+    output_.Take();
+    errorOutput_.Take();
+    return exitCode;
   }
 
  private:
+  static constexpr auto kMoment = 20ms;
+
   ChildStart Started(ChildStart start) const {
     start.input = input_.Number();
     start.output = output_.ChildsEnd();
@@ -151,30 +129,17 @@ class RunningTool {
   }
 
   // False when there is nothing left to wait for but the child's end.
-  bool WaitForWords() {
-    output_.CloseChildsEnd();
-    errorOutput_.CloseChildsEnd();
+  [[nodiscard]] bool WaitForWords() const {
     if (output_.Number() < 0 && errorOutput_.Number() < 0) return false;
     std::array<pollfd, 2> streams{
         {{output_.Number(), POLLIN, 0}, {errorOutput_.Number(), POLLIN, 0}}};
-    poll(streams.data(), streams.size(), static_cast<int>(kBetweenEvents.count()));
+    poll(streams.data(), streams.size(), static_cast<int>(kMoment.count()));
     return true;
   }
 
-  void HandleEvents() {
-    const auto now = std::chrono::steady_clock::now();
-    if (events_ == nullptr || now - lastEvents_ < kBetweenEvents) return;
-    events_->DoEvents();
-    lastEvents_ = std::chrono::steady_clock::now();
-  }
-
-  EventPump* events_;
-  const ToolCall& call_;
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-  std::chrono::steady_clock::time_point lastEvents_ = start_;
   Input input_;
-  Output output_;
-  Output errorOutput_;
+  Output output_{output};
+  Output errorOutput_{errorOutput};
   ChildProcess child_;
 };
 
@@ -188,7 +153,8 @@ ToolOutcome LinuxToolRunner::Run(const ToolCall& call) {
   ChildStart start{{*program}, EnvironmentWith(call.environment), *folder};
   start.arguments.insert(start.arguments.end(), call.arguments.begin(), call.arguments.end());
   try {
-    return RunningTool(std::move(start), events_, call).Result();
+    LinuxTool tool(std::move(start), call);
+    return AwaitEnd(tool, call, events_);
   } catch (const std::system_error& error) {
     const RuntimeError refused(ErrorNumber::InvalidCall, call.program);
     return RuntimeError::WithDescription(

@@ -8,7 +8,7 @@
 namespace gorbex {
 
 /// Makes objects of registered components and uses them by late binding. Every object keeps the
-/// thread's right to use components as long as it lives.
+/// thread's right to use components as long as it lives. Controls are refused: they need a window.
 class AutomationObjects : public ComponentObjects {
  public:
   [[nodiscard]] std::unique_ptr<ComponentObject> CreateObject(
@@ -16,6 +16,9 @@ class AutomationObjects : public ComponentObjects {
   void AddLicense(const std::string& identifier, const std::string& key) override;
   [[nodiscard]] std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) override;
+
+ protected:
+  [[nodiscard]] std::shared_ptr<ComApartment> Apartment() const { return apartment_; }
 
  private:
   std::shared_ptr<ComApartment> apartment_ = std::make_shared<ComApartment>();

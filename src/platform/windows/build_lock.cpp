@@ -1,5 +1,8 @@
 #include "platform/windows/build_lock.h"
 
+#include <chrono>
+
+#include "platform/windows/end_signal.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex {
@@ -12,19 +15,25 @@ Handle LockFileIn(const std::string& folder) {
                             OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-bool Lock(const Handle& file, DWORD flags) {
+bool Lock(const Handle& file) {
   OVERLAPPED start{};
-  return LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | flags, 0, 1, 0, &start) != 0;
+  return LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
+                    &start) != 0;
+}
+
+bool IsTaken() {
+  return GetLastError() == ERROR_LOCK_VIOLATION || GetLastError() == ERROR_IO_PENDING;
 }
 
 }  // namespace
 
 BuildLock::BuildLock(const std::string& programFolder, const std::function<void()>& onWait)
     : file_(LockFileIn(programFolder)) {
-  if (!file_ || Lock(file_, LOCKFILE_FAIL_IMMEDIATELY)) return;
-  if (GetLastError() != ERROR_LOCK_VIOLATION && GetLastError() != ERROR_IO_PENDING) return;
+  if (!file_ || Lock(file_) || !IsTaken()) return;
   onWait();
-  Lock(file_, 0);
+  while (!EndSignal::Wanted() && !Lock(file_) && IsTaken()) {
+    EndSignal::Wait(std::chrono::milliseconds(100));
+  }
 }
 
 }  // namespace gorbex

@@ -88,7 +88,8 @@ Handle Spawn(const ChildStart& start) {
   auto info = streams.StartupInfo();
   auto commandLine = start.commandLine;
   auto environment = start.environment;
-  const DWORD ownConsole = GetConsoleWindow() == nullptr ? CREATE_NO_WINDOW : 0;
+  const DWORD ownConsole =
+      start.hasOwnConsole || GetConsoleWindow() == nullptr ? CREATE_NO_WINDOW : 0;
   PROCESS_INFORMATION made{};
   Require(CreateProcessW(start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
                          EXTENDED_STARTUPINFO_PRESENT | CREATE_UNICODE_ENVIRONMENT | ownConsole,

@@ -20,6 +20,7 @@ struct ChildStart {
   HANDLE input = nullptr;      ///< null for nothing to read
   HANDLE output = GetStdHandle(STD_ERROR_HANDLE);
   HANDLE errorOutput = GetStdHandle(STD_ERROR_HANDLE);
+  bool hasOwnConsole = false;  ///< one without a window, out of reach of our console's keys
 };
 
 /// A child of this process. A window of its own for a console program appears only where this

@@ -1,143 +1,156 @@
 #include "platform/windows/dispatch.h"
 
-#include <oleauto.h>
-
-#include <cstdint>
+#include <algorithm>
+#include <utility>
 
 #include "platform/runtime_error.h"
-#include "platform/windows/system_message.h"
+#include "platform/windows/automation_error.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex {
 namespace {
 
-/// A value of automation with what it owns.
-class Variant {
+/// Arguments in the system's form, with what they own.
+class Parameters {
  public:
-  Variant() { VariantInit(&value_); }
-  ~Variant() { VariantClear(&value_); }
-  Variant(const Variant&) = delete;
-  Variant& operator=(const Variant&) = delete;
-
-  VARIANT* Place() { return &value_; }
-
-  void SetText(const std::string& text) {
-    const auto wide = ToWide(text);
-    value_.bstrVal = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-    if (value_.bstrVal == nullptr) throw RuntimeError(ErrorNumber::OutOfMemory);
-    value_.vt = VT_BSTR;
+  explicit Parameters(const Arguments& arguments) : values_(arguments.size()) {
+    // The system wants the last one first.
+    std::transform(arguments.rbegin(), arguments.rend(), values_.begin(), ValueOf);
+    const auto isText = [](const VARIANT& value) { return value.vt == VT_BSTR; };
+    const bool isWhole = std::none_of(values_.begin(), values_.end(), [&](const VARIANT& value) {
+      return isText(value) && value.bstrVal == nullptr;
+    });
+    if (!isWhole) Clear();
+    if (!isWhole) throw RuntimeError(ErrorNumber::OutOfMemory);
   }
+  ~Parameters() { Clear(); }
+  Parameters(const Parameters&) = delete;
+  Parameters& operator=(const Parameters&) = delete;
 
-  /// False when the value is none that has a text.
-  bool BecomeText() {
-    return SUCCEEDED(VariantChangeType(&value_, &value_, VARIANT_ALPHABOOL, VT_BSTR));
-  }
-  [[nodiscard]] std::string Text() const {
-    return FromWideRoughly({value_.bstrVal, SysStringLen(value_.bstrVal)});
+  /// Valid as long as this object.
+  [[nodiscard]] DISPPARAMS ForA(WORD kind) {
+    const bool isPut = kind == DISPATCH_PROPERTYPUT;
+    return {values_.data(), isPut ? &put_ : nullptr, static_cast<UINT>(values_.size()),
+            isPut ? 1U : 0U};
   }
 
  private:
-  VARIANT value_{};
-};
-
-[[noreturn]] void Raise(HRESULT result, const std::string& property) {
-  const RuntimeError what(ErrorNumber::AutomationError, property);
-  throw RuntimeError::WithDescription(
-      what.Code(),
-      what.Description() + " (" + SystemMessage(static_cast<std::uint32_t>(result)) + ")");
-}
-
-/// What an object says about its failure.
-class Exception {
- public:
-  ~Exception() {
-    SysFreeString(info_.bstrSource);
-    SysFreeString(info_.bstrDescription);
-    SysFreeString(info_.bstrHelpFile);
-  }
-  Exception() = default;
-  Exception(const Exception&) = delete;
-  Exception& operator=(const Exception&) = delete;
-
-  EXCEPINFO* Place() { return &info_; }
-
-  [[noreturn]] void Raise(const std::string& property) {
-    if (info_.pfnDeferredFillIn != nullptr) info_.pfnDeferredFillIn(&info_);
-    const auto words =
-        FromWideRoughly({info_.bstrDescription, SysStringLen(info_.bstrDescription)});
-    const auto number = Number();
-    if (!words.empty()) throw RuntimeError::WithDescription(number, words);
-    if (number != ErrorNumber::AutomationError) throw RuntimeError(number, property);
-    gorbex::Raise(info_.scode, property);
-  }
-
- private:
-  // The language's own numbers come as they are or inside an automation error.
-  [[nodiscard]] ErrorNumber Number() const {
-    constexpr std::uint32_t kLanguage = 0x800A0000;
-    const auto code = static_cast<std::uint32_t>(info_.scode);
-    const bool isLanguages = (code & 0xFFFF0000U) == kLanguage;
-    const auto number = info_.wCode != 0 ? info_.wCode : isLanguages ? code & 0xFFFFU : 0;
-    for (const auto known :
-         {ErrorNumber::TypeMismatch, ErrorNumber::PropertyReadOnly, ErrorNumber::NoSuchProperty}) {
-      if (static_cast<std::uint32_t>(known) == number) return known;
+  static VARIANT ValueOf(const Argument& argument) {
+    VARIANT value;
+    VariantInit(&value);
+    if (const auto* text = std::get_if<std::string>(&argument)) {
+      const auto wide = ToWide(*text);
+      value.vt = VT_BSTR;
+      value.bstrVal = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+    } else if (const auto* number = std::get_if<std::int32_t>(&argument)) {
+      value.vt = VT_I4;
+      value.lVal = *number;
+    } else {
+      value.vt = VT_BOOL;
+      value.boolVal = std::get<bool>(argument) ? VARIANT_TRUE : VARIANT_FALSE;
     }
-    return info_.scode == DISP_E_TYPEMISMATCH ? ErrorNumber::TypeMismatch
-                                              : ErrorNumber::AutomationError;
+    return value;
+  }
+  void Clear() {
+    for (VARIANT& value : values_) VariantClear(&value);
   }
 
-  EXCEPINFO info_{};
+  std::vector<VARIANT> values_;
+  DISPID put_ = DISPID_PROPERTYPUT;
 };
 
-DISPID NumberOf(IDispatch& object, const std::string& property) {
-  auto name = ToWide(property);
+DISPID NumberOf(IDispatch& object, const std::string& member) {
+  auto name = ToWide(member);
   auto* text = name.data();
   DISPID number = DISPID_UNKNOWN;
   const HRESULT result = object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &number);
-  if (result == DISP_E_UNKNOWNNAME) throw RuntimeError(ErrorNumber::NoSuchProperty, property);
-  if (FAILED(result)) Raise(result, property);
+  if (result == DISP_E_UNKNOWNNAME) throw RuntimeError(ErrorNumber::NoSuchProperty, member);
+  if (FAILED(result)) throw AutomationFailure(result, member);
   return number;
 }
 
-void Invoke(IDispatch& object, const std::string& property, WORD kind, DISPPARAMS& parameters,
-            VARIANT* result) {
-  const DISPID number = NumberOf(object, property);
-  Exception exception;
-  UINT wrong = 0;
-  const HRESULT outcome = object.Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
-                                        result, exception.Place(), &wrong);
-  if (SUCCEEDED(outcome)) return;
+[[noreturn]] void Raise(HRESULT outcome, WORD kind, AutomationException& exception,
+                        const std::string& member) {
   switch (outcome) {
     case DISP_E_MEMBERNOTFOUND:
       throw RuntimeError(kind == DISPATCH_PROPERTYPUT ? ErrorNumber::PropertyReadOnly
                                                       : ErrorNumber::NoSuchProperty,
-                         property);
+                         member);
     case DISP_E_TYPEMISMATCH:
     case DISP_E_OVERFLOW:
-      throw RuntimeError(ErrorNumber::TypeMismatch, property);
+      throw RuntimeError(ErrorNumber::TypeMismatch, member);
     case DISP_E_EXCEPTION:
-      exception.Raise(property);
+      throw exception.Error(member);
     default:
-      Raise(outcome, property);
+      throw AutomationFailure(outcome, member);
   }
 }
 
 }  // namespace
 
-void LetProperty(IDispatch& object, const std::string& property, const std::string& value) {
-  Variant text;
-  text.SetText(value);
-  DISPID put = DISPID_PROPERTYPUT;
-  DISPPARAMS parameters{text.Place(), &put, 1, 1};
-  Invoke(object, property, DISPATCH_PROPERTYPUT, parameters, nullptr);
+std::string Answer::Text() {
+  const VARIANT& text = As(VT_BSTR);
+  return FromWideRoughly({text.bstrVal, SysStringLen(text.bstrVal)});
 }
 
-std::string PropertyText(IDispatch& object, const std::string& property) {
-  Variant value;
-  DISPPARAMS none{};
-  Invoke(object, property, DISPATCH_PROPERTYGET, none, value.Place());
-  if (!value.BecomeText()) throw RuntimeError(ErrorNumber::TypeMismatch, property);
-  return value.Text();
+std::int32_t Answer::Long() {
+  return As(VT_I4).lVal;
+}
+
+bool Answer::Bool() {
+  return As(VT_BOOL).boolVal != VARIANT_FALSE;
+}
+
+Dispatch Answer::Object() {
+  if (value_.vt == VT_EMPTY || value_.vt == VT_NULL) return {};
+  const bool isObject = value_.vt == VT_DISPATCH || value_.vt == VT_UNKNOWN;
+  if (!isObject) throw RuntimeError(ErrorNumber::TypeMismatch, member_);
+  ComPointer<IDispatch> object;
+  if (value_.punkVal != nullptr && FAILED(value_.punkVal->QueryInterface(
+                                       IID_IDispatch, reinterpret_cast<void**>(object.Place())))) {
+    throw RuntimeError(ErrorNumber::TypeMismatch, member_);
+  }
+  return Dispatch(std::move(object));
+}
+
+VARIANT& Answer::As(VARTYPE type) {
+  if (FAILED(VariantChangeType(&value_, &value_, VARIANT_ALPHABOOL, type))) {
+    throw RuntimeError(ErrorNumber::TypeMismatch, member_);
+  }
+  return value_;
+}
+
+Answer Dispatch::Property(const std::string& name) const {
+  Answer answer(name);
+  Invoke(name, DISPATCH_PROPERTYGET, {}, answer.Place());
+  return answer;
+}
+
+void Dispatch::Let(const std::string& property, const Argument& value) const {
+  Invoke(property, DISPATCH_PROPERTYPUT, {value}, nullptr);
+}
+
+Answer Dispatch::Ask(const std::string& name, const Arguments& arguments) const {
+  Answer answer(name);
+  Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments, answer.Place());
+  return answer;
+}
+
+void Dispatch::Do(const std::string& method, const Arguments& arguments) const {
+  Invoke(method, DISPATCH_METHOD, arguments, nullptr);
+}
+
+void Dispatch::Invoke(const std::string& name, WORD kind, const Arguments& arguments,
+                      VARIANT* answer) const {
+  if (!object_) throw RuntimeError(ErrorNumber::ObjectNotSet, name);
+  const DISPID number = NumberOf(*object_.Get(), name);
+  Parameters values(arguments);
+  DISPPARAMS parameters = values.ForA(kind);
+  AutomationException exception;
+  UINT wrong = 0;
+  const HRESULT outcome = object_->Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
+                                          answer, exception.Place(), &wrong);
+  if (FAILED(outcome)) Raise(outcome, kind, exception, name);
 }
 
 }  // namespace gorbex

@@ -2,17 +2,78 @@
 
 #include <windows.h>
 
-#include <oaidl.h>
+#include <oleauto.h>
 
+#include <cstdint>
 #include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "platform/windows/com_pointer.h"
 
 namespace gorbex {
 
-// Properties of automation objects, found by name when they are used. Errors: 438 no such property,
-// 383 a read-only one, 13 a text that is no value of it (or a value that is no text), 440 for what
-// else befell the object, in its own words where it has some.
+// Automation objects by late binding: their members are found by name when they are used. Errors:
+// 438 no such member, 383 a read-only property, 13 a value of another type, 91 there is no object.
+// What an object itself raises comes in its own words and under its own number, as the users of the
+// language know it (their own numbers, or a negative one); 440 where there are no words.
 
-void LetProperty(IDispatch& object, const std::string& property, const std::string& value);
-[[nodiscard]] std::string PropertyText(IDispatch& object, const std::string& property);
+class Dispatch;
+
+/// What is handed to a member. Arguments left out at the end are those that the member makes up.
+using Argument = std::variant<std::string, std::int32_t, bool>;
+using Arguments = std::vector<Argument>;
+
+/// What a member answered, with what it owns. Error 13 when it is asked for as something it is not.
+class Answer {
+ public:
+  /// The member's name is for errors.
+  explicit Answer(std::string member) : member_(std::move(member)) { VariantInit(&value_); }
+  ~Answer() { VariantClear(&value_); }
+  Answer(Answer&& other) noexcept : member_(std::move(other.member_)), value_(other.value_) {
+    VariantInit(&other.value_);
+  }
+  Answer& operator=(Answer&&) = delete;
+
+  VARIANT* Place() { return &value_; }
+
+  /// Numbers, dates and objects with a default property have texts, too.
+  [[nodiscard]] std::string Text();
+  [[nodiscard]] std::int32_t Long();
+  [[nodiscard]] bool Bool();
+
+  /// No object for Nothing.
+  [[nodiscard]] Dispatch Object();
+
+ private:
+  VARIANT& As(VARTYPE type);
+
+  std::string member_;
+  VARIANT value_{};
+};
+
+class Dispatch {
+ public:
+  Dispatch() = default;
+  explicit Dispatch(ComPointer<IDispatch> object) : object_(std::move(object)) {}
+
+  explicit operator bool() const { return static_cast<bool>(object_); }
+
+  [[nodiscard]] Answer Property(const std::string& name) const;
+  void Let(const std::string& property, const Argument& value) const;
+
+  /// A method with an answer, or a property with arguments.
+  [[nodiscard]] Answer Ask(const std::string& name, const Arguments& arguments = {}) const;
+
+  /// A method without an answer.
+  void Do(const std::string& method, const Arguments& arguments = {}) const;
+
+ private:
+  void Invoke(const std::string& name, WORD kind, const Arguments& arguments,
+              VARIANT* answer) const;
+
+  ComPointer<IDispatch> object_;
+};
 
 }  // namespace gorbex

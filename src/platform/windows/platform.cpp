@@ -2,15 +2,17 @@
 
 #include <windows.h>
 
-#include "platform/git/source_control.h"
+#include <utility>
+
 #include "platform/windows/automation_objects.h"
 #include "platform/windows/clock.h"
-#include "platform/windows/closed_mail.h"
 #include "platform/windows/component_inspector.h"
 #include "platform/windows/file_system.h"
 #include "platform/windows/full_path.h"
+#include "platform/windows/outlook.h"
 #include "platform/windows/process.h"
 #include "platform/windows/registry.h"
+#include "platform/windows/source_control.h"
 #include "platform/windows/tool.h"
 #include "platform/windows/wide_text.h"
 
@@ -31,19 +33,25 @@ std::string OwnFolder() {
 }  // namespace
 
 struct WindowsPlatform::Parts {
+  explicit Parts(std::unique_ptr<ComponentObjects> componentObjects)
+      : objects(std::move(componentObjects)) {}
+
   std::string programFolder = OwnFolder();
   WindowsFileSystem files;
   WindowsRegistry registry;
   WindowsProcessLauncher processes{programFolder};
   WindowsClock clock;
   WindowsComponentInspector components{files};
-  AutomationObjects objects;
+  std::unique_ptr<ComponentObjects> objects;
   WindowsToolRunner tools;
-  GitSourceControl sourceControl{tools, files, Utf8FromWide(OwnFile())};
-  ClosedMail mail;
+  WindowsSourceControl sourceControl{tools, files, Utf8FromWide(OwnFile())};
+  Outlook mail{files};
 };
 
-WindowsPlatform::WindowsPlatform() : parts_(std::make_unique<Parts>()) {
+WindowsPlatform::WindowsPlatform() : WindowsPlatform(std::make_unique<AutomationObjects>()) {}
+
+WindowsPlatform::WindowsPlatform(std::unique_ptr<ComponentObjects> objects)
+    : parts_(std::make_unique<Parts>(std::move(objects))) {
   // A drive without a disk is an error for the caller, not a question of the system's own.
   SetErrorMode(SEM_FAILCRITICALERRORS);
 }
@@ -56,8 +64,10 @@ const std::string& WindowsPlatform::ProgramFolder() const {
 
 PlatformServices WindowsPlatform::Services(EventPump& events) {
   parts_->tools.Handle(events);
+  parts_->sourceControl.Handle(events);
+  parts_->mail.Handle(events);
   return {parts_->files, parts_->registry,     parts_->processes, parts_->clock,
-          events,        parts_->components,   parts_->objects,   parts_->sourceControl,
+          events,        parts_->components,   *parts_->objects,  parts_->sourceControl,
           parts_->mail,  parts_->programFolder};
 }
 

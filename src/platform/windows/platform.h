@@ -10,6 +10,9 @@ namespace gorbex {
 class WindowsPlatform {
  public:
   WindowsPlatform();
+
+  /// With another maker of objects, such as one that shows controls.
+  explicit WindowsPlatform(std::unique_ptr<ComponentObjects> objects);
   ~WindowsPlatform();
   WindowsPlatform(const WindowsPlatform&) = delete;
   WindowsPlatform& operator=(const WindowsPlatform&) = delete;

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/command_line.h"
+#include "platform/running_tool.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/full_path.h"
 #include "platform/windows/handle.h"
@@ -21,15 +22,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t kMostOutput = std::size_t{256} << 20U;
-
-constexpr auto kBetweenEvents = 20ms;
-
 /// What a tool says on one of its streams. Only what stands in the pipe is taken: a helper that the
 /// tool leaves behind may hold its end open for ever.
 class Output {
  public:
-  Output() {
+  explicit Output(std::string& text) : text_(text) {
     constexpr DWORD kRoom = 1U << 20U;
     HANDLE from = nullptr;
     HANDLE to = nullptr;
@@ -46,18 +43,17 @@ class Output {
   void Take() {
     std::array<char, 65536> bytes{};
     DWORD waiting = 0;
-    while (text.size() <= kMostOutput &&
+    while (text_.size() <= kMostToolOutput &&
            PeekNamedPipe(from_.Get(), nullptr, 0, nullptr, &waiting, nullptr) != 0 && waiting > 0) {
       const auto most = std::min(waiting, static_cast<DWORD>(bytes.size()));
       DWORD count = 0;
       if (ReadFile(from_.Get(), bytes.data(), most, &count, nullptr) == 0) break;
-      text.append(bytes.data(), count);
+      text_.append(bytes.data(), count);
     }
   }
 
-  std::string text;
-
  private:
+  std::string& text_;
   Handle from_;
   Handle to_;
 };
@@ -85,50 +81,29 @@ Handle Input(const std::string& text) {
   return file;
 }
 
-/// Leaves no tool running when its caller stops waiting for it.
-class WaitedFor {
+class WindowsTool : public RunningTool {
  public:
-  explicit WaitedFor(ChildProcess& child) : child_(child) {}
-  ~WaitedFor() {
+  WindowsTool(ChildStart start, const ToolCall& call)
+      : input_(Input(call.input)), child_(Started(std::move(start))) {
+    output_.CloseChildsEnd();
+    errorOutput_.CloseChildsEnd();
+  }
+  ~WindowsTool() override {
     if (child_.ExitCode(0ms)) return;
     child_.Terminate();
     static_cast<void>(child_.ExitCode(5s));
   }
-  WaitedFor(const WaitedFor&) = delete;
-  WaitedFor& operator=(const WaitedFor&) = delete;
+  WindowsTool(const WindowsTool&) = delete;
+  WindowsTool& operator=(const WindowsTool&) = delete;
 
- private:
-  ChildProcess& child_;
-};
-
-/// One child on its way to its end, taking what it says and letting events be handled.
-class RunningTool {
- public:
-  RunningTool(ChildStart start, EventPump* events, const ToolCall& call)
-      : events_(events), call_(call), input_(Input(call.input)), child_(Started(std::move(start))) {
-    output_.CloseChildsEnd();
-    errorOutput_.CloseChildsEnd();
-  }
-
-  [[nodiscard]] ToolOutcome Result() {
+  [[nodiscard]] std::optional<std::uint32_t> Advance() override {
     constexpr auto kBetweenLooks = 5ms;
-    const WaitedFor guard(child_);
-    for (auto patience = 0ms;;) {
-      const auto exitCode = child_.ExitCode(patience);
-      const auto before = Said();
-      output_.Take();
-      errorOutput_.Take();
-      if (Said() > kMostOutput) return RuntimeError(ErrorNumber::OutOfMemory, call_.program);
-      if (exitCode) {
-        return ToolResult{*exitCode, std::move(output_.text), std::move(errorOutput_.text)};
-      }
-      if (call_.patience && std::chrono::steady_clock::now() - start_ > *call_.patience) {
-        return RuntimeError::WithDescription(ErrorNumber::InvalidCall,
-                                             "'" + call_.program + "' took too long");
-      }
-      patience = Said() > before ? 0ms : kBetweenLooks;
-      HandleEvents();
-    }
+    const auto exitCode = child_.ExitCode(patience_);
+    const auto before = Said();
+    output_.Take();
+    errorOutput_.Take();
+    patience_ = Said() > before ? 0ms : kBetweenLooks;
+    return exitCode;
   }
 
  private:
@@ -136,25 +111,16 @@ class RunningTool {
     start.input = input_.Get();
     start.output = output_.ChildsEnd();
     start.errorOutput = errorOutput_.ChildsEnd();
+    start.hasOwnConsole = true;
     return start;
   }
 
-  [[nodiscard]] std::size_t Said() const { return output_.text.size() + errorOutput_.text.size(); }
+  [[nodiscard]] std::size_t Said() const { return output.size() + errorOutput.size(); }
 
-  void HandleEvents() {
-    const auto now = std::chrono::steady_clock::now();
-    if (events_ == nullptr || now - lastEvents_ < kBetweenEvents) return;
-    events_->DoEvents();
-    lastEvents_ = std::chrono::steady_clock::now();
-  }
-
-  EventPump* events_;
-  const ToolCall& call_;
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-  std::chrono::steady_clock::time_point lastEvents_ = start_;
+  std::chrono::milliseconds patience_ = 0ms;
   Handle input_;
-  Output output_;
-  Output errorOutput_;
+  Output output_{output};
+  Output errorOutput_{errorOutput};
   ChildProcess child_;
 };
 
@@ -181,7 +147,8 @@ ToolOutcome WindowsToolRunner::Run(const ToolCall& call) {
   try {
     ChildStart start{*program, CommandLineOf(*program, call), EnvironmentWith(call.environment),
                      *folder};
-    return RunningTool(std::move(start), events_, call).Result();
+    WindowsTool tool(std::move(start), call);
+    return AwaitEnd(tool, call, events_);
   } catch (const std::system_error& error) {
     const RuntimeError refused(ErrorNumber::InvalidCall, call.program);
     const auto number = static_cast<std::uint32_t>(error.code().value());

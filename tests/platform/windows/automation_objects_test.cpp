@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "automation_servers.h"
 #include "platform/runtime_error.h"
+#include "platform/windows/automation_class.h"
 
 namespace gorbex::test {
 namespace {
@@ -44,6 +46,34 @@ TEST(AutomationObjects, TakeAndGiveTextsForValuesOfOtherTypes) {
   const auto shell = objects.CreateObject("WScript.Shell");
   const auto error = ErrorOf([&] { shell->Let("CurrentDirectory", "C:\\none"); });
   EXPECT_TRUE(error.starts_with("440 Automation error: 'CurrentDirectory' (")) << error;
+}
+
+TEST(AutomationObjects, AreHeardInTheirOwnWordsUnderTheirOwnNumber) {
+  const AutomationServers servers;
+  const auto object = AutomationObjects().CreateObject("GorbexTest.Free");
+  object->Let("caption", "caf\xE9");
+  EXPECT_EQ(object->Get("Caption"), "caf\xE9");
+  const std::pair<std::string, std::string> cases[] = {
+      {"80040201|own words", "-2147220991 own words"},
+      {"800A0005|own words", "5 own words"},
+      {"0|own words", "440 own words"}};
+  for (const auto& [failure, error] : cases) {
+    servers.root.Put("failures", "Component.Caption|" + failure + "\n");
+    EXPECT_EQ(ErrorOf([&] { object->Let("Caption", "x"); }), error);
+  }
+}
+
+TEST(ControlClasses, GiveLicensedControlsToThoseWhoKnowTheKey) {
+  const AutomationServers servers;
+  const ComApartment apartment;
+  const std::string refused = "429 ActiveX component can't create object: 'GorbexTest.Licensed': ";
+  for (const char* key : {"", "open barley"}) {
+    const auto error = ErrorOf([&] { static_cast<void>(MakeControl("GorbexTest.Licensed", key)); });
+    EXPECT_TRUE(error.starts_with(refused)) << error;
+  }
+  const Dispatch control(MakeControl("GorbexTest.Licensed", "open sesame"));
+  EXPECT_EQ(control.Property("Caption").Text(), "");
+  EXPECT_TRUE(MakeControl("GorbexTest.Free", ""));
 }
 
 TEST(AutomationObjects, SayWhyAnObjectCannotBeMade) {

@@ -12,31 +12,13 @@
 #include "platform/windows/process.h"
 #include "platform/windows/registry.h"
 #include "platform/windows/tool.h"
-#include "platform/windows/wide_text.h"
 #include "tests/platform/process_outcome.h"
 #include "tests/platform/temporary_folder.h"
+#include "variable.h"
 
 namespace gorbex::test {
 
 // The services of this system, each over a place that is the test's own.
-
-/// A variable of this process, which is as it was again after the test.
-class Variable {
- public:
-  Variable(const char* name, const std::string& value)
-      : name_(ToWide(name)), before_(EnvironmentVariable(name_.c_str())) {
-    SetEnvironmentVariableW(name_.c_str(), ToWide(value).c_str());
-  }
-  ~Variable() { SetEnvironmentVariableW(name_.c_str(), before_ ? before_->c_str() : nullptr); }
-
- private:
-  std::wstring name_;
-  std::optional<std::wstring> before_;
-};
-
-inline std::string WindowsPath(std::filesystem::path path) {
-  return FromWide(path.make_preferred().native()).value();
-}
 
 struct FilesOnSystem {
   TemporaryFolder folder;

@@ -8,9 +8,9 @@
 #include <vmime/mailboxList.hpp>
 #include <vmime/text.hpp>
 
-#include "platform/code_page.h"
+#include "platform/automatic_mail.h"
+#include "platform/header_fields.h"
 #include "platform/linux/mail/character_set.h"
-#include "platform/linux/mail/header_fields.h"
 
 namespace gorbex {
 namespace {
@@ -82,24 +82,6 @@ Sender ReadSender(const std::string& value) {
   }
 }
 
-// A notice of absence, a bounce or a list's mail says so in one of these ways.
-bool IsAutomatic(std::string_view header) {
-  const auto lower = [&](const char* name) {
-    return LowerCase(FieldOf(header, name).value_or(""));
-  };
-  const auto submitted = lower("Auto-Submitted");
-  if (!submitted.empty() && submitted.substr(0, submitted.find_first_of("; (")) != "no")
-    return true;
-  const auto precedence = lower("Precedence");
-  for (const char* kind : {"bulk", "junk", "list", "auto_reply"}) {
-    if (precedence.substr(0, precedence.find_first_of("; (")) == kind) return true;
-  }
-  if (lower("From").find("mailer-daemon@") != std::string::npos) return true;
-  std::string path = lower("Return-Path");
-  std::erase(path, ' ');
-  return path == "<>" || FieldOf(header, "List-Id").has_value();
-}
-
 }  // namespace
 
 MailHeader ReadMailHeader(std::string_view header) {
@@ -115,7 +97,7 @@ MailHeader ReadMailHeader(std::string_view header) {
   if (read.replyAddress.empty()) read.replyAddress = sender.address;
   read.messageId = FieldOf(header, "Message-ID").value_or("");
   read.references = FieldOf(header, "References").value_or("");
-  read.isAutomatic = IsAutomatic(header);
+  read.isAutomatic = IsAutomaticMail(header);
   return read;
 }
 

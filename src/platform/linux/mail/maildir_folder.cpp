@@ -10,8 +10,8 @@
 #include <system_error>
 #include <tuple>
 
+#include "platform/header_fields.h"
 #include "platform/linux/mail/character_set.h"
-#include "platform/linux/mail/header_fields.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {

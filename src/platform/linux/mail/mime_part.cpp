@@ -9,7 +9,7 @@
 #include <vmime/utility/outputStreamStringAdapter.hpp>
 
 #include "platform/code_page.h"
-#include "platform/linux/mail/header_fields.h"
+#include "platform/header_fields.h"
 
 namespace gorbex {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/mail/header_fields.h"
+#include "platform/header_fields.h"
 
 #include <algorithm>
 

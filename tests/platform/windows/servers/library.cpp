@@ -1,0 +1,87 @@
+#include <windows.h>
+
+#include <ocidl.h>
+#include <oleauto.h>
+
+#include <memory>
+
+#include "class_ids.h"
+#include "scripted_object.h"
+
+namespace gorbex::test {
+namespace {
+
+constexpr const wchar_t* kKey = L"open sesame";
+
+/// Makes objects of one class; of a licensed one, only for those who know the key.
+class Factory : public IClassFactory2 {
+ public:
+  Factory(IDispatch* (*make)(), bool isLicensed) : make_(make), isLicensed_(isLicensed) {}
+  virtual ~Factory() = default;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    const bool isKnown = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IClassFactory) ||
+                         IsEqualIID(id, IID_IClassFactory2);
+    *object = isKnown ? this : nullptr;
+    if (isKnown) AddRef();
+    return isKnown ? S_OK : E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
+    return isLicensed_ ? CLASS_E_NOTLICENSED : Make(id, object);
+  }
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE GetLicInfo(LICINFO*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE RequestLicKey(DWORD, BSTR*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE CreateInstanceLic(IUnknown*, IUnknown*, REFIID id, BSTR key,
+                                              void** object) override {
+    return std::wstring(key) == kKey ? Make(id, object) : CLASS_E_NOTLICENSED;
+  }
+
+ private:
+  HRESULT Make(REFIID id, void** object) {
+    IDispatch* made = make_();
+    const HRESULT result = made->QueryInterface(id, object);
+    made->Release();
+    return result;
+  }
+
+  IDispatch* (*make_)();
+  bool isLicensed_;
+  ULONG references_ = 1;
+};
+
+}  // namespace
+
+IDispatch* NewComponent() {
+  const auto caption = std::make_shared<std::wstring>();
+  return Object("Component",
+                {{"Caption", {kGet | kPut, "S", [caption](const Values& values) -> Value {
+                                if (!values.empty()) *caption = Text(values.at(0));
+                                return *caption;
+                              }}}});
+}
+
+}  // namespace gorbex::test
+
+STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
+  using namespace gorbex::test;
+  constexpr IDispatch* (*kMakers[])() = {NewSourceSafe, NewOutlook, NewComponent, NewComponent};
+  for (unsigned long i = 0; i < std::size(kMakers); ++i) {
+    if (!IsEqualCLSID(classId, ServerClass(i))) continue;
+    auto* factory = new Factory(kMakers[i], i == kLicensedClass);
+    const HRESULT result = factory->QueryInterface(id, object);
+    factory->Release();
+    return result;
+  }
+  return CLASS_E_CLASSNOTAVAILABLE;
+}
+
+STDAPI DllCanUnloadNow() {
+  return S_FALSE;
+}
