@@ -2,10 +2,14 @@
 # rule (a layer sees its own folder and the folders of the layers it names) hold for all alike.
 
 add_library(gorbex_flags INTERFACE)
-target_compile_options(gorbex_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror
-  # GCC 12 sees an overlap in "text" + std::string that is not there.
-  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+if(MSVC)
+  target_compile_options(gorbex_flags INTERFACE /W4 /permissive- /utf-8)
+else()
+  set(warnings -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror
+    # GCC 12 sees an overlap in "text" + std::string that is not there.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+  target_compile_options(gorbex_flags INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
+endif()
 if(GORBEX_SANITIZE)
   target_compile_options(gorbex_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -27,7 +31,11 @@ function(gorbex_layer_includes target layer)
   file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${layer}/*.h)
   foreach(header ${headers})
     get_filename_component(name ${header} NAME)
-    file(CREATE_LINK ${header} ${view}/${layer}/${name} SYMBOLIC)
+    if(CMAKE_HOST_WIN32)
+      configure_file(${header} ${view}/${layer}/${name} COPYONLY)  # links want a right of their own
+    else()
+      file(CREATE_LINK ${header} ${view}/${layer}/${name} SYMBOLIC)
+    endif()
   endforeach()
   target_include_directories(${target} PUBLIC ${view})
 endfunction()

@@ -12,6 +12,29 @@ function(gorbex_header_library target folder)
   target_include_directories(${target} SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/headers)
 endfunction()
 
+set(GORBEX_TOOLKIT "" CACHE PATH
+  "Cross-compiled: where scripts/toolkit has put the window toolkit; without it the window is left out")
+
+# gorbex_find_toolkit(): the window toolkit as gorbex_toolkit. Its headers are not held to this
+# project's warnings.
+function(gorbex_find_toolkit)
+  if(CMAKE_CROSSCOMPILING)
+    if(NOT GORBEX_TOOLKIT)
+      return()
+    endif()
+    unset(wxWidgets_DIR CACHE)
+    find_package(wxWidgets 3.2 CONFIG REQUIRED COMPONENTS core base
+      PATHS ${GORBEX_TOOLKIT}/lib/cmake/wxWidgets NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+  else()
+    find_package(wxWidgets 3.2 REQUIRED COMPONENTS core base)
+  endif()
+  add_library(gorbex_toolkit INTERFACE)
+  target_include_directories(gorbex_toolkit SYSTEM INTERFACE ${wxWidgets_INCLUDE_DIRS})
+  target_compile_definitions(gorbex_toolkit INTERFACE ${wxWidgets_DEFINITIONS})
+  target_compile_options(gorbex_toolkit INTERFACE ${wxWidgets_CXX_FLAGS})
+  target_link_libraries(gorbex_toolkit INTERFACE ${wxWidgets_LIBRARIES})
+endfunction()
+
 macro(gorbex_find_command_line_libraries)
   if(CMAKE_CROSSCOMPILING)
     gorbex_header_library(CLI11::CLI11 CLI)

@@ -13,7 +13,7 @@ void ShowAbout(wxWindow* parent) {
   info.SetDescription(
       "Builds products made of Visual Basic component projects,\n"
       "in the order that their references ask for.");
-  info.SetCopyright("\u00a9 2026 The GorbexBuilder developers. MIT licence.");
+  info.SetCopyright(wxString::FromUTF8("\u00a9 2026 The GorbexBuilder developers. MIT licence."));
   wxIcon icon;
   icon.CopyFromBitmap(Icon("gorbexbuilder", 64).GetBitmap(wxSize(64, 64)));
   info.SetIcon(icon);

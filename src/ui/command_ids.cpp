@@ -5,10 +5,10 @@
 namespace gorbex::ui {
 
 int CommandIds::IdOf(Command& command) {
-  const auto [entry, isNew] = ids_.emplace(&command, 0);
+  const auto [entry, isNew] = ids_.try_emplace(&command);
   if (!isNew) return entry->second;
-  const int id = wxWindow::NewControlId();
-  entry->second = id;
+  entry->second = wxWindow::NewControlId();
+  const int id = entry->second;
   frame_.Bind(
       wxEVT_MENU,
       [this, &command](wxCommandEvent&) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/frame.h>
+#include <wx/windowid.h>
 
 #include <functional>
 #include <unordered_map>
@@ -27,7 +28,7 @@ class CommandIds {
   void OnUpdate(const Command& command, wxUpdateUIEvent& event);
 
   wxFrame& frame_;
-  std::unordered_map<const Command*, int> ids_;
+  std::unordered_map<const Command*, wxWindowIDRef> ids_;  ///< kept from being given away
   std::unordered_map<const Command*, std::function<bool()>> possible_;
 };
 

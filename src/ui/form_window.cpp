@@ -1,5 +1,7 @@
 #include "ui/form_window.h"
 
+#include "ui/icons.h"
+
 namespace gorbex::ui {
 
 FormWindow::FormWindow(wxWindow* parent, const wxString& title, const wxString& name,
@@ -7,6 +9,7 @@ FormWindow::FormWindow(wxWindow* parent, const wxString& title, const wxString& 
     : wxDialog(parent, wxID_ANY, title, wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX, name),
       subscription_(visible.changed.Connect([this](const bool& shown) { ShowAsTold(shown); })) {
+  SetIcons(ProgramIcons());
   Bind(wxEVT_CLOSE_WINDOW, [unload](wxCloseEvent&) { unload(); });
   // Escape means the same as the window's own close button.
   Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {

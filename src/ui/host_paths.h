@@ -15,8 +15,9 @@ class HostPaths {
   [[nodiscard]] virtual std::optional<std::string> ProgramPath(
       const std::string& hostPath) const = 0;
 
-  /// The system's UTF-8 path of the program's path; empty when it leads nowhere.
-  [[nodiscard]] virtual std::string HostPath(const std::string& programPath) const = 0;
+  /// The system's UTF-8 path of the folder where the first file dialog begins; empty lets the
+  /// system choose.
+  [[nodiscard]] virtual std::string FirstFolder() const = 0;
 };
 
 }  // namespace gorbex::ui

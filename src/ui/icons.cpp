@@ -11,6 +11,17 @@ wxBitmapBundle Icon(std::string_view name, int size) {
                                  wxSize(size, size));
 }
 
+wxIconBundle ProgramIcons() {
+  wxIconBundle icons;
+  const auto icon = Icon("gorbexbuilder", 64);
+  for (const int size : {16, 20, 24, 32, 48, 64}) {
+    wxIcon sized;
+    sized.CopyFromBitmap(icon.GetBitmap(wxSize(size, size)));
+    icons.AddIcon(sized);
+  }
+  return icons;
+}
+
 wxVector<wxBitmapBundle> RowIcons() {
   constexpr auto kImages = static_cast<std::size_t>(Image::BuildError) + 1;
   wxVector<wxBitmapBundle> icons;

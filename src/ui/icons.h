@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/bmpbndl.h>
+#include <wx/iconbndl.h>
 #include <wx/vector.h>
 
 #include <string_view>
@@ -11,6 +12,9 @@ namespace gorbex::ui {
 
 /// An icon by its file's name, in DIP; empty when there is none of that name.
 [[nodiscard]] wxBitmapBundle Icon(std::string_view name, int size = 16);
+
+/// The program's own icon in the sizes that window frames ask for.
+[[nodiscard]] wxIconBundle ProgramIcons();
 
 /// The icons of tree nodes and list rows, at the index of their `Image`.
 [[nodiscard]] wxVector<wxBitmapBundle> RowIcons();

@@ -1,6 +1,7 @@
 #include "ui/label_window.h"
 
 #include "ui/form_layout.h"
+#include "ui/icons.h"
 
 namespace gorbex::ui {
 
@@ -10,6 +11,7 @@ LabelWindow::LabelWindow(wxWindow* parent, frmLabel& form)
       hidden_(form.hidden.changed.Connect([this](const bool& hidden) {
         if (hidden && IsModal()) EndModal(wxID_OK);
       })) {
+  SetIcons(ProgramIcons());
   FormLayout layout(*this, fields_);
   layout.AddField("&Project:", "txtVSSProject", form.txtVSSProject);
   layout.AddField("&Label:", "txtLabel", form.txtLabel)->SetFocus();

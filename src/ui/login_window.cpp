@@ -1,12 +1,14 @@
 #include "ui/login_window.h"
 
 #include "ui/form_layout.h"
+#include "ui/icons.h"
 
 namespace gorbex::ui {
 
 LoginWindow::LoginWindow(wxWindow* parent, frmLogin& form)
     : wxDialog(parent, wxID_ANY, "Source Control Login", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "frmLogin") {
+  SetIcons(ProgramIcons());
   FormLayout layout(*this, fields_);
   layout.AddField("&User name:", "txtUserName", form.txtUserName);
   wxTextCtrl* password =

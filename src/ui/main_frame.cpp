@@ -1,5 +1,6 @@
 #include "ui/main_frame.h"
 
+#include <wx/display.h>
 #include <wx/sizer.h>
 
 #include "core/node_key.h"
@@ -54,14 +55,7 @@ MainFrame::MainFrame(Program& program)
       mailTimer_(this) {
   SetMinClientSize(FromDIP(kSmallestSize));
   SetSize(FromDIP(kDesignedSize));
-  wxIconBundle appIcons;
-  const auto icon = Icon("gorbexbuilder", 64);
-  for (const int size : {16, 32, 48, 64}) {
-    wxIcon sized;
-    sized.CopyFromBitmap(icon.GetBitmap(wxSize(size, size)));
-    appIcons.AddIcon(sized);
-  }
-  SetIcons(appIcons);
+  SetIcons(ProgramIcons());
   program_.window.menu.mnuHelpAbout.SetHandler([this] { ShowAbout(this); });
   menus_ = std::make_unique<WindowMenus>(*this, program_.window.menu, ids_);
   // The status text is the program's; menus have no help texts to put in its place.
@@ -230,8 +224,16 @@ void MainFrame::BindQueue() {
     if (key == WXK_DELETE && row != nullptr && !program_.run.Running()) {
       program_.window.menu.mnuQueueRemove.Execute();
     }
-    if (key == WXK_SPACE && row != nullptr) row->SetChecked(!row->Checked());
-    if (key != WXK_SPACE) event.Skip();
+    event.Skip();
+  });
+  // Some systems' lists take the space bar for a double click and tell of no key.
+  queue_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    ListRow* row = program_.window.lvwQueue.Selected();
+    if (event.GetKeyCode() == WXK_SPACE && !event.HasAnyModifiers() && row != nullptr) {
+      row->SetChecked(!row->Checked());
+    } else {
+      event.Skip();
+    }
   });
 }
 
@@ -283,7 +285,7 @@ void MainFrame::Place() {
   if (const auto& position = program_.window.position.Get()) {
     MoveTo(*position);
   } else {
-    CentreOnScreen();
+    SetSize(InTheMiddle(GetSize(), wxDisplay(this).GetClientArea()));
   }
   Layout();
   RestoreLayout();
@@ -358,6 +360,12 @@ void MainFrame::StoreLayout() {
 }
 
 void MainFrame::OnClose(wxCloseEvent& event) {
+  // Only the system can ask now. Whoever waits for the answer still needs the window.
+  if (openDialogs_.Any()) {
+    isCloseWanted_ = true;
+    if (event.CanVeto()) event.Veto();
+    return;
+  }
   if (!program_.shutDown.Form_QueryUnload() && event.CanVeto()) {
     event.Veto();
     return;
@@ -369,7 +377,9 @@ void MainFrame::OnClose(wxCloseEvent& event) {
 void MainFrame::OnIdle(wxIdleEvent& event) {
   event.Skip();
   ShowEmptyPanes();
-  if (program_.shutDown.Due()) CallAfter([this] { Close(); });
+  const bool isCloseDue = isCloseWanted_ && !openDialogs_.Any();
+  if (isCloseDue) isCloseWanted_ = false;
+  if (isCloseDue || program_.shutDown.Due()) CallAfter([this] { Close(); });
 }
 
 }  // namespace gorbex::ui

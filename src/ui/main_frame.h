@@ -9,6 +9,7 @@
 
 #include "app/program.h"
 #include "ui/command_ids.h"
+#include "ui/open_dialogs.h"
 #include "ui/pane.h"
 #include "ui/project_tree.h"
 #include "ui/queue_list.h"
@@ -62,6 +63,8 @@ class MainFrame : public wxFrame {
   StateList* data_ = nullptr;
   QueueList* queue_ = nullptr;
   wxTimer mailTimer_;
+  OpenDialogs openDialogs_;
+  bool isCloseWanted_ = false;  ///< by the system, while a dialog was open
   bool isBusyCursor_ = false;
   bool isPainted_ = false;
   bool isPlaced_ = false;

@@ -6,6 +6,7 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include "ui/icons.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
@@ -32,6 +33,7 @@ OptionsWindow::OptionsWindow(wxWindow* parent, frmOptions& form)
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "frmOptions"),
       form_(form),
       pages_(new wxNotebook(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "tbsOptions")) {
+  SetIcons(ProgramIcons());
   MakeBuildPage();
   MakeTestProjectPage();
   MakeMailPage();

@@ -1,5 +1,6 @@
 #include "ui/window_dialogs.h"
 
+#include <wx/app.h>
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
@@ -85,6 +86,8 @@ wxString WildcardOf(const std::string& filter) {
 
 wxWindow* WindowDialogs::Parent() {
   if (parent_ != nullptr && !parent_->IsShown()) ShowParent();
+  // The system's own dialogs run a loop in which the windows behind them never come to rest.
+  wxTheApp->ProcessIdle();
   wxWindow* active = wxGetActiveWindow();
   wxWindow* top = active == nullptr ? nullptr : wxGetTopLevelParent(active);
   return top == nullptr || !top->IsShown() ? parent_ : top;
@@ -123,7 +126,7 @@ std::optional<std::string> WindowDialogs::Chosen(const wxString& hostPath) {
 
 std::optional<std::string> WindowDialogs::ChooseFile(const FileChoice& choice, long style) {
   const bool isPattern = choice.name.find('*') != std::string::npos;
-  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(paths_.HostPath("C:\\"));
+  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(paths_.FirstFolder());
   wxFileDialog dialog(Parent(), TitleOf(choice.title, "Save"), lastFolder_,
                       isPattern ? wxString() : ToWx(choice.name), WildcardOf(choice.filter), style);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
@@ -159,7 +162,7 @@ std::optional<std::string> WindowDialogs::SaveFile(const FileChoice& choice) {
 }
 
 std::optional<std::string> WindowDialogs::BrowseForDir(const std::string& title) {
-  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(paths_.HostPath("C:\\"));
+  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(paths_.FirstFolder());
   wxDirDialog dialog(Parent(), ToWx(title), lastFolder_, wxDD_DEFAULT_STYLE);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   return Chosen(dialog.GetPath());

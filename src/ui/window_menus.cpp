@@ -179,7 +179,6 @@ void WindowMenus::ShowRecentFiles() {
 
 void WindowMenus::MakeToolBar(const Entries& entries) {
   wxToolBar* tools = frame_.CreateToolBar(wxTB_HORIZONTAL | wxTB_FLAT);
-  tools->SetToolBitmapSize(frame_.FromDIP(wxSize(kToolSize, kToolSize)));
   for (Command* command : entries) {
     if (command == nullptr) {
       tools->AddSeparator();

@@ -55,10 +55,13 @@ wxRect OnSomeScreen(const wxRect& wanted, const std::vector<wxRect>& screens,
     window.height = std::min(window.height, all.height);
   }
   if (found != screens.end() || screens.empty()) return window;
-  const wxRect& screen = screens.front();
-  window.width = std::min(window.width, screen.width);
-  window.height = std::min(window.height, screen.height);
-  return window.CentreIn(screen);
+  return InTheMiddle(window.GetSize(), screens.front());
+}
+
+wxRect InTheMiddle(const wxSize& wanted, const wxRect& screen) {
+  wxSize size = wanted;
+  size.DecTo(screen.GetSize());
+  return wxRect(size).CentreIn(screen);
 }
 
 std::vector<wxRect> Screens() {

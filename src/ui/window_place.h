@@ -17,6 +17,9 @@ namespace gorbex::ui {
 [[nodiscard]] wxRect OnSomeScreen(const wxRect& wanted, const std::vector<wxRect>& screens,
                                   const wxSize& smallest);
 
+/// A window of that size in the middle of a screen, cut where the screen is smaller.
+[[nodiscard]] wxRect InTheMiddle(const wxSize& wanted, const wxRect& screen);
+
 /// The usable areas of all screens, the main screen first.
 [[nodiscard]] std::vector<wxRect> Screens();
 

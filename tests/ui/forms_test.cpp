@@ -1,7 +1,6 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
-#include <wx/dcscreen.h>
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
 
@@ -84,7 +83,7 @@ TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
     [[nodiscard]] std::optional<std::string> ProgramPath(const std::string&) const override {
       return std::nullopt;
     }
-    [[nodiscard]] std::string HostPath(const std::string&) const override { return {}; }
+    [[nodiscard]] std::string FirstFolder() const override { return {}; }
   };
   const Paths paths;
   ui::WindowDialogs windows(paths);
@@ -109,6 +108,17 @@ TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
     EXPECT_EQ(windows.Show({"Text", row.buttons, MessageIcon::Question}), row.answer)
         << static_cast<int>(row.buttons) << " " << row.key;
   }
+}
+
+TEST_F(FormsTest, TheSystemsWishToEndWaitsForAnOpenForm) {
+  bool stoodOpen = false;
+  InOptions([&] {
+    frame->Close();
+    User::Waits();
+    stoodOpen = frame != nullptr;
+  });
+  EXPECT_TRUE(User::Sees([&] { return frame == nullptr; }));
+  EXPECT_TRUE(stoodOpen);
 }
 
 TEST_F(FormsTest, LoginStaysOpenUntilTheDatabaseOpensOrTheUserGivesUp) {
@@ -154,45 +164,6 @@ TEST_F(FormsTest, LabelWantsBothTexts) {
   };
   program->labelling.mnuToolsLabel_Click();
   EXPECT_EQ(Asked().back(), "label");
-}
-
-TEST_F(FormsTest, AUserControlDrawsItselfIntoTheTestForm) {
-  const std::string clsid = "{B0000000-0000-4000-8000-00000000000F}";
-  RegistryTools& registry = program->registry;
-  registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\StorePriceLabel.PriceLabel\\CLSID", "", clsid);
-  registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\CLSID\\" + clsid + "\\InprocServer32", "",
-                               platform.GetPrefix().WindowsPath(SAMPLE_PLUGIN));
-  ListView& queue = program->window.lvwQueue;
-  queue.Select(queue.Find("C:\\Storefront\\PriceLabel\\StorePriceLabel.vbp"));
-  User::Waits();
-  user.Presses('T', wxMOD_CONTROL);
-  ASSERT_EQ(The<wxChoice>("cboComponents").GetStringSelection(), "(u) StorePriceLabel.PriceLabel");
-  Asked();
-  user.Clicks(The<wxButton>("cmdTest"));
-  EXPECT_EQ(Asked(), Journal{});
-  ASSERT_EQ(program->testControl.Controls().size(), 1U);
-  HostedControl& control = *program->testControl.Controls().front();
-  control.control->Let("Text", "FF0000");
-  control.repaint.Emit();
-  auto& canvas = The<wxWindow>("canvas");
-  const wxSize size = canvas.GetClientSize();
-  EXPECT_EQ(control.size.Get(), (ControlSize{size.x, size.y}));
-  const auto pixelAt = [&](const wxPoint& at) {
-    wxColour colour;
-    const wxPoint onScreen = canvas.ClientToScreen(at);
-    wxScreenDC().GetPixel(onScreen.x, onScreen.y, &colour);
-    return colour;
-  };
-  EXPECT_TRUE(User::Sees([&] { return pixelAt({size.x / 2, size.y / 2}) == wxColour(255, 0, 0); }));
-  EXPECT_TRUE(pixelAt({0, 0}) == *wxWHITE) << "the frame";
-
-  wxGetTopLevelParent(&canvas)->SetClientSize(300, 200);
-  EXPECT_TRUE(User::Sees([&] { return control.size.Get() == ControlSize{300, 200}; }));
-  wxGetTopLevelParent(&canvas)->Close();
-  User::Waits();
-  EXPECT_TRUE(program->testControl.Controls().empty());
-  user.Clicks(The<wxButton>("cmdClose"));
-  EXPECT_EQ(Shown("frmSelectControl"), nullptr);
 }
 
 }  // namespace

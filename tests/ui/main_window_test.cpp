@@ -4,7 +4,7 @@
 #include <wx/textctrl.h>
 
 #include <cstdlib>
-#include <filesystem>
+#include <fstream>
 
 #include "tests/ui/window_fixture.h"
 #include "ui/project_tree.h"
@@ -90,9 +90,9 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   auto& queue = The<StateList>("lvwQueue");
   EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
 
-  dialogs.choices.emplace_back("C:\\New.bpf");
+  dialogs.choices.emplace_back("C:\\Storefront\\New.bpf");
   user.Presses('S', wxMOD_CONTROL);
-  EXPECT_EQ(frame->GetTitle(), "GorbexBuilder [C:\\New.bpf]");
+  EXPECT_EQ(frame->GetTitle(), "GorbexBuilder [C:\\Storefront\\New.bpf]");
   program->window.menu.mnuFileNew.Execute();
   User::Waits();
   EXPECT_EQ(Shown("lvwQueue"), nullptr);
@@ -102,8 +102,8 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
 }
 
 TEST_F(MainWindowTest, ShowsFailuresAndHidesThemAtTheNextClick) {
-  folder.Put("drive_c/Storefront/Core/modErrors.bas",
-             "Attribute VB_Name = \"modErrors\"\r\nSub Main()\r\n");
+  std::ofstream(bench.Product() / "Core/modErrors.bas", std::ios::binary)
+      << "Attribute VB_Name = \"modErrors\"\r\nSub Main()\r\n";
   Open(kProduct);
   user.Presses(WXK_F7);
   ASSERT_TRUE(User::Sees([&] { return !program->run.Running(); }));
@@ -188,42 +188,6 @@ TEST_F(MainWindowTest, IsDrivenByTheKeyboardAlone) {
   dialogs.answers = {Answer::Yes};
   user.Presses(WXK_DELETE);
   EXPECT_EQ(program->window.lvwQueue.Find(second), nullptr);
-}
-
-TEST_F(MainWindowTest, ServesMailWhileTheInboxIsChecked) {
-  namespace fs = std::filesystem;
-  for (const char* part : {"new", "cur", "tmp"}) {
-    fs::create_directories(folder.Path() / "mails/.Builder" / part);
-    fs::create_directories(folder.Path() / "mails" / part);
-  }
-  folder.Put("mails/sendmail", "#!/bin/sh\ncat > '" + (folder.Path() / "reply").string() + "'\n");
-  fs::permissions(folder.Path() / "mails/sendmail", fs::perms::owner_all);
-  Open(kProduct);
-  const auto set = [&](const char* name, const std::string& value) {
-    program->registry.subSetRegistryValue(kProgramKey, name, value);
-  };
-  set("MailStore", "maildir://" + (folder.Path() / "mails").string());
-  set("MailTransport", "sendmail://" + (folder.Path() / "mails/sendmail").string());
-  wxMenuBar& bar = *frame->GetMenuBar();
-  wxMenuItem& entry = *bar.FindItem(bar.FindMenuItem("Tools", "Check Inbox"));
-  const auto isChecked = [&] {
-    entry.GetMenu()->UpdateUI();
-    return entry.IsChecked();
-  };
-
-  program->options.Interval = 0;
-  program->window.menu.mnuToolsInBox.Execute();
-  EXPECT_TRUE(isChecked());
-  folder.Put("mails/.Builder/new/1.a",
-             "From: anna@dev.example\r\nSubject: build request\r\n\r\nx,");
-  User::Waits();
-  EXPECT_FALSE(fs::exists(folder.Path() / "reply")) << "a timer of 0 never fires";
-  program->window.tmrOutlook.interval.Set(50);
-  EXPECT_TRUE(User::Sees([&] { return fs::exists(folder.Path() / "reply"); }));
-  EXPECT_TRUE(User::Sees([&] { return program->window.stbStatus.Get() == "Idle"; }));
-  program->window.menu.mnuToolsInBox.Execute();
-  EXPECT_FALSE(isChecked());
-  EXPECT_TRUE(Close());
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
-#include <wx/process.h>
 #include <wx/stopwatch.h>
 #include <wx/timer.h>
 #include <wx/utils.h>
@@ -10,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "tests/ui/hand.h"
 #include "ui/event_loop_pump.h"
 
 namespace gorbex::test {
@@ -70,23 +70,9 @@ void User::Clicks(wxWindow& control, const wxPoint& at) {
   Waits();
 }
 
-// The toolkit leads a drag in a loop of its own, so a hand outside the program moves the mouse.
 void User::Drags(wxWindow& from, const wxPoint& at, wxWindow& to) {
-  constexpr int kSteps = 10;
-  const wxPoint start = from.ClientToScreen(at);
   const wxSize size = to.GetClientSize();
-  const wxPoint end = to.ClientToScreen(wxPoint(size.x / 2, size.y / 2));
-  wxString command = "xdotool";
-  for (int step = 0; step <= kSteps; ++step) {
-    const wxPoint point = start + (end - start) * step / kSteps;
-    command += wxString::Format(" mousemove %d %d sleep 0.03", point.x, point.y);
-    if (step == 0) command += " mousedown 1 sleep 0.05";
-  }
-  command += " sleep 0.05 mouseup 1 sleep 0.1";
-  bool isOver = false;
-  wxProcess hand;
-  hand.Bind(wxEVT_END_PROCESS, [&](wxProcessEvent&) { isOver = true; });
-  if (wxExecute(command, wxEXEC_ASYNC, &hand) > 0) static_cast<void>(Sees([&] { return isOver; }));
+  DragByHand(from.ClientToScreen(at), to.ClientToScreen(wxPoint(size.x / 2, size.y / 2)));
   Waits();
 }
 

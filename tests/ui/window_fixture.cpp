@@ -1,15 +1,10 @@
 #include "tests/ui/window_fixture.h"
 
-#include <filesystem>
-
 namespace gorbex::test {
 
 WindowFixture::WindowFixture() {
-  std::filesystem::copy(STOREFRONT, folder.Path() / "drive_c/Storefront",
-                        std::filesystem::copy_options::recursive);
-  Program setUp(platform.Services(pump), dialogs);
-  const std::string compiler = platform.GetPrefix().WindowsPath(STANDIN_COMPILER);
-  setUp.shell.ShellAndWait("\"" + compiler + "\" /regserver");
+  Program setUp(bench.Services(pump), dialogs);
+  setUp.shell.ShellAndWait("\"" + bench.Compiler() + "\" /regserver");
   setUp.registry.subSetRegistryValue(kProgramKey, "Compatible", "True");
 }
 
@@ -21,7 +16,7 @@ WindowFixture::~WindowFixture() {
 }
 
 void WindowFixture::Open(const std::string& commandLine) {
-  program = std::make_unique<Program>(platform.Services(pump), dialogs);
+  program = std::make_unique<Program>(bench.Services(pump), dialogs);
   frame = new ui::MainFrame(*program);
   frame->Bind(wxEVT_DESTROY, [this](wxWindowDestroyEvent& event) {
     if (event.GetEventObject() == frame) frame = nullptr;

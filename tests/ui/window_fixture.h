@@ -6,17 +6,16 @@
 #include <string>
 
 #include "app/program.h"
-#include "platform/linux/platform.h"
-#include "tests/platform/temporary_folder.h"
 #include "tests/support/scripted_dialogs.h"
 #include "tests/ui/user.h"
 #include "ui/event_loop_pump.h"
 #include "ui/main_frame.h"
+#include "window_bench.h"
 
 namespace gorbex::test {
 
-/// The real window over a real prefix with the sample product and the stand-in compiler; dialogs
-/// are answered by the test.
+/// The real window over the system's services with the sample product and the stand-in compiler;
+/// dialogs are answered by the test.
 class WindowFixture : public ::testing::Test {
  protected:
   WindowFixture();
@@ -35,8 +34,7 @@ class WindowFixture : public ::testing::Test {
 
   static constexpr const char* kProduct = "C:\\Storefront\\Storefront.bpf";
 
-  TemporaryFolder folder;
-  LinuxPlatform platform{folder.Path()};
+  WindowBench bench;
   ui::EventLoopPump pump;
   Journal journal;
   ScriptedDialogs dialogs{journal};

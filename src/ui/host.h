@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/services.h"
+#include "ui/host_paths.h"
+
+namespace gorbex::ui {
+
+/// What the window's program asks of the system it runs on.
+class Host : public HostPaths {
+ public:
+  /// The services with the window's own event pump; valid as long as the host and the pump.
+  [[nodiscard]] virtual PlatformServices Services(EventPump& events) = 0;
+
+  /// The program's path form of a path typed in UTF-8; nothing when it has none.
+  [[nodiscard]] virtual std::optional<std::string> TypedPath(const std::string& typed) const = 0;
+};
+
+}  // namespace gorbex::ui

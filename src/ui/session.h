@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "app/program.h"
+#include "ui/event_loop_pump.h"
+#include "ui/host.h"
+#include "ui/window_dialogs.h"
+
+namespace gorbex::ui {
+
+/// The program with everything it stands on, in the order in which it is taken down again.
+class Session {
+ public:
+  /// The host must outlive the session.
+  explicit Session(Host& host);
+
+  /// Shows the window and loads what the command line names: nothing, "show" or a file, in UTF-8.
+  void Start(const std::string& typed);
+
+ private:
+  [[nodiscard]] std::string CommandLine(const std::string& typed) const;
+
+  Host& host_;
+  WindowDialogs dialogs_;
+  EventLoopPump events_;
+  Program program_;
+};
+
+}  // namespace gorbex::ui

@@ -1,0 +1,88 @@
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/git/ask_pass.h"
+#include "platform/runtime_error.h"
+#include "platform/windows/child_process.h"
+#include "platform/windows/com_apartment.h"
+#include "platform/windows/controls/activex_objects.h"
+#include "platform/windows/platform.h"
+#include "platform/windows/typed_path.h"
+#include "platform/windows/wide_text.h"
+#include "ui/window_app.h"
+#include "ui/window_arguments.h"
+#include "ui/windows/starter.h"
+
+namespace {
+
+using namespace gorbex;
+
+std::optional<std::string> Environment(const char* name) {
+  const auto value = EnvironmentVariable(WideFromUtf8(name).c_str());
+  if (!value || value->empty()) return std::nullopt;
+  return Utf8FromWide(*value);
+}
+
+class WindowsHost : public ui::Host {
+ public:
+  PlatformServices Services(EventPump& events) override { return platform_.Services(events); }
+
+  [[nodiscard]] std::optional<std::string> TypedPath(const std::string& typed) const override {
+    try {
+      return ProgramPathOf(typed);
+    } catch (const RuntimeError&) {
+      return std::nullopt;
+    }
+  }
+
+  [[nodiscard]] std::optional<std::string> ProgramPath(const std::string& hostPath) const override {
+    return TypedPath(hostPath);
+  }
+
+  // The system remembers where its dialogs were.
+  [[nodiscard]] std::string FirstFolder() const override { return {}; }
+
+ private:
+  WindowsPlatform platform_{std::make_unique<ActiveXObjects>()};
+};
+
+/// All words of the command line in UTF-8, the program's name first.
+std::vector<std::string> Words() {
+  int count = 0;
+  const std::unique_ptr<LPWSTR, decltype(&LocalFree)> words(
+      CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+  std::vector<std::string> result;
+  for (int i = 0; words && i < count; ++i) result.push_back(Utf8FromWide(words.get()[i]));
+  return result;
+}
+
+std::optional<int> AnsweredForGit(const std::vector<std::string>& words) {
+  std::vector<const char*> pointers;
+  pointers.reserve(words.size());
+  for (const auto& word : words) pointers.push_back(word.c_str());
+  return AnswerAskPass(static_cast<int>(pointers.size()), pointers.data(), Environment, std::cout);
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*unused*/, char* /*bytes*/, int show) {
+  std::vector<std::string> words = Words();
+  if (const auto answered = AnsweredForGit(words)) return *answered;
+  if (!words.empty()) words.erase(words.begin());
+  const auto arguments = ui::WindowArgumentsOf(words, ui::PrefixOption::None);
+  if (const auto& reply = arguments.reply) {
+    ui::TellStarter(reply->text,
+                    reply->exitStatus == 0 ? ui::StarterStream::Output : ui::StarterStream::Errors);
+    return reply->exitStatus;
+  }
+  const ComApartment apartment;
+  const auto makeHost = [] { return std::make_unique<WindowsHost>(); };
+  wxApp::SetInstance(new ui::WindowApp(makeHost, arguments.typed));
+  return wxEntry(instance, nullptr, nullptr, show);
+}

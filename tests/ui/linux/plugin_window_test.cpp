@@ -1,0 +1,55 @@
+#include <wx/button.h>
+#include <wx/choice.h>
+#include <wx/dcscreen.h>
+
+#include "tests/ui/window_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+class PluginWindowTest : public WindowFixture {
+ protected:
+  PluginWindowTest() { Open(kProduct); }
+};
+
+TEST_F(PluginWindowTest, AUserControlDrawsItselfIntoTheTestForm) {
+  const std::string clsid = "{B0000000-0000-4000-8000-00000000000F}";
+  RegistryTools& registry = program->registry;
+  registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\StorePriceLabel.PriceLabel\\CLSID", "", clsid);
+  registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\CLSID\\" + clsid + "\\InprocServer32", "",
+                               bench.platform.GetPrefix().WindowsPath(SAMPLE_PLUGIN));
+  ListView& queue = program->window.lvwQueue;
+  queue.Select(queue.Find("C:\\Storefront\\PriceLabel\\StorePriceLabel.vbp"));
+  User::Waits();
+  user.Presses('T', wxMOD_CONTROL);
+  ASSERT_EQ(The<wxChoice>("cboComponents").GetStringSelection(), "(u) StorePriceLabel.PriceLabel");
+  Asked();
+  user.Clicks(The<wxButton>("cmdTest"));
+  EXPECT_EQ(Asked(), Journal{});
+  ASSERT_EQ(program->testControl.Controls().size(), 1U);
+  HostedControl& control = *program->testControl.Controls().front();
+  control.control->Let("Text", "FF0000");
+  control.repaint.Emit();
+  auto& canvas = The<wxWindow>("canvas");
+  const wxSize size = canvas.GetClientSize();
+  EXPECT_EQ(control.size.Get(), (ControlSize{size.x, size.y}));
+  const auto pixelAt = [&](const wxPoint& at) {
+    wxColour colour;
+    const wxPoint onScreen = canvas.ClientToScreen(at);
+    wxScreenDC().GetPixel(onScreen.x, onScreen.y, &colour);
+    return colour;
+  };
+  EXPECT_TRUE(User::Sees([&] { return pixelAt({size.x / 2, size.y / 2}) == wxColour(255, 0, 0); }));
+  EXPECT_TRUE(pixelAt({0, 0}) == *wxWHITE) << "the frame";
+
+  wxGetTopLevelParent(&canvas)->SetClientSize(300, 200);
+  EXPECT_TRUE(User::Sees([&] { return control.size.Get() == ControlSize{300, 200}; }));
+  wxGetTopLevelParent(&canvas)->Close();
+  User::Waits();
+  EXPECT_TRUE(program->testControl.Controls().empty());
+  user.Clicks(The<wxButton>("cmdClose"));
+  EXPECT_EQ(Shown("frmSelectControl"), nullptr);
+}
+
+}  // namespace
+}  // namespace gorbex::test

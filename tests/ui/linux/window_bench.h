@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "platform/linux/platform.h"
+#include "tests/platform/temporary_folder.h"
+
+namespace gorbex::test {
+
+/// The system's real services over a prefix of the test's own, with the sample product at
+/// C:\Storefront.
+class WindowBench {
+ public:
+  WindowBench() {
+    std::filesystem::copy(STOREFRONT, Product(), std::filesystem::copy_options::recursive);
+  }
+
+  [[nodiscard]] PlatformServices Services(EventPump& events) { return platform.Services(events); }
+
+  /// The host's path of the sample product.
+  [[nodiscard]] std::filesystem::path Product() const {
+    return folder.Path() / "drive_c/Storefront";
+  }
+
+  /// The program's path of the stand-in compiler.
+  [[nodiscard]] std::string Compiler() const {
+    return platform.GetPrefix().WindowsPath(STANDIN_COMPILER);
+  }
+
+  TemporaryFolder folder;
+  LinuxPlatform platform{folder.Path()};
+};
+
+}  // namespace gorbex::test
