@@ -12,7 +12,7 @@
 namespace gorbex {
 namespace {
 
-enum Column : std::size_t { kProject = 1, kDependency, kCompatibility, kBuilt };
+enum QueueColumn : std::size_t { kProject = 1, kDependency, kCompatibility, kBuilt };
 
 std::unique_ptr<ListRow> MadeAnew(const ListRow& row) {
   auto made = std::make_unique<ListRow>(row.Key(), "1", Image::VbProject);

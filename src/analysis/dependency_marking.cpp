@@ -14,7 +14,7 @@ bool IsProjectReference(std::string_view firstField) {
 
 constexpr std::string_view kDependant = "Dependant on other project in group";
 
-enum Column : std::size_t { kVersion = 1, kComponent, kRegistryPath, kDescription, kVerdict };
+enum DataColumn : std::size_t { kVersion = 1, kComponent, kRegistryPath, kDescription, kVerdict };
 
 }  // namespace
 

@@ -64,9 +64,9 @@ bool IsDigit(char letter) {
 }
 
 // Collects the characters of a decimal number, passing over the blanks that may stand between them.
-class NumberText {
+class NumberReader {
  public:
-  explicit NumberText(std::string_view text) : text_(text) {}
+  explicit NumberReader(std::string_view text) : text_(text) {}
 
   std::string Decimal() {
     TakeOneOf("+-");
@@ -136,7 +136,7 @@ std::optional<double> ParseDecimal(const std::string& digits) {
 }
 
 // "&HFF" and "&O17": up to 16 bits they are read as a signed 16-bit number, as the language does.
-double BasedNumber(NumberText& number) {
+double NumberInBase(NumberReader& number) {
   number.Skip();
   const char base = LowerCase(number.Peek());
   if (base != 'h' && base != 'o') return 0;
@@ -223,8 +223,8 @@ bool ContainsIgnoringCase(std::string_view text, std::string_view wanted) {
 }
 
 double NumericValue(std::string_view text) {
-  NumberText number(text);
-  if (number.Peek() == '&') return BasedNumber(number);
+  NumberReader number(text);
+  if (number.Peek() == '&') return NumberInBase(number);
   return ParseDecimal(number.Decimal()).value_or(0);
 }
 

@@ -13,7 +13,7 @@ bool IsBlank(char letter) {
   return letter == ' ' || letter == '\t';
 }
 
-std::string_view Trimmed(std::string_view text) {
+std::string_view WithoutBlanks(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
   return text;
@@ -38,11 +38,11 @@ std::optional<std::string> FieldOf(std::string_view header, std::string_view nam
       if (value) break;
       const auto colon = line.find(':');
       if (colon == std::string_view::npos) continue;
-      if (EqualsIgnoringCase(Trimmed(line.substr(0, colon)), name)) {
-        value = Trimmed(line.substr(colon + 1));
+      if (EqualsIgnoringCase(WithoutBlanks(line.substr(0, colon)), name)) {
+        value = WithoutBlanks(line.substr(colon + 1));
       }
     } else if (value && value->size() < kLongestValue) {
-      value->append(" ").append(Trimmed(line));
+      value->append(" ").append(WithoutBlanks(line));
     }
   }
   if (!value) return value;

@@ -9,7 +9,7 @@ namespace gorbex::ui {
 namespace {
 
 constexpr int kSide = 4;
-constexpr int kGap = 8;
+constexpr int kCaptionGap = 8;
 
 }  // namespace
 
@@ -38,7 +38,7 @@ void CaptionDivider::OnPaint(wxPaintEvent& /*event*/) {
   const wxSize text = dc.GetTextExtent(caption_);
   dc.DrawText(caption_, FromDIP(kSide), (size.y - text.y) / 2);
   dc.SetPen(wxPen(HintColour(), 1));
-  const int from = FromDIP(kSide) + text.x + FromDIP(kGap);
+  const int from = FromDIP(kSide) + text.x + FromDIP(kCaptionGap);
   if (from < size.x) dc.DrawLine(from, size.y / 2, size.x - FromDIP(kSide), size.y / 2);
 }
 

@@ -3,13 +3,12 @@
 #include <wx/stattext.h>
 
 #include "ui/palette.h"
+#include "ui/spacing.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kGap = 8;
 constexpr int kFieldWidth = 280;
 
 }  // namespace

@@ -2,15 +2,10 @@
 
 #include <wx/sizer.h>
 
+#include "ui/spacing.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
-namespace {
-
-constexpr int kMargin = 12;
-constexpr int kGap = 8;
-
-}  // namespace
 
 LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
     : FormWindow(parent, "Activity Logs", "frmLogs", form.visible,

@@ -7,13 +7,13 @@
 #include <wx/stattext.h>
 
 #include "ui/icons.h"
+#include "ui/spacing.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kGap = 6;
+constexpr int kRowGap = 6;
 
 wxStaticText* Heading(wxPanel* page, const wxString& text) {
   auto* heading = new wxStaticText(page, wxID_ANY, text);
@@ -73,7 +73,7 @@ void OptionsWindow::AddCheck(wxPanel* page, const wxString& label, const wxStrin
   auto* box = new wxCheckBox(page, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0,
                              wxDefaultValidator, name);
   fields_.Join(*box, state);
-  ContentOf(page).Add(box, wxSizerFlags().Border(wxBOTTOM, FromDIP(kGap)));
+  ContentOf(page).Add(box, wxSizerFlags().Border(wxBOTTOM, FromDIP(kRowGap)));
 }
 
 wxSizer* OptionsWindow::PathRow(wxPanel* page, const wxString& name, TextBox& state,
@@ -86,7 +86,7 @@ wxSizer* OptionsWindow::PathRow(wxPanel* page, const wxString& name, TextBox& st
   fields_.Join(*button, browse);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(text, wxSizerFlags(1).CentreVertical());
-  row->Add(button, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  row->Add(button, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kRowGap)));
   return row;
 }
 
@@ -102,7 +102,7 @@ void OptionsWindow::MakeBuildPage() {
            form_.chkDebug);
   wxSizer& content = ContentOf(page);
   content.Add(new wxStaticText(page, wxID_ANY, "Build fo&lder:"),
-              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kGap)));
+              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
   content.Add(PathRow(page, "txtBuildPath", form_.txtBuildPath, form_.cmdBrowse),
               wxSizerFlags().Expand());
 }
@@ -113,7 +113,7 @@ void OptionsWindow::MakeTestProjectPage() {
            form_.chkAutoLaunchVBP);
   wxSizer& content = ContentOf(page);
   content.Add(new wxStaticText(page, wxID_ANY, "&Project file:"),
-              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kGap)));
+              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
   content.Add(PathRow(page, "txtVBPName", form_.txtVBPName, form_.cmdBrowseVBP),
               wxSizerFlags().Expand());
 }
@@ -124,7 +124,7 @@ void OptionsWindow::AddReplyChoice(wxPanel* page, const wxString& label, const w
                                    index == 0 ? wxRB_GROUP : 0, wxDefaultValidator, name);
   choice->SetValue(form_.optReply.Get() == index);
   choice->Bind(wxEVT_RADIOBUTTON, [this, index](wxCommandEvent&) { form_.optReply.Set(index); });
-  ContentOf(page).Add(choice, wxSizerFlags().Border(wxBOTTOM, FromDIP(kGap)));
+  ContentOf(page).Add(choice, wxSizerFlags().Border(wxBOTTOM, FromDIP(kRowGap)));
 }
 
 void OptionsWindow::MakeMailPage() {
@@ -138,12 +138,12 @@ void OptionsWindow::MakeMailPage() {
                                   wxSize(GetTextExtent("00000000").x + FromDIP(20), -1), wxTE_RIGHT,
                                   wxDefaultValidator, "txtInterval");
   fields_.Join(*interval, form_.txtInterval);
-  row->Add(interval, wxSizerFlags().CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
+  row->Add(interval, wxSizerFlags().CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(kRowGap)));
   row->Add(new wxStaticText(page, wxID_ANY, "seconds, 60 at most"),
            wxSizerFlags().CentreVertical());
   content.Add(row, wxSizerFlags().Border(wxBOTTOM, FromDIP(kMargin)));
   content.Add(Heading(page, "Replies about errors go to"),
-              wxSizerFlags().Border(wxBOTTOM, FromDIP(kGap)));
+              wxSizerFlags().Border(wxBOTTOM, FromDIP(kRowGap)));
   AddReplyChoice(page, "the &sender of the request", "optReply0", 0);
   AddReplyChoice(page, "this &address:", "optReply1", 1);
   auto* address = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,

@@ -16,7 +16,7 @@ namespace gorbex::ui {
 namespace {
 
 constexpr int kIcon = 16;
-constexpr int kGap = 4;
+constexpr int kIconGap = 4;
 constexpr int kIndent = 18;
 
 // Only references are judged, so only they show whether their type library is registered.
@@ -122,14 +122,14 @@ wxRect ProjectTree::PlaceOf(const TreeNode& node) const {
 
 int ProjectTree::TextLeft(const Row& row) const {
   const int icons = IsReference(*row.node) ? 2 : 1;
-  return FromDIP(kGap + row.depth * kIndent + kIndent + icons * (kIcon + kGap));
+  return FromDIP(kIconGap + row.depth * kIndent + kIndent + icons * (kIcon + kIconGap));
 }
 
 bool ProjectTree::IsOnButton(const wxPoint& point, int row) const {
   const TreeNode* node = NodeOf(row);
   if (node == nullptr || node->Children().empty()) return false;
-  const int left = FromDIP(kGap + rows_[static_cast<std::size_t>(row)].depth * kIndent);
-  return point.x >= left - FromDIP(kGap) && point.x < left + FromDIP(kIndent);
+  const int left = FromDIP(kIconGap + rows_[static_cast<std::size_t>(row)].depth * kIndent);
+  return point.x >= left - FromDIP(kIconGap) && point.x < left + FromDIP(kIndent);
 }
 
 wxCoord ProjectTree::OnMeasureItem(size_t /*row*/) const {
@@ -146,8 +146,8 @@ void ProjectTree::OnDrawBackground(wxDC& dc, const wxRect& rect, size_t row) con
 void ProjectTree::DrawButton(wxDC& dc, const wxRect& rect, const Row& row) const {
   if (row.node->Children().empty()) return;
   const int size = FromDIP(kIcon);
-  const wxRect button(FromDIP(kGap + row.depth * kIndent), rect.y + (rect.height - size) / 2, size,
-                      size);
+  const wxRect button(FromDIP(kIconGap + row.depth * kIndent), rect.y + (rect.height - size) / 2,
+                      size, size);
   wxRendererNative::Get().DrawTreeItemButton(const_cast<ProjectTree*>(this), dc, button,
                                              row.node->Expanded() ? int{wxCONTROL_EXPANDED} : 0);
 }
@@ -158,10 +158,10 @@ void ProjectTree::OnDrawItem(wxDC& dc, const wxRect& rect, size_t index) const {
   const TreeNode& node = *row.node;
   DrawButton(dc, rect, row);
   const int y = rect.y + (rect.height - FromDIP(kIcon)) / 2;
-  int x = TextLeft(row) - FromDIP(kIcon + kGap);
+  int x = TextLeft(row) - FromDIP(kIcon + kIconGap);
   dc.DrawBitmap(images_[static_cast<std::size_t>(node.ImageOf())].GetBitmapFor(this), x, y);
   if (IsReference(node)) {
-    x -= FromDIP(kIcon + kGap);
+    x -= FromDIP(kIcon + kIconGap);
     dc.DrawBitmap((node.Checked() ? registered_ : unregistered_).GetBitmapFor(this), x, y);
   }
   dc.SetFont(GetFont());
@@ -169,7 +169,7 @@ void ProjectTree::OnDrawItem(wxDC& dc, const wxRect& rect, size_t index) const {
                                          : TextColour(node.TextColour()));
   const int left = TextLeft(row);
   const wxString text = wxControl::Ellipsize(ToWx(node.Text()), dc, wxELLIPSIZE_END,
-                                             rect.width - left - FromDIP(kGap));
+                                             rect.width - left - FromDIP(kIconGap));
   dc.DrawText(text, left, rect.y + (rect.height - dc.GetCharHeight()) / 2);
 }
 
@@ -229,7 +229,7 @@ void ProjectTree::ShowToolTip(int row) {
   const TreeNode* node = NodeOf(row);
   const wxString text = node == nullptr ? wxString() : ToWx(node->Text());
   const bool fits = node == nullptr || TextLeft(rows_[static_cast<std::size_t>(row)]) +
-                                               GetTextExtent(text).x + FromDIP(kGap) <=
+                                               GetTextExtent(text).x + FromDIP(kIconGap) <=
                                            GetClientSize().x;
   if (fits) {
     UnsetToolTip();

@@ -3,13 +3,12 @@
 #include <wx/sizer.h>
 
 #include "ui/palette.h"
+#include "ui/spacing.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kGap = 8;
 constexpr const char* kHint = "Without a value the property is only read.";
 constexpr const char* kNothing = "This project has no public class and no user control.";
 

@@ -11,7 +11,7 @@ namespace gorbex::ui {
 namespace {
 
 constexpr int kCellMargin = 24;
-constexpr int kIcons = 40;  // check box and image of the first column
+constexpr int kIconsWidth = 40;  // check box and image of the first column
 
 }  // namespace
 
@@ -211,7 +211,7 @@ int StateList::FittingWidth(long column) const {
     width = std::max(width, GetTextExtent(OnGetItemText(static_cast<long>(i), column)).x);
   }
   width = std::min(width + FromDIP(kCellMargin), FromDIP(kWidest));
-  if (column == 0) width += FromDIP(kIcons);
+  if (column == 0) width += FromDIP(kIconsWidth);
   return std::max(width, LeastWidth(column));
 }
 

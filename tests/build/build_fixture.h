@@ -8,6 +8,8 @@
 
 namespace gorbex::test {
 
+inline const std::string kCore = Group::Path("Core");
+
 /// The whole program with a compiler at hand that writes its result log: every project builds but
 /// the `failing` one. Compatibility is kept unless a test asks for more.
 class BuildFixture : public ProgramFixture {

@@ -6,7 +6,6 @@ namespace gorbex::test {
 namespace {
 
 const std::string kBase = Group::Path("Base");
-const std::string kCore = Group::Path("Core");
 
 class BuildInterruptionTest : public BuildFixture {
  protected:

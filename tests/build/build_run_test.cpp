@@ -5,7 +5,6 @@
 namespace gorbex::test {
 namespace {
 
-const std::string kCore = Group::Path("Core");
 const std::string kShop = Group::Path("Shop");
 constexpr const char* kCompatibilityQuestion =
     "show [YesNo CriticalStop GorbexBuilder] You are attempting to build files which DO NOT have "

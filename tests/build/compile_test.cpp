@@ -4,7 +4,6 @@
 namespace gorbex::test {
 namespace {
 
-const std::string kCore = Group::Path("Core");
 constexpr const char* kUnreadable =
     "File not found: 'C:\\Program Files\\GorbexBuilder\\VBResult.log'";
 constexpr const char* kCheckProcedure = ": frmBuilder.CheckLogFile";

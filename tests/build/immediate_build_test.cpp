@@ -3,8 +3,6 @@
 namespace gorbex::test {
 namespace {
 
-const std::string kCore = Group::Path("Core");
-
 class ImmediateBuildTest : public BuildFixture {
  protected:
   ImmediateBuildTest() { Load({"Base", "Core"}); }

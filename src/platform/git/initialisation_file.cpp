@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
 
-[[noreturn]] void Refuse(const std::string& path, const std::string& why) {
+[[noreturn]] void RefuseFile(const std::string& path, const std::string& why) {
   throw RuntimeError::WithDescription(ErrorNumber::InvalidCall, "'" + path + "' " + why);
 }
 
@@ -37,8 +37,8 @@ void RequireText(const std::string& path, std::string_view text) {
   };
   const auto found = std::find_if(text.begin(), text.end(), isControl);
   if (found == text.end()) return;
-  Refuse(path, "is no plain text: character " + std::to_string(found - text.begin() + 1) +
-                   " is the control character " + std::to_string(static_cast<int>(*found)));
+  RefuseFile(path, "is no plain text: character " + std::to_string(found - text.begin() + 1) +
+                       " is the control character " + std::to_string(static_cast<int>(*found)));
 }
 
 // Editors that save as UTF-8 say so with a mark; all other files are in the code page. Those of old
@@ -46,11 +46,11 @@ void RequireText(const std::string& path, std::string_view text) {
 std::string TextOf(const std::string& path, std::string bytes) {
   constexpr char kEndOfFile = '\x1A';
   for (const auto mark : kUtf16Marks) {
-    if (bytes.starts_with(mark)) Refuse(path, "is in UTF-16; save it as UTF-8 or as ANSI text");
+    if (bytes.starts_with(mark)) RefuseFile(path, "is in UTF-16; save it as UTF-8 or as ANSI text");
   }
   if (bytes.starts_with(kUtf8Mark)) {
     const auto text = FromUtf8(bytes.substr(kUtf8Mark.size()));
-    if (!text) Refuse(path, "is no UTF-8, or holds characters that Windows paths here cannot");
+    if (!text) RefuseFile(path, "is no UTF-8, or holds characters that Windows paths here cannot");
     bytes = *text;
   }
   if (bytes.ends_with(kEndOfFile)) bytes.pop_back();

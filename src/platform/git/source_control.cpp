@@ -15,10 +15,6 @@ namespace {
 
 constexpr std::string_view kBranches = "refs/heads/";
 
-[[noreturn]] void Refuse(const std::string& why) {
-  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, why);
-}
-
 GitSettings RequireSettings(const FileReader& files, const std::string& iniPath) {
   const auto settings = ReadGitSettings(files, iniPath);
   if (!settings) {

@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "platform/code_page.h"
+#include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
@@ -92,6 +93,10 @@ std::string WordsOf(const ToolResult& failure, const std::string& password) {
   MaskUrls(words);
   MaskPassword(words, password);
   return FromGit(words);
+}
+
+void Refuse(const std::string& why) {
+  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, why);
 }
 
 }  // namespace gorbex

@@ -14,4 +14,7 @@ namespace gorbex {
 /// in it, neither the one given nor one that stands in a URL.
 [[nodiscard]] std::string WordsOf(const ToolResult& failure, const std::string& password);
 
+/// Throws the error of source control with these words.
+[[noreturn]] void Refuse(const std::string& why);
+
 }  // namespace gorbex

@@ -13,10 +13,6 @@
 namespace gorbex {
 namespace {
 
-[[noreturn]] void Refuse(const std::string& why) {
-  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, why);
-}
-
 // An argument ends at the first zero, as the system sees it.
 std::string ArgumentOf(const std::string& text) {
   return ToUtf8(text.substr(0, text.find('\0')));
