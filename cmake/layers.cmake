@@ -16,6 +16,11 @@ if(GORBEX_SANITIZE)
   target_link_options(gorbex_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
+# The fuzzing library finds its way by what the compiler adds for it; its targets alone link it.
+if(GORBEX_FUZZ)
+  target_compile_options(gorbex_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(GORBEX_TIDY)
   find_program(GORBEX_CLANG_TIDY NAMES clang-tidy-16 REQUIRED)
   set(CMAKE_CXX_CLANG_TIDY ${GORBEX_CLANG_TIDY} --quiet)

@@ -39,18 +39,20 @@ void Collect(const std::string& folder, const std::vector<FolderEntry>& entries,
 }  // namespace
 
 std::string ResolvedPath(std::string_view folder, std::string_view path) {
+  constexpr std::string_view kShare = "\\\\";
+  const bool hasDrive = path.find(':') == 1 && path[0] != '\\';
+  const bool isWhole = hasDrive || path.starts_with(kShare);
+  const bool isShare = (isWhole ? path : folder).starts_with(kShare);
+  // What ".." does not leave: a drive, or behind two empty parts a server and its share.
+  const std::size_t fixed = isShare ? 4 : 1;
   std::vector<std::string_view> parts;
-  const bool hasRoot = path.starts_with('\\');
-  const bool absolute = path.starts_with("\\\\") || (path.size() > 1 && path[1] == ':');
-  if (!absolute) parts = Split(folder, '\\');
-  if (!absolute && hasRoot) {
-    parts.resize(std::min<std::size_t>(parts.size(), 1));
-    path.remove_prefix(1);
-  }
+  if (!isWhole) parts = Split(folder, '\\');
+  if (isWhole && isShare) parts.resize(2);
+  if (!isWhole && path.starts_with('\\')) parts.resize(std::min(parts.size(), fixed));
   for (const auto part : Split(path, '\\')) {
-    if (part == ".." && parts.size() > 1) {
-      parts.pop_back();
-    } else if (part != "." && part != "..") {
+    if (part == "..") {
+      if (parts.size() > fixed) parts.pop_back();
+    } else if (!part.empty() && part != ".") {
       parts.push_back(part);
     }
   }
@@ -71,6 +73,7 @@ std::vector<std::string> ProjectsInGroup(const std::string& groupPath, std::stri
     const std::string path = WithoutQuotes(TrimBlanks(line.substr(equals + 1)));
     if (path.empty()) continue;
     std::string resolved = ResolvedPath(folder, path);
+    if (GetFileFromPath(resolved).empty()) continue;
     if (known.insert(LowerCase(resolved)).second) projects.push_back(std::move(resolved));
   }
   return projects;

@@ -11,6 +11,7 @@
 #include "platform/automatic_mail.h"
 #include "platform/header_fields.h"
 #include "platform/linux/mail/character_set.h"
+#include "platform/linux/mail/mail_message.h"
 
 namespace gorbex {
 namespace {
@@ -73,9 +74,13 @@ Sender ReadSender(const std::string& value) {
     const auto mailbox = FirstMailbox(addresses);
     if (mailbox == nullptr) return {Decoded(value), {}};
     const auto name = Text(mailbox->getName());
-    const auto address = mailbox->getEmail().toString();
+    // The library's own text of an address encodes what none can hold, and loses memory over it.
+    const auto& email = mailbox->getEmail();
+    const auto address = email.getLocalName().getBuffer() + "@" + email.getDomainName().getBuffer();
     // The library completes what is no address with this machine's name.
-    if (value.find(address) == std::string::npos) return {name.empty() ? Decoded(value) : name, {}};
+    if (!IsMailAddress(address) || value.find(address) == std::string::npos) {
+      return {name.empty() ? Decoded(value) : name, {}};
+    }
     return {name.empty() ? address : name, address};
   } catch (const std::exception&) {
     return {OnOneLine(FromAnyCharacterSet(value)), {}};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace gorbex::test {
+
+/// What a fuzz target is: gives one input, any bytes at all, to a reader, and requires what must
+/// hold for every input. Each target's file defines it.
+void ReadInput(std::string_view input);
+
+/// Ends the program when something does not hold, saying what.
+void Require(bool holds, const char* what);
+
+/// Takes the first line, without its line feed, off an input that is more than one text.
+[[nodiscard]] std::string TakeFirstLine(std::string_view& input);
+
+}  // namespace gorbex::test
