@@ -18,6 +18,11 @@ void BuildRun::mnuFileBuild_Click() {
     uses_.window.SetStatus("Another project is being compiled");
     return;
   }
+  const auto turn = uses_.compile.TakeTurn();
+  if (turn == nullptr) {
+    uses_.window.SetStatus(std::string(Compile::kOthersTurn));
+    return;
+  }
   const auto start = uses_.clock.Elapsed();
   Counters counters;
   running_ = true;
@@ -46,6 +51,11 @@ void BuildRun::mnuFileStop_Click() {
   const Answer answer = uses_.dialogs.Show(
       {"The compiler is still running. End it now?", Buttons::YesNo, MessageIcon::Exclamation});
   if (answer == Answer::Yes) uses_.shell.TerminateAll();
+}
+
+void BuildRun::End() {
+  stopping_ = ending_ = true;
+  uses_.shell.Close();
 }
 
 RunResult BuildRun::Run(Procedure& on, Counters& counters) {
@@ -148,7 +158,7 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   if (DebugBuildIsOn() && kept) WriteDebugValues(on, path, *kept);
   events.Emit(ProjectCompiled{path, succeeded, uses_.clock.Elapsed() - start,
                               uses_.compile.LastResult(), uses_.compile.LastProblem()});
-  if (succeeded || !uses_.options.StopProcessing) return Pass::GoOn;
+  if (succeeded || ending_ || !uses_.options.StopProcessing) return Pass::GoOn;
   return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
 }
 
@@ -156,6 +166,7 @@ std::optional<BuildRun::DebugValues> BuildRun::Prepare(Procedure& on, const std:
   const clsOptions& options = uses_.options;
   std::optional<DebugValues> kept;
   if (options.GetLatest) GetLatest(on, path);
+  if (ending_) return kept;
   if (!options.Compatible) {
     events.Emit(StepStarted{path, BuildStep::Compatibility});
     on([&] { uses_.log.WriteLog("Breaking compatability on " + path); });
@@ -187,17 +198,26 @@ bool BuildRun::DebugBuildIsOn() const {
 
 BuildRun::DebugValues BuildRun::SetDebugValues(Procedure& on, const std::string& path) {
   events.Emit(StepStarted{path, BuildStep::Debug});
-  const auto read = [&](std::string_view key) {
-    return on([&] { return ToLong(NumericValue(uses_.values.ReadProjectValue(path, key))); });
-  };
+  const auto read = [&](std::string_view key) { return on([&] { return DebugValue(path, key); }); };
   const DebugValues kept{read(kOptimizationKey), read(kDebugInfoKey)};
-  WriteDebugValues(on, path, {2, -1});
+  DebugValues wanted;
+  if (kept.optimization) wanted.optimization = 2;
+  if (kept.debugInfo) wanted.debugInfo = -1;
+  WriteDebugValues(on, path, wanted);
   return kept;
 }
 
+std::optional<std::int32_t> BuildRun::DebugValue(const std::string& path, std::string_view key) {
+  bool isRead = true;
+  const Subscription failures =
+      uses_.values.failed.Connect([&](const std::string&, const RuntimeError&) { isRead = false; });
+  const std::int32_t value = ToLong(NumericValue(uses_.values.ReadProjectValue(path, key)));
+  return isRead ? std::optional(value) : std::nullopt;
+}
+
 void BuildRun::WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values) {
-  const auto write = [&](std::string_view key, std::int32_t value) {
-    on([&] { uses_.values.WriteProjectValue(path, key, std::to_string(value)); });
+  const auto write = [&](std::string_view key, std::optional<std::int32_t> value) {
+    if (value) on([&] { uses_.values.WriteProjectValue(path, key, std::to_string(*value)); });
   };
   write(kOptimizationKey, values.optimization);
   write(kDebugInfoKey, values.debugInfo);
@@ -230,7 +250,7 @@ void BuildRun::Summarise(Procedure& on, const Counters& counters) {
     if (!uses_.options.StopProcessing) on([&] { Tell("Errors during the build process"); });
   } else if (counters.built == 0) {
     on([&] { Tell("No projects checked for build"); });
-  } else if (uses_.options.AutoLaunchVBP) {
+  } else if (uses_.options.AutoLaunchVBP && !ending_) {
     OfferAutoLaunch(on, counters);
   } else {
     on([&] { Tell("Built " + std::to_string(counters.built) + " components."); });

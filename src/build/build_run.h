@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "analysis/reference_update.h"
 #include "build/compile.h"
@@ -53,6 +54,10 @@ class BuildRun {
   /// program that is being waited for.
   void mnuFileStop_Click();
 
+  /// Ends the run in good order and asks nobody: the program being waited for is ended, its project
+  /// gets its values back, and nothing further is started.
+  void End();
+
   [[nodiscard]] bool Running() const { return running_; }
 
   RunEvents events;
@@ -64,9 +69,10 @@ class BuildRun {
   };
 
   /// The values that a debug build replaces for the time of the compile.
+  /// One that could not be read is left alone, since nothing could be written back.
   struct DebugValues {
-    std::int32_t optimization = 0;
-    std::int32_t debugInfo = 0;
+    std::optional<std::int32_t> optimization;
+    std::optional<std::int32_t> debugInfo;
   };
 
   enum class Pass { GoOn, Stop };
@@ -86,6 +92,8 @@ class BuildRun {
   [[nodiscard]] std::optional<DebugValues> Prepare(Procedure& on, const std::string& path);
   void GetLatest(Procedure& on, const std::string& path);
   [[nodiscard]] DebugValues SetDebugValues(Procedure& on, const std::string& path);
+  [[nodiscard]] std::optional<std::int32_t> DebugValue(const std::string& path,
+                                                       std::string_view key);
   void WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values);
   void Record(Procedure& on, const std::string& path, const std::string& exeName, bool succeeded,
               Counters& counters);
@@ -98,6 +106,7 @@ class BuildRun {
   Uses uses_;
   bool running_ = false;
   bool stopping_ = false;
+  bool ending_ = false;
 };
 
 }  // namespace gorbex

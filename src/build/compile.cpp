@@ -1,8 +1,8 @@
 #include "build/compile.h"
 
-#include <algorithm>
 #include <memory>
 
+#include "build/program_argument.h"
 #include "core/file_tools.h"
 #include "core/text.h"
 
@@ -13,16 +13,6 @@ constexpr std::string_view kResultLog = "VBResult.log";
 
 std::string Quoted(std::string_view text) {
   return std::string("\"").append(text).append("\"");
-}
-
-// Paths come from files and mails. No Windows path holds a quote or a control character, but a
-// command line with one would say something else than it seems to.
-void RequireOneArgument(const std::string& path) {
-  const auto isForbidden = [](char c) { return c == '"' || static_cast<unsigned char>(c) < ' '; };
-  if (std::none_of(path.begin(), path.end(), isForbidden)) return;
-  std::string shown = path;
-  std::replace_if(shown.begin(), shown.end(), isForbidden, '?');
-  throw RuntimeError(ErrorNumber::BadFileName, shown);
 }
 
 }  // namespace
@@ -75,9 +65,23 @@ void Compile::RemoveStaleLog() {
   });
 }
 
+std::shared_ptr<void> Compile::TakeTurn() {
+  auto turn = turn_.lock();
+  if (turn != nullptr) return turn;
+  turn = keepOthersOut ? keepOthersOut() : std::make_shared<int>();
+  turn_ = turn;
+  return turn;
+}
+
 bool Compile::CompileProject(const std::string& projectPath, const std::string& outDir) {
   if (busy_) {
     uses_.window.SetStatus("Another project is being compiled");
+    return false;
+  }
+  const auto turn = TakeTurn();
+  if (turn == nullptr) {
+    problem_ = kOthersTurn;
+    uses_.window.SetStatus(problem_);
     return false;
   }
   busy_ = true;
@@ -97,7 +101,7 @@ bool Compile::CompileProject(const std::string& projectPath, const std::string& 
 
 bool Compile::Compiled(const std::string& projectPath, const std::string& outDir) {
   static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
-  for (const std::string& path : {projectPath, OutputFolder(outDir)}) RequireOneArgument(path);
+  for (const std::string& path : {projectPath, OutputFolder(outDir)}) RequireArgument(path);
   const std::string log = JoinPath(uses_.programFolder, kResultLog);
   if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
   if (uses_.shell.RunAndWait(CommandLine(projectPath, outDir)) == Shell::Ended::ByUser) {

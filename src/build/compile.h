@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "build/program_start.h"
 #include "core/activity_log.h"
@@ -35,6 +38,16 @@ class Compile {
   /// one at a time: another is refused.
   [[nodiscard]] bool Busy() const { return busy_; }
 
+  static constexpr std::string_view kOthersTurn =
+      "Another program is building; try again when it is done";
+
+  /// Keeps other programs from building until all that it gives are let go of. Nothing while
+  /// another one builds.
+  [[nodiscard]] std::shared_ptr<void> TakeTurn();
+
+  /// How other programs are kept from building, as TakeTurn says; without it nobody else builds.
+  std::function<std::shared_ptr<void>()> keepOthersOut;
+
   /// Whether a result log tells of success. The text of a failure is added to the log text box.
   bool CheckLogFile(const std::string& logPath, const std::string& projectPath);
 
@@ -60,6 +73,7 @@ class Compile {
   Uses uses_;
   ErrorReport report_;
   bool busy_ = false;
+  std::weak_ptr<void> turn_;
   std::string problem_;
 };
 

@@ -1,5 +1,7 @@
 #include "build/component_registration.h"
 
+#include "build/program_argument.h"
+
 namespace gorbex {
 namespace {
 
@@ -8,10 +10,12 @@ constexpr std::size_t kComponentColumn = 2;
 }  // namespace
 
 bool ComponentRegistration::Register(const std::string& componentFile) {
+  RequireArgument(componentFile);
   return shell_.ShellAndWait("RegSvr32 /s \"" + componentFile + "\"");
 }
 
 bool ComponentRegistration::Unregister(const std::string& componentFile) {
+  RequireArgument(componentFile);
   return shell_.ShellAndWait("RegSvr32 -u /s \"" + componentFile + "\"");
 }
 

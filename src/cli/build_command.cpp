@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include "cli/commands.h"
 #include "cli/json_views.h"
@@ -134,11 +135,28 @@ void WriteReports(Session& session, const BuildArguments& arguments, const RunRe
   }
 }
 
-ExitStatus StatusOf(const RunRecord& record) {
-  if (record.Projects().empty()) return ExitStatus::NothingChecked;
+bool IsLeft(const RunRecord::Project& project) {
+  return project.outcome == RunRecord::Outcome::NotBuilt;
+}
+
+ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
+  const auto& projects = record.Projects();
+  if (projects.empty()) return ExitStatus::NothingChecked;
+  if (endWanted && std::any_of(projects.begin(), projects.end(), IsLeft)) {
+    return ExitStatus::WorkFailed;
+  }
   const RunEnded& end = record.End();
   const bool done = end.result == RunResult::Finished && end.errors == 0;
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
+}
+
+// The system's wish ends the run, and the source-control client's present step with it, once.
+void EndRunOnRequest(Session& session, bool& isTold) {
+  if (!session.host().EndWanted()) return;
+  Program& program = session.program();
+  program.run.End();
+  if (std::exchange(isTold, true) || !program.session.Busy()) return;
+  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
 }
 
 void Build(Frame& frame, const BuildArguments& arguments) {
@@ -151,12 +169,19 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   RunRecord record(CheckedProjects(program.window.lvwQueue));
   std::ostream& lines = frame.json ? frame.streams.err : frame.streams.out;
   RunPrinter printer(frame, lines, program.platform.clock);
-  session.onIdle = [&printer] { printer.Tick(); };
+  session.onIdle = [&, isTold = false]() mutable {
+    printer.Tick();
+    EndRunOnRequest(session, isTold);
+  };
   const Subscription listening = program.run.events.Connect([&](const RunEvent& event) {
     record.On(event);
     printer.On(event);
   });
+  session.host().ListenForEnd();
   const auto alone = session.BuildAlone();
+  if (session.host().EndWanted()) {
+    throw Failure(ExitStatus::WorkFailed, "ended on request before the build began");
+  }
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;
 
@@ -164,7 +189,7 @@ void Build(Frame& frame, const BuildArguments& arguments) {
     frame.streams.out << RunJson(record, program.window.registrationScript).dump() << '\n';
   }
   WriteReports(session, arguments, record);
-  frame.status = StatusOf(record);
+  frame.status = StatusOf(record, session.host().EndWanted());
 }
 
 }  // namespace

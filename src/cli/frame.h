@@ -45,6 +45,12 @@ class Host {
     return nullptr;
   }
 
+  /// Keeps other programs from changing stored settings and build projects on the same system until
+  /// the result is let go of, and waits as BuildAlone does.
+  [[nodiscard]] virtual std::shared_ptr<void> ChangeAlone(const std::function<void()>& /*onWait*/) {
+    return nullptr;
+  }
+
   /// From now on the system's wish that the program end is noted instead of ending it at once.
   virtual void ListenForEnd() {}
   [[nodiscard]] virtual bool EndWanted() const { return false; }

@@ -89,6 +89,7 @@ void Execute(Session& session, const std::vector<std::string>& words) {
 
 void Queue(Frame& frame, const QueueArguments& arguments) {
   Session session(frame);
+  const auto alone = arguments.save ? session.ChangeAlone() : nullptr;
   session.Open(arguments.file);
   Execute(session, arguments.words);
   if (arguments.save) session.Save();

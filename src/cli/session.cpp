@@ -54,14 +54,15 @@ std::string Session::ProgramPath(const std::string& typed) const {
 
 void Session::Open(const std::string& typedPath) {
   const std::string path = ProgramPath(typedPath);
-  RequireBuildProject(path, typedPath);
+  opened_ = RequiredBuildProject(path, typedPath);
   if (!program_->buildProject.OpenProject(path)) {
     throw Failure(ExitStatus::Unusable, typedPath + ": the build project could not be loaded");
   }
 }
 
 // What is no build project would load as an empty one, and be lost when that is saved.
-void Session::RequireBuildProject(const std::string& path, const std::string& typedPath) const {
+std::string Session::RequiredBuildProject(const std::string& path,
+                                          const std::string& typedPath) const {
   std::string text;
   try {
     text = program_->platform.files.Read(path);
@@ -76,6 +77,7 @@ void Session::RequireBuildProject(const std::string& path, const std::string& ty
   if (!isText || (!text.empty() && text.find('=') == std::string::npos)) {
     throw Failure(ExitStatus::Unusable, typedPath + ": no build project file");
   }
+  return text;
 }
 
 std::string Session::LoadedProject(const std::string& typedPath) const {
@@ -92,12 +94,21 @@ std::shared_ptr<void> Session::BuildAlone() const {
   return host_->BuildAlone([this] { Warn("another build is running; waiting for its end"); });
 }
 
+std::shared_ptr<void> Session::ChangeAlone() const {
+  return host_->ChangeAlone(
+      [this] { Warn("another program is changing it; waiting for its end"); });
+}
+
 void Session::Save() {
   const std::string& file = program_->window.fileName;
   if (!leftOut_.empty()) {
     throw Failure(ExitStatus::Unusable,
                   Plain(file) + ": not saved, because " + std::to_string(leftOut_.size()) +
                       " project(s) of it could not be read and would be lost from it");
+  }
+  if (program_->platform.files.Read(file) != opened_) {
+    throw Failure(ExitStatus::Unusable,
+                  Plain(file) + ": not saved, because another program has changed it meanwhile");
   }
   if (!program_->buildProject.SaveProject(file)) {
     throw Failure(ExitStatus::Unusable, Plain(file) + ": not saved");

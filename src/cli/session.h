@@ -31,10 +31,13 @@ class Session {
   /// Keeps other programs from building until the result is let go of.
   [[nodiscard]] std::shared_ptr<void> BuildAlone() const;
 
+  /// Keeps other programs from changing what is stored until the result is let go of.
+  [[nodiscard]] std::shared_ptr<void> ChangeAlone() const;
+
   [[nodiscard]] Host& host() const { return *host_; }
 
   /// Saves the open build project to its file. Failure when it cannot be saved without losing the
-  /// projects that could not be read.
+  /// projects that could not be read, or what another program has changed since it was opened.
   void Save();
 
   /// Projects of the build project file that could not be read.
@@ -59,7 +62,8 @@ class Session {
   };
 
   void ListenForProblems();
-  void RequireBuildProject(const std::string& path, const std::string& typedPath) const;
+  [[nodiscard]] std::string RequiredBuildProject(const std::string& path,
+                                                 const std::string& typedPath) const;
 
   const Frame& frame_;
   Pump pump_;
@@ -67,6 +71,7 @@ class Session {
   std::unique_ptr<Host> host_;
   std::unique_ptr<Program> program_;
   std::vector<std::string> leftOut_;
+  std::string opened_;  ///< the build project file's bytes when it was opened
   std::vector<Subscription> subscriptions_;
 };
 

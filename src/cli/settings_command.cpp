@@ -97,8 +97,12 @@ std::string SettingText(std::string_view name, const std::string& typed) {
                 std::string(name) + ": not stored; the registry cannot be written");
 }
 
-void Change(clsOptions& options, const Setting& setting, const std::string& typed) {
+void Change(const Session& session, clsOptions& options, const Setting& setting,
+            const std::string& typed) {
   const std::string value = SettingText(setting.name, typed);
+  // All settings are stored together, so those that another program has changed are read first.
+  const auto alone = session.ChangeAlone();
+  options.LoadSettings();
   try {
     setting.Set(options, value);
   } catch (const RuntimeError& error) {
@@ -137,7 +141,7 @@ void Settings(Frame& frame, const SettingsArguments& arguments, bool hasValue) {
                             hasValue ? std::optional(arguments.value) : std::nullopt);
   }
   const Setting& setting = Named(arguments.name);
-  if (hasValue) Change(options, setting, arguments.value);
+  if (hasValue) Change(session, options, setting, arguments.value);
   if (frame.json) {
     frame.streams.out << Json{{std::string(setting.name), setting.Get(options)}}.dump() << '\n';
   } else {

@@ -59,6 +59,8 @@ void Set(Frame& frame, const ValueArguments& arguments) {
                   "the value holds a character that no project file can hold");
   }
   const std::string key = KeyOf(arguments);
+  // A build changes project files too, and changes some of them back.
+  const auto alone = session.BuildAlone();
   const bool hasKey = HasKey(session, arguments, path, key);
   bool written = true;
   const Subscription failed = session.program().values.failed.Connect(

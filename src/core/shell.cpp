@@ -35,6 +35,7 @@ bool Shell::ShellAndWait(const std::string& commandLine) {
 Shell::Ended Shell::RunAndWait(const std::string& commandLine) {
   // Long enough to leave the processor to the child, short enough for a window to feel alive.
   constexpr std::chrono::milliseconds kPatience{10};
+  if (isClosed_) return Ended::ByUser;
   const StartResult started = processes_.Start(commandLine);
   if (const auto* failure = std::get_if<RuntimeError>(&started)) throw *failure;
   const auto& process = std::get<std::unique_ptr<Process>>(started);
@@ -46,6 +47,11 @@ Shell::Ended Shell::RunAndWait(const std::string& commandLine) {
     if (waiting.IsTerminated()) return Ended::ByUser;
     return *exitCode == 0 ? Ended::Well : Ended::Badly;
   }
+}
+
+void Shell::Close() {
+  isClosed_ = true;
+  TerminateAll();
 }
 
 void Shell::TerminateAll() {

@@ -32,6 +32,10 @@ class Shell {
   /// Ends every program that is being waited for.
   void TerminateAll();
 
+  /// Ends every program that is being waited for and starts no other: from now on a command counts
+  /// as ended by the user before it began.
+  void Close();
+
  private:
   class Waiting;
   struct Running {
@@ -41,6 +45,7 @@ class Shell {
 
   ProcessLauncher& processes_;
   EventPump& events_;
+  bool isClosed_ = false;
   std::vector<Running> running_;  ///< waits can nest: a window lets the user start another
 };
 

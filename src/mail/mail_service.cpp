@@ -41,6 +41,8 @@ void MailService::Start(Procedure& on) {
 
 void MailService::tmrOutlook_Timer() {
   if (ticking_ || uses_.compile.Busy() || uses_.session.Busy()) return;
+  const auto turn = uses_.compile.TakeTurn();
+  if (turn == nullptr) return;
   ticking_ = true;
   const std::shared_ptr<void> done(nullptr, [this](void*) {
     uses_.window.mousePointer.Set(MousePointer::Default);

@@ -13,6 +13,7 @@ namespace {
 constexpr const char* kFolder = "Builder";
 constexpr std::string_view kSubject = "build request";
 constexpr std::int16_t kReplyToUser = 1;
+constexpr std::size_t kMostRefused = 1000;
 
 // A name from a mail must not begin lines of its own in the log.
 std::string OneLine(std::string text) {
@@ -73,6 +74,8 @@ bool MailTick::IsWelcome(const MailItem& mail) {
 
 // The mail stays unread and comes back with every tick; one line for each sender is enough.
 void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
+  // Whoever makes up senders by the thousand fills neither the log nor the memory.
+  if (uses_.refused.size() >= kMostRefused) return;
   const std::string address = mail.SenderAddress();
   const std::string sender = OneLine(address.empty() ? mail.SenderName() : address);
   if (!uses_.refused.insert(sender).second) return;

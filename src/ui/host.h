@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -16,6 +17,10 @@ class Host : public HostPaths {
 
   /// The program's path form of a path typed in UTF-8; nothing when it has none.
   [[nodiscard]] virtual std::optional<std::string> TypedPath(const std::string& typed) const = 0;
+
+  /// Keeps other programs from building on the same system until the result is let go of; nothing
+  /// while another one builds.
+  [[nodiscard]] virtual std::shared_ptr<void> BuildAlone() = 0;
 };
 
 }  // namespace gorbex::ui

@@ -6,7 +6,9 @@
 namespace gorbex::ui {
 
 Session::Session(Host& host)
-    : host_(host), dialogs_(host), program_(host.Services(events_), dialogs_) {}
+    : host_(host), dialogs_(host), program_(host.Services(events_), dialogs_) {
+  program_.compile.keepOthersOut = [this] { return host_.BuildAlone(); };
+}
 
 void Session::Start(const std::string& typed) {
   auto* frame = new MainFrame(program_);

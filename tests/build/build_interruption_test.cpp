@@ -72,6 +72,53 @@ TEST_F(BuildInterruptionTest, ReadsEachSettingWhenItIsNeeded) {
   EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=2\r\n"), std::string::npos);
 }
 
+// What was told to end asks nobody, writes back what it replaced and starts nothing more.
+TEST_F(BuildInterruptionTest, EndsInGoodOrderWhenTold) {
+  group.Library("Base").Line("CompatibleMode=\"2\"").Line("OptimizationType=1");
+  group.Library("Core").Line("CompatibleMode=\"2\"");
+  Load();
+  clsOptions& options = program.options;
+  options.DebugBuild = "True";
+  options.StopProcessing = options.AutoLaunchVBP = true;
+  platform.processes.polls = 1000;
+  DuringTheCompile([&] { program.run.End(); });
+  const Journal steps = Build();
+  EXPECT_EQ(Only(steps, {"start"}).size(), 1U);
+  EXPECT_EQ(Only(steps, {"show"}), Journal{});
+  EXPECT_EQ(program.compile.LastProblem(), "the user ended the compiler");
+  EXPECT_EQ(Icons(), "builderror vbproject");
+  EXPECT_NE(platform.files.Text(kBase).find("OptimizationType=1\r\n"), std::string::npos);
+  EXPECT_TRUE(program.window.menu.mnuFileBuild.enabled.Get());
+  EXPECT_EQ(Only(Build(), {"start"}), Journal{}) << "and not a moment later";
+}
+
+TEST_F(BuildInterruptionTest, LeavesItsTurnToAnotherProgram) {
+  Load({"Core"});
+  frmBuilder& window = program.window;
+  std::weak_ptr<void> held;
+  bool isFree = false;
+  program.compile.keepOthersOut = [&]() -> std::shared_ptr<void> {
+    EXPECT_TRUE(held.expired()) << "a run and its compiles share one turn";
+    if (!isFree) return nullptr;
+    auto turn = std::make_shared<int>();
+    held = turn;
+    return turn;
+  };
+  window.menu.mnuToolsInBox.Execute();
+  platform.mail.received = {{.body = "BUILD,PRO " + kCore + ","}};
+  window.tmrOutlook.elapsed.Emit();
+  EXPECT_FALSE(program.compile.CompileProject(kCore, ""));
+  EXPECT_EQ(Only(Build(), {"start", "mail", "status"}),
+            (Journal{"mail open ", "status Another program is building; try again when it is done",
+                     "status Another program is building; try again when it is done"}));
+  EXPECT_TRUE(window.tmrOutlook.enabled.Get()) << "the request waits for the next look";
+  isFree = true;
+  Build();
+  window.tmrOutlook.elapsed.Emit();
+  EXPECT_EQ(compiledSources.size(), 2U);
+  EXPECT_TRUE(held.expired()) << "others may build again";
+}
+
 TEST_F(BuildInterruptionTest, FollowsTheAnswerToAnErrorReport) {
   const std::string report =
       Reported(5, "Invalid procedure call or argument: '" + kBase + "'", kBuildProcedure);

@@ -187,8 +187,19 @@ TEST_F(MailServiceTest, LeavesAloneWhatIsNoRequest) {
   EXPECT_TRUE(Only(second, {"log"}).empty()) << "and nobody is refused twice in the log";
 }
 
+TEST_F(MailServiceTest, IsNotFloodedByMadeUpSenders) {
+  Set("AllowedSenders", "dev.example");
+  std::vector<Received> mails(1200);
+  for (std::size_t i = 0; i < mails.size(); ++i) {
+    mails[i].senderAddress = std::to_string(i) + "@evil.example";
+  }
+  EXPECT_EQ(Only(Tick(mails), {"log"}).size(), 1000U);
+  EXPECT_EQ(Only(Tick(mails), {"log"}).size(), 0U);
+}
+
 TEST_F(MailServiceTest, NeverLetsAPathBecomeMoreThanOneArgument) {
-  for (const std::string path : {"C:\\a\" /run \"C:\\evil.vbp", "C:\\a\tb", "C:\\a\r\nb"}) {
+  for (const std::string path :
+       {"C:\\a\" /run \"C:\\evil.vbp", "C:\\a\tb", "C:\\a\r\nb", "/run", "-x"}) {
     SCOPED_TRACE(path);
     const Journal steps = Tick({{.body = "BUILD,PATH " + path + ",PRO " + core + ","}});
     EXPECT_TRUE(Only(steps, {"start"}).empty());

@@ -12,9 +12,9 @@
 
 #include "cli/cli.h"
 #include "platform/git/ask_pass.h"
-#include "platform/linux/build_lock.h"
 #include "platform/linux/end_signal.h"
 #include "platform/linux/platform.h"
+#include "platform/linux/program_lock.h"
 #include "platform/linux/typed_path.h"
 
 namespace {
@@ -38,7 +38,13 @@ class LinuxHost : public gorbex::cli::Host {
   }
 
   std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
-    return std::make_shared<gorbex::BuildLock>(platform_.GetPrefix().Root(), onWait);
+    const auto lock = gorbex::ProgramLock::ToBuild(platform_.GetPrefix().Root());
+    return std::make_shared<gorbex::ProgramLock>(lock, onWait);
+  }
+
+  std::shared_ptr<void> ChangeAlone(const std::function<void()>& onWait) override {
+    const auto lock = gorbex::ProgramLock::ToChange(platform_.GetPrefix().Root());
+    return std::make_shared<gorbex::ProgramLock>(lock, onWait);
   }
 
   void ListenForEnd() override { gorbex::EndSignal::Listen(); }
@@ -127,6 +133,8 @@ int main(int count, char** values) {
   if (answered) return *answered;
   // A run goes on when the reader of its lines leaves: project files must get their values back.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+  // A file that may not grow further is an error like a full disk, not the end of the program.
+  static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
   std::ios::sync_with_stdio(false);
   const gorbex::cli::Streams streams{std::cin,
                                      std::cout,

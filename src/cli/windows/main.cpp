@@ -7,10 +7,10 @@
 #include "cli/windows/console.h"
 #include "platform/git/ask_pass.h"
 #include "platform/runtime_error.h"
-#include "platform/windows/build_lock.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/end_signal.h"
 #include "platform/windows/platform.h"
+#include "platform/windows/program_lock.h"
 #include "platform/windows/typed_path.h"
 #include "platform/windows/wide_text.h"
 
@@ -39,7 +39,13 @@ class WindowsHost : public gorbex::cli::Host {
   }
 
   std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
-    return std::make_shared<gorbex::BuildLock>(platform_.ProgramFolder(), onWait);
+    const auto lock = gorbex::ProgramLock::ToBuild(platform_.ProgramFolder());
+    return std::make_shared<gorbex::ProgramLock>(lock, onWait);
+  }
+
+  std::shared_ptr<void> ChangeAlone(const std::function<void()>& onWait) override {
+    const auto lock = gorbex::ProgramLock::ToChange(platform_.ProgramFolder());
+    return std::make_shared<gorbex::ProgramLock>(lock, onWait);
   }
 
   void ListenForEnd() override { gorbex::EndSignal::Listen(); }

@@ -58,6 +58,7 @@ class SpawnSettings {
     posix_spawnattr_setsigmask(&attributes_, &signals);
     sigaddset(&signals, SIGPIPE);
     sigaddset(&signals, SIGCHLD);
+    sigaddset(&signals, SIGXFSZ);
     posix_spawnattr_setsigdefault(&attributes_, &signals);
     const int session = start.hasOwnSession ? POSIX_SPAWN_SETSID : 0;
     posix_spawnattr_setflags(

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -31,7 +32,8 @@ struct stat PlainFileInfo(int descriptor) {
   return info;
 }
 
-void WriteAll(int descriptor, std::string_view bytes) {
+// Takes away from the bytes what was written, also when the rest cannot be.
+void WriteAll(int descriptor, std::string_view& bytes) {
   while (!bytes.empty()) {
     const auto written = write(descriptor, bytes.data(), bytes.size());
     if (written < 0 && errno == EINTR) continue;
@@ -71,17 +73,21 @@ std::optional<struct stat> OldFile(const std::string& path) {
   return info;
 }
 
-// A private file beside its target; gone again unless it took the target's place.
+// A private file beside its target; gone again unless it took the target's place. Where the file
+// system allows it, it has no name until it is whole, so that a killed program leaves none behind.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const std::string& target)
-      : path_((fs::path(target).parent_path() / ".gorbex-XXXXXX").native()),
-        descriptor_(mkostemp(path_.data(), O_CLOEXEC)) {
-    Require(descriptor_ >= 0);
+      : folder_(fs::absolute(target).parent_path()), descriptor_(Nameless(folder_)) {
+    if (descriptor_ >= 0) return;
+    path_ = (folder_ / ".gorbex-XXXXXX").native();
+    descriptor_ = mkostemp(path_.data(), O_CLOEXEC);
+    isNamed_ = descriptor_ >= 0;
+    Require(isNamed_);
   }
   ~TemporaryFile() {
     if (descriptor_ >= 0) close(descriptor_);
-    if (!moved_) unlink(path_.c_str());
+    if (isNamed_) unlink(path_.c_str());
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -90,17 +96,51 @@ class TemporaryFile {
 
   void MoveTo(const std::string& target) {
     Require(fdatasync(descriptor_) == 0);
+    if (!isNamed_) Name();
     const int closing = std::exchange(descriptor_, -1);
     Require(close(closing) == 0);
     Require(rename(path_.c_str(), target.c_str()) == 0);
-    moved_ = true;
+    isNamed_ = false;
   }
 
  private:
+  static std::string LinkTo(int descriptor) {
+    return "/proc/self/fd/" + std::to_string(descriptor);
+  }
+
+  // Below 0 where there are none, or no way to give one a name later.
+  static int Nameless(const fs::path& folder) {
+    const int file = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+    if (file < 0 || access(LinkTo(file).c_str(), F_OK) == 0) return file;
+    close(file);
+    return -1;
+  }
+
+  // The number of this process may have been that of one that was killed in between.
+  void Name() {
+    constexpr int kMost = 100;
+    for (int i = 0; !isNamed_; ++i) {
+      path_ =
+          (folder_ / (".gorbex-" + std::to_string(getpid()) + "-" + std::to_string(i))).native();
+      isNamed_ = linkat(AT_FDCWD, LinkTo(descriptor_).c_str(), AT_FDCWD, path_.c_str(),
+                        AT_SYMLINK_FOLLOW) == 0;
+      Require(isNamed_ || (errno == EEXIST && i < kMost));
+    }
+  }
+
+  fs::path folder_;
   std::string path_;
   int descriptor_;
-  bool moved_ = false;
+  bool isNamed_ = false;
 };
+
+// Removes what was added last, unless another program has added to it meanwhile.
+void TakeBack(int descriptor, std::size_t count) {
+  const auto end = lseek(descriptor, 0, SEEK_CUR);
+  struct stat info {};
+  if (count == 0 || fstat(descriptor, &info) != 0 || info.st_size != end) return;
+  static_cast<void>(ftruncate(descriptor, end - static_cast<off_t>(count)) == 0);
+}
 
 }  // namespace
 
@@ -130,7 +170,8 @@ void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t n
   const auto target = RealTarget(path);
   const auto old = OldFile(target);
   TemporaryFile file(target);
-  WriteAll(file.Number(), bytes);
+  std::string_view rest = bytes;
+  WriteAll(file.Number(), rest);
   // Only root can hand the file to its old owner, and nobody else needs to.
   if (old) static_cast<void>(fchown(file.Number(), old->st_uid, old->st_gid) == 0);
   Require(fchmod(file.Number(), old ? old->st_mode & 07777U : newFileMode) == 0);
@@ -142,7 +183,13 @@ void AppendHostFile(const std::string& path, const std::string& bytes) {
   const Descriptor file(open(path.c_str(), kFlags, 0666));
   Require(file.Number() >= 0);
   static_cast<void>(PlainFileInfo(file.Number()));
-  WriteAll(file.Number(), bytes);
+  std::string_view rest = bytes;
+  try {
+    WriteAll(file.Number(), rest);
+  } catch (const std::system_error&) {
+    TakeBack(file.Number(), bytes.size() - rest.size());
+    throw;
+  }
 }
 
 }  // namespace gorbex

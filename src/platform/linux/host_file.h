@@ -34,7 +34,8 @@ class Descriptor {
 /// given.
 void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t newFileMode);
 
-/// Adds at the end with one system write; fails with ENODEV for what is no plain file.
+/// Adds at the end with one system write, all or nothing; fails with ENODEV for what is no plain
+/// file.
 void AppendHostFile(const std::string& path, const std::string& bytes);
 
 }  // namespace gorbex

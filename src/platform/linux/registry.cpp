@@ -100,7 +100,8 @@ void LinuxRegistry::File::Load() {
     top = std::move(fresh);
     isReadable = true;
   } catch (const std::system_error& error) {
-    isReadable = error.code() == std::errc::no_such_file_or_directory;
+    // One that was there a moment ago is not taken for absent, or the next change would empty it.
+    isReadable = !stamp && error.code() == std::errc::no_such_file_or_directory;
     if (isReadable) top = RegistryKey();
     if (isReadable) senselessLines = 0;
   }

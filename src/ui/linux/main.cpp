@@ -5,6 +5,7 @@
 
 #include "platform/git/ask_pass.h"
 #include "platform/linux/platform.h"
+#include "platform/linux/program_lock.h"
 #include "platform/linux/typed_path.h"
 #include "platform/runtime_error.h"
 #include "ui/window_app.h"
@@ -32,6 +33,10 @@ class PrefixHost : public ui::Host {
     } catch (const RuntimeError&) {
       return std::nullopt;
     }
+  }
+
+  std::shared_ptr<void> BuildAlone() override {
+    return ProgramLock::Try(ProgramLock::ToBuild(platform_.GetPrefix().Root()));
   }
 
   [[nodiscard]] std::optional<std::string> ProgramPath(const std::string& hostPath) const override {
@@ -70,7 +75,8 @@ class LinuxApp : public ui::WindowApp {
 
 int main(int count, char** values) {
   if (const auto answered = AnswerAskPass(count, values, Environment, std::cout)) return *answered;
-  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+  // A lost pipe or a file that may not grow is an error, not the end of the program.
+  for (const int signal : {SIGPIPE, SIGXFSZ}) static_cast<void>(std::signal(signal, SIG_IGN));
   const auto arguments =
       ui::WindowArgumentsOf({values + 1, values + count}, ui::PrefixOption::Offered);
   if (const auto& reply = arguments.reply) {

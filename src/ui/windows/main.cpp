@@ -13,6 +13,7 @@
 #include "platform/windows/com_apartment.h"
 #include "platform/windows/controls/activex_objects.h"
 #include "platform/windows/platform.h"
+#include "platform/windows/program_lock.h"
 #include "platform/windows/typed_path.h"
 #include "platform/windows/wide_text.h"
 #include "ui/window_app.h"
@@ -39,6 +40,10 @@ class WindowsHost : public ui::Host {
     } catch (const RuntimeError&) {
       return std::nullopt;
     }
+  }
+
+  std::shared_ptr<void> BuildAlone() override {
+    return ProgramLock::Try(ProgramLock::ToBuild(platform_.ProgramFolder()));
   }
 
   [[nodiscard]] std::optional<std::string> ProgramPath(const std::string& hostPath) const override {

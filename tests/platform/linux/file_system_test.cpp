@@ -35,9 +35,14 @@ TEST(LinuxFiles, KeepModeAndLinksAndLeaveNothingBehind) {
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   setrlimit(RLIMIT_FSIZE, &small);
   const int number = NumberOf([&] { bench.files.Write("C:\\A\\real", std::string(5000, 'x')); });
+  const std::string lines(1000, 'x');
+  bench.files.Append("C:\\log", lines);
+  const int atAppend = NumberOf([&] { bench.files.Append("C:\\log", std::string(100, 'y')); });
   setrlimit(RLIMIT_FSIZE, &old);
   std::signal(SIGXFSZ, handler);
   EXPECT_EQ(number, 61);
+  EXPECT_EQ(atAppend, 61);
+  EXPECT_EQ(bench.files.Read("C:\\log"), lines) << "all of a line or nothing";
   EXPECT_EQ(bench.folder.Get("drive_c/A/real"), "new");
   EXPECT_EQ(bench.files.List("C:\\A").size(), 2U);
 }

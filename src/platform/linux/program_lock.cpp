@@ -1,0 +1,50 @@
+#include "platform/linux/program_lock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
+#include <chrono>
+
+#include "platform/linux/end_signal.h"
+
+namespace gorbex {
+namespace {
+
+// Who may only read can hold the lock as well.
+constexpr int kFlags = O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+}  // namespace
+
+std::filesystem::path ProgramLock::ToBuild(const std::filesystem::path& prefixRoot) {
+  return prefixRoot / "gorbexbuilder.build.lock";
+}
+
+std::filesystem::path ProgramLock::ToChange(const std::filesystem::path& prefixRoot) {
+  return prefixRoot / "gorbexbuilder.change.lock";
+}
+
+ProgramLock::ProgramLock(const std::filesystem::path& file)
+    : file_(open(file.c_str(), kFlags, 0666)) {}
+
+ProgramLock::ProgramLock(const std::filesystem::path& file, const std::function<void()>& onWait)
+    : ProgramLock(file) {
+  if (Take() == State::Free) return;
+  onWait();
+  while (!EndSignal::Wanted() && Take() == State::Taken) {
+    EndSignal::Wait(std::chrono::milliseconds(100));
+  }
+}
+
+std::shared_ptr<ProgramLock> ProgramLock::Try(const std::filesystem::path& file) {
+  std::shared_ptr<ProgramLock> lock(new ProgramLock(file));
+  return lock->Take() == State::Free ? lock : nullptr;
+}
+
+// Where no lock can be made nobody else can have made one.
+ProgramLock::State ProgramLock::Take() const {
+  if (file_.Number() < 0 || flock(file_.Number(), LOCK_EX | LOCK_NB) == 0) return State::Free;
+  return errno == EWOULDBLOCK || errno == EINTR ? State::Taken : State::Free;
+}
+
+}  // namespace gorbex

@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""The real programs among signals and among one another: robustness_test.py CASE GORBEX COMPILER STOREFRONT [SEED]
+
+killed    gorbex is killed 200 times while it saves, stamps, rewrites, registers and logs: every file is old or new
+ended     told to end in the middle of a compile, it ends the compiler and gives project files their values back
+together  many programs change one prefix, one build project and one project file at once, and lose nothing
+"""
+
+import collections
+import json
+import os
+import pathlib
+import random
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+CASE, GORBEX, COMPILER, STOREFRONT = sys.argv[1:5]
+SEED = int(sys.argv[5]) if len(sys.argv) > 5 else 20260304
+KILLS = 200
+PATIENCE = 60
+
+AMENDED = re.compile(rb"(CompatibleMode|MajorVer|MinorVer|RevisionVer|OptimizationType|CodeViewDebugInfo)=[^\r]*")
+GUID = re.compile(rb"\{[0-9A-Fa-f]{8}-[0-9A-Fa-f-]{27}\}")
+LOG_LINE = re.compile(rb"\[\d\d/\d\d/\d{4} \d\d:\d\d:\d\d\] [^\r\n]+\r\n")
+REGISTRY_LINE = re.compile(rb'WINE REGISTRY Version 2|;.*|#.*|\[.+\].*|(@|".*")=.+|  .*|')
+
+
+def check(condition, what):
+    if not condition:
+        sys.exit(f"FAILED (seed {SEED}): {what}")
+
+
+def until(condition, what):
+    end = time.monotonic() + PATIENCE
+    while not condition():
+        check(time.monotonic() < end, f"waited in vain until {what}")
+        time.sleep(0.01)
+
+
+def masked(text):
+    """A project file or source with everything hidden that the program may change in it."""
+    return GUID.sub(b"", AMENDED.sub(rb"\1=?", text)).rstrip(b"\r\n")
+
+
+class Product:
+    """The sample product in a prefix of its own."""
+
+    def __init__(self, root):
+        self.root = pathlib.Path(root)
+        self.prefix = self.root / "prefix"
+        self.folder = self.prefix / "drive_c" / "Storefront"
+        self.file = self.folder / "Storefront.bpf"
+        self.environment = dict(os.environ, HOME=root, GORBEX_PREFIX=str(self.prefix))
+        self.run(COMPILER, "/regserver")
+        shutil.copytree(STOREFRONT, self.folder)
+        for path in self.folder.rglob("*"):
+            path.chmod(path.stat().st_mode | 0o200)
+        self.projects = sorted(self.folder.rglob("*.vbp"))
+        self.sources = [p for p in self.folder.rglob("*.*") if p.suffix in (".vbp", ".frm", ".bas", ".cls", ".ctl")]
+        self.before = {path: masked(path.read_bytes()) for path in self.sources}
+
+    def start(self, *command, **options):
+        return subprocess.Popen([str(word) for word in command], env=self.environment, text=True,
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, **options)
+
+    def run(self, *command, status=0):
+        process = self.start(*command)
+        said = process.communicate(timeout=300)[0]
+        check(process.returncode == status, f"{command} ended with {process.returncode}: {said}")
+        return said
+
+    def build_anew(self):
+        """As from source control, on a machine where nothing is registered."""
+        for path in self.sources:
+            shutil.copyfile(pathlib.Path(STOREFRONT) / path.relative_to(self.folder), path)
+        for path in (self.folder / "Bin").glob("Store*"):
+            path.unlink()
+        (self.prefix / "gorbexbuilder.reg").unlink()
+        self.run(COMPILER, "/regserver")
+        self.run(GORBEX, "build", self.file, "--all", "--yes")
+
+    def build_project(self):
+        """What the build project says, in any order of its queue."""
+        lines = self.file.read_bytes().replace(b"*", b"").split(b"\r\n")
+        return collections.Counter(lines)
+
+    def log(self):
+        folders = self.prefix.glob("drive_c/Program Files/GorbexBuilder/[Ll]ogs")
+        return b"".join(path.read_bytes() for folder in folders for path in sorted(folder.iterdir()))
+
+    def require_whole_files(self, when):
+        for path, text in self.before.items():
+            now = path.read_bytes()
+            check(masked(now) == text, f"{when}: {path} is torn: {now!r}")
+        log = self.log()
+        check(not LOG_LINE.sub(b"", log), f"{when}: a torn log line: {LOG_LINE.sub(b'', log)!r}")
+        for line in (self.prefix / "gorbexbuilder.reg").read_bytes().split(b"\n"):
+            check(REGISTRY_LINE.fullmatch(line), f"{when}: the registry file is torn: {line!r}")
+
+
+def killed(product):
+    random.seed(SEED)
+    product.run(GORBEX, "build", product.file, "--all", "--yes")
+    build_project, kills, left, number, lasted = product.build_project(), 0, 0, 0, {}
+    while kills < KILLS:
+        number += 1
+        some = [str(path) for path in random.sample(product.projects, 2)]
+        version = f"1.{random.randrange(100)}.{random.randrange(100)}"
+        command = random.choice([
+            ["queue", product.file, random.choice(["mark", "unmark"]), *some, "--save"],
+            ["build", product.file, *some, "--yes", "--debug", "--version", version],
+            ["build", product.file, *some, "--yes", "--break-compat", "--change-refs"],
+            ["value", "set", some[0], "MajorVer", str(number)],
+            ["settings", "ReplyUser", f"user{number}@dev.example"],
+            ["register", product.folder / "Bin" / "StoreMoney.dll"]])
+        # The commands that were left alone say how long one may take.
+        kind = command[0] + (command[5] if command[0] == "build" else "")
+        begin = time.monotonic()
+        process = product.start(GORBEX, *command, start_new_session=True)
+        patience = None if kind not in lasted else random.uniform(0, lasted[kind])
+        try:
+            process.communicate(timeout=patience)
+            lasted[kind] = time.monotonic() - begin
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGKILL)
+            process.communicate()
+            kills += 1
+        when = f"command {number}, {command}"
+        product.require_whole_files(when)
+        check(product.build_project() == build_project, f"{when}: the build project is torn")
+        shown = json.loads(product.run(GORBEX, "show", product.file, "--json"))
+        check(len(shown["projects"]) == len(product.projects), f"{when}: a project is lost")
+        for path in product.prefix.rglob(".gorbex-*"):
+            path.unlink()
+            left += 1
+        if number % 10 == 0:
+            product.build_anew()
+    print(f"{kills} kills survived; {left} temporary files were left beside their targets")
+
+
+def ended(product):
+    compiler = product.root / "slow"
+    compiler.write_text("#!/bin/sh\nexec sleep 300\n")
+    compiler.chmod(0o755)
+    before = {path: path.read_bytes().rstrip(b"\r\n") for path in product.projects}
+    core = product.folder / "Core" / "StoreCore.vbp"
+    for kind in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+        process = product.start(GORBEX, "build", product.file, "--all", "--yes", "--debug", "--stop-on-error",
+                                "--compiler", compiler)
+        until(lambda: b"CodeViewDebugInfo=-1" in core.read_bytes(), "the debug values are set")
+        children = pathlib.Path(f"/proc/{process.pid}/task/{process.pid}/children")
+        until(children.read_text, "the compiler runs")
+        child = children.read_text().split()[0]
+        waiting = product.start(GORBEX, "build", product.file, core, "--yes", "--compiler", compiler)
+        check("waiting for its end" in waiting.stdout.readline(), "a second build says that it waits")
+        waiting.send_signal(kind)
+        check(waiting.wait(10) == 1, "told to end, who waits for another build ends")
+        process.send_signal(kind)
+        said = process.communicate(timeout=20)[0]
+        check(process.returncode == 1, f"ended with {process.returncode}: {said}")
+        check("0 built, 1 failed, 9 left" in said, f"it says what it did: {said}")
+        check(not os.path.exists(f"/proc/{child}"), "the compiler is ended")
+        for path, text in before.items():
+            check(path.read_bytes().rstrip(b"\r\n") == text, f"{path} did not get its values back")
+    product.require_whole_files("at the end")
+    product.run(GORBEX, "build", product.file, "--all", "--yes")
+
+
+def together(product):
+    def at_once(commands):
+        running = [product.start(GORBEX, *command) for command in commands]
+        for command, process in zip(commands, running):
+            said = process.communicate(timeout=PATIENCE)[0]
+            check(process.returncode == 0, f"{command} ended with {process.returncode}: {said}")
+
+    settings = {"Interval": "17", "ReplyUser": "me@dev.example", "WatchFolder": "Watched", "ReplyTo": "1",
+                "MailFrom": "builder@dev.example", "AllowedSenders": "dev.example", "MailStore": "maildir:///m"}
+    at_once([["settings", name, value] for name, value in settings.items()])
+    for name, value in settings.items():
+        check(product.run(GORBEX, "settings", name).strip() == value, f"the setting {name} is lost")
+
+    product.run(GORBEX, "queue", product.file, "unmark", *product.projects, "--save")
+    at_once([["queue", product.file, "mark", path, "--save"] for path in product.projects])
+    marked = product.file.read_bytes().count(b"queue=*")
+    check(marked == len(product.projects), f"{len(product.projects) - marked} changes of the queue are lost")
+
+    core = product.folder / "Core" / "StoreCore.vbp"
+    values = {"MajorVer": "7", "MinorVer": "8", "RevisionVer": "9", "StartMode": "6", "Retained": "5"}
+    at_once([["value", "set", core, name, value] for name, value in values.items()])
+    for name, value in values.items():
+        check(f"\r\n{name}={value}\r\n".encode() in core.read_bytes(), f"the value {name} is lost")
+
+    opened = product.log().count(b"Opened Project ")
+    at_once([["show", product.file] for _ in range(24)])
+    lost = opened + 24 - product.log().count(b"Opened Project ")
+    check(lost == 0, f"{lost} log lines are lost")
+    product.before[core] = masked(core.read_bytes())
+    product.require_whole_files("after all together")
+
+
+with tempfile.TemporaryDirectory() as root:
+    {"killed": killed, "ended": ended, "together": together}[CASE](Product(root))
+print(f"{CASE}: all as expected")

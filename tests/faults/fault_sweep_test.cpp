@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "tests/faults/day_of_work.h"
+#include "tests/faults/faulty_services.h"
+
+namespace gorbex::test {
+namespace {
+
+/// A day over a system in memory, one operation of which fails.
+struct Day {
+  Day(int failing, ErrorNumber error, Answer toReports)
+      : plan{failing},
+        files(inner.files, plan, error),
+        registry(inner.registry, plan),
+        work(files, registry,
+             {[this](const auto& path, const auto& bytes) { inner.files.AddFile(path, bytes); },
+              [this](const auto& path) { return inner.files.Text(path); }},
+             toReports) {
+    inner.registry.AddText(RegistryRoot::ClassesRoot, "Interface\\{1F}\\TypeLib", "",
+                           "{5E700000-0000-4000-8000-0000C0DEC0DE}");
+    inner.files.AddFolder(inner.programFolder);
+    work.Prepare();
+    work.Run();
+  }
+
+  MemoryPlatform inner;
+  FaultPlan plan;
+  FaultyFiles files;
+  FaultyRegistry registry;
+  DayOfWork work;
+};
+
+TEST(Faults, WithoutOneEverythingIsDone) {
+  const Day day(0, ErrorNumber::DiskFull, Answer::Abort);
+  EXPECT_EQ(day.work.Complaints(), std::vector<std::string>{});
+  EXPECT_EQ(day.work.Reports(), 0);
+  EXPECT_GT(day.plan.count, 150);
+}
+
+// Every operation fails once with every error, and the user goes on or tries again.
+TEST(Faults, LeaveEveryFileWholeAndTheProgramReady) {
+  constexpr ErrorNumber kErrors[] = {ErrorNumber::FileNotFound, ErrorNumber::PermissionDenied,
+                                     ErrorNumber::DiskFull, ErrorNumber::DeviceError};
+  const Day usual(0, ErrorNumber::DiskFull, Answer::Abort);
+  for (int failing = 1; failing <= usual.plan.count; ++failing) {
+    for (const auto error : kErrors) {
+      for (const auto answer : {Answer::Ignore, Answer::Retry}) {
+        SCOPED_TRACE("operation " + std::to_string(failing) + ", error " +
+                     std::to_string(static_cast<int>(error)) +
+                     (answer == Answer::Retry ? ", tried again" : ""));
+        const Day day(failing, error, answer);
+        EXPECT_EQ(day.work.Complaints(), std::vector<std::string>{});
+        if (answer == Answer::Retry && day.work.Reports() > 0) {
+          EXPECT_EQ(day.work.Files(), usual.work.Files()) << "as if nothing had failed";
+        }
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace gorbex::test

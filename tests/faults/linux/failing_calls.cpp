@@ -1,0 +1,130 @@
+#include "tests/faults/linux/failing_calls.h"
+
+#include <fcntl.h>
+#include <sys/types.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstddef>
+#include <string_view>
+
+namespace gorbex::test {
+namespace {
+
+FailingCalls* now = nullptr;
+
+// The file systems of the host that hold no files of a user.
+bool IsCounted(const char* path) {
+  const std::string_view text(path);
+  return !text.starts_with("/proc") && !text.starts_with("/dev");
+}
+
+bool Strikes() {
+  return now != nullptr && now->Strikes();
+}
+
+}  // namespace
+
+FailingCalls::FailingCalls(int failing, int error, Kind kind)
+    : plan_{failing}, error_(error), kind_(kind) {
+  now = this;
+}
+
+FailingCalls::~FailingCalls() {
+  now = nullptr;
+}
+
+FailingCalls* FailingCalls::Now() {
+  return now;
+}
+
+bool FailingCalls::Strikes() {
+  const bool strikes = plan_.Strikes();
+  if (strikes) errno = error_;
+  return strikes;
+}
+
+// The next call, which tries to write the rest, is the one that fails.
+void FailingCalls::Halved() {
+  isHalved_ = true;
+  plan_.failing = plan_.count + 1;
+}
+
+}  // namespace gorbex::test
+
+using gorbex::test::FailingCalls;
+using gorbex::test::IsCounted;
+using gorbex::test::Strikes;
+
+extern "C" {
+
+int __real_open(const char* path, int flags, ...);
+int __real_mkostemp(char* pattern, int flags);
+ssize_t __real_read(int file, void* to, std::size_t size);
+ssize_t __real_write(int file, const void* from, std::size_t size);
+int __real_linkat(int from, const char* old, int to, const char* path, int flags);
+int __real_rename(const char* from, const char* to);
+int __real_fchmod(int file, mode_t mode);
+int __real_chmod(const char* path, mode_t mode);
+int __real_unlink(const char* path);
+int __real_mkdir(const char* path, mode_t mode);
+int __real_flock(int file, int operation);
+
+int __wrap_open(const char* path, int flags, ...) {
+  std::va_list rest;
+  va_start(rest, flags);
+  const bool makes = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+  const mode_t mode = makes ? va_arg(rest, mode_t) : 0;
+  va_end(rest);
+  return IsCounted(path) && Strikes() ? -1 : __real_open(path, flags, mode);
+}
+
+int __wrap_mkostemp(char* pattern, int flags) {
+  return Strikes() ? -1 : __real_mkostemp(pattern, flags);
+}
+
+ssize_t __wrap_read(int file, void* to, std::size_t size) {
+  return Strikes() ? -1 : __real_read(file, to, size);
+}
+
+ssize_t __wrap_write(int file, const void* from, std::size_t size) {
+  if (!Strikes()) return __real_write(file, from, size);
+  if (size < 2 || !FailingCalls::Now()->Halves()) return -1;
+  FailingCalls::Now()->Halved();
+  return __real_write(file, from, size / 2);
+}
+
+// What is not written to the disk at once is no loss for a test, and saves its time.
+int __wrap_fdatasync(int /*file*/) {
+  return Strikes() ? -1 : 0;
+}
+
+int __wrap_linkat(int from, const char* old, int to, const char* path, int flags) {
+  return Strikes() ? -1 : __real_linkat(from, old, to, path, flags);
+}
+
+int __wrap_rename(const char* from, const char* to) {
+  return Strikes() ? -1 : __real_rename(from, to);
+}
+
+int __wrap_fchmod(int file, mode_t mode) {
+  return Strikes() ? -1 : __real_fchmod(file, mode);
+}
+
+int __wrap_chmod(const char* path, mode_t mode) {
+  return Strikes() ? -1 : __real_chmod(path, mode);
+}
+
+int __wrap_unlink(const char* path) {
+  return Strikes() ? -1 : __real_unlink(path);
+}
+
+int __wrap_mkdir(const char* path, mode_t mode) {
+  return Strikes() ? -1 : __real_mkdir(path, mode);
+}
+
+int __wrap_flock(int file, int operation) {
+  return Strikes() ? -1 : __real_flock(file, operation);
+}
+
+}  // extern "C"
