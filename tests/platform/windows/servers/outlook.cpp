@@ -21,7 +21,7 @@ Member Method(const std::string& signature, Action&& action) {
 IDispatch* Collection(const std::string& name, std::vector<std::function<IDispatch*()>> items,
                       Members others = {}) {
   others["Count"] = Constant(static_cast<std::int32_t>(items.size()));
-  others["Item"] = Method("l", [items](const Values& values) -> Value {
+  others["Item"] = Method("l", [items = std::move(items)](const Values& values) -> Value {
     const auto number = static_cast<std::size_t>(std::get<std::int32_t>(values.at(0)));
     if (number < 1 || number > items.size())
       throw Refusal{kNoSuchNumber, "Array index out of bounds"};
@@ -103,6 +103,7 @@ IDispatch* Items(const fs::path& folder) {
   for (const auto& entry : fs::directory_iterator(folder)) files.push_back(entry.path());
   std::sort(files.begin(), files.end());
   std::vector<std::function<IDispatch*()>> mails;
+  mails.reserve(files.size());
   for (const auto& file : files) mails.emplace_back([file] { return MailAt(file); });
   return Collection("Items", std::move(mails));
 }
@@ -145,7 +146,7 @@ struct Draft {
   std::string attachments;
 };
 
-Member Field(std::shared_ptr<Draft> draft, std::wstring Draft::*field) {
+Member Field(const std::shared_ptr<Draft>& draft, std::wstring Draft::*field) {
   return {kGet | kPut, "S", [draft, field](const Values& values) -> Value {
             if (!values.empty()) (*draft).*field = Text(values.at(0));
             return (*draft).*field;
