@@ -63,8 +63,9 @@ class MemorySourceControl : public SourceControl {
       database_.RaiseFailure("items", spec_);
       std::set<std::string> children;
       const auto start = Below(spec_);
-      for (const auto& [spec, sides] : database_.files) {
-        if (!sides.database || !spec.starts_with(start)) continue;
+      for (const auto& entry : database_.files) {
+        const std::string& spec = entry.first;
+        if (!entry.second.database || !spec.starts_with(start)) continue;
         children.insert(spec.substr(0, spec.find('/', start.size())));
       }
       std::vector<std::unique_ptr<SourceControlItem>> items;
