@@ -37,15 +37,13 @@ void BuildQueue::lvwQueue_DragDrop(std::string_view sourceControl) {
 
 void BuildQueue::mnuQueueAdd_Click() {
   const TreeNode* node = window_.tvwProjects.Selected();
-  while (node != nullptr && !HasPrefix(node->Key(), node_prefix::kProject)) node = node->Parent();
+  while (node != nullptr && !node->KeyStartsWith(node_prefix::kProject)) node = node->Parent();
   if (node != nullptr) Add(node->Text());
 }
 
 void BuildQueue::mnuQueueAddAll_Click() {
   Procedure(report_, ": frmBuilder.mnuQueueAddAll_Click").Run([&](Procedure& on) {
-    for (const auto& node : window_.tvwProjects.Nodes()) {
-      if (HasPrefix(node->Key(), node_prefix::kProject)) on([&] { Add(node->Text()); });
-    }
+    for (const TreeNode* node : window_.ProjectNodes()) on([&] { Add(node->Text()); });
   });
 }
 

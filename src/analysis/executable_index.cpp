@@ -15,6 +15,7 @@ ExecutableIndex::ExecutableIndex() {
 }
 
 void ExecutableIndex::Clear() {
+  nextRank_ = 0;
   nodes_.assign(1, {});
   top_.fill(0);
   entries_.assign(1, {});
@@ -52,8 +53,8 @@ ExecutableIndex::Entries& ExecutableIndex::EntriesOf(const std::string& lowered)
 }
 
 void ExecutableIndex::Add(const clsMember& member) {
-  if (member.EXEName.empty()) return;
-  EntriesOf(LowerCase(member.EXEName)).push_back({nextRank_++, &member});
+  const std::size_t rank = nextRank_++;
+  if (!member.EXEName.empty()) EntriesOf(LowerCase(member.EXEName)).push_back({rank, &member});
 }
 
 void ExecutableIndex::Remove(const clsMember& member) {
@@ -72,8 +73,8 @@ void ExecutableIndex::Better(const Entries& entries, std::string_view excludedPa
   }
 }
 
-const clsMember* ExecutableIndex::FirstIn(std::string_view text,
-                                          std::string_view excludedPath) const {
+std::optional<ExecutableIndex::Entry> ExecutableIndex::FirstIn(
+    std::string_view text, std::string_view excludedPath) const {
   const std::string lowered = LowerCase(text);
   Entry best;
   for (std::size_t start = 0; start < lowered.size(); ++start) {
@@ -87,7 +88,8 @@ const clsMember* ExecutableIndex::FirstIn(std::string_view text,
   for (const auto& [name, entries] : longNames_) {
     if (ContainsIgnoringCase(lowered, name)) Better(entries, excludedPath, best);
   }
-  return best.member;
+  if (best.member == nullptr) return std::nullopt;
+  return best;
 }
 
 }  // namespace gorbex

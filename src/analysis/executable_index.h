@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,6 +18,11 @@ namespace gorbex {
 /// projects.
 class ExecutableIndex {
  public:
+  struct Entry {
+    std::size_t rank = 0;
+    const clsMember* member = nullptr;
+  };
+
   ExecutableIndex();
 
   /// Records added later rank behind those added before. They must outlive the index or be removed.
@@ -25,15 +31,11 @@ class ExecutableIndex {
   void Clear();
 
   /// The first-ranked record whose `EXEName` stands anywhere in the text, in any letter case, and
-  /// whose path differs from the excluded one; null when there is none.
-  [[nodiscard]] const clsMember* FirstIn(std::string_view text,
-                                         std::string_view excludedPath) const;
+  /// whose path differs from the excluded one; nothing when there is none.
+  [[nodiscard]] std::optional<Entry> FirstIn(std::string_view text,
+                                             std::string_view excludedPath) const;
 
  private:
-  struct Entry {
-    std::size_t rank = 0;
-    const clsMember* member = nullptr;
-  };
   using Entries = std::vector<Entry>;
 
   struct Node {

@@ -12,8 +12,8 @@ GroupDependency::GroupDependency(MemberCollection& members)
 
 std::string GroupDependency::FindGroupDependency(std::string_view componentPath,
                                                  std::string_view projectPath) const {
-  const clsMember* found = index_.FirstIn(componentPath, projectPath);
-  return found == nullptr ? std::string() : found->path;
+  const auto found = index_.FirstIn(componentPath, projectPath);
+  return found ? found->member->path : std::string();
 }
 
 }  // namespace gorbex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,13 @@ namespace gorbex {
 class GroupDependency {
  public:
   explicit GroupDependency(MemberCollection& members);
+
+  /// As FindGroupDependency(), with the project's rank among the records added since the last
+  /// clearing, which counts from 0 and is not closed up by removals.
+  [[nodiscard]] std::optional<ExecutableIndex::Entry> FindProducer(
+      std::string_view componentPath, std::string_view projectPath) const {
+    return index_.FirstIn(componentPath, projectPath);
+  }
 
   /// The path of the first project, other than the given one (exact comparison), whose `EXEName`
   /// occurs in the component path in any letter case; empty when there is none. A substring

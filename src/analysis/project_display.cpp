@@ -8,7 +8,8 @@ namespace {
 
 // Null for the root, for user controls and for numbered property rows.
 const TreeNode* ProjectOf(const TreeNode& node) {
-  const std::string_view prefix = std::string_view(node.Key()).substr(0, 2);
+  const std::string key = node.Key();
+  const std::string_view prefix = std::string_view(key).substr(0, 2);
   if (prefix == node_prefix::kProject) return &node;
   if (prefix == "r)" || prefix == "o)" || prefix == "m)" || prefix == "i)") return node.Parent();
   if (prefix == "r-" || prefix == "o-" || prefix == "m-" || prefix == "i-") {

@@ -28,7 +28,14 @@ class ProjectDisplay : public ProjectViews {
   /// Fills the detail list anew, so that every verdict is taken again; the selection stays.
   void RefreshReferences();
 
-  void MarkReferenceNode(TreeNode& node) override { marking_.MarkReferenceNode(node); }
+  void MarkReferenceNode(TreeNode& node) { marking_.MarkReferenceNode(node); }
+  void MarkBranch(const ProjectBranch& branch) override { marking_.MarkBranch(branch); }
+  void MarkBranches(const std::vector<ProjectBranch>& branches) override {
+    marking_.MarkBranches(branches);
+  }
+  void ScanBranches(const std::vector<ProjectBranch>& branches) override {
+    marking_.ScanBranches(branches);
+  }
   void RefreshQueue() override { queue_.RefreshQueue(); }
   void mnuToolsDependancies_Click() override { marking_.mnuToolsDependancies_Click(); }
 

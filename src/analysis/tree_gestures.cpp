@@ -9,7 +9,7 @@ bool TreeGestures::tvwProjects_MouseDown(TreeNode* node, MouseButton button) {
   if (node == nullptr) return false;
   window_.tvwProjects.Select(node);
   display_.ShowProjectDetails(*node);
-  return button == MouseButton::Right && HasPrefix(node->Key(), node_prefix::kProject);
+  return button == MouseButton::Right && node->KeyStartsWith(node_prefix::kProject);
 }
 
 void TreeGestures::lvwData_KeyDown(int keyCode) {

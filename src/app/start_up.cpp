@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/window_place.h"
+#include "core/node_key.h"
 #include "core/text.h"
 
 namespace gorbex {

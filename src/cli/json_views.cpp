@@ -104,8 +104,7 @@ void WriteShowJson(std::ostream& out, const Program& program) {
   }
   out << "],\n\"tree\":[";
   separator = "\n";
-  for (const auto& node : window.tvwProjects.Nodes()) {
-    if (node->Parent() != nullptr) continue;
+  for (const TreeNode* node : window.tvwProjects.Tops()) {
     InTreeOrder(*node, [&](const TreeNode& each) {
       out << std::exchange(separator, ",\n") << NodeJson(each).dump();
     });

@@ -6,6 +6,7 @@
 #include "cli/session.h"
 #include "cli/settings_table.h"
 #include "cli/text_output.h"
+#include "core/reference_nodes.h"
 
 namespace gorbex::cli {
 namespace {
@@ -21,12 +22,12 @@ void PrintProjects(std::ostream& out, const frmBuilder& window) {
 void PrintVerdicts(std::ostream& out, const frmBuilder& window) {
   std::map<Image, std::size_t> counts;
   std::string invalid;
-  for (const auto& node : window.tvwProjects.Nodes()) {
-    if (!node->Key().starts_with("r-") && !node->Key().starts_with("o-")) continue;
-    ++counts[node->ImageOf()];
-    if (node->ImageOf() != Image::InvalidReference) continue;
-    invalid +=
-        "  " + FileName(node->Parent()->Parent()->Text()) + ": " + Plain(node->Text()) + '\n';
+  for (const TreeNode* project : window.ProjectNodes()) {
+    ForEachReference(*project, [&](const TreeNode& node) {
+      ++counts[node.ImageOf()];
+      if (node.ImageOf() != Image::InvalidReference) return;
+      invalid += "  " + FileName(project->Text()) + ": " + Plain(node.Text()) + '\n';
+    });
   }
   out << "\nReferences: " << counts[Image::Dependancy] << " to projects of the group, "
       << counts[Image::VbReference] << " registered, " << counts[Image::CheckReference]

@@ -102,7 +102,7 @@ void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
   EndOnRequest(session);
   program.changes.mnuToolsHighlight_Click();
   Json changed = Json::array();
-  for (const auto& node : program.window.tvwProjects.Nodes()) {
+  for (const TreeNode* node : program.window.ProjectNodes()) {
     if (node->ImageOf() != Image::ProjectWarning) continue;
     changed.push_back(JsonText(node->Text()));
     if (!frame.json) frame.streams.out << Plain(node->Text()) << '\n';

@@ -29,28 +29,35 @@ std::string Line(std::string_view key, std::string_view value) {
 
 bool BuildProjectFile::LoadProject(const std::string& path) {
   frmBuilder& window = uses_.window;
+  std::vector<ProjectBranch> branches;
   const bool loaded = Procedure(uses_.report, ": frmBuilder.LoadProject").Run([&](Procedure& on) {
     const std::string text = on([&] { return uses_.files.Read(path); });
     window.fileName.clear();
     on([&] { window.ClearBuildProject(); });
     PairReader pairs(text);
-    while (const auto pair = pairs.Next()) Take(on, *pair);
+    while (const auto pair = pairs.Next()) Take(on, *pair, branches);
+    uses_.reader.ShowLast(branches);
     on([&] { uses_.views.RefreshQueue(); });
     ShowBuiltFiles(on);
     on([&] { uses_.log.WriteLog("Opened Project " + path); });
-    on([&] { uses_.views.mnuToolsDependancies_Click(); });
+    on([&] { uses_.views.ScanBranches(branches); });
   });
-  if (loaded) window.fileName = path;
+  if (loaded) {
+    window.fileName = path;
+  } else {
+    uses_.views.MarkBranches(branches);
+    uses_.reader.ShowLast(branches);
+  }
   return loaded;
 }
 
-void BuildProjectFile::Take(Procedure& on, const Pair& pair) {
+void BuildProjectFile::Take(Procedure& on, const Pair& pair, std::vector<ProjectBranch>& branches) {
   frmBuilder& window = uses_.window;
   clsOptions& options = uses_.options;
   const std::string key = LowerCase(pair.key);
   const std::string value(pair.value);
   if (key == "project") {
-    on([&] { uses_.reader.ReadProject(value); });
+    on([&] { uses_.reader.ReadUnmarked(value, branches); });
   } else if (key == "queue") {
     TakeQueueRow(on, value);
   } else if (key == "breakonerror") {
@@ -97,9 +104,7 @@ void BuildProjectFile::ShowBuiltFiles(Procedure& on) {
 
 std::string BuildProjectFile::FileText() const {
   std::string text;
-  for (const auto& node : uses_.window.tvwProjects.Nodes()) {
-    if (HasPrefix(node->Key(), node_prefix::kProject)) text += Line("project", node->Text());
-  }
+  for (const TreeNode* node : uses_.window.ProjectNodes()) text += Line("project", node->Text());
   for (const auto& row : uses_.window.lvwQueue.Rows()) {
     text += Line("queue", (row->Checked() ? "*" : "") + row->SubItem(1) + "," + row->SubItem(2));
   }

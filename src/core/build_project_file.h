@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/activity_log.h"
 #include "core/dialogs.h"
@@ -58,7 +59,7 @@ class BuildProjectFile {
   void mnuFileMRU_Click(std::size_t entry);
 
  private:
-  void Take(Procedure& on, const Pair& pair);
+  void Take(Procedure& on, const Pair& pair, std::vector<ProjectBranch>& branches);
   void TakeQueueRow(Procedure& on, std::string_view value);
   void ShowBuiltFiles(Procedure& on);
   [[nodiscard]] std::string FileText() const;

@@ -1,6 +1,13 @@
 #include "core/main_window.h"
 
+#include "core/node_key.h"
+
 namespace gorbex {
+
+std::vector<TreeNode*> frmBuilder::ProjectNodes() const {
+  const TreeNode* root = tvwProjects.Find(kRootKey);
+  return root == nullptr ? std::vector<TreeNode*>() : root->Children();
+}
 
 void frmBuilder::ClearDetails() {
   lvwData.Clear();

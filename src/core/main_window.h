@@ -38,6 +38,10 @@ struct frmBuilder {
   Signal<> closeRequested;                           ///< as if the user closed the window
   MainMenu menu;
   TreeView tvwProjects;
+
+  /// The nodes of the projects, in the order of the tree.
+  [[nodiscard]] std::vector<TreeNode*> ProjectNodes() const;
+
   ListView lvwData;
   ListView lvwQueue;
   Property<std::string> stbStatus;  ///< the first panel
@@ -71,7 +75,5 @@ struct frmBuilder {
   /// Removes every project, queue row and detail row and adds the tree's root.
   void ClearBuildProject();
 };
-
-inline constexpr std::string_view kRootKey = "root";
 
 }  // namespace gorbex

@@ -6,6 +6,9 @@
 
 namespace gorbex {
 
+/// The key of the tree's only top node, the build project.
+inline constexpr std::string_view kRootKey = "root";
+
 /// The kinds of nodes in the project tree. A node's key is its prefix (for items with a 1-based
 /// number) followed by the path of the project it belongs to.
 namespace node_prefix {
@@ -28,10 +31,6 @@ inline constexpr std::string_view kProperty = "i";
 [[nodiscard]] inline std::string ItemKey(std::string_view prefix, std::size_t number,
                                          std::string_view path) {
   return std::string(prefix).append(std::to_string(number)).append(path);
-}
-
-[[nodiscard]] inline bool HasPrefix(std::string_view key, std::string_view prefix) {
-  return key.starts_with(prefix);
 }
 
 }  // namespace gorbex

@@ -1,5 +1,6 @@
 #include "core/project_file_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/file_tools.h"
@@ -8,24 +9,62 @@
 #include "core/reference_value.h"
 
 namespace gorbex {
+namespace {
+
+void SetTags(const TreeNode& heading) {
+  for (TreeNode* row : heading.Children()) row->SetTag(std::string(GetGUID(row->Text())));
+}
+
+}  // namespace
 
 bool ProjectFileReader::ReadProject(const std::string& path) {
   if (window_.ProjectMembers.Contains(path)) return true;
-  TreeNode* project = nullptr;
+  ProjectBranch branch;
+  auto record = ReadBranch(path, branch);
+  views_.MarkBranch(branch);
+  if (!record) return false;
+  StoreRecord(std::move(*record));
+  Show(*branch.project);
+  return true;
+}
+
+bool ProjectFileReader::ReadUnmarked(const std::string& path,
+                                     std::vector<ProjectBranch>& branches) {
+  if (window_.ProjectMembers.Contains(path)) return true;
+  auto record = ReadBranch(path, branches.emplace_back());
+  if (!record) return false;
+  StoreRecord(std::move(*record));
+  return true;
+}
+
+// What was added before an error stays in the tree.
+std::optional<clsMember> ProjectFileReader::ReadBranch(const std::string& path,
+                                                       ProjectBranch& branch) {
+  branch.earlierRecords = window_.ProjectMembers.Count();
+  std::optional<clsMember> record;
   try {
     ProjectFile file = Read(path);
-    project = &AddBranch(file);
-    StoreRecord(std::move(file.member));
+    AddBranch(file, branch);
+    branch.isRead = true;
+    record = std::move(file.member);
   } catch (const RuntimeError& error) {
     leftOut.Emit(path, error.Description());
-    return false;
   }
+  return record;
+}
+
+void ProjectFileReader::ShowLast(const std::vector<ProjectBranch>& branches) {
+  const auto last = std::find_if(branches.rbegin(), branches.rend(),
+                                 [](const auto& branch) { return branch.isRead; });
+  if (last != branches.rend()) Show(*last->project);
+}
+
+void ProjectFileReader::Show(TreeNode& project) {
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
-    on([&] { views_.ShowProjectReferences(path); });
-    on([&] { views_.ShowProjectDetails(*project); });
-    on([&] { window_.tvwProjects.Select(project); });
+    on([&] { views_.ShowProjectReferences(project.Text()); });
+    on([&] { views_.ShowProjectDetails(project); });
+    on([&] { window_.tvwProjects.Select(&project); });
   });
-  return true;
 }
 
 ProjectFile ProjectFileReader::Read(const std::string& path) {
@@ -37,59 +76,26 @@ ProjectFile ProjectFileReader::Read(const std::string& path) {
   return file;
 }
 
-TreeNode& ProjectFileReader::AddBranch(const ProjectFile& file) {
+void ProjectFileReader::AddBranch(ProjectFile& file, ProjectBranch& branch) {
   TreeView& tree = window_.tvwProjects;
   const clsMember& member = file.member;
   const std::string& path = member.path;
-  TreeNode& project =
-      tree.Add(&tree.Item(kRootKey), NodeKey(node_prefix::kProject, path), path, Image::VbProject);
-  TreeNode& references =
-      tree.Add(&project, NodeKey(node_prefix::kReferences, path), "References", Image::VbReference);
-  AddReferences(references, node_prefix::kReference, member.Refs, path);
-  TreeNode& objects =
-      tree.Add(&project, NodeKey(node_prefix::kObjects, path), "Objects", Image::VbReference);
-  AddReferences(objects, node_prefix::kObject, member.Objects, path);
-  AddMembers(project, member);
-  AddProperties(project, file);
-  return project;
-}
-
-void ProjectFileReader::AddReferences(TreeNode& heading, std::string_view prefix,
-                                      const std::vector<std::string>& values,
-                                      const std::string& path) {
-  std::size_t number = 0;
-  for (const std::string& value : values) {
-    TreeNode& node = window_.tvwProjects.Add(&heading, ItemKey(prefix, ++number, path), value,
-                                             Image::VbReference);
-    node.SetTag(std::string(GetGUID(value)));
-    views_.MarkReferenceNode(node);
-  }
-}
-
-void ProjectFileReader::AddMembers(TreeNode& project, const clsMember& member) {
-  TreeView& tree = window_.tvwProjects;
-  const std::string& path = member.path;
-  TreeNode& heading =
-      tree.Add(&project, NodeKey(node_prefix::kMembers, path), "Members", Image::VbForm);
-  std::size_t number = 0;
-  for (const std::string& file : member.Members) {
-    tree.Add(&heading, ItemKey(node_prefix::kMember, ++number, path), file, Image::VbForm);
-  }
-  number = 0;
-  for (const std::string& file : member.UserControls) {
-    tree.Add(&heading, ItemKey(node_prefix::kUserControl, ++number, path), file, Image::VbClass);
-  }
-}
-
-void ProjectFileReader::AddProperties(TreeNode& project, const ProjectFile& file) {
-  TreeView& tree = window_.tvwProjects;
-  const std::string& path = file.member.path;
-  TreeNode& heading = tree.Add(&project, NodeKey(node_prefix::kProperties, path),
-                               "Project Properties", Image::Notepad);
-  std::size_t number = 0;
-  for (const std::string& line : file.properties) {
-    tree.Add(&heading, ItemKey(node_prefix::kProperty, ++number, path), line, Image::Notepad);
-  }
+  branch.project =
+      &tree.Add(&tree.Item(kRootKey), NodeKey(node_prefix::kProject, path), path, Image::VbProject);
+  const auto heading = [&](std::string_view prefix, const char* text, Image image) -> TreeNode& {
+    return tree.Add(branch.project, NodeKey(prefix, path), text, image);
+  };
+  TreeNode& references = heading(node_prefix::kReferences, "References", Image::VbReference);
+  tree.AddRows(references, node_prefix::kReference, member.Refs, Image::VbReference);
+  SetTags(references);
+  TreeNode& objects = heading(node_prefix::kObjects, "Objects", Image::VbReference);
+  tree.AddRows(objects, node_prefix::kObject, member.Objects, Image::VbReference);
+  SetTags(objects);
+  TreeNode& members = heading(node_prefix::kMembers, "Members", Image::VbForm);
+  tree.AddRows(members, node_prefix::kMember, member.Members, Image::VbForm);
+  tree.AddRows(members, node_prefix::kUserControl, member.UserControls, Image::VbClass);
+  TreeNode& properties = heading(node_prefix::kProperties, "Project Properties", Image::Notepad);
+  tree.AddRows(properties, node_prefix::kProperty, std::move(file.properties), Image::Notepad);
 }
 
 void ProjectFileReader::StoreRecord(clsMember member) {

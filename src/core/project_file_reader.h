@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "core/main_window.h"
 #include "core/project_file.h"
@@ -20,6 +22,13 @@ class ProjectFileReader {
   /// reading; then no record was added, and nothing is shown: listeners of `leftOut` are told.
   bool ReadProject(const std::string& path);
 
+  /// As ReadProject(), but references stay unmarked and the project is not shown: for many projects
+  /// in a row, whose branches are collected for ShowLast() and for marking.
+  bool ReadUnmarked(const std::string& path, std::vector<ProjectBranch>& branches);
+
+  /// Shows the last project of those read and selects it; nothing when there is none.
+  void ShowLast(const std::vector<ProjectBranch>& branches);
+
   /// A project that could not be read, and why.
   Signal<std::string, std::string> leftOut;
 
@@ -28,11 +37,9 @@ class ProjectFileReader {
 
  private:
   [[nodiscard]] ProjectFile Read(const std::string& path);
-  TreeNode& AddBranch(const ProjectFile& file);
-  void AddReferences(TreeNode& heading, std::string_view prefix,
-                     const std::vector<std::string>& values, const std::string& path);
-  void AddMembers(TreeNode& project, const clsMember& member);
-  void AddProperties(TreeNode& project, const ProjectFile& file);
+  [[nodiscard]] std::optional<clsMember> ReadBranch(const std::string& path, ProjectBranch& branch);
+  void Show(TreeNode& project);
+  void AddBranch(ProjectFile& file, ProjectBranch& branch);
   void StoreRecord(clsMember member);
 
   frmBuilder& window_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,16 +13,33 @@
 
 namespace gorbex {
 
+class TreeNode;
 class TreeView;
 
-enum class NodeChange { Added, Removing, Text, Image, Tag, Checked, Colour, Expanded };
+enum class NodeChange { Added, RowsAdded, Removing, Text, Image, Tag, Checked, Colour, Expanded };
+
+/// Numbered rows below a heading. They are texts until somebody looks at them, since a group of
+/// thousands of projects has hundreds of thousands of rows that nobody ever sees.
+struct TreeRows {
+  TreeNode* heading;
+  std::string_view prefix;
+  Image image;
+  std::vector<std::string> texts;  ///< empty when the nodes are made
+  std::vector<TreeNode> nodes;     ///< by number; a removed one keeps its place
+
+  [[nodiscard]] std::size_t Size() const { return texts.empty() ? nodes.size() : texts.size(); }
+};
 
 /// One node of a tree; owned by the tree and known there by its key.
 class TreeNode {
  public:
   TreeNode(TreeView& tree, TreeNode* parent, std::string key, std::string text, Image image);
 
-  [[nodiscard]] const std::string& Key() const { return key_; }
+  /// The row of a 1-based number.
+  TreeNode(TreeView& tree, const TreeRows& rows, std::size_t number, std::string text);
+
+  [[nodiscard]] std::string Key() const;
+  [[nodiscard]] bool KeyStartsWith(std::string_view prefix) const;
   [[nodiscard]] const std::string& Text() const { return text_; }
   [[nodiscard]] const std::string& Tag() const { return tag_; }
   [[nodiscard]] Image ImageOf() const { return image_; }
@@ -30,7 +49,7 @@ class TreeNode {
 
   /// Null for a top node.
   [[nodiscard]] TreeNode* Parent() const { return parent_; }
-  [[nodiscard]] const std::vector<TreeNode*>& Children() const { return children_; }
+  [[nodiscard]] const std::vector<TreeNode*>& Children() const;
 
   void SetTag(std::string tag);
   void SetImage(Image image);
@@ -40,28 +59,38 @@ class TreeNode {
 
  private:
   friend class TreeView;
+  using Rows = std::vector<std::unique_ptr<TreeRows>>;
+
   void Announce(NodeChange change);
+  [[nodiscard]] std::string_view PathOf() const { return std::string_view(key_).substr(2); }
 
   TreeView& tree_;
   TreeNode* parent_;
-  std::vector<TreeNode*> children_;
-  std::string key_;
+  mutable std::vector<TreeNode*> children_;
+  std::unique_ptr<Rows> rows_;  ///< of a heading
+  std::string key_;             ///< empty for a row
   std::string text_;
   std::string tag_;
+  std::string_view rowPrefix_;
+  std::uint32_t number_ = 0;  ///< of a row
   Image image_;
+  Colour colour_ = Colour::WindowText;
   bool checked_ = false;
   bool expanded_ = false;
-  Colour colour_ = Colour::WindowText;
 };
 
-/// The state of a tree control. Nodes keep the order in which they were added.
+/// The state of a tree control. Children keep the order in which they were added.
 class TreeView {
  public:
-  using Storage = std::vector<std::unique_ptr<TreeNode>>;
-
   /// Adds a node as the last child of the parent, or as a top node when the parent is null. Error
   /// 35602 when the key is taken.
   TreeNode& Add(TreeNode* parent, std::string key, std::string text, Image image);
+
+  /// Adds rows as the last children of a heading, whose own key is two characters and a path. Their
+  /// keys are the prefix (which has no digit and outlives the tree), the number from 1, and that
+  /// path. Error 35602 when a key is taken; the rows before it are then there.
+  void AddRows(TreeNode& heading, std::string_view prefix, std::vector<std::string> texts,
+               Image image);
 
   /// Removes a node with everything below it. Error 35601 when there is no such key.
   void Remove(const std::string& key);
@@ -73,11 +102,11 @@ class TreeView {
   /// Error 35601 when there is no such key.
   [[nodiscard]] TreeNode& Item(std::string_view key) const;
 
-  [[nodiscard]] std::size_t Count() const { return nodes_.size(); }
+  [[nodiscard]] std::size_t Count() const { return nodes_.size() + rowCount_; }
+  [[nodiscard]] const std::vector<TreeNode*>& Tops() const { return tops_; }
 
-  /// By 1-based position. Error 35600 outside.
-  [[nodiscard]] TreeNode& At(std::size_t position) const;
-  [[nodiscard]] const Storage& Nodes() const { return nodes_; }
+  /// Every node, each before its children.
+  [[nodiscard]] std::vector<TreeNode*> Nodes() const;
 
   /// Null when nothing is selected.
   [[nodiscard]] TreeNode* Selected() const { return selected_; }
@@ -88,8 +117,23 @@ class TreeView {
   Signal<> selectionChanged;
 
  private:
-  Storage nodes_;
+  friend class TreeNode;
+
+  void MakeNodes(TreeRows& rows);
+  [[nodiscard]] std::size_t FreeNumbers(const TreeNode& heading, std::string_view prefix,
+                                        std::size_t count) const;
+  [[nodiscard]] TreeNode* FindRow(std::string_view key) const;
+  [[nodiscard]] TreeNode* RowOf(const std::string& group, std::string_view number) const;
+  void RemoveRow(TreeNode& row);
+  void Forget(const TreeNode& node);
+  [[nodiscard]] bool Holds(const TreeNode& above, const TreeNode* node) const;
+
+  std::vector<std::unique_ptr<TreeNode>> nodes_;  ///< all but the rows
+  std::vector<TreeNode*> tops_;
   std::unordered_map<std::string_view, TreeNode*> byKey_;
+  std::unordered_map<std::string, TreeRows*> rows_;  ///< by prefix and path
+  std::size_t rowCount_ = 0;
+  bool mayCollide_ = false;  ///< keys of rows may be equal to other keys
   TreeNode* selected_ = nullptr;
 };
 

@@ -81,7 +81,7 @@ void GetLatest::mnuToolsGetLatestChanged_Click() {
 
 void GetLatest::GetMarked(Procedure& on) {
   std::vector<std::string> marked;
-  for (const auto& node : window_.tvwProjects.Nodes()) {
+  for (const TreeNode* node : window_.ProjectNodes()) {
     if (node->ImageOf() == Image::ProjectWarning) marked.push_back(node->Key());
   }
   const auto picture = on([&] { return session_.Database().Snapshot(); });

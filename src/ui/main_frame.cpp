@@ -37,7 +37,7 @@ bool HasProjects(const TreeView& tree) {
 
 bool IsProjectSelected(const TreeView& tree) {
   const TreeNode* node = tree.Selected();
-  return node != nullptr && HasPrefix(node->Key(), node_prefix::kProject);
+  return node != nullptr && node->KeyStartsWith(node_prefix::kProject);
 }
 
 bool IsInProject(const TreeView& tree) {
@@ -201,7 +201,7 @@ ProjectTree::Gestures MainFrame::TreeGesturesOf() {
             Popup(wanted ? menus_->TreePopup() : menus_->GroupPopup());
           },
           [this](TreeNode& node) {
-            if (HasPrefix(node.Key(), node_prefix::kProject)) DragProject(tree_);
+            if (node.KeyStartsWith(node_prefix::kProject)) DragProject(tree_);
           }};
 }
 

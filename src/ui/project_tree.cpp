@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/node_key.h"
+#include "core/reference_nodes.h"
 #include "ui/icons.h"
 #include "ui/palette.h"
 #include "ui/text_conversion.h"
@@ -18,12 +19,6 @@ namespace {
 constexpr int kIcon = 16;
 constexpr int kIconGap = 4;
 constexpr int kIndent = 18;
-
-// Only references are judged, so only they show whether their type library is registered.
-bool IsReference(const TreeNode& node) {
-  return HasPrefix(node.Key(), node_prefix::kReference) ||
-         HasPrefix(node.Key(), node_prefix::kObject);
-}
 
 }  // namespace
 
@@ -44,8 +39,8 @@ ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
 void ProjectTree::Follow() {
   subscriptions_.push_back(
       state_.nodeChanged.Connect([this](const TreeNode&, const NodeChange& change) {
-        const bool isRows = change == NodeChange::Added || change == NodeChange::Removing ||
-                            change == NodeChange::Expanded;
+        const bool isRows = change == NodeChange::Added || change == NodeChange::RowsAdded ||
+                            change == NodeChange::Removing || change == NodeChange::Expanded;
         (isRows ? isStale_ : isFaded_) = true;
         if (change != NodeChange::Removing) return;
         rows_.clear();
@@ -69,9 +64,7 @@ void ProjectTree::CatchUp() {
   if (isStale_) {
     const auto top = GetVisibleRowsBegin();
     rows_.clear();
-    for (const auto& node : state_.Nodes()) {
-      if (node->Parent() == nullptr) Add(*node, 0);
-    }
+    for (const TreeNode* node : state_.Tops()) Add(*node, 0);
     SetItemCount(rows_.size());
     if (top < rows_.size()) ScrollToRow(top);
     tipRow_ = wxNOT_FOUND;
@@ -121,7 +114,7 @@ wxRect ProjectTree::PlaceOf(const TreeNode& node) const {
 }
 
 int ProjectTree::TextLeft(const Row& row) const {
-  const int icons = IsReference(*row.node) ? 2 : 1;
+  const int icons = IsReferenceNode(*row.node) ? 2 : 1;
   return FromDIP(kIconGap + row.depth * kIndent + kIndent + icons * (kIcon + kIconGap));
 }
 
@@ -160,7 +153,7 @@ void ProjectTree::OnDrawItem(wxDC& dc, const wxRect& rect, size_t index) const {
   const int y = rect.y + (rect.height - FromDIP(kIcon)) / 2;
   int x = TextLeft(row) - FromDIP(kIcon + kIconGap);
   dc.DrawBitmap(images_[static_cast<std::size_t>(node.ImageOf())].GetBitmapFor(this), x, y);
-  if (IsReference(node)) {
+  if (IsReferenceNode(node)) {
     x -= FromDIP(kIcon + kIconGap);
     dc.DrawBitmap((node.Checked() ? registered_ : unregistered_).GetBitmapFor(this), x, y);
   }
@@ -308,7 +301,7 @@ void ProjectTree::OnChar(wxKeyEvent& event) {
   for (std::size_t step = 0; step < count; ++step) {
     const auto row = (from + step) % count;
     const TreeNode& node = *rows_[row].node;
-    if (!HasPrefix(node.Key(), node_prefix::kProject)) continue;
+    if (!node.KeyStartsWith(node_prefix::kProject)) continue;
     if (!ToWx(node.Text()).AfterLast('\\').Lower().StartsWith(typed)) continue;
     Choose(static_cast<int>(row));
     return;

@@ -89,6 +89,42 @@ TEST_F(ReferenceMarkingTest, TreeMarksOwnBinaryAsDependantAndListDoesNot) {
   EXPECT_EQ(icons, "invalidreference dependancy vbreference ");
 }
 
+// Everything of the window that reading projects and judging their references changes.
+std::string Shown(const frmBuilder& window) {
+  std::string text = window.lblFilename.Get() + "|" + window.tvwProjects.Selected()->Key() + "\n";
+  for (const TreeNode* node : window.tvwProjects.Nodes()) {
+    text.append(node->Key()).append("|").append(node->Tag()).append("|");
+    text.append(ImageKey(node->ImageOf())).append(node->Checked() ? " checked" : "");
+    text.append(node->TextColour() == Colour::ButtonShadow ? " grey" : "");
+    text.append(node->Expanded() ? " expanded\n" : "\n");
+  }
+  for (const auto& row : window.lvwData.Rows()) text += row->Text() + "|" + row->SubItem(5) + "\n";
+  return text;
+}
+
+// Loading judges every reference once, where reading, showing and scanning judged it thrice.
+TEST_F(ReferenceMarkingTest, LoadingMarksAsReadingOneByOneDoes) {
+  const std::string registered = "Reference=*\\G{A}#1.0#0#C:\\Lib\\A.dll#";
+  group.Library("Forward").Uses("Later").Line(registered);
+  group.Library("Own").Uses("Own").Line("Object={A}#1.0#0; C:\\Lib\\A.dll");
+  group.Library("Fine").Line(registered).Line("Reference=*\\aOther.vbp");
+  group.Library("Later").Uses("Own").Line("Object={GONE}#1.0#0; Gone.dll");
+  const std::string last = group.Library("Last").Uses("Later").Path();
+  for (const bool aborts : {false, true}) {
+    if (aborts) dialogs.answers = {Answer::Abort};
+    const std::vector<std::string> lines =
+        aborts ? std::vector<std::string>{"changerefs=x"} : std::vector<std::string>{};
+    program.buildProject.LoadProject(group.BuildProject(lines));
+    const std::string loaded = Shown(program.window);
+    program.window.ClearBuildProject();
+    for (const std::string name : {"Forward", "Own", "Fine", "Later", "Last"}) {
+      program.reader.ReadProject(Group::Path(name));
+    }
+    if (!aborts) program.window.menu.mnuToolsDependancies.Execute();
+    EXPECT_EQ(loaded, Shown(program.window)) << aborts;
+  }
+}
+
 TEST_F(ReferenceMarkingTest, FirstLoadedProjectWinsAndRemovedOnesAreForgotten) {
   auto& members = program.window.ProjectMembers;
   const auto add = [&](const std::string& path, const std::string& exe) {

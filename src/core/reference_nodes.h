@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/node_key.h"
+#include "core/tree_view.h"
+
+namespace gorbex {
+
+[[nodiscard]] inline bool IsReferenceNode(const TreeNode& node) {
+  return node.KeyStartsWith(node_prefix::kReference) || node.KeyStartsWith(node_prefix::kObject);
+}
+
+/// Visits the reference and object nodes of a project's node.
+template <class Visit>
+void ForEachReference(const TreeNode& project, const Visit& visit) {
+  for (const TreeNode* heading : project.Children()) {
+    if (!heading->KeyStartsWith(node_prefix::kReferences) &&
+        !heading->KeyStartsWith(node_prefix::kObjects)) {
+      continue;
+    }
+    for (TreeNode* node : heading->Children()) visit(*node);
+  }
+}
+
+}  // namespace gorbex
