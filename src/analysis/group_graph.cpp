@@ -102,7 +102,7 @@ class UseCollector {
   UseCollector(const MemberCollection& members, const GroupDependency& group) : group_(group) {
     std::size_t number = 0;
     for (const auto& member : members) {
-      byPath_.emplace(member->path, number);
+      byRecord_.emplace(member.get(), number);
       byLowerPath_.emplace(LowerCase(member->path), number++);
     }
   }
@@ -130,13 +130,12 @@ class UseCollector {
       if (found == byLowerPath_.end()) return std::nullopt;
       return found->second;
     }
-    const auto found = byPath_.find(group_.FindGroupDependency(ComponentPath(value), member.path));
-    if (found == byPath_.end()) return std::nullopt;
-    return found->second;
+    const auto producer = group_.FindProducer(ComponentPath(value), member.path);
+    return producer ? std::optional(byRecord_.at(producer->member)) : std::nullopt;
   }
 
   const GroupDependency& group_;
-  Numbers byPath_;
+  std::unordered_map<const clsMember*, std::size_t> byRecord_;
   Numbers byLowerPath_;
 };
 

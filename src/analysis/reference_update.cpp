@@ -18,7 +18,7 @@ void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
     }
     if (changes.empty()) return;
     for (const std::string& file : project->Members) {
-      on([&] { ReplaceAll(file, changes); });
+      on([&] { ReplaceAll(file, changes, &FileSystem::WriteUnsynced); });
     }
   });
 }
@@ -56,12 +56,13 @@ std::string ReferenceUpdate::RegisteredIdentity(const std::string& componentFile
 
 bool ReferenceUpdate::ReplaceInFile(const std::string& file, std::string_view oldText,
                                     std::string_view newText) {
-  return ReplaceAll(file, {{std::string(oldText), std::string(newText)}});
+  return ReplaceAll(file, {{std::string(oldText), std::string(newText)}}, &FileSystem::Write);
 }
 
 // One change after the other, as if each were a pass of its own over the file; the file is read and
 // written once.
-bool ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Change>& changes) {
+bool ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Change>& changes,
+                                 Writing write) {
   bool isWritten = false;
   Procedure(report_, ": frmBuilder.ReplaceInFile").Run([&](Procedure& on) {
     // Without the file's text there is nothing to write back, so reading is no statement of its
@@ -69,13 +70,13 @@ bool ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Chan
     on([&] {
       std::string text = files_.Read(file);
       for (const auto& [oldText, newText] : changes) {
-        text = ReplacedIgnoringCase(text, oldText, newText);
+        ReplaceIgnoringCase(text, oldText, newText);
       }
       const auto info = files_.Look(file);
       if (info && info->attributes != file_attribute::kNormal) {
         files_.SetAttributes(file, file_attribute::kArchive);
       }
-      files_.Write(file, text);
+      (files_.*write)(file, text);
       isWritten = true;
     });
   });

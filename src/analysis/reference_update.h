@@ -37,7 +37,9 @@ class ReferenceUpdate {
  private:
   using Change = std::pair<std::string, std::string>;  ///< old and new identity
 
-  bool ReplaceAll(const std::string& file, const std::vector<Change>& changes);
+  using Writing = void (FileSystem::*)(const std::string& path, const std::string& bytes);
+
+  bool ReplaceAll(const std::string& file, const std::vector<Change>& changes, Writing write);
   [[nodiscard]] std::vector<std::string> ProjectsAbove(const std::string& projectKey) const;
   void FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
                      std::vector<Change>& changes);

@@ -1,7 +1,9 @@
 #include "cli/json_views.h"
 
 #include <ostream>
+#include <utility>
 
+#include "cli/json_line.h"
 #include "cli/settings_table.h"
 #include "platform/code_page.h"
 
@@ -12,42 +14,38 @@ std::string_view ColourName(Colour colour) {
   return colour == Colour::ButtonShadow ? "buttonShadow" : "windowText";
 }
 
-Json JsonTexts(const std::vector<std::string>& texts) {
-  Json array = Json::array();
-  for (const std::string& text : texts) array.push_back(JsonText(text));
-  return array;
-}
-
 Json SubItemsJson(const ListRow& row, std::size_t count) {
   Json array = Json::array();
   for (std::size_t i = 1; i <= count; ++i) array.push_back(JsonText(row.SubItem(i)));
   return array;
 }
 
-Json ProjectJson(const clsMember& member) {
-  return {{"path", JsonText(member.path)},
-          {"name", JsonText(member.Name)},
-          {"memberType", JsonText(member.MemberType)},
-          {"exeName", JsonText(member.EXEName)},
-          {"buildName", JsonText(member.BuildName)},
-          {"version", JsonText(member.Version)},
-          {"compatibility", JsonText(member.Compatibility)},
-          {"binaryCompat", member.BinaryCompat},
-          {"vssProject", JsonText(member.VSSProject)},
-          {"members", JsonTexts(member.Members)},
-          {"userControls", JsonTexts(member.UserControls)},
-          {"refs", JsonTexts(member.Refs)},
-          {"objects", JsonTexts(member.Objects)}};
+std::string_view ProjectLine(JsonLine& line, const clsMember& member) {
+  line.Add("path", member.path);
+  line.Add("name", member.Name);
+  line.Add("memberType", member.MemberType);
+  line.Add("exeName", member.EXEName);
+  line.Add("buildName", member.BuildName);
+  line.Add("version", member.Version);
+  line.Add("compatibility", member.Compatibility);
+  line.Add("binaryCompat", member.BinaryCompat);
+  line.Add("vssProject", member.VSSProject);
+  line.Add("members", member.Members);
+  line.Add("userControls", member.UserControls);
+  line.Add("refs", member.Refs);
+  line.Add("objects", member.Objects);
+  return line.End();
 }
 
-Json NodeJson(const TreeNode& node) {
-  return {{"key", JsonText(node.Key())},
-          {"parent", node.Parent() == nullptr ? Json("") : JsonText(node.Parent()->Key())},
-          {"text", JsonText(node.Text())},
-          {"image", ImageKey(node.ImageOf())},
-          {"tag", JsonText(node.Tag())},
-          {"checked", node.Checked()},
-          {"colour", ColourName(node.TextColour())}};
+std::string_view NodeLine(JsonLine& line, const TreeNode& node) {
+  line.Add("key", node.Key());
+  line.Add("parent", node.Parent() == nullptr ? std::string() : node.Parent()->Key());
+  line.Add("text", node.Text());
+  line.Add("image", ImageKey(node.ImageOf()));
+  line.Add("tag", node.Tag());
+  line.Add("checked", node.Checked());
+  line.Add("colour", ColourName(node.TextColour()));
+  return line.End();
 }
 
 // Nodes stand in the order a reader of the tree sees them, which removals and additions may have
@@ -98,15 +96,16 @@ Json SettingsJson(const clsOptions& options) {
 void WriteShowJson(std::ostream& out, const Program& program) {
   const frmBuilder& window = program.window;
   out << "{\"title\":" << JsonText(window.caption.Get()).dump() << ",\"projects\":[";
+  JsonLine line;
   const char* separator = "\n";
   for (const auto& member : window.ProjectMembers) {
-    out << std::exchange(separator, ",\n") << ProjectJson(*member).dump();
+    out << std::exchange(separator, ",\n") << ProjectLine(line, *member);
   }
   out << "],\n\"tree\":[";
   separator = "\n";
   for (const TreeNode* node : window.tvwProjects.Tops()) {
     InTreeOrder(*node, [&](const TreeNode& each) {
-      out << std::exchange(separator, ",\n") << NodeJson(each).dump();
+      out << std::exchange(separator, ",\n") << NodeLine(line, each);
     });
   }
   out << "],\n\"queue\":" << QueueJson(window.lvwQueue).dump()

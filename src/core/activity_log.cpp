@@ -26,18 +26,26 @@ std::string ActivityLog::Today() const {
 
 void ActivityLog::WriteLog(const std::string& text, bool timeStamp) {
   try {
-    Append(timeStamp ? "[" + TimeStamp(clock_.LocalNow()) + "] " + text : text);
+    const CivilTime now = clock_.LocalNow();
+    std::string line = timeStamp ? "[" + TimeStamp(now) + "] " : std::string();
+    line.append(text).append(kLineBreak);
+    Append(FileOf(CompactDate(now)), line);
   } catch (const RuntimeError& error) {
     dialogs_.Show({.text = "Failed to write to log-file :" + error.Description()});
   }
   written.Emit(text);
 }
 
-void ActivityLog::Append(const std::string& line) {
-  // The folder is looked for under one name and made under another, as it always was; the two
-  // differ only when the program's folder ends in "\".
-  if (!FolderExists(files_, Folder())) files_.CreateFolder(programFolder_ + "\\logs");
-  files_.Append(FileOf(Today()), line + std::string(kLineBreak));
+void ActivityLog::Append(const std::string& file, const std::string& line) {
+  try {
+    files_.Append(file, line);
+  } catch (const RuntimeError& error) {
+    if (error.Code() != ErrorNumber::PathNotFound || FolderExists(files_, Folder())) throw;
+    // The folder is looked for under one name and made under another, as it always was; the two
+    // differ only when the program's folder ends in "\".
+    files_.CreateFolder(programFolder_ + "\\logs");
+    files_.Append(file, line);
+  }
 }
 
 }  // namespace gorbex

@@ -30,7 +30,7 @@ class ActivityLog {
   Signal<std::string> written;
 
  private:
-  void Append(const std::string& line);
+  void Append(const std::string& file, const std::string& line);
 
   FileSystem& files_;
   const Clock& clock_;

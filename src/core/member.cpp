@@ -48,7 +48,7 @@ void MemberCollection::ReplaceInReferences(const std::string& path, const std::s
   static_cast<void>(Item(path));
   clsMember& member = *byPath_.at(path);
   for (auto* values : {&member.Refs, &member.Objects}) {
-    for (std::string& value : *values) value = ReplacedIgnoringCase(value, oldText, newText);
+    for (std::string& value : *values) ReplaceIgnoringCase(value, oldText, newText);
   }
 }
 

@@ -9,14 +9,6 @@
 #include "core/reference_value.h"
 
 namespace gorbex {
-namespace {
-
-void SetTags(const TreeNode& heading) {
-  for (TreeNode* row : heading.Children()) row->SetTag(std::string(GetGUID(row->Text())));
-}
-
-}  // namespace
-
 bool ProjectFileReader::ReadProject(const std::string& path) {
   if (window_.ProjectMembers.Contains(path)) return true;
   ProjectBranch branch;
@@ -86,11 +78,9 @@ void ProjectFileReader::AddBranch(ProjectFile& file, ProjectBranch& branch) {
     return tree.Add(branch.project, NodeKey(prefix, path), text, image);
   };
   TreeNode& references = heading(node_prefix::kReferences, "References", Image::VbReference);
-  tree.AddRows(references, node_prefix::kReference, member.Refs, Image::VbReference);
-  SetTags(references);
+  tree.AddRows(references, node_prefix::kReference, member.Refs, Image::VbReference, GetGUID);
   TreeNode& objects = heading(node_prefix::kObjects, "Objects", Image::VbReference);
-  tree.AddRows(objects, node_prefix::kObject, member.Objects, Image::VbReference);
-  SetTags(objects);
+  tree.AddRows(objects, node_prefix::kObject, member.Objects, Image::VbReference, GetGUID);
   TreeNode& members = heading(node_prefix::kMembers, "Members", Image::VbForm);
   tree.AddRows(members, node_prefix::kMember, member.Members, Image::VbForm);
   tree.AddRows(members, node_prefix::kUserControl, member.UserControls, Image::VbClass);

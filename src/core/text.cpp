@@ -204,18 +204,19 @@ std::size_t FindIgnoringCase(std::string_view text, std::string_view wanted, std
                                          : FindLong(text, lowered, from);
 }
 
-std::string ReplacedIgnoringCase(std::string_view text, std::string_view oldText,
-                                 std::string_view newText) {
-  if (oldText.empty()) return std::string(text);
+void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::string_view newText) {
+  if (oldText.empty()) return;
+  auto at = FindIgnoringCase(text, oldText);
+  if (at == std::string_view::npos) return;
   std::string result;
   result.reserve(text.size());
   std::size_t start = 0;
-  for (auto at = FindIgnoringCase(text, oldText); at != std::string_view::npos;
-       at = FindIgnoringCase(text, oldText, start)) {
-    result.append(text.substr(start, at - start)).append(newText);
+  for (; at != std::string_view::npos; at = FindIgnoringCase(text, oldText, start)) {
+    result.append(text, start, at - start).append(newText);
     start = at + oldText.size();
   }
-  return result.append(text.substr(start));
+  result.append(text, start);
+  text = std::move(result);
 }
 
 bool ContainsIgnoringCase(std::string_view text, std::string_view wanted) {

@@ -27,9 +27,8 @@ inline constexpr std::string_view kLineBreak = "\r\n";
 [[nodiscard]] std::size_t FindIgnoringCase(std::string_view text, std::string_view wanted,
                                            std::size_t from = 0);
 
-/// The text with every occurrence, in any letter case, replaced; an empty old text occurs nowhere.
-[[nodiscard]] std::string ReplacedIgnoringCase(std::string_view text, std::string_view oldText,
-                                               std::string_view newText);
+/// Replaces every occurrence, in any letter case; an empty old text occurs nowhere.
+void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::string_view newText);
 
 [[nodiscard]] bool ContainsIgnoringCase(std::string_view text, std::string_view wanted);
 

@@ -28,39 +28,45 @@ std::string GroupKey(std::string_view prefix, std::string_view path) {
 }  // namespace
 
 TreeNode::TreeNode(TreeView& tree, TreeNode* parent, std::string key, std::string text, Image image)
-    : tree_(tree), parent_(parent), key_(std::move(key)), text_(std::move(text)), image_(image) {}
+    : tree_(tree),
+      parent_(parent),
+      branch_(std::make_unique<Branch>()),
+      text_(std::move(text)),
+      image_(image) {
+  branch_->key = std::move(key);
+}
 
 TreeNode::TreeNode(TreeView& tree, const TreeRows& rows, std::size_t number, std::string text)
     : tree_(tree),
       parent_(rows.heading),
+      rows_(&rows),
       text_(std::move(text)),
-      rowPrefix_(rows.prefix),
       number_(static_cast<std::uint32_t>(number)),
       image_(rows.image) {}
 
 std::string TreeNode::Key() const {
-  return number_ == 0 ? key_ : ItemKey(rowPrefix_, number_, parent_->PathOf());
+  return IsRow() ? ItemKey(rows_->prefix, number_, rows_->heading->Path()) : branch_->key;
 }
 
 bool TreeNode::KeyStartsWith(std::string_view prefix) const {
-  if (number_ == 0) return key_.starts_with(prefix);
-  return prefix.size() <= rowPrefix_.size() ? rowPrefix_.starts_with(prefix)
-                                            : Key().starts_with(prefix);
+  if (!IsRow()) return branch_->key.starts_with(prefix);
+  return prefix.size() <= rows_->prefix.size() ? rows_->prefix.starts_with(prefix)
+                                               : Key().starts_with(prefix);
+}
+
+std::string_view TreeNode::Tag() const {
+  return IsRow() && rows_->tagOf != nullptr ? rows_->tagOf(text_) : std::string_view();
 }
 
 const std::vector<TreeNode*>& TreeNode::Children() const {
-  if (rows_ == nullptr) return children_;
-  for (const auto& rows : *rows_) tree_.MakeNodes(*rows);
-  return children_;
+  static const std::vector<TreeNode*> kNone;
+  if (IsRow()) return kNone;
+  for (const auto& rows : branch_->rows) tree_.MakeNodes(*rows);
+  return branch_->children;
 }
 
 void TreeNode::Announce(NodeChange change) {
   tree_.nodeChanged.Emit(*this, change);
-}
-
-void TreeNode::SetTag(std::string tag) {
-  tag_ = std::move(tag);
-  Announce(NodeChange::Tag);
 }
 
 void TreeNode::SetImage(Image image) {
@@ -88,45 +94,45 @@ TreeNode& TreeView::Add(TreeNode* parent, std::string key, std::string text, Ima
   mayCollide_ = mayCollide_ || !IsApartFromRows(key);
   auto node = std::make_unique<TreeNode>(*this, parent, std::move(key), std::move(text), image);
   auto& added = *nodes_.emplace_back(std::move(node));
-  byKey_.emplace(added.key_, &added);
+  byKey_.emplace(added.branch_->key, &added);
   if (parent != nullptr) static_cast<void>(parent->Children());
-  (parent == nullptr ? tops_ : parent->children_).push_back(&added);
+  (parent == nullptr ? tops_ : parent->branch_->children).push_back(&added);
   nodeChanged.Emit(added, NodeChange::Added);
   return added;
 }
 
 void TreeView::AddRows(TreeNode& heading, std::string_view prefix, std::vector<std::string> texts,
-                       Image image) {
+                       Image image, TreeRows::TagOf tagOf) {
   const std::size_t wanted = texts.size();
   const std::size_t free = FreeNumbers(heading, prefix, wanted);
   texts.resize(free);
   if (free > 0) {
-    if (heading.rows_ == nullptr) heading.rows_ = std::make_unique<TreeNode::Rows>();
-    auto rows = std::make_unique<TreeRows>(TreeRows{&heading, prefix, image, std::move(texts), {}});
-    rows_.emplace(GroupKey(prefix, heading.PathOf()), rows.get());
-    heading.rows_->push_back(std::move(rows));
+    auto rows =
+        std::make_unique<TreeRows>(TreeRows{&heading, prefix, image, tagOf, std::move(texts), {}});
+    rows_.emplace(GroupKey(prefix, heading.Path()), rows.get());
+    heading.branch_->rows.push_back(std::move(rows));
     rowCount_ += free;
     nodeChanged.Emit(heading, NodeChange::RowsAdded);
   }
   if (free < wanted) {
-    throw RuntimeError(ErrorNumber::KeyNotUnique, ItemKey(prefix, free + 1, heading.PathOf()));
+    throw RuntimeError(ErrorNumber::KeyNotUnique, ItemKey(prefix, free + 1, heading.Path()));
   }
 }
 
 // How many of the numbers from 1 are free.
 std::size_t TreeView::FreeNumbers(const TreeNode& heading, std::string_view prefix,
                                   std::size_t count) const {
-  if (rows_.contains(GroupKey(prefix, heading.PathOf()))) return 0;
+  if (rows_.contains(GroupKey(prefix, heading.Path()))) return 0;
   if (!mayCollide_) return count;
   std::size_t number = 1;
-  while (number <= count && Find(ItemKey(prefix, number, heading.PathOf())) == nullptr) ++number;
+  while (number <= count && Find(ItemKey(prefix, number, heading.Path())) == nullptr) ++number;
   return number - 1;
 }
 
 void TreeView::MakeNodes(TreeRows& rows) {
   if (rows.texts.empty()) return;
   rows.nodes.reserve(rows.texts.size());
-  auto& children = rows.heading->children_;
+  auto& children = rows.heading->branch_->children;
   children.reserve(children.size() + rows.texts.size());
   for (std::string& text : rows.texts) {
     children.push_back(
@@ -139,15 +145,15 @@ void TreeView::Remove(const std::string& key) {
   TreeNode& top = Item(key);
   nodeChanged.Emit(top, NodeChange::Removing);
   if (Holds(top, selected_)) selected_ = nullptr;
-  std::erase(top.parent_ == nullptr ? tops_ : top.parent_->children_, &top);
-  if (top.number_ != 0) {
+  std::erase(top.parent_ == nullptr ? tops_ : top.parent_->branch_->children, &top);
+  if (top.IsRow()) {
     RemoveRow(top);
     return;
   }
   std::vector<TreeNode*> doomed = {&top};
   for (std::size_t i = 0; i < doomed.size(); ++i) {
-    for (TreeNode* child : doomed[i]->children_) {
-      if (child->number_ == 0) doomed.push_back(child);
+    for (TreeNode* child : doomed[i]->branch_->children) {
+      if (!child->IsRow()) doomed.push_back(child);
     }
   }
   const std::unordered_set<const TreeNode*> lookup(doomed.begin(), doomed.end());
@@ -162,10 +168,9 @@ void TreeView::RemoveRow(TreeNode& row) {
 }
 
 void TreeView::Forget(const TreeNode& node) {
-  byKey_.erase(node.key_);
-  if (node.rows_ == nullptr) return;
-  for (const auto& rows : *node.rows_) {
-    rows_.erase(GroupKey(rows->prefix, node.PathOf()));
+  byKey_.erase(node.branch_->key);
+  for (const auto& rows : node.branch_->rows) {
+    rows_.erase(GroupKey(rows->prefix, node.Path()));
     const auto isThere = [](const TreeNode& row) { return row.parent_ != nullptr; };
     rowCount_ -= rows->texts.size();
     rowCount_ -=

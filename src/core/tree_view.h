@@ -16,14 +16,18 @@ namespace gorbex {
 class TreeNode;
 class TreeView;
 
-enum class NodeChange { Added, RowsAdded, Removing, Text, Image, Tag, Checked, Colour, Expanded };
+enum class NodeChange { Added, RowsAdded, Removing, Image, Checked, Colour, Expanded };
 
 /// Numbered rows below a heading. They are texts until somebody looks at them, since a group of
 /// thousands of projects has hundreds of thousands of rows that nobody ever sees.
 struct TreeRows {
+  /// What the tag of a row is, by its text.
+  using TagOf = std::string_view (*)(std::string_view text);
+
   TreeNode* heading;
   std::string_view prefix;
   Image image;
+  TagOf tagOf;                     ///< null where rows have none
   std::vector<std::string> texts;  ///< empty when the nodes are made
   std::vector<TreeNode> nodes;     ///< by number; a removed one keeps its place
 
@@ -41,7 +45,7 @@ class TreeNode {
   [[nodiscard]] std::string Key() const;
   [[nodiscard]] bool KeyStartsWith(std::string_view prefix) const;
   [[nodiscard]] const std::string& Text() const { return text_; }
-  [[nodiscard]] const std::string& Tag() const { return tag_; }
+  [[nodiscard]] std::string_view Tag() const;
   [[nodiscard]] Image ImageOf() const { return image_; }
   [[nodiscard]] Colour TextColour() const { return colour_; }
   [[nodiscard]] bool Checked() const { return checked_; }
@@ -51,7 +55,6 @@ class TreeNode {
   [[nodiscard]] TreeNode* Parent() const { return parent_; }
   [[nodiscard]] const std::vector<TreeNode*>& Children() const;
 
-  void SetTag(std::string tag);
   void SetImage(Image image);
   void SetTextColour(Colour colour);
   void SetChecked(bool checked);
@@ -59,22 +62,26 @@ class TreeNode {
 
  private:
   friend class TreeView;
-  using Rows = std::vector<std::unique_ptr<TreeRows>>;
+
+  /// What rows do not have.
+  struct Branch {
+    std::string key;
+    std::vector<TreeNode*> children;
+    std::vector<std::unique_ptr<TreeRows>> rows;
+  };
 
   void Announce(NodeChange change);
-  [[nodiscard]] std::string_view PathOf() const { return std::string_view(key_).substr(2); }
+  [[nodiscard]] bool IsRow() const { return rows_ != nullptr; }
+  [[nodiscard]] std::string_view Path() const { return std::string_view(branch_->key).substr(2); }
 
   TreeView& tree_;
   TreeNode* parent_;
-  mutable std::vector<TreeNode*> children_;
-  std::unique_ptr<Rows> rows_;  ///< of a heading
-  std::string key_;             ///< empty for a row
+  std::unique_ptr<Branch> branch_;  ///< null for a row
+  const TreeRows* rows_ = nullptr;  ///< that a row is one of
   std::string text_;
-  std::string tag_;
-  std::string_view rowPrefix_;
   std::uint32_t number_ = 0;  ///< of a row
-  Image image_;
   Colour colour_ = Colour::WindowText;
+  Image image_;
   bool checked_ = false;
   bool expanded_ = false;
 };
@@ -90,7 +97,7 @@ class TreeView {
   /// keys are the prefix (which has no digit and outlives the tree), the number from 1, and that
   /// path. Error 35602 when a key is taken; the rows before it are then there.
   void AddRows(TreeNode& heading, std::string_view prefix, std::vector<std::string> texts,
-               Image image);
+               Image image, TreeRows::TagOf tagOf = nullptr);
 
   /// Removes a node with everything below it. Error 35601 when there is no such key.
   void Remove(const std::string& key);

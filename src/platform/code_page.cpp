@@ -7,7 +7,7 @@
 namespace gorbex {
 namespace {
 
-using ByteTable = std::array<unsigned char, 256>;
+using ByteTable = std::array<char, 256>;
 
 // Unicode numbers of the bytes 0x80 to 0x9F; all others stand for themselves.
 constexpr std::array<std::uint16_t, 32> kUpperControls = {
@@ -15,39 +15,19 @@ constexpr std::array<std::uint16_t, 32> kUpperControls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-constexpr ByteTable MakeLowerTable() {
+constexpr ByteTable kUpperCase = [] {
   ByteTable table{};
+  for (unsigned i = 0; i < table.size(); ++i) table[i] = static_cast<char>(i);
   for (unsigned i = 0; i < table.size(); ++i) {
-    const bool letter = (i >= 'A' && i <= 'Z') || (i >= 0xC0 && i <= 0xDE && i != 0xD7);
-    table[i] = static_cast<unsigned char>(letter ? i + 0x20 : i);
-  }
-  table[0x8A] = 0x9A;
-  table[0x8C] = 0x9C;
-  table[0x8E] = 0x9E;
-  table[0x9F] = 0xFF;
-  return table;
-}
-
-constexpr ByteTable kLower = MakeLowerTable();
-
-constexpr ByteTable MakeUpperTable() {
-  ByteTable table{};
-  for (unsigned i = 0; i < table.size(); ++i) table[i] = static_cast<unsigned char>(i);
-  for (unsigned i = 0; i < table.size(); ++i) {
-    if (kLower[i] != i) table[kLower[i]] = static_cast<unsigned char>(i);
+    const auto lower = static_cast<unsigned char>(kLowerCase[i]);
+    if (lower != i) table[lower] = static_cast<char>(i);
   }
   return table;
-}
-
-constexpr ByteTable kUpper = MakeUpperTable();
-
-char Lookup(const ByteTable& table, char letter) {
-  return static_cast<char>(table[static_cast<unsigned char>(letter)]);
-}
+}();
 
 std::string Mapped(const ByteTable& table, std::string_view text) {
   std::string mapped(text);
-  for (char& letter : mapped) letter = Lookup(table, letter);
+  for (char& letter : mapped) letter = table[static_cast<unsigned char>(letter)];
   return mapped;
 }
 
@@ -87,16 +67,12 @@ std::optional<char32_t> TakeUtf8(std::string_view& text) {
 
 }  // namespace
 
-char LowerCase(char letter) {
-  return Lookup(kLower, letter);
-}
-
 std::string LowerCase(std::string_view text) {
-  return Mapped(kLower, text);
+  return Mapped(kLowerCase, text);
 }
 
 std::string UpperCase(std::string_view text) {
-  return Mapped(kUpper, text);
+  return Mapped(kUpperCase, text);
 }
 
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
@@ -119,7 +95,12 @@ std::optional<char> FromUnicode(char32_t character) {
   return static_cast<char>(0x80 + (found - kUpperControls.begin()));
 }
 
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= 0; });
+}
+
 std::string ToUtf8(std::string_view text) {
+  if (IsAscii(text)) return std::string(text);
   std::string utf8;
   utf8.reserve(text.size());
   for (const char byte : text) AppendUtf8(utf8, ToUnicode(byte));

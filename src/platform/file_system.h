@@ -60,6 +60,12 @@ class FileSystem : public FileReader {
   /// or new. Errors: 76, 75, 70, 61 disk full, 57, 52.
   virtual void Write(const std::string& path, const std::string& bytes) = 0;
 
+  /// As Write(), but the system decides when the new text reaches the disk, and until then its
+  /// crash may cost the file: for many files in a row that are kept elsewhere as well.
+  virtual void WriteUnsynced(const std::string& path, const std::string& bytes) {
+    Write(path, bytes);
+  }
+
   /// Adds bytes at the end in one system write, making the file when absent. Errors as Write.
   virtual void Append(const std::string& path, const std::string& bytes) = 0;
 

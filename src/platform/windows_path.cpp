@@ -1,6 +1,7 @@
 #include "platform/windows_path.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/code_page.h"
 
@@ -10,7 +11,7 @@ namespace {
 constexpr std::string_view kSeparators = "\\/";
 
 bool IsSeparator(char character) {
-  return kSeparators.find(character) != std::string_view::npos;
+  return character == '\\' || character == '/';
 }
 
 bool IsLetter(char character) {
@@ -61,8 +62,15 @@ std::string_view Trimmed(std::string_view text) {
 }  // namespace
 
 bool IsNameCharacter(char character) {
-  const auto value = static_cast<unsigned char>(character);
-  return value >= 0x20 && std::string_view("*?\"<>|:\\/").find(character) == std::string_view::npos;
+  static constexpr std::array<bool, 256> kAllowed = [] {
+    std::array<bool, 256> allowed{};
+    std::fill(allowed.begin() + 0x20, allowed.end(), true);
+    for (const char forbidden : std::string_view("*?\"<>|:\\/")) {
+      allowed[static_cast<unsigned char>(forbidden)] = false;
+    }
+    return allowed;
+  }();
+  return kAllowed[static_cast<unsigned char>(character)];
 }
 
 std::optional<ParsedPath> ParseWindowsPath(std::string_view text) {
@@ -72,6 +80,7 @@ std::optional<ParsedPath> ParseWindowsPath(std::string_view text) {
     if (!IsSeparator(character) && !IsNameCharacter(character)) return std::nullopt;
   }
   text = Trimmed(text);
+  path.names.reserve(8);
   while (!text.empty()) {
     const auto end = std::min(text.find_first_of(kSeparators), text.size());
     AddName(path, text.substr(0, end));

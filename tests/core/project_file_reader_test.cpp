@@ -63,7 +63,7 @@ TEST_F(ProjectFileReaderTest, BranchCarriesTheKeySchemeAndTheNodeOfItsProjectIsS
   for (const auto& node : program.window.tvwProjects.Nodes()) {
     nodes += node->Key() + " < " + (node->Parent() == nullptr ? "" : node->Parent()->Key());
     nodes.append(" ").append(ImageKey(node->ImageOf())).append(" ").append(node->Text());
-    nodes += (node->Tag().empty() ? "" : " #" + node->Tag()) + "\n";
+    nodes += (node->Tag().empty() ? "" : " #" + std::string(node->Tag())) + "\n";
   }
   for (auto at = nodes.find(core.Path()); at != nodes.npos; at = nodes.find(core.Path())) {
     nodes.replace(at, core.Path().size(), "@");

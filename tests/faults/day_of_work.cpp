@@ -44,7 +44,7 @@ std::string Masked(std::string text) {
       "(CompatibleMode|MajorVer|MinorVer|RevisionVer|OptimizationType|CodeViewDebugInfo)=[^\r]*");
   text = std::regex_replace(text, kAmended, "$1=?");
   for (const char* guid : {kOld, kNew}) {
-    text = ReplacedIgnoringCase(text, guid, "");
+    ReplaceIgnoringCase(text, guid, "");
   }
   while (text.ends_with("\r\n")) text.resize(text.size() - 2);
   return text;

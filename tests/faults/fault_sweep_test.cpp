@@ -36,7 +36,7 @@ TEST(Faults, WithoutOneEverythingIsDone) {
   const Day day(0, ErrorNumber::DiskFull, Answer::Abort);
   EXPECT_EQ(day.work.Complaints(), std::vector<std::string>{});
   EXPECT_EQ(day.work.Reports(), 0);
-  EXPECT_GT(day.plan.count, 150);
+  EXPECT_GT(day.plan.count, 120);
 }
 
 // Every operation fails once with every error, and the user goes on or tries again.

@@ -133,6 +133,11 @@ ErrorNumber LinuxFileSystem::AbsenceOf(const std::string& path) const {
 }
 
 std::string LinuxFileSystem::Read(const std::string& path) const {
+  const auto exact = prefix_.Exact(path);
+  if (auto bytes =
+          exact ? Reporting(path, [&] { return ReadHostFileIfThere(*exact); }) : std::nullopt) {
+    return std::move(*bytes);
+  }
   const auto entry = prefix_.Find(path);
   if (!entry) throw RuntimeError(AbsenceOf(path), path);
   return Reporting(path, [&] { return ReadHostFile(entry->path); });
@@ -166,25 +171,31 @@ std::vector<FolderEntry> LinuxFileSystem::List(const std::string& folder) const 
 }
 
 std::string LinuxFileSystem::WritableTarget(const std::string& path) const {
-  auto target = prefix_.Target(path);
-  if (!target) {
-    const auto absence = AbsenceOf(path);
-    throw RuntimeError(absence == ErrorNumber::FileNotFound ? ErrorNumber::BadFileName : absence,
-                       path);
+  if (auto entry = prefix_.Find(path)) {
+    if (!S_ISREG(entry->info.st_mode) || IsReadOnly(entry->info)) {
+      throw RuntimeError(ErrorNumber::PathFileAccess, path);
+    }
+    return std::move(entry->path);
   }
-  struct stat info {};
-  if (stat(target->c_str(), &info) == 0 && (!S_ISREG(info.st_mode) || IsReadOnly(info))) {
-    throw RuntimeError(ErrorNumber::PathFileAccess, path);
-  }
-  return std::move(*target);
+  if (auto target = prefix_.NewTarget(path)) return std::move(*target);
+  const auto absence = AbsenceOf(path);
+  throw RuntimeError(absence == ErrorNumber::FileNotFound ? ErrorNumber::BadFileName : absence,
+                     path);
 }
 
 void LinuxFileSystem::Write(const std::string& path, const std::string& bytes) {
   const auto target = WritableTarget(path);
-  Reporting(path, [&] { ReplaceHostFile(target, bytes, newFileMode_); });
+  Reporting(path, [&] { ReplaceHostFile(target, bytes, newFileMode_, Flush::Wait); });
+}
+
+void LinuxFileSystem::WriteUnsynced(const std::string& path, const std::string& bytes) {
+  const auto target = WritableTarget(path);
+  Reporting(path, [&] { ReplaceHostFile(target, bytes, newFileMode_, Flush::Later); });
 }
 
 void LinuxFileSystem::Append(const std::string& path, const std::string& bytes) {
+  const auto exact = prefix_.Exact(path);
+  if (exact && Reporting(path, [&] { return AppendToHostFile(*exact, bytes); })) return;
   const auto target = WritableTarget(path);
   Reporting(path, [&] { AppendHostFile(target, bytes); });
 }

@@ -19,6 +19,7 @@ class LinuxFileSystem : public FileSystem {
   [[nodiscard]] std::string Read(const std::string& path) const override;
   [[nodiscard]] std::vector<FolderEntry> List(const std::string& folder) const override;
   void Write(const std::string& path, const std::string& bytes) override;
+  void WriteUnsynced(const std::string& path, const std::string& bytes) override;
   void Append(const std::string& path, const std::string& bytes) override;
   void Remove(const std::string& path) override;
   void SetAttributes(const std::string& path, std::uint32_t attributes) override;

@@ -64,7 +64,7 @@ std::string RealTarget(std::string path) {
 
 std::optional<struct stat> OldFile(const std::string& path) {
   struct stat info {};
-  if (stat(path.c_str(), &info) != 0) {
+  if (lstat(path.c_str(), &info) != 0) {
     Require(errno == ENOENT);
     return std::nullopt;
   }
@@ -94,8 +94,8 @@ class TemporaryFile {
 
   [[nodiscard]] int Number() const { return descriptor_; }
 
-  void MoveTo(const std::string& target) {
-    Require(fdatasync(descriptor_) == 0);
+  void MoveTo(const std::string& target, Flush flush) {
+    if (flush == Flush::Wait) Require(fdatasync(descriptor_) == 0);
     if (!isNamed_) Name();
     const int closing = std::exchange(descriptor_, -1);
     Require(close(closing) == 0);
@@ -111,7 +111,8 @@ class TemporaryFile {
   // Below 0 where there are none, or no way to give one a name later.
   static int Nameless(const fs::path& folder) {
     const int file = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
-    if (file < 0 || access(LinkTo(file).c_str(), F_OK) == 0) return file;
+    static const bool canName = access(LinkTo(STDERR_FILENO).c_str(), F_OK) == 0;
+    if (file < 0 || canName) return file;
     close(file);
     return -1;
   }
@@ -142,6 +143,18 @@ void TakeBack(int descriptor, std::size_t count) {
   static_cast<void>(ftruncate(descriptor, end - static_cast<off_t>(count)) == 0);
 }
 
+void AddAtEnd(const Descriptor& file, const std::string& bytes) {
+  std::string_view rest = bytes;
+  try {
+    WriteAll(file.Number(), rest);
+  } catch (const std::system_error&) {
+    TakeBack(file.Number(), bytes.size() - rest.size());
+    throw;
+  }
+}
+
+constexpr int kAppending = O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
 }  // namespace
 
 Descriptor::~Descriptor() {
@@ -149,7 +162,14 @@ Descriptor::~Descriptor() {
 }
 
 std::string ReadHostFile(const std::string& path) {
+  auto bytes = ReadHostFileIfThere(path);
+  if (!bytes) Raise(ENOENT);
+  return std::move(*bytes);
+}
+
+std::optional<std::string> ReadHostFileIfThere(const std::string& path) {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (file.Number() < 0 && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
   Require(file.Number() >= 0);
   const auto size = static_cast<std::size_t>(PlainFileInfo(file.Number()).st_size);
   if (size > kLargestFile) Raise(ENOMEM);
@@ -160,13 +180,15 @@ std::string ReadHostFile(const std::string& path) {
   while (const auto count = ReadSome(file.Number(), bytes.data() + used, bytes.size() - used)) {
     used += count;
     if (used > kLargestFile) Raise(ENOMEM);
+    if (used == size) break;
     if (used == bytes.size()) bytes.resize(std::max<std::size_t>(2 * used, 4096));
   }
   bytes.resize(used);
   return bytes;
 }
 
-void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t newFileMode) {
+void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t newFileMode,
+                     Flush flush) {
   const auto target = RealTarget(path);
   const auto old = OldFile(target);
   TemporaryFile file(target);
@@ -175,21 +197,22 @@ void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t n
   // Only root can hand the file to its old owner, and nobody else needs to.
   if (old) static_cast<void>(fchown(file.Number(), old->st_uid, old->st_gid) == 0);
   Require(fchmod(file.Number(), old ? old->st_mode & 07777U : newFileMode) == 0);
-  file.MoveTo(target);
+  file.MoveTo(target, flush);
 }
 
 void AppendHostFile(const std::string& path, const std::string& bytes) {
-  constexpr int kFlags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-  const Descriptor file(open(path.c_str(), kFlags, 0666));
+  const Descriptor file(open(path.c_str(), kAppending | O_CREAT, 0666));
   Require(file.Number() >= 0);
   static_cast<void>(PlainFileInfo(file.Number()));
-  std::string_view rest = bytes;
-  try {
-    WriteAll(file.Number(), rest);
-  } catch (const std::system_error&) {
-    TakeBack(file.Number(), bytes.size() - rest.size());
-    throw;
-  }
+  AddAtEnd(file, bytes);
+}
+
+bool AppendToHostFile(const std::string& path, const std::string& bytes) {
+  const Descriptor file(open(path.c_str(), kAppending));
+  if (file.Number() < 0) return false;
+  if ((PlainFileInfo(file.Number()).st_mode & S_IWUSR) == 0) return false;
+  AddAtEnd(file, bytes);
+  return true;
 }
 
 }  // namespace gorbex

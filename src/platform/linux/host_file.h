@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace gorbex {
@@ -29,13 +30,24 @@ class Descriptor {
 /// large.
 [[nodiscard]] std::string ReadHostFile(const std::string& path);
 
+/// As ReadHostFile; nothing when there is no such file.
+[[nodiscard]] std::optional<std::string> ReadHostFileIfThere(const std::string& path);
+
+/// Whether a new file is on the disk before it takes the place of the old one.
+enum class Flush { Wait, Later };
+
 /// Puts a new file in the place of the old one, which stays whole when anything fails. A symbolic
 /// link stays and its target is replaced. An old file hands down its mode; a new one gets the mode
 /// given.
-void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t newFileMode);
+void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t newFileMode,
+                     Flush flush = Flush::Wait);
 
 /// Adds at the end with one system write, all or nothing; fails with ENODEV for what is no plain
 /// file.
 void AppendHostFile(const std::string& path, const std::string& bytes);
+
+/// As AppendHostFile, to a file that is there and may be written, also by its mode alone; false
+/// when it is not.
+[[nodiscard]] bool AppendToHostFile(const std::string& path, const std::string& bytes);
 
 }  // namespace gorbex

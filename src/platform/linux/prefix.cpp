@@ -8,6 +8,8 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <memory>
+#include <span>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -54,13 +56,19 @@ void MakeLink(const fs::path& link, const fs::path& target) {
   if (error && error != std::errc::file_exists) RaiseCannotMake(link, error);
 }
 
-std::string HostPath(std::string start, const std::vector<std::string_view>& names) {
-  for (const auto name : names) start.append("/").append(ToUtf8(name));
+std::string HostPath(std::string start, std::span<const std::string_view> names) {
+  std::size_t size = start.size();
+  for (const auto name : names) size += name.size() + 1;
+  start.reserve(size);
+  for (const auto name : names) {
+    start += '/';
+    if (IsAscii(name)) {
+      start += name;
+    } else {
+      start += ToUtf8(name);
+    }
+  }
   return start;
-}
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0; });
 }
 
 bool IsSameName(std::string_view hostName, std::string_view name) {
@@ -73,24 +81,30 @@ bool IsSameName(std::string_view hostName, std::string_view name) {
   return bytes && EqualsIgnoringCase(*bytes, name);
 }
 
-// Of several names that differ in case alone the first in byte order, so that the answer is stable.
-std::optional<std::string> SimilarName(const std::string& folder, std::string_view name) {
-  DIR* stream = opendir(folder.c_str());
-  if (stream == nullptr) return std::nullopt;
+// The name that stands in the folder: that very one, or of several that differ from it in case
+// alone the first in byte order, so that the answer is stable.
+std::optional<std::string> SimilarName(DIR* folder, std::string_view name) {
   std::optional<std::string> found;
-  while (const dirent* entry = readdir(stream)) {
+  while (const dirent* entry = readdir(folder)) {
     const std::string_view candidate(entry->d_name);
-    if (IsSameName(candidate, name) && (!found || candidate < *found)) found = candidate;
+    if (!IsSameName(candidate, name)) continue;
+    if (candidate == ToUtf8(name)) return std::string(candidate);
+    if (!found || candidate < *found) found = candidate;
   }
-  closedir(stream);
   return found;
+}
+
+// Null when there is no such folder.
+std::unique_ptr<DIR, int (*)(DIR*)> OpenFolder(const std::string& path) {
+  return {opendir(path.empty() ? "/" : path.c_str()), closedir};
 }
 
 std::optional<std::string> Child(const std::string& folder, std::string_view name) {
   auto exact = folder + "/" + ToUtf8(name);
   struct stat info {};
   if (lstat(exact.c_str(), &info) == 0) return exact;
-  auto similar = SimilarName(folder, name);
+  const auto stream = OpenFolder(folder);
+  auto similar = stream ? SimilarName(stream.get(), name) : std::nullopt;
   if (!similar) return std::nullopt;
   return folder + "/" + *similar;
 }
@@ -176,7 +190,8 @@ void Prefix::LayOut() const {
     MakeLink(devices / "c:", "../drive_c");
   }
   if (!fs::exists(fs::symlink_status(devices / "z:", error))) MakeLink(devices / "z:", "/");
-  for (const char* folder : {"C:\\Program Files", "C:\\Program Files\\GorbexBuilder"}) {
+  for (const char* folder : {"C:\\Program Files", "C:\\Program Files\\GorbexBuilder",
+                             "C:\\Program Files\\GorbexBuilder\\Logs"}) {
     const auto target = Target(folder);
     if (!target) throw RuntimeError(ErrorNumber::PathNotFound, folder);
     MakeFolders(*target);
@@ -207,19 +222,45 @@ std::string Prefix::StartOf(const ParsedPath& path) const {
 }
 
 std::optional<Prefix::HostEntry> Prefix::Find(const ParsedPath& path) const {
-  HostEntry entry{HostPath(StartOf(path), path.names)};
-  if (entry.path.empty()) entry.path = "/";
+  HostEntry entry{ExactPath(path)};
   if (stat(entry.path.c_str(), &entry.info) == 0) return entry;
   if (errno != ENOENT && errno != ENOTDIR) return std::nullopt;
-
-  entry.path = StartOf(path);
-  for (const auto name : path.names) {
-    auto child = Child(entry.path, name);
-    if (!child) return std::nullopt;
-    entry.path = std::move(*child);
-  }
+  auto similar = SimilarPath(path);
+  if (!similar) return std::nullopt;
+  entry.path = std::move(*similar);
   if (stat(entry.path.c_str(), &entry.info) != 0) return std::nullopt;
   return entry;
+}
+
+std::string Prefix::ExactPath(const ParsedPath& path) const {
+  auto exact = HostPath(StartOf(path), path.names);
+  return exact.empty() ? "/" : exact;
+}
+
+// Most of a path is spelled as it stands, so the look goes up to the deepest folder that is there
+// and down again from it.
+std::optional<std::string> Prefix::SimilarPath(const ParsedPath& path) const {
+  const std::span<const std::string_view> names(path.names);
+  for (auto known = names.size(); known-- > 0;) {
+    auto found = HostPath(StartOf(path), names.first(known));
+    const auto folder = OpenFolder(found);
+    if (!folder && (errno == ENOENT || errno == ENOTDIR)) continue;
+    auto similar = folder ? SimilarName(folder.get(), names[known]) : std::nullopt;
+    if (!similar) return std::nullopt;
+    found.append("/").append(*similar);
+    for (const auto name : names.subspan(known + 1)) {
+      auto child = Child(found, name);
+      if (!child) return std::nullopt;
+      found = std::move(*child);
+    }
+    return found;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> Prefix::Exact(const std::string& windowsPath) const {
+  const auto path = ParseWindowsPath(windowsPath);
+  return path ? std::optional(ExactPath(*path)) : std::nullopt;
 }
 
 std::optional<Prefix::HostEntry> Prefix::Find(const std::string& windowsPath) const {
@@ -234,10 +275,13 @@ std::optional<std::string> Prefix::Existing(const std::string& windowsPath) cons
 }
 
 std::optional<std::string> Prefix::Target(const std::string& windowsPath) const {
+  if (auto entry = Find(windowsPath)) return std::move(entry->path);
+  return NewTarget(windowsPath);
+}
+
+std::optional<std::string> Prefix::NewTarget(const std::string& windowsPath) const {
   auto path = ParseWindowsPath(windowsPath);
-  if (!path) return std::nullopt;
-  if (auto entry = Find(*path)) return std::move(entry->path);
-  if (path->names.empty()) return std::nullopt;
+  if (!path || path->names.empty()) return std::nullopt;
 
   const auto name = path->names.back();
   path->names.pop_back();

@@ -43,9 +43,16 @@ class Prefix {
   /// The host path alone of what Find finds.
   [[nodiscard]] std::optional<std::string> Existing(const std::string& windowsPath) const;
 
+  /// The host path of a file whose names are all spelled as in the Windows path, whether it exists
+  /// or not. Nothing when it cannot exist.
+  [[nodiscard]] std::optional<std::string> Exact(const std::string& windowsPath) const;
+
   /// As Existing, but the last component may be absent: where a new file of that name would go.
   /// Nothing when its folder does not exist or the name is impossible.
   [[nodiscard]] std::optional<std::string> Target(const std::string& windowsPath) const;
+
+  /// As Target, for what Find has not found.
+  [[nodiscard]] std::optional<std::string> NewTarget(const std::string& windowsPath) const;
 
   /// The Windows path of a host path (absolute or relative to the current folder): "C:\..." when it
   /// lies in a drive of the prefix, else "Z:\...". Error 52 when a character has no code-page byte.
@@ -54,6 +61,8 @@ class Prefix {
  private:
   [[nodiscard]] std::string StartOf(const ParsedPath& path) const;
   [[nodiscard]] std::optional<HostEntry> Find(const ParsedPath& path) const;
+  [[nodiscard]] std::string ExactPath(const ParsedPath& path) const;
+  [[nodiscard]] std::optional<std::string> SimilarPath(const ParsedPath& path) const;
   void LayOut() const;
 
   std::filesystem::path root_;

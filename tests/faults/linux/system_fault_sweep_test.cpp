@@ -90,7 +90,7 @@ TEST(SystemFaults, LeaveEveryFileWholeAndTheProgramReady) {
                 {EIO, Kind::Error}};
   const Day usual(0, 0, Kind::Error, Answer::Abort);
   EXPECT_EQ(usual.Complaints(), std::vector<std::string>{});
-  EXPECT_GT(usual.count, 500);
+  EXPECT_GT(usual.count, 400);
   for (int failing = 1; failing <= usual.count; ++failing) {
     for (const auto& fault : faults) {
       SCOPED_TRACE("call " + std::to_string(failing) + ", fault " +
