@@ -10,10 +10,6 @@
 
 namespace gorbex {
 
-/// Three version numbers as one: their decimal texts behind one another, so that 1.2.10 is 1210 and
-/// 1.10.0 is 1100. Errors: 6 the number is too large, 13 the texts make no number.
-[[nodiscard]] std::int32_t ComparedVersion(double major, double minor, double revision);
-
 /// Writes the requested version into project files.
 class VersionStamp {
  public:

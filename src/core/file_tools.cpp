@@ -16,23 +16,6 @@ std::string DateWith(const CivilTime& time, const char* separator) {
   return Padded(time.day, 2) + separator + Padded(time.month, 2) + separator + Padded(time.year, 4);
 }
 
-CivilTime ToCivil(FileTime time) {
-  using namespace std::chrono;
-  constexpr std::uint64_t kTicksPerSecond = 10'000'000;
-  constexpr sys_days kEpoch = year{1601} / January / 1;
-  const auto whole = static_cast<std::int64_t>(time.ticks / kTicksPerSecond);
-  const auto moment = sys_seconds(kEpoch) + seconds(whole);
-  const auto midnight = floor<days>(moment);
-  const year_month_day date(midnight);
-  const hh_mm_ss clock(moment - midnight);
-  return {static_cast<int>(date.year()),
-          static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())),
-          static_cast<int>(clock.hours().count()),
-          static_cast<int>(clock.minutes().count()),
-          static_cast<int>(clock.seconds().count())};
-}
-
 }  // namespace
 
 std::string StripPath(std::string_view path) {
@@ -49,6 +32,23 @@ std::string JoinPath(std::string_view folder, std::string_view name) {
   std::string path(folder);
   if (!path.ends_with('\\')) path += '\\';
   return path.append(name);
+}
+
+CivilTime ToCivil(FileTime time) {
+  using namespace std::chrono;
+  constexpr std::uint64_t kTicksPerSecond = 10'000'000;
+  constexpr sys_days kEpoch = year{1601} / January / 1;
+  const auto whole = static_cast<std::int64_t>(time.ticks / kTicksPerSecond);
+  const auto moment = sys_seconds(kEpoch) + seconds(whole);
+  const auto midnight = floor<days>(moment);
+  const year_month_day date(midnight);
+  const hh_mm_ss clock(moment - midnight);
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(clock.hours().count()),
+          static_cast<int>(clock.minutes().count()),
+          static_cast<int>(clock.seconds().count())};
 }
 
 std::string GetFileDateString(FileTime time) {

@@ -17,6 +17,9 @@ namespace gorbex {
 /// A folder and a file name with exactly one "\" between them.
 [[nodiscard]] std::string JoinPath(std::string_view folder, std::string_view name);
 
+/// A file time as a calendar's, in Coordinated Universal Time.
+[[nodiscard]] CivilTime ToCivil(FileTime time);
+
 /// "DD/MM/YYYY hh:nn" of a file time, in Coordinated Universal Time.
 [[nodiscard]] std::string GetFileDateString(FileTime time);
 

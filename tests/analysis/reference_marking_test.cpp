@@ -155,21 +155,5 @@ TEST_F(ReferenceMarkingTest, FirstLoadedProjectWinsAndRemovedOnesAreForgotten) {
   EXPECT_EQ(find("C:\\core.dll" + longName, ""), "");
 }
 
-TEST_F(ReferenceMarkingTest, MarkingOfALargeGroupIsQuick) {
-  constexpr int kProjects = 2000;
-  for (int n = 0; n < kProjects; ++n) {
-    std::string text = "ExeName32=Lib" + std::to_string(n) + ".dll\r\n";
-    for (int r = 1; r <= 30; ++r) {
-      const auto used = std::to_string((n * 31 + r * 17) % kProjects);
-      text += "Reference=*\\G{A}#1.0#0#C:\\Bin\\Lib" + used + (r % 2 == 0 ? ".dll#\r\n" : "#\r\n");
-    }
-    platform.files.AddFile("C:\\G\\" + std::to_string(n), text);
-    EXPECT_TRUE(program.reader.ReadProject("C:\\G\\" + std::to_string(n)));
-  }
-  const auto start = std::chrono::steady_clock::now();
-  program.window.menu.mnuToolsDependancies.Execute();
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-}
-
 }  // namespace
 }  // namespace gorbex::test

@@ -1,7 +1,5 @@
 #include "tests/build/build_fixture.h"
 
-#include <algorithm>
-
 namespace gorbex::test {
 
 BuildFixture::BuildFixture() {
@@ -27,6 +25,13 @@ ListRow& BuildFixture::Row(const std::string& name) const {
   return *program.window.lvwQueue.Find(Group::Path(name));
 }
 
+void BuildFixture::Bind(const std::string& name, const std::string& spec) {
+  clsMember member = program.window.ProjectMembers.Item(Group::Path(name));
+  program.window.ProjectMembers.Remove(member.path);
+  member.VSSProject = spec;
+  program.window.ProjectMembers.Add(member);
+}
+
 std::uint32_t BuildFixture::CompileProject(const std::string& commandLine) {
   const auto begin = commandLine.find('"') + 1;
   const std::string path = commandLine.substr(begin, commandLine.find('"', begin) - begin);
@@ -48,23 +53,6 @@ Journal BuildFixture::Steps() {
     return line == "append " + program.log.FileOf(program.log.Today()) || line.starts_with("mkdir");
   });
   return steps;
-}
-
-std::string BuildFixture::Icons() const {
-  std::string icons;
-  for (const auto& row : program.window.lvwQueue.Rows()) {
-    icons.append(icons.empty() ? "" : " ").append(ImageKey(row->Icon()));
-  }
-  return icons;
-}
-
-Journal Only(const Journal& journal, const std::vector<std::string>& words) {
-  Journal lines;
-  std::copy_if(journal.begin(), journal.end(), std::back_inserter(lines), [&](const auto& line) {
-    return std::any_of(words.begin(), words.end(),
-                       [&](const auto& word) { return line.starts_with(word + " "); });
-  });
-  return lines;
 }
 
 std::size_t CountOf(const std::string& text, const std::string& part) {

@@ -25,14 +25,16 @@ class BuildFixture : public ProgramFixture {
   /// A checked queue row of a loaded project.
   [[nodiscard]] ListRow& Row(const std::string& name) const;
 
+  /// Takes a loaded project under source control, as its binding file would have.
+  void Bind(const std::string& name, const std::string& spec);
+
   /// Runs the Build command and gives what happened, in order.
   Journal Build();
 
   /// The effects since the last call, without those on the activity log's own file.
   Journal Steps();
 
-  /// The icons of the queue in order, such as "buildok builderror".
-  [[nodiscard]] std::string Icons() const;
+  [[nodiscard]] std::string Icons() const { return IconsOf(program.window.lvwQueue); }
 
   /// What the compiler writes and does for a command line.
   std::uint32_t CompileProject(const std::string& commandLine);
@@ -45,9 +47,6 @@ class BuildFixture : public ProgramFixture {
   std::vector<std::string> compiledSources;  ///< the project files as the compiler saw them
   WindowJournal seen{program.window, program.log, platform.journal};
 };
-
-/// The lines of a journal that begin with one of the words.
-[[nodiscard]] Journal Only(const Journal& journal, const std::vector<std::string>& words);
 
 [[nodiscard]] std::size_t CountOf(const std::string& text, const std::string& part);
 

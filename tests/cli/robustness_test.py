@@ -4,9 +4,12 @@
 killed    gorbex is killed 200 times while it saves, stamps, rewrites, registers and logs: every file is old or new
 ended     told to end in the middle of a compile, it ends the compiler and gives project files their values back
 together  many programs change one prefix, one build project and one project file at once, and lose nothing
+mail      the service over a real Maildir and a real sendmail answers each of thousands of requests once and grows no
+          larger; told to end it answers the present request first; killed during a build it has lost no request
 """
 
 import collections
+import email
 import json
 import os
 import pathlib
@@ -23,11 +26,19 @@ CASE, GORBEX, COMPILER, STOREFRONT = sys.argv[1:5]
 SEED = int(sys.argv[5]) if len(sys.argv) > 5 else 20260304
 KILLS = 200
 PATIENCE = 60
+BATCHES, REQUESTS = 8, 250
 
 AMENDED = re.compile(rb"(CompatibleMode|MajorVer|MinorVer|RevisionVer|OptimizationType|CodeViewDebugInfo)=[^\r]*")
 GUID = re.compile(rb"\{[0-9A-Fa-f]{8}-[0-9A-Fa-f-]{27}\}")
 LOG_LINE = re.compile(rb"\[\d\d/\d\d/\d{4} \d\d:\d\d:\d\d\] [^\r\n]+\r\n")
 REGISTRY_LINE = re.compile(rb'WINE REGISTRY Version 2|;.*|#.*|\[.+\].*|(@|".*")=.+|  .*|')
+
+SENDMAIL = """#!/bin/sh
+# Keeps each mail in a file of its own, which appears whole.
+file=$(mktemp -p '{outbox}' part.XXXXXX)
+cat >"$file"
+mv "$file" "$(dirname "$file")/mail.${{file##*.}}"
+"""
 
 
 def check(condition, what):
@@ -35,9 +46,10 @@ def check(condition, what):
         sys.exit(f"FAILED (seed {SEED}): {what}")
 
 
-def until(condition, what):
-    end = time.monotonic() + PATIENCE
+def until(condition, what, process=None, patience=PATIENCE):
+    end = time.monotonic() + patience
     while not condition():
+        check(process is None or process.poll() is None, f"the service ended before {what}")
         check(time.monotonic() < end, f"waited in vain until {what}")
         time.sleep(0.01)
 
@@ -203,6 +215,123 @@ def together(product):
     product.require_whole_files("after all together")
 
 
+class MailService:
+    """A mailbox, and the service between it and a product."""
+
+    def __init__(self, product):
+        self.product = product
+        self.outbox = product.root / "outbox"
+        self.folder = product.root / "Maildir" / ".Builder"
+        self.process = None
+        self.sent = 0
+        for part in ("cur", "new", "tmp"):
+            (self.folder / part).mkdir(parents=True)
+            (self.folder.parent / part).mkdir()
+        self.outbox.mkdir()
+        sendmail = product.root / "sendmail"
+        sendmail.write_text(SENDMAIL.format(outbox=self.outbox))
+        sendmail.chmod(0o755)
+        for binding in product.folder.rglob("mssccprj.scc"):
+            binding.unlink()
+        product.run(GORBEX, "settings", "MailTransport", f"sendmail://{sendmail}")
+        product.run(GORBEX, "build", product.file, "--yes")
+
+    def start(self):
+        self.process = subprocess.Popen([GORBEX, "serve", self.product.file, "--interval", "1", "--no"],
+                                        env=self.product.environment, stdout=subprocess.DEVNULL)
+
+    def end(self):
+        self.process.send_signal(signal.SIGTERM)
+        check(self.process.wait(30) == 0, "told to end, it ends well")
+
+    def until(self, condition, what):
+        until(condition, what, self.process, 240)
+
+    def request(self, body):
+        self.sent += 1
+        name = f"{self.sent:06}.host"
+        text = (f"From: Anna Berg <anna@dev.example>\r\nSubject: Build Request\r\n"
+                f"Message-ID: <{self.sent}@dev.example>\r\n\r\n{body}\r\n")
+        (self.folder / "tmp" / name).write_bytes(text.encode())
+        os.rename(self.folder / "tmp" / name, self.folder / "new" / name)
+
+    def replies(self):
+        return list(self.outbox.glob("mail.*"))
+
+    def unread(self):
+        seen = sum(1 for mail in (self.folder / "cur").iterdir() if "S" in mail.name.split(":2,")[-1])
+        return self.sent - seen
+
+    def memory(self):
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
+        return int(next(line for line in status.splitlines() if line.startswith("VmRSS")).split()[1])
+
+    def handles(self):
+        return len(os.listdir(f"/proc/{self.process.pid}/fd"))
+
+
+def answers_every_request_once(service):
+    service.start()
+    sizes = []
+    for batch in range(BATCHES):
+        for number in range(REQUESTS):
+            build = "BUILD," if number % 10 == 0 else ""
+            service.request(f"GET,{build}PRO C:\\Storefront\\Core\\StoreCore.vbp,")
+        wanted = (batch + 1) * REQUESTS
+        service.until(lambda: len(service.replies()) >= wanted, f"{wanted} requests are answered")
+        sizes.append((service.memory(), service.handles()))
+    time.sleep(1.5)
+    check(len(service.replies()) == BATCHES * REQUESTS, "a request was answered twice")
+    answered = set()
+    for file in service.replies():
+        mail = email.message_from_bytes(file.read_bytes())
+        check(mail["Auto-Submitted"] == "auto-replied", f"{file}: no automatic reply")
+        check("succe" in mail["Subject"], f"{file}: {mail['Subject']}")
+        check(mail["Subject"].startswith("Your Build") == mail.is_multipart(), f"{file}: the attachment")
+        answered.add(mail["In-Reply-To"])
+    check(len(answered) == BATCHES * REQUESTS, "replies answer the same request")
+    check(service.unread() == 0, "answered requests are unread")
+    print("memory in kB and handles after each batch:", sizes)
+    check(sizes[-1][0] < sizes[1][0] * 1.2 + 1000, f"the service grows: {sizes}")
+    check(sizes[-1][1] <= sizes[0][1], f"handles are lost: {sizes}")
+
+
+def ends_between_two_requests(service):
+    before = len(service.replies())
+    for _ in range(40):
+        service.request("BUILD,PRO C:\\Storefront\\Core\\StoreCore.vbp,")
+    service.until(lambda: len(service.replies()) > before, "the first request is answered")
+    service.end()
+    check(service.sent - service.unread() == len(service.replies()), "a request was taken but not answered")
+    check(service.unread() > 0, "it goes on though told to end")
+
+
+def loses_no_request_when_killed(service):
+    taken = service.sent - service.unread()
+    service.start()
+    service.until(lambda: service.sent - service.unread() > taken, "requests are served again")
+    time.sleep(0.05)
+    service.process.kill()
+    service.process.wait()
+    service.start()
+    service.until(lambda: service.unread() == 0, "all requests are served")
+    service.end()
+    lost = service.sent - len(service.replies())
+    check(0 <= lost <= 1, f"{lost} requests have no answer")
+
+
+def mail(product):
+    service = MailService(product)
+    try:
+        answers_every_request_once(service)
+        ends_between_two_requests(service)
+        loses_no_request_when_killed(service)
+    finally:
+        if service.process and service.process.poll() is None:
+            service.process.kill()
+            service.process.wait()
+
+
 with tempfile.TemporaryDirectory() as root:
-    {"killed": killed, "ended": ended, "together": together}[CASE](Product(root))
+    {"killed": killed, "ended": ended, "together": together, "mail": mail}[CASE](Product(root))
 print(f"{CASE}: all as expected")

@@ -1,23 +1,13 @@
 #!/usr/bin/env bash
 # The source-control commands over real git repositories: source_control_test.sh GORBEX STOREFRONT
 set -euo pipefail
+. "$(dirname "$0")/checks.sh"
 gorbex=$1 storefront=$2
 
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
 export GORBEX_PREFIX=$scratch/prefix HOME=$scratch GIT_CONFIG_NOSYSTEM=1
 export GIT_AUTHOR_NAME=a GIT_AUTHOR_EMAIL=a@b GIT_COMMITTER_NAME=a GIT_COMMITTER_EMAIL=a@b
 drive=$GORBEX_PREFIX/drive_c
 bpf=$drive/Storefront/Storefront.bpf
-
-fail() { echo "FAILED: $1" >&2; exit 1; }
-expect() { # expect STATUS COMMAND...
-  local wanted=$1 status=0
-  shift
-  "$@" >"$scratch/out" 2>"$scratch/err" || status=$?
-  [ "$status" = "$wanted" ] || { cat "$scratch/out" "$scratch/err"; fail "$* ended with $status"; }
-}
-holds() { grep -qF -- "$1" "$scratch/out" "$scratch/err" || { cat "$scratch/out" "$scratch/err"; fail "no '$1'"; }; }
 
 # "$/" is the top of the working tree, here the whole drive.
 git init -q --bare -b main "$scratch/remote.git"

@@ -6,7 +6,7 @@ set -euo pipefail
 windows=$1 linux=$(realpath "$2") compiler=$3 storefront=$4
 root=$(cd "$(dirname "$0")/../.." && pwd)
 
-scratch=$(mktemp -d)
+. "$(dirname "$0")/checks.sh"
 base=$WINEPREFIX
 export STANDIN_COMPILER_SEED=1 WINEDEBUG=-all LC_ALL=C.UTF-8
 # Where only one half of Wine is installed, it has no command in the path.
@@ -22,7 +22,6 @@ end() {
 }
 trap end EXIT
 
-fail() { echo "FAILED: $1" >&2; exit 1; }
 said() { mkdir -p "$scratch/said/$side"; echo "$scratch/said/$side/$1"; }
 
 # One side: where it lives, and how its program is run.
@@ -35,17 +34,13 @@ choose() {
 gorbex() {
   if [ "$side" = linux ]; then "$linux" "$@"; else wine 'C:\Program Files\GorbexBuilder\gorbex.exe' "$@"; fi
 }
-expect() { # expect STATUS NAME ARGUMENTS...: what is said goes to the file NAME
-  local wanted=$1 out status=0
-  out=$(said "$2")
-  shift 2
-  gorbex "$@" >"$out" 2>"$out.err" || status=$?
-  [ "$status" = "$wanted" ] || { cat "$out" "$out.err"; fail "$side: $* ended with $status"; }
+tell() { # tell STATUS NAME ARGUMENTS...: what is said is kept under the name
+  local name=$2
+  expect "$1" gorbex "${@:3}"
+  cp "$scratch/out" "$(said "$name")"
+  cp "$scratch/err" "$(said "$name.err")"
 }
 bpf='C:\Storefront\Storefront.bpf'
-path() { # a path as the side's user types it
-  if [ "$side" = linux ]; then sed "s|\\\\|/|g; s|^C:|$drive|" <<<"$1"; else echo "$1"; fi
-}
 
 prepare() {
   # The system's own files are many, and nobody changes them.
@@ -66,30 +61,30 @@ registered() {
     awk -v RS= '/Storefront/ || /\\Store[A-Z][A-Za-z.]*[\\\]]/ { print $0 "\n" }' >"$(said "$1")"
 }
 show() {
-  expect 0 "$1.show" show "$(path "$bpf")" --json
-  expect 0 "$1.references" references "$(path "$bpf")" "$(path 'C:\Storefront\Till\StoreTill.vbp')" --json
+  tell 0 "$1.show" show "$bpf" --json
+  tell 0 "$1.references" references "$bpf" 'C:\Storefront\Till\StoreTill.vbp' --json
 }
 
 run() {
   local till='C:\Storefront\Till\StoreTill.vbp'
   show before
-  expect 0 first build "$(path "$bpf")" --json --script "$(path 'C:\Storefront\r.svb')"
+  tell 0 first build "$bpf" --json --script 'C:\Storefront\r.svb'
   show first
   registered first.reg
-  expect 0 broken build "$(path "$bpf")" --break-compat --change-refs --json
+  tell 0 broken build "$bpf" --break-compat --change-refs --json
   grep -lF '{7D0F5010-' "$product"/*/*.vbp && fail "$side: the old identity is still referred to"
   show broken
   registered broken.reg
-  expect 0 unregister unregister "$(path 'C:\Storefront\Bin\StoreMoney.dll')"
+  tell 0 unregister unregister 'C:\Storefront\Bin\StoreMoney.dll'
   show unregistered
-  expect 1 refused register "$(path 'C:\Storefront\Bin\StoreTill.exe')"
-  expect 0 register register "$(path 'C:\Storefront\Bin\StoreMoney.dll')"
+  tell 1 refused register 'C:\Storefront\Bin\StoreTill.exe'
+  tell 0 register register 'C:\Storefront\Bin\StoreMoney.dll'
   show registered
   sed -i 's/^End Function\r$/Next\r/' "$product"/Pricing/PriceList.cls
-  expect 1 failed build "$(path "$bpf")" --change-refs --json
-  expect 0 version build "$(path "$bpf")" "$(path "$till")" --version 2.1.30 --yes --json
-  expect 0 value value get "$(path "$till")" RevisionVer
-  expect 0 settings settings --json
+  tell 1 failed build "$bpf" --change-refs --json
+  tell 0 version build "$bpf" "$till" --version 2.1.30 --yes --json
+  tell 0 value value get "$till" RevisionVer
+  tell 0 settings settings --json
   registered last.reg
 }
 

@@ -3,6 +3,7 @@
 #include "core/text.h"
 
 #include "tests/support/program_fixture.h"
+#include "tests/support/window_journal.h"
 
 namespace gorbex::test {
 namespace {
@@ -35,11 +36,7 @@ class BuildProjectFileTest : public ProgramFixture {
     return paths;
   }
   /// The messages shown since the last call.
-  Journal Messages() {
-    Journal lines = Effects();
-    std::erase_if(lines, [](const auto& line) { return !line.starts_with("show"); });
-    return lines;
-  }
+  Journal Messages() { return Only(Effects(), {"show"}); }
   static std::string LoadError(int number, const std::string& description) {
     return Reported(number, description, ": frmBuilder.LoadProject");
   }

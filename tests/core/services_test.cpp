@@ -1,6 +1,7 @@
 #include "core/activity_log.h"
 #include "core/file_tools.h"
 #include "core/options.h"
+#include "core/procedure.h"
 #include "core/registry_tools.h"
 #include "tests/support/program_fixture.h"
 
@@ -138,25 +139,60 @@ TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
   EXPECT_EQ(Effects(), Journal{Reported(6, "Overflow", ": clsOptions.LoadSettings")});
 }
 
-TEST_F(ServicesTest, VersionNumbersComeFromTheirFields) {
-  struct Case {
-    std::string text;
-    int major, minor, revision;
-    Journal reports;
+using LogViewerTest = ProgramFixture;
+
+TEST_F(LogViewerTest, ShowsTheLogOfADayAsItIsWhenChosen) {
+  const std::string folder = platform.programFolder + "\\Logs\\";
+  frmLogs& form = program.logs;
+  const auto open = [&] {
+    program.window.menu.mnuWindowViewLogs.Execute();
+    EXPECT_TRUE(form.visible.Get() && form.txtLog.text.Get().empty());
+    return form.cboLogDate.items.Get();
   };
-  const Journal unset = {Reported(9, "Subscript out of range", ": clsOptions.Minor")};
-  const Journal overflows = {Reported(6, "Overflow", ": clsOptions.Major"),
-                             Reported(6, "Overflow", ": clsOptions.Revision")};
-  for (const Case& c :
-       {Case{"2.10.7", 2, 10, 7, {}}, Case{"2.10", 2, 10, 0, {}}, Case{"7a.x.3b.4", 7, 0, 3, {}},
-        Case{".5.", 0, 5, 0, {}}, Case{"3", 0, 0, 0, unset}, Case{"", 0, 0, 0, unset},
-        Case{"9999999999.1.2147483648", 0, 1, 0, overflows}}) {
-    program.options.VersionComponents = c.text;
-    EXPECT_EQ(program.options.Major(), c.major) << c.text;
-    EXPECT_EQ(program.options.Minor(), c.minor) << c.text;
-    EXPECT_EQ(program.options.Revision(), c.revision) << c.text;
-    EXPECT_EQ(Effects(), c.reports) << c.text;
+  const auto choose = [&](std::size_t item) {
+    form.cboLogDate.selected.Set(item);
+    return form.txtLog.text.Get();
+  };
+  EXPECT_TRUE(open().empty());
+  for (const char* name : {"Notes.LOG", "old.log.txt", "log", "Kept.log\\x"}) {
+    platform.files.AddFile(folder + name, name);
   }
+  program.log.WriteLog("one", false);
+  EXPECT_EQ(open(), (std::vector<std::string>{"04032026", "Notes"}));
+  EXPECT_EQ(choose(1) + choose(0), "Notes.LOGone\r\n");
+  program.log.WriteLog("two", false);
+  EXPECT_EQ(choose(0), "one\r\ntwo\r\n");
+  platform.files.Remove(folder + "04032026.log");
+  EXPECT_EQ(choose(0), "Error loading logfile :File not found: '" + folder + "04032026.log'");
+  EXPECT_EQ(open(), std::vector<std::string>{"Notes"});
+  EXPECT_TRUE(form.cmdClose.Execute() && !form.visible.Get());
+}
+
+using ProcedureTest = ProgramFixture;
+
+TEST_F(ProcedureTest, ReportNamesNumberDescriptionLineAndProcedure) {
+  unsigned line = 0;
+  Procedure(program.report, ": frmBuilder.SaveProject").Run([&](Procedure& on) {
+    line = __LINE__ + 1;
+    on([] { throw RuntimeError(ErrorNumber::PathNotFound, "C:\\x"); });
+  });
+  EXPECT_EQ(platform.journal,
+            Journal{"show [AbortRetryIgnore Exclamation GorbexBuilder Error.] Error 76: \r\n"
+                    "Path not found: 'C:\\x'\r\nOccurred at line " +
+                    std::to_string(line) + "in GorbexBuilder: frmBuilder.SaveProject"});
+}
+
+TEST_F(ProcedureTest, AbortLeavesTheInnerProcedureAloneAndOutOfMemoryIsReported) {
+  Procedure(program.report, ": outer.p").Run([&](Procedure& outer) {
+    outer([&] {
+      Procedure(program.report, ": inner.p").Run([](Procedure& on) {
+        on([] { throw std::bad_alloc(); });
+      });
+    });
+    throw RuntimeError(ErrorNumber::Overflow);
+  });
+  EXPECT_EQ(Effects(), (Journal{Reported(7, "Out of memory", ": inner.p"),
+                                Reported(6, "Overflow", ": outer.p")}));
 }
 
 }  // namespace

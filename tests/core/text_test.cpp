@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"
 
@@ -61,21 +59,23 @@ TEST(Text, FlagsAreWordsOrNumbers) {
           {"nan", kError}});
 }
 
-TEST(Text, FindIgnoringCaseAgreesWithPlainSearchForShortAndLongPatterns) {
-  std::mt19937 random(1);
-  const auto letters = [&](std::size_t longest) {
-    std::string text(random() % longest, ' ');
-    for (char& letter : text) letter = "aAaAaAb\xC4\xE4"[random() % 9];
-    return text;
-  };
-  for (int round = 0; round < 3000; ++round) {
-    const std::string text = letters(200);
-    const std::size_t from = random() % 20;
-    const std::string part = text.substr(random() % (text.size() + 1), random() % 80);
-    for (const std::string& wanted : {part, part + "a", letters(8)}) {
-      const auto plain = LowerCase(text).find(LowerCase(wanted), from);
-      ASSERT_EQ(FindIgnoringCase(text, UpperCase(wanted), from), plain) << text << "|" << wanted;
-    }
+TEST(CodePage, EveryByteSurvivesUtf8AndCase) {
+  for (int i = 0; i < 256; ++i) {
+    const std::string byte(1, static_cast<char>(i));
+    EXPECT_EQ(FromUtf8(ToUtf8(byte)), byte) << i;
+    EXPECT_EQ(FromUnicode(ToUnicode(byte[0])), byte[0]) << i;
+    EXPECT_TRUE(EqualsIgnoringCase(UpperCase(byte), LowerCase(byte))) << i;
+  }
+  EXPECT_EQ(ToUtf8("\x80\x81\xE9"), "\u20AC\xC2\x81\u00E9");
+  EXPECT_EQ(LowerCase("\xC9\xD7\x8A\x9F"), "\xE9\xD7\x9A\xFF");
+  EXPECT_EQ(UpperCase("\xF7\xDF\xFF"), "\xF7\xDF\x9F");
+}
+
+TEST(CodePage, RefusesWhatItCannotHold) {
+  for (const char* utf8 :
+       {"\x80", "\xC3", "\xC3(", "\xC0\x80", "\xE0\x80\x80", "\xE2\x82", "\xED\xA0\x80",
+        "\xF0\x9F\x98\x80", "\xF8\x88\x80\x80", "\xFF", "\u0416", "\xC2\x80"}) {
+    EXPECT_EQ(FromUtf8(utf8), std::nullopt) << utf8;
   }
 }
 

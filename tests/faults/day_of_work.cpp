@@ -57,12 +57,9 @@ std::string ValueIn(const std::string& text, const std::string& key) {
 
 }  // namespace
 
-AgreeingUser::AgreeingUser(Journal& journal, Answer answer)
-    : ScriptedDialogs(journal), toReports(answer) {
-  useLogin = [](frmLogin& form) {
-    form.txtUserName.text.Set("me");
-    form.cmdOK.Execute();
-  };
+AgreeingUser::AgreeingUser(Journal& journal, Answer answer) : ScriptedDialogs(journal) {
+  toReports = answer;
+  LogsIn();
 }
 
 Answer AgreeingUser::Show(const Message& message) {
@@ -70,7 +67,7 @@ Answer AgreeingUser::Show(const Message& message) {
     return message.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
   }
   const bool isAgain = reports++ > 0 && toReports == Answer::Retry;
-  return isAgain ? instead : toReports;
+  return isAgain ? instead : *toReports;
 }
 
 DayOfWork::DayOfWork(FileSystem& files, Registry& registry, Disk disk, Answer toReports)
@@ -117,7 +114,7 @@ void DayOfWork::Run() {
 
 // Who watches an unattended program answers Abort, and nothing is saved that was not loaded.
 void DayOfWork::LoadAndSave() {
-  const Answer answer = user_.toReports;
+  const auto answer = user_.toReports;
   if (answer != Answer::Retry) user_.toReports = Answer::Abort;
   user_.instead = Answer::Abort;
   for (int attempt = 0; attempt < 2; ++attempt) {

@@ -18,7 +18,6 @@ class AgreeingUser : public ScriptedDialogs {
   AgreeingUser(Journal& journal, Answer toReports);
   Answer Show(const Message& message) override;
 
-  Answer toReports;
   Answer instead = Answer::Ignore;  ///< of trying again
   int reports = 0;
 };

@@ -6,23 +6,17 @@
 
 namespace gorbex::test {
 
-/// A user who goes on after every error.
-class IgnoringUser : public ScriptedDialogs {
- public:
-  using ScriptedDialogs::ScriptedDialogs;
-  Answer Show(const Message& message) override {
-    return message.buttons == Buttons::AbortRetryIgnore ? Answer::Ignore
-                                                        : SafeAnswer(message.buttons);
-  }
-};
-
-/// The whole program over a system in memory, with its build project cleared as after a start.
+/// The whole program over a system in memory, with its build project cleared as after a start and a
+/// user who goes on after every error.
 struct MemoryProgram {
   MemoryPlatform platform;
-  IgnoringUser dialogs{platform.journal};
+  ScriptedDialogs dialogs{platform.journal};
   Program program{platform.Services(), dialogs};
 
-  MemoryProgram() { program.window.ClearBuildProject(); }
+  MemoryProgram() {
+    program.window.ClearBuildProject();
+    dialogs.toReports = Answer::Ignore;
+  }
 };
 
 }  // namespace gorbex::test

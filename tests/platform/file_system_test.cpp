@@ -5,7 +5,7 @@
 
 #include "platform/code_page.h"
 #include "system_bench.h"
-#include "tests/platform/error_number.h"
+#include "tests/platform/outcome.h"
 #include "tests/support/memory_file_system.h"
 
 namespace gorbex::test {

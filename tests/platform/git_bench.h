@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -68,15 +67,9 @@ class GitBench {
   bool HasLabel(const std::string& label) { return Sh("remote.git", "git tag") == label + "\n"; }
   int Calls() { return std::stoi(Sh("", "grep -c '^call' calls")); }
 
-  std::string ErrorOf(const std::function<void()>& action) {
-    try {
-      action();
-    } catch (const RuntimeError& error) {
-      return error.Description();
-    }
-    return "<none>";
+  std::string OpenError() {
+    return ErrorOf([&] { Open(); });
   }
-  std::string OpenError() { return ErrorOf(std::bind(&GitBench::Open, this)); }
   std::string GetError() {
     return ErrorOf([&] { client.VSSItem("$/")->Get("C:\\Work", 0x4022000); });
   }

@@ -12,7 +12,7 @@
 #include "platform/linux/mail/mail.h"
 #include "platform/linux/tool.h"
 #include "tests/platform/linux/variable.h"
-#include "tests/platform/memory_mail_bench.h"
+#include "tests/platform/outcome.h"
 #include "tests/platform/temporary_folder.h"
 #include "tests/support/recording_events.h"
 

@@ -146,20 +146,24 @@ TEST(MailBodies, MayBeMeantToHarm) {
       {"names", Part("text/html", Repeated("&#x", 3'000'000)), 9'000'000},
       {"not UTF-8", Part("text/plain; charset=utf-8", Repeated("\xBF", 10'000'000)), 1},
       {"too long", "\n" + Repeated("x", 40'000'000), std::size_t{16} << 20U}};
-  for (const Case& c : cases) {
+  const auto within = [](double seconds, const auto& read, const std::string& name) {
     const auto start = std::chrono::steady_clock::now();
-    const auto text = BodyText(c.mail);
+    read();
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    EXPECT_LT(took.count(), 20) << c.name;
+    EXPECT_LT(took.count(), seconds) << name;
+  };
+  for (const Case& c : cases) {
+    std::string text;
+    within(
+        20, [&] { text = BodyText(c.mail); }, c.name);
     EXPECT_TRUE(c.size == 0 || text.size() == c.size) << c.name << " " << text.size();
   }
   for (const std::string unit : {"=?", "=?utf-8?B?QQ?= ", "=?utf-8?Q?=C3?=", "<", "(", "\"",
                                  "a:b@c,", "=?utf-8?B?", "\\", "@", ","}) {
-    const auto start = std::chrono::steady_clock::now();
     const auto value = Repeated(unit, 200'000);
-    static_cast<void>(ReadMailHeader("Subject: " + value + "\nFrom: " + value));
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    EXPECT_LT(took.count(), 5) << unit;
+    const std::string header = "Subject: " + value + "\nFrom: " + value;
+    within(
+        5, [&] { static_cast<void>(ReadMailHeader(header)); }, unit);
   }
 }
 

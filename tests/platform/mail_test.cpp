@@ -1,10 +1,43 @@
-#include <gtest/gtest.h>
-
-#include "mail_benches.h"
 #include "platform/code_page.h"
+#include "tests/platform/mail_bench.h"
+#include "tests/support/memory_file_system.h"
+#include "tests/support/memory_mail.h"
 
 namespace gorbex::test {
 namespace {
+
+class MemoryMailBench {
+ public:
+  std::string drive = "C:\\";
+  Journal journal;
+  MemoryFileSystem files{journal};
+  MemoryMail mail{journal, files};
+
+  [[nodiscard]] MailAccount Account() const { return {}; }
+  void Deliver(const std::string& subject, const std::string& body) {
+    mail.received.push_back({subject, body});
+  }
+  void Vanish() { mail.received.front().isGone = true; }
+  std::string Sent() {
+    const auto& sent = mail.sent.back();
+    // Names are addresses where nothing needs to travel.
+    std::string text = "anna@dev.example|" + sent.subject + "|" + sent.body;
+    for (const auto& [path, bytes] : sent.attachments) {
+      text += "|" + path.substr(path.rfind('\\') + 1) + "=" + Hexadecimal(bytes);
+    }
+    return text;
+  }
+
+  static std::string Hexadecimal(const std::string& bytes) {
+    std::string text;
+    for (const char byte : bytes) {
+      constexpr const char* kDigits = "0123456789abcdef";
+      const auto value = static_cast<unsigned char>(byte);
+      text.append({kDigits[value / 16], kDigits[value % 16]});
+    }
+    return text;
+  }
+};
 
 template <typename Bench>
 class Mails : public testing::Test {
@@ -12,7 +45,8 @@ class Mails : public testing::Test {
   Bench bench_;
 };
 
-TYPED_TEST_SUITE(Mails, MailBenches);
+using Benches = testing::Types<MemoryMailBench, MaildirBench, ServerBench>;
+TYPED_TEST_SUITE(Mails, Benches);
 
 TYPED_TEST(Mails, AreListedReadMarkedAndMayVanish) {
   auto& bench = this->bench_;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "system_bench.h"
+#include "tests/support/recording_events.h"
 #include "tests/support/scripted_processes.h"
 
 namespace gorbex::test {
@@ -66,9 +67,10 @@ TEST(SystemProcesses, FindProgramsByTheSystemsRules) {
 TEST(SystemProcesses, SayWhatCannotRun) {
   ProcessesOnSystem bench;
   bench.files.Write(bench.root + "notes.txt", "no program");
-  EXPECT_TRUE(bench.ErrorOf(bench.root + "notes.txt").starts_with("5 "));
-  EXPECT_EQ(bench.ErrorOf(""), "53 File not found");
-  EXPECT_EQ(bench.ErrorOf(bench.root + "Two Words"), "53 File not found: '" + bench.root + "Two'");
+  EXPECT_TRUE(ErrorOf(bench.launcher, bench.root + "notes.txt").starts_with("5 "));
+  EXPECT_EQ(ErrorOf(bench.launcher, ""), "53 File not found");
+  EXPECT_EQ(ErrorOf(bench.launcher, bench.root + "Two Words"),
+            "53 File not found: '" + bench.root + "Two'");
 }
 
 TEST(SystemProcesses, AreWaitedForNoLongerThanAskedAndEndWhenTold) {
@@ -82,6 +84,46 @@ TEST(SystemProcesses, AreWaitedForNoLongerThanAskedAndEndWhenTold) {
   process->Terminate();
   EXPECT_NE(process->ExitCode(10s).value_or(0), 0U);
   EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+}
+
+struct SystemTools : testing::Test {
+  ToolOutcome Run(std::vector<std::string> arguments) {
+    return bench.tools.Run(
+        {"chatty_tool", std::move(arguments), bench.folder, {{"SET", "1"}, {"GONE", {}}}});
+  }
+  static ErrorNumber ErrorOf(const ToolOutcome& outcome) {
+    return std::get<RuntimeError>(outcome).Code();
+  }
+
+  ToolsOnSystem bench;
+  RecordingEvents events;
+};
+
+TEST_F(SystemTools, TakeWhatIsSaidOnEachStream) {
+  const Variable gone("GONE", "here");
+  const auto result =
+      std::get<ToolResult>(Run({"report", "a  b", "$HOME", "", "\\", "x \\\"y\\", "*", "%PATH%"}));
+  EXPECT_EQ(result.output, "a  b|$HOME||\\|x \\\"y\\|*|%PATH%|1|<none>|" + bench.folderName + "|0");
+  EXPECT_EQ(result.errorOutput, "e");
+  EXPECT_EQ(result.exitCode, 7U);
+}
+
+TEST_F(SystemTools, NeitherBlockOnMuchNorWaitForAHelperLeftBehind) {
+  bench.tools.Handle(events);
+  const auto result = std::get<ToolResult>(Run({"much"}));
+  EXPECT_EQ(result.output.size() + result.errorOutput.size(), 6'000'000U);
+  EXPECT_GT(events.count, 2);
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_EQ(std::get<ToolResult>(Run({"leave"})).exitCode, 0U);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(3));
+  EXPECT_EQ(ErrorOf(Run({"endless"})), ErrorNumber::OutOfMemory);
+}
+
+TEST_F(SystemTools, SayWhatIsMissing) {
+  EXPECT_EQ(ErrorOf(bench.tools.Run({"no_such_tool", {}, bench.folder})),
+            ErrorNumber::FileNotFound);
+  EXPECT_EQ(ErrorOf(bench.tools.Run({"chatty_tool", {}, bench.folder + "\\none"})),
+            ErrorNumber::PathNotFound);
 }
 
 }  // namespace

@@ -1,9 +1,26 @@
-#include <gtest/gtest.h>
-
-#include "source_control_benches.h"
+#include "tests/platform/git_bench.h"
+#include "tests/support/memory_source_control.h"
 
 namespace gorbex::test {
 namespace {
+
+/// A source-control database in memory.
+struct MemorySourceControlBench {
+  Journal journal;
+  MemorySourceControl client{journal};
+  std::string work = "C:\\Work";
+
+  MemorySourceControlBench() { Publish("top.txt", "top\n"); }
+  void Open() { client.Open("C:\\scc.ini", "anna", ""); }
+  MemorySourceControl::Sides& Of(const std::string& name) { return client.files["$/" + name]; }
+  void Publish(const std::string& name, const std::string& text) { Of(name).database = text; }
+  void Locally(const std::string& name, const std::optional<std::string>& text) {
+    Of(name).working = text;
+  }
+  std::string Local(const std::string& name) { return Of(name).working.value_or(""); }
+  std::string Database(const std::string& name) { return *Of(name).database; }
+  bool HasLabel(const std::string& label) { return client.labels.contains(label); }
+};
 
 template <typename Bench>
 class SourceControls : public testing::Test {
@@ -16,7 +33,8 @@ class SourceControls : public testing::Test {
   Bench bench_;
 };
 
-TYPED_TEST_SUITE(SourceControls, SourceControlBenches);
+using Benches = testing::Types<MemorySourceControlBench, GitBench, GitOverHttp>;
+TYPED_TEST_SUITE(SourceControls, Benches);
 
 TYPED_TEST(SourceControls, AnswerAboutItems) {
   auto& bench = this->bench_;

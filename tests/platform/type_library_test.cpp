@@ -1,14 +1,16 @@
-#include "platform/component/type_library.h"
-
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <sstream>
 #include <tuple>
+#include <vector>
 
 #include "platform/component/library_file.h"
 #include "platform/component/own_interface.h"
+#include "platform/component/type_library.h"
+#include "system_bench.h"
 #include "tests/support/memory_file_system.h"
 
 namespace gorbex::test {
@@ -30,10 +32,6 @@ std::string Answer(const std::string& bytes) {
   const auto library = TypeLibraryOf(files, "C:\\Part.dll");
   const auto guid = library ? OwnInterfaceOf(*library) : "";
   return guid.empty() ? kDefault : guid;
-}
-
-bool IsAnswer(const std::string& text) {
-  return text == kDefault || (text.size() == 38 && text.front() == '{' && text.back() == '}');
 }
 
 std::uint32_t NumberAt(const std::string& bytes, std::size_t offset) {
@@ -131,23 +129,22 @@ TEST(OwnInterface, IsNoneInAFileThatEndsEarly) {
   }
 }
 
-TEST(OwnInterface, SurvivesEveryDamagedByteAndNumber) {
-  for (const auto* name : {"classes.tlb", "twice32.dll", "twice64.dll"}) {
-    auto bytes = Made(name);
-    const auto size = static_cast<std::uint32_t>(bytes.size());
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-      const char before = bytes[i];
-      for (const int value : {0x00, 0xFF, 0x80}) {
-        bytes[i] = static_cast<char>(value);
-        ASSERT_TRUE(IsAnswer(Answer(bytes))) << name << " byte " << i << " = " << value;
-      }
-      bytes[i] = before;
-      if (i % 4 != 0) continue;
-      for (const auto value : {0xFFFFFFFFU, 0x7FFFFFFFU, 0x80000000U, size, size - 1}) {
-        ASSERT_TRUE(IsAnswer(Answer(With(bytes, i, value))))
-            << name << " at " << i << ": " << value;
-      }
-    }
+constexpr const char* kOwn = "{C0B1E500-0011-2233-4455-66778899AA02}";
+constexpr const char* kClock = "{E7E47500-0011-2233-4455-66778899AA01}";
+
+TEST(ComponentInspector, AnswersAnInterfaceThatTheComponentDefines) {
+  const InspectorOnSystem bench;
+  const std::map<std::string, std::vector<std::string>> cases = {
+      {kMain, {"\\classes.tlb", "\\CLASSES64.TLB", "\\twice32.dll\\3", "\\twice64.dll\\3"}},
+      {kOwn, {"\\copies.tlb"}},
+      {kClock, {"\\events.tlb", "\\twice32.dll", "\\twice32.dll\\2", "\\twice64.dll"}},
+      {kDefault,
+       {"\\kinds.tlb", "\\stdole2.tlb", "\\none32.dll", "\\none64.dll", "\\twice32.dll\\9",
+        "\\twice32.dll\\65539", "\\twice32.dll\\3x", "\\absent.dll", ""}},
+  };
+  for (const auto& [answer, names] : cases) {
+    for (const auto& name : names)
+      EXPECT_EQ(bench.inspector.InterfaceGuid(bench.libraries + name, kDefault), answer) << name;
   }
 }
 

@@ -4,11 +4,23 @@
 #include <string>
 #include <utility>
 
+#include "platform/component_inspector.h"
 #include "platform/component_objects.h"
 #include "platform/runtime_error.h"
 #include "tests/support/journal.h"
 
 namespace gorbex::test {
+
+/// Component files with the interface GUIDs a test gave them.
+struct FixedInspector : ComponentInspector {
+  std::map<std::string, std::string> guids;
+
+  [[nodiscard]] std::string InterfaceGuid(const std::string& componentFile,
+                                          const std::string& defaultText) const override {
+    const auto found = guids.find(componentFile);
+    return found == guids.end() ? defaultText : found->second;
+  }
+};
 
 /// Registered components in memory, whose objects are all controls. Journals "license ID", "create
 /// ID", "size ID WIDTH" and "destroy ID".

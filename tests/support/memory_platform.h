@@ -1,8 +1,6 @@
 #pragma once
 
 #include "platform/services.h"
-#include "tests/support/fixed_inspector.h"
-#include "tests/support/manual_clock.h"
 #include "tests/support/memory_components.h"
 #include "tests/support/memory_file_system.h"
 #include "tests/support/memory_mail.h"

@@ -34,7 +34,8 @@ std::string WithoutLineNumber(std::string line) {
 
 Answer ScriptedDialogs::Show(const Message& message) {
   journal_.push_back(Shown(message));
-  if (answers.empty()) return SafeAnswer(message.buttons);
+  const bool isReport = message.buttons == Buttons::AbortRetryIgnore;
+  if (answers.empty()) return isReport && toReports ? *toReports : SafeAnswer(message.buttons);
   const Answer answer = answers.front();
   answers.pop_front();
   return answer;

@@ -22,11 +22,20 @@ class ScriptedDialogs : public Dialogs {
   explicit ScriptedDialogs(Journal& journal) : journal_(journal) {}
 
   std::deque<Answer> answers;
+  std::optional<Answer> toReports;  ///< to every error report for which nothing is queued
   std::deque<std::optional<std::string>> choices;  ///< of files, folders and inputs alike
   // What the user does in the forms.
   std::function<void(frmOptions&)> useOptions;
   std::function<void(frmLogin&)> useLogin;
   std::function<void(frmLabel&)> useLabel;
+
+  /// Lets the user log in as "me" whenever asked to.
+  void LogsIn() {
+    useLogin = [](frmLogin& form) {
+      form.txtUserName.text.Set("me");
+      form.cmdOK.Execute();
+    };
+  }
 
   Answer Show(const Message& message) override;
   std::optional<std::string> OpenFile(const FileChoice& choice) override {

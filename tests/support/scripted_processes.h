@@ -5,11 +5,20 @@
 #include <string>
 #include <utility>
 
+#include "platform/clock.h"
 #include "platform/process.h"
 #include "tests/support/journal.h"
-#include "tests/support/manual_clock.h"
 
 namespace gorbex::test {
+
+/// A clock that only moves when told to.
+struct ManualClock : Clock {
+  CivilTime now{2026, 3, 4, 15, 6, 7};
+  std::chrono::milliseconds elapsed{0};
+
+  [[nodiscard]] CivilTime LocalNow() const override { return now; }
+  [[nodiscard]] std::chrono::milliseconds Elapsed() const override { return elapsed; }
+};
 
 /// Processes that do what the test says when they end. Journals "start COMMANDLINE".
 class ScriptedProcesses : public ProcessLauncher {

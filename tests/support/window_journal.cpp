@@ -1,5 +1,7 @@
 #include "tests/support/window_journal.h"
 
+#include <algorithm>
+
 #include "core/text.h"
 
 namespace gorbex::test {
@@ -52,6 +54,23 @@ void WindowJournal::FollowQueue(ListView& queue) {
         if (change == RowChange::EnsureVisible) journal_.push_back("visible " + row.Key());
       }));
   subscriptions_.push_back(queue.refreshed.Connect([this] { journal_.emplace_back("refresh"); }));
+}
+
+Journal Only(const Journal& journal, const std::vector<std::string>& words) {
+  Journal lines;
+  std::copy_if(journal.begin(), journal.end(), std::back_inserter(lines), [&](const auto& line) {
+    return std::any_of(words.begin(), words.end(),
+                       [&](const auto& word) { return line.starts_with(word + " "); });
+  });
+  return lines;
+}
+
+std::string IconsOf(const ListView& queue) {
+  std::string icons;
+  for (const auto& row : queue.Rows()) {
+    icons.append(icons.empty() ? "" : " ").append(ImageKey(row->Icon()));
+  }
+  return icons;
 }
 
 }  // namespace gorbex::test

@@ -29,4 +29,10 @@ class WindowJournal {
   std::vector<Subscription> subscriptions_;
 };
 
+/// The lines of a journal that begin with one of the words.
+[[nodiscard]] Journal Only(const Journal& journal, const std::vector<std::string>& words);
+
+/// The icons of a queue in order, such as "buildok builderror".
+[[nodiscard]] std::string IconsOf(const ListView& queue);
+
 }  // namespace gorbex::test

@@ -35,12 +35,4 @@ bool WindowFixture::Close() {
   return frame == nullptr;
 }
 
-std::string WindowFixture::Icons() const {
-  std::string icons;
-  for (const auto& row : program->window.lvwQueue.Rows()) {
-    icons.append(icons.empty() ? "" : " ").append(ImageKey(row->Icon()));
-  }
-  return icons;
-}
-
 }  // namespace gorbex::test

@@ -7,6 +7,7 @@
 
 #include "app/program.h"
 #include "tests/support/scripted_dialogs.h"
+#include "tests/support/window_journal.h"
 #include "tests/ui/user.h"
 #include "ui/event_loop_pump.h"
 #include "ui/main_frame.h"
@@ -27,7 +28,7 @@ class WindowFixture : public ::testing::Test {
   /// Closes the window; false when it stays open.
   bool Close();
 
-  [[nodiscard]] std::string Icons() const;
+  [[nodiscard]] std::string Icons() const { return IconsOf(program->window.lvwQueue); }
 
   /// The lines of the journal since the last call.
   Journal Asked() { return std::exchange(journal, {}); }

@@ -8,7 +8,7 @@
 #include <csignal>
 
 #include "system_bench.h"
-#include "tests/platform/error_number.h"
+#include "tests/platform/outcome.h"
 
 namespace gorbex::test {
 namespace {

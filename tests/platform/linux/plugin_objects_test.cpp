@@ -2,22 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime_error.h"
+#include "tests/platform/outcome.h"
 #include "tests/platform/temporary_folder.h"
 #include "tests/support/memory_registry.h"
 
 namespace gorbex::test {
 namespace {
-
-template <class Action>
-std::string ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeError& error) {
-    return std::to_string(error.Number()) + " " + error.Description();
-  }
-  return "none";
-}
 
 struct PluginObjectsTest : testing::Test {
   // The sample plug-in tells its classes apart by the first letter.
@@ -80,7 +70,7 @@ TEST_F(PluginObjectsTest, ServesPropertiesAndPicturesAlsoAfterTheServiceIsGone) 
   EXPECT_EQ(pixels, (std::vector<std::uint32_t>{w, w, w, 0, w, 0x123456, w, 0, w, w, w, 0}));
 
   for (const auto& [name, setting, reading] : std::vector<std::array<std::string, 3>>{
-           {"Text", "13 Type mismatch: 'Text'", "none"},
+           {"Text", "13 Type mismatch: 'Text'", "<none>"},
            {"Size", "383 Set not supported (read-only property): 'Size'", "440 paper jam"},
            {"Long", "438 Object doesn't support this property or method: 'Long'",
             "13 Type mismatch: 'Long'"}}) {

@@ -1,9 +1,9 @@
-#include "platform/linux/process.h"
-
 #include <gtest/gtest.h>
 
 #include <csignal>
 
+#include "platform/linux/process.h"
+#include "platform/linux/tool.h"
 #include "system_bench.h"
 
 namespace gorbex::test {
@@ -34,7 +34,7 @@ TEST(LinuxProcesses, RunWindowsProgramsUnderWine) {
   bench.folder.Put("drive_c/win.exe", "MZ");
   bench.folder.Put("drive_c/Old.com", "MZ");
   const Variable path("PATH", bench.folder.Path().native());
-  EXPECT_EQ(bench.ErrorOf("C:\\win /make"),
+  EXPECT_EQ(ErrorOf(bench.launcher, "C:\\win /make"),
             "53 File not found: 'wine', which is needed to run 'C:\\win.exe'");
   fs::copy_file(DUMP_ARGUMENTS, bench.folder.Path() / "wine");
   bench.folder.Put(".update-timestamp", "");
@@ -42,6 +42,36 @@ TEST(LinuxProcesses, RunWindowsProgramsUnderWine) {
   const CurrentFolder inside(bench.folder.Path());
   EXPECT_EQ(CodeOf(bench.launcher, "C:\\old.com 6 \"x y\""), 6U);
   EXPECT_TRUE(bench.folder.Get("C:\\old.com").starts_with("[x y]\n"));
+}
+
+TEST(LinuxTools, InheritNothingButTheirStreams) {
+  ToolsOnSystem bench;
+  // The fourth is the folder that is being listed.
+  const auto result =
+      std::get<ToolResult>(bench.tools.Run({"ls", {"/proc/self/fd"}, bench.folder}));
+  EXPECT_EQ(result.output, "0\n1\n2\n3\n");
+}
+
+TEST(LinuxTools, HaveNoTerminalToAskAt) {
+  ToolsOnSystem bench;
+  const auto result = std::get<ToolResult>(
+      bench.tools.Run({"sh", {"-c", "cut -d' ' -f6 /proc/$$/stat; echo $$"}, bench.folder}));
+  const auto half = result.output.size() / 2;
+  EXPECT_EQ(result.output.substr(0, half), result.output.substr(half)) << "session and process";
+}
+
+TEST(LinuxTools, ReadWhatTheyAreGivenAndMayTakeTooLong) {
+  ToolsOnSystem bench;
+  const auto errorOf = [](const ToolOutcome& outcome) {
+    return std::get<RuntimeError>(outcome).Code();
+  };
+  ToolCall call{"/bin/cat", {}, "C:\\"};
+  call.input = std::string(1'000'000, 'x') + '\0';
+  EXPECT_EQ(std::get<ToolResult>(bench.tools.Run(call)).output, call.input);
+  call = {"sleep", {"60"}, "C:\\"};
+  call.patience = std::chrono::milliseconds(50);
+  EXPECT_EQ(errorOf(bench.tools.Run(call)), ErrorNumber::InvalidCall);
+  EXPECT_EQ(errorOf(bench.tools.Run({"/bin/none", {}, "C:\\"})), ErrorNumber::FileNotFound);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include "platform/linux/registry_text.h"
 #include "system_bench.h"
 #include "tests/platform/registry_text_value.h"
 
@@ -122,6 +123,51 @@ TEST(LinuxRegistries, RefuseWhatCannotBeWritten) {
   EXPECT_FALSE(bench.registry.CreateKey(Root::CurrentUser, "K"));
   EXPECT_FALSE(bench.registry.SetValue(Root::CurrentUser, "K", "v", TextValue("x")));
   EXPECT_FALSE(bench.registry.HasKey(Root::CurrentUser, "K"));
+}
+
+constexpr const char* kSample =
+    "WINE REGISTRY Version 2\r\n;; comment\n#arch=win64\n\n[Software\\\\Foo \\[x\\]] 1234567\n"
+    "#time=1d5\n@=\"plain\"\n\"quo\\\"te\\\\\"=\"a\\n\\t\\x20ac\\x416\\0012\\0\"\n"
+    "\"two\"=str(2):\"%x%\"\n\"multi\"=str(7):\"a\\0b\\0\"\n\"num\"=dword:0000012c\n"
+    "\"bin\"=hex:00,ff,\\\n  7f\n\"wide\"=hex(2):41,00,ac,20,16,04,\\\r\n  00,00\n"
+    "\"quad\"=hex(b):01,00\n[Empty]\n";
+
+void ExpectSample(const RegistryKey& top) {
+  const auto* key = top.Find("software\\FOO [X]");
+  ASSERT_NE(key, nullptr);
+  EXPECT_NE(top.Find("Empty"), nullptr);
+  const std::pair<std::string, RegistryValue> values[] = {
+      {"", {RegistryType::Text, "plain\0"s}},
+      {"QUO\"te\\", {RegistryType::Text, "a\n\t\x80?\1\62\0\0"s}},
+      {"two", {RegistryType::ExpandText, "%x%\0"s}},
+      {"multi", {RegistryType::MultiText, "a\0b\0\0"s}},
+      {"num", {RegistryType::Number, "\x2C\x01\0\0"s}},
+      {"bin", {RegistryType::Binary, "\0\xFF\x7F"s}},
+      {"wide", {RegistryType::ExpandText, "A\x80?\0"s}},
+      {"quad", {static_cast<RegistryType>(11), "\x01\0"s}},
+  };
+  EXPECT_EQ(key->values.size(), std::size(values));
+  for (const auto& [name, value] : values) {
+    const auto found = key->values.find(name);
+    ASSERT_NE(found, key->values.end()) << name;
+    EXPECT_EQ(found->second, value) << name;
+  }
+}
+
+TEST(RegistryText, ReadsWineFilesAndItsOwn) {
+  RegistryKey read;
+  EXPECT_EQ(ReadRegistryText(kSample, read), 0U);
+  ExpectSample(read);
+  RegistryKey again;
+  EXPECT_EQ(ReadRegistryText(WriteRegistryText(read), again), 0U);
+  ExpectSample(again);
+}
+
+TEST(RegistryText, TakesNoKeyOfEndlessDepth) {
+  std::string deep = "[";
+  for (int i = 0; i < 100'000; ++i) deep += "a\\\\";
+  RegistryKey top;
+  EXPECT_EQ(ReadRegistryText(deep + "]", top), 1U);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 #include "platform/linux/registry.h"
 #include "platform/linux/tool.h"
 #include "tests/platform/linux/variable.h"
-#include "tests/platform/process_outcome.h"
+#include "tests/platform/outcome.h"
 #include "tests/platform/temporary_folder.h"
 
 namespace gorbex::test {
@@ -43,7 +43,6 @@ struct ProcessesOnSystem : FilesOnSystem {
   std::string Absent() { return "\"C:\\no such\\tool.exe\" x"; }
   std::string InPath() { return "true"; }
   std::string Sleeping() { return "sleep 5"; }
-  std::string ErrorOf(const std::string& commandLine) { return StartError(launcher, commandLine); }
 
   /// How a program hears an argument.
   std::string Told(const std::string& argument) { return ToUtf8(argument); }

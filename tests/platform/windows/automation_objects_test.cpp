@@ -3,21 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "automation_servers.h"
-#include "platform/runtime_error.h"
 #include "platform/windows/automation_class.h"
+#include "tests/platform/outcome.h"
 
 namespace gorbex::test {
 namespace {
-
-template <class Action>
-std::string ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeError& error) {
-    return std::to_string(error.Number()) + " " + error.Description();
-  }
-  return "none";
-}
 
 TEST(AutomationObjects, UseARealComponentByNameAlsoAfterTheServiceIsGone) {
   const auto dictionary = AutomationObjects().CreateObject("Scripting.Dictionary");
@@ -49,22 +39,23 @@ TEST(AutomationObjects, TakeAndGiveTextsForValuesOfOtherTypes) {
 }
 
 TEST(AutomationObjects, AreHeardInTheirOwnWordsUnderTheirOwnNumber) {
-  const AutomationServers servers;
+  const AutomationServers servers("Component.Caption=caf\u00E9");
   const auto object = AutomationObjects().CreateObject("GorbexTest.Free");
   object->Let("caption", "caf\xE9");
   EXPECT_EQ(object->Get("Caption"), "caf\xE9");
+  EXPECT_EQ(servers.Journal(), "Component.Caption = \"caf\u00E9\"\nComponent.Caption\n");
   const std::pair<std::string, std::string> cases[] = {
-      {"80040201|own words", "-2147220991 own words"},
-      {"800A0005|own words", "5 own words"},
-      {"0|own words", "440 own words"}};
+      {"!80040201|own words", "-2147220991 own words"},
+      {"!800A0005|own words", "5 own words"},
+      {"!0|own words", "440 own words"}};
   for (const auto& [failure, error] : cases) {
-    servers.root.Put("failures", "Component.Caption|" + failure + "\n");
+    servers.Answer("Component.Caption", failure);
     EXPECT_EQ(ErrorOf([&] { object->Let("Caption", "x"); }), error);
   }
 }
 
 TEST(ControlClasses, GiveLicensedControlsToThoseWhoKnowTheKey) {
-  const AutomationServers servers;
+  const AutomationServers servers("Component.Caption=free");
   const ComApartment apartment;
   const std::string refused = "429 ActiveX component can't create object: 'GorbexTest.Licensed': ";
   for (const char* key : {"", "open barley"}) {
@@ -72,7 +63,7 @@ TEST(ControlClasses, GiveLicensedControlsToThoseWhoKnowTheKey) {
     EXPECT_TRUE(error.starts_with(refused)) << error;
   }
   const Dispatch control(MakeControl("GorbexTest.Licensed", "open sesame"));
-  EXPECT_EQ(control.Property("Caption").Text(), "");
+  EXPECT_EQ(control.Property("Caption").Text(), "free");
   EXPECT_TRUE(MakeControl("GorbexTest.Free", ""));
 }
 

@@ -21,26 +21,26 @@ class AutomationServers {
  public:
   TemporaryFolder root;
 
-  AutomationServers() {
-    for (unsigned long i = 0; i < std::size(kServerNames); ++i) {
+  /// What they answer, in lines as ScriptedObject reads them.
+  explicit AutomationServers(const std::string& answers) {
+    root.Put("answers", answers);
+    for (unsigned long i = 0; i < std::size(kServers); ++i) {
       std::array<wchar_t, 40> id{};
       StringFromGUID2(ServerClass(i), id.data(), static_cast<int>(id.size()));
-      const std::wstring key = kServerNames[i];
-      Set(key + L"\\CLSID", nullptr, id.data());
+      Set(kServers[i].identifier + std::wstring(L"\\CLSID"), nullptr, id.data());
       const auto server = L"CLSID\\" + std::wstring(id.data()) + L"\\InprocServer32";
       Set(server, nullptr, std::filesystem::path(AUTOMATION_SERVERS).make_preferred().native());
       Set(server, L"ThreadingModel", L"Apartment");
     }
   }
   ~AutomationServers() {
-    for (const wchar_t* name : kServerNames) Remove(name);
+    for (const auto& server : kServers) Remove(server.identifier);
   }
 
-  /// Lets a call fail from now on.
-  void Fail(const std::string& call, const std::string& number, const std::string& words) const {
-    root.Put("failures", call + "|" + number + "|" + words + "\n");
+  /// Changes the answer to a call from now on.
+  void Answer(const std::string& call, const std::string& answer) const {
+    root.Put("answers", root.Get("answers") + "\n" + call + "=" + answer);
   }
-  void FailNoMore() const { root.Put("failures", ""); }
 
   /// What the servers were asked since the last time.
   std::string Journal() const {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "system_bench.h"
-#include "tests/platform/error_number.h"
+#include "tests/platform/outcome.h"
 
 namespace gorbex::test {
 namespace {

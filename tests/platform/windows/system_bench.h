@@ -12,7 +12,7 @@
 #include "platform/windows/process.h"
 #include "platform/windows/registry.h"
 #include "platform/windows/tool.h"
-#include "tests/platform/process_outcome.h"
+#include "tests/platform/outcome.h"
 #include "tests/platform/temporary_folder.h"
 #include "variable.h"
 
@@ -61,7 +61,6 @@ struct ProcessesOnSystem : FilesOnSystem {
   std::string Absent() { return "\"C:\\no such\\tool.exe\" x"; }
   std::string InPath() { return "cmd /c exit 0"; }
   std::string Sleeping() { return "\"" + WindowsPath(CHATTY_TOOL) + "\" sleep"; }
-  std::string ErrorOf(const std::string& commandLine) { return StartError(launcher, commandLine); }
 
   /// How a program hears an argument.
   std::string Told(const std::string& argument) { return argument; }

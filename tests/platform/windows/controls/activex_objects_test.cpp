@@ -6,7 +6,7 @@
 #include <wx/init.h>
 
 #include "automation_servers.h"
-#include "platform/runtime_error.h"
+#include "tests/platform/outcome.h"
 
 namespace gorbex::test {
 namespace {
@@ -45,17 +45,14 @@ TEST(ActiveXObjects, AreShownInAWindowThatFollowsTheirSize) {
 }
 
 TEST(ActiveXObjects, AreRefusedWithoutTheirKeyAndWhenTheyAreNoControls) {
-  const AutomationServers servers;
+  const AutomationServers servers("");
   ActiveXObjects objects;
-  const std::string start = "ActiveX component can't create object: ";
+  const std::string start = "429 ActiveX component can't create object: ";
   const auto error = [&](const std::string& identifier, const std::string& key) {
-    try {
+    return ErrorOf([&] {
       objects.AddLicense(identifier, key);
       static_cast<void>(objects.CreateControl(identifier, {}));
-    } catch (const RuntimeError& failure) {
-      return failure.Description();
-    }
-    return std::string("<none>");
+    });
   };
   EXPECT_EQ(error("No.Such", ""), start + "'No.Such': it is not registered");
   EXPECT_EQ(error("GorbexTest.Free", ""), start + "'GorbexTest.Free': it is no control");

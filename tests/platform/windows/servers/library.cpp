@@ -3,8 +3,6 @@
 #include <ocidl.h>
 #include <oleauto.h>
 
-#include <memory>
-
 #include "class_ids.h"
 #include "scripted_object.h"
 
@@ -16,7 +14,7 @@ constexpr const wchar_t* kKey = L"open sesame";
 /// Makes objects of one class; of a licensed one, only for those who know the key.
 class Factory : public IClassFactory2 {
  public:
-  Factory(IDispatch* (*make)(), bool isLicensed) : make_(make), isLicensed_(isLicensed) {}
+  explicit Factory(const ServerOf& server) : server_(server) {}
   virtual ~Factory() = default;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
@@ -33,7 +31,7 @@ class Factory : public IClassFactory2 {
     return left;
   }
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
-    return isLicensed_ ? CLASS_E_NOTLICENSED : Make(id, object);
+    return server_.isLicensed ? CLASS_E_NOTLICENSED : Make(id, object);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
   HRESULT STDMETHODCALLTYPE GetLicInfo(LICINFO*) override { return E_NOTIMPL; }
@@ -45,36 +43,24 @@ class Factory : public IClassFactory2 {
 
  private:
   HRESULT Make(REFIID id, void** object) {
-    IDispatch* made = make_();
+    auto* made = new ScriptedObject(server_.name);
     const HRESULT result = made->QueryInterface(id, object);
     made->Release();
     return result;
   }
 
-  IDispatch* (*make_)();
-  bool isLicensed_;
+  const ServerOf& server_;
   ULONG references_ = 1;
 };
 
 }  // namespace
-
-IDispatch* NewComponent() {
-  const auto caption = std::make_shared<std::wstring>();
-  return Object("Component",
-                {{"Caption", {kGet | kPut, "S", [caption](const Values& values) -> Value {
-                                if (!values.empty()) *caption = Text(values.at(0));
-                                return *caption;
-                              }}}});
-}
-
 }  // namespace gorbex::test
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
   using namespace gorbex::test;
-  constexpr IDispatch* (*kMakers[])() = {NewSourceSafe, NewOutlook, NewComponent, NewComponent};
-  for (unsigned long i = 0; i < std::size(kMakers); ++i) {
+  for (unsigned long i = 0; i < std::size(kServers); ++i) {
     if (!IsEqualCLSID(classId, ServerClass(i))) continue;
-    auto* factory = new Factory(kMakers[i], i == kLicensedClass);
+    auto* factory = new Factory(kServers[i]);
     const HRESULT result = factory->QueryInterface(id, object);
     factory->Release();
     return result;

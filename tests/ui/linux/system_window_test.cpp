@@ -1,18 +1,19 @@
 #include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/dcscreen.h>
+#include <wx/menu.h>
 
 #include "tests/ui/window_fixture.h"
 
 namespace gorbex::test {
 namespace {
 
-class PluginWindowTest : public WindowFixture {
+class SystemWindowTest : public WindowFixture {
  protected:
-  PluginWindowTest() { Open(kProduct); }
+  SystemWindowTest() { Open(kProduct); }
 };
 
-TEST_F(PluginWindowTest, AUserControlDrawsItselfIntoTheTestForm) {
+TEST_F(SystemWindowTest, AUserControlDrawsItselfIntoTheTestForm) {
   const std::string clsid = "{B0000000-0000-4000-8000-00000000000F}";
   RegistryTools& registry = program->registry;
   registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\StorePriceLabel.PriceLabel\\CLSID", "", clsid);
@@ -49,6 +50,32 @@ TEST_F(PluginWindowTest, AUserControlDrawsItselfIntoTheTestForm) {
   EXPECT_TRUE(program->testControl.Controls().empty());
   user.Clicks(The<wxButton>("cmdClose"));
   EXPECT_EQ(Shown("frmSelectControl"), nullptr);
+}
+
+TEST_F(SystemWindowTest, TicksWhileTheInboxIsChecked) {
+  for (const std::string folder : {"mails/", "mails/.Builder/"}) {
+    for (const char* part : {"cur", "new", "tmp"}) bench.folder.Put(folder + part + "/.keep", "");
+  }
+  program->registry.subSetRegistryValue(kProgramKey, "MailStore",
+                                        "maildir://" + (bench.folder.Path() / "mails").string());
+  wxMenuBar& bar = *frame->GetMenuBar();
+  wxMenuItem& entry = *bar.FindItem(bar.FindMenuItem("Tools", "Check Inbox"));
+  const auto isChecked = [&] {
+    entry.GetMenu()->UpdateUI();
+    return entry.IsChecked();
+  };
+  int ticks = 0;
+  const auto listening = program->window.tmrOutlook.elapsed.Connect([&] { ++ticks; });
+  program->options.Interval = 0;
+  program->window.menu.mnuToolsInBox.Execute();
+  EXPECT_TRUE(isChecked());
+  User::Waits();
+  EXPECT_EQ(ticks, 0) << "a timer of 0 never fires";
+  program->window.tmrOutlook.interval.Set(50);
+  EXPECT_TRUE(User::Sees([&] { return ticks > 1; }));
+  program->window.menu.mnuToolsInBox.Execute();
+  EXPECT_FALSE(isChecked());
+  EXPECT_TRUE(Close());
 }
 
 }  // namespace

@@ -3,28 +3,122 @@
 namespace gorbex::test {
 namespace {
 
+const std::string kFileQuestion = "open Open SourceSafe database|INI FIles (*.ini)|*.ini|*.ini";
+
+class SourceSafeSessionTest : public BuildFixture {
+ protected:
+  Journal Login() {
+    program.session.LoginToSourceSafe();
+    return Steps();
+  }
+
+  [[nodiscard]] std::string Enabled() {
+    std::string names;
+    MainMenu& menu = program.window.menu;
+    for (const Command* entry : {&menu.mnuToolsLogin, &menu.mnuToolsLabel, &menu.mnuToolsHighlight,
+                                 &menu.mnuToolsGetLatest}) {
+      if (entry->enabled.Get()) names += entry->Name().substr(8) + " ";
+    }
+    return names;
+  }
+};
+
+TEST_F(SourceSafeSessionTest, AsksForTheFileThenForTheUserUntilTheDatabaseOpens) {
+  EXPECT_EQ(Login(), Journal{kFileQuestion}) << "cancelled: nothing was attempted";
+  EXPECT_EQ(Enabled(), "Login ");
+
+  program.window.UserName = "me";
+  dialogs.choices = {"C:\\srcsafe.ini"};
+  const std::pair<std::string, std::string> opening("open", "C:\\srcsafe.ini");
+  platform.sourceControl.failures[opening] = "Bad password";
+  dialogs.useLogin = [&](frmLogin& form) {
+    int wanted = 0;
+    const auto listening = form.passwordWanted.Connect([&] { ++wanted; });
+    form.activated.Emit();
+    EXPECT_EQ(wanted, 1) << "the user is known already";
+    EXPECT_EQ(form.txtUserName.text.Get(), "me");
+    form.txtPassword.text.Set("wrong");
+    form.cmdOK.Execute();
+    EXPECT_EQ(wanted, 2);
+    EXPECT_FALSE(form.hidden.Get());
+    program.session.LoginToSourceSafe();
+    program.window.menu.mnuToolsLogin.Execute();
+    platform.sourceControl.failures.erase(opening);
+    form.txtUserName.text.Set("you");
+    form.txtPassword.text.Set("right");
+    form.cmdOK.Execute();
+    EXPECT_TRUE(form.hidden.Get());
+  };
+  EXPECT_EQ(Only(Login(), {"open", "show", "status"}),
+            (Journal{kFileQuestion, "show Could not log in to source-safe\r\nBad password",
+                     "open C:\\srcsafe.ini you", "status Logged into VSS Successfully"}));
+  EXPECT_EQ(program.window.UserName, "you");
+  EXPECT_EQ(Enabled(), "Label Highlight GetLatest ");
+  EXPECT_EQ(Login(), Journal{}) << "open for the rest of the run";
+}
+
+TEST_F(SourceSafeSessionTest, StaysOffForTheRunAfterCancel) {
+  program.window.IniPath = "C:\\srcsafe.ini";
+  dialogs.useLogin = nullptr;
+  EXPECT_EQ(Only(Login(), {"login", "show", "status"}),
+            (Journal{"show Source-Control will be disabled for this session",
+                     "status ERROR Logging into source-safe"}));
+  dialogs.useLogin = [](frmLogin& form) { form.cmdCancel.Execute(); };
+  EXPECT_EQ(Login().size(), 6U) << "closed some other way: asked again";
+  EXPECT_EQ(Login(), Journal{});
+  dialogs.choices = {"C:\\other.ini"};
+  program.window.menu.mnuToolsLogin.Execute();
+  EXPECT_EQ(Steps(), Journal{kFileQuestion});
+  EXPECT_EQ(program.window.IniPath, "C:\\other.ini");
+}
+
+using GetLatestTest = BuildFixture;
+
+TEST_F(GetLatestTest, TellsTheOutcomeOnTheStatusLine) {
+  struct Case {
+    bool isOpen;
+    std::string spec;
+    bool succeeds;
+    std::string outcome;
+  };
+  const Case cases[] = {
+      {false, "$/Core", false, "status Failed GET : The database is not open"},
+      {false, "", true, ""},
+      {true, "$/Core", true, "get $/Core C:\\Work\\Core 67248128"},
+      {true, "$/Locked", false, "status It is locked"},
+      {true, "$/Broken", false, "status Failed GET : It is broken"},
+      {true, "$/No", false, "status Object variable or With block variable not set: '$/No'"}};
+  platform.sourceControl.localSpecs = {{"$/Core", "C:\\Work\\Core"}, {"$/Locked", ""}};
+  platform.sourceControl.failures = {{{"get", "$/Locked"}, "It is locked"},
+                                     {{"item", "$/Broken"}, "It is broken"}};
+  Load({"Core"});
+  // Switched off, so that no look-up asks for a login.
+  program.window.IniPath = "srcsafe.ini";
+  dialogs.useLogin = [](frmLogin& form) { form.cmdCancel.Execute(); };
+  program.session.LoginToSourceSafe();
+  for (const Case& c : cases) {
+    if (c.isOpen) platform.sourceControl.Open("srcsafe.ini", "me", "");
+    Bind("Core", c.spec);
+    Steps();
+    EXPECT_EQ(program.latest.GetLatestForProject(kCore), c.succeeds);
+    Journal expected = {"status Getting " + c.spec};
+    if (!c.outcome.empty()) expected.push_back(c.outcome);
+    EXPECT_EQ(Steps(), expected);
+  }
+  EXPECT_THROW(program.latest.GetLatestForProject("C:\\Other.vbp"), RuntimeError);
+}
+
 class SourceControlCommandsTest : public BuildFixture {
  protected:
   SourceControlCommandsTest() {
     Load({"Base", "Core", "Shop"});
     program.window.IniPath = "srcsafe.ini";
-    dialogs.useLogin = [](frmLogin& form) {
-      form.txtUserName.text.Set("me");
-      form.cmdOK.Execute();
-    };
+    dialogs.LogsIn();
   }
 
   void LogIn() {
     program.session.LoginToSourceSafe();
     Steps();
-  }
-
-  /// Takes a loaded project under source control, as its binding file would have.
-  void Bind(const std::string& name, const std::string& spec) {
-    clsMember member = program.window.ProjectMembers.Item(Group::Path(name));
-    program.window.ProjectMembers.Remove(member.path);
-    member.VSSProject = spec;
-    program.window.ProjectMembers.Add(member);
   }
 
   [[nodiscard]] TreeNode& Node(const std::string& name) {
