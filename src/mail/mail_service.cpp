@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "core/text.h"
 #include "mail/mail_settings.h"
@@ -35,6 +36,7 @@ void MailService::Start(Procedure& on) {
   Timer& timer = uses_.window.tmrOutlook;
   on([&] { uses_.mail.Open(Account()); });
   refused_.clear();
+  isElsewhereTold_ = false;
   on([&] { timer.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
   on([&] { timer.enabled.Set(true); });
 }
@@ -57,7 +59,8 @@ void MailService::RunTick() {
       uses_.registry.fnsGetRegistryValue(kProgramKey, mail_setting::kAllowedSenders));
   MailTick tick({uses_.window, uses_.options, uses_.files, uses_.log, uses_.mail, uses_.session,
                  uses_.latest, uses_.compile, uses_.events, senders, refused_,
-                 [this] { return ending_; }, [this] { serving_ = true; }});
+                 [this] { return ending_; }, [this] { serving_ = true; },
+                 [this] { TellElsewhere(); }});
   const auto fail = [&](const RuntimeError& error) {
     const std::string whose = tick.Sender().empty() ? "" : " in the request from " + tick.Sender();
     uses_.log.WriteLog("Email requests are no longer served, because of an error" + whose +
@@ -72,6 +75,12 @@ void MailService::RunTick() {
   } catch (const std::bad_alloc&) {
     fail(RuntimeError(ErrorNumber::OutOfMemory));
   }
+}
+
+// Each look may find it so; one line is enough.
+void MailService::TellElsewhere() {
+  if (std::exchange(isElsewhereTold_, true)) return;
+  uses_.log.WriteLog("Email requests are answered by another program; looking again later");
 }
 
 // The user may have switched the service off meanwhile.

@@ -55,12 +55,14 @@ class MailService {
   void Start(Procedure& on);
   void RunTick();
   void FinishTick();
+  void TellElsewhere();
 
   Uses uses_;
   std::set<std::string> refused_;
   bool ticking_ = false;
   bool serving_ = false;
   bool ending_ = false;
+  bool isElsewhereTold_ = false;
 };
 
 }  // namespace gorbex

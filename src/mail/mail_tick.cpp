@@ -31,6 +31,12 @@ bool IsFile(const FileReader& files, const std::string& path) {
   }
 }
 
+// Looking at another machine's share shows it who looks, which a sender must not bring about.
+bool StandsOnAShare(const std::string& path) {
+  const auto isSeparator = [](char letter) { return letter == '\\' || letter == '/'; };
+  return path.size() > 1 && isSeparator(path[0]) && isSeparator(path[1]);
+}
+
 // Cut before the carriage return that stands before the first line feed.
 void CutAtLineEnd(std::string& text) {
   const auto end = text.find('\n');
@@ -43,6 +49,10 @@ void MailTick::Run() {
   At([&] { uses_.window.mousePointer.Set(MousePointer::Hourglass); });
   At([&] { uses_.window.SetStatus("Checking for Email Requests"); });
   const auto folder = At([&] { return uses_.mail.Folder(kFolder); });
+  if (folder == nullptr) {
+    uses_.isElsewhere();
+    return;
+  }
   const std::size_t count = At([&] { return folder->Count(); });
   for (std::size_t i = 1; i <= count && !uses_.stops(); ++i) {
     const auto mail = At([&] { return folder->Item(i); });
@@ -108,10 +118,9 @@ bool MailTick::FindProject() {
     strLocal_ = uses_.session.GetLocalPath(strProject_);
     if (!strLocal_.empty()) strProject_ = strLocal_;
   }
-  if (IsFile(uses_.files, strProject_)) {
-    UseLoadedPath();
-    return true;
-  }
+  UseLoadedPath();
+  const bool isLoaded = uses_.window.ProjectMembers.Contains(strProject_);
+  if ((isLoaded || !StandsOnAShare(strProject_)) && IsFile(uses_.files, strProject_)) return true;
   request_.GetRequested = false;
   request_.BuildRequested = false;
   text_.Fail("Project file not found/specified");

@@ -37,9 +37,10 @@ class MailTick {
     Compile& compile;
     EventPump& events;
     const SenderList& senders;
-    std::set<std::string>& refused;  ///< senders whose refusal has been logged
-    std::function<bool()> stops;     ///< asked between two requests
-    std::function<void()> serves;    ///< told when a request begins
+    std::set<std::string>& refused;     ///< senders whose refusal has been logged
+    std::function<bool()> stops;        ///< asked between two requests
+    std::function<void()> serves;       ///< told when a request begins
+    std::function<void()> isElsewhere;  ///< told when another program looks through the mailbox
   };
 
   explicit MailTick(const Uses& uses) : uses_(uses) {}

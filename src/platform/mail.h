@@ -66,7 +66,8 @@ class OutgoingMail {
   virtual void SetSubject(const std::string& subject) = 0;
   virtual void SetBody(const std::string& body) = 0;
 
-  /// Attaches a copy of a file (Windows path), byte for byte. Error 53 when it cannot be read.
+  /// Attaches a copy of a file (Windows path), byte for byte. Error 53 when it cannot be read
+  /// or is too large for a mail.
   virtual void AddAttachment(const std::string& path) = 0;
 
   /// Sends the mail. Once sent, it is of no more use.
@@ -93,7 +94,9 @@ class Mail {
   /// none, error 5 with the reason when the account names nothing that can be used.
   virtual void Open(const MailAccount& account) = 0;
 
-  /// A folder below the inbox. Error while not open, or when there is no such folder.
+  /// A folder below the inbox, kept to this program while it or one of its mails lives: null while
+  /// another one looks through the same mailbox. Error while not open, or when there is no such
+  /// folder.
   [[nodiscard]] virtual std::unique_ptr<MailFolder> Folder(const std::string& name) = 0;
 
   /// A mail that answers another one, which need not outlive it. Error while not open.

@@ -207,6 +207,29 @@ TEST_F(MailServiceTest, NeverLetsAPathBecomeMoreThanOneArgument) {
   }
 }
 
+TEST_F(MailServiceTest, LooksAtNoShareThatIsNotLoaded) {
+  const std::string foreign = "\\\\evil\\share\\P.vbp";
+  const std::string own = "\\\\server\\group\\P.vbp";
+  for (const auto& path : {foreign, own}) platform.files.AddFile(path, "Type=Exe\r\n");
+  ASSERT_TRUE(program.reader.ReadProject(own));
+  EXPECT_EQ(ReplyTo("GET,PRO " + own + ",").subject, "GorbexBuilder GET succeeded.");
+  for (const auto& path : {foreign, std::string("//evil/share/P.vbp")}) {
+    EXPECT_EQ(ReplyTo("GET,PRO " + path + ",").subject,
+              "GorbexBuilder failed to process your request");
+  }
+}
+
+TEST_F(MailServiceTest, LeavesTheMailboxToWhoLooksThroughIt) {
+  mail.isTaken = true;
+  const std::vector<Received> request = {{.body = "GET,PRO " + core + ","}};
+  EXPECT_EQ(Only(Tick(request), {"log", "mail read"}),
+            (Journal{"log Email requests are answered by another program; looking again later"}));
+  EXPECT_TRUE(Only(Tick(request), {"log", "mail read"}).empty()) << "said once";
+  EXPECT_EQ(ServiceState(), "on ticking build: Idle");
+  mail.isTaken = false;
+  EXPECT_EQ(Only(Tick(request), {"mail read"}), Journal{"mail read 1"});
+}
+
 TEST_F(MailServiceTest, ReportsAnUnexpectedErrorAndSwitchesItselfOff) {
   const struct {
     std::string operation;

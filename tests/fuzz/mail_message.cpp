@@ -1,8 +1,12 @@
 #include "platform/linux/mail/body_text.h"
 
 #include <algorithm>
+#include <array>
 
+#include "platform/code_page.h"
+#include "platform/header_fields.h"
 #include "platform/linux/mail/mail_header.h"
+#include "platform/linux/mail/mail_message.h"
 #include "tests/fuzz/target.h"
 
 namespace gorbex::test {
@@ -20,6 +24,40 @@ void RequireWholeLineEnds(std::string_view text) {
   }
 }
 
+// What the mail says of itself adds neither a field nor a reader to its answer.
+void RequireSoundReply(const MailHeader& header) {
+  constexpr std::array kFields = {"From",
+                                  "To",
+                                  "Subject",
+                                  "Date",
+                                  "Message-Id",
+                                  "References",
+                                  "In-Reply-To",
+                                  "Mime-Version",
+                                  "Auto-Submitted",
+                                  "Content-Type",
+                                  "Content-Transfer-Encoding"};
+  const auto written = Written({.from = {"", "builder@host.example"},
+                                .to = {{"", header.replyAddress}},
+                                .subject = header.subject,
+                                .answered = header.messageId,
+                                .references = header.references});
+  std::string_view rest(written);
+  rest = rest.substr(0, EndOfHeader(rest));
+  auto to = FieldOf(rest, "To").value_or("");
+  std::erase(to, ' ');  // a long address stands on a line of its own
+  Require(to == header.replyAddress, "the answer goes to who wants it");
+  while (!rest.empty()) {
+    const auto line = TakeLine(rest);
+    Require(line.size() < 1000, "lines are as short as mail servers want them");
+    if (line.empty() || line.front() == ' ' || line.front() == '\t') continue;
+    const auto name = line.substr(0, line.find(':'));
+    Require(std::any_of(kFields.begin(), kFields.end(),
+                        [&](const char* known) { return EqualsIgnoringCase(name, known); }),
+            "the answer has its own fields alone");
+  }
+}
+
 }  // namespace
 
 // A mail as it came.
@@ -29,8 +67,11 @@ void ReadInput(std::string_view input) {
                            header.replyAddress, header.messageId, header.references}) {
     Require(IsOneLine(text), "what a header says stands on one line");
   }
-  Require(header.replyAddress.empty() || input.find('@') != std::string_view::npos,
-          "an address is not made up");
+  for (const auto& address : {header.senderAddress, header.replyAddress}) {
+    Require(address.empty() || IsMailAddress(address), "an address is one");
+    Require(input.find(address) != std::string_view::npos, "an address is not made up");
+  }
+  if (!header.replyAddress.empty()) RequireSoundReply(header);
   RequireWholeLineEnds(BodyText(input));
 }
 

@@ -36,6 +36,20 @@ TEST(MaildirMail, KeepsEveryFileAndEveryMark) {
   }
 }
 
+TEST(MaildirMail, IsLookedThroughByOneProgramAtATime) {
+  MaildirBench bench;
+  bench.Deliver("build request", "x");
+  LinuxMail other(bench.files, bench.tools, std::chrono::seconds(2));
+  for (auto* mail : {&bench.mail, &other}) mail->Open(bench.Account());
+  auto folder = bench.mail.Folder("Builder");
+  EXPECT_NE(bench.mail.Folder("Builder"), nullptr) << "it stands in nobody's way but others'";
+  EXPECT_EQ(other.Folder("Builder"), nullptr);
+  const auto item = folder->Item(1);
+  folder.reset();
+  EXPECT_EQ(other.Folder("Builder"), nullptr) << "the mail is still at work";
+  item->SetUnRead(false);
+}
+
 TEST(MaildirMail, SaysWhyItCannotBeUsed) {
   MaildirBench bench;
   const auto openError = [&](const std::string& store, const std::string& transport,
@@ -77,6 +91,8 @@ TEST(SendmailProgram, GetsTheMailAndIsHeardWhenItFails) {
       "From: =?utf-8?q?J=C3=B6rg?= <j@a>\nReply-To: <r@b.example>\n"
       "Message-ID: <3@x>\nReferences: <1@x>\n <2@x> broken\n\n.");
   bench.mail.Open(bench.Account());
+  bench.root.Put("prefix/drive_c/huge.dll", "");
+  std::filesystem::resize_file(bench.root.Path() / "prefix/drive_c/huge.dll", (64U << 20U) + 1);
   const auto send = [&] {
     const auto item = bench.mail.Folder("Builder")->Item(1);
     const auto reply = bench.mail.CreateReply(*item);
@@ -86,6 +102,7 @@ TEST(SendmailProgram, GetsTheMailAndIsHeardWhenItFails) {
     reply->SetBody("b");
     EXPECT_THROW(reply->AddRecipient("x@y\r\nBcc: evil@x"), RuntimeError);
     EXPECT_THROW(reply->AddRecipient("x@y> SIZE=1"), RuntimeError);
+    EXPECT_THROW(reply->AddAttachment("C:\\huge.dll"), RuntimeError);
     reply->Send();
   };
   send();

@@ -32,6 +32,7 @@ class MemoryMail : public Mail {
   };
   std::vector<Received> received;
   std::string folderName = "Builder";
+  bool isTaken = false;  ///< another program looks through the mailbox
 
   struct Sent {
     std::vector<std::string> recipients{};
@@ -57,6 +58,7 @@ class MemoryMail : public Mail {
   [[nodiscard]] std::unique_ptr<MailFolder> Folder(const std::string& name) override {
     RaiseFault("folder");
     RequireOpen();
+    if (isTaken) return nullptr;
     if (name != folderName) throw RuntimeError(ErrorNumber::PathNotFound, name);
     journal_.push_back("mail folder " + name);
     return std::make_unique<OpenFolder>(*this);

@@ -15,6 +15,7 @@
 #include "platform/linux/mail/body_text.h"
 #include "platform/linux/mail/character_set.h"
 #include "platform/linux/mail/imap_folder.h"
+#include "platform/linux/mail/mailbox_turn.h"
 #include "platform/linux/mail/maildir_folder.h"
 #include "platform/linux/mail/reply.h"
 #include "platform/linux/mail/server_session.h"
@@ -75,6 +76,14 @@ struct LinuxMail::Parts {
   Worker worker;
   std::string password = TakePassword();
   std::shared_ptr<const OpenAccount> account;
+  std::weak_ptr<void> turn;
+
+  /// Null while another program has it.
+  [[nodiscard]] std::shared_ptr<void> TakeTurn() {
+    auto taken = turn.lock();
+    if (taken == nullptr) turn = taken = TakeMailboxTurn(Account()->store, HomeFolder());
+    return taken;
+  }
 
   [[nodiscard]] std::shared_ptr<const OpenAccount> Account() const {
     if (account != nullptr) return account;
@@ -89,8 +98,11 @@ namespace {
 class FolderAccess {
  public:
   FolderAccess(std::shared_ptr<const OpenAccount> account, std::string name,
-               std::shared_ptr<Worker> worker)
-      : account_(std::move(account)), name_(std::move(name)), worker_(std::move(worker)) {}
+               std::shared_ptr<Worker> worker, std::shared_ptr<void> turn)
+      : account_(std::move(account)),
+        name_(std::move(name)),
+        worker_(std::move(worker)),
+        turn_(std::move(turn)) {}
 
   void Do(const std::function<void(StoredFolder&)>& work) {
     worker_->Do([&](Patience& patience) {
@@ -116,6 +128,7 @@ class FolderAccess {
   std::shared_ptr<const OpenAccount> account_;
   std::string name_;
   std::shared_ptr<Worker> worker_;
+  std::shared_ptr<void> turn_;
 };
 
 class LinuxMailItem : public MailItem {
@@ -181,6 +194,7 @@ void LinuxMail::Handle(EventPump& events) {
 
 void LinuxMail::Open(const MailAccount& account) {
   parts_->account.reset();
+  parts_->turn.reset();
   const MailDefaults defaults{HomeFolder(), parts_->password};
   OpenAccount opened{StoreOf(account, defaults), TransportOf(account, defaults),
                      CorrespondentOf(account.from.empty() ? OwnAddress() : account.from)};
@@ -189,8 +203,11 @@ void LinuxMail::Open(const MailAccount& account) {
 }
 
 std::unique_ptr<MailFolder> LinuxMail::Folder(const std::string& name) {
+  auto turn = parts_->TakeTurn();
+  if (turn == nullptr) return nullptr;
   const auto access = std::make_shared<FolderAccess>(
-      parts_->Account(), ToUtf8(name), std::shared_ptr<Worker>(parts_, &parts_->worker));
+      parts_->Account(), ToUtf8(name), std::shared_ptr<Worker>(parts_, &parts_->worker),
+      std::move(turn));
   std::vector<ListedMail> mails;
   access->Do([&](StoredFolder& folder) { mails = folder.List(); });
   return std::make_unique<LinuxMailFolder>(access, std::move(mails));

@@ -1,5 +1,6 @@
 #include "platform/linux/mail/mail_message.h"
 
+#include <cctype>
 #include <vmime/contentDispositionField.hpp>
 #include <vmime/vmime.hpp>
 
@@ -26,6 +27,16 @@ vmime::mailbox MailboxOf(const Correspondent& correspondent) {
   const vmime::emailAddress address(correspondent.address);
   if (correspondent.name.empty()) return vmime::mailbox(address);
   return {vmime::text(OnOneLine(correspondent.name), Utf8()), address};
+}
+
+bool EndsLocalPart(char letter) {
+  return letter <= ' ' || letter >= 0x7F ||
+         std::string_view("()<>,;:\\\"[]?").find(letter) != std::string_view::npos;
+}
+
+bool IsOfDomain(char letter) {
+  return letter == '.' || letter == '-' || letter == '_' ||
+         (static_cast<unsigned char>(letter) < 0x80 && std::isalnum(letter) != 0);
 }
 
 // A message id as it may stand in a header; anything else is left out.
@@ -101,16 +112,19 @@ void WriteAttachment(vmime::bodyPart& part, const Attachment& attachment) {
 
 }  // namespace
 
+// The library would write longer ones, other domains and names with a "?" in an encoding that makes
+// them somebody else's.
 bool IsMailAddress(const std::string& text) {
+  constexpr std::size_t kLongestLocalPart = 64;
+  constexpr std::size_t kLongest = 254;
   const auto at = text.find('@');
-  if (at == std::string::npos || at == 0 || at + 1 == text.size()) return false;
-  return std::all_of(text.begin(), text.end(),
-                     [](char letter) {
-                       return letter > ' ' && letter < 0x7F &&
-                              std::string_view("()<>,;:\\\"[]").find(letter) ==
-                                  std::string_view::npos;
-                     }) &&
-         text.find('@', at + 1) == std::string::npos && text.front() != '-';
+  if (at == 0 || at > kLongestLocalPart || at + 1 == text.size() || text.size() > kLongest ||
+      text.front() == '-') {
+    return false;
+  }
+  const auto domain = text.begin() + static_cast<std::ptrdiff_t>(at) + 1;
+  return std::none_of(text.begin(), domain - 1, EndsLocalPart) &&
+         std::all_of(domain, text.end(), IsOfDomain);
 }
 
 Correspondent CorrespondentOf(const std::string& text) {

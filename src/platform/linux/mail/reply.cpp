@@ -1,5 +1,6 @@
 #include "platform/linux/mail/reply.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "platform/runtime_error.h"
@@ -27,7 +28,11 @@ void Reply::RemoveRecipient(std::size_t number) {
 }
 
 void Reply::AddAttachment(const std::string& path) {
+  // Larger ones no mail server takes, and a mail is made in memory.
+  constexpr std::uint64_t kLargest = std::uint64_t{64} << 20U;
   try {
+    const auto info = files_.Look(path);
+    if (info && info->size > kLargest) throw RuntimeError(ErrorNumber::OutOfMemory, path);
     message_.attachments.push_back({path.substr(path.find_last_of("\\/") + 1), files_.Read(path)});
   } catch (const RuntimeError&) {
     throw RuntimeError(ErrorNumber::FileNotFound, path);
