@@ -101,7 +101,8 @@ bool Compile::CompileProject(const std::string& projectPath, const std::string& 
 
 bool Compile::Compiled(const std::string& projectPath, const std::string& outDir) {
   static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
-  for (const std::string& path : {projectPath, OutputFolder(outDir)}) RequireArgument(path);
+  RequireFileArgument(projectPath);
+  RequireArgument(OutputFolder(outDir));
   const std::string log = JoinPath(uses_.programFolder, kResultLog);
   if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
   if (uses_.shell.RunAndWait(CommandLine(projectPath, outDir)) == Shell::Ended::ByUser) {

@@ -10,12 +10,12 @@ constexpr std::size_t kComponentColumn = 2;
 }  // namespace
 
 bool ComponentRegistration::Register(const std::string& componentFile) {
-  RequireArgument(componentFile);
+  RequireFileArgument(componentFile);
   return shell_.ShellAndWait("RegSvr32 /s \"" + componentFile + "\"");
 }
 
 bool ComponentRegistration::Unregister(const std::string& componentFile) {
-  RequireArgument(componentFile);
+  RequireFileArgument(componentFile);
   return shell_.ShellAndWait("RegSvr32 -u /s \"" + componentFile + "\"");
 }
 

@@ -5,14 +5,27 @@
 #include "platform/runtime_error.h"
 
 namespace gorbex {
+namespace {
+
+bool IsForbidden(char letter) {
+  return letter == '"' || static_cast<unsigned char>(letter) < ' ';
+}
+
+[[noreturn]] void Refuse(std::string path) {
+  std::replace_if(path.begin(), path.end(), IsForbidden, '?');
+  throw RuntimeError(ErrorNumber::BadFileName, path);
+}
+
+}  // namespace
 
 void RequireArgument(const std::string& path) {
-  const auto isForbidden = [](char c) { return c == '"' || static_cast<unsigned char>(c) < ' '; };
   const bool isOption = path.starts_with('-') || path.starts_with('/');
-  if (!isOption && std::none_of(path.begin(), path.end(), isForbidden)) return;
-  std::string shown = path;
-  std::replace_if(shown.begin(), shown.end(), isForbidden, '?');
-  throw RuntimeError(ErrorNumber::BadFileName, shown);
+  if (isOption || std::any_of(path.begin(), path.end(), IsForbidden)) Refuse(path);
+}
+
+void RequireFileArgument(const std::string& path) {
+  RequireArgument(path);
+  if (path.ends_with('\\')) Refuse(path);
 }
 
 }  // namespace gorbex

@@ -69,6 +69,11 @@ TEST_F(CompileTest, FailsSilentlyWithoutACompileAndReportsAMissingLog) {
   EXPECT_EQ(program.compile.LastProblem(), "File not found: 'C:\\VB\\VB6.EXE'");
   EXPECT_FALSE(program.compile.CompileProject("C:\\Other.vbp", ""));
   EXPECT_EQ(program.compile.LastProblem(), "Invalid procedure call or argument: 'C:\\Other.vbp'");
+  clsMember odd;
+  odd.path = "C:\\Core.vbp\\";
+  program.window.ProjectMembers.Add(odd);
+  EXPECT_FALSE(program.compile.CompileProject(odd.path, "")) << "its backslash hides the quote";
+  EXPECT_TRUE(program.compile.LastProblem().starts_with("Bad file name"));
   EXPECT_TRUE(Only(Steps(), {"show", "log", "start"}).empty());
 
   platform.processes.QueueExitCode(0);

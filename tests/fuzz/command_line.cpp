@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "build/program_argument.h"
 #include "core/text.h"
+#include "platform/runtime_error.h"
 #include "tests/fuzz/target.h"
 
 namespace gorbex::test {
@@ -23,6 +25,18 @@ void RequireProgram(std::string_view commandLine, std::size_t length) {
   Require(commandLine.ends_with(found->arguments), "arguments are the rest of the command line");
 }
 
+// What may stand in a command line as the path of a file is one argument there.
+void RequireOneArgument(const std::string& path) {
+  try {
+    RequireFileArgument(path);
+  } catch (const RuntimeError&) {
+    return;
+  }
+  const std::vector<std::string> wanted = {path, "/make"};
+  Require(SplitArguments(" \"" + path + "\" /make") == wanted, "a path is one argument");
+  Require(!path.starts_with('-') && !path.starts_with('/'), "a path is no option");
+}
+
 }  // namespace
 
 // A command line, whose lines are arguments of another.
@@ -36,6 +50,7 @@ void ReadInput(std::string_view input) {
     Require(SplitArguments(JoinArguments(arguments)) == arguments,
             "arguments that were joined are split again");
   }
+  RequireOneArgument(std::string(input));
   const auto commandLine = input.substr(0, 4096);
   for (const std::size_t length : {std::size_t{0}, std::size_t{5}, commandLine.size()}) {
     RequireProgram(commandLine, length);

@@ -16,6 +16,9 @@ void RequireResolved(const std::string& project) {
   for (const auto name : Split(project, '\\')) {
     Require(name != "." && name != "..", "paths are resolved");
   }
+  const auto climbed = ProjectsInGroup(kPath, "Project=\"" + Climbing(project, "x.vbp") + "\"");
+  Require(climbed == std::vector<std::string>{RootOf(project) + "\\x.vbp"},
+          "no path leaves its drive or share");
 }
 
 }  // namespace

@@ -34,6 +34,10 @@ void ReadInput(std::string_view input) {
   }
   const auto again = SettingsIn("[git]\nworktree=" + settings->worktree + "x\n");
   Require(again && again->worktree == settings->worktree + "x", "a path that was written is read");
+  const auto root = RootOf(settings->worktree);
+  if (root.ends_with('\\')) return;  // a share of no server
+  const auto climbed = SettingsIn("[git]\nworktree=" + Climbing(settings->worktree, "x") + "\n");
+  Require(climbed && climbed->worktree == root + "\\x", "no path leaves its drive or share");
 }
 
 }  // namespace gorbex::test

@@ -98,15 +98,18 @@ bool IsAbsolute(std::string_view path) {
   return path.starts_with('\\') || (path.size() > 1 && path[1] == ':');
 }
 
-// "C:\A\B\..\.\C" as "C:\A\C", with no "\" at the end but a drive's own.
+// "C:\A\B\..\.\C" as "C:\A\C", with no "\" at the end but a drive's own. ".." leaves neither a
+// drive nor a server's share.
 std::string Resolved(const std::string& path) {
-  const std::size_t start = path.starts_with("\\\\") ? 2 : path.find('\\') + 1;
+  const bool isShare = path.starts_with("\\\\");
+  const std::size_t start = isShare ? 2 : path.find('\\') + 1;
+  const std::size_t fixed = isShare ? 2 : 0;
   std::vector<std::string_view> names;
   std::string_view rest = std::string_view(path).substr(start);
   while (!rest.empty()) {
     const auto name = rest.substr(0, rest.find('\\'));
     rest.remove_prefix(std::min(name.size() + 1, rest.size()));
-    if (name == ".." && !names.empty()) names.pop_back();
+    if (name == ".." && names.size() > fixed) names.pop_back();
     if (!name.empty() && name != "." && name != "..") names.push_back(name);
   }
   std::string resolved = path.substr(0, start);
