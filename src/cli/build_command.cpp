@@ -155,7 +155,7 @@ void EndRunOnRequest(Session& session, bool& isTold) {
   if (!session.host().EndWanted()) return;
   Program& program = session.program();
   program.run.End();
-  if (std::exchange(isTold, true) || !program.session.Busy()) return;
+  if (std::exchange(isTold, true) || !program.session.AtWork()) return;
   throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
 }
 

@@ -123,7 +123,7 @@ void ConsoleDialogs::ShowOptions(frmOptions& /*form*/) {}
 void ConsoleDialogs::ShowLogin(frmLogin& form) {
   const bool asks = frame_.streams.asks && !frame_.yes && !frame_.no;
   if (!asks) TryLogin(form, form.txtUserName.text.Get(), frame_.streams.password);
-  while (asks && !form.hidden.Get()) {
+  while (asks && !form.hidden.Get() && !(isEnding && isEnding())) {
     const std::string known = form.txtUserName.text.Get();
     const auto user = AskLine(known.empty() ? "User: " : "User [" + Plain(known) + "]: ");
     const auto password = AskSecret("Password: ");

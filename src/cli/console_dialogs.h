@@ -31,6 +31,9 @@ class ConsoleDialogs : public Dialogs {
   /// Labels with what the form says, at once.
   void ShowLabel(frmLabel& form) override;
 
+  /// Whether the program was told to end: nobody is asked to log in again then.
+  std::function<bool()> isEnding;
+
  private:
   [[nodiscard]] Answer Ask(Buttons buttons);
   [[nodiscard]] Answer Preset(Buttons buttons) const;

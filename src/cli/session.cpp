@@ -15,6 +15,7 @@ Session::Session(const Frame& frame) : frame_(frame), pump_(*this), dialogs_(fra
   } catch (const RuntimeError& error) {
     throw Failure(ExitStatus::Unusable, Plain(error.Description()));
   }
+  dialogs_.isEnding = [this] { return host_->EndWanted(); };
   ListenForProblems();
   program_->start.ReadState();
 }

@@ -1,4 +1,5 @@
 #include <ostream>
+#include <utility>
 #include <vector>
 
 #include "cli/commands.h"
@@ -38,17 +39,19 @@ void LogIn(Session& session, const SourceControlCommandsArguments& arguments) {
   if (program.window.IniPath.empty()) {
     throw Failure(ExitStatus::Unusable, "no initialisation file is known: name one with --ini");
   }
+  if (session.host().EndWanted()) throw Failure(ExitStatus::WorkFailed, "ended on request");
   if (!program.session.LoggedIn()) {
     throw Failure(ExitStatus::Unusable, "the source-control database could not be opened");
   }
 }
 
 // An end that the system wants ends the client's present step, once: what it does to leave nothing
-// half-done must not be ended too.
+// half-done must not be ended too. Before the client is at work, where a user may be asked, it ends
+// the program as ever.
 void EndOnRequest(Session& session) {
   Host& host = session.host();
-  host.ListenForEnd();
-  session.onIdle = [&host, isTold = false]() mutable {
+  session.onIdle = [&host, isListening = false, isTold = false]() mutable {
+    if (!std::exchange(isListening, true)) host.ListenForEnd();
     if (isTold || !host.EndWanted()) return;
     isTold = true;
     throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
@@ -68,9 +71,9 @@ std::vector<std::string> Chosen(const Session& session, const Program& program,
 void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
+  EndOnRequest(session);
   LogIn(session, arguments);
   Program& program = session.program();
-  EndOnRequest(session);
   const auto picture = program.session.Database().Snapshot();
   if (program.window.ProjectMembers.Count() == 0) session.Warn("the build project has no projects");
   Json results = Json::array();
@@ -92,6 +95,7 @@ void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
 void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
+  EndOnRequest(session);
   LogIn(session, arguments);
   Program& program = session.program();
   const auto listening =
@@ -99,7 +103,6 @@ void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
         session.Warn(Plain(path) + ": not compared: " + Plain(reason));
         frame.status = ExitStatus::WorkFailed;
       });
-  EndOnRequest(session);
   program.changes.mnuToolsHighlight_Click();
   Json changed = Json::array();
   for (const TreeNode* node : program.window.ProjectNodes()) {
@@ -116,6 +119,7 @@ void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
   }
   Session session(frame);
   session.Open(arguments.file);
+  EndOnRequest(session);
   LogIn(session, arguments);
   Program& program = session.program();
   frmLabel form;
@@ -125,7 +129,6 @@ void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
   const auto& members = program.window.ProjectMembers;
   std::string spec = InCodePage(arguments.spec);
   if (spec.empty() && members.Count() > 0) spec = (*members.begin())->VSSProject;
-  EndOnRequest(session);
   dialog.Display(spec);
   const bool done = form.hidden.Get();
   if (!done) frame.status = ExitStatus::WorkFailed;

@@ -32,6 +32,17 @@ std::string KeyOf(const ValueArguments& arguments) {
   throw Failure(ExitStatus::Unusable, "the key is empty or holds a character no key can hold");
 }
 
+// As it stands, line ends included, without what could steer a terminal.
+std::string Shown(const std::string& value) {
+  std::string shown = Plain(value.substr(0, value.find('\r')));
+  for (auto end = value.find('\r'); end != std::string::npos;) {
+    const auto next = value.find('\r', end + 1);
+    shown.append("\r").append(Plain(std::string_view(value).substr(end + 1, next - end - 1)));
+    end = next;
+  }
+  return shown;
+}
+
 void Get(Frame& frame, const ValueArguments& arguments) {
   Session session(frame);
   const std::string path = session.ProgramPath(arguments.file);
@@ -46,7 +57,7 @@ void Get(Frame& frame, const ValueArguments& arguments) {
         << Json{{"key", arguments.key}, {"value", JsonText(value)}, {"found", found}}.dump()
         << '\n';
   } else {
-    frame.streams.out << ToUtf8(value) << '\n';
+    frame.streams.out << Shown(value) << '\n';
   }
 }
 

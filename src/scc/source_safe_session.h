@@ -46,6 +46,9 @@ class SourceSafeSession {
 
   [[nodiscard]] bool Busy() const { return uses_ > 0; }
 
+  /// Whether the client may be at work: Busy, or the database is being opened.
+  [[nodiscard]] bool AtWork() const { return Busy() || asking_; }
+
   /// True, told on the status line, when the user wants a command while another is at work.
   [[nodiscard]] bool Refuses();
 

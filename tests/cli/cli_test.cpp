@@ -191,7 +191,7 @@ TEST_F(CliTest, LineFeedProjectsAreNamedAndConvertedOnRequest) {
 
 TEST_F(CliTest, ValuesAreReadAndReplaced) {
   const std::string path = "C:\\v.vbp";
-  platform.files.AddFile(path, "Type=Exe\r\nMajorVer=1\r\nLast=x");
+  platform.files.AddFile(path, "Type=Exe\r\nMajorVer=1\x1B\r\nLast=x");
   const std::vector<std::pair<std::string, std::string>> values = {
       {"majorver", "1\n"}, {"Last", "=x\n"}, {"Absent", "Type=Exe\r\nMajorVer=1\r\nLast=x\n"}};
   for (const auto& [key, value] : values) {

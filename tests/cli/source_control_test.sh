@@ -57,7 +57,7 @@ expect 1 "$gorbex" label "$bpf" v1 -m again --spec '$/Storefront/Core' --ini "$d
 holds "Failed to label : fatal: tag 'v1' already exists(0)"
 
 # Told to end during a push, it ends the push and takes the label back.
-printf '#!/bin/sh\ntouch "%s/pushing"\nsleep 60\n' "$scratch" >"$drive/.git/hooks/pre-push"
+printf '#!/bin/sh\necho $$ >"%s/pushing"\nsleep 60\n' "$scratch" >"$drive/.git/hooks/pre-push"
 chmod +x "$drive/.git/hooks/pre-push"
 "$gorbex" label "$bpf" v3 -m stopped --spec '$/Storefront/Core' --ini "$drive/vss.ini" --no >"$scratch/out" 2>"$scratch/err" &
 for ((wait = 0; wait < 300; wait++)); do [ -e "$scratch/pushing" ] && break || sleep 0.1; done
@@ -69,3 +69,51 @@ wait $! || status=$?
 holds "Ended on request"
 [ $((SECONDS - begun)) -lt 30 ] || fail "it waited for the push"
 [ -z "$(git -C "$drive" tag -l v3)" ] || fail "the label was left behind"
+gone() { # gone PROCESS NAME; one that only waits for its parent to notice is gone
+  for ((wait = 0; wait < 50; wait++)); do
+    grep -qs '^State:.[^ZX]' "/proc/$1/status" || return 0
+    sleep 0.1
+  done
+  fail "$2 was left running"
+}
+gone "$(cat "$scratch/pushing")" "git's hook"
+
+# Told to end while git waits for its server, in the login (1 call of the server) or between two projects (3), a command ends
+# git with its helpers and leaves no lock, and a build has given project files their values back.
+cat >"$scratch/server" <<'END'
+#!/bin/sh
+cd "$(dirname "$0")"
+echo >>calls
+[ "$(wc -l <calls)" -lt "$(cat hang)" ] || { echo $$ >hanging; exec sleep 60; }
+exec sh -c "$2"
+END
+printf '#!/bin/sh\ncat "%s" >>"%s/compiled"\n' "$drive/Storefront/Core/StoreCore.vbp" "$scratch" >"$scratch/compiler"
+chmod +x "$scratch/server" "$scratch/compiler"
+git -C "$drive" reset -q --hard
+git -C "$drive" remote set-url origin "ssh://host$scratch/remote.git"
+git -C "$drive" config core.sshCommand "$scratch/server"
+git -C "$drive" config ssh.variant simple
+cat >>"$GORBEX_PREFIX/gorbexbuilder.reg" <<'END'
+
+[HKEY_CURRENT_USER\\Software\\Tovarren\\GorbexBuilder]
+"INIPath"="C:\\vss.ini"
+END
+for how in "1 TERM get" "1 TERM build" "3 TERM build" "3 INT build"; do
+  read -r hang signal command <<<"$how"
+  rm -f "$scratch"/{calls,hanging,compiled}
+  echo "$hang" >"$scratch/hang"
+  options=()
+  [ "$command" = get ] || options=(--all --get --debug --compiler "$scratch/compiler")
+  "$gorbex" "$command" "$bpf" "${options[@]}" --no >"$scratch/out" 2>"$scratch/err" &
+  for ((wait = 0; wait < 300; wait++)); do [ -s "$scratch/hanging" ] && break || sleep 0.1; done
+  [ -s "$scratch/hanging" ] || { cat "$scratch/out" "$scratch/err"; fail "$how: the server was never asked"; }
+  begun=$SECONDS status=0
+  kill "-$signal" $!
+  wait $! || status=$?
+  [ "$status" = 1 ] || { cat "$scratch/out" "$scratch/err"; fail "$how: told to end it ended with $status"; }
+  [ $((SECONDS - begun)) -lt 10 ] || fail "$how: it waited for the server"
+  gone "$(cat "$scratch/hanging")" "$how: what git had started"
+  [ "$hang" = 1 ] || grep -q 'CodeViewDebugInfo=-1' "$scratch/compiled" || fail "$how: no debug build"
+  ! grep -rl --include='*.vbp' 'CodeViewDebugInfo=-1' "$drive" || fail "$how: debug values were left"
+  [ -z "$(find "$drive/.git" -name '*.lock')" ] || fail "$how: git's lock was left"
+done

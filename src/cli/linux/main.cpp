@@ -73,19 +73,26 @@ std::string TakePassword() {
 constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 /// Hides what is typed at the terminal, and shows it again also when a signal ends the program.
+/// Afterwards signals do what they did before.
 class HiddenTyping {
  public:
   HiddenTyping() : isTerminal_(tcgetattr(STDIN_FILENO, &shown_) == 0) {
     if (!isTerminal_) return;
     termios hidden = shown_;
     hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    for (const int signal : kEndingSignals) static_cast<void>(std::signal(signal, End));
+    struct sigaction ending {};
+    ending.sa_handler = End;
+    for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
+      sigaction(kEndingSignals.at(i), &ending, &before_.at(i));
+    }
     static_cast<void>(tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden));
   }
   ~HiddenTyping() {
     if (!isTerminal_) return;
     static_cast<void>(tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown_));
-    for (const int signal : kEndingSignals) static_cast<void>(std::signal(signal, SIG_DFL));
+    for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
+      sigaction(kEndingSignals.at(i), &before_.at(i), nullptr);
+    }
   }
   HiddenTyping(const HiddenTyping&) = delete;
   HiddenTyping& operator=(const HiddenTyping&) = delete;
@@ -98,6 +105,7 @@ class HiddenTyping {
   }
 
   static inline termios shown_{};  // a signal handler reaches nothing else
+  std::array<struct sigaction, kEndingSignals.size()> before_{};
   bool isTerminal_;
 };
 

@@ -105,6 +105,7 @@ std::uint32_t CodeOf(int status) {
 
 ChildProcess::ChildProcess(const ChildStart& start, std::function<void()> onEnded)
     : id_(Spawn(start)),
+      addressee_(start.hasOwnSession ? -id_ : id_),
       watch_(static_cast<int>(syscall(SYS_pidfd_open, id_, 0))),
       onEnded_(std::move(onEnded)) {}
 
@@ -118,11 +119,11 @@ std::optional<std::uint32_t> ChildProcess::ExitCode(milliseconds patience) {
 }
 
 void ChildProcess::Terminate() {
-  if (!Reap()) kill(id_, SIGKILL);
+  if (!Reap()) kill(addressee_, SIGKILL);
 }
 
 void ChildProcess::Interrupt() {
-  if (!Reap()) kill(id_, SIGTERM);
+  if (!Reap()) kill(addressee_, SIGTERM);
 }
 
 bool ChildProcess::Reap() {

@@ -24,7 +24,8 @@ struct ChildStart {
   int input = -1;        ///< below zero for nothing to read
   int output = STDERR_FILENO;
   int errorOutput = STDERR_FILENO;
-  bool hasOwnSession = false;  ///< without our terminal, and out of reach of its keys
+  bool hasOwnSession = false;  ///< without our terminal, and out of reach of its keys; ended with
+                               ///< the helpers that it started
 };
 
 /// A child of this process, watched through a descriptor of its own.
@@ -45,6 +46,7 @@ class ChildProcess : public Process {
   void Wait(std::chrono::milliseconds patience);
 
   pid_t id_;
+  pid_t addressee_;  ///< of signals: the process, or the group that it leads
   Descriptor watch_;
   std::function<void()> onEnded_;
   std::optional<std::uint32_t> exitCode_;

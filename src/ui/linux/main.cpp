@@ -75,6 +75,8 @@ class LinuxApp : public ui::WindowApp {
 
 int main(int count, char** values) {
   if (const auto answered = AnswerAskPass(count, values, Environment, std::cout)) return *answered;
+  // The window asks for it; what it starts must not inherit it.
+  unsetenv("GORBEX_SCC_PASSWORD");
   // A lost pipe or a file that may not grow is an error, not the end of the program.
   for (const int signal : {SIGPIPE, SIGXFSZ}) static_cast<void>(std::signal(signal, SIG_IGN));
   const auto arguments =

@@ -79,6 +79,8 @@ std::optional<int> AnsweredForGit(const std::vector<std::string>& words) {
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*unused*/, char* /*bytes*/, int show) {
   std::vector<std::string> words = Words();
   if (const auto answered = AnsweredForGit(words)) return *answered;
+  // The window asks for it; what it starts must not inherit it.
+  SetEnvironmentVariableW(L"GORBEX_SCC_PASSWORD", nullptr);
   if (!words.empty()) words.erase(words.begin());
   const auto arguments = ui::WindowArgumentsOf(words, ui::PrefixOption::None);
   if (const auto& reply = arguments.reply) {
