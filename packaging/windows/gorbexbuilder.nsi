@@ -62,8 +62,10 @@ VIAddVersionKey LegalCopyright "${PUBLISHER}, MIT licence"
 Section
   !insertmacro RefuseWhileRunning gorbexbuilder.exe
   !insertmacro RefuseWhileRunning gorbex.exe
-  ; The pages of an older version.
-  RMDir /r "$INSTDIR\docs"
+  ; The pages of an older version. In a folder without one, "docs" is the user's own.
+  ${If} ${FileExists} "$INSTDIR\gorbexbuilder.exe"
+    RMDir /r "$INSTDIR\docs"
+  ${EndIf}
   SetOutPath "$INSTDIR"
   File /r "${FILES}/*"
   WriteUninstaller "$INSTDIR\uninstall.exe"

@@ -1,5 +1,6 @@
 #include "platform/component/library_file.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "platform/component/component_keys.h"
@@ -37,10 +38,27 @@ void RequireSound(const TypeLibrary& library, std::size_t fileSize) {
   }
 }
 
+// The registrar refuses a class whose name leads elsewhere.
+bool HasPlainNames(const ComponentKeys& keys) {
+  return keys.name.find('\\') == std::string::npos &&
+         std::none_of(keys.classes.begin(), keys.classes.end(),
+                      [](const auto& entry) { return entry.name.find('\\') != std::string::npos; });
+}
+
 void RequireRegistered(const TypeLibrary& library) {
   Journal journal;
   MemoryRegistry registry(journal);
-  Require(WriteComponentKeys(registry, KeysOf(library, kPath)), "a library can be registered");
+  const auto keys = KeysOf(library, kPath);
+  Require(WriteComponentKeys(registry, keys), "a library can be registered");
+  if (!HasPlainNames(keys)) return;
+  const auto own = OwnKeysOf(keys);
+  for (const auto& line : journal) {
+    const auto isIn = [&](const std::string& key) {
+      return line.starts_with("registry HKEY_CLASSES_ROOT\\" + key);
+    };
+    Require(std::any_of(own.begin(), own.end(), isIn),
+            "what registering writes unregistering removes");
+  }
 }
 
 }  // namespace

@@ -20,6 +20,22 @@ std::string TakeFirstLine(std::string_view& input) {
   return line;
 }
 
+std::string RootOf(std::string_view path) {
+  const bool isShare = path.starts_with("\\\\");
+  auto end = path.find('\\', isShare ? 2 : 0);
+  if (isShare && end != std::string_view::npos) end = path.find('\\', end + 1);
+  return std::string(path.substr(0, end));
+}
+
+std::string Climbing(std::string_view path, std::string_view name) {
+  std::string climbing(path);
+  if (climbing.ends_with('\\')) climbing.pop_back();
+  for (auto left = std::count(path.begin(), path.end(), '\\') + 2; left > 0; --left) {
+    climbing += "\\..";
+  }
+  return climbing.append("\\").append(name);
+}
+
 }  // namespace gorbex::test
 
 // The name and the form are the fuzzing library's.

@@ -15,4 +15,10 @@ void Require(bool holds, const char* what);
 /// Takes the first line, without its line feed, off an input that is more than one text.
 [[nodiscard]] std::string TakeFirstLine(std::string_view& input);
 
+/// The part of a resolved path that ".." never leaves: a drive, or a server and its share.
+[[nodiscard]] std::string RootOf(std::string_view path);
+
+/// A path with more ".." behind it than it has folders, and then a name.
+[[nodiscard]] std::string Climbing(std::string_view path, std::string_view name);
+
 }  // namespace gorbex::test
