@@ -52,6 +52,7 @@ class Bench:
                 "ninja -n": Command(["ninja", "-n"], root),
                 "ninja -n without sources": Command(["ninja", "-n", "-f", "references.ninja"], root),
                 "bare loop": Command([self.program("bench-floor"), *self.look_lists(root)], root),
+                "bare loop, each reference": Command([self.program("bench-floor"), *self.all_looks(root)], root),
                 "gorbex show": self.gorbex(root, "show", BPF),
                 "gorbex show --json": self.gorbex(root, "show", "--json", BPF)}, ROUNDS)
             for name, samples in taken.items():
@@ -70,6 +71,9 @@ class Bench:
         self.report.compare(f"{size} projects: graph against ninja -n without sources", ours,
                             taken["ninja -n without sources"])
         self.report.compare(f"{size} projects: graph against the bare loop", ours, taken["bare loop"])
+        self.report.compare(f"{size} projects: graph against the bare loop that looks once for each reference", ours,
+                            taken["bare loop, each reference"])
+        self.report.compare(f"{size} projects: that bare loop against ninja -n", taken["bare loop, each reference"], ninja)
         self.report.compare(f"{size} projects: show --json against ninja -n", taken["gorbex show --json"], ninja,
                             3.0 if goal else None)
         if goal:
@@ -83,7 +87,20 @@ class Bench:
         looks = [f"{pathlib.Path(path).parent}/mssccprj.scc" for path in projects]
         for folder in ("Group/Bin", "windows/system32"):
             looks += [str(path) for path in (root / "drive_c" / folder).iterdir()]
-        files = root / "projects.txt", root / "looks.txt"
+        return self.written(root, "looks.txt", projects, looks)
+
+    def all_looks(self, root):
+        """The same, but a system component is looked at as often as projects refer to it: no verdict is remembered."""
+        projects = sorted(root.glob("drive_c/Group/*/*.vbp"))
+        looks = [f"{path.parent}/mssccprj.scc" for path in projects]
+        looks += [str(path) for path in (root / "drive_c/Group/Bin").iterdir()]
+        for path in projects:
+            fields = (line.split("#") for line in path.read_text("cp1252").splitlines() if line.startswith("Reference="))
+            looks += [str(root / generate.host(each[3])) for each in fields if "system32" in each[3]]
+        return self.written(root, "all.txt", [str(path) for path in projects], looks)
+
+    def written(self, root, name, projects, looks):
+        files = root / "projects.txt", root / name
         for file, lines in zip(files, (projects, looks)):
             file.write_text("\n".join(lines) + "\n")
         return files

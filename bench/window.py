@@ -8,7 +8,8 @@ import time
 from measure import Sample, Samples  # noqa: F401
 
 PATIENCE = 120  # seconds
-QUIET = 0.3  # a program that used no processor for so long is idle
+QUIET = 0.1  # a program that used next to no processor for so long waits for its user
+NEXT_TO_NONE = 2  # ticks in that time: scroll bars fade in and out meanwhile
 
 
 def shown(process):
@@ -23,17 +24,17 @@ def processor_ticks(process):
 
 
 def until_idle(process):
-    """The moment at which the program last used the processor."""
+    """The moment from which the program waited for its user."""
     end = time.perf_counter() + PATIENCE
-    last, ticks = time.perf_counter(), -1
-    while time.perf_counter() - last < QUIET or not shown(process):
+    since, ticks = time.perf_counter(), 0
+    while time.perf_counter() - since < QUIET:
         now = processor_ticks(process)
-        if now != ticks:
-            last, ticks = time.perf_counter(), now
+        if now > ticks + NEXT_TO_NONE or not shown(process):
+            since, ticks = time.perf_counter(), now
         if process.poll() is not None or time.perf_counter() > end:
             raise SystemExit("bench: the window did not come up")
         time.sleep(0.005)
-    return last
+    return since
 
 
 def open_until_idle(program, root, file):

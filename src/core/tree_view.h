@@ -13,26 +13,10 @@
 
 namespace gorbex {
 
-class TreeNode;
 class TreeView;
+struct TreeRows;
 
 enum class NodeChange { Added, RowsAdded, Removing, Image, Checked, Colour, Expanded };
-
-/// Numbered rows below a heading. They are texts until somebody looks at them, since a group of
-/// thousands of projects has hundreds of thousands of rows that nobody ever sees.
-struct TreeRows {
-  /// What the tag of a row is, by its text.
-  using TagOf = std::string_view (*)(std::string_view text);
-
-  TreeNode* heading;
-  std::string_view prefix;
-  Image image;
-  TagOf tagOf;                     ///< null where rows have none
-  std::vector<std::string> texts;  ///< empty when the nodes are made
-  std::vector<TreeNode> nodes;     ///< by number; a removed one keeps its place
-
-  [[nodiscard]] std::size_t Size() const { return texts.empty() ? nodes.size() : texts.size(); }
-};
 
 /// One node of a tree; owned by the tree and known there by its key.
 class TreeNode {
@@ -84,6 +68,22 @@ class TreeNode {
   Image image_;
   bool checked_ = false;
   bool expanded_ = false;
+};
+
+/// Numbered rows below a heading. They are texts until somebody looks at them, since a group of
+/// thousands of projects has hundreds of thousands of rows that nobody ever sees.
+struct TreeRows {
+  /// What the tag of a row is, by its text.
+  using TagOf = std::string_view (*)(std::string_view text);
+
+  TreeNode* heading;
+  std::string_view prefix;
+  Image image;
+  TagOf tagOf;                     ///< null where rows have none
+  std::vector<std::string> texts;  ///< empty when the nodes are made
+  std::vector<TreeNode> nodes;     ///< by number; a removed one keeps its place
+
+  [[nodiscard]] std::size_t Size() const { return texts.empty() ? nodes.size() : texts.size(); }
 };
 
 /// The state of a tree control. Children keep the order in which they were added.

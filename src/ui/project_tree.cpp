@@ -31,6 +31,13 @@ ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_THEME | wxWANTS_CHARS,
          "tvwProjects");
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+  // A window without a font of its own asks the toolkit for one at every row.
+  SetFont(GetFont());
+  MeasureRow();
+  Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
+    MeasureRow();
+    event.Skip();
+  });
   Follow();
   BindMouse();
   BindKeys();
@@ -125,8 +132,8 @@ bool ProjectTree::IsOnButton(const wxPoint& point, int row) const {
   return point.x >= left - FromDIP(kIconGap) && point.x < left + FromDIP(kIndent);
 }
 
-wxCoord ProjectTree::OnMeasureItem(size_t /*row*/) const {
-  return std::max(GetCharHeight(), FromDIP(kIcon)) + FromDIP(5);
+void ProjectTree::MeasureRow() {
+  rowHeight_ = std::max(GetCharHeight(), FromDIP(kIcon)) + FromDIP(5);
 }
 
 void ProjectTree::OnDrawBackground(wxDC& dc, const wxRect& rect, size_t row) const {

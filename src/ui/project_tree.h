@@ -39,9 +39,10 @@ class ProjectTree : public wxVListBox {
 
   void OnDrawItem(wxDC& dc, const wxRect& rect, size_t row) const override;
   void OnDrawBackground(wxDC& dc, const wxRect& rect, size_t row) const override;
-  [[nodiscard]] wxCoord OnMeasureItem(size_t row) const override;
+  [[nodiscard]] wxCoord OnMeasureItem(size_t /*row*/) const override { return rowHeight_; }
 
   void Follow();
+  void MeasureRow();
   void BindMouse();
   void BindKeys();
   void CatchUp();
@@ -68,6 +69,7 @@ class ProjectTree : public wxVListBox {
   wxBitmapBundle registered_;
   wxBitmapBundle unregistered_;
   std::vector<Row> rows_;
+  wxCoord rowHeight_ = 0;  ///< of every row
   std::vector<Subscription> subscriptions_;
   bool isStale_ = true;     ///< which rows there are has changed
   bool isFaded_ = true;     ///< how a row looks has changed
