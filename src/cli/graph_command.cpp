@@ -23,13 +23,16 @@ std::string Quoted(const std::string& path) {
 void WriteDot(std::ostream& out, const GroupGraph& graph,
               const std::vector<const clsMember*>& members) {
   out << "digraph group {\n  rankdir=BT;\n  node [shape=box];\n";
+  std::vector<std::string> names;
+  names.reserve(members.size());
   for (const clsMember* member : members) {
     const std::string& label = member->Name.empty() ? member->path : member->Name;
-    out << "  " << Quoted(member->path) << " [label=" << Quoted(label) << "];\n";
+    const std::string& name = names.emplace_back(Quoted(member->path));
+    out << "  " << name << " [label=" << Quoted(label) << "];\n";
   }
   for (std::size_t i = 0; i < graph.Count(); ++i) {
     for (const std::size_t used : graph.UsesOf(i)) {
-      out << "  " << Quoted(members[i]->path) << " -> " << Quoted(members[used]->path) << ";\n";
+      out << "  " << names[i] << " -> " << names[used] << ";\n";
     }
   }
   out << "}\n";

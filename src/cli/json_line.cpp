@@ -1,10 +1,18 @@
 #include "cli/json_line.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
+namespace {
+
+bool IsControl(char letter) {
+  return static_cast<unsigned char>(letter) < ' ';
+}
+
+}  // namespace
 
 void JsonLine::AddName(std::string_view name) {
   if (isEnded_) line_ = "{\"";
@@ -48,18 +56,21 @@ void JsonLine::AddText(std::string_view text) {
   line_ += '"';
 }
 
+// Room for the worst case is made first: taking one letter after the other is most of the work.
 void JsonLine::AddEscaped(std::string_view utf8) {
-  for (const char letter : utf8) {
-    if (letter == '"' || letter == '\\') {
-      line_ += '\\';
-      line_ += letter;
-    } else if (static_cast<unsigned char>(letter) < ' ') {
-      const std::string quoted = nlohmann::json(std::string(1, letter)).dump();
-      line_.append(quoted, 1, quoted.size() - 2);
-    } else {
-      line_ += letter;
-    }
+  if (std::any_of(utf8.begin(), utf8.end(), IsControl)) {
+    const std::string quoted = nlohmann::json(utf8).dump();
+    line_.append(quoted, 1, quoted.size() - 2);
+    return;
   }
+  const auto before = line_.size();
+  line_.resize(before + 2 * utf8.size());
+  char* to = line_.data() + before;
+  for (const char letter : utf8) {
+    if (letter == '"' || letter == '\\') *to++ = '\\';
+    *to++ = letter;
+  }
+  line_.resize(static_cast<std::size_t>(to - line_.data()));
 }
 
 }  // namespace gorbex::cli

@@ -192,7 +192,7 @@ std::string_view Field(const std::vector<std::string_view>& fields, std::size_t 
 
 std::string WithoutQuotes(std::string_view text) {
   std::string plain(text);
-  std::erase(plain, '"');
+  if (text.find('"') != std::string_view::npos) std::erase(plain, '"');
   return plain;
 }
 

@@ -8,6 +8,7 @@
 #include "mail/mail_settings.h"
 #include "mail/mail_tick.h"
 #include "mail/sender_list.h"
+#include "platform/code_page.h"
 
 namespace gorbex {
 
@@ -64,7 +65,8 @@ void MailService::RunTick() {
   const auto fail = [&](const RuntimeError& error) {
     const std::string whose = tick.Sender().empty() ? "" : " in the request from " + tick.Sender();
     uses_.log.WriteLog("Email requests are no longer served, because of an error" + whose +
-                       " at line " + std::to_string(tick.Line()) + ": " + error.Description());
+                       " at line " + std::to_string(tick.Line()) + ": " +
+                       OnOneLine(error.Description()));
     if (tick.ReportFailure(error)) mnuToolsInBox_Click();
   };
   try {

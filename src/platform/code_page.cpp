@@ -99,6 +99,14 @@ bool IsAscii(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= 0; });
 }
 
+std::string OnOneLine(std::string_view text) {
+  std::string line(text);
+  std::replace_if(
+      line.begin(), line.end(),
+      [](char letter) { return static_cast<unsigned char>(letter) < 0x20 || letter == 0x7F; }, ' ');
+  return line;
+}
+
 std::string ToUtf8(std::string_view text) {
   if (IsAscii(text)) return std::string(text);
   std::string utf8;

@@ -35,6 +35,9 @@ inline constexpr std::array<char, 256> kLowerCase = [] {
 /// Such bytes are the same in every code page and in UTF-8.
 [[nodiscard]] bool IsAscii(std::string_view text);
 
+/// The text with a blank for every control character: one line, whatever it held.
+[[nodiscard]] std::string OnOneLine(std::string_view text);
+
 /// The bytes that the code page leaves undefined become the control character of equal number.
 [[nodiscard]] std::string ToUtf8(std::string_view text);
 

@@ -1,4 +1,5 @@
 #include "platform/linux/mail/mail_header.h"
+#include "platform/code_page.h"
 
 #include <algorithm>
 #include <exception>
@@ -21,12 +22,10 @@ struct Sender {
   std::string address;
 };
 
-std::string OnOneLine(std::string text) {
-  for (char& letter : text) {
-    if (static_cast<unsigned char>(letter) < 0x20) letter = ' ';
-  }
-  const auto start = std::min(text.find_first_not_of(' '), text.size());
-  return text.substr(start, text.find_last_not_of(' ') + 1 - start);
+std::string Trimmed(const std::string& text) {
+  const std::string line = OnOneLine(text);
+  const auto start = std::min(line.find_first_not_of(' '), line.size());
+  return line.substr(start, line.find_last_not_of(' ') + 1 - start);
 }
 
 std::string Text(const vmime::text& words) {
@@ -37,14 +36,14 @@ std::string Text(const vmime::text& words) {
     text += name == vmime::charsets::US_ASCII ? FromAnyCharacterSet(word->getBuffer())
                                               : FromCharacterSet(word->getBuffer(), name);
   }
-  return OnOneLine(text);
+  return Trimmed(text);
 }
 
 std::string Decoded(const std::string& value) {
   try {
     return Text(*vmime::text::decodeAndUnfold(value));
   } catch (const std::exception&) {
-    return OnOneLine(FromAnyCharacterSet(value));
+    return Trimmed(FromAnyCharacterSet(value));
   }
 }
 
@@ -83,7 +82,7 @@ Sender ReadSender(const std::string& value) {
     }
     return {name.empty() ? address : name, address};
   } catch (const std::exception&) {
-    return {OnOneLine(FromAnyCharacterSet(value)), {}};
+    return {Trimmed(FromAnyCharacterSet(value)), {}};
   }
 }
 

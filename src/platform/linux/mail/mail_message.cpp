@@ -15,14 +15,6 @@ const vmime::charset& Utf8() {
   return set;
 }
 
-// One line of text, whatever it held.
-std::string OnOneLine(std::string text) {
-  for (char& letter : text) {
-    if (static_cast<unsigned char>(letter) < 0x20 || letter == 0x7F) letter = ' ';
-  }
-  return text;
-}
-
 vmime::mailbox MailboxOf(const Correspondent& correspondent) {
   const vmime::emailAddress address(correspondent.address);
   if (correspondent.name.empty()) return vmime::mailbox(address);
