@@ -9,6 +9,7 @@
 #include "core/reference_value.h"
 
 namespace gorbex {
+
 bool ProjectFileReader::ReadProject(const std::string& path) {
   if (window_.ProjectMembers.Contains(path)) return true;
   ProjectBranch branch;

@@ -59,10 +59,6 @@ std::size_t FindLong(std::string_view text, std::string_view lowered, std::size_
   return std::string_view::npos;
 }
 
-bool IsDigit(char letter) {
-  return letter >= '0' && letter <= '9';
-}
-
 // Collects the characters of a decimal number, passing over the blanks that may stand between them.
 class NumberReader {
  public:

@@ -10,6 +10,10 @@ namespace gorbex {
 
 inline constexpr std::string_view kLineBreak = "\r\n";
 
+[[nodiscard]] inline bool IsDigit(char letter) {
+  return letter >= '0' && letter <= '9';
+}
+
 /// Blanks alone are cut off; tabs and line ends are text.
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text);
 

@@ -6,14 +6,11 @@
 #include <utility>
 
 #include "core/node_key.h"
+#include "core/text.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
-
-bool IsDigit(char letter) {
-  return letter >= '0' && letter <= '9';
-}
 
 // The number in the key of a row ends where the path begins, so keys are told apart by their parts
 // as long as no path begins with a digit and all other keys have ")" in second place.
