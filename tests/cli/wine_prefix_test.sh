@@ -47,7 +47,8 @@ prepare() {
   mkdir -p "$drive"
   cp -al "$base/drive_c/windows" "$drive"
   tar -C "$base" -c --exclude ./drive_c/windows . | tar -C "$WINEPREFIX" -x
-  mkdir -p "$drive/Compiler" "$drive/Program Files/GorbexBuilder"
+  # The folder of the logs is found under any spelling, but made under different ones.
+  mkdir -p "$drive/Compiler" "$drive/Program Files/GorbexBuilder/Logs"
   cp "$compiler" "$drive/Compiler/standin-compiler.exe"
   cp "$windows" "$drive/Program Files/GorbexBuilder/gorbex.exe"
   cp -r "$storefront" "$product"
@@ -98,7 +99,7 @@ done
 # Times and durations differ, nothing else does; the line ends of standard output are the system's own.
 plain() { sed -E -i 's/[0-9]{1,2}[:.][0-9]{2}([:.][0-9]{2})?/TIME/g' "$@"; }
 sed -i 's/\r$//' "$scratch"/said/windows/*
-plain "$scratch"/said/*/* "$scratch"/{windows,linux}/drive_c/"Program Files"/GorbexBuilder/logs/*.log
+plain "$scratch"/said/*/* "$scratch"/{windows,linux}/drive_c/"Program Files"/GorbexBuilder/Logs/*.log
 diff -r "$scratch/said/windows" "$scratch/said/linux" || fail "the programs say different things"
 diff -r "$scratch/windows/drive_c/Storefront" "$scratch/linux/drive_c/Storefront" || fail "the files differ"
 diff -r -x '*.lock' "$scratch"/{windows,linux}/drive_c/"Program Files"/GorbexBuilder || fail "the logs differ"
