@@ -118,7 +118,16 @@ class Bench:
                     self.report.add(f"{size} rows, {shape}", max(alone, 0), "s of processor time", target=0.5)
 
     def overhead(self, projects=500):
-        self.report.section(f"Overhead of a run: {projects} projects, a compiler that only writes its log")
+        self.report.section("Overhead of a run, with a compiler that only writes its log")
+        for size in self.sizes:
+            taken = self.run_by_turns(size, 3 if size > projects else ROUNDS // 2)
+            for name, samples in taken.items():
+                self.report.point("A run", name, size, samples.median())
+            goal = 1.1 if size == projects else None
+            self.report.compare(f"{size} projects: gorbex build against ninja -j1", taken["gorbex"], taken["ninja"], goal)
+            self.report.compare(f"{size} projects: gorbex build against make -j1", taken["gorbex"], taken["make"])
+
+    def run_by_turns(self, projects, rounds):
         root = self.group(projects=projects, references=0, members=0)
         files = [generate.host(generate.project_file(n)) for n in range(projects)]
         compiler = "./drive_c/compiler.exe"
@@ -128,18 +137,25 @@ class Bench:
         make += "".join(f"run{n}:\n\t{compiler} {file} /make /out log\n" for n, file in enumerate(files))
         (root / "run.ninja").write_text(ninja)
         (root / "run.mk").write_text(make)
-        taken = by_turns({"gorbex": self.gorbex(root, "build", "--all", "--yes", BPF),
-                          "ninja": Command(["ninja", "-j1", "-f", "run.ninja"], root),
-                          "make": Command(["make", "-j1", "-f", "run.mk"], root)}, ROUNDS // 2)
-        self.report.compare("gorbex build against ninja -j1", taken["gorbex"], taken["ninja"], 1.1)
-        self.report.compare("gorbex build against make -j1", taken["gorbex"], taken["make"])
+        return by_turns({"gorbex": self.gorbex(root, "build", "--all", "--yes", BPF),
+                         "ninja": Command(["ninja", "-j1", "-f", "run.ninja"], root),
+                         "make": Command(["make", "-j1", "-f", "run.mk"], root)}, rounds)
 
-    def rewriting(self, files=5000, identities=20):
-        self.report.section(f"New identities in references: {files} sources, {identities} identities")
+    def rewriting(self, identities=20):
+        self.report.section(f"New identities in references: {identities} identities in many sources")
+        for size in self.sizes:
+            files = size * 5 // 2
+            taken = self.rewrite_by_turns(files, identities)
+            for name, samples in taken.items():
+                self.report.point("New identities", f"{name}, 2.5 sources for each project", size, samples.median())
+            goal = 0.5 if files == 5000 else None
+            self.report.compare(f"{files} sources: against sed -i, which minds letter case", taken["gorbex"], taken["sed"], goal)
+            self.report.compare(f"{files} sources: against sed -i with its flag I", taken["gorbex"], taken["sed caseless"])
+
+    def rewrite_by_turns(self, files, identities):
         changes = write_sources(self.work / "sources", files, identities)
         expressions = [word for old, new in changes for word in ("-e", f"s/{old}/{new}/g")]
         caseless = [word + "I" if word.startswith("s/") else word for word in expressions]
-
         copies = []
 
         def fresh(name):
@@ -158,26 +174,34 @@ class Bench:
 
         taken = by_turns({
             "gorbex": Command([self.program("bench-parts"), "rewrite", self.work / "ours"], before=lambda: fresh("ours")),
-            "sed": sed("theirs", expressions), "sed caseless": sed("theirs", caseless)}, ROUNDS // 2)
+            "sed": sed("theirs", expressions), "sed caseless": sed("theirs", caseless)}, 3)
         same_result(self.work / "ours", self.work / "theirs")
         for copy in copies:
             shutil.rmtree(copy)
-        self.report.compare("against sed -i, which minds letter case", taken["gorbex"], taken["sed"], 0.5)
-        self.report.compare("against sed -i with its flag I", taken["gorbex"], taken["sed caseless"])
+        return taken
 
     def window(self):
-        self.report.section("The window with 2,000 projects")
-        root = self.group(projects=2000)
-        open_window = lambda: window.open_until_idle(self.program("gorbexbuilder"), root, BPF)
-        opened = [open_window() for _ in range(6)][1:]
-        taken = by_turns({"show": self.gorbex(root, "show", BPF)}, 5)
-        ours = window.Samples(opened)
-        self.report.compare("from the start to an idle window, against gorbex show", ours, taken["show"], 2.0)
-        self.report.add("peak memory", ours.median("peak") / (1 << 20), "MB")
+        self.report.section("The window, from its start until it is idle")
+        for size in self.sizes:
+            root = self.group(projects=size)
+            ours = window.Samples([window.open_until_idle(self.program("gorbexbuilder"), root, BPF) for _ in range(6)][1:])
+            show = by_turns({"show": self.gorbex(root, "show", BPF)}, 5)["show"]
+            for name, samples in (("window", ours), ("gorbex show", show)):
+                self.report.point("The window", name, size, samples.median())
+            self.report.compare(f"{size} projects: against gorbex show", ours, show, 2.0 if size == 2000 else None)
+            self.report.add(f"{size} projects: peak memory", ours.median("peak") / (1 << 20), "MB")
 
     def mail(self, requests=1000):
-        self.report.section(f"Requests by mail: {requests} in one look, without a compile")
-        root = self.group(projects=250, references=0, members=0)
+        self.report.section(f"Requests by mail: {requests} in one look, without a compile, each with its answer")
+        for size in self.sizes:
+            taken = self.serve_by_turns(size, requests)
+            for what, unit in (("wall", "ms"), ("cpu", "ms of processor time")):
+                alone = (taken["full"].median(what) - taken["empty"].median(what)) / requests
+                self.report.add(f"{size} projects: one request", alone * 1000, unit)
+            self.report.point("A request by mail", "1,000 requests", size, alone * requests)
+
+    def serve_by_turns(self, projects, requests):
+        root = self.group(projects=projects, references=0, members=0)
         folder = root / "Maildir/.Builder"
         subprocess.run([self.program("gorbex"), "--prefix", root, "settings", "MailTransport",
                         f"sendmail://{self.program('bench-compiler')}"], check=True, stdout=subprocess.DEVNULL)
@@ -196,11 +220,7 @@ class Bench:
             command.before = lambda: fill(count)
             return command
 
-        taken = by_turns({"full": serve(requests), "empty": serve(0)}, 5)
-        alone = taken["full"].median() - taken["empty"].median()
-        self.report.add("one request with its answer", alone / requests * 1000, "ms")
-        alone = taken["full"].median("cpu") - taken["empty"].median("cpu")
-        self.report.add("one request with its answer", alone / requests * 1000, "ms of processor time")
+        return by_turns({"full": serve(requests), "empty": serve(0)}, 3)
 
     def log(self, lines=100_000):
         self.report.section(f"The activity log, {lines} lines")
