@@ -17,7 +17,7 @@ std::vector<const clsMember*> Numbered(const MemberCollection& members) {
 
 // A JSON string is a valid DOT string.
 std::string Quoted(const std::string& path) {
-  return JsonText(path).dump();
+  return Written(JsonText(path));
 }
 
 void WriteDot(std::ostream& out, const GroupGraph& graph,
@@ -58,7 +58,7 @@ void Graph(Frame& frame, const std::string& file) {
   const GroupGraph graph(collection, session.program().group);
   const auto members = Numbered(collection);
   if (frame.json) {
-    frame.streams.out << GraphJson(graph, members).dump() << '\n';
+    frame.streams.out << Written(GraphJson(graph, members)) << '\n';
   } else {
     WriteDot(frame.streams.out, graph, members);
   }

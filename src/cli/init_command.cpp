@@ -72,10 +72,9 @@ void Report(const Frame& frame, Session& session, const std::string& output) {
   }
   std::vector<std::string> queued;
   for (const auto& row : queue.Rows()) queued.push_back(row->SubItem(1));
-  frame.streams.out << Json{{"file", JsonText(session.program().window.fileName)},
-                            {"queue", PathsJson(queued)},
-                            {"leftOut", PathsJson(session.LeftOut())}}
-                           .dump()
+  frame.streams.out << Written(Json{{"file", JsonText(session.program().window.fileName)},
+                                    {"queue", PathsJson(queued)},
+                                    {"leftOut", PathsJson(session.LeftOut())}})
                     << '\n';
 }
 

@@ -1,15 +1,16 @@
 #include "cli/json_line.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
+#include "cli/json_views.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
 namespace {
 
-bool IsControl(char letter) {
-  return static_cast<unsigned char>(letter) < ' ';
+// Those above ASCII begin with a byte of their own, as a few letters do.
+bool MayBeControl(char byte) {
+  return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F' || byte == '\xC2';
 }
 
 }  // namespace
@@ -58,8 +59,8 @@ void JsonLine::AddText(std::string_view text) {
 
 // Room for the worst case is made first: taking one letter after the other is most of the work.
 void JsonLine::AddEscaped(std::string_view utf8) {
-  if (std::any_of(utf8.begin(), utf8.end(), IsControl)) {
-    const std::string quoted = nlohmann::json(utf8).dump();
+  if (std::any_of(utf8.begin(), utf8.end(), MayBeControl)) {
+    const std::string quoted = Written(utf8);
     line_.append(quoted, 1, quoted.size() - 2);
     return;
   }

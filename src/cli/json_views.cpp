@@ -1,5 +1,7 @@
 #include "cli/json_views.h"
 
+#include <array>
+#include <cstdio>
 #include <ostream>
 #include <utility>
 
@@ -62,6 +64,20 @@ Json JsonText(std::string_view text) {
   return ToUtf8(text);
 }
 
+// What is left unescaped is those above the letters of ASCII.
+std::string Written(const Json& json) {
+  std::string text = json.dump();
+  for (std::size_t at = 0; (at = text.find_first_of("\x7F\xC2", at)) != std::string::npos; ++at) {
+    const bool isLong = text[at] == '\xC2';
+    const auto code = static_cast<unsigned char>(text[isLong ? at + 1 : at]);
+    if (code > 0x9F) continue;
+    std::array<char, 8> escaped{};
+    std::snprintf(escaped.data(), escaped.size(), "\\u%04x", code);
+    text.replace(at, isLong ? 2 : 1, escaped.data());
+  }
+  return text;
+}
+
 Json QueueJson(const ListView& queue) {
   Json rows = Json::array();
   for (const auto& row : queue.Rows()) {
@@ -95,7 +111,7 @@ Json SettingsJson(const clsOptions& options) {
 
 void WriteShowJson(std::ostream& out, const Program& program) {
   const frmBuilder& window = program.window;
-  out << "{\"title\":" << JsonText(window.caption.Get()).dump() << ",\"projects\":[";
+  out << "{\"title\":" << Written(JsonText(window.caption.Get())) << ",\"projects\":[";
   JsonLine line;
   const char* separator = "\n";
   for (const auto& member : window.ProjectMembers) {
@@ -108,8 +124,8 @@ void WriteShowJson(std::ostream& out, const Program& program) {
       out << std::exchange(separator, ",\n") << NodeLine(line, each);
     });
   }
-  out << "],\n\"queue\":" << QueueJson(window.lvwQueue).dump()
-      << ",\n\"settings\":" << SettingsJson(program.options).dump() << "}\n";
+  out << "],\n\"queue\":" << Written(QueueJson(window.lvwQueue))
+      << ",\n\"settings\":" << Written(SettingsJson(program.options)) << "}\n";
 }
 
 }  // namespace gorbex::cli

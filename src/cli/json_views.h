@@ -13,6 +13,10 @@ using Json = nlohmann::ordered_json;
 /// A text of the program as JSON.
 [[nodiscard]] Json JsonText(std::string_view text);
 
+/// JSON as a text. Every control character is escaped, also those that JSON would let through to
+/// the user's terminal.
+[[nodiscard]] std::string Written(const Json& json);
+
 /// The rows of the queue, and those of the detail list.
 [[nodiscard]] Json QueueJson(const ListView& queue);
 [[nodiscard]] Json ReferencesJson(const ListView& references);

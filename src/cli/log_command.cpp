@@ -35,8 +35,9 @@ void Log(Frame& frame, const std::string& asked) {
   }
   const std::string text = session.program().platform.files.Read(file);
   if (frame.json) {
-    frame.streams.out
-        << Json{{"day", day}, {"file", JsonText(file)}, {"lines", LinesJson(text)}}.dump() << '\n';
+    frame.streams.out << Written(Json{
+                             {"day", day}, {"file", JsonText(file)}, {"lines", LinesJson(text)}})
+                      << '\n';
   } else {
     frame.streams.out << Plain(text);
   }

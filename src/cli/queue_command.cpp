@@ -95,7 +95,7 @@ void Queue(Frame& frame, const QueueArguments& arguments) {
   if (arguments.save) session.Save();
   const ListView& queue = session.program().window.lvwQueue;
   if (frame.json) {
-    frame.streams.out << QueueJson(queue).dump() << '\n';
+    frame.streams.out << Written(QueueJson(queue)) << '\n';
   } else {
     PrintQueue(frame.streams.out, queue);
   }

@@ -27,7 +27,7 @@ void ShowReferences(Frame& frame, const std::string& file, const std::string& pr
   program.display.ShowProjectReferences(path);
   const ListView& rows = program.window.lvwData;
   if (frame.json) {
-    frame.streams.out << ReferencesJson(rows).dump() << '\n';
+    frame.streams.out << Written(ReferencesJson(rows)) << '\n';
     return;
   }
   for (const auto& row : rows.Rows()) PrintRow(frame.streams.out, *row);

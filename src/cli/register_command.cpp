@@ -20,7 +20,7 @@ void Register(Frame& frame, const std::string& typed, Direction direction) {
   const bool done = direction == Direction::Register ? program.registration.Register(path)
                                                      : program.registration.Unregister(path);
   if (frame.json) {
-    frame.streams.out << Json{{"file", JsonText(path)}, {"done", done}}.dump() << '\n';
+    frame.streams.out << Written(Json{{"file", JsonText(path)}, {"done", done}}) << '\n';
   }
   if (done) return;
   session.Warn("Failed to Register " + Plain(path));

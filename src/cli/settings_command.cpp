@@ -82,7 +82,7 @@ void List(Frame& frame, const Program& program) {
     frame.streams.out << Padded(std::string(setting.name), 20) << Shown(setting, options) << '\n';
   }
   ListMail(frame, program, object);
-  if (frame.json) frame.streams.out << object.dump() << '\n';
+  if (frame.json) frame.streams.out << Written(object) << '\n';
 }
 
 std::string SettingText(std::string_view name, const std::string& typed) {
@@ -125,7 +125,7 @@ void ShowOrChangeMail(Frame& frame, Program& program, std::string_view name,
   }
   const std::string value = MailValue(program, name);
   if (frame.json) {
-    frame.streams.out << Json{{std::string(name), JsonText(value)}}.dump() << '\n';
+    frame.streams.out << Written(Json{{std::string(name), JsonText(value)}}) << '\n';
   } else {
     frame.streams.out << Plain(value) << '\n';
   }
@@ -143,7 +143,7 @@ void Settings(Frame& frame, const SettingsArguments& arguments, bool hasValue) {
   const Setting& setting = Named(arguments.name);
   if (hasValue) Change(session, options, setting, arguments.value);
   if (frame.json) {
-    frame.streams.out << Json{{std::string(setting.name), setting.Get(options)}}.dump() << '\n';
+    frame.streams.out << Written(Json{{std::string(setting.name), setting.Get(options)}}) << '\n';
   } else {
     frame.streams.out << Shown(setting, options) << '\n';
   }

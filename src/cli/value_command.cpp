@@ -53,9 +53,9 @@ void Get(Frame& frame, const ValueArguments& arguments) {
   }
   const auto value = session.program().values.ReadProjectValue(path, key);
   if (frame.json) {
-    frame.streams.out
-        << Json{{"key", arguments.key}, {"value", JsonText(value)}, {"found", found}}.dump()
-        << '\n';
+    frame.streams.out << Written(Json{
+                             {"key", arguments.key}, {"value", JsonText(value)}, {"found", found}})
+                      << '\n';
   } else {
     frame.streams.out << Shown(value) << '\n';
   }
@@ -81,8 +81,9 @@ void Set(Frame& frame, const ValueArguments& arguments) {
   const bool set = hasKey && written;
   if (!set) frame.status = ExitStatus::WorkFailed;
   if (frame.json) {
-    frame.streams.out
-        << Json{{"key", arguments.key}, {"value", JsonText(*value)}, {"set", set}}.dump() << '\n';
+    frame.streams.out << Written(Json{
+                             {"key", arguments.key}, {"value", JsonText(*value)}, {"set", set}})
+                      << '\n';
   }
 }
 

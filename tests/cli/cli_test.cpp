@@ -260,10 +260,15 @@ TEST_F(CliTest, LogPrintsTheDayAsked) {
 }
 
 TEST_F(CliTest, TextsOfStrangersCannotSteerTheTerminal) {
-  platform.files.AddFile(Group::Path("Core"), "Type=OleDll\r\nName=\"\x1b[2J\x90\xe9\"\r\n");
+  const std::string core = Group::Path("Core");
+  platform.files.AddFile(core, "Type=OleDll\r\nName=\"\x1b[2J\x90\x7f\xe9\"\r\n");
   const Result shown = Run({"show", file});
   EXPECT_EQ(shown.out.find('\x1b'), std::string::npos);
   EXPECT_NE(shown.out.find("[2J\xc3\xa9"), std::string::npos);
+  for (const auto& arguments : std::vector<std::vector<std::string>>{
+           {"show", file, "--json"}, {"value", "get", core, "Name", "--json"}, {"graph", file}}) {
+    EXPECT_NE(Run(arguments).out.find("\\u001b[2J\\u0090\\u007f\xc3\xa9"), std::string::npos);
+  }
 }
 
 TEST(RunReportsTest, JUnitTellsBuiltFailedAndLeftProjectsApart) {
