@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <ostream>
-#include <utility>
 
 #include "cli/commands.h"
 #include "cli/json_views.h"
@@ -150,15 +149,6 @@ ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
-// The system's wish ends the run, and the source-control client's present step with it, once.
-void EndRunOnRequest(Session& session, bool& isTold) {
-  if (!session.host().EndWanted()) return;
-  Program& program = session.program();
-  program.run.End();
-  if (std::exchange(isTold, true) || !program.session.AtWork()) return;
-  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
-}
-
 void Build(Frame& frame, const BuildArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
@@ -169,9 +159,10 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   RunRecord record(CheckedProjects(program.window.lvwQueue));
   std::ostream& lines = frame.json ? frame.streams.err : frame.streams.out;
   RunPrinter printer(frame, lines, program.platform.clock);
-  session.onIdle = [&, isTold = false]() mutable {
+  session.onIdle = [&] {
     printer.Tick();
-    EndRunOnRequest(session, isTold);
+    if (session.host().EndWanted()) program.run.End();
+    session.EndStepOnRequest();
   };
   const Subscription listening = program.run.events.Connect([&](const RunEvent& event) {
     record.On(event);
@@ -186,7 +177,7 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   session.onIdle = nullptr;
 
   if (frame.json) {
-    frame.streams.out << RunJson(record, program.window.registrationScript).dump() << '\n';
+    frame.streams.out << Written(RunJson(record, program.window.registrationScript)) << '\n';
   }
   WriteReports(session, arguments, record);
   frame.status = StatusOf(record, session.host().EndWanted());

@@ -59,6 +59,7 @@ void Serve(Frame& frame, const ServeArguments& arguments) {
   host.ListenForEnd();
   session.onIdle = [&] {
     if (host.EndWanted()) program.mail.EndTick();
+    session.EndStepOnRequest();
   };
   Start(program);
   Tick(session);

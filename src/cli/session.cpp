@@ -100,6 +100,12 @@ std::shared_ptr<void> Session::ChangeAlone() const {
       [this] { Warn("another program is changing it; waiting for its end"); });
 }
 
+void Session::EndStepOnRequest() {
+  if (hasEndedStep_ || !host_->EndWanted() || !program_->session.AtWork()) return;
+  hasEndedStep_ = true;
+  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
+}
+
 void Session::Save() {
   const std::string& file = program_->window.fileName;
   if (!leftOut_.empty()) {

@@ -46,6 +46,11 @@ class Session {
   /// Prints a line for the user on the error stream.
   void Warn(const std::string& utf8) const;
 
+  /// Ends the source-control client's present step when the system wishes the program's end, by an
+  /// error of its own; once, because what the client does to leave nothing half-done must not be
+  /// ended too.
+  void EndStepOnRequest();
+
   /// Called between the polls of a running compiler.
   std::function<void()> onIdle;
 
@@ -73,6 +78,7 @@ class Session {
   std::vector<std::string> leftOut_;
   std::string opened_;  ///< the build project file's bytes when it was opened
   std::vector<Subscription> subscriptions_;
+  bool hasEndedStep_ = false;
 };
 
 }  // namespace gorbex::cli

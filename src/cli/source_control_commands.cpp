@@ -45,16 +45,12 @@ void LogIn(Session& session, const SourceControlCommandsArguments& arguments) {
   }
 }
 
-// An end that the system wants ends the client's present step, once: what it does to leave nothing
-// half-done must not be ended too. Before the client is at work, where a user may be asked, it ends
-// the program as ever.
+// Before the client is at work, where a user may be asked, the system's wish ends the program as
+// ever.
 void EndOnRequest(Session& session) {
-  Host& host = session.host();
-  session.onIdle = [&host, isListening = false, isTold = false]() mutable {
-    if (!std::exchange(isListening, true)) host.ListenForEnd();
-    if (isTold || !host.EndWanted()) return;
-    isTold = true;
-    throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
+  session.onIdle = [&session, isListening = false]() mutable {
+    if (!std::exchange(isListening, true)) session.host().ListenForEnd();
+    session.EndStepOnRequest();
   };
 }
 
@@ -89,7 +85,7 @@ void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
     }
     if (!done) frame.status = ExitStatus::WorkFailed;
   }
-  if (frame.json) frame.streams.out << results.dump() << '\n';
+  if (frame.json) frame.streams.out << Written(results) << '\n';
 }
 
 void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
@@ -110,7 +106,7 @@ void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
     changed.push_back(JsonText(node->Text()));
     if (!frame.json) frame.streams.out << Plain(node->Text()) << '\n';
   }
-  if (frame.json) frame.streams.out << changed.dump() << '\n';
+  if (frame.json) frame.streams.out << Written(changed) << '\n';
 }
 
 void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
@@ -133,7 +129,7 @@ void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
   const bool done = form.hidden.Get();
   if (!done) frame.status = ExitStatus::WorkFailed;
   if (frame.json) {
-    frame.streams.out << Json{{"spec", JsonText(spec)}, {"done", done}}.dump() << '\n';
+    frame.streams.out << Written(Json{{"spec", JsonText(spec)}, {"done", done}}) << '\n';
   } else if (done) {
     frame.streams.out << "labelled " << Plain(spec) << " as " << arguments.label << '\n';
   }

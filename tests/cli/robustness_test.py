@@ -9,6 +9,7 @@ mail      the service over a real Maildir and a real sendmail answers each of th
 """
 
 import collections
+import contextlib
 import email
 import json
 import os
@@ -52,6 +53,18 @@ def until(condition, what, process=None, patience=PATIENCE):
         check(process is None or process.poll() is None, f"the service ended before {what}")
         check(time.monotonic() < end, f"waited in vain until {what}")
         time.sleep(0.01)
+
+
+def children(process):
+    """The processes that it has started, each the first of a session of its own."""
+    return [int(child) for child in pathlib.Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()]
+
+
+def runs(process):
+    """Whether it does; one that only waits for its parent to notice does not."""
+    with contextlib.suppress(OSError):
+        return not re.search(r"^State:\s*[ZX]", pathlib.Path(f"/proc/{process}/status").read_text(), re.M)
+    return False
 
 
 def masked(text):
@@ -133,13 +146,18 @@ def killed(product):
         # The commands that were left alone say how long one may take.
         kind = command[0] + (command[5] if command[0] == "build" else "")
         begin = time.monotonic()
-        process = product.start(GORBEX, *command, start_new_session=True)
+        process = product.start(GORBEX, *command)
         patience = None if kind not in lasted else random.uniform(0, lasted[kind])
         try:
             process.communicate(timeout=patience)
             lasted[kind] = time.monotonic() - begin
         except subprocess.TimeoutExpired:
-            os.killpg(process.pid, signal.SIGKILL)
+            # The compiler of that moment goes with it, or would go on beside the next command.
+            compilers = children(process)
+            process.kill()
+            for compiler in compilers:
+                with contextlib.suppress(ProcessLookupError):
+                    os.killpg(compiler, signal.SIGKILL)
             process.communicate()
             kills += 1
         when = f"command {number}, {command}"
@@ -157,17 +175,17 @@ def killed(product):
 
 def ended(product):
     compiler = product.root / "slow"
-    compiler.write_text("#!/bin/sh\nexec sleep 300\n")
+    compiler.write_text("#!/bin/sh\nsleep 300 &\necho $! >helper.new; mv helper.new helper\nwait\n")
     compiler.chmod(0o755)
     before = {path: path.read_bytes().rstrip(b"\r\n") for path in product.projects}
     core = product.folder / "Core" / "StoreCore.vbp"
+    helper = product.root / "helper"
     for kind in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+        helper.unlink(missing_ok=True)
         process = product.start(GORBEX, "build", product.file, "--all", "--yes", "--debug", "--stop-on-error",
-                                "--compiler", compiler)
+                                "--compiler", compiler, cwd=product.root)
         until(lambda: b"CodeViewDebugInfo=-1" in core.read_bytes(), "the debug values are set")
-        children = pathlib.Path(f"/proc/{process.pid}/task/{process.pid}/children")
-        until(children.read_text, "the compiler runs")
-        child = children.read_text().split()[0]
+        until(helper.exists, "the compiler runs")
         waiting = product.start(GORBEX, "build", product.file, core, "--yes", "--compiler", compiler)
         check("waiting for its end" in waiting.stdout.readline(), "a second build says that it waits")
         waiting.send_signal(kind)
@@ -176,7 +194,7 @@ def ended(product):
         said = process.communicate(timeout=20)[0]
         check(process.returncode == 1, f"ended with {process.returncode}: {said}")
         check("0 built, 1 failed, 9 left" in said, f"it says what it did: {said}")
-        check(not os.path.exists(f"/proc/{child}"), "the compiler is ended")
+        until(lambda: not runs(helper.read_text().strip()), "the compiler is ended with what it started", patience=5)
         for path, text in before.items():
             check(path.read_bytes().rstrip(b"\r\n") == text, f"{path} did not get its values back")
     product.require_whole_files("at the end")

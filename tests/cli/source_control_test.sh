@@ -79,12 +79,13 @@ gone() { # gone PROCESS NAME; one that only waits for its parent to notice is go
 gone "$(cat "$scratch/pushing")" "git's hook"
 
 # Told to end while git waits for its server, in the login (1 call of the server) or between two projects (3), a command ends
-# git with its helpers and leaves no lock, and a build has given project files their values back.
+# git with its helpers, stubborn ones too, and leaves no lock, and a build has given project files their values back. A second
+# signal ends both at once.
 cat >"$scratch/server" <<'END'
 #!/bin/sh
 cd "$(dirname "$0")"
 echo >>calls
-[ "$(wc -l <calls)" -lt "$(cat hang)" ] || { echo $$ >hanging; exec sleep 60; }
+[ "$(wc -l <calls)" -lt "$(cat hang)" ] || { trap '' TERM; echo $$ >hanging; exec sleep 60; }
 exec sh -c "$2"
 END
 printf '#!/bin/sh\ncat "%s" >>"%s/compiled"\n' "$drive/Storefront/Core/StoreCore.vbp" "$scratch" >"$scratch/compiler"
@@ -98,22 +99,31 @@ cat >>"$GORBEX_PREFIX/gorbexbuilder.reg" <<'END'
 [HKEY_CURRENT_USER\\Software\\Tovarren\\GorbexBuilder]
 "INIPath"="C:\\vss.ini"
 END
-for how in "1 TERM get" "1 TERM build" "3 TERM build" "3 INT build"; do
-  read -r hang signal command <<<"$how"
+printf '#!/bin/sh\nexec cat >"%s/answer"\n' "$scratch" >"$scratch/sendmail"
+chmod +x "$scratch/sendmail"
+expect 0 "$gorbex" settings MailTransport "sendmail://$scratch/sendmail"
+mkdir -p "$scratch"/Maildir/{,.Builder/}{cur,new,tmp}
+printf 'From: a@b\r\nSubject: Build Request\r\n\r\nGET,PRO C:\\Storefront\\Core\\StoreCore.vbp,\r\n' \
+  >"$scratch/Maildir/.Builder/new/1.host"
+for how in "1 TERM get 1" "1 TERM build 1" "3 TERM build 1" "3 INT build 1" "1 TERM serve 0" "1 TERM get 143"; do
+  read -r hang signal command ends <<<"$how"
   rm -f "$scratch"/{calls,hanging,compiled}
   echo "$hang" >"$scratch/hang"
   options=()
-  [ "$command" = get ] || options=(--all --get --debug --compiler "$scratch/compiler")
+  [ "$command" != serve ] || options=(--once)
+  [ "$command" != build ] || options=(--all --get --debug --compiler "$scratch/compiler")
   "$gorbex" "$command" "$bpf" "${options[@]}" --no >"$scratch/out" 2>"$scratch/err" &
   for ((wait = 0; wait < 300; wait++)); do [ -s "$scratch/hanging" ] && break || sleep 0.1; done
   [ -s "$scratch/hanging" ] || { cat "$scratch/out" "$scratch/err"; fail "$how: the server was never asked"; }
   begun=$SECONDS status=0
   kill "-$signal" $!
+  [ "$ends" != 143 ] || { sleep 0.3; kill "-$signal" $!; }
   wait $! || status=$?
-  [ "$status" = 1 ] || { cat "$scratch/out" "$scratch/err"; fail "$how: told to end it ended with $status"; }
+  [ "$status" = "$ends" ] || { cat "$scratch/out" "$scratch/err"; fail "$how: told to end it ended with $status"; }
   [ $((SECONDS - begun)) -lt 10 ] || fail "$how: it waited for the server"
   gone "$(cat "$scratch/hanging")" "$how: what git had started"
   [ "$hang" = 1 ] || grep -q 'CodeViewDebugInfo=-1' "$scratch/compiled" || fail "$how: no debug build"
   ! grep -rl --include='*.vbp' 'CodeViewDebugInfo=-1' "$drive" || fail "$how: debug values were left"
   [ -z "$(find "$drive/.git" -name '*.lock')" ] || fail "$how: git's lock was left"
 done
+grep -q '^Subject: .*failed' "$scratch/answer" || fail "the request was not answered"

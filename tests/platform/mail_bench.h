@@ -105,10 +105,7 @@ class ServerBench : public MaildirBench {
     std::istringstream(root.Get("ports")) >> imap >> imaps >> smtp >> smtps >> silent >> rude;
     if (rude == 0) throw std::runtime_error("no mail servers: " + root.Get("dovecot.log"));
   }
-  ~ServerBench() {
-    server_.Interrupt();
-    static_cast<void>(server_.ExitCode(std::chrono::seconds(5)));
-  }
+  ~ServerBench() { server_.End(std::chrono::seconds(5)); }
 
   static std::string Url(const std::string& scheme, int port,
                          const std::string& login = "anna:s3cret%20w%C3%A9rd@",

@@ -143,6 +143,7 @@ int main(int count, char** values) {
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   // A file that may not grow further is an error like a full disk, not the end of the program.
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+  gorbex::EndSignal::Obey();
   std::ios::sync_with_stdio(false);
   const gorbex::cli::Streams streams{std::cin,
                                      std::cout,

@@ -7,6 +7,8 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <array>
+#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -60,9 +62,8 @@ class SpawnSettings {
     sigaddset(&signals, SIGCHLD);
     sigaddset(&signals, SIGXFSZ);
     posix_spawnattr_setsigdefault(&attributes_, &signals);
-    const int session = start.hasOwnSession ? POSIX_SPAWN_SETSID : 0;
-    posix_spawnattr_setflags(
-        &attributes_, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | session));
+    constexpr int kFlags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID;
+    posix_spawnattr_setflags(&attributes_, static_cast<short>(kFlags));
   }
   ~SpawnSettings() {
     posix_spawnattr_destroy(&attributes_);
@@ -79,6 +80,17 @@ class SpawnSettings {
   posix_spawnattr_t attributes_{};
 };
 
+// The children that are waited for. A signal handler reaches nothing but globals, and no more run
+// at once.
+std::array<std::atomic<pid_t>, 16> running{};
+
+void Replace(pid_t from, pid_t to) {
+  for (auto& place : running) {
+    pid_t expected = from;
+    if (place.compare_exchange_strong(expected, to)) return;
+  }
+}
+
 pid_t Spawn(const ChildStart& start) {
   const PointerList arguments(start.arguments);
   const PointerList environment(start.environment);
@@ -87,6 +99,7 @@ pid_t Spawn(const ChildStart& start) {
   const int error = posix_spawn(&id, arguments.Get()[0], settings.Actions(), settings.Attributes(),
                                 arguments.Get(), environment.Get());
   if (error != 0) throw std::system_error(error, std::generic_category());
+  Replace(0, id);
   return id;
 }
 
@@ -105,9 +118,13 @@ std::uint32_t CodeOf(int status) {
 
 ChildProcess::ChildProcess(const ChildStart& start, std::function<void()> onEnded)
     : id_(Spawn(start)),
-      addressee_(start.hasOwnSession ? -id_ : id_),
       watch_(static_cast<int>(syscall(SYS_pidfd_open, id_, 0))),
       onEnded_(std::move(onEnded)) {}
+
+ChildProcess::~ChildProcess() {
+  Replace(id_, 0);
+  Reap();
+}
 
 std::optional<std::uint32_t> ChildProcess::ExitCode(milliseconds patience) {
   if (!Reap()) {
@@ -119,11 +136,27 @@ std::optional<std::uint32_t> ChildProcess::ExitCode(milliseconds patience) {
 }
 
 void ChildProcess::Terminate() {
-  if (!Reap()) kill(addressee_, SIGKILL);
+  if (!Reap()) kill(-id_, SIGKILL);
 }
 
-void ChildProcess::Interrupt() {
-  if (!Reap()) kill(addressee_, SIGTERM);
+void ChildProcess::End(milliseconds patience) {
+  constexpr auto kHelpersPatience = milliseconds(1000);
+  if (Reap()) return;
+  kill(-id_, SIGTERM);
+  Wait(patience);
+  const auto end = steady_clock::now() + kHelpersPatience;
+  while (Reap() && kill(-id_, 0) == 0 && steady_clock::now() < end) {
+    std::this_thread::sleep_for(milliseconds(5));
+  }
+  kill(-id_, SIGKILL);
+  static_cast<void>(ExitCode(patience));
+}
+
+void ChildProcess::TerminateAll() {
+  for (const auto& place : running) {
+    const pid_t id = place;
+    if (id > 0) kill(-id, SIGKILL);
+  }
 }
 
 bool ChildProcess::Reap() {

@@ -15,8 +15,9 @@
 
 namespace gorbex {
 
-/// How a child starts: no open file but its input and output, and no signal blocked or ignored on
-/// our account.
+/// How a child starts: no open file but its input and output, no signal blocked or ignored on our
+/// account, and a session of its own. Our terminal and its keys do not reach it, and it is ended
+/// with the helpers that it started.
 struct ChildStart {
   std::vector<std::string> arguments;  ///< the program's host path first
   std::vector<std::string> environment;
@@ -24,8 +25,6 @@ struct ChildStart {
   int input = -1;        ///< below zero for nothing to read
   int output = STDERR_FILENO;
   int errorOutput = STDERR_FILENO;
-  bool hasOwnSession = false;  ///< without our terminal, and out of reach of its keys; ended with
-                               ///< the helpers that it started
 };
 
 /// A child of this process, watched through a descriptor of its own.
@@ -33,20 +32,24 @@ class ChildProcess : public Process {
  public:
   /// Fails with std::system_error. The call is made once, when the child's end is seen.
   explicit ChildProcess(const ChildStart& start, std::function<void()> onEnded = {});
-  ~ChildProcess() override { Reap(); }
+  ~ChildProcess() override;
 
   [[nodiscard]] std::optional<std::uint32_t> ExitCode(std::chrono::milliseconds patience) override;
   void Terminate() override;
 
-  /// Asks the process to end, so that it can tidy up behind itself.
-  void Interrupt();
+  /// Asks the process and its helpers to end, so that they can tidy up behind themselves, and ends
+  /// those that have not done so in time.
+  void End(std::chrono::milliseconds patience);
+
+  /// Ends all children that are waited for, with their helpers. For the moment in which a signal
+  /// ends this program: nothing but calls that a signal handler may make.
+  static void TerminateAll();
 
  private:
   bool Reap();
   void Wait(std::chrono::milliseconds patience);
 
-  pid_t id_;
-  pid_t addressee_;  ///< of signals: the process, or the group that it leads
+  pid_t id_;  ///< also of the group that it leads
   Descriptor watch_;
   std::function<void()> onEnded_;
   std::optional<std::uint32_t> exitCode_;

@@ -8,6 +8,8 @@
 #include <atomic>
 #include <csignal>
 
+#include "platform/linux/child_process.h"
+
 namespace gorbex {
 namespace {
 
@@ -15,7 +17,28 @@ namespace {
 std::atomic<bool> wanted{false};
 std::array<int, 2> wakening{-1, -1};
 
-void Note(int /*signal*/) {
+constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
+
+// The system's own way to end the program comes back as soon as the handler is at work.
+void End(int signal) {
+  ChildProcess::TerminateAll();
+  static_cast<void>(raise(signal));
+}
+
+void Handle(int signal, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+  sigaction(signal, &action, nullptr);
+}
+
+bool IsIgnored(int signal) {
+  struct sigaction action {};
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+void Note(int signal) {
+  Handle(signal, End);
   wanted = true;
   const char byte = 0;
   static_cast<void>(!write(wakening[1], &byte, 1));
@@ -23,12 +46,19 @@ void Note(int /*signal*/) {
 
 }  // namespace
 
+// Who started the program may have switched a signal off.
+void EndSignal::Obey() {
+  for (const int signal : kSignals) {
+    if (!IsIgnored(signal)) Handle(signal, End);
+  }
+}
+
 void EndSignal::Listen() {
   if (wakening[0] < 0 && pipe2(wakening.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-  struct sigaction action {};
-  action.sa_handler = Note;
-  action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaction(signal, &action, nullptr);
+  for (const int signal : kSignals) {
+    // Nohup means it; a script ignores the others for all that it starts in the background.
+    if (signal != SIGHUP || !IsIgnored(signal)) Handle(signal, Note);
+  }
 }
 
 bool EndSignal::Wanted() {

@@ -4,10 +4,14 @@
 
 namespace gorbex {
 
-/// The system's wish that the program end (SIGTERM, SIGINT, SIGHUP), noted instead of obeyed at
-/// once. A second one ends the program. There is one for the whole program.
+/// The system's wish that the program end (SIGTERM, SIGINT, SIGHUP). There is one for the whole
+/// program.
 class EndSignal {
  public:
+  /// From now on it is obeyed at once, and what the program started ends too.
+  static void Obey();
+
+  /// From now on it is noted. A second one is obeyed.
   static void Listen();
   [[nodiscard]] static bool Wanted();
 

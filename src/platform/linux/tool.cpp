@@ -101,11 +101,7 @@ class LinuxTool : public RunningTool {
     errorOutput_.CloseChildsEnd();
   }
   ~LinuxTool() override {
-    if (child_.ExitCode(0ms)) return;
-    child_.Interrupt();
-    if (child_.ExitCode(5s)) return;
-    child_.Terminate();
-    static_cast<void>(child_.ExitCode(5s));
+    if (!child_.ExitCode(0ms)) child_.End(5s);
   }
   LinuxTool(const LinuxTool&) = delete;
   LinuxTool& operator=(const LinuxTool&) = delete;
@@ -124,7 +120,6 @@ class LinuxTool : public RunningTool {
     start.input = input_.Number();
     start.output = output_.ChildsEnd();
     start.errorOutput = errorOutput_.ChildsEnd();
-    start.hasOwnSession = true;
     return start;
   }
 

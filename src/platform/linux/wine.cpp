@@ -32,7 +32,6 @@ std::optional<std::string> Hear(ChildStart start) {
   if (heard.Number() < 0 || nowhere.Number() < 0) return std::nullopt;
   start.output = heard.Number();
   start.errorOutput = nowhere.Number();
-  start.hasOwnSession = true;
   ChildProcess process(start);
   const auto code = process.ExitCode(kPatience);
   if (!code) process.Terminate();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/git/ask_pass.h"
+#include "platform/linux/end_signal.h"
 #include "platform/linux/platform.h"
 #include "platform/linux/program_lock.h"
 #include "platform/linux/typed_path.h"
@@ -79,6 +80,7 @@ int main(int count, char** values) {
   unsetenv("GORBEX_SCC_PASSWORD");
   // A lost pipe or a file that may not grow is an error, not the end of the program.
   for (const int signal : {SIGPIPE, SIGXFSZ}) static_cast<void>(std::signal(signal, SIG_IGN));
+  EndSignal::Obey();
   const auto arguments =
       ui::WindowArgumentsOf({values + 1, values + count}, ui::PrefixOption::Offered);
   if (const auto& reply = arguments.reply) {
