@@ -1,4 +1,7 @@
+#include <algorithm>
+
 #include "platform/git/ask_pass.h"
+#include "platform/git/runner.h"
 #include "platform/git/words.h"
 #include "tests/platform/git_bench.h"
 
@@ -55,6 +58,36 @@ TEST(GitSourceControl, SaysWhyItCannotBeOpened) {
   ExpectWords(bench.OpenError(), "git is not installed: there is no program 'git'");
   bench.files.Remove("C:\\scc.ini");
   EXPECT_EQ(bench.OpenError(), "53 File not found: 'C:\\scc.ini'");
+}
+
+/// Runs tools, but has no time for one that asks the remote for longer than a moment.
+class HastyTools : public ToolRunner {
+ public:
+  explicit HastyTools(ToolRunner& tools) : tools_(tools) {}
+  [[nodiscard]] ToolOutcome Run(const ToolCall& call) override {
+    EXPECT_EQ(call.patience, kGitPatience);
+    const auto& words = call.arguments;
+    const bool isRemote = std::find(words.begin(), words.end(), "ls-remote") != words.end();
+    auto hasty = call;
+    if (isRemote) hasty.patience = std::chrono::milliseconds(300);
+    return tools_.Run(hasty);
+  }
+
+ private:
+  ToolRunner& tools_;
+};
+
+TEST(GitSourceControl, WaitsForNoServerForEver) {
+  GitBench bench;
+  bench.root.Put("ssh", "#!/bin/sh\ntrap '' TERM\necho $$ >\"$0.id\"\nsleep 60\n");
+  const auto ssh = (bench.root.Path() / "ssh").native();
+  bench.Work("chmod +x " + ssh +
+             "; git remote set-url origin ssh://host/x; git config ssh.variant " +
+             "simple; git config core.sshCommand " + ssh);
+  HastyTools hasty(bench.tools);
+  GitSourceControl client(hasty, bench.files, GORBEX);
+  EXPECT_EQ(ErrorOf([&] { client.Open("C:\\scc.ini", "", ""); }), "5 'git' took too long");
+  bench.Sh("", "! grep -q '^State:.[^ZX]' /proc/$(cat ssh.id)/status");
 }
 
 TEST(GitSourceControl, LosesNothingWhenAGetFails) {

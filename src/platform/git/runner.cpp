@@ -106,6 +106,7 @@ void GitRunner::AddLogin(ToolCall& call) const {
 
 ToolCall GitRunner::CallOf(GitCall kind, const std::vector<std::string>& arguments) const {
   ToolCall call{"git", Options(kind), folder_, Environment()};
+  call.patience = kGitPatience;
   if (kind == GitCall::Remote && !login_.IsEmpty()) AddLogin(call);
   call.arguments.insert(call.arguments.end(), arguments.begin(), arguments.end());
   return call;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +16,10 @@ enum class GitCall {
   Change,    ///< changes the working tree; the user's hooks run
   Remote,    ///< asks the remote, with the login, which nothing else is shown
 };
+
+/// A git that takes longer is taken for one that hangs, as behind a silent server, and ended. An
+/// unattended program would wait for it for ever.
+inline constexpr std::chrono::minutes kGitPatience{30};
 
 /// A variable that git is given, whose value stands for no further option of a merge.
 inline constexpr const char* kNoMergeOptions = "GORBEX_MERGE_OPTIONS";
