@@ -57,14 +57,11 @@ Registrar::Outcome Registrar::Unregister(const std::string& componentFile) {
   if (!library) return Outcome::NoEntryPoint;
   const ComponentKeys keys = KeysOf(*library, componentFile);
   if (!HasPlainNames(keys)) return Outcome::Failed;
-  const auto doomed = OwnKeysOf(keys);
-  bool done = std::all_of(doomed.begin(), doomed.end(), [&](const std::string& key) {
-    return registry_.RemoveKey(RegistryRoot::ClassesRoot, key);
-  });
+  bool done = registry_.RemoveKeys(RegistryRoot::ClassesRoot, OwnKeysOf(keys));
   // Other versions of the library are other components.
   const std::string top = "TypeLib\\" + keys.library;
   if (!registry_.HasSubKeys(RegistryRoot::ClassesRoot, top)) {
-    done = registry_.RemoveKey(RegistryRoot::ClassesRoot, top) && done;
+    done = registry_.RemoveKeys(RegistryRoot::ClassesRoot, {top}) && done;
   }
   return done ? Outcome::Done : Outcome::Failed;
 }

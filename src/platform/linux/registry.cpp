@@ -227,12 +227,17 @@ bool LinuxRegistry::CreateKey(RegistryRoot root, std::string_view subKey) {
   return path && Change([&](RegistryKey& own) { return own.Make(*path) != nullptr; });
 }
 
-bool LinuxRegistry::RemoveKey(RegistryRoot root, std::string_view subKey) {
+bool LinuxRegistry::RemoveKeys(RegistryRoot root, const std::vector<std::string>& subKeys) {
   Recheck();
-  if (!HasKey(root, subKey)) return true;
-  const auto path = OwnPath(root, subKey);
-  return path && Change([&](RegistryKey& own) {
-           own.Remove(*path);
+  std::vector<std::string> paths;
+  for (const auto& subKey : subKeys) {
+    if (!HasKey(root, subKey)) continue;
+    auto path = OwnPath(root, subKey);
+    if (!path) return false;
+    paths.push_back(std::move(*path));
+  }
+  return paths.empty() || Change([&](RegistryKey& own) {
+           for (const auto& path : paths) own.Remove(path);
            return true;
          });
 }

@@ -41,9 +41,9 @@ class LinuxRegistry : public Registry {
                                                    std::string_view name) const override;
   bool CreateKey(RegistryRoot root, std::string_view subKey) override;
 
-  /// Removes a key of the own file with everything below it. True also when there was none; false
-  /// when the file cannot be written.
-  bool RemoveKey(RegistryRoot root, std::string_view subKey);
+  /// Removes keys of the own file with everything below them, all of them or none. True also when
+  /// there was none; false when the file cannot be written.
+  bool RemoveKeys(RegistryRoot root, const std::vector<std::string>& subKeys);
 
   /// True when some key stands directly below this one.
   [[nodiscard]] bool HasSubKeys(RegistryRoot root, std::string_view subKey) const;

@@ -7,6 +7,7 @@
 
 #include "platform/linux/file_system.h"
 #include "platform/linux/host_file.h"
+#include "platform/linux/registrar.h"
 #include "platform/linux/registry.h"
 #include "platform/linux/registry_text.h"
 #include "tests/faults/day_of_work.h"
@@ -79,22 +80,77 @@ class Day {
   DayOfWork work;
 };
 
+struct Fault {
+  int error;
+  Kind kind = Kind::Error;
+};
+constexpr Fault kFaults[] = {{ENOENT}, {EACCES}, {ENOSPC}, {ENOSPC, Kind::ShortWrite}, {EIO}};
+
+/// A component that is registered and unregistered over this system's own files, one call of which
+/// fails.
+class Registration {
+ public:
+  explicit Registration(bool isFirst) {
+    fs::create_directories(folder_.Path() / "drive_c");
+    fs::copy_file(TYPE_LIBRARY, folder_.Path() / "drive_c/Part.tlb");
+    if (isFirst) return;
+    registry_.SetValue(RegistryRoot::CurrentUser, "Software\\Other", "Name",
+                       {RegistryType::Text, std::string("kept\0", 5)});
+  }
+
+  /// Runs the registration tool; true when it says that all is done.
+  bool Run(const std::string& option, int failing = 0, const Fault& fault = {0}) {
+    FailingCalls calls(failing, fault.error, fault.kind);
+    const auto outcome = registrar_.Run(option + " /s C:\\Part.tlb");
+    count = calls.Count();
+    return outcome == Registrar::Outcome::Done;
+  }
+
+  [[nodiscard]] std::string Text() const { return folder_.Get("gorbexbuilder.reg"); }
+
+  int count = 0;
+
+ private:
+  TemporaryFolder folder_;
+  Prefix prefix_{folder_.Path()};
+  LinuxFileSystem files_{prefix_};
+  LinuxRegistry registry_{folder_.Path()};
+  Registrar registrar_{files_, registry_};
+};
+
+// What failed once is done as a whole by the next attempt.
+TEST(SystemFaults, LeaveARegistrationDoneOrUndone) {
+  for (const bool isFirst : {true, false}) {
+    Registration usual(isFirst);
+    const std::string texts[] = {usual.Text(), (usual.Run(""), usual.Text()),
+                                 (usual.Run("-u"), usual.Text())};
+    EXPECT_NE(texts[1], texts[0]);
+    EXPECT_GT(usual.count, 10);
+    for (int failing = 1; failing <= 2 * usual.count; ++failing) {
+      for (const auto& fault : kFaults) {
+        SCOPED_TRACE("call " + std::to_string(failing) + ", error " + std::to_string(fault.error));
+        Registration tried(isFirst);
+        const bool isDone = tried.Run("", failing, fault);
+        EXPECT_TRUE(tried.Text() == texts[1] || (!isDone && tried.Text() == texts[0]));
+        EXPECT_TRUE(tried.Run(""));
+        EXPECT_EQ(tried.Text(), texts[1]);
+        const bool isGone = tried.Run("-u", failing, fault);
+        EXPECT_TRUE(!isGone || tried.Text() == texts[2]);
+        EXPECT_TRUE(tried.Run("-u"));
+        EXPECT_EQ(tried.Text(), texts[2]);
+      }
+    }
+  }
+}
+
 TEST(SystemFaults, LeaveEveryFileWholeAndTheProgramReady) {
-  const struct {
-    int error;
-    Kind kind;
-  } faults[] = {{ENOENT, Kind::Error},
-                {EACCES, Kind::Error},
-                {ENOSPC, Kind::Error},
-                {ENOSPC, Kind::ShortWrite},
-                {EIO, Kind::Error}};
   const Day usual(0, 0, Kind::Error, Answer::Abort);
   EXPECT_EQ(usual.Complaints(), std::vector<std::string>{});
   EXPECT_GT(usual.count, 400);
   for (int failing = 1; failing <= usual.count; ++failing) {
-    for (const auto& fault : faults) {
+    for (const auto& fault : kFaults) {
       SCOPED_TRACE("call " + std::to_string(failing) + ", fault " +
-                   std::to_string(&fault - faults));
+                   std::to_string(&fault - kFaults));
       const Day day(failing, fault.error, fault.kind, Answer::Ignore);
       EXPECT_EQ(day.Complaints(), std::vector<std::string>{});
     }
