@@ -105,8 +105,8 @@ bool Compile::Compiled(const std::string& projectPath, const std::string& outDir
   RequireArgument(OutputFolder(outDir));
   const std::string log = JoinPath(uses_.programFolder, kResultLog);
   if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
-  if (uses_.shell.RunAndWait(CommandLine(projectPath, outDir)) == Shell::Ended::ByUser) {
-    problem_ = "the user ended the compiler";
+  if (uses_.shell.RunAndWait(CommandLine(projectPath, outDir)) == Shell::Ended::ByUs) {
+    problem_ = "the compiler was ended before it was done";
     return false;
   }
   return CheckLogFile(uses_.window.resultLogPath, projectPath);

@@ -8,6 +8,7 @@
 #include "cli/run_record.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
+#include "cli/time_limit.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -28,6 +29,7 @@ struct BuildArguments {
   std::string compiler;
   std::string script;
   std::string junit;
+  int timeLimit = 0;  ///< seconds; 0 for none
 };
 
 // Longer numbers fit no project file.
@@ -159,8 +161,10 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   RunRecord record(CheckedProjects(program.window.lvwQueue));
   std::ostream& lines = frame.json ? frame.streams.err : frame.streams.out;
   RunPrinter printer(frame, lines, program.platform.clock);
+  TimeLimit limit(session, std::chrono::seconds(arguments.timeLimit));
   session.onIdle = [&] {
     printer.Tick();
+    limit.Tick();
     if (session.host().EndWanted()) program.run.End();
     session.EndStepOnRequest();
   };
@@ -205,6 +209,7 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
   command.add_flag("--stop-on-error", arguments->stopOnError, "Ask after each failed project");
   command.add_option("--script", arguments->script, "Write the registration script to this file");
   command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
+  AddTimeLimit(command, arguments->timeLimit);
   AddAnswers(command, frame);
   command.callback([&frame, arguments] { Build(frame, *arguments); });
 }

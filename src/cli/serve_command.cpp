@@ -4,6 +4,7 @@
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
+#include "cli/time_limit.h"
 
 namespace gorbex::cli {
 namespace {
@@ -14,6 +15,7 @@ struct ServeArguments {
   std::optional<std::string> file;
   bool once = false;
   std::int32_t interval = 0;  ///< seconds; 0 for the stored setting
+  int timeLimit = 0;          ///< seconds; 0 for none
 };
 
 void SetInterval(Program& program, const ServeArguments& arguments) {
@@ -57,7 +59,9 @@ void Serve(Frame& frame, const ServeArguments& arguments) {
   });
   Host& host = session.host();
   host.ListenForEnd();
+  TimeLimit limit(session, std::chrono::seconds(arguments.timeLimit));
   session.onIdle = [&] {
+    limit.Tick();
     if (host.EndWanted()) program.mail.EndTick();
     session.EndStepOnRequest();
   };
@@ -78,6 +82,7 @@ void AddServeCommand(CLI::App& app, Frame& frame) {
   command.add_flag("--once", arguments->once, "Look for requests once, then end");
   command.add_option("--interval", arguments->interval, "Seconds between two looks, at most 60")
       ->check(CLI::Range(1, 60));
+  AddTimeLimit(command, arguments->timeLimit);
   AddAnswers(command, frame);
   command.callback([&frame, arguments] { Serve(frame, *arguments); });
 }

@@ -35,7 +35,7 @@ bool Shell::ShellAndWait(const std::string& commandLine) {
 Shell::Ended Shell::RunAndWait(const std::string& commandLine) {
   // Long enough to leave the processor to the child, short enough for a window to feel alive.
   constexpr std::chrono::milliseconds kPatience{10};
-  if (isClosed_) return Ended::ByUser;
+  if (isClosed_) return Ended::ByUs;
   const StartResult started = processes_.Start(commandLine);
   if (const auto* failure = std::get_if<RuntimeError>(&started)) throw *failure;
   const auto& process = std::get<std::unique_ptr<Process>>(started);
@@ -44,7 +44,7 @@ Shell::Ended Shell::RunAndWait(const std::string& commandLine) {
     const auto exitCode = process->ExitCode(kPatience);
     events_.DoEvents();
     if (!exitCode.has_value()) continue;
-    if (waiting.IsTerminated()) return Ended::ByUser;
+    if (waiting.IsTerminated()) return Ended::ByUs;
     return *exitCode == 0 ? Ended::Well : Ended::Badly;
   }
 }

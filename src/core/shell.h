@@ -18,7 +18,7 @@ class Shell {
   /// take its time. The error of the launcher when the command cannot be started.
   bool ShellAndWait(const std::string& commandLine);
 
-  enum class Ended { Well, Badly, ByUser };
+  enum class Ended { Well, Badly, ByUs };
 
   /// As ShellAndWait, with an end that TerminateAll made told apart.
   Ended RunAndWait(const std::string& commandLine);

@@ -197,6 +197,9 @@ def ended(product):
         until(lambda: not runs(helper.read_text().strip()), "the compiler is ended with what it started", patience=5)
         for path, text in before.items():
             check(path.read_bytes().rstrip(b"\r\n") == text, f"{path} did not get its values back")
+    said = product.run(GORBEX, "build", product.file, core, product.projects[-1], "--yes", "--time-limit", "1",
+                       "--compiler", compiler, status=1)
+    check("0 built, 2 failed in" in said and said.count("limit of 1 s") == 2, f"both are ended: {said}")
     product.require_whole_files("at the end")
     product.run(GORBEX, "build", product.file, "--all", "--yes")
 
