@@ -3,11 +3,13 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <string_view>
 #include <thread>
 
-// A tool that a test runs: chatty_tool report TEXT... | much | endless | sleep | leave
+// A tool that a test runs: chatty_tool report TEXT... | much | endless | sleep | leave | stay |
+// tick
 namespace {
 
 std::string Variable(const char* name) {
@@ -39,6 +41,13 @@ int NeverEnd() {
   return 1;
 }
 
+void Tick() {
+  for (int i = 0; i < 200; ++i) {
+    std::ofstream("ticks", std::ios::app) << '.';
+    std::this_thread::sleep_for(std::chrono::milliseconds(25));
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -46,7 +55,9 @@ int main(int count, char** arguments) {
   if (task == "report") return Report(count, arguments);
   if (task == "much") return SayMuch();
   if (task == "endless") return NeverEnd();
+  if (task == "stay") gorbex::test::StartAndLeave(arguments[0], "tick");
+  if (task == "tick") Tick();
   if (task == "leave") gorbex::test::StartAndLeave(arguments[0], "sleep");
-  if (task == "sleep") std::this_thread::sleep_for(std::chrono::seconds(5));
+  if (task == "sleep" || task == "stay") std::this_thread::sleep_for(std::chrono::seconds(5));
   return 0;
 }

@@ -119,6 +119,19 @@ TEST_F(SystemTools, NeitherBlockOnMuchNorWaitForAHelperLeftBehind) {
   EXPECT_EQ(ErrorOf(Run({"endless"})), ErrorNumber::OutOfMemory);
 }
 
+TEST_F(SystemTools, AreEndedWithWhatTheyStarted) {
+  EXPECT_EQ(ErrorOf(bench.tools.Run({.program = "chatty_tool",
+                                     .arguments = {"stay"},
+                                     .folder = bench.folder,
+                                     .patience = 1500ms})),
+            ErrorNumber::InvalidCall);
+  const auto ticks = std::filesystem::path(bench.root.Path()) / bench.ticks;
+  const auto before = std::filesystem::file_size(ticks);
+  EXPECT_GT(before, 0U);
+  std::this_thread::sleep_for(200ms);
+  EXPECT_EQ(std::filesystem::file_size(ticks), before);
+}
+
 TEST_F(SystemTools, SayWhatIsMissing) {
   EXPECT_EQ(ErrorOf(bench.tools.Run({"no_such_tool", {}, bench.folder})),
             ErrorNumber::FileNotFound);

@@ -83,21 +83,22 @@ class ChildStreams {
   bool isMade_ = false;
 };
 
-Handle Spawn(const ChildStart& start) {
+// The child waits until it is told to begin, so that it starts nothing outside its job.
+PROCESS_INFORMATION Spawn(const ChildStart& start) {
   ChildStreams streams(start);
   auto info = streams.StartupInfo();
   auto commandLine = start.commandLine;
   auto environment = start.environment;
   const DWORD ownConsole =
       start.hasOwnConsole || GetConsoleWindow() == nullptr ? CREATE_NO_WINDOW : 0;
+  constexpr DWORD kFlags =
+      EXTENDED_STARTUPINFO_PRESENT | CREATE_UNICODE_ENVIRONMENT | CREATE_SUSPENDED;
   PROCESS_INFORMATION made{};
   Require(CreateProcessW(start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                         EXTENDED_STARTUPINFO_PRESENT | CREATE_UNICODE_ENVIRONMENT | ownConsole,
-                         environment.empty() ? nullptr : environment.data(),
+                         kFlags | ownConsole, environment.empty() ? nullptr : environment.data(),
                          start.folder.empty() ? nullptr : start.folder.c_str(), &info.StartupInfo,
                          &made) != 0);
-  CloseHandle(made.hThread);
-  return Handle(made.hProcess);
+  return made;
 }
 
 // Names ignore case, and the system wants them in that order.
@@ -135,7 +136,13 @@ bool IsAbsolute(std::wstring_view folder) {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const ChildStart& start) : process_(Spawn(start)) {}
+ChildProcess::ChildProcess(const ChildStart& start) : job_(CreateJobObjectW(nullptr, nullptr)) {
+  const auto made = Spawn(start);
+  process_ = Handle(made.hProcess);
+  const Handle thread(made.hThread);
+  if (job_ && AssignProcessToJobObject(job_.Get(), process_.Get()) == 0) job_.Close();
+  ResumeThread(thread.Get());
+}
 
 std::optional<std::uint32_t> ChildProcess::ExitCode(std::chrono::milliseconds patience) {
   constexpr std::chrono::milliseconds::rep kLongest = std::numeric_limits<int>::max();
@@ -150,6 +157,7 @@ std::optional<std::uint32_t> ChildProcess::ExitCode(std::chrono::milliseconds pa
 
 void ChildProcess::Terminate() {
   constexpr UINT kEndedByUs = 1;
+  if (job_) TerminateJobObject(job_.Get(), kEndedByUs);
   TerminateProcess(process_.Get(), kEndedByUs);
 }
 

@@ -11,7 +11,8 @@
 
 namespace gorbex {
 
-/// How a child starts: no handle of this program but its three streams.
+/// How a child starts: no handle of this program but its three streams. It is ended with whatever it
+/// started.
 struct ChildStart {
   std::wstring program;        ///< full path
   std::wstring commandLine;    ///< the program's name, quoted, and its arguments
@@ -34,6 +35,7 @@ class ChildProcess : public Process {
   void Terminate() override;
 
  private:
+  Handle job_;  ///< of the child and what it starts; none on a system without jobs within jobs
   Handle process_;
 };
 

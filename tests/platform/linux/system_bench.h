@@ -68,6 +68,7 @@ struct ToolsOnSystem {
   LinuxToolRunner tools{prefix};
   std::string folder = "C:";
   std::string folderName = "drive_c";
+  std::string ticks = "drive_c/ticks";
 };
 
 struct InspectorOnSystem : FilesOnSystem {

@@ -78,6 +78,7 @@ struct ToolsOnSystem {
   WindowsToolRunner tools;
   std::string folder = WindowsPath(root.Path());
   std::string folderName = root.Path().filename().string();
+  std::string ticks = "ticks";
 };
 
 struct InspectorOnSystem : FilesOnSystem {
