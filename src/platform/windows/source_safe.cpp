@@ -1,5 +1,6 @@
 #include "platform/windows/source_safe.h"
 
+#include <chrono>
 #include <utility>
 
 #include "platform/runtime_error.h"
@@ -9,6 +10,9 @@ namespace gorbex {
 namespace {
 
 constexpr bool kDeletedToo = false;
+
+// A server that takes longer for one step hangs, and an unattended program with it.
+constexpr std::chrono::minutes kPatience{30};
 
 class SourceSafeItem : public SourceControlItem {
  public:
@@ -67,7 +71,7 @@ std::vector<std::unique_ptr<SourceControlItem>> SourceSafeItem::Items() {
 
 void SourceSafe::Open(const std::string& iniPath, const std::string& user,
                       const std::string& password) {
-  const auto thread = std::make_shared<AutomationThread>(events_);
+  const auto thread = std::make_shared<AutomationThread>(events_, kPatience);
   auto [database, name] = thread->Do([=] {
     auto opened = MakeObject("SourceSafe");
     opened.Do("Open", {iniPath, user, password});
