@@ -122,18 +122,28 @@ Json RunJson(const RunRecord& record, const std::string& script) {
           {"script", JsonText(script)}};
 }
 
-void WriteReports(Session& session, const BuildArguments& arguments, const RunRecord& record) {
+// One that cannot be written does not keep the other from being.
+bool WriteReports(Session& session, const BuildArguments& arguments, const RunRecord& record) {
   Program& program = session.program();
-  try {
-    if (!arguments.script.empty()) program.script.Save(session.ProgramPath(arguments.script));
-    if (!arguments.junit.empty()) {
-      program.platform.files.Write(session.ProgramPath(arguments.junit),
-                                   JUnitReport(record, program.window.fileName));
+  bool isWritten = true;
+  const auto write = [&](const std::string& typed, const auto& writeTo) {
+    if (typed.empty()) return;
+    std::string problem;
+    try {
+      return writeTo(session.ProgramPath(typed));
+    } catch (const Failure& failure) {
+      problem = failure.what();
+    } catch (const RuntimeError& error) {
+      problem = Plain(error.Description());
     }
-  } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable,
-                  "the report could not be written: " + Plain(error.Description()));
-  }
+    session.Warn("the report could not be written: " + problem);
+    isWritten = false;
+  };
+  write(arguments.script, [&](const std::string& path) { program.script.Save(path); });
+  write(arguments.junit, [&](const std::string& path) {
+    program.platform.files.Write(path, JUnitReport(record, program.window.fileName));
+  });
+  return isWritten;
 }
 
 bool IsLeft(const RunRecord::Project& project) {
@@ -183,8 +193,8 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   if (frame.json) {
     frame.streams.out << Written(RunJson(record, program.window.registrationScript)) << '\n';
   }
-  WriteReports(session, arguments, record);
-  frame.status = StatusOf(record, session.host().EndWanted());
+  const bool isReported = WriteReports(session, arguments, record);
+  frame.status = isReported ? StatusOf(record, session.host().EndWanted()) : ExitStatus::Unusable;
 }
 
 }  // namespace
