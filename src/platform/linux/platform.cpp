@@ -20,7 +20,10 @@ constexpr const char* kProgramFolder = "C:\\Program Files\\GorbexBuilder";
 }  // namespace
 
 struct LinuxPlatform::Parts {
-  explicit Parts(const std::filesystem::path& root) : prefix(root) { LookAtRegistry(false); }
+  explicit Parts(const std::filesystem::path& root) : prefix(root) {
+    LookAtRegistry(false);
+    registry.RequireReadable();
+  }
 
   // A native program may have run others under Wine.
   void LookAtRegistry(bool isBehind) {

@@ -14,6 +14,7 @@
 #include "platform/code_page.h"
 #include "platform/linux/host_file.h"
 #include "platform/linux/registry_text.h"
+#include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
@@ -104,6 +105,14 @@ void LinuxRegistry::File::Load() {
     isReadable = !stamp && error.code() == std::errc::no_such_file_or_directory;
     if (isReadable) top = RegistryKey();
     if (isReadable) senselessLines = 0;
+  }
+}
+
+void LinuxRegistry::RequireReadable() const {
+  Refresh();
+  for (const File* file : {&machine_, &user_, &own_}) {
+    if (file->isReadable) continue;
+    throw RuntimeError(ErrorNumber::PathFileAccess, FromUtf8(file->path).value_or(file->path));
   }
 }
 

@@ -30,6 +30,10 @@ class LinuxRegistry : public Registry {
 
   explicit LinuxRegistry(const std::filesystem::path& prefixRoot, LiveKey live = {});
 
+  /// Throws when a file is there that cannot be read: to take it for empty would forget which
+  /// components are registered, and whose requests are served.
+  void RequireReadable() const;
+
   /// The next query looks whether the files changed. For when a child process ended.
   void Recheck();
 

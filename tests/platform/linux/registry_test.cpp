@@ -115,6 +115,15 @@ TEST(LinuxRegistries, LoseNothingOfADamagedFile) {
   EXPECT_EQ(bench.folder.Get("gorbexbuilder.reg.damaged"), damaged);
 }
 
+TEST(LinuxRegistries, TakeNoUnreadableFileForAnEmptyOne) {
+  for (const char* name : {"gorbexbuilder.reg", "system.reg", "user.reg"}) {
+    RegistryOnSystem bench;
+    EXPECT_NO_THROW(bench.registry.RequireReadable());
+    fs::create_directory(bench.folder.Path() / name);
+    EXPECT_THROW(LinuxRegistry(bench.folder.Path()).RequireReadable(), RuntimeError) << name;
+  }
+}
+
 TEST(LinuxRegistries, RefuseWhatCannotBeWritten) {
   RegistryOnSystem bench;
   EXPECT_FALSE(bench.registry.CreateKey(Root::PerformanceData, "K"));
