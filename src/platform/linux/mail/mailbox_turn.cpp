@@ -36,7 +36,7 @@ int Opened(const MailStore& store, const std::string& homeFolder) {
     return open(maildir->folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   }
   const auto file = FileFor(std::get<MailServer>(store), homeFolder);
-  return open(file.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  return open(file.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
 }
 
 }  // namespace
