@@ -66,7 +66,8 @@ Answer ConsoleDialogs::Preset(Buttons buttons) const {
   return SafeAnswer(buttons);
 }
 
-// An answer is known by its first letters; the end of the input is the safe answer.
+// An answer is known by its first letters; the end of the input, or of the program, is the safe
+// one.
 Answer ConsoleDialogs::Ask(Buttons buttons) {
   for (;;) {
     const auto line = AskLine("  [" + Offered(buttons) + "] ");
@@ -84,8 +85,10 @@ std::optional<std::string> ConsoleDialogs::AskLine(const std::string& prompt) {
 }
 
 std::optional<std::string> ConsoleDialogs::ReadLine() {
+  const Streams& streams = frame_.streams;
+  if (streams.awaitInput && !streams.awaitInput()) return std::nullopt;
   std::string line;
-  if (!std::getline(frame_.streams.in, line)) return std::nullopt;
+  if (!std::getline(streams.in, line)) return std::nullopt;
   return line;
 }
 

@@ -73,6 +73,9 @@ struct Streams {
   /// Reads a line that the terminal does not show; nothing at the end of the input.
   std::function<std::optional<std::string>()> readSecret{};
   std::string password{};  ///< for logins when nobody is there to ask (UTF-8)
+
+  /// Waits until `in` can be read; false when the program is told to end first.
+  std::function<bool()> awaitInput{};
 };
 
 /// What every command is given: the streams, the options that hold for all, and the way to its

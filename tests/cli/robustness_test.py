@@ -14,6 +14,7 @@ import email
 import json
 import os
 import pathlib
+import pty
 import random
 import re
 import shutil
@@ -183,9 +184,11 @@ def ended(product):
     for kind in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
         helper.unlink(missing_ok=True)
         process = product.start(GORBEX, "build", product.file, "--all", "--yes", "--debug", "--stop-on-error",
-                                "--compiler", compiler, cwd=product.root)
+                                "--compiler", compiler, cwd=product.root, umask=0o077)
         until(lambda: b"CodeViewDebugInfo=-1" in core.read_bytes(), "the debug values are set")
         until(helper.exists, "the compiler runs")
+        lock = product.prefix / "gorbexbuilder.build.lock"
+        check(lock.stat().st_mode & 0o004, "other users of the prefix see that it builds")
         waiting = product.start(GORBEX, "build", product.file, core, "--yes", "--compiler", compiler)
         check("waiting for its end" in waiting.stdout.readline(), "a second build says that it waits")
         waiting.send_signal(kind)
@@ -200,8 +203,20 @@ def ended(product):
     said = product.run(GORBEX, "build", product.file, core, product.projects[-1], "--yes", "--time-limit", "1",
                        "--compiler", compiler, status=1)
     check("0 built, 2 failed in" in said and said.count("limit of 1 s") == 2, f"both are ended: {said}")
+    ended_at_a_question(product, core)
     product.require_whole_files("at the end")
     product.run(GORBEX, "build", product.file, "--all", "--yes")
+
+
+def ended_at_a_question(product, core):
+    keyboard, terminal = pty.openpty()
+    command = [GORBEX, "build", product.file, core, "--stop-on-error", "--compiler", "/bin/false"]
+    process = subprocess.Popen(command, env=product.environment, stdin=terminal, stdout=terminal, stderr=terminal)
+    said = b""
+    while b"[Abort/Retry/Ignore]" not in said:
+        said += os.read(keyboard, 4096)
+    process.send_signal(signal.SIGTERM)
+    check(process.wait(10) == 1, "told to end, who waits for an answer ends")
 
 
 def together(product):

@@ -116,6 +116,16 @@ std::optional<std::string> ReadSecret() {
   return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
 }
 
+// A signal alone ends no read of a terminal. What was typed ahead may stand in the stream already.
+bool AwaitInput() {
+  constexpr int kMoment = 100;
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  while (std::cin.rdbuf()->in_avail() <= 0 && poll(&input, 1, kMoment) <= 0) {
+    if (gorbex::EndSignal::Wanted()) return false;
+  }
+  return true;
+}
+
 bool OutputHasNoReader() {
   pollfd output{STDOUT_FILENO, POLLOUT, 0};
   return poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
@@ -151,7 +161,8 @@ int main(int count, char** values) {
                                      isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0,
                                      isatty(STDERR_FILENO) != 0,
                                      ReadSecret,
-                                     TakePassword()};
+                                     TakePassword(),
+                                     AwaitInput};
   try {
     return StatusWithOutput(
         gorbex::cli::RunCli(std::vector<std::string>(values + 1, values + count), streams,

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <chrono>
@@ -13,6 +14,15 @@ namespace {
 
 // Who may only read can hold the lock as well.
 constexpr int kFlags = O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+constexpr mode_t kForAllToRead = 0644;
+
+// A mask of whoever makes it must not hide from other users of the prefix that it is held.
+int Opened(const std::filesystem::path& file) {
+  const int made = open(file.c_str(), kFlags | O_EXCL, kForAllToRead);
+  if (made < 0) return open(file.c_str(), kFlags, kForAllToRead);
+  static_cast<void>(fchmod(made, kForAllToRead) == 0);
+  return made;
+}
 
 }  // namespace
 
@@ -24,8 +34,7 @@ std::filesystem::path ProgramLock::ToChange(const std::filesystem::path& prefixR
   return prefixRoot / "gorbexbuilder.change.lock";
 }
 
-ProgramLock::ProgramLock(const std::filesystem::path& file)
-    : file_(open(file.c_str(), kFlags, 0666)) {}
+ProgramLock::ProgramLock(const std::filesystem::path& file) : file_(Opened(file)) {}
 
 ProgramLock::ProgramLock(const std::filesystem::path& file, const std::function<void()>& onWait)
     : ProgramLock(file) {
