@@ -176,15 +176,15 @@ def killed(product):
 
 def ended(product):
     compiler = product.root / "slow"
-    compiler.write_text("#!/bin/sh\nsleep 300 &\necho $! >helper.new; mv helper.new helper\nwait\n")
+    compiler.write_text('#!/bin/sh\nsleep 300 &\necho $! >"$0.new"; mv "$0.new" "$0.helper"\nwait\n')
     compiler.chmod(0o755)
     before = {path: path.read_bytes().rstrip(b"\r\n") for path in product.projects}
     core = product.folder / "Core" / "StoreCore.vbp"
-    helper = product.root / "helper"
+    helper = product.root / "slow.helper"
     for kind in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
         helper.unlink(missing_ok=True)
         process = product.start(GORBEX, "build", product.file, "--all", "--yes", "--debug", "--stop-on-error",
-                                "--compiler", compiler, cwd=product.root, umask=0o077)
+                                "--compiler", compiler, umask=0o077)
         until(lambda: b"CodeViewDebugInfo=-1" in core.read_bytes(), "the debug values are set")
         until(helper.exists, "the compiler runs")
         lock = product.prefix / "gorbexbuilder.build.lock"
