@@ -1,6 +1,5 @@
 #include "platform/linux/prefix.h"
 
-#include <dirent.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -8,7 +7,6 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <memory>
 #include <span>
 #include <string_view>
 #include <system_error>
@@ -69,44 +67,6 @@ std::string HostPath(std::string start, std::span<const std::string_view> names)
     }
   }
   return start;
-}
-
-bool IsSameName(std::string_view hostName, std::string_view name) {
-  if (hostName.size() < name.size()) return false;
-  if (hostName.size() == name.size()) {
-    return EqualsIgnoringCase(hostName, name) && IsAscii(hostName);
-  }
-  if (IsAscii(hostName)) return false;
-  const auto bytes = FromUtf8(hostName);
-  return bytes && EqualsIgnoringCase(*bytes, name);
-}
-
-// The name that stands in the folder: that very one, or of several that differ from it in case
-// alone the first in byte order, so that the answer is stable.
-std::optional<std::string> SimilarName(DIR* folder, std::string_view name) {
-  std::optional<std::string> found;
-  while (const dirent* entry = readdir(folder)) {
-    const std::string_view candidate(entry->d_name);
-    if (!IsSameName(candidate, name)) continue;
-    if (candidate == ToUtf8(name)) return std::string(candidate);
-    if (!found || candidate < *found) found = candidate;
-  }
-  return found;
-}
-
-// Null when there is no such folder.
-std::unique_ptr<DIR, int (*)(DIR*)> OpenFolder(const std::string& path) {
-  return {opendir(path.empty() ? "/" : path.c_str()), closedir};
-}
-
-std::optional<std::string> Child(const std::string& folder, std::string_view name) {
-  auto exact = folder + "/" + ToUtf8(name);
-  struct stat info {};
-  if (lstat(exact.c_str(), &info) == 0) return exact;
-  const auto stream = OpenFolder(folder);
-  auto similar = stream ? SimilarName(stream.get(), name) : std::nullopt;
-  if (!similar) return std::nullopt;
-  return folder + "/" + *similar;
 }
 
 // The host path below a folder; nothing when it does not lie there.
@@ -242,20 +202,23 @@ std::string Prefix::ExactPath(const ParsedPath& path) const {
 std::optional<std::string> Prefix::SimilarPath(const ParsedPath& path) const {
   const std::span<const std::string_view> names(path.names);
   for (auto known = names.size(); known-- > 0;) {
-    auto found = HostPath(StartOf(path), names.first(known));
-    const auto folder = OpenFolder(found);
-    if (!folder && (errno == ENOENT || errno == ENOTDIR)) continue;
-    auto similar = folder ? SimilarName(folder.get(), names[known]) : std::nullopt;
-    if (!similar) return std::nullopt;
-    found.append("/").append(*similar);
+    auto found = std::optional(HostPath(StartOf(path), names.first(known)));
+    const auto look = names_.Find(*found, names[known]);
+    if (!look.hasFolder) continue;
+    if (!look.name) return std::nullopt;
+    found->append("/").append(*look.name);
     for (const auto name : names.subspan(known + 1)) {
-      auto child = Child(found, name);
-      if (!child) return std::nullopt;
-      found = std::move(*child);
+      found = Child(*found, name);
+      if (!found) break;
     }
     return found;
   }
   return std::nullopt;
+}
+
+std::optional<std::string> Prefix::Child(const std::string& folder, std::string_view name) const {
+  const auto look = names_.Find(folder, name);
+  return look.name ? std::optional(folder + "/" + *look.name) : std::nullopt;
 }
 
 std::optional<std::string> Prefix::Exact(const std::string& windowsPath) const {

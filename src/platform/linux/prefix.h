@@ -6,7 +6,9 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "platform/linux/folder_names.h"
 #include "platform/windows_path.h"
 
 namespace gorbex {
@@ -63,9 +65,12 @@ class Prefix {
   [[nodiscard]] std::optional<HostEntry> Find(const ParsedPath& path) const;
   [[nodiscard]] std::string ExactPath(const ParsedPath& path) const;
   [[nodiscard]] std::optional<std::string> SimilarPath(const ParsedPath& path) const;
+  [[nodiscard]] std::optional<std::string> Child(const std::string& folder,
+                                                 std::string_view name) const;
   void LayOut() const;
 
   std::filesystem::path root_;
+  mutable FolderNames names_;
 };
 
 }  // namespace gorbex

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <map>
 
 #include "platform/runtime_error.h"
@@ -53,6 +54,26 @@ TEST(Prefix, MapsWindowsPathsToTheHost) {
   EXPECT_TRUE(prefix.Target("C:\\GROUP\\New.vbp"));
   EXPECT_FALSE(prefix.Target("C:\\None\\New.vbp"));
   EXPECT_FALSE(prefix.Target("C:\\" + longName));
+}
+
+TEST(Prefix, LooksAgainIntoAFolderThatChanged) {
+  const TemporaryFolder folder;
+  const Prefix prefix(folder.Path());
+  folder.Put("drive_c/Lib/Old.dll", "");
+  const auto library = folder.Path() / "drive_c/Lib";
+  const auto past = fs::last_write_time(library) - std::chrono::hours(1);
+  const auto isThere = [&] {
+    // Copying tools give a folder its time back.
+    fs::last_write_time(library, past);
+    return prefix.Existing("C:\\lib\\NEW.dll").has_value();
+  };
+  EXPECT_FALSE(isThere());
+  for (const char* name : {"New.dll", "new.dll"}) {
+    folder.Put(std::string("drive_c/Lib/") + name, "");
+    EXPECT_TRUE(isThere());
+    fs::remove(library / name);
+    EXPECT_FALSE(isThere());
+  }
 }
 
 TEST(Prefix, NamesHostPathsAsWindowsDoes) {
