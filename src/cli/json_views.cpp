@@ -67,15 +67,19 @@ Json JsonText(std::string_view text) {
 // What is left unescaped is those above the letters of ASCII.
 std::string Written(const Json& json) {
   std::string text = json.dump();
+  std::string written;
+  std::size_t done = 0;
   for (std::size_t at = 0; (at = text.find_first_of("\x7F\xC2", at)) != std::string::npos; ++at) {
     const bool isLong = text[at] == '\xC2';
     const auto code = static_cast<unsigned char>(text[isLong ? at + 1 : at]);
     if (code > 0x9F) continue;
     std::array<char, 8> escaped{};
     std::snprintf(escaped.data(), escaped.size(), "\\u%04x", code);
-    text.replace(at, isLong ? 2 : 1, escaped.data());
+    written.append(text, done, at - done).append(escaped.data());
+    done = at + (isLong ? 2 : 1);
   }
-  return text;
+  if (done == 0) return text;
+  return written.append(text, done);
 }
 
 Json QueueJson(const ListView& queue) {
