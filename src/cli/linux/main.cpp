@@ -47,7 +47,7 @@ class LinuxHost : public gorbex::cli::Host {
     return std::make_shared<gorbex::ProgramLock>(lock, onWait);
   }
 
-  void ListenForEnd() override { gorbex::EndSignal::Listen(); }
+  void ListenForEnd() override { static_cast<void>(gorbex::EndSignal::Listen()); }
   [[nodiscard]] bool EndWanted() const override { return gorbex::EndSignal::Wanted(); }
   void Wait(std::chrono::milliseconds time) override { gorbex::EndSignal::Wait(time); }
 

@@ -37,8 +37,8 @@ bool IsIgnored(int signal) {
   return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
-void Note(int signal) {
-  Handle(signal, End);
+void Note(int /*signal*/) {
+  EndSignal::Obey();
   wanted = true;
   const char byte = 0;
   static_cast<void>(!write(wakening[1], &byte, 1));
@@ -53,12 +53,16 @@ void EndSignal::Obey() {
   }
 }
 
-void EndSignal::Listen() {
-  if (wakening[0] < 0 && pipe2(wakening.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+int EndSignal::Listen() {
+  if (wakening[0] < 0 && pipe2(wakening.data(), O_CLOEXEC | O_NONBLOCK) != 0) return -1;
+  std::array<char, 16> earlier{};
+  while (read(wakening[0], earlier.data(), earlier.size()) > 0) continue;
+  wanted = false;
   for (const int signal : kSignals) {
     // Nohup means it; a script ignores the others for all that it starts in the background.
     if (signal != SIGHUP || !IsIgnored(signal)) Handle(signal, Note);
   }
+  return wakening[0];
 }
 
 bool EndSignal::Wanted() {

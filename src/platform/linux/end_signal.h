@@ -11,8 +11,9 @@ class EndSignal {
   /// From now on it is obeyed at once, and what the program started ends too.
   static void Obey();
 
-  /// From now on it is noted. A second one is obeyed.
-  static void Listen();
+  /// From now on it is noted, once; the next one is obeyed. The descriptor can be read from when
+  /// there is one, and stays this class's own; -1 when the system gave none, and nothing is noted.
+  static int Listen();
   [[nodiscard]] static bool Wanted();
 
   /// Waits for the time, but not on when the end is wanted.

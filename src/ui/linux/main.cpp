@@ -1,6 +1,10 @@
+#include <wx/evtloop.h>
+#include <wx/evtloopsrc.h>
+
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <utility>
 
 #include "platform/git/ask_pass.h"
@@ -56,20 +60,30 @@ class PrefixHost : public ui::Host {
   LinuxPlatform platform_;
 };
 
-class LinuxApp : public ui::WindowApp {
+/// The system asks for the end as the user does. The toolkit's own way to hear of it waits for the
+/// next event, which may never come.
+class LinuxApp : public ui::WindowApp, private wxEventLoopSourceHandler {
  public:
   using WindowApp::WindowApp;
 
-  bool OnInit() override {
-    for (const int signal : {SIGTERM, SIGHUP}) SetSignalHandler(signal, CloseWindow);
-    return WindowApp::OnInit();
+ private:
+  void OnEventLoopEnter(wxEventLoopBase* loop) override {
+    WindowApp::OnEventLoopEnter(loop);
+    if (signals_) return;
+    signals_.reset(loop->AddSourceForFD(EndSignal::Listen(), this, wxEVENT_SOURCE_INPUT));
   }
 
- private:
-  // The system asks for the end as the user does.
-  static void CloseWindow(int /*signal*/) {
-    if (wxWindow* top = wxTheApp->GetTopWindow()) top->Close();
+  void OnReadWaiting() override {
+    // Who does not want to close now may be asked again.
+    static_cast<void>(EndSignal::Listen());
+    if (wxWindow* top = GetTopWindow()) top->Close();
+    // A window that closed goes away when the program has nothing to do, which it is to notice.
+    WakeUpIdle();
   }
+  void OnWriteWaiting() override {}
+  void OnExceptionWaiting() override {}
+
+  std::unique_ptr<wxEventLoopSource> signals_;
 };
 
 }  // namespace
