@@ -3,11 +3,35 @@
 #include <wx/bmpbuttn.h>
 #include <wx/sizer.h>
 
+#include <cstddef>
+#include <string_view>
+
 #include "ui/caption_divider.h"
 #include "ui/empty_hint.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
+namespace {
+
+// The toolkit takes minutes to lay out a long line that it cannot break, and seconds for each ten
+// megabytes of any lines. Each failure lays out all of them again.
+std::string Excerpt(const std::string& log) {
+  constexpr std::size_t kMost = 1'000'000;
+  constexpr std::size_t kLongestLine = 1000;
+  std::string shown;
+  std::size_t length = 0;
+  for (const char letter : std::string_view(log).substr(0, kMost)) {
+    if (letter == '\n') length = 0;
+    if (++length > kLongestLine) {
+      shown += '\n';
+      length = 1;
+    }
+    shown += letter;
+  }
+  return log.size() > kMost ? shown + "..." : shown;
+}
+
+}  // namespace
 
 LogPane::LogPane(wxWindow* parent, CommandIds& ids, TextBox& state)
     : wxPanel(parent),
@@ -36,7 +60,7 @@ LogPane::LogPane(wxWindow* parent, CommandIds& ids, TextBox& state)
 }
 
 void LogPane::ShowText(const std::string& text) {
-  text_->ChangeValue(ToWx(text));
+  text_->ChangeValue(ToWx(Excerpt(text)));
   text_->Show(!text.empty());
   hint_->Show(text.empty());
   Layout();

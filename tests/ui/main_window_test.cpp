@@ -110,6 +110,10 @@ TEST_F(MainWindowTest, ShowsFailuresAndHidesThemAtTheNextClick) {
   EXPECT_EQ(Icons().substr(0, 10), "builderror");
   auto& log = The<wxTextCtrl>("txtLogFile");
   EXPECT_NE(log.GetValue().Find("StoreCore.vbp"), wxNOT_FOUND);
+  // A line of this length holds the window up for minutes.
+  program->window.txtLogFile.text.Set(std::string(200'000, '\0'));
+  User::Waits();
+  EXPECT_GE(log.GetNumberOfLines(), 200);
   const TreeNode& node = program->window.tvwProjects.Item("x)" + Path("Core"));
   user.Clicks(The<ProjectTree>("tvwProjects"), PointOf(node));
   EXPECT_EQ(Shown("txtLogFile"), nullptr);
