@@ -6,18 +6,17 @@
 #include <utility>
 
 #include "core/file_tools.h"
+#include "core/list_columns.h"
 #include "core/node_key.h"
 #include "core/reference_value.h"
 
 namespace gorbex {
 namespace {
 
-enum QueueColumn : std::size_t { kProject = 1, kDependency, kCompatibility, kBuilt };
-
 std::unique_ptr<ListRow> MadeAnew(const ListRow& row) {
   auto made = std::make_unique<ListRow>(row.Key(), "1", Image::VbProject);
-  made->SetSubItem(kProject, row.SubItem(kProject));
-  made->SetSubItem(kDependency, row.SubItem(kDependency));
+  made->SetSubItem(queue_column::kProject, row.SubItem(queue_column::kProject));
+  made->SetSubItem(queue_column::kDependency, row.SubItem(queue_column::kDependency));
   return made;
 }
 
@@ -53,12 +52,12 @@ bool BuildQueue::Add(const std::string& path) {
   if (queue.Find(path) != nullptr) return false;
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
     ListRow& row = queue.Add(path, std::to_string(queue.Count() + 1), Image::VbProject);
-    row.SetSubItem(kProject, path);
+    row.SetSubItem(queue_column::kProject, path);
     row.SetChecked(true);
     const clsMember* member = on([&] { return &window_.ProjectMembers.Item(path); });
     if (member != nullptr) {
       on([&] { ShowProjectFacts(row, *member); });
-      on([&] { row.SetSubItem(kDependency, DependencyOf(*member)); });
+      on([&] { row.SetSubItem(queue_column::kDependency, DependencyOf(*member)); });
     }
     window_.ProjectChanged = true;
   });
@@ -66,9 +65,9 @@ bool BuildQueue::Add(const std::string& path) {
 }
 
 void BuildQueue::ShowProjectFacts(ListRow& row, const clsMember& member) const {
-  row.SetSubItem(kBuilt,
+  row.SetSubItem(queue_column::kBuilt,
                  GetFileAmmendedTime(files_, JoinPath(window_.buildDirectory, member.EXEName)));
-  row.SetSubItem(kCompatibility, member.BinaryCompat ? "Compatible" : "NOT Compatible!");
+  row.SetSubItem(queue_column::kCompatibility, CompatibilityText(member.BinaryCompat));
 }
 
 std::string BuildQueue::DependencyOf(const clsMember& member) const {
@@ -87,7 +86,8 @@ std::string BuildQueue::DependencyOf(const clsMember& member) const {
 QueueArrangement BuildQueue::PlanArrangement() const {
   std::vector<QueueArrangement::Row> rows;
   for (const auto& row : window_.lvwQueue.Rows()) {
-    rows.push_back({row->SubItem(kProject), row->SubItem(kDependency), !row->Tag().empty()});
+    rows.push_back({row->SubItem(queue_column::kProject), row->SubItem(queue_column::kDependency),
+                    !row->Tag().empty()});
   }
   return QueueArrangement(rows);
 }
@@ -101,7 +101,7 @@ void BuildQueue::mnuQueueArrange_Click() {
     plan->Run(shown.size(), [&](std::size_t row) {
       const auto at =
           static_cast<std::size_t>(std::find(shown.begin(), shown.end(), row) - shown.begin());
-      const std::string dependency = window_.lvwQueue.At(at + 1).SubItem(kDependency);
+      const std::string dependency = window_.lvwQueue.At(at + 1).SubItem(queue_column::kDependency);
       Apply(*plan, shown);
       on([&] { throw RuntimeError(ErrorNumber::ElementNotFound, dependency); });
       return true;
@@ -131,20 +131,15 @@ void BuildQueue::Apply(const QueueArrangement& plan, std::vector<std::size_t>& s
   window_.lvwQueue.PutRows(std::move(rows));
 }
 
-ListRow& BuildQueue::SelectedRow() const {
-  ListRow* row = window_.lvwQueue.Selected();
-  if (row == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
-  return *row;
-}
-
 void BuildQueue::Move(Procedure& on, Direction direction) {
   ListView& queue = window_.lvwQueue;
-  const ListRow* row = on([&] { return &SelectedRow(); });
+  const ListRow* row = on([&] { return &queue.SelectedRow(); });
   if (row == nullptr) return;
   const std::size_t position = queue.PositionOf(*row);
   if (position == (direction == Direction::Up ? 1 : queue.Count())) return;
-  const std::vector<std::string> cells = {row->SubItem(kProject), row->SubItem(kDependency),
-                                          row->SubItem(kCompatibility)};
+  const std::vector<std::string> cells = {row->SubItem(queue_column::kProject),
+                                          row->SubItem(queue_column::kDependency),
+                                          row->SubItem(queue_column::kCompatibility)};
   const bool checked = row->Checked();
   const std::string key = row->Key();
   on([&] { queue.Remove(*row); });
@@ -177,7 +172,7 @@ void BuildQueue::mnuQueueRemove_Click() {
       return dialogs_.Show({"Remove item from queue???", Buttons::YesNo, MessageIcon::Question});
     });
     if (answer != Answer::Yes) return;
-    on([&] { window_.lvwQueue.Remove(SelectedRow()); });
+    on([&] { window_.lvwQueue.Remove(window_.lvwQueue.SelectedRow()); });
     on([&] { RefreshQueue(); });
   });
 }

@@ -50,7 +50,6 @@ class BuildQueue {
 
   void Move(Procedure& on, Direction direction);
   void MarkAll(bool checked);
-  [[nodiscard]] ListRow& SelectedRow() const;
   [[nodiscard]] std::string DependencyOf(const clsMember& member) const;
   void ShowProjectFacts(ListRow& row, const clsMember& member) const;
   [[nodiscard]] QueueArrangement PlanArrangement() const;

@@ -1,5 +1,6 @@
 #include "analysis/dependency_marking.h"
 
+#include "core/list_columns.h"
 #include "core/node_key.h"
 #include "core/reference_nodes.h"
 #include "core/reference_value.h"
@@ -22,8 +23,6 @@ void ExpandReferences(TreeNode& project) {
 
 constexpr std::string_view kDependant = "Dependant on other project in group";
 
-enum DataColumn : std::size_t { kVersion = 1, kComponent, kRegistryPath, kDescription, kVerdict };
-
 }  // namespace
 
 void DependencyMarking::ColorItem(ListRow& row, Colour colour) {
@@ -31,12 +30,13 @@ void DependencyMarking::ColorItem(ListRow& row, Colour colour) {
 }
 
 Verdict DependencyMarking::Judge(std::string_view firstField, const ListRow& row) const {
-  const auto& component = row.SubItem(kComponent);
+  const auto& component = row.SubItem(reference_column::kComponent);
   if (group_.FindProducer(component, window_.lvwData.Tag())) {
     return {Image::Dependancy, std::string(kDependant), ""};
   }
   if (IsProjectReference(firstField)) return {Image::Dependancy, "", ""};
-  return references_.RefType(GetGUID(firstField), row.SubItem(kVersion), component);
+  return references_.RefType(GetGUID(firstField), row.SubItem(reference_column::kVersion),
+                             component);
 }
 
 void DependencyMarking::ShowReferenceRow(const std::string& value) {
@@ -44,13 +44,15 @@ void DependencyMarking::ShowReferenceRow(const std::string& value) {
     ListRow& row = window_.lvwData.Add("", "", Image::None);
     const auto first = on([&] { return ReferenceField(value, 0); });
     row.SetText(std::string(IsProjectReference(first) ? first : GetGUID(first)));
-    on([&] { row.SetSubItem(kVersion, std::string(ReferenceField(value, 1))); });
-    on([&] { row.SetSubItem(kComponent, std::string(ComponentPath(value))); });
+    on([&] { row.SetSubItem(reference_column::kVersion, std::string(ReferenceField(value, 1))); });
+    on([&] { row.SetSubItem(reference_column::kComponent, std::string(ComponentPath(value))); });
     const Verdict verdict = on([&] { return Judge(first, row); });
     row.SetIcon(verdict.image);
-    row.SetSubItem(kRegistryPath, verdict.registryPath);
-    on([&] { row.SetSubItem(kDescription, std::string(ReferenceField(value, 4))); });
-    row.SetSubItem(kVerdict, verdict.text);
+    row.SetSubItem(reference_column::kRegistryPath, verdict.registryPath);
+    on([&] {
+      row.SetSubItem(reference_column::kDescription, std::string(ReferenceField(value, 4)));
+    });
+    row.SetSubItem(reference_column::kVerdict, verdict.text);
     const bool invalid = verdict.image == Image::InvalidReference;
     if (invalid) on([&] { ExpandShownProject(); });
     on([&] { ColorItem(row, invalid ? Colour::ButtonShadow : Colour::WindowText); });

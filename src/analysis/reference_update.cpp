@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "core/list_columns.h"
 #include "core/reference_value.h"
 #include "core/text.h"
 
@@ -26,8 +27,8 @@ void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
 std::vector<std::string> ReferenceUpdate::ProjectsAbove(const std::string& projectKey) const {
   std::vector<std::string> above;
   for (const auto& row : window_.lvwQueue.Rows()) {
-    if (row->SubItem(1) == projectKey) break;
-    above.push_back(row->SubItem(1));
+    if (row->SubItem(queue_column::kProject) == projectKey) break;
+    above.push_back(row->SubItem(queue_column::kProject));
   }
   return above;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/list_columns.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -95,7 +96,8 @@ bool BuildRun::ResetIcons(Procedure& on) {
   bool incompatible = false;
   for (const auto& row : uses_.window.lvwQueue.Rows()) {
     on([&] { row->SetIcon(Image::VbProject); });
-    incompatible = incompatible || (row->Checked() && row->SubItem(3).starts_with("NOT"));
+    incompatible = incompatible || (row->Checked() &&
+                                    row->SubItem(queue_column::kCompatibility).starts_with("NOT"));
   }
   return incompatible;
 }
@@ -123,7 +125,7 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   for (std::size_t i = 1; i <= count && !stopping_; ++i) {
     const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
     if (row == nullptr || !row->Checked()) continue;
-    const std::string path = row->SubItem(1);
+    const std::string path = row->SubItem(queue_column::kProject);
     events.Emit(ProjectStarted{path, ++number, checked});
     if (BuildProject(on, path, counters) == Pass::Stop) break;
   }

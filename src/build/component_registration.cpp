@@ -1,14 +1,9 @@
 #include "build/component_registration.h"
 
 #include "build/program_argument.h"
+#include "core/list_columns.h"
 
 namespace gorbex {
-namespace {
-
-constexpr std::size_t kComponentColumn = 2;
-
-}  // namespace
-
 bool ComponentRegistration::Register(const std::string& componentFile) {
   RequireFileArgument(componentFile);
   return shell_.ShellAndWait("RegSvr32 /s \"" + componentFile + "\"");
@@ -21,10 +16,9 @@ bool ComponentRegistration::Unregister(const std::string& componentFile) {
 
 void ComponentRegistration::Run(std::string_view procedure, Action action) {
   Procedure(report_, procedure).Run([&](Procedure& on) {
-    const ListRow* row = window_.lvwData.Selected();
-    if (row == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });
+    const ListRow* row = on([&] { return &window_.lvwData.SelectedRow(); });
     if (row == nullptr) return;
-    const std::string component = row->SubItem(kComponentColumn);
+    const std::string component = row->SubItem(reference_column::kComponent);
     if (on([&] { return (this->*action)(component); })) {
       on([&] { changed_(); });
     } else {

@@ -63,8 +63,7 @@ void ComponentTest::Display(const clsMember& project) {
 
 void ComponentTest::mnuQueueTest_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuQueueTest_Click").Run([&](Procedure& on) {
-    const ListRow* row = uses_.window.lvwQueue.Selected();
-    if (row == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });
+    const ListRow* row = on([&] { return &uses_.window.lvwQueue.SelectedRow(); });
     if (row == nullptr) return;
     const clsMember* project = on([&] { return &uses_.window.ProjectMembers.Item(row->Key()); });
     if (project != nullptr) Display(*project);

@@ -1,6 +1,7 @@
 #include "build/immediate_build.h"
 
 #include "build/destination.h"
+#include "core/list_columns.h"
 
 namespace gorbex {
 
@@ -78,9 +79,7 @@ std::string ImmediateBuild::SelectedNodePath() const {
 }
 
 std::string ImmediateBuild::SelectedRowPath() const {
-  const ListRow* row = uses_.window.lvwQueue.Selected();
-  if (row == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
-  return row->SubItem(1);
+  return uses_.window.lvwQueue.SelectedRow().SubItem(queue_column::kProject);
 }
 
 void ImmediateBuild::MarkRow(const std::string& path, Image icon) {

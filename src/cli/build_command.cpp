@@ -9,6 +9,7 @@
 #include "cli/session.h"
 #include "cli/text_output.h"
 #include "cli/time_limit.h"
+#include "core/list_columns.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -81,7 +82,7 @@ void MarkForBuild(Session& session, const BuildArguments& arguments) {
   window.menu.mnuQueueUnMarkAll.Execute();
   for (const std::string& typed : arguments.projects) {
     const std::string path = session.LoadedProject(typed);
-    AddToQueue(session.program(), path);
+    session.program().queue.Add(path);
     window.lvwQueue.Find(path)->SetChecked(true);
   }
 }
@@ -89,7 +90,7 @@ void MarkForBuild(Session& session, const BuildArguments& arguments) {
 std::vector<std::string> CheckedProjects(const ListView& queue) {
   std::vector<std::string> paths;
   for (const auto& row : queue.Rows()) {
-    if (row->Checked()) paths.push_back(row->SubItem(1));
+    if (row->Checked()) paths.push_back(row->SubItem(queue_column::kProject));
   }
   return paths;
 }

@@ -6,6 +6,7 @@
 #include "cli/session.h"
 #include "cli/text_output.h"
 #include "core/group_file.h"
+#include "core/list_columns.h"
 #include "core/project_file.h"
 
 namespace gorbex::cli {
@@ -54,7 +55,7 @@ void QueueAll(Session& session) {
   const GroupGraph graph(members, program.group);
   std::vector<std::string> paths;
   for (const auto& member : members) paths.push_back(member->path);
-  for (const std::size_t project : graph.BuildOrder()) AddToQueue(program, paths[project]);
+  for (const std::size_t project : graph.BuildOrder()) program.queue.Add(paths[project]);
   WarnOfCycles(session, graph);
 }
 
@@ -71,7 +72,7 @@ void Report(const Frame& frame, Session& session, const std::string& output) {
     return;
   }
   std::vector<std::string> queued;
-  for (const auto& row : queue.Rows()) queued.push_back(row->SubItem(1));
+  for (const auto& row : queue.Rows()) queued.push_back(row->SubItem(queue_column::kProject));
   frame.streams.out << Written(Json{{"file", JsonText(session.program().window.fileName)},
                                     {"queue", PathsJson(queued)},
                                     {"leftOut", PathsJson(session.LeftOut())}})

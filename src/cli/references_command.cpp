@@ -4,17 +4,18 @@
 #include "cli/json_views.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
+#include "core/list_columns.h"
 
 namespace gorbex::cli {
 namespace {
 
 void PrintRow(std::ostream& out, const ListRow& row) {
   out << Plain(row.Text()) << '\n'
-      << "  version      " << Plain(row.SubItem(1)) << '\n'
-      << "  component    " << Plain(row.SubItem(2)) << '\n'
-      << "  registered   " << Plain(row.SubItem(3)) << '\n'
-      << "  description  " << Plain(row.SubItem(4)) << '\n'
-      << "  verdict      " << Plain(row.SubItem(5)) << '\n';
+      << "  version      " << Plain(row.SubItem(reference_column::kVersion)) << '\n'
+      << "  component    " << Plain(row.SubItem(reference_column::kComponent)) << '\n'
+      << "  registered   " << Plain(row.SubItem(reference_column::kRegistryPath)) << '\n'
+      << "  description  " << Plain(row.SubItem(reference_column::kDescription)) << '\n'
+      << "  verdict      " << Plain(row.SubItem(reference_column::kVerdict)) << '\n';
 }
 
 void ShowReferences(Frame& frame, const std::string& file, const std::string& project) {

@@ -6,6 +6,7 @@
 #include "cli/session.h"
 #include "cli/settings_table.h"
 #include "cli/text_output.h"
+#include "core/list_columns.h"
 #include "core/reference_nodes.h"
 
 namespace gorbex::cli {
@@ -65,9 +66,11 @@ void PrintQueue(std::ostream& out, const ListView& queue) {
   out << "Queue (" << queue.Count() << ")\n";
   for (const auto& row : queue.Rows()) {
     out << "  " << Padded(Plain(row->Text()), 5) << (row->Checked() ? "[x] " : "[ ] ")
-        << Padded(FileName(row->SubItem(1)), 28) << ' ' << Padded(Plain(row->SubItem(3)), 16) << ' '
-        << Padded(Plain(row->SubItem(4)), 17);
-    if (!row->SubItem(2).empty()) out << " after " << FileName(row->SubItem(2));
+        << Padded(FileName(row->SubItem(queue_column::kProject)), 28) << ' '
+        << Padded(Plain(row->SubItem(queue_column::kCompatibility)), 16) << ' '
+        << Padded(Plain(row->SubItem(queue_column::kBuilt)), 17);
+    if (!row->SubItem(queue_column::kDependency).empty())
+      out << " after " << FileName(row->SubItem(queue_column::kDependency));
     out << '\n';
   }
 }

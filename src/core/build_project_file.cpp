@@ -1,6 +1,7 @@
 #include "core/build_project_file.h"
 
 #include "core/file_tools.h"
+#include "core/list_columns.h"
 #include "core/node_key.h"
 #include "core/text.h"
 #include "platform/code_page.h"
@@ -29,7 +30,7 @@ std::string Line(std::string_view key, std::string_view value) {
 
 bool BuildProjectFile::LoadProject(const std::string& path) {
   frmBuilder& window = uses_.window;
-  std::vector<ProjectBranch> branches;
+  Branches branches;
   const bool loaded = Procedure(uses_.report, ": frmBuilder.LoadProject").Run([&](Procedure& on) {
     const std::string text = on([&] { return uses_.files.Read(path); });
     window.fileName.clear();
@@ -51,54 +52,76 @@ bool BuildProjectFile::LoadProject(const std::string& path) {
   return loaded;
 }
 
-void BuildProjectFile::Take(Procedure& on, const Pair& pair, std::vector<ProjectBranch>& branches) {
-  frmBuilder& window = uses_.window;
-  clsOptions& options = uses_.options;
+void BuildProjectFile::Take(Procedure& on, const Pair& pair, Branches& branches) {
+  struct Taker {
+    std::string_view key;
+    void (BuildProjectFile::*take)(Procedure&, const Pair&, Branches&);
+  };
+  static constexpr Taker kTakers[] = {
+      {"project", &BuildProjectFile::TakeProject},
+      {"queue", &BuildProjectFile::TakeQueueRow},
+      {"breakonerror", &BuildProjectFile::TakeFlag<&clsOptions::StopProcessing>},
+      {"changerefs", &BuildProjectFile::TakeFlag<&clsOptions::ChangeRefs>},
+      {"version", &BuildProjectFile::TakeVersion},
+      {"builddir", &BuildProjectFile::TakeBuildFolder},
+      {"breakcompat", &BuildProjectFile::TakeBreaking},
+      {"getonbuild", &BuildProjectFile::TakeFlag<&clsOptions::GetLatest>},
+  };
   const std::string key = LowerCase(pair.key);
-  const std::string value(pair.value);
-  if (key == "project") {
-    on([&] { uses_.reader.ReadUnmarked(value, branches); });
-  } else if (key == "queue") {
-    TakeQueueRow(on, value);
-  } else if (key == "breakonerror") {
-    on([&] { options.StopProcessing = FlagOf(pair); });
-  } else if (key == "changerefs") {
-    on([&] { options.ChangeRefs = FlagOf(pair); });
-  } else if (key == "version") {
-    if (!EqualsIgnoringCase(value, "default")) options.VersionComponents = value;
-  } else if (key == "builddir") {
-    window.buildDirectory = value;
-    options.BuildPath = value;
-    on([&] { window.SetStatus("Building to " + value); });
-  } else if (key == "breakcompat") {
-    on([&] { options.Compatible = !FlagOf(pair); });
-  } else if (key == "getonbuild") {
-    on([&] { options.GetLatest = FlagOf(pair); });
+  for (const Taker& taker : kTakers) {
+    if (taker.key == key) (this->*taker.take)(on, pair, branches);
   }
 }
 
-void BuildProjectFile::TakeQueueRow(Procedure& on, std::string_view value) {
+void BuildProjectFile::TakeProject(Procedure& on, const Pair& pair, Branches& branches) {
+  on([&] { uses_.reader.ReadUnmarked(std::string(pair.value), branches); });
+}
+
+template <bool clsOptions::*Option>
+void BuildProjectFile::TakeFlag(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+  on([&] { uses_.options.*Option = FlagOf(pair); });
+}
+
+void BuildProjectFile::TakeBreaking(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+  on([&] { uses_.options.Compatible = !FlagOf(pair); });
+}
+
+void BuildProjectFile::TakeVersion(Procedure& /*on*/, const Pair& pair, Branches& /*branches*/) {
+  if (!EqualsIgnoringCase(pair.value, "default")) uses_.options.VersionComponents = pair.value;
+}
+
+void BuildProjectFile::TakeBuildFolder(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+  uses_.window.buildDirectory = pair.value;
+  uses_.options.BuildPath = pair.value;
+  on([&] { uses_.window.SetStatus("Building to " + uses_.window.buildDirectory); });
+}
+
+void BuildProjectFile::TakeQueueRow(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+  std::string_view value = pair.value;
   const bool checked = value.starts_with('*');
   if (checked) value.remove_prefix(1);
   const auto comma = value.find(',');
   const std::string project(value.substr(0, comma));
   ListRow* row = on([&] { return &uses_.window.lvwQueue.Add(project, "", Image::VbProject); });
   if (row == nullptr) return;
-  row->SetSubItem(1, project);
-  if (comma != std::string_view::npos) row->SetSubItem(2, std::string(value.substr(comma + 1)));
+  row->SetSubItem(queue_column::kProject, project);
+  if (comma != std::string_view::npos)
+    row->SetSubItem(queue_column::kDependency, std::string(value.substr(comma + 1)));
   row->SetChecked(checked);
 }
 
 void BuildProjectFile::ShowBuiltFiles(Procedure& on) {
   const frmBuilder& window = uses_.window;
   for (const auto& row : window.lvwQueue.Rows()) {
-    const clsMember* member = on([&] { return &window.ProjectMembers.Item(row->SubItem(1)); });
+    const clsMember* member =
+        on([&] { return &window.ProjectMembers.Item(row->SubItem(queue_column::kProject)); });
     if (member == nullptr) continue;
     on([&] {
       row->SetSubItem(
-          4, GetFileAmmendedTime(uses_.files, JoinPath(window.buildDirectory, member->EXEName)));
+          queue_column::kBuilt,
+          GetFileAmmendedTime(uses_.files, JoinPath(window.buildDirectory, member->EXEName)));
     });
-    row->SetSubItem(3, member->BinaryCompat ? "Compatible" : "NOT Compatible!");
+    row->SetSubItem(queue_column::kCompatibility, CompatibilityText(member->BinaryCompat));
   }
 }
 
@@ -106,7 +129,8 @@ std::string BuildProjectFile::FileText() const {
   std::string text;
   for (const TreeNode* node : uses_.window.ProjectNodes()) text += Line("project", node->Text());
   for (const auto& row : uses_.window.lvwQueue.Rows()) {
-    text += Line("queue", (row->Checked() ? "*" : "") + row->SubItem(1) + "," + row->SubItem(2));
+    text += Line("queue", (row->Checked() ? "*" : "") + row->SubItem(queue_column::kProject) + "," +
+                              row->SubItem(queue_column::kDependency));
   }
   const clsOptions& options = uses_.options;
   text += Line("breakonerror", FlagText(options.StopProcessing));

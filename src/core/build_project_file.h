@@ -59,8 +59,17 @@ class BuildProjectFile {
   void mnuFileMRU_Click(std::size_t entry);
 
  private:
-  void Take(Procedure& on, const Pair& pair, std::vector<ProjectBranch>& branches);
-  void TakeQueueRow(Procedure& on, std::string_view value);
+  using Branches = std::vector<ProjectBranch>;
+
+  /// Takes one line of the file; each key has a routine of its own.
+  void Take(Procedure& on, const Pair& pair, Branches& branches);
+  void TakeProject(Procedure& on, const Pair& pair, Branches& branches);
+  void TakeQueueRow(Procedure& on, const Pair& pair, Branches& branches);
+  template <bool clsOptions::*Option>
+  void TakeFlag(Procedure& on, const Pair& pair, Branches& branches);
+  void TakeBreaking(Procedure& on, const Pair& pair, Branches& branches);
+  void TakeVersion(Procedure& on, const Pair& pair, Branches& branches);
+  void TakeBuildFolder(Procedure& on, const Pair& pair, Branches& branches);
   void ShowBuiltFiles(Procedure& on);
   [[nodiscard]] std::string FileText() const;
   void RememberRecent(Procedure& on, const std::string& path);

@@ -112,6 +112,11 @@ void ListView::PutRows(Storage rows) {
   reordered.Emit();
 }
 
+ListRow& ListView::SelectedRow() const {
+  if (selected_ == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet);
+  return *selected_;
+}
+
 void ListView::Select(ListRow* row) {
   selected_ = row;
   selectionChanged.Emit();

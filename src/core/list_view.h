@@ -85,6 +85,9 @@ class ListView {
   void PutRows(Storage rows);
 
   [[nodiscard]] ListRow* Selected() const { return selected_; }
+
+  /// Error 91 when no row is selected.
+  [[nodiscard]] ListRow& SelectedRow() const;
   void Select(ListRow* row);
 
   [[nodiscard]] const std::string& Tag() const { return tag_; }

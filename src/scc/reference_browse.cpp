@@ -4,12 +4,12 @@
 #include <optional>
 
 #include "core/file_tools.h"
+#include "core/list_columns.h"
 #include "core/text.h"
 
 namespace gorbex {
 namespace {
 
-constexpr std::size_t kComponentColumn = 2;
 constexpr const char* kUnchanged = "Could not check-out project, reference not changed";
 
 }  // namespace
@@ -17,10 +17,9 @@ constexpr const char* kUnchanged = "Could not check-out project, reference not c
 void ReferenceBrowse::mnuDataPopupBrowse_Click() {
   if (uses_.session.Refuses()) return;
   Procedure(uses_.report, ": frmBuilder.mnuDataPopupBrowse_Click").Run([&](Procedure& on) {
-    const ListRow* row = uses_.window.lvwData.Selected();
-    if (row == nullptr) on([] { throw RuntimeError(ErrorNumber::ObjectNotSet); });
+    const ListRow* row = on([&] { return &uses_.window.lvwData.SelectedRow(); });
     if (row == nullptr) return;
-    Change change{uses_.window.lvwData.Tag(), row->SubItem(kComponentColumn), {}};
+    Change change{uses_.window.lvwData.Tag(), row->SubItem(reference_column::kComponent), {}};
     const auto chosen = on([&] {
       return uses_.dialogs.OpenFile(
           {"Search for component",

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace gorbex {
+
+/// The numbers of the build queue's sub-items.
+namespace queue_column {
+inline constexpr std::size_t kProject = 1;
+inline constexpr std::size_t kDependency = 2;
+inline constexpr std::size_t kCompatibility = 3;
+inline constexpr std::size_t kBuilt = 4;
+}  // namespace queue_column
+
+/// The numbers of the reference list's sub-items.
+namespace reference_column {
+inline constexpr std::size_t kVersion = 1;
+inline constexpr std::size_t kComponent = 2;
+inline constexpr std::size_t kRegistryPath = 3;
+inline constexpr std::size_t kDescription = 4;
+inline constexpr std::size_t kVerdict = 5;
+}  // namespace reference_column
+
+/// What the queue says of a project in its compatibility column.
+[[nodiscard]] inline std::string CompatibilityText(bool isCompatible) {
+  return isCompatible ? "Compatible" : "NOT Compatible!";
+}
+
+}  // namespace gorbex
