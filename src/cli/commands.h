@@ -31,9 +31,6 @@ CLI::App& AddJsonCommand(CLI::App& app, Frame& frame, const std::string& name,
 /// Joins the yes/no options to a command that may ask.
 void AddAnswers(CLI::App& command, Frame& frame);
 
-/// Adds a loaded project to the queue, as dragging it there does.
-void AddToQueue(Program& program, const std::string& path);
-
 /// Names every circle of projects with all its members.
 void WarnOfCycles(Session& session, const GroupGraph& graph);
 

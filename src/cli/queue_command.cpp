@@ -46,7 +46,7 @@ std::function<void(Program&, const std::string&)> SetMark(bool checked) {
 
 const std::vector<Verb>& Verbs() {
   static const std::vector<Verb> kVerbs = {
-      {"add", [](Program& program, const std::string& path) { AddToQueue(program, path); }},
+      {"add", [](Program& program, const std::string& path) { program.queue.Add(path); }},
       {"up", OnSelected(&MainMenu::mnuQueueMoveUp)},
       {"down", OnSelected(&MainMenu::mnuQueueMoveDown)},
       {"remove", OnSelected(&MainMenu::mnuQueueRemove)},
@@ -102,10 +102,6 @@ void Queue(Frame& frame, const QueueArguments& arguments) {
 }
 
 }  // namespace
-
-void AddToQueue(Program& program, const std::string& path) {
-  program.queue.Add(path);
-}
 
 void AddQueueCommand(CLI::App& app, Frame& frame) {
   CLI::App& command = AddJsonCommand(app, frame, "queue", "Show and change the build queue");

@@ -1,7 +1,5 @@
 #include "core/main_menu.h"
 
-#include <algorithm>
-
 namespace gorbex {
 
 std::vector<Command*> MainMenu::All() {
@@ -49,13 +47,6 @@ std::vector<Command*> MainMenu::All() {
           &mnuTreePopupGetLatest,
           &mnuTreePopupBuildNowDefault,
           &mnuTreePopupBuildNowNewLocation};
-}
-
-Command* MainMenu::Find(std::string_view name) {
-  const auto all = All();
-  const auto found = std::find_if(all.begin(), all.end(),
-                                  [&](const Command* entry) { return entry->Name() == name; });
-  return found == all.end() ? nullptr : *found;
 }
 
 }  // namespace gorbex

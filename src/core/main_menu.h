@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <string_view>
 #include <vector>
 
 #include "core/command.h"
@@ -64,9 +63,6 @@ struct MainMenu {
 
   /// In menu order.
   [[nodiscard]] std::vector<Command*> All();
-
-  /// Null when there is no entry of that name; the first of a control array.
-  [[nodiscard]] Command* Find(std::string_view name);
 };
 
 }  // namespace gorbex

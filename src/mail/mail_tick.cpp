@@ -15,13 +15,6 @@ constexpr std::string_view kSubject = "build request";
 constexpr std::int16_t kReplyToUser = 1;
 constexpr std::size_t kMostRefused = 1000;
 
-// A name from a mail must not begin lines of its own in the log.
-std::string OneLine(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-  return text;
-}
-
 // What cannot even be looked at is no project file.
 bool IsFile(const FileReader& files, const std::string& path) {
   try {
@@ -87,7 +80,7 @@ void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
   // Whoever makes up senders by the thousand fills neither the log nor the memory.
   if (uses_.refused.size() >= kMostRefused) return;
   const std::string address = mail.SenderAddress();
-  const std::string sender = OneLine(address.empty() ? mail.SenderName() : address);
+  const std::string sender = OnOneLine(address.empty() ? mail.SenderName() : address);
   if (!uses_.refused.insert(sender).second) return;
   At([&] { uses_.log.WriteLog("Email Request from " + sender + " left alone: " + reason); });
 }
@@ -95,7 +88,7 @@ void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
 void MailTick::Serve(MailItem& mail) {
   At([&] { uses_.window.menu.mnuFileBuild.enabled.Set(false); });
   uses_.serves();
-  sender_ = OneLine(mail.SenderName());
+  sender_ = OnOneLine(mail.SenderName());
   const auto body = At([&] { return mail.Body(); });
   if (!body) return;
   reply_ = At([&] { return uses_.mail.CreateReply(mail); });

@@ -51,10 +51,12 @@ struct PointerEvent {
   int y = 0;
 };
 
-/// A user control: an object that draws itself and hears what the user does. Its host is any window
-/// or picture; how the component draws is its own affair.
-class ComponentControl : public ComponentObject {
+/// A user control: it draws itself and hears what the user does. Its host is any window or picture;
+/// how the component draws is its own affair.
+class ComponentControl {
  public:
+  virtual ~ComponentControl() = default;
+
   virtual void SetSize(ControlSize size) = 0;
 
   /// Draws the whole control. The buffer is normally as large as the last size that was set.

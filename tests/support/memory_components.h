@@ -22,8 +22,8 @@ struct FixedInspector : ComponentInspector {
   }
 };
 
-/// Registered components in memory, whose objects are all controls. Journals "license ID", "create
-/// ID", "size ID WIDTH" and "destroy ID".
+/// Registered components in memory, which are objects and controls alike. Journals "license ID",
+/// "create ID", "size ID WIDTH" and "destroy ID".
 struct MemoryComponents : ComponentObjects {
   explicit MemoryComponents(Journal& effects) : journal(effects) {}
 
@@ -31,9 +31,9 @@ struct MemoryComponents : ComponentObjects {
   std::map<std::string, std::string> values;  ///< of "ID", which registers it, and of "IDNAME"
   std::function<void()> repaint;              ///< of the newest control
 
-  struct Control : ComponentControl {
-    Control(MemoryComponents& of, std::string name) : all(of), id(std::move(name)) {}
-    ~Control() override { all.journal.push_back("destroy " + id); }
+  struct Component : ComponentObject, ComponentControl {
+    Component(MemoryComponents& of, std::string name) : all(of), id(std::move(name)) {}
+    ~Component() override { all.journal.push_back("destroy " + id); }
 
     std::string& At(const std::string& name) const {
       if (all.values.contains(id + name)) return all.values[id + name];
@@ -51,15 +51,18 @@ struct MemoryComponents : ComponentObjects {
     std::string id;
   };
 
-  std::unique_ptr<ComponentControl> CreateControl(const std::string& id,
-                                                  std::function<void()> wish) override {
+  std::unique_ptr<Component> Create(const std::string& id) {
     journal.push_back("create " + id);
     if (!values.contains(id)) throw RuntimeError(ErrorNumber::CannotCreateObject, id);
+    return std::make_unique<Component>(*this, id);
+  }
+  std::unique_ptr<ComponentControl> CreateControl(const std::string& id,
+                                                  std::function<void()> wish) override {
     repaint = std::move(wish);
-    return std::make_unique<Control>(*this, id);
+    return Create(id);
   }
   std::unique_ptr<ComponentObject> CreateObject(const std::string& id) override {
-    return CreateControl(id, {});
+    return Create(id);
   }
   void AddLicense(const std::string& id, const std::string& key) override {
     journal.push_back("license " + id + key);

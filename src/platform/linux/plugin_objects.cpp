@@ -158,12 +158,9 @@ class Instance {
   void* instance_ = nullptr;
 };
 
-/// The properties of an instance, for a plain object and for a user control alike.
-template <class Interface>
-class PluginObject : public Interface {
+class PluginObject : public ComponentObject {
  public:
-  PluginObject(PluginClass made, std::function<void()> repaint)
-      : instance_(std::move(made), std::move(repaint)) {}
+  explicit PluginObject(PluginClass made) : instance_(std::move(made), nullptr) {}
 
   void Let(const std::string& property, const std::string& value) override {
     instance_.Let(property, value);
@@ -172,13 +169,14 @@ class PluginObject : public Interface {
     return instance_.Get(property);
   }
 
- protected:
+ private:
   Instance instance_;
 };
 
-class PluginControl : public PluginObject<ComponentControl> {
+class PluginControl : public ComponentControl {
  public:
-  using PluginObject::PluginObject;
+  PluginControl(PluginClass made, std::function<void()> repaint)
+      : instance_(std::move(made), std::move(repaint)) {}
 
   void SetSize(ControlSize size) override {
     instance_.Do(&GorbexControl::set_size, Side(size.width), Side(size.height));
@@ -200,6 +198,9 @@ class PluginControl : public PluginObject<ComponentControl> {
   void KeyPress(char32_t character) override {
     instance_.Do(&GorbexControl::key_press, static_cast<std::uint32_t>(character));
   }
+
+ private:
+  Instance instance_;
 };
 
 bool IsGuid(std::string_view text) {
@@ -252,9 +253,7 @@ PluginClass PluginObjects::Load(const std::string& identifier) const {
 }
 
 std::unique_ptr<ComponentObject> PluginObjects::CreateObject(const std::string& identifier) {
-  return Creating(identifier, [&] {
-    return std::make_unique<PluginObject<ComponentObject>>(Load(identifier), nullptr);
-  });
+  return Creating(identifier, [&] { return std::make_unique<PluginObject>(Load(identifier)); });
 }
 
 void PluginObjects::AddLicense(const std::string& identifier, const std::string& /*key*/) {

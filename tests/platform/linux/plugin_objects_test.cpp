@@ -59,23 +59,29 @@ TEST_F(PluginObjectsTest, ServesPropertiesAndPicturesAlsoAfterTheServiceIsGone) 
   Register(sample, 'b');
   const auto dial = PluginObjects(objects).CreateControl("S.X", [&] { ++wishes; });
   dial->SetSize({-5, 99999});
-  EXPECT_EQ(dial->Get("TEXT"), "0x16384");
-  dial->Let("text", "123456 \x80");
-  EXPECT_EQ(dial->Get("Text"), "123456 \x80");
-  EXPECT_EQ(wishes, 1);
-  dial->KeyPress(U'x');
+  dial->Pointer({});
+  std::vector<std::uint32_t> inside(9);
+  dial->Paint({inside.data(), {3, 3}, 3});
+  EXPECT_EQ(inside[4], 0U) << "it was told that it has no width";
+  for (const char32_t letter : U"123456") {
+    if (letter != 0) dial->KeyPress(letter);
+  }
+  EXPECT_EQ(wishes, 6);
   std::vector<std::uint32_t> pixels(12);
   dial->Paint({pixels.data(), {3, 3}, 4});
   constexpr std::uint32_t w = 0xFFFFFF;
   EXPECT_EQ(pixels, (std::vector<std::uint32_t>{w, w, w, 0, w, 0x123456, w, 0, w, w, w, 0}));
 
+  const auto object = PluginObjects(objects).CreateObject("S.X");
+  object->Let("text", "123456 \x80");
+  EXPECT_EQ(object->Get("Text"), "123456 \x80");
   for (const auto& [name, setting, reading] : std::vector<std::array<std::string, 3>>{
            {"Text", "13 Type mismatch: 'Text'", "<none>"},
            {"Size", "383 Set not supported (read-only property): 'Size'", "440 paper jam"},
            {"Long", "438 Object doesn't support this property or method: 'Long'",
             "13 Type mismatch: 'Long'"}}) {
-    EXPECT_EQ(ErrorOf([&] { dial->Let(name, std::string(40, 'x')); }), setting);
-    EXPECT_EQ(ErrorOf([&] { static_cast<void>(dial->Get(name)); }), reading);
+    EXPECT_EQ(ErrorOf([&] { object->Let(name, std::string(40, 'x')); }), setting);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(object->Get(name)); }), reading);
   }
 }
 

@@ -54,6 +54,15 @@ static int32_t SetSize(void* instance, uint32_t width, uint32_t height) {
   return GORBEX_OK;
 }
 
+/* What is typed takes the place of the size. */
+static int32_t KeyPress(void* instance, uint32_t character) {
+  Sample* sample = instance;
+  const size_t length = strchr(sample->text, 'x') == NULL ? strlen(sample->text) : 0;
+  snprintf(sample->text + length, sizeof sample->text - length, "%c", (char)character);
+  sample->host->repaint(sample->host->site);
+  return GORBEX_OK;
+}
+
 /* A white frame around the colour that is the text. */
 static int32_t Paint(void* instance, const GorbexPixels* to) {
   const uint32_t inside = (uint32_t)strtoul(((Sample*)instance)->text, NULL, 16);
@@ -66,7 +75,7 @@ static int32_t Paint(void* instance, const GorbexPixels* to) {
 }
 
 const GorbexClass* gorbex_plugin_class(uint32_t host_abi, const char* clsid) {
-  static GorbexControl control = {sizeof control, SetSize, Paint, NULL, NULL};
+  static GorbexControl control = {sizeof control, SetSize, Paint, NULL, KeyPress};
   static GorbexClass table = {0, 0, Create, free, SetProperty, GetProperty, LastError, &control};
   kind = clsid[1];
   table.abi = kind == 'C' ? 7 : host_abi;

@@ -29,8 +29,7 @@ TEST_F(SystemWindowTest, AUserControlDrawsItselfIntoTheTestForm) {
   EXPECT_EQ(Asked(), Journal{});
   ASSERT_EQ(program->testControl.Controls().size(), 1U);
   HostedControl& control = *program->testControl.Controls().front();
-  control.control->Let("Text", "FF0000");
-  control.repaint.Emit();
+  user.Types("ff0000");
   auto& canvas = The<wxWindow>("canvas");
   const wxSize size = canvas.GetClientSize();
   EXPECT_EQ(control.size.Get(), (ControlSize{size.x, size.y}));

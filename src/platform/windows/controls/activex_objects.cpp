@@ -50,22 +50,13 @@ class ControlWindow : public wxWindow {
 
 class ActiveXControl : public ComponentControl {
  public:
-  ActiveXControl(std::shared_ptr<ComApartment> apartment, ComPointer<IDispatch> object)
-      : apartment_(std::move(apartment)),
-        control_(Ask<IUnknown>(*object.Get(), IID_IUnknown)),
-        object_(std::move(object)) {}
+  ActiveXControl(std::shared_ptr<ComApartment> apartment, const ComPointer<IDispatch>& object)
+      : apartment_(std::move(apartment)), control_(Ask<IUnknown>(*object.Get(), IID_IUnknown)) {}
   ~ActiveXControl() override {
     if (window_) window_->Destroy();
   }
   ActiveXControl(const ActiveXControl&) = delete;
   ActiveXControl& operator=(const ActiveXControl&) = delete;
-
-  void Let(const std::string& property, const std::string& value) override {
-    object_.Let(property, value);
-  }
-  [[nodiscard]] std::string Get(const std::string& property) override {
-    return object_.Property(property).Text();
-  }
 
   void SetSize(ControlSize size) override {
     size_ = size;
@@ -82,7 +73,6 @@ class ActiveXControl : public ComponentControl {
  private:
   std::shared_ptr<ComApartment> apartment_;  // outlives the object
   ComPointer<IUnknown> control_;
-  Dispatch object_;
   ControlSize size_;
   wxWeakRef<wxWindow> window_;  // its parent's, which may go before this
 };
@@ -98,7 +88,7 @@ std::unique_ptr<ComponentControl> ActiveXObjects::CreateControl(const std::strin
                                                                 std::function<void()> /*repaint*/) {
   auto made = MakeControl(identifier, keys_[LowerCase(identifier)]);
   if (!IsControl(*made.Get())) RefuseObject(identifier, "it is no control");
-  return std::make_unique<ActiveXControl>(Apartment(), std::move(made));
+  return std::make_unique<ActiveXControl>(Apartment(), made);
 }
 
 }  // namespace gorbex
