@@ -34,6 +34,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       compile({window, platform.files, shell, dialogs, log, start, platform.programFolder}),
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
            referenceUpdate, values, version, script, compile}),
+      failed(run.events, compile.ended),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, platform.events}),
       registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }),

@@ -24,6 +24,7 @@
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
 #include "core/log_viewer.h"
+#include "core/failed_projects.h"
 #include "core/logs_form.h"
 #include "core/main_window.h"
 #include "core/observed_dialogs.h"
@@ -87,6 +88,7 @@ class Program {
   BuildRun run;
   MailService mail;
   ComponentRegistration registration;
+  FailedProjects failed;
   ShutDown shutDown;
   ImmediateBuild immediate;
   BuildSettings settings;

@@ -90,7 +90,16 @@ bool Compile::CompileProject(const std::string& projectPath, const std::string& 
   uses_.window.resultLogPath = QuotedResultLog();
   RemoveStaleLog();
   problem_.clear();
-  if (uses_.window.compilerPath.empty()) return false;
+  const bool succeeded = Attempt(projectPath, outDir);
+  ended.Emit({projectPath, succeeded, LastResult(), problem_});
+  return succeeded;
+}
+
+bool Compile::Attempt(const std::string& projectPath, const std::string& outDir) {
+  if (uses_.window.compilerPath.empty()) {
+    problem_ = "there is no compiler";
+    return false;
+  }
   try {
     return Compiled(projectPath, outDir);
   } catch (const RuntimeError& error) {

@@ -10,6 +10,7 @@
 #include "core/dialogs.h"
 #include "core/main_window.h"
 #include "core/procedure.h"
+#include "core/run_events.h"
 #include "core/shell.h"
 #include "platform/file_system.h"
 
@@ -33,6 +34,9 @@ class Compile {
   /// Compiles a loaded project into a folder, or into the build directory when the folder is empty.
   /// True only when the result log tells of a build without failure; any error is a failure.
   bool CompileProject(const std::string& projectPath, const std::string& outDir);
+
+  /// Announces every compile that was not refused.
+  Signal<CompileEnded> ended;
 
   /// Whether a project is being compiled. All compiles share one result log, so there is only ever
   /// one at a time: another is refused.
@@ -68,6 +72,7 @@ class Compile {
   [[nodiscard]] std::string CommandLine(const std::string& projectPath,
                                         const std::string& outDir) const;
   void RemoveStaleLog();
+  [[nodiscard]] bool Attempt(const std::string& projectPath, const std::string& outDir);
   [[nodiscard]] bool Compiled(const std::string& projectPath, const std::string& outDir);
 
   Uses uses_;

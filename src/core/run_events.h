@@ -10,6 +10,14 @@
 
 namespace gorbex {
 
+/// What became of one compile, in a run or by itself.
+struct CompileEnded {
+  std::string path;
+  bool succeeded = false;
+  std::string log;      ///< what the compiler wrote, empty when it wrote nothing
+  std::string problem;  ///< why it wrote nothing, when the program knows
+};
+
 enum class RunResult {
   Refused,     ///< ended by "No" at the compatibility question
   NoCompiler,  ///< there was nothing to compile with

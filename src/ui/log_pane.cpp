@@ -4,66 +4,55 @@
 #include <wx/sizer.h>
 
 #include <cstddef>
-#include <string_view>
+#include <string>
 
 #include "ui/caption_divider.h"
-#include "ui/empty_hint.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
 
-// The toolkit takes minutes to lay out a long line that it cannot break, and seconds for each ten
-// megabytes of any lines. Each failure lays out all of them again.
-std::string Excerpt(const std::string& log) {
-  constexpr std::size_t kMost = 1'000'000;
-  constexpr std::size_t kLongestLine = 1000;
-  std::string shown;
-  std::size_t length = 0;
-  for (const char letter : std::string_view(log).substr(0, kMost)) {
-    if (letter == '\n') length = 0;
-    if (++length > kLongestLine) {
-      shown += '\n';
-      length = 1;
-    }
-    shown += letter;
+// The toolkit takes seconds to lay out ten megabytes.
+constexpr std::size_t kMostShown = 1'000'000;
+
+// One compiler that writes without end must not push the other projects out.
+std::string TextOf(const std::vector<FailedProject>& failed) {
+  std::string text;
+  for (const FailedProject& project : failed) {
+    if (!text.empty()) text += '\n';
+    text += Excerpt(project.Text(), kMostShown / failed.size());
   }
-  return log.size() > kMost ? shown + "..." : shown;
+  return text;
 }
 
 }  // namespace
 
-LogPane::LogPane(wxWindow* parent, CommandIds& ids, TextBox& state)
+LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box)
     : wxPanel(parent),
+      failed_(failed),
       text_(new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                            wxTE_MULTILINE | wxTE_READONLY, wxDefaultValidator, "txtLogFile")),
-      hint_(
-          new EmptyHint(this, ids,
-                        "The compiler told of no build. What it said instead is in VBResult.log,\n"
-                        "in the program's folder.",
-                        {})),
-      subscription_(
-          state.text.changed.Connect([this](const std::string& text) { ShowText(text); })) {
+      subscription_(failed.changed.Connect([this] { isStale_ = true; })) {
   text_->SetFont(wxFontInfo(text_->GetFont().GetPointSize()).Family(wxFONTFAMILY_TELETYPE));
   auto* close = wxBitmapButton::NewCloseButton(this, wxID_ANY);
-  close->SetToolTip("Hide the compiler log");
-  close->Bind(wxEVT_BUTTON, [&state](wxCommandEvent&) { state.visible.Set(false); });
+  close->SetToolTip("Hide the failed projects");
+  close->Bind(wxEVT_BUTTON, [&box](wxCommandEvent&) { box.visible.Set(false); });
   auto* head = new wxBoxSizer(wxHORIZONTAL);
   head->Add(new CaptionDivider(this, "Failed Projects"), wxSizerFlags(1).CentreVertical());
   head->Add(close, wxSizerFlags().CentreVertical());
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(head, wxSizerFlags().Expand());
   sizer->Add(text_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4)));
-  sizer->Add(hint_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4)));
   SetSizer(sizer);
-  ShowText(state.text.Get());
+  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+    event.Skip();
+    if (isStale_ && IsShownOnScreen()) ShowFailures();
+  });
 }
 
-void LogPane::ShowText(const std::string& text) {
-  text_->ChangeValue(ToWx(Excerpt(text)));
-  text_->Show(!text.empty());
-  hint_->Show(text.empty());
-  Layout();
+void LogPane::ShowFailures() {
+  isStale_ = false;
+  text_->ChangeValue(ToWx(TextOf(failed_.All())));
 }
 
 }  // namespace gorbex::ui

@@ -3,25 +3,24 @@
 #include <wx/panel.h>
 #include <wx/textctrl.h>
 
-#include <string>
-
-#include "core/main_window.h"
+#include "core/controls.h"
+#include "core/failed_projects.h"
 
 namespace gorbex::ui {
 
-class CommandIds;
-class EmptyHint;
-
-/// The compiler's log of the projects that failed, with a button that hides it again.
+/// The projects that failed, each with what its compiler wrote or why it wrote nothing, and a
+/// button that hides them again.
 class LogPane : public wxPanel {
  public:
-  LogPane(wxWindow* parent, CommandIds& ids, TextBox& state);
+  /// The box says whether the failures are to be seen.
+  LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box);
 
  private:
-  void ShowText(const std::string& text);
+  void ShowFailures();
 
+  const FailedProjects& failed_;
   wxTextCtrl* text_;
-  EmptyHint* hint_;
+  bool isStale_ = true;
   Subscription subscription_;
 };
 

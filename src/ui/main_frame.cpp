@@ -102,7 +102,7 @@ void MainFrame::MakePanes() {
   treePane_ = MakeTreePane(columns_);
   dataPane_ = MakeReferencesPane(details_);
   queuePane_ = MakeQueuePane(rows_);
-  log_ = new LogPane(details_, ids_, program_.window.txtLogFile);
+  log_ = new LogPane(details_, program_.failed, program_.window.txtLogFile);
   details_->Initialize(dataPane_);
   log_->Hide();
   columns_->SplitVertically(treePane_, details_);
@@ -248,7 +248,8 @@ void MainFrame::FollowState() {
     subscriptions_.push_back(signal.Connect(listener));
   };
   follow(window.caption.changed, [this](const std::string& text) { SetTitle(ToWx(text)); });
-  follow(window.txtLogFile.visible.changed, [this](const bool& visible) { ShowLog(visible); });
+  follow(window.txtLogFile.visible.changed, [this](const bool&) { ShowFailures(); });
+  follow(program_.failed.changed, [this] { ShowFailures(); });
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
   follow(window.position.changed, [this](const std::optional<WindowPosition>& position) {
@@ -313,7 +314,8 @@ void MainFrame::FollowTimer() {
   set();
 }
 
-void MainFrame::ShowLog(bool visible) {
+void MainFrame::ShowFailures() {
+  const bool visible = program_.window.txtLogFile.visible.Get() && !program_.failed.All().empty();
   if (visible == details_->IsSplit()) return;
   if (visible) {
     details_->SplitHorizontally(dataPane_, log_, details_->GetClientSize().y / 2);

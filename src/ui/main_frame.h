@@ -38,7 +38,7 @@ class MainFrame : public wxFrame {
   void FollowPosition();
   void TellPosition();
   void FollowTimer();
-  void ShowLog(bool visible);
+  void ShowFailures();
   void ShowEmptyPanes();
   void ShowPointer(MousePointer pointer);
   void Place();

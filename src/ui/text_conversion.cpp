@@ -1,5 +1,7 @@
 #include "ui/text_conversion.h"
 
+#include <string_view>
+
 #include "platform/code_page.h"
 
 namespace gorbex::ui {
@@ -18,6 +20,21 @@ std::string FromWx(const wxString& text) {
     result += FromUtf8(wxString(letter).utf8_string()).value_or("?");
   }
   return result;
+}
+
+std::string Excerpt(const std::string& text, std::size_t most) {
+  constexpr std::size_t kLongestLine = 1000;
+  std::string shown;
+  std::size_t length = 0;
+  for (const char letter : std::string_view(text).substr(0, most)) {
+    if (letter == '\n') length = 0;
+    if (++length > kLongestLine) {
+      shown += '\n';
+      length = 1;
+    }
+    shown += letter;
+  }
+  return text.size() > most ? shown + "...\n" : shown;
 }
 
 }  // namespace gorbex::ui

@@ -2,6 +2,7 @@
 
 #include <wx/string.h>
 
+#include <cstddef>
 #include <string>
 
 namespace gorbex::ui {
@@ -12,5 +13,9 @@ namespace gorbex::ui {
 /// The toolkit's text as code-page bytes; a character that the code page lacks becomes "?", which
 /// no path can hold, so that such a path is never found instead of being mistaken for another.
 [[nodiscard]] std::string FromWx(const wxString& text);
+
+/// At most so many bytes of a text, with lines of at most 1000: the toolkit takes minutes to lay
+/// out a long line that it cannot break. "..." stands for the rest.
+[[nodiscard]] std::string Excerpt(const std::string& text, std::size_t most);
 
 }  // namespace gorbex::ui

@@ -86,6 +86,48 @@ TEST_F(CompileTest, FailsSilentlyWithoutACompileAndReportsAMissingLog) {
   EXPECT_TRUE(program.compile.LastProblem().starts_with("the compiler wrote no result log"));
 }
 
+TEST_F(CompileTest, RemembersWhatFailedUntilItIsBuiltOrTheNextRun) {
+  struct Case {
+    const char *project, *log, *reason;
+  };
+  const Case cases[] = {
+      {"Base", "\r\nSyntax error\r\nBuild of 'Base.dll' failed.\r\n", "Syntax error"},
+      {"Core", "Component 'X.OCX' not correctly registered",
+       "Component 'X.OCX' not correctly regi"},
+      {"Mail", "\r\n", "the compiler wrote an empty result log"},
+      {"Till", "Build of 'Till.dll' succeeded.", nullptr},
+      {"User", nullptr, "File not found: 'C:\\VB\\VB6.EXE'"}};
+  Load({"Base", "Core", "Mail", "Till", "User"});
+  Journal reasons;
+  for (const Case& c : cases) {
+    if (c.reason != nullptr) reasons.push_back(Group::Path(c.project) + ": " + c.reason);
+    if (c.log == nullptr) {
+      platform.processes.QueueRefusal(RuntimeError(ErrorNumber::FileNotFound, kCompiler));
+      continue;
+    }
+    platform.processes.Queue([this, &c](const std::string&) {
+      platform.files.AddFile(kResultLog, c.log);
+      return 0U;
+    });
+  }
+  const auto& failed = program.failed.All();
+  Build();
+  ASSERT_EQ(failed.size(), reasons.size());
+  for (std::size_t i = 0; i < failed.size(); ++i) {
+    const std::string told = failed[i].path + ": " + failed[i].reason;
+    EXPECT_EQ(told.substr(0, reasons[i].size()), reasons[i]);
+  }
+  EXPECT_EQ(failed[0].log, cases[0].log);
+  EXPECT_EQ(failed[3].Text(), Group::Path("User") + "\r\n" + std::string(22, '=') + "\r\n" +
+                                  cases[4].reason + "\r\n");
+
+  EXPECT_TRUE(program.compile.CompileProject(kCore, ""));
+  EXPECT_EQ(failed.size(), 3U);
+  EXPECT_EQ(failed[1].path, Group::Path("Mail"));
+  Build();
+  EXPECT_TRUE(failed.empty());
+}
+
 TEST_F(CompileTest, WaitsForAProcessWhileTheUserActs) {
   constexpr std::uint32_t kLooksActive = 259;
   platform.processes.polls = 3;
