@@ -1,6 +1,9 @@
 #include "analysis/project_display.h"
 
+#include "core/list_columns.h"
 #include "core/node_key.h"
+#include "core/reference_nodes.h"
+#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex {
@@ -64,6 +67,29 @@ void ProjectDisplay::RefreshReferences() {
   list.SetTag("");
   ShowProjectReferences(shown);
   if (selected >= 1 && selected <= list.Count()) list.Select(&list.At(selected));
+}
+
+void ProjectDisplay::RepointReferences(const std::string& project, const std::string& oldPath,
+                                       const std::string& newPath) {
+  window_.ProjectMembers.ReplaceInReferences(project, oldPath, newPath);
+  if (const TreeNode* node = window_.tvwProjects.Find(NodeKey(node_prefix::kProject, project))) {
+    ForEachReference(*node, [&](TreeNode& reference) {
+      std::string text = reference.Text();
+      ReplaceIgnoringCase(text, oldPath, newPath);
+      if (text == reference.Text()) return;
+      reference.SetText(text);
+      MarkReferenceNode(reference);
+    });
+  }
+  if (window_.lvwData.Tag() != project) return;
+  RefreshReferences();
+  // The list shows references in lower case; the chosen name is shown as it was chosen.
+  for (const auto& row : window_.lvwData.Rows()) {
+    const std::string& component = row->SubItem(reference_column::kComponent);
+    if (EqualsIgnoringCase(component, newPath)) {
+      row->SetSubItem(reference_column::kComponent, newPath);
+    }
+  }
 }
 
 }  // namespace gorbex

@@ -28,6 +28,11 @@ class ProjectDisplay : public ProjectViews {
   /// Fills the detail list anew, so that every verdict is taken again; the selection stays.
   void RefreshReferences();
 
+  /// After a project file was pointed at another component: its record, its nodes and its rows name
+  /// the new file. Error 5 when the project has no record.
+  void RepointReferences(const std::string& project, const std::string& oldPath,
+                         const std::string& newPath);
+
   void MarkReferenceNode(TreeNode& node) { marking_.MarkReferenceNode(node); }
   void MarkBranch(const ProjectBranch& branch) override { marking_.MarkBranch(branch); }
   void MarkBranches(const std::vector<ProjectBranch>& branches) override {

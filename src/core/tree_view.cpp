@@ -66,6 +66,11 @@ void TreeNode::Announce(NodeChange change) {
   tree_.nodeChanged.Emit(*this, change);
 }
 
+void TreeNode::SetText(std::string text) {
+  text_ = std::move(text);
+  Announce(NodeChange::Text);
+}
+
 void TreeNode::SetImage(Image image) {
   image_ = image;
   Announce(NodeChange::Image);

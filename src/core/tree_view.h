@@ -16,7 +16,7 @@ namespace gorbex {
 class TreeView;
 struct TreeRows;
 
-enum class NodeChange { Added, RowsAdded, Removing, Image, Checked, Colour, Expanded };
+enum class NodeChange { Added, RowsAdded, Removing, Text, Image, Checked, Colour, Expanded };
 
 /// One node of a tree; owned by the tree and known there by its key.
 class TreeNode {
@@ -39,6 +39,7 @@ class TreeNode {
   [[nodiscard]] TreeNode* Parent() const { return parent_; }
   [[nodiscard]] const std::vector<TreeNode*>& Children() const;
 
+  void SetText(std::string text);
   void SetImage(Image image);
   void SetTextColour(Colour colour);
   void SetChecked(bool checked);

@@ -62,7 +62,7 @@ void ReferenceBrowse::Amend(Procedure& on, const Change& change) {
     return;
   }
   on([&] { uses_.window.SetStatus("Project ammended OK"); });
-  Show(on, change);
+  on([&] { uses_.display.RepointReferences(change.project, change.oldPath, change.newPath); });
 }
 
 // Null when the project is not checked out; the user knows why then.
@@ -92,14 +92,6 @@ std::unique_ptr<SourceControlItem> ReferenceBrowse::CheckOut(Procedure& on,
         {failure + std::string(kLineBreak) + "Failed to check-out & apply changes "});
   });
   return nullptr;
-}
-
-// The record follows the file, so that the verdict is taken of what the file now says.
-void ReferenceBrowse::Show(Procedure& on, const Change& change) {
-  on([&] {
-    uses_.window.ProjectMembers.ReplaceInReferences(change.project, change.oldPath, change.newPath);
-  });
-  if (uses_.window.lvwData.Tag() == change.project) on([&] { uses_.showAgain(); });
 }
 
 }  // namespace gorbex

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
+#include "analysis/project_display.h"
 #include "analysis/reference_update.h"
 #include "core/activity_log.h"
 #include "core/dialogs.h"
@@ -25,7 +25,7 @@ class ReferenceBrowse {
     ActivityLog& log;
     Dialogs& dialogs;
     ErrorReport& report;
-    std::function<void()> showAgain;  ///< takes the shown verdicts anew
+    ProjectDisplay& display;
   };
 
   explicit ReferenceBrowse(const Uses& uses) : uses_(uses) {}
@@ -43,7 +43,6 @@ class ReferenceBrowse {
   void Amend(Procedure& on, const Change& change);
   [[nodiscard]] std::unique_ptr<SourceControlItem> CheckOut(Procedure& on,
                                                             const std::string& project);
-  void Show(Procedure& on, const Change& change);
 
   Uses uses_;
 };

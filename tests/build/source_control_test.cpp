@@ -287,7 +287,10 @@ TEST_F(SourceControlCommandsTest, BrowseRepointsAReferenceUnderCheckOut) {
                "checkin $/User/User.vbp Builder ammended ref " + old + " to D:\\New\\Core.dll",
                "status Project ammended OK"}));
   EXPECT_NE(platform.files.Text(user).find("#D:\\New\\Core.dll#"), std::string::npos);
-  EXPECT_EQ(list.At(1).SubItem(2), "d:\\new\\core.dll");
+  EXPECT_EQ(list.At(1).SubItem(2), "D:\\New\\Core.dll");
+  const TreeNode& node = program.window.tvwProjects.Item("r-1" + user);
+  EXPECT_NE(node.Text().find("#D:\\New\\Core.dll#"), std::string::npos);
+  EXPECT_EQ(node.ImageOf(), Image::Dependancy);
 
   Bind("User", "");
   EXPECT_EQ(browse(), Journal{"status Could not check-out project, reference not changed"});
