@@ -12,8 +12,8 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
                  [&form] { form.cmdClose.Execute(); }),
       form_(form),
       heading_(new wxStaticText(this, wxID_ANY, "&Day:")),
-      days_(new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr, 0,
-                         wxDefaultValidator, "cboLogDate")),
+      days_(new wxComboBox(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0, nullptr,
+                           wxCB_READONLY, wxDefaultValidator, "cboLogDate")),
       text_(new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                            wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP, wxDefaultValidator,
                            "txtLog")) {
@@ -26,9 +26,7 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
   row->Add(days_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
   auto* reload = new wxButton(this, wxID_ANY, "&Reload");
   row->Add(reload, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
-  reload->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
-    form_.cboLogDate.selected.Set(form_.cboLogDate.selected.Get());
-  });
+  reload->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ShowDay(); });
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   const int margin = FromDIP(kMargin);
   sizer->Add(row, wxSizerFlags().Border(wxALL, margin));
@@ -42,9 +40,9 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
   subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
     if (visible) days_->SetFocus();
   }));
-  days_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
-    form_.cboLogDate.selected.Set(static_cast<std::size_t>(event.GetSelection()));
-  });
+  days_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) { ShowDay(); });
+  // The toolkit does not tell of the same day chosen again.
+  days_->Bind(wxEVT_COMBOBOX_CLOSEUP, [this](wxCommandEvent&) { ShowDay(); });
   subscriptions_.push_back(
       form_.cboLogDate.items.changed.Connect([this](const auto&) { ShowDays(); }));
   subscriptions_.push_back(form_.cboLogDate.selected.changed.Connect([this](const auto& day) {
@@ -54,6 +52,11 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
     text_->ChangeValue(ToWx(text));
     text_->ShowPosition(text_->GetLastPosition());
   }));
+}
+
+void LogsWindow::ShowDay() {
+  const int day = days_->GetSelection();
+  if (day != wxNOT_FOUND) form_.cboLogDate.selected.Set(static_cast<std::size_t>(day));
 }
 
 void LogsWindow::ShowDays() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <wx/choice.h>
+#include <wx/combobox.h>
 #include <wx/stattext.h>
 
 #include <vector>
@@ -18,10 +18,11 @@ class LogsWindow : public FormWindow {
 
  private:
   void ShowDays();
+  void ShowDay();
 
   frmLogs& form_;
   wxStaticText* heading_;  ///< made before the list, to which its access key leads
-  wxChoice* days_;
+  wxComboBox* days_;
   wxTextCtrl* text_;
   FieldBinding fields_;
   std::vector<Subscription> subscriptions_;

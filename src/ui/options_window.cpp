@@ -95,7 +95,8 @@ void OptionsWindow::MakeBuildPage() {
   AddCheck(page, "&Get latest sources before building", "chkGetLatest", form_.chkGetLatest);
   AddCheck(page, "&Keep binary compatibility", "chkCompatability", form_.chkCompatability);
   AddCheck(page, "&Update references to rebuilt projects", "chkChangeRefs", form_.chkChangeRefs);
-  AddCheck(page, "Build d&ependent projects too", "chkAutoDependant", form_.chkAutoDependant);
+  AddCheck(page, "Build d&ependent projects too (stored, but no build acts on it)",
+           "chkAutoDependant", form_.chkAutoDependant);
   AddCheck(page, "Ask to continue after each &failed project", "chkStopOnErrors",
            form_.chkStopOnErrors);
   AddCheck(page, "&Debug build (no optimization, symbolic debug information)", "chkDebug",

@@ -1,6 +1,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/combobox.h>
 #include <wx/notebook.h>
 #include <wx/textctrl.h>
 
@@ -71,8 +72,19 @@ TEST_F(FormsTest, TheLogOfADayIsShownBesideTheMainWindow) {
   user.Presses('L', wxMOD_CONTROL);
   auto& days = The<wxChoice>("cboLogDate");
   ASSERT_EQ(days.GetCount(), 1U);
-  program->logs.cboLogDate.selected.Set(0);
-  EXPECT_NE(The<wxTextCtrl>("txtLog").GetValue().Find("Application Started"), wxNOT_FOUND);
+  auto& log = The<wxTextCtrl>("txtLog");
+  bool isDropped = false;
+  days.Bind(wxEVT_COMBOBOX_DROPDOWN, [&](wxCommandEvent&) { isDropped = true; });
+  for (const std::string line : {"Application Started", "Second", "Third"}) {
+    // The day is the only entry of the list, also when it was chosen before.
+    isDropped = false;
+    user.Clicks(days);
+    EXPECT_TRUE(User::Sees([&] { return isDropped; }));
+    user.Presses(WXK_DOWN);
+    user.Presses(WXK_RETURN);
+    EXPECT_TRUE(User::Sees([&] { return log.GetValue().Find(line) != wxNOT_FOUND; })) << line;
+    program->log.WriteLog(line == "Second" ? "Third" : "Second");
+  }
   user.Presses(WXK_ESCAPE);
   EXPECT_EQ(Shown("cboLogDate"), nullptr);
   EXPECT_NE(frame, nullptr);
