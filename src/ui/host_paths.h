@@ -18,6 +18,10 @@ class HostPaths {
   /// The system's UTF-8 path of the folder where the first file dialog begins; empty lets the
   /// system choose.
   [[nodiscard]] virtual std::string FirstFolder() const = 0;
+
+  /// A pattern of a file filter ("*.bpf;*.vbp") as the system's file dialogs want it to find names
+  /// in any letter case.
+  [[nodiscard]] virtual std::string FilePattern(const std::string& pattern) const = 0;
 };
 
 }  // namespace gorbex::ui

@@ -4,7 +4,6 @@
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
-#include <wx/msgdlg.h>
 #include <wx/stopwatch.h>
 #include <wx/textdlg.h>
 #include <wx/utils.h>
@@ -14,72 +13,32 @@
 #include "ui/event_loop_pump.h"
 #include "ui/label_window.h"
 #include "ui/login_window.h"
+#include "ui/message_window.h"
 #include "ui/options_window.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
 
-long StyleOf(Buttons buttons) {
-  switch (buttons) {
-    case Buttons::Ok:
-      return wxOK;
-    case Buttons::OkCancel:
-      return wxOK | wxCANCEL;
-    case Buttons::YesNo:
-      return wxYES_NO;
-    case Buttons::AbortRetryIgnore:
-      return wxYES_NO | wxCANCEL;
-  }
-  return wxOK;
-}
-
-long StyleOf(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::None:
-      return wxICON_NONE;
-    case MessageIcon::Question:
-      return wxICON_QUESTION;
-    case MessageIcon::Exclamation:
-      return wxICON_WARNING;
-    case MessageIcon::CriticalStop:
-      return wxICON_ERROR;
-  }
-  return wxICON_NONE;
-}
-
-// Closing the box by its frame counts as the last answer that each set of buttons has.
-Answer AnswerOf(Buttons buttons, int result) {
-  switch (buttons) {
-    case Buttons::Ok:
-      return Answer::Ok;
-    case Buttons::OkCancel:
-      return result == wxID_OK ? Answer::Ok : Answer::Cancel;
-    case Buttons::YesNo:
-      return result == wxID_YES ? Answer::Yes : Answer::No;
-    case Buttons::AbortRetryIgnore:
-      if (result == wxID_YES) return Answer::Retry;
-      return result == wxID_NO ? Answer::Ignore : Answer::Abort;
-  }
-  return Answer::Cancel;
-}
-
-wxString MessageText(const std::string& text) {
-  constexpr std::size_t kLongest = 2000;
-  wxString shown = ToWx(text.size() > kLongest ? text.substr(0, kLongest) + "..." : text);
-  shown.Replace("\r\n", "\n");
-  // A long path may be broken behind each of its folders.
-  shown.Replace("\\", wxString("\\") + wxUniChar(0x200B));
-  return shown;
-}
-
 wxString TitleOf(const std::string& title, const wxString& otherwise) {
   return title.empty() ? otherwise : ToWx(title);
 }
 
-wxString WildcardOf(const std::string& filter) {
+// Texts and the patterns that follow them; a filter of only one text shows all files.
+std::string WholeFilter(const std::string& filter) {
+  return filter.find('|') == std::string::npos ? filter + "|*" : filter;
+}
+
+wxString WildcardOf(const std::string& filter, const HostPaths& paths) {
   if (filter.empty()) return wxFileSelectorDefaultWildcardStr;
-  return ToWx(filter.find('|') == std::string::npos ? filter + "|*" : filter);
+  wxString wildcard;
+  bool isPattern = false;
+  for (const auto part : Split(WholeFilter(filter), '|')) {
+    if (!wildcard.empty()) wildcard += '|';
+    wildcard += ToWx(isPattern ? paths.FilePattern(std::string(part)) : std::string(part));
+    isPattern = !isPattern;
+  }
+  return wildcard;
 }
 
 }  // namespace
@@ -105,14 +64,10 @@ void WindowDialogs::ShowParent() {
 }
 
 Answer WindowDialogs::Show(const Message& message) {
-  const std::string& caption = message.caption;
-  wxMessageDialog box(Parent(), MessageText(message.text),
-                      TitleOf(caption, wxString(std::string(kApplicationTitle))),
-                      StyleOf(message.buttons) | StyleOf(message.icon) | wxCENTRE);
-  if (message.buttons == Buttons::AbortRetryIgnore) {
-    box.SetYesNoCancelLabels("&Retry", "&Ignore", "&Abort");
-  }
-  return AnswerOf(message.buttons, box.ShowModal());
+  MessageWindow box(Parent(), TitleOf(message.caption, wxString(std::string(kApplicationTitle))),
+                    message);
+  const bool isYesOrNo = message.buttons == Buttons::YesNo;
+  return box.Ask().value_or(isYesOrNo ? Answer::Cancel : SafeAnswer(message.buttons));
 }
 
 std::optional<std::string> WindowDialogs::Chosen(const wxString& hostPath) {
@@ -128,19 +83,20 @@ std::optional<std::string> WindowDialogs::ChooseFile(const FileChoice& choice, l
   const bool isPattern = choice.name.find('*') != std::string::npos;
   if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(paths_.FirstFolder());
   wxFileDialog dialog(Parent(), TitleOf(choice.title, "Save"), lastFolder_,
-                      isPattern ? wxString() : ToWx(choice.name), WildcardOf(choice.filter), style);
+                      isPattern ? wxString() : ToWx(choice.name), WildcardOf(choice.filter, paths_),
+                      style);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   lastFolder_ = dialog.GetDirectory();
   if ((style & wxFD_SAVE) == 0) return Chosen(dialog.GetPath());
-  return ChosenWithExtension(dialog.GetPath(), WildcardOf(choice.filter));
+  return ChosenWithExtension(dialog.GetPath(), choice.filter);
 }
 
 // A name typed without its extension gets the one that the filter asks for. The file dialog has not
 // asked about that file.
 std::optional<std::string> WindowDialogs::ChosenWithExtension(const wxString& hostPath,
-                                                              const wxString& wildcard) {
+                                                              const std::string& filter) {
   wxFileName file(hostPath);
-  const wxString pattern = wildcard.AfterFirst('|').BeforeFirst('|');
+  const wxString pattern = ToWx(filter).AfterFirst('|').BeforeFirst('|');
   if (file.HasExt() || !pattern.StartsWith("*.")) return Chosen(hostPath);
   file.SetExt(pattern.Mid(2));
   auto path = Chosen(file.GetFullPath());
@@ -151,10 +107,7 @@ std::optional<std::string> WindowDialogs::ChosenWithExtension(const wxString& ho
 }
 
 std::optional<std::string> WindowDialogs::OpenFile(const FileChoice& choice) {
-  FileChoice wider = choice;
-  // Another system's files end differently.
-  if (choice.filter.find("*.*") == std::string::npos) wider.filter += "|All Files|*";
-  return ChooseFile(wider, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  return ChooseFile(choice, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
 }
 
 std::optional<std::string> WindowDialogs::SaveFile(const FileChoice& choice) {

@@ -34,7 +34,7 @@ class WindowDialogs : public Dialogs {
   [[nodiscard]] std::optional<std::string> ChooseFile(const FileChoice& choice, long style);
   [[nodiscard]] std::optional<std::string> Chosen(const wxString& hostPath);
   [[nodiscard]] std::optional<std::string> ChosenWithExtension(const wxString& hostPath,
-                                                               const wxString& wildcard);
+                                                               const std::string& filter);
 
   const HostPaths& paths_;
   wxWindow* parent_ = nullptr;

@@ -96,6 +96,9 @@ TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
       return std::nullopt;
     }
     [[nodiscard]] std::string FirstFolder() const override { return {}; }
+    [[nodiscard]] std::string FilePattern(const std::string& pattern) const override {
+      return pattern;
+    }
   };
   const Paths paths;
   ui::WindowDialogs windows(paths);
@@ -105,19 +108,31 @@ TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
     int key;
     int modifiers;
     Answer answer;
+    MessageIcon icon = MessageIcon::Question;
   };
+  // As it is, whatever its length: it may be copied.
+  const std::string path = "C:\\A folder\\OfMany\\AndAnother\\AndAnother\\AndAnother\\Core.vbp";
+  std::string text = path;
+  while (text.size() < 3000) text += " is not " + path;
   const Case cases[] = {
-      {Buttons::Ok, WXK_RETURN, wxMOD_NONE, Answer::Ok},
+      {Buttons::Ok, WXK_RETURN, wxMOD_NONE, Answer::Ok, MessageIcon::None},
+      {Buttons::Ok, WXK_ESCAPE, wxMOD_NONE, Answer::Ok, MessageIcon::CriticalStop},
       {Buttons::OkCancel, WXK_ESCAPE, wxMOD_NONE, Answer::Cancel},
       {Buttons::YesNo, 'Y', wxMOD_ALT, Answer::Yes},
       {Buttons::YesNo, 'N', wxMOD_ALT, Answer::No},
+      {Buttons::YesNo, WXK_ESCAPE, wxMOD_NONE, Answer::Cancel},
       {Buttons::AbortRetryIgnore, 'R', wxMOD_ALT, Answer::Retry},
       {Buttons::AbortRetryIgnore, 'I', wxMOD_ALT, Answer::Ignore},
       {Buttons::AbortRetryIgnore, WXK_ESCAPE, wxMOD_NONE, Answer::Abort},
   };
   for (const Case& row : cases) {
-    User::Then([&] { user.Presses(row.key, row.modifiers); });
-    EXPECT_EQ(windows.Show({"Text", row.buttons, MessageIcon::Question}), row.answer)
+    User::Then([&] {
+      EXPECT_EQ(The<wxTextCtrl>("message").GetValue().utf8_string(), text);
+      EXPECT_EQ(Shown("icon") != nullptr, row.icon != MessageIcon::None);
+      EXPECT_LT(Shown("message")->GetSize().y, 400);
+      user.Presses(row.key, row.modifiers);
+    });
+    EXPECT_EQ(windows.Show({text, row.buttons, row.icon}), row.answer)
         << static_cast<int>(row.buttons) << " " << row.key;
   }
 }

@@ -1,6 +1,7 @@
 #include <wx/evtloop.h>
 #include <wx/evtloopsrc.h>
 
+#include <cctype>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -23,6 +24,20 @@ using namespace gorbex;
 std::optional<std::string> Environment(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
+}
+
+// "*.b" as "*.[bB]": the toolkit's patterns tell the cases of letters apart. Programs have any name
+// here.
+std::string InAnyCase(const std::string& pattern) {
+  if (pattern == "*.exe") return "*";
+  std::string any;
+  for (const char letter : pattern) {
+    const auto byte = static_cast<unsigned char>(letter);
+    const char lower = static_cast<char>(std::tolower(byte));
+    const char upper = static_cast<char>(std::toupper(byte));
+    any += lower == upper ? std::string(1, letter) : std::string{'[', lower, upper, ']'};
+  }
+  return any;
 }
 
 class PrefixHost : public ui::Host {
@@ -54,6 +69,10 @@ class PrefixHost : public ui::Host {
 
   [[nodiscard]] std::string FirstFolder() const override {
     return platform_.GetPrefix().Existing("C:\\").value_or("");
+  }
+
+  [[nodiscard]] std::string FilePattern(const std::string& pattern) const override {
+    return InAnyCase(pattern);
   }
 
  private:

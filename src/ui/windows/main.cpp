@@ -53,6 +53,10 @@ class WindowsHost : public ui::Host {
   // The system remembers where its dialogs were.
   [[nodiscard]] std::string FirstFolder() const override { return {}; }
 
+  [[nodiscard]] std::string FilePattern(const std::string& pattern) const override {
+    return pattern;
+  }
+
  private:
   WindowsPlatform platform_{std::make_unique<ActiveXObjects>()};
 };
