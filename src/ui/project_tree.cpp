@@ -168,7 +168,7 @@ void ProjectTree::OnDrawItem(wxDC& dc, const wxRect& rect, size_t index) const {
   dc.SetTextForeground(IsSelected(index) ? wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT)
                                          : TextColour(node.TextColour()));
   const int left = TextLeft(row);
-  const wxString text = wxControl::Ellipsize(ToWx(node.Text()), dc, wxELLIPSIZE_END,
+  const wxString text = wxControl::Ellipsize(ToWx(node.Text()), dc, wxELLIPSIZE_MIDDLE,
                                              rect.width - left - FromDIP(kIconGap));
   dc.DrawText(text, left, rect.y + (rect.height - dc.GetCharHeight()) / 2);
 }

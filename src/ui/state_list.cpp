@@ -1,5 +1,7 @@
 #include "ui/state_list.h"
 
+#include <wx/dcclient.h>
+
 #include <algorithm>
 #include <numeric>
 
@@ -126,7 +128,25 @@ wxString StateList::ExtraText(const ListRow& /*row*/, long /*column*/) const {
   return {};
 }
 
+// A path is cut in its middle, so that the name at its end stays in sight. Other texts are cut by
+// the control.
 wxString StateList::OnGetItemText(long item, long column) const {
+  const wxString text = WholeText(item, column);
+  if (column == 0 || text.Find('\\') == wxNOT_FOUND || Fits(text, column)) return text;
+  wxClientDC dc(const_cast<StateList*>(this));
+  dc.SetFont(GetFont());
+  return wxControl::Ellipsize(text, dc, wxELLIPSIZE_MIDDLE, RoomIn(column));
+}
+
+int StateList::RoomIn(long column) const {
+  return GetColumnWidth(static_cast<int>(column)) - FromDIP(kCellMargin) / 2;
+}
+
+bool StateList::Fits(const wxString& text, long column) const {
+  return GetTextExtent(text).x <= RoomIn(column);
+}
+
+wxString StateList::WholeText(long item, long column) const {
   const ListRow* row = RowOf(item);
   if (row == nullptr) return {};
   if (column == 0) return ToWx(row->Text());
@@ -208,7 +228,7 @@ int StateList::FittingWidth(long column) const {
   constexpr int kWidest = 360;
   int width = 0;
   for (std::size_t i = 0; i < std::min(kMeasured, state_.Count()); ++i) {
-    width = std::max(width, GetTextExtent(OnGetItemText(static_cast<long>(i), column)).x);
+    width = std::max(width, GetTextExtent(WholeText(static_cast<long>(i), column)).x);
   }
   width = std::min(width + FromDIP(kCellMargin), FromDIP(kWidest));
   if (column == 0) width += FromDIP(kIconsWidth);
@@ -236,8 +256,8 @@ wxString StateList::CutOffTexts(long item) const {
   wxString tip;
   if (RowOf(item) == nullptr) return tip;
   for (int column = 1; column < GetColumnCount(); ++column) {
-    const wxString text = OnGetItemText(item, column);
-    if (GetTextExtent(text).x + FromDIP(kCellMargin) / 2 <= GetColumnWidth(column)) continue;
+    const wxString text = WholeText(item, column);
+    if (Fits(text, column)) continue;
     if (!tip.empty()) tip += "\n";
     tip += wxString::FromUTF8(columns_[static_cast<std::size_t>(column)].heading) + ": " + text;
   }

@@ -45,6 +45,9 @@ class StateList : public wxListCtrl {
 
  private:
   [[nodiscard]] wxString OnGetItemText(long item, long column) const override;
+  [[nodiscard]] wxString WholeText(long item, long column) const;
+  [[nodiscard]] int RoomIn(long column) const;
+  [[nodiscard]] bool Fits(const wxString& text, long column) const;
   [[nodiscard]] int OnGetItemImage(long item) const override;
   [[nodiscard]] wxItemAttr* OnGetItemAttr(long item) const override;
   [[nodiscard]] bool OnGetItemIsChecked(long item) const override;

@@ -92,6 +92,9 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   auto& queue = The<StateList>("lvwQueue");
   EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
 
+  queue.SetColumnWidth(1, queue.FromDIP(170));
+  const wxString cut = queue.GetItemText(1, 1);
+  EXPECT_TRUE(cut.StartsWith("C:") && cut.EndsWith("Money.vbp") && cut.length() < 32) << cut;
   dialogs.choices.emplace_back("C:\\Storefront\\New.bpf");
   user.Presses('S', wxMOD_CONTROL);
   EXPECT_EQ(frame->GetTitle(), "GorbexBuilder [C:\\Storefront\\New.bpf]");
