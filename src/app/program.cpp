@@ -19,6 +19,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       buildProject(
           {window, platform.files, registry, options, log, dialogs, report, reader, display}),
       treeCommands(window, reader, display, platform.files, dialogs),
+      search(window, display),
       gestures(window, display),
       referenceUpdate(window, platform.files, registry, platform.components, report),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files}),

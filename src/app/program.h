@@ -6,6 +6,7 @@
 #include "analysis/dependency_marking.h"
 #include "analysis/group_dependency.h"
 #include "analysis/project_display.h"
+#include "analysis/project_search.h"
 #include "analysis/reference_resolution.h"
 #include "analysis/reference_update.h"
 #include "analysis/tree_commands.h"
@@ -23,8 +24,8 @@
 #include "build/version_stamp.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
-#include "core/log_viewer.h"
 #include "core/failed_projects.h"
+#include "core/log_viewer.h"
 #include "core/logs_form.h"
 #include "core/main_window.h"
 #include "core/observed_dialogs.h"
@@ -72,6 +73,7 @@ class Program {
   ProjectFileReader reader;
   BuildProjectFile buildProject;
   TreeCommands treeCommands;
+  ProjectSearch search;
   TreeGestures gestures;
   ReferenceUpdate referenceUpdate;
 
@@ -86,9 +88,9 @@ class Program {
   RegistrationScript script;
   Compile compile;
   BuildRun run;
+  FailedProjects failed;
   MailService mail;
   ComponentRegistration registration;
-  FailedProjects failed;
   ShutDown shutDown;
   ImmediateBuild immediate;
   BuildSettings settings;

@@ -35,6 +35,9 @@ struct MainMenu {
   Command mnuQueueBuild{"mnuQueueBuild", "&Build Selected Item", "Shift+F7"};
   Command mnuQueueTest{"mnuQueueTest", "&Test...", "Ctrl+T"};
 
+  Command mnuToolsFind{"mnuToolsFind", "&Find...", "Ctrl+F"};
+  Command mnuToolsFindNext{"mnuToolsFindNext", "Find &Next", "F3"};
+  Command mnuToolsFindPrevious{"mnuToolsFindPrevious", "Find Previo&us", "Shift+F3"};
   Command mnuToolsBuildPath{"mnuToolsBuildPath", "Build &Path..."};
   Command mnuToolsVersion{"mnuToolsVersion", "&Version..."};
   Command mnuToolsBuildOptions{"mnuToolsBuildOptions", "Build &Options...", "Ctrl+,"};

@@ -3,6 +3,8 @@
 #include <wx/display.h>
 #include <wx/sizer.h>
 
+#include <array>
+
 #include "core/node_key.h"
 #include "ui/about.h"
 #include "ui/details_block.h"
@@ -45,6 +47,12 @@ bool IsInProject(const TreeView& tree) {
   return node != nullptr && node->Parent() != nullptr;
 }
 
+// What only a window can do.
+std::array<Command*, 4> OwnCommands(MainMenu& menu) {
+  return {&menu.mnuHelpAbout, &menu.mnuToolsFind, &menu.mnuToolsFindNext,
+          &menu.mnuToolsFindPrevious};
+}
+
 }  // namespace
 
 MainFrame::MainFrame(Program& program)
@@ -56,7 +64,7 @@ MainFrame::MainFrame(Program& program)
   SetMinClientSize(FromDIP(kSmallestSize));
   SetSize(FromDIP(kDesignedSize));
   SetIcons(ProgramIcons());
-  program_.window.menu.mnuHelpAbout.SetHandler([this] { ShowAbout(this); });
+  HandleCommands();
   menus_ = std::make_unique<WindowMenus>(*this, program_.window.menu, ids_);
   // The status text is the program's; menus have no help texts to put in its place.
   SetStatusBarPane(-1);
@@ -74,8 +82,16 @@ MainFrame::MainFrame(Program& program)
 }
 
 MainFrame::~MainFrame() {
-  program_.window.menu.mnuHelpAbout.SetHandler({});
+  for (Command* command : OwnCommands(program_.window.menu)) command->SetHandler({});
   ShowPointer(MousePointer::Default);
+}
+
+void MainFrame::HandleCommands() {
+  MainMenu& menu = program_.window.menu;
+  menu.mnuHelpAbout.SetHandler([this] { ShowAbout(this); });
+  menu.mnuToolsFind.SetHandler([this] { find_->Open(); });
+  menu.mnuToolsFindNext.SetHandler([this] { find_->Find(ProjectSearch::Direction::Next); });
+  menu.mnuToolsFindPrevious.SetHandler([this] { find_->Find(ProjectSearch::Direction::Previous); });
 }
 
 // They stay beside the window for its whole life and show themselves when their state says so.
@@ -109,6 +125,8 @@ void MainFrame::MakePanes() {
   rows_->SplitHorizontally(columns_, queuePane_);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(rows_, wxSizerFlags(1).Expand());
+  find_ = new FindBar(this, program_.search, *tree_, *queue_);
+  sizer->Add(find_, wxSizerFlags().Expand());
   SetSizer(sizer);
   ShowEmptyPanes();
 }

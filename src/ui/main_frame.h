@@ -9,6 +9,7 @@
 
 #include "app/program.h"
 #include "ui/command_ids.h"
+#include "ui/find_bar.h"
 #include "ui/open_dialogs.h"
 #include "ui/pane.h"
 #include "ui/project_tree.h"
@@ -26,6 +27,7 @@ class MainFrame : public wxFrame {
 
  private:
   void MakeForms();
+  void HandleCommands();
   void MakePanes();
   [[nodiscard]] Pane* MakeTreePane(wxWindow* parent);
   [[nodiscard]] Pane* MakeReferencesPane(wxWindow* parent);
@@ -62,6 +64,7 @@ class MainFrame : public wxFrame {
   ProjectTree* tree_ = nullptr;
   StateList* data_ = nullptr;
   QueueList* queue_ = nullptr;
+  FindBar* find_ = nullptr;
   wxTimer mailTimer_;
   OpenDialogs openDialogs_;
   bool isCloseWanted_ = false;  ///< by the system, while a dialog was open

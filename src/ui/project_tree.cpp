@@ -16,6 +16,7 @@
 namespace gorbex::ui {
 namespace {
 
+constexpr long kTypingPause = 1000;  // milliseconds
 constexpr int kIcon = 16;
 constexpr int kIconGap = 4;
 constexpr int kIndent = 18;
@@ -257,6 +258,7 @@ void ProjectTree::Choose(int row) {
 
 void ProjectTree::OnKey(wxKeyEvent& event) {
   CatchUp();
+  if (event.GetUnicodeKey() == WXK_NONE) typed_.clear();
   const int row = GetSelection();
   const bool isPlain = !event.HasAnyModifiers();
   if (isPlain && row >= 0 && static_cast<std::size_t>(row) < rows_.size() &&
@@ -296,20 +298,30 @@ bool ProjectTree::StepInto(const Row& row, int key) {
   }
 }
 
-// A letter leads to the next project whose file name begins with it.
+// Letters typed in quick succession lead to the next project whose file name begins with them; one
+// letter typed again and again steps through all that begin with it.
 void ProjectTree::OnChar(wxKeyEvent& event) {
-  const wxString typed = wxString(event.GetUnicodeKey()).Lower();
-  if (event.HasModifiers() || typed.empty() || !wxIsalnum(typed[0])) {
+  const wxString letter = wxString(event.GetUnicodeKey()).Lower();
+  const bool goesOn = !typed_.empty() && sinceTyped_.Time() < kTypingPause;
+  const bool isOfName = !letter.empty() && (wxIsalnum(letter[0]) || (goesOn && letter != " "));
+  if (event.HasModifiers() || !isOfName || wxIscntrl(letter[0])) {
     event.Skip();
     return;
   }
+  typed_ = goesOn && typed_ != letter ? typed_ + letter : letter;
+  sinceTyped_.Start();
+  GoToTyped();
+}
+
+void ProjectTree::GoToTyped() {
   const auto count = rows_.size();
-  const auto from = static_cast<std::size_t>(GetSelection()) + 1;
+  // A longer beginning may still fit where the shorter one led to.
+  const auto from = static_cast<std::size_t>(GetSelection()) + (typed_.length() > 1 ? 0 : 1);
   for (std::size_t step = 0; step < count; ++step) {
     const auto row = (from + step) % count;
     const TreeNode& node = *rows_[row].node;
     if (!node.KeyStartsWith(node_prefix::kProject)) continue;
-    if (!ToWx(node.Text()).AfterLast('\\').Lower().StartsWith(typed)) continue;
+    if (!ToWx(node.Text()).AfterLast('\\').Lower().StartsWith(typed_)) continue;
     Choose(static_cast<int>(row));
     return;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/bmpbndl.h>
+#include <wx/stopwatch.h>
 #include <wx/vector.h>
 #include <wx/vlbox.h>
 
@@ -61,6 +62,7 @@ class ProjectTree : public wxVListBox {
   void OnKey(wxKeyEvent& event);
   bool StepInto(const Row& row, int key);
   void OnChar(wxKeyEvent& event);
+  void GoToTyped();
   void ShowToolTip(int row);
 
   TreeView& state_;
@@ -77,6 +79,8 @@ class ProjectTree : public wxVListBox {
   wxPoint pressedAt_;
   TreeNode* pressed_ = nullptr;  ///< may be dragged
   int tipRow_ = wxNOT_FOUND;
+  wxString typed_;  ///< letters of a file name
+  wxStopWatch sinceTyped_;
 };
 
 }  // namespace gorbex::ui

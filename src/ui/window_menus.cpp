@@ -60,7 +60,8 @@ WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
                        &m.mnuTreePopupGetLatest, nullptr, &m.mnuDataPopupReg, &m.mnuDataPopupUnReg,
                        &m.mnuDataPopupBrowse});
   AddMenu("&Queue", QueueEntries());
-  AddMenu("&Tools", {&m.mnuToolsDependancies, nullptr, &m.mnuToolsLogin, &m.mnuToolsGetLatest,
+  AddMenu("&Tools", {&m.mnuToolsFind, &m.mnuToolsFindNext, &m.mnuToolsFindPrevious, nullptr,
+                     &m.mnuToolsDependancies, nullptr, &m.mnuToolsLogin, &m.mnuToolsGetLatest,
                      &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox, nullptr,
                      &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
   AddMenu("&Window", {&m.mnuWindowViewLogs});

@@ -100,5 +100,38 @@ TEST_F(ProjectDisplayTest, PopUpCommandsAddAndRemoveProjects) {
   EXPECT_TRUE(program.reader.ReadProject(core.Path())) << "no node is left behind";
 }
 
+TEST_F(ProjectDisplayTest, SearchGoesRoundThroughProjectsAndReferences) {
+  using enum ProjectSearch::Direction;
+  frmBuilder& window = program.window;
+  const std::string project = "x)" + core.Path();
+  const std::string reference = "r-1" + core.Path();
+  const std::string object = "o-1" + core.Path();
+  struct Case {
+    const char* wanted;
+    ProjectSearch::Direction direction;
+    std::string selected;
+    std::size_t number, of;
+  };
+  const Case cases[] = {{"CORE", Next, project, 1, 1},     {"{a}", Next, reference, 1, 1},
+                        {"#1#", Next, object, 2, 2},       {"#1#", Next, reference, 1, 2},
+                        {"#1#", Previous, object, 2, 2},   {"e", Next, "x)" + bare, 2, 2},
+                        {"e", Next, project, 1, 2},        {"e", Previous, "x)" + bare, 2, 2},
+                        {"core.DLL", Next, project, 1, 1}, {"nowhere", Next, project, 0, 0},
+                        {"", Next, project, 0, 0}};
+  for (const Case& c : cases) {
+    const auto hit = program.search.FindNode(c.wanted, c.direction);
+    EXPECT_EQ(hit.number, c.number) << c.wanted;
+    EXPECT_EQ(hit.of, c.of) << c.wanted;
+    EXPECT_EQ(window.tvwProjects.Selected()->Key(), c.selected) << c.wanted;
+  }
+  EXPECT_EQ(window.lblProjectName.Get(), "Core");
+
+  for (const std::string& path : {core.Path(), bare}) program.queue.Add(path);
+  EXPECT_EQ(program.search.FindRow("BARE", Next).of, 1U);
+  EXPECT_EQ(window.lvwQueue.Selected()->Key(), bare);
+  EXPECT_EQ(program.search.FindRow(".vbp", Next).number, 1U);
+  EXPECT_EQ(program.search.FindRow(".vbp", Previous).number, 2U);
+}
+
 }  // namespace
 }  // namespace gorbex::test

@@ -1,13 +1,14 @@
 #include <wx/listctrl.h>
 #include <wx/menu.h>
 #include <wx/splitter.h>
+#include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <filesystem>
-
+#include <fstream>
 #include <utility>
+
 #include "tests/ui/window_fixture.h"
 #include "ui/project_tree.h"
 #include "ui/state_list.h"
@@ -91,10 +92,10 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   EXPECT_EQ(Asked(), Journal{"show Built 2 components."});
   auto& queue = The<StateList>("lvwQueue");
   EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
-
   queue.SetColumnWidth(1, queue.FromDIP(170));
   const wxString cut = queue.GetItemText(1, 1);
   EXPECT_TRUE(cut.StartsWith("C:") && cut.EndsWith("Money.vbp") && cut.length() < 32) << cut;
+
   dialogs.choices.emplace_back("C:\\Storefront\\New.bpf");
   user.Presses('S', wxMOD_CONTROL);
   EXPECT_EQ(frame->GetTitle(), "GorbexBuilder [C:\\Storefront\\New.bpf]");
@@ -106,10 +107,6 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   EXPECT_EQ(Queue(), "Core.vbp Money.vbp");
 }
 
-TEST_F(MainWindowTest, ShowsFailuresAndHidesThemAtTheNextClick) {
-  std::ofstream(bench.Product() / "Core/modErrors.bas", std::ios::binary)
-      << "Attribute VB_Name = \"modErrors\"\r\nSub Main()\r\n";
-  Open(kProduct);
 TEST_F(MainWindowTest, ListsEveryFailedProjectWithWhatTheCompilerWrote) {
   std::filesystem::rename(bench.Product() / "Core/modErrors.bas", bench.Product() / "kept");
   Open(kProduct);
@@ -137,6 +134,10 @@ TEST_F(MainWindowTest, ListsEveryFailedProjectWithWhatTheCompilerWrote) {
   EXPECT_EQ(Shown("txtLogFile"), nullptr) << "nothing failed in the last run";
 }
 
+TEST_F(MainWindowTest, ShowsFailuresAndHidesThemAtTheNextClick) {
+  std::ofstream(bench.Product() / "Core/modErrors.bas", std::ios::binary)
+      << "Attribute VB_Name = \"modErrors\"\r\nSub Main()\r\n";
+  Open(kProduct);
   user.Presses(WXK_F7);
   ASSERT_TRUE(User::Sees([&] { return !program->run.Running(); }));
   EXPECT_EQ(Icons().substr(0, 10), "builderror");
@@ -198,6 +199,9 @@ TEST_F(MainWindowTest, IsDrivenByTheKeyboardAlone) {
   EXPECT_EQ(state.Selected(), state.Find("root"));
   user.Presses('S');
   EXPECT_EQ(state.Selected()->Key(), "x)" + Path("Till")) << "the next whose file begins so";
+  user.Presses(WXK_HOME);
+  user.Types("storeo");
+  EXPECT_EQ(state.Selected()->Key(), "x)" + Path("Orders"));
   user.Presses(WXK_END);
   const TreeNode* project = state.Selected();
   ASSERT_EQ(project->Key(), "x)" + Path("Core"));
@@ -224,6 +228,35 @@ TEST_F(MainWindowTest, IsDrivenByTheKeyboardAlone) {
   dialogs.answers = {Answer::Yes};
   user.Presses(WXK_DELETE);
   EXPECT_EQ(program->window.lvwQueue.Find(second), nullptr);
+}
+
+TEST_F(MainWindowTest, FindsInThePaneThatTheUserComesFrom) {
+  Open(kProduct);
+  frmBuilder& window = program->window;
+  Shown("lvwQueue")->SetFocus();
+  user.Presses('F', wxMOD_CONTROL);
+  user.Types("money");
+  user.Presses(WXK_RETURN);
+  ASSERT_NE(window.lvwQueue.Selected(), nullptr);
+  EXPECT_EQ(window.lvwQueue.Selected()->Key(), Path("Money"));
+  user.Presses(WXK_ESCAPE);
+  EXPECT_EQ(Shown("txtFind"), nullptr);
+  EXPECT_TRUE(Shown("lvwQueue")->HasFocus() ||
+              wxWindow::FindFocus()->GetParent() == Shown("lvwQueue"));
+
+  Shown("tvwProjects")->SetFocus();
+  user.Presses('F', wxMOD_CONTROL);
+  user.Types("storeorders.vbp");
+  user.Presses(WXK_F3);
+  ASSERT_EQ(window.tvwProjects.Selected()->Key(), "x)" + Path("Orders"));
+  EXPECT_EQ(window.lblProjectName.Get(), "StoreOrders");
+  EXPECT_EQ(The<wxStaticText>("lblFound").GetLabel(), "1 of 1");
+  auto& text = The<wxTextCtrl>("txtFind");
+  text.SelectAll();
+  user.Types("no such thing");
+  user.Presses(WXK_RETURN);
+  EXPECT_EQ(The<wxStaticText>("lblFound").GetLabel(), "Not found");
+  EXPECT_EQ(window.tvwProjects.Selected()->Key(), "x)" + Path("Orders"));
 }
 
 }  // namespace

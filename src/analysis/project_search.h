@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/project_display.h"
+#include "core/main_window.h"
+
+namespace gorbex {
+
+/// Finds projects by name, path or binary, and references by GUID, component or description, in any
+/// letter case.
+class ProjectSearch {
+ public:
+  enum class Direction { Next, Previous };
+
+  /// Which of all hits was selected, from 1; 0 of 0 when there is none.
+  struct Hit {
+    std::size_t number = 0;
+    std::size_t of = 0;
+  };
+
+  ProjectSearch(frmBuilder& window, ProjectDisplay& display) : window_(window), display_(display) {}
+
+  // Both select the next hit after the selection, or the one before it. After the last hit comes
+  // the first. An empty text is nowhere.
+
+  /// In the tree: projects and references. Shows the details of the hit's project.
+  Hit FindNode(std::string_view wanted, Direction direction);
+
+  /// In the queue: its projects.
+  Hit FindRow(std::string_view wanted, Direction direction);
+
+ private:
+  [[nodiscard]] bool IsWanted(const std::string& path, std::string_view wanted) const;
+  [[nodiscard]] bool MayHaveReference(const TreeNode& project, std::string_view wanted) const;
+
+  frmBuilder& window_;
+  ProjectDisplay& display_;
+};
+
+}  // namespace gorbex
