@@ -22,8 +22,9 @@ class SourceControlItem {
   /// True when the working copy differs from the database.
   [[nodiscard]] virtual bool IsDifferent() = 0;
 
-  /// Flags: 0x2000 recursive, 0x20000 keep, 0x4000000 get, added together.
-  virtual void Get(const std::string& localPath, std::uint32_t flags) = 0;
+  /// Flags: 0x2000 recursive, 0x20000 keep, 0x4000000 get, added together. Gives what the user has
+  /// to do yet to have it all, empty for nothing.
+  virtual std::string Get(const std::string& localPath, std::uint32_t flags) = 0;
   virtual void Label(const std::string& label, const std::string& comment) = 0;
   virtual void Checkout(const std::string& comment) = 0;
   virtual void Checkin(const std::string& comment) = 0;

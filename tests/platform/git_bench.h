@@ -23,7 +23,9 @@ class GitBench {
   Prefix prefix{root.Path() / "prefix"};
   LinuxFileSystem files{prefix};
   LinuxToolRunner tools{prefix};
-  GitSourceControl client{tools, files, GORBEX};
+  GitSourceControl client{tools, files, GORBEX, [this](const std::string& hostPath) {
+                            return prefix.WindowsPath(hostPath);
+                          }};
   std::string work = "C:\\Work";
   std::string user;
   std::string password;

@@ -49,8 +49,10 @@ TEST(GitSourceControl, SaysWhyItCannotBeOpened) {
   bench.password = "x\0"s;
   ExpectWords(bench.OpenError(), "The password holds a control character");
   bench.password = "";
-  for (const auto& ini : {"[git] ; c\rworktree=\"C:\\Work\" ; c\r\x1A"s,
-                          "\xEF\xBB\xBF[ Git ]\r\nworktree='Work'\r\nremote=\r\n"s}) {
+  const auto onHost = (bench.root.Path() / "prefix/drive_c/Work").native();
+  for (const auto& ini :
+       {"[git] ; c\rworktree=\"C:\\Work\" ; c\r\x1A"s, "[git]\nworktree=" + onHost + "\n",
+        "\xEF\xBB\xBF[ Git ]\r\nworktree='Work'\r\nremote=\r\n"s}) {
     bench.files.Write("C:\\scc.ini", ini);
     EXPECT_EQ(bench.OpenError(), "<none>") << ini;
   }
@@ -243,6 +245,36 @@ TEST(GitSourceControl, KnowsNoItemThatStandsInTheWorkingTreeAlone) {
   EXPECT_FALSE(bench.HasLabel("v1"));
 }
 
+TEST(GitSourceControl, LeavesSubmodulesToTheUserAndSaysSo) {
+  GitBench bench;
+  bench.Sh("",
+           "git init -q part; cd part; mkdir App; echo x >App/x; git add -A; git commit -qm x;"
+           "cd ../other; git -c protocol.file.allow=always submodule --quiet add ../part Part");
+  bench.Publish("App/x", "x");
+  bench.Open();
+  const auto get = [&] { return bench.client.VSSItem("$/")->Get("C:\\Work", 0x4022000); };
+  ExpectWords(get(),
+              "moved the submodule 'Part', whose files git leaves as they are: run 'git "
+              "submodule update --init' in 'C:\\Work'");
+  bench.Work("git -c protocol.file.allow=always submodule --quiet update --init");
+  EXPECT_EQ(get(), "") << "nothing has moved";
+  bench.Publish("App/x", "newer");
+  EXPECT_EQ(get(), "");
+  for (const std::string spec : {"$/Part", "$/part/App", "$/Part/App/x"}) {
+    const auto item = bench.client.VSSItem(spec);
+    ASSERT_TRUE(item) << spec;
+    const auto words = " is in the submodule 'Part', a repository of its own";
+    ExpectWords(ErrorOf([&] { item->Get(item->LocalSpec(), 0); }), words);
+    if (spec.ends_with('x')) continue;
+    ExpectWords(ErrorOf([&] { static_cast<void>(item->Items()); }), words);
+    const auto snapshot = bench.client.Snapshot();
+    ExpectWords(ErrorOf([&] { static_cast<void>(item->Items()); }), words);
+  }
+  bench.Sh("part", "git commit -q --allow-empty -m next; git -C ../other/Part pull -q");
+  bench.Publish("z", "z");
+  ExpectWords(get(), "moved the submodule 'Part'");
+}
+
 TEST(GitSourceControl, TellsWhatDiffersByWhatFilesHold) {
   GitBench bench;
   bench.Open();
@@ -300,9 +332,12 @@ TEST(GitSourceControl, TakesSpecsAndLabelsByTheLetter) {
     bench.Sh("other", "git pull -q");
   }
   const auto top = bench.client.VSSItem("$/");
-  for (const std::string label : {"", "-d", "--force", "a..b", "a b", "a\nb", "v:w", "*"}) {
+  const auto calls = bench.Calls();
+  for (const std::string label :
+       {"", "-d", "--force", "a..b", "a b", "a\nb", "v:w", "*", "HEAD", "v.lock"}) {
     ExpectWords(ErrorOf([&] { top->Label(label, "c"); }), "not a valid tag name");
   }
+  EXPECT_LE(bench.Calls() - calls, 10) << "the server is not asked";
   EXPECT_EQ(bench.Sh("remote.git", "git tag"), "");
   EXPECT_EQ(bench.Work("find . -name pwned"), "");
 }
@@ -401,6 +436,14 @@ TEST(GitSourceControl, RefusesALoginThatTheUrlOverrides) {
     ExpectWords(error, c.words);
     EXPECT_EQ(error.find("s3cret"), std::string::npos) << error;
   }
+  GitBench bench;
+  bench.password = "pw";
+  for (const char* url : {"ssh://git@host/x", "git+ssh://host/x", "git@host:x/y", "host:/x"}) {
+    bench.Work(std::string("git remote set-url origin ") + url);
+    ExpectWords(bench.OpenError(), "over ssh, which takes keys only");
+  }
+  bench.Work("git remote set-url origin ../../../remote.git");
+  EXPECT_EQ(bench.OpenError(), "<none>");
 }
 
 TEST(GitSourceControl, LeavesThePasswordToGitAndAsksNobody) {

@@ -30,6 +30,8 @@ class MemorySourceControl : public SourceControl {
   std::map<std::string, std::string> localSpecs;
 
   std::set<std::string> labels;
+  std::string toDo;  ///< what every get leaves to the user
+  int outages = 0;   ///< so many logins fail, then they succeed again
 
   /// What the client says when the operation ("open", "item", "items", "differs", "get", "label",
   /// "checkout" or "checkin") on the spec (or initialisation file) is to fail.
@@ -37,6 +39,7 @@ class MemorySourceControl : public SourceControl {
 
   void Open(const std::string& iniPath, const std::string& user,
             const std::string& /*password*/) override {
+    if (outages > 0 && outages-- > 0) Raise("The server is gone");
     Note("open", iniPath, user);
     user_ = user;
   }
@@ -77,9 +80,10 @@ class MemorySourceControl : public SourceControl {
       database_.RaiseFailure("differs", spec_);
       return database_.files[spec_].database != database_.files[spec_].working;
     }
-    void Get(const std::string& localPath, std::uint32_t flags) override {
+    std::string Get(const std::string& localPath, std::uint32_t flags) override {
       database_.Note("get", spec_, localPath + " " + std::to_string(flags));
       database_.BringUpToDate(spec_);
+      return database_.toDo;
     }
     void Label(const std::string& label, const std::string& comment) override {
       database_.Note("label", spec_, label + " " + comment);

@@ -38,10 +38,10 @@ bool IsReached(const GitRunner& git, const std::string& commit) {
 
 }  // namespace
 
-void FastForward(const GitRunner& git, const std::string& tip, const GitStatus& before) {
+Incoming::Paths FastForward(const GitRunner& git, const std::string& tip, const GitStatus& before) {
   const auto commit =
       Line(git.Run(GitCall::Question, {"rev-parse", "--verify", "--quiet", tip + "^{commit}"}));
-  if (commit == before.commit) return;
+  if (commit == before.commit) return {};
   auto incoming = ReadIncoming(git, commit, before);
   RequireFreeWay(incoming);
   const HalfDone halfDone(git, commit, before, std::move(incoming.absent));
@@ -51,7 +51,7 @@ void FastForward(const GitRunner& git, const std::string& tip, const GitStatus& 
     // What looks half-done then is another's work.
     if (IsLockedOut(failure)) throw;
     // Another git brought the branch there while this one looked at it.
-    if (IsReached(git, commit)) return;
+    if (IsReached(git, commit)) return incoming.submodules;
     try {
       halfDone.TakeBack();
     } catch (const RuntimeError&) {
@@ -59,7 +59,7 @@ void FastForward(const GitRunner& git, const std::string& tip, const GitStatus& 
     }
     throw;
   }
-  if (IsReached(git, commit)) return;
+  if (IsReached(git, commit)) return incoming.submodules;
   throw RuntimeError::WithDescription(
       ErrorNumber::AutomationError,
       "The branch '" + FromGit(before.branch) +

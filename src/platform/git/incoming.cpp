@@ -6,8 +6,11 @@
 namespace gorbex {
 namespace {
 
+constexpr std::string_view kSubmodule = "160000";  // as a file's mode
+
 struct Written {
   Incoming::Paths added;
+  Incoming::Paths submodules;
   Incoming::Paths folders;  ///< on the way to any file
 };
 
@@ -18,24 +21,29 @@ void AddFolders(Incoming::Paths& folders, std::string_view path) {
   }
 }
 
-// The letter of each change, then its path.
+// ":MODE MODE HASH HASH LETTER" of each change, then its path.
 Written WrittenFrom(const GitRunner& git, const std::string& start, const std::string& commit) {
-  const auto answer = git.Run(
-      GitCall::Question, {"diff-tree", "-r", "-z", "--name-status", "--no-renames", start, commit});
+  const auto answer =
+      git.Run(GitCall::Question, {"diff-tree", "-r", "-z", "--raw", "--no-renames", start, commit});
   const auto records = Records(answer);
   Written written;
   for (std::size_t i = 1; i < records.size(); i += 2) {
-    if (records[i - 1] == "A") written.added.emplace(records[i]);
+    constexpr std::size_t kNewMode = sizeof(":100644 ") - 1;
+    if (records[i - 1].ends_with('A')) written.added.emplace(records[i]);
+    if (records[i - 1].substr(kNewMode).starts_with(kSubmodule)) {
+      written.submodules.emplace(records[i]);
+    }
     AddFolders(written.folders, records[i]);
   }
   return written;
 }
 
 Written WrittenFromNothing(const GitRunner& git, const std::string& commit) {
-  const auto answer =
-      git.Run(GitCall::Question, {"ls-tree", "-r", "-z", "--name-only", "--full-tree", commit});
+  const auto answer = git.Run(GitCall::Question, {"ls-tree", "-r", "-z", "--full-tree", commit});
   Written written;
-  for (const auto path : Records(answer)) {
+  for (const auto record : Records(answer)) {
+    const auto path = record.substr(record.find('\t') + 1);
+    if (record.starts_with(kSubmodule)) written.submodules.emplace(path);
     written.added.emplace(path);
     AddFolders(written.folders, path);
   }
@@ -48,7 +56,7 @@ Written WrittenFromNothing(const GitRunner& git, const std::string& commit) {
 Incoming ReadIncoming(const GitRunner& git, const std::string& commit, const GitStatus& before) {
   auto written = before.HasCommit() ? WrittenFrom(git, before.commit, commit)
                                     : WrittenFromNothing(git, commit);
-  Incoming incoming{std::move(written.added)};
+  Incoming incoming{std::move(written.added), {}, std::move(written.submodules)};
   if (incoming.absent.empty() && written.folders.empty()) return incoming;
   for (const auto& path : OtherFiles(git)) {
     incoming.absent.erase(path);

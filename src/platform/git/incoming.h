@@ -13,8 +13,9 @@ namespace gorbex {
 struct Incoming {
   using Paths = std::set<std::string, std::less<>>;
 
-  Paths absent{};    ///< files that the commit adds, where nothing stands
-  Paths inTheWay{};  ///< files and links of the user's in place of a folder that files change in
+  Paths absent{};      ///< files that the commit adds, where nothing stands
+  Paths inTheWay{};    ///< files and links of the user's in place of a folder that files change in
+  Paths submodules{};  ///< those that are to stand at another commit, which git leaves to the user
 };
 
 [[nodiscard]] Incoming ReadIncoming(const GitRunner& git, const std::string& commit,

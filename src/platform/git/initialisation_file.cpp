@@ -120,7 +120,8 @@ std::string Resolved(const std::string& path) {
 
 }  // namespace
 
-std::optional<GitSettings> ReadGitSettings(const FileReader& files, const std::string& path) {
+std::optional<GitSettings> ReadGitSettings(const FileReader& files, const std::string& path,
+                                           const HostPathReader& hostPath) {
   auto settings = Parse(TextOf(path, files.Read(path)));
   if (!settings) return std::nullopt;
   if (settings->worktree.empty()) {
@@ -128,6 +129,8 @@ std::optional<GitSettings> ReadGitSettings(const FileReader& files, const std::s
         ErrorNumber::InvalidCall, "The [git] section of '" + path + "' has no line 'worktree='");
   }
   auto& worktree = settings->worktree;
+  const bool isOfHost = worktree.starts_with('/') && !worktree.starts_with("//");
+  if (isOfHost && hostPath) worktree = hostPath(ToUtf8(worktree));
   std::replace(worktree.begin(), worktree.end(), '/', '\\');
   if (!IsAbsolute(worktree)) {
     worktree.insert(0, path.substr(0, path.find_last_of("\\/") + 1));

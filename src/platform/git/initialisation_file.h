@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,10 +15,15 @@ struct GitSettings {
   std::string branch{};  ///< empty for the one checked out
 };
 
+/// The Windows path of a path of the host, in UTF-8 as the host has it. Error 52 when it has none.
+using HostPathReader = std::function<std::string(const std::string&)>;
+
 /// The settings of the file's [git] section; nothing when it has none, so that another client's
 /// file is told apart. Errors: 53 and its kin for the file, 5 for a section that lacks its working
-/// tree, and for a file that is no text of the code page or in UTF-8 with its mark.
+/// tree, and for a file that is no text of the code page or in UTF-8 with its mark. Where the
+/// system has paths of its own, such as /srv/product, the reader takes them.
 [[nodiscard]] std::optional<GitSettings> ReadGitSettings(const FileReader& files,
-                                                         const std::string& path);
+                                                         const std::string& path,
+                                                         const HostPathReader& hostPath = {});
 
 }  // namespace gorbex

@@ -16,7 +16,7 @@ SourceItemType GitItem::Type() const {
 std::vector<std::unique_ptr<SourceControlItem>> GitItem::Items() {
   std::vector<std::unique_ptr<SourceControlItem>> items;
   if (!entry_.isFolder) return items;
-  for (auto& child : tree_->Children(entry_.path)) {
+  for (auto& child : tree_->Children(entry_)) {
     items.push_back(std::make_unique<GitItem>(tree_, std::move(child)));
   }
   return items;
@@ -26,11 +26,11 @@ bool GitItem::IsDifferent() {
   return tree_->Differs(entry_);
 }
 
-void GitItem::Get(const std::string& localPath, std::uint32_t /*flags*/) {
+std::string GitItem::Get(const std::string& localPath, std::uint32_t /*flags*/) {
   if (!EqualsIgnoringCase(localPath, LocalSpec())) {
     throw RuntimeError(ErrorNumber::InvalidCall, localPath);
   }
-  tree_->Get(entry_);
+  return tree_->Get(entry_);
 }
 
 void GitItem::Label(const std::string& label, const std::string& comment) {

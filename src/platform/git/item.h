@@ -21,7 +21,7 @@ class GitItem : public SourceControlItem {
 
   /// Whatever the item and the flags, the whole branch is brought up to date: git knows no other
   /// way that keeps the working copy one commit's. Error 5 for any place but the working copy.
-  void Get(const std::string& localPath, std::uint32_t flags) override;
+  std::string Get(const std::string& localPath, std::uint32_t flags) override;
 
   /// Labels the whole tip: a tag of git's names no folder.
   void Label(const std::string& label, const std::string& comment) override;

@@ -15,8 +15,9 @@ namespace {
 
 constexpr std::string_view kBranches = "refs/heads/";
 
-GitSettings RequireSettings(const FileReader& files, const std::string& iniPath) {
-  const auto settings = ReadGitSettings(files, iniPath);
+GitSettings RequireSettings(const FileReader& files, const std::string& iniPath,
+                            const HostPathReader& hostPath) {
+  const auto settings = ReadGitSettings(files, iniPath, hostPath);
   if (!settings) {
     Refuse("'" + iniPath +
            "' has no [git] section: SourceSafe databases can only be opened on Windows");
@@ -71,10 +72,21 @@ std::vector<std::string> UrlsOf(const GitRunner& git, const std::string& remote)
   return urls;
 }
 
+// "ssh://host/path" and "host:path"; a single letter is a drive.
+bool IsOverSsh(const std::string& url) {
+  const auto scheme = url.find("://");
+  if (scheme != std::string::npos) return url.substr(0, scheme).find("ssh") != std::string::npos;
+  const auto colon = url.find(':');
+  return colon != std::string::npos && colon > 1 && url.find_first_of("/\\") > colon;
+}
+
 // Where the login may be shown.
 std::vector<std::string> OriginsFor(const GitLogin& login, const std::vector<std::string>& urls) {
   std::vector<std::string> origins;
   for (const auto& url : urls) {
+    if (!login.password.empty() && IsOverSsh(url)) {
+      Refuse("The remote is reached over ssh, which takes keys only; leave the password empty");
+    }
     if (OverridesLogin(url, login)) {
       Refuse(
           "The URL of the remote holds a user or password of its own, which git takes instead "
@@ -116,7 +128,7 @@ std::string UserOf(const GitRunner& git) {
 
 void GitSourceControl::Open(const std::string& iniPath, const std::string& user,
                             const std::string& password) {
-  const auto settings = RequireSettings(files_, iniPath);
+  const auto settings = RequireSettings(files_, iniPath, hostPath_);
   RequirePlain("user name", user);
   RequirePlain("password", password);
   const GitLogin login{ToUtf8(user), ToUtf8(password)};

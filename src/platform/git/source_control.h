@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/file_system.h"
+#include "platform/git/initialisation_file.h"
 #include "platform/git/working_tree.h"
 #include "platform/source_control.h"
 #include "platform/tool.h"
@@ -17,8 +18,12 @@ namespace gorbex {
 class GitSourceControl : public SourceControl {
  public:
   /// The ask-pass program is this program: its main calls AnswerAskPass.
-  GitSourceControl(ToolRunner& tools, FileSystem& files, std::string askPassProgram)
-      : tools_(tools), files_(files), askPassProgram_(std::move(askPassProgram)) {}
+  GitSourceControl(ToolRunner& tools, FileSystem& files, std::string askPassProgram,
+                   HostPathReader hostPath = {})
+      : tools_(tools),
+        files_(files),
+        askPassProgram_(std::move(askPassProgram)),
+        hostPath_(std::move(hostPath)) {}
 
   void Open(const std::string& iniPath, const std::string& user,
             const std::string& password) override;
@@ -30,6 +35,7 @@ class GitSourceControl : public SourceControl {
   ToolRunner& tools_;
   FileSystem& files_;
   std::string askPassProgram_;
+  HostPathReader hostPath_;
   std::string user_;
   std::shared_ptr<GitWorkingTree> tree_;  ///< null while not open
 };

@@ -24,11 +24,15 @@ GitTree::GitTree(std::string_view listing) {
   // "MODE TYPE HASH<tab>PATH"; a commit stands for another repository.
   for (const auto record : Records(listing)) {
     const auto tab = record.find('\t');
-    const auto type = record.substr(0, tab).find(" commit ");
-    if (tab == std::string_view::npos || type != std::string_view::npos) continue;
+    if (tab == std::string_view::npos) continue;
     const auto path = FromUtf8(record.substr(tab + 1));
     if (!path || !IsItemPath(*path)) continue;
-    isFolder_[*path] = record.substr(0, tab).find(" tree ") != std::string_view::npos;
+    const auto start = record.substr(0, tab);
+    if (start.find(" commit ") != std::string_view::npos) {
+      submodules_.push_back(*path);
+      continue;
+    }
+    isFolder_[*path] = start.find(" tree ") != std::string_view::npos;
     byLowerCase_.emplace(LowerCase(*path), *path);
   }
 }
@@ -42,6 +46,14 @@ std::optional<GitTree::Entry> GitTree::Find(const std::string& path) const {
     found = isFolder_.find(similar->second);
   }
   return Entry{found->first, found->second};
+}
+
+std::string GitTree::SubmoduleOf(const std::string& path) const {
+  const auto holds = [wanted = LowerCase(path) + "/"](const std::string& submodule) {
+    return wanted.starts_with(LowerCase(submodule) + "/");
+  };
+  const auto found = std::find_if(submodules_.begin(), submodules_.end(), holds);
+  return found == submodules_.end() ? std::string() : *found;
 }
 
 std::vector<GitTree::Entry> GitTree::Children(const std::string& folder) const {

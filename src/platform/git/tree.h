@@ -26,9 +26,14 @@ class GitTree {
 
   [[nodiscard]] std::vector<Entry> Children(const std::string& folder) const;
 
+  /// The submodule, a repository of its own, that holds the path or is it; empty when there is
+  /// none.
+  [[nodiscard]] std::string SubmoduleOf(const std::string& path) const;
+
  private:
   std::map<std::string, bool> isFolder_;
   std::map<std::string, std::string> byLowerCase_;
+  std::vector<std::string> submodules_;
 };
 
 }  // namespace gorbex

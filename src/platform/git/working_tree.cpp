@@ -132,10 +132,13 @@ std::optional<GitWorkingTree::Entry> GitWorkingTree::Find(const std::string& pat
   return Entry{path, local->isFolder, false};
 }
 
-std::vector<GitWorkingTree::Entry> GitWorkingTree::Children(const std::string& folder) {
-  if (const auto picture = Held()) return picture->tree->Children(folder);
-  Fetch();
-  return NewTree()->Children(folder);
+std::vector<GitWorkingTree::Entry> GitWorkingTree::Children(const Entry& folder) {
+  const auto picture = Held();
+  if (!picture) Fetch();
+  const auto tree = picture ? picture->tree : NewTree();
+  const bool isKnown = folder.isInDatabase || tree->Find(folder.path);
+  if (!isKnown) RefuseUnknown(folder, *tree);
+  return tree->Children(folder.path);
 }
 
 bool GitWorkingTree::Differs(const Entry& entry) {
@@ -163,25 +166,45 @@ void GitWorkingTree::RequireBranch(const GitStatus& status) const {
 
 void GitWorkingTree::RequireKnown(const Entry& entry) const {
   if (entry.isInDatabase) return;
+  const auto picture = Held();
+  RefuseUnknown(entry, picture ? *picture->tree : *KnownTree());
+}
+
+void GitWorkingTree::RefuseUnknown(const Entry& entry, const GitTree& tree) const {
+  const auto submodule = tree.SubmoduleOf(entry.path);
+  if (!submodule.empty()) {
+    Refuse(Quoted("$/" + entry.path) + " is in the submodule " + Quoted(submodule) +
+           ", a repository of its own, which is neither compared nor got here");
+  }
   Refuse("There is no item " + Quoted("$/" + entry.path) + " in the branch " +
          Quoted(FromGit(place_.branch)) + " of " + Quoted(FromGit(place_.remote)));
 }
 
-void GitWorkingTree::Get(const Entry& entry) {
+std::string GitWorkingTree::Get(const Entry& entry) {
   RequireKnown(entry);
   const auto picture = Held();
   if (picture && picture->refusal) std::rethrow_exception(picture->refusal);
   try {
-    Update(std::nullopt);
+    return Update(std::nullopt);
   } catch (const RuntimeError&) {
     if (picture) picture->refusal = std::current_exception();
     throw;
   }
 }
 
-void GitWorkingTree::Update(const std::optional<std::string>& unchanged) {
+// A submodule's own files are the user's to move: they may hold work that git would leave behind.
+std::string GitWorkingTree::ToDoFor(const PathSet& submodules) const {
+  if (submodules.empty()) return {};
+  std::string names;
+  for (const auto& path : submodules) names += (names.empty() ? "" : ", ") + Quoted(FromGit(path));
+  return "The get has moved the submodule " + names +
+         ", whose files git leaves as they are: run 'git submodule update --init' in " +
+         Quoted(place_.folder);
+}
+
+std::string GitWorkingTree::Update(const std::optional<std::string>& unchanged) {
   const auto picture = Held();
-  if (picture && picture->isUpToDate && !unchanged) return;
+  if (picture && picture->isUpToDate && !unchanged) return {};
   RequireNothingUnderWay(git_, files_, place_.folder);
   if (!picture) Fetch();
   const auto status = ReadStatus(git_);
@@ -189,11 +212,12 @@ void GitWorkingTree::Update(const std::optional<std::string>& unchanged) {
   if (unchanged && status.changed.contains(ToUtf8(*unchanged))) {
     Refuse(Quoted(LocalPath(*unchanged)) + " is changed in the working copy already");
   }
-  FastForward(git_, Tip(), status);
-  if (!picture) return;
+  auto toDo = ToDoFor(FastForward(git_, Tip(), status));
+  if (!picture) return toDo;
   picture->isUpToDate = true;
   picture->refusal = nullptr;
   Read(*picture);
+  return toDo;
 }
 
 void GitWorkingTree::Checkout(const Entry& entry) {
@@ -282,13 +306,25 @@ void GitWorkingTree::Checkin(const Entry& entry, const std::string& comment) {
   if (const auto picture = Held()) Read(*picture);
 }
 
+// A tag with the name HEAD would make git doubt every later question about its HEAD.
+void GitWorkingTree::RequireTagName(const std::string& label) const {
+  const auto name = ArgumentOf(label);
+  const bool isName =
+      name != "HEAD" && !name.starts_with('-') &&
+      git_.Try(GitCall::Question, {"check-ref-format", "refs/tags/" + name}).exitCode == 0;
+  if (isName) return;
+  Refuse(
+      Quoted(label) +
+      " is not a valid tag name: it must not be empty or HEAD, begin with - or ., end with ., / "
+      "or .lock, or hold a blank, a control character, one of ~ ^ : ? * [ \\ or any of .. // @{");
+}
+
 void GitWorkingTree::Label(const Entry& entry, const std::string& label,
                            const std::string& comment) {
+  RequireTagName(label);
   RequireKnown(entry);
   if (!Held()) Fetch();
   const auto name = ArgumentOf(label);
-  // A tag of that name would make git doubt every later question about its HEAD.
-  if (name == "HEAD") Refuse("'HEAD' cannot be the name of a label");
   const auto reference = "refs/tags/" + name;
   git_.Run(GitCall::Change, {"tag", "--annotate", "--cleanup=whitespace",
                              "--message=" + ArgumentOf(comment), "--", name, Tip()});

@@ -36,14 +36,16 @@ class GitWorkingTree {
   /// Looks into the tip fetched last, then into a new one, then into the working tree.
   [[nodiscard]] std::optional<Entry> Find(const std::string& path);
 
-  [[nodiscard]] std::vector<Entry> Children(const std::string& folder);
+  /// Error for a folder that the database lacks.
+  [[nodiscard]] std::vector<Entry> Children(const Entry& folder);
 
   /// True when the working copy of the file, or of any file below the folder, is not the tip's.
   [[nodiscard]] bool Differs(const Entry& entry);
 
   /// Brings the whole branch up to date. Error for an item that the database lacks. While a picture
-  /// is held one attempt is made: each further get ends as the first one did.
-  void Get(const Entry& entry);
+  /// is held one attempt is made: each further get ends as the first one did. Gives what the user
+  /// has to do yet, empty for nothing.
+  std::string Get(const Entry& entry);
 
   /// Brings the branch up to date and lets the file be written. Error when it is changed already.
   void Checkout(const Entry& entry);
@@ -52,7 +54,7 @@ class GitWorkingTree {
   void Checkin(const Entry& entry, const std::string& comment);
 
   /// Tags the tip and pushes the tag, for an item that the database has; one that cannot be pushed
-  /// is taken back.
+  /// is taken back. Error for a label that cannot be the name of a tag.
   void Label(const Entry& entry, const std::string& label, const std::string& comment);
 
   /// While the result is held, questions are answered from what git says now.
@@ -82,12 +84,15 @@ class GitWorkingTree {
                                     const Tree& tree);
   void Read(Picture& picture) const;
   void RequireKnown(const Entry& entry) const;
+  [[noreturn]] void RefuseUnknown(const Entry& entry, const GitTree& tree) const;
+  void RequireTagName(const std::string& label) const;
   void RequireBranch(const GitStatus& status) const;
   void RequireNoLink(const Entry& entry) const;
   void RequirePublished() const;
   [[nodiscard]] std::string Staged(const std::string& path) const;
   void Stage(const std::string& path, const std::string& staged) const;
-  void Update(const std::optional<std::string>& unchanged);
+  std::string Update(const std::optional<std::string>& unchanged);
+  [[nodiscard]] std::string ToDoFor(const PathSet& submodules) const;
   void Push(const std::string& commit, const std::string& reference) const;
 
   GitRunner git_;

@@ -48,7 +48,9 @@ struct LinuxPlatform::Parts {
   LinuxComponentInspector components{files};
   PluginObjects objects{registry, prefix};
   LinuxToolRunner tools{prefix};
-  GitSourceControl sourceControl{tools, files, OwnProgram()};
+  GitSourceControl sourceControl{tools, files, OwnProgram(), [this](const std::string& hostPath) {
+                                   return prefix.WindowsPath(hostPath);
+                                 }};
   LinuxMail mail{files, tools};
 };
 

@@ -30,8 +30,9 @@ class SourceSafeItem : public SourceControlItem {
   [[nodiscard]] bool IsDifferent() override {
     return thread_->Do([item = item_] { return item->Ask("IsDifferent").Bool(); });
   }
-  void Get(const std::string& localPath, std::uint32_t flags) override {
+  std::string Get(const std::string& localPath, std::uint32_t flags) override {
     Do("Get", {localPath, static_cast<std::int32_t>(flags)});
+    return {};
   }
   void Label(const std::string& label, const std::string& comment) override {
     Do("Label", {label, comment});
