@@ -1,6 +1,7 @@
 #include "app/shut_down.h"
 
 #include "app/window_place.h"
+#include "scc/session_settings.h"
 
 namespace gorbex {
 
@@ -50,8 +51,12 @@ bool ShutDown::ChangesAreSafe(Procedure& on) {
 
 void ShutDown::StoreState(Procedure& on) {
   const frmBuilder& window = uses_.window;
-  on([&] { uses_.registry.subSetRegistryValue(kProgramKey, "INIPath", window.IniPath); });
-  on([&] { uses_.registry.subSetRegistryValue(kProgramKey, "User", window.UserName); });
+  on([&] {
+    uses_.registry.subSetRegistryValue(kProgramKey, session_setting::kIniPath, window.IniPath);
+  });
+  on([&] {
+    uses_.registry.subSetRegistryValue(kProgramKey, session_setting::kUser, window.UserName);
+  });
   on([&] { uses_.options.SaveSettings(); });
   const auto& position = window.position.Get();
   if (!position) return;

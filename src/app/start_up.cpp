@@ -6,6 +6,7 @@
 #include "app/window_place.h"
 #include "core/node_key.h"
 #include "core/text.h"
+#include "scc/session_settings.h"
 
 namespace gorbex {
 namespace {
@@ -27,8 +28,8 @@ std::string StartUp::RegisteredCompiler() const {
 }
 
 void StartUp::ReadSession() {
-  uses_.window.IniPath = uses_.registry.fnsGetRegistryValue(kProgramKey, "INIPath");
-  uses_.window.UserName = uses_.registry.fnsGetRegistryValue(kProgramKey, "User");
+  uses_.window.IniPath = uses_.registry.fnsGetRegistryValue(kProgramKey, session_setting::kIniPath);
+  uses_.window.UserName = uses_.registry.fnsGetRegistryValue(kProgramKey, session_setting::kUser);
 }
 
 void StartUp::ReadState() {

@@ -28,6 +28,7 @@ void BuildRun::mnuFileBuild_Click() {
   Counters counters;
   running_ = true;
   stopping_ = false;
+  gets_ = {};
   RunResult result = RunResult::Aborted;
   const Subscription lines =
       uses_.log.written.Connect([&](const std::string& text) { events.Emit(LogLine{text}); });
@@ -74,6 +75,7 @@ RunResult BuildRun::Run(Procedure& on, Counters& counters) {
   on([&] { window.mousePointer.Set(MousePointer::Hourglass); });
   const bool compiles = !window.compilerPath.empty();
   if (compiles) BuildQueueRows(on, counters);
+  TellOfLatest(on);
   Summarise(on, counters);
   on([&] { window.SetStatus("Build Process finished"); });
   on([&] { window.menu.mnuFileBuild.enabled.Set(true); });
@@ -122,6 +124,7 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   events.Emit(RunStarted{checked});
   const std::size_t count = window.lvwQueue.Count();
   std::size_t number = 0;
+  const auto batch = uses_.latest.BeginBatch();
   for (std::size_t i = 1; i <= count && !stopping_; ++i) {
     const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
     if (row == nullptr || !row->Checked()) continue;
@@ -190,7 +193,14 @@ std::optional<BuildRun::DebugValues> BuildRun::Prepare(Procedure& on, const std:
 void BuildRun::GetLatest(Procedure& on, const std::string& path) {
   events.Emit(StepStarted{path, BuildStep::Latest});
   on([&] { uses_.log.WriteLog("Getting latest " + path + " code"); });
-  on([&] { uses_.latest.GetLatestForProject(path); });
+  const LatestResult got = on([&] { return uses_.latest.GetLatestForProject(path); });
+  gets_.Add(path, got);
+  events.Emit(LatestGot{path, got});
+  if (!got.Succeeded()) {
+    on([&] {
+      uses_.log.WriteLog("Failed to get latest " + path + " code: " + OnOneLine(got.problem));
+    });
+  }
   on([&] { uses_.window.SetStatus("Building " + path); });
 }
 
@@ -240,6 +250,12 @@ void BuildRun::Record(Procedure& on, const std::string& path, const std::string&
 bool BuildRun::AskToGoOn(const std::string& path) {
   return uses_.dialogs.Show({"Error Building " + path + " Continue?", Buttons::OkCancel,
                              MessageIcon::CriticalStop}) == Answer::Ok;
+}
+
+// What was built from older sources, before the number of what was built.
+void BuildRun::TellOfLatest(Procedure& on) {
+  const std::string text = gets_.Text();
+  if (!text.empty() && !ending_) on([&] { Tell(text); });
 }
 
 void BuildRun::Tell(const std::string& text) {

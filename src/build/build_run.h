@@ -9,6 +9,7 @@
 
 #include "analysis/reference_update.h"
 #include "build/compile.h"
+#include "build/latest_report.h"
 #include "build/project_value.h"
 #include "build/registration_script.h"
 #include "build/version_stamp.h"
@@ -100,6 +101,7 @@ class BuildRun {
   [[nodiscard]] bool AskToGoOn(const std::string& path);
   void Summarise(Procedure& on, const Counters& counters);
   void OfferAutoLaunch(Procedure& on, const Counters& counters);
+  void TellOfLatest(Procedure& on);
   void Tell(const std::string& text);
   [[nodiscard]] bool DebugBuildIsOn() const;
 
@@ -107,6 +109,7 @@ class BuildRun {
   bool running_ = false;
   bool stopping_ = false;
   bool ending_ = false;
+  LatestReport gets_;  ///< of the present run
 };
 
 }  // namespace gorbex

@@ -89,6 +89,7 @@ bool Compile::CompileProject(const std::string& projectPath, const std::string& 
   Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { AskForCompiler(); }); });
   uses_.window.resultLogPath = QuotedResultLog();
   RemoveStaleLog();
+  resultLogProject_ = projectPath;
   problem_.clear();
   const bool succeeded = Attempt(projectPath, outDir);
   ended.Emit({projectPath, succeeded, LastResult(), problem_});

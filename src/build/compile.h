@@ -64,6 +64,9 @@ class Compile {
   /// The text of the last compile's result log; empty when there is none.
   [[nodiscard]] std::string LastResult() const;
 
+  /// Which project's compile the result log is of, or was to be; empty before the first.
+  [[nodiscard]] const std::string& ResultLogProject() const { return resultLogProject_; }
+
   /// Why the last compile came to no result log; empty when it did.
   [[nodiscard]] const std::string& LastProblem() const { return problem_; }
 
@@ -80,6 +83,7 @@ class Compile {
   bool busy_ = false;
   std::weak_ptr<void> turn_;
   std::string problem_;
+  std::string resultLogProject_;
 };
 
 }  // namespace gorbex

@@ -7,6 +7,7 @@
 #include "cli/run_printer.h"
 #include "cli/run_record.h"
 #include "cli/session.h"
+#include "cli/source_control_options.h"
 #include "cli/text_output.h"
 #include "cli/time_limit.h"
 #include "core/list_columns.h"
@@ -19,6 +20,7 @@ namespace {
 struct BuildArguments {
   std::string file;
   std::vector<std::string> projects;
+  SourceControlOptions sourceControl;
   bool all = false;
   bool get = false;
   bool debug = false;
@@ -112,7 +114,8 @@ Json RunJson(const RunRecord& record, const std::string& script) {
   for (const auto& project : record.Projects()) {
     projects.push_back({{"path", JsonText(project.path)},
                         {"result", OutcomeName(project.outcome)},
-                        {"log", JsonText(project.log)}});
+                        {"log", JsonText(project.log)},
+                        {"got", project.got ? Json(*project.got) : Json()}});
   }
   Json messages = Json::array();
   for (const std::string& message : record.Messages()) messages.push_back(JsonText(message));
@@ -158,13 +161,17 @@ ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
     return ExitStatus::WorkFailed;
   }
   const RunEnded& end = record.End();
-  const bool done = end.result == RunResult::Finished && end.errors == 0;
+  const bool done = end.result == RunResult::Finished && end.errors == 0 &&
+                    std::none_of(projects.begin(), projects.end(),
+                                 [](const auto& each) { return each.IsNotGot(); });
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
 void Build(Frame& frame, const BuildArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
+  UseSourceControl(session, arguments.sourceControl);
+  if (arguments.get) RequireInitialisationFile(session);
   Override(session, arguments);
   MarkForBuild(session, arguments);
 
@@ -209,6 +216,7 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
                                       "Build these projects instead of the checked ones");
   command.add_flag("--all", arguments->all, "Build every row of the queue")->excludes(projects);
   command.add_flag("--get", arguments->get, "Get the latest sources before each project");
+  AddSourceControlOptions(command, arguments->sourceControl);
   command.add_option("--version", arguments->version, "Stamp this version (x.x.x)");
   command.add_flag("--debug", arguments->debug, "Build with debug information");
   command.add_flag("--break-compat", arguments->breakCompat, "Do not keep compatibility");

@@ -124,9 +124,12 @@ std::optional<std::string> ConsoleDialogs::Input(const std::string& prompt,
 void ConsoleDialogs::ShowOptions(frmOptions& /*form*/) {}
 
 void ConsoleDialogs::ShowLogin(frmLogin& form) {
-  const bool asks = frame_.streams.asks && !frame_.yes && !frame_.no;
-  if (!asks) TryLogin(form, form.txtUserName.text.Get(), frame_.streams.password);
-  while (asks && !form.hidden.Get() && !(isEnding && isEnding())) {
+  if (!frame_.streams.asks || frame_.yes || frame_.no) {
+    TryLogin(form, form.txtUserName.text.Get(), frame_.streams.password);
+    form.hidden.Set(true);
+    return;
+  }
+  while (!form.hidden.Get() && !(isEnding && isEnding())) {
     const std::string known = form.txtUserName.text.Get();
     const auto user = AskLine(known.empty() ? "User: " : "User [" + Plain(known) + "]: ");
     const auto password = AskSecret("Password: ");

@@ -25,7 +25,8 @@ class ConsoleDialogs : public Dialogs {
   void ShowOptions(frmOptions& form) override;
 
   /// Asks for user and password where somebody can answer. Elsewhere logs in once with the user
-  /// known from before and the password of the environment's GORBEX_SCC_PASSWORD.
+  /// known from before and the password of the environment's GORBEX_SCC_PASSWORD; nobody cancels
+  /// there, so that the next command tries again.
   void ShowLogin(frmLogin& form) override;
 
   /// Labels with what the form says, at once.

@@ -46,19 +46,30 @@ std::string FirstLine(const std::string& log) {
   return log.substr(start, log.find_first_of("\r\n", start) - start);
 }
 
+std::string NotGot(const RunRecord::Project& project) {
+  return "The latest sources were not got: " + project.notGot;
+}
+
+// Built, but not from what was asked for.
+std::string Error(const RunRecord::Project& project) {
+  const std::string words = NotGot(project);
+  return "<error message=\"" + Escaped(FirstLine(words)) + "\">" + Escaped(words) + "</error>";
+}
+
 std::string TestCase(const RunRecord::Project& project) {
   std::string xml = "  <testcase classname=\"" + Escaped(project.path) + "\" name=\"" +
                     Escaped(FileName(project.path)) + "\" time=\"" + Time(project.duration) + "\"";
   switch (project.outcome) {
     case RunRecord::Outcome::Built:
-      return xml + "/>\n";
+      return xml + (project.IsNotGot() ? ">" + Error(project) + "</testcase>\n" : "/>\n");
     case RunRecord::Outcome::NotBuilt:
       return xml + "><skipped/></testcase>\n";
     case RunRecord::Outcome::Failed:
       break;
   }
   return xml + "><failure message=\"" + Escaped(FirstLine(project.log)) + "\">" +
-         Escaped(project.log) + "</failure></testcase>\n";
+         (project.IsNotGot() ? Escaped(NotGot(project) + "\n") : "") + Escaped(project.log) +
+         "</failure></testcase>\n";
 }
 
 }  // namespace
@@ -66,16 +77,19 @@ std::string TestCase(const RunRecord::Project& project) {
 std::string JUnitReport(const RunRecord& record, const std::string& title) {
   std::size_t skipped = 0;
   std::size_t failed = 0;
+  std::size_t errors = 0;
   std::string cases;
   for (const auto& project : record.Projects()) {
     skipped += project.outcome == RunRecord::Outcome::NotBuilt ? 1 : 0;
     failed += project.outcome == RunRecord::Outcome::Failed ? 1 : 0;
+    errors += project.outcome == RunRecord::Outcome::Built && project.IsNotGot() ? 1U : 0U;
     cases += TestCase(project);
   }
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuite name=\"" + Escaped(title) +
          "\" tests=\"" + std::to_string(record.Projects().size()) + "\" failures=\"" +
-         std::to_string(failed) + "\" errors=\"0\" skipped=\"" + std::to_string(skipped) +
-         "\" time=\"" + Time(record.End().duration) + "\">\n" + cases + "</testsuite>\n";
+         std::to_string(failed) + "\" errors=\"" + std::to_string(errors) + "\" skipped=\"" +
+         std::to_string(skipped) + "\" time=\"" + Time(record.End().duration) + "\">\n" + cases +
+         "</testsuite>\n";
 }
 
 }  // namespace gorbex::cli

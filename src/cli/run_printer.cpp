@@ -3,7 +3,6 @@
 #include <variant>
 
 #include "cli/text_output.h"
-#include "core/text.h"
 
 namespace gorbex::cli {
 namespace {
@@ -26,7 +25,10 @@ void RunPrinter::On(const RunEvent& event) {
     number_ = project->number;
     of_ = project->of;
     start_ = clock_.Elapsed();
+    notGot_.reset();
     DrawBar();
+  } else if (const auto* latest = std::get_if<LatestGot>(&event)) {
+    if (!latest->result.Succeeded()) notGot_ = latest->result.problem;
   } else if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) {
     ClearBar();
     Tell(*compiled);
@@ -40,14 +42,19 @@ void RunPrinter::On(const RunEvent& event) {
 void RunPrinter::Tell(const ProjectCompiled& compiled) {
   lines_ << Counted(number_, of_) << Padded(current_, kNameWidth)
          << (compiled.succeeded ? "built   " : "FAILED  ") << Seconds(compiled.duration) << '\n';
+  TellNotGot();
   if (!compiled.succeeded) {
-    const std::string& why = compiled.log.empty() ? compiled.problem : compiled.log;
-    for (auto line : Split(why, '\n')) {
-      const std::string shown = Plain(line);
-      if (!shown.empty()) lines_ << "      " << shown << '\n';
-    }
+    lines_ << Indented(compiled.log.empty() ? compiled.problem : compiled.log);
   }
   lines_.flush();
+}
+
+// The same words for each project of a run would hide what else it says.
+void RunPrinter::TellNotGot() {
+  if (!notGot_) return;
+  const bool isNew = toldProblems_.insert(*notGot_).second;
+  lines_ << Indented(isNew ? "latest sources NOT GOT: " + *notGot_
+                           : "latest sources NOT GOT, for the same reason");
 }
 
 void RunPrinter::TellEnd(const RunEnded& ended) {

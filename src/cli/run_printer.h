@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <ostream>
+#include <set>
 #include <string>
 
 #include "cli/frame.h"
@@ -25,6 +27,7 @@ class RunPrinter {
 
  private:
   void Tell(const ProjectCompiled& compiled);
+  void TellNotGot();
   void TellEnd(const RunEnded& ended);
   void DrawBar();
   void ClearBar();
@@ -32,7 +35,9 @@ class RunPrinter {
   const Frame& frame_;
   std::ostream& lines_;
   const Clock& clock_;
-  std::string current_;  ///< the project being built; empty between projects
+  std::string current_;                ///< the project being built; empty between projects
+  std::optional<std::string> notGot_;  ///< why its latest sources were not got
+  std::set<std::string> toldProblems_;
   std::size_t number_ = 0;
   std::size_t of_ = 0;
   std::chrono::milliseconds start_{0};

@@ -10,17 +10,29 @@ RunRecord::RunRecord(const std::vector<std::string>& paths) {
 
 void RunRecord::On(const RunEvent& event) {
   if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Take(*compiled);
+  if (const auto* latest = std::get_if<LatestGot>(&event)) Take(*latest);
   if (const auto* question = std::get_if<QuestionAnswered>(&event)) {
     messages_.push_back(question->message.text);
   }
   if (const auto* ended = std::get_if<RunEnded>(&event)) end_ = *ended;
 }
 
+RunRecord::Project* RunRecord::Find(const std::string& path) {
+  const auto project = std::find_if(projects_.begin(), projects_.end(),
+                                    [&](const Project& each) { return each.path == path; });
+  return project == projects_.end() ? nullptr : &*project;
+}
+
+void RunRecord::Take(const LatestGot& latest) {
+  Project* project = Find(latest.path);
+  if (project == nullptr || latest.result.kind == LatestResult::Kind::NotControlled) return;
+  project->got = latest.result.Succeeded();
+  project->notGot = latest.result.problem;
+}
+
 void RunRecord::Take(const ProjectCompiled& compiled) {
-  const auto project = std::find_if(projects_.begin(), projects_.end(), [&](const Project& each) {
-    return each.path == compiled.path;
-  });
-  if (project == projects_.end()) return;
+  Project* project = Find(compiled.path);
+  if (project == nullptr) return;
   project->outcome = compiled.succeeded ? Outcome::Built : Outcome::Failed;
   project->duration = compiled.duration;
   project->log = compiled.log.empty() ? compiled.problem : compiled.log;

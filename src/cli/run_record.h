@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,11 @@ class RunRecord {
     std::string path;
     Outcome outcome = Outcome::NotBuilt;
     std::chrono::milliseconds duration{0};
-    std::string log{};  ///< the compiler's words, or why there are none
+    std::string log{};          ///< the compiler's words, or why there are none
+    std::optional<bool> got{};  ///< the latest sources; nothing when none were to be got
+    std::string notGot{};       ///< why not
+
+    [[nodiscard]] bool IsNotGot() const { return got == false; }
   };
 
   /// The checked projects in queue order.
@@ -30,7 +35,9 @@ class RunRecord {
   [[nodiscard]] const RunEnded& End() const { return end_; }
 
  private:
+  [[nodiscard]] Project* Find(const std::string& path);
   void Take(const ProjectCompiled& compiled);
+  void Take(const LatestGot& latest);
 
   std::vector<Project> projects_;
   std::vector<std::string> messages_;

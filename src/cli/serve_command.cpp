@@ -3,6 +3,7 @@
 
 #include "cli/commands.h"
 #include "cli/session.h"
+#include "cli/source_control_options.h"
 #include "cli/text_output.h"
 #include "cli/time_limit.h"
 
@@ -13,6 +14,7 @@ constexpr std::int32_t kLongestInterval = 60;
 
 struct ServeArguments {
   std::optional<std::string> file;
+  SourceControlOptions sourceControl;
   bool once = false;
   std::int32_t interval = 0;  ///< seconds; 0 for the stored setting
   int timeLimit = 0;          ///< seconds; 0 for none
@@ -48,6 +50,7 @@ void Tick(Session& session) {
 void Serve(Frame& frame, const ServeArguments& arguments) {
   Session session(frame);
   Program& program = session.program();
+  UseSourceControl(session, arguments.sourceControl);
   if (!arguments.file) {
     session.Warn("no build project is open: nothing can be got or built");
   } else {
@@ -82,6 +85,7 @@ void AddServeCommand(CLI::App& app, Frame& frame) {
   command.add_flag("--once", arguments->once, "Look for requests once, then end");
   command.add_option("--interval", arguments->interval, "Seconds between two looks, at most 60")
       ->check(CLI::Range(1, 60));
+  AddSourceControlOptions(command, arguments->sourceControl);
   AddTimeLimit(command, arguments->timeLimit);
   AddAnswers(command, frame);
   command.callback([&frame, arguments] { Serve(frame, *arguments); });

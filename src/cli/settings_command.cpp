@@ -10,6 +10,7 @@
 #include "mail/mail_settings.h"
 #include "mail/sender_list.h"
 #include "platform/code_page.h"
+#include "scc/session_settings.h"
 
 namespace gorbex::cli {
 namespace {
@@ -27,13 +28,15 @@ const Setting& Named(const std::string& name) {
   return *setting;
 }
 
-constexpr std::array kMailSettings{mail_setting::kStore, mail_setting::kTransport,
-                                   mail_setting::kFrom, mail_setting::kAllowedSenders};
+// Kept beside those of the settings object, and of no concern to it.
+constexpr std::array kOtherSettings{session_setting::kIniPath, session_setting::kUser,
+                                    mail_setting::kStore,      mail_setting::kTransport,
+                                    mail_setting::kFrom,       mail_setting::kAllowedSenders};
 
-std::optional<std::string_view> MailSetting(const std::string& name) {
-  const auto found = std::find_if(kMailSettings.begin(), kMailSettings.end(),
+std::optional<std::string_view> OtherSetting(const std::string& name) {
+  const auto found = std::find_if(kOtherSettings.begin(), kOtherSettings.end(),
                                   [&](auto known) { return EqualsIgnoringCase(known, name); });
-  return found == kMailSettings.end() ? std::nullopt : std::optional(*found);
+  return found == kOtherSettings.end() ? std::nullopt : std::optional(*found);
 }
 
 // What a screen or a build log may show of a URL, even of one that is none.
@@ -46,13 +49,13 @@ std::string WithoutPassword(std::string url) {
   return colon < at ? url.replace(colon + 1, at - colon - 1, "***") : url;
 }
 
-std::string MailValue(const Program& program, std::string_view name) {
+std::string OtherValue(const Program& program, std::string_view name) {
   std::string value = program.registry.fnsGetRegistryValue(kProgramKey, name);
   const bool isUrl = name == mail_setting::kStore || name == mail_setting::kTransport;
   return isUrl ? WithoutPassword(std::move(value)) : value;
 }
 
-void CheckMailValue(std::string_view name, const std::string& value) {
+void CheckValue(std::string_view name, const std::string& value) {
   const bool isUrl = name == mail_setting::kStore || name == mail_setting::kTransport;
   if (isUrl && !value.empty() && value.find("://") == std::string::npos) {
     throw Failure(ExitStatus::Unusable, std::string(name) + ": is no URL such as imaps://host/");
@@ -64,9 +67,9 @@ void CheckMailValue(std::string_view name, const std::string& value) {
   }
 }
 
-void ListMail(Frame& frame, const Program& program, Json& object) {
-  for (const auto name : kMailSettings) {
-    const std::string value = MailValue(program, name);
+void ListOthers(Frame& frame, const Program& program, Json& object) {
+  for (const auto name : kOtherSettings) {
+    const std::string value = OtherValue(program, name);
     object[std::string(name)] = JsonText(value);
     if (!frame.json) frame.streams.out << Padded(std::string(name), 20) << Plain(value) << '\n';
   }
@@ -81,7 +84,7 @@ void List(Frame& frame, const Program& program) {
     if (frame.json) continue;
     frame.streams.out << Padded(std::string(setting.name), 20) << Shown(setting, options) << '\n';
   }
-  ListMail(frame, program, object);
+  ListOthers(frame, program, object);
   if (frame.json) frame.streams.out << Written(object) << '\n';
 }
 
@@ -115,15 +118,22 @@ void Change(const Session& session, clsOptions& options, const Setting& setting,
   if (setting.Get(options) != wanted) FailNotStored(setting.name);
 }
 
-void ShowOrChangeMail(Frame& frame, Program& program, std::string_view name,
-                      const std::optional<std::string>& typed) {
+// A file is known to the program by its Windows path; an empty text takes the setting back.
+std::string TypedValue(const Session& session, std::string_view name, const std::string& typed) {
+  const bool isPath = name == session_setting::kIniPath && !typed.empty();
+  return isPath ? session.ProgramPath(typed) : SettingText(name, typed);
+}
+
+void ShowOrChangeOther(Frame& frame, Session& session, std::string_view name,
+                       const std::optional<std::string>& typed) {
+  Program& program = session.program();
   if (typed) {
-    const std::string value = SettingText(name, *typed);
-    CheckMailValue(name, value);
+    const std::string value = TypedValue(session, name, *typed);
+    CheckValue(name, value);
     program.registry.subSetRegistryValue(kProgramKey, name, value);
     if (program.registry.fnsGetRegistryValue(kProgramKey, name) != value) FailNotStored(name);
   }
-  const std::string value = MailValue(program, name);
+  const std::string value = OtherValue(program, name);
   if (frame.json) {
     frame.streams.out << Written(Json{{std::string(name), JsonText(value)}}) << '\n';
   } else {
@@ -136,9 +146,9 @@ void Settings(Frame& frame, const SettingsArguments& arguments, bool hasValue) {
   Program& program = session.program();
   clsOptions& options = program.options;
   if (arguments.name.empty()) return List(frame, program);
-  if (const auto name = MailSetting(arguments.name)) {
-    return ShowOrChangeMail(frame, program, *name,
-                            hasValue ? std::optional(arguments.value) : std::nullopt);
+  if (const auto name = OtherSetting(arguments.name)) {
+    return ShowOrChangeOther(frame, session, *name,
+                             hasValue ? std::optional(arguments.value) : std::nullopt);
   }
   const Setting& setting = Named(arguments.name);
   if (hasValue) Change(session, options, setting, arguments.value);

@@ -5,9 +5,10 @@
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
+#include "cli/source_control_options.h"
 #include "cli/text_output.h"
-#include "platform/code_page.h"
 #include "scc/label_dialog.h"
+#include "scc/session_settings.h"
 
 namespace gorbex::cli {
 namespace {
@@ -16,33 +17,32 @@ namespace {
 struct SourceControlCommandsArguments {
   std::string file;
   std::vector<std::string> projects;
-  std::string ini;
-  std::optional<std::string> user;
+  SourceControlOptions sourceControl;
   std::string label;
   std::string comment;
   std::string spec;
 };
 
-// Failure when the database's texts cannot hold the characters.
-std::string InCodePage(const std::string& utf8) {
-  const auto text = FromUtf8(utf8);
-  if (!text) throw Failure(ExitStatus::Unusable, utf8 + ": not every character can be used");
-  return *text;
+// As the window keeps them when it closes: the next command, or window, begins with them.
+void Remember(const Session& session, Program& program) {
+  const auto alone = session.ChangeAlone();
+  program.registry.subSetRegistryValue(kProgramKey, session_setting::kIniPath,
+                                       program.window.IniPath);
+  program.registry.subSetRegistryValue(kProgramKey, session_setting::kUser,
+                                       program.window.UserName);
 }
 
 // Failure when the database does not open: no command can do its work then.
 void LogIn(Session& session, const SourceControlCommandsArguments& arguments) {
   Program& program = session.program();
-  if (!arguments.ini.empty()) program.window.IniPath = session.ProgramPath(arguments.ini);
-  if (arguments.user) program.window.UserName = InCodePage(*arguments.user);
+  UseSourceControl(session, arguments.sourceControl);
+  RequireInitialisationFile(session);
   program.session.LoginToSourceSafe();
-  if (program.window.IniPath.empty()) {
-    throw Failure(ExitStatus::Unusable, "no initialisation file is known: name one with --ini");
-  }
   if (session.host().EndWanted()) throw Failure(ExitStatus::WorkFailed, "ended on request");
   if (!program.session.LoggedIn()) {
     throw Failure(ExitStatus::Unusable, "the source-control database could not be opened");
   }
+  if (arguments.sourceControl.IsAny()) Remember(session, program);
 }
 
 // Before the client is at work, where a user may be asked, the system's wish ends the program as
@@ -64,28 +64,55 @@ std::vector<std::string> Chosen(const Session& session, const Program& program,
   return paths;
 }
 
+/// What `get` prints, and its exit status.
+class GetReport {
+ public:
+  explicit GetReport(Frame& frame) : frame_(frame) {}
+
+  void Add(const std::string& path, const LatestResult& result) {
+    const bool done = result.Succeeded();
+    if (!done) frame_.status = ExitStatus::WorkFailed;
+    const bool isControlled = result.kind != LatestResult::Kind::NotControlled;
+    const std::string reason = isControlled ? result.problem : "not under source control";
+    results_.push_back({{"path", JsonText(path)}, {"done", done}, {"reason", JsonText(reason)}});
+    if (frame_.json) return;
+    std::ostream& out = frame_.streams.out;
+    out << (!done          ? "FAILED  "
+            : isControlled ? "got     "
+                           : "-       ")
+        << Plain(path) << (isControlled ? "\n" : ": " + reason + "\n");
+    // One refusal of the database often concerns every project.
+    if (!done && reason != told_) out << Indented(reason);
+    if (!done) told_ = reason;
+  }
+
+  void End() {
+    if (frame_.json) frame_.streams.out << Written(results_) << '\n';
+  }
+
+ private:
+  Frame& frame_;
+  Json results_ = Json::array();
+  std::string told_;
+};
+
 void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
   EndOnRequest(session);
   LogIn(session, arguments);
   Program& program = session.program();
-  const auto picture = program.session.Database().Snapshot();
+  const auto batch = program.latest.BeginBatch();
+  GetReport report(frame);
   if (program.window.ProjectMembers.Count() == 0) session.Warn("the build project has no projects");
-  Json results = Json::array();
   for (const auto& path : Chosen(session, program, arguments)) {
     if (session.host().EndWanted()) break;
     program.log.WriteLog("Getting Latest for " + path);
-    const bool done = program.latest.GetLatestForProject(path);
-    const std::string reason = done ? "" : program.window.stbStatus.Get();
-    results.push_back({{"path", JsonText(path)}, {"done", done}, {"reason", JsonText(reason)}});
-    if (!frame.json) {
-      frame.streams.out << (done ? "got     " : "FAILED  ") << Plain(path) << '\n';
-      if (!done) frame.streams.out << "      " << Plain(reason) << '\n';
-    }
-    if (!done) frame.status = ExitStatus::WorkFailed;
+    const LatestResult result = program.latest.GetLatestForProject(path);
+    if (!result.toDo.empty()) session.Warn(Plain(result.toDo));
+    report.Add(path, result);
   }
-  if (frame.json) frame.streams.out << Written(results) << '\n';
+  report.End();
 }
 
 void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
@@ -141,11 +168,7 @@ CLI::App& Add(CLI::App& app, Frame& frame, const char* name, const char* descrip
               const std::shared_ptr<SourceControlCommandsArguments>& arguments, Work work) {
   CLI::App& command = AddJsonCommand(app, frame, name, description);
   command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
-  command.add_option("--ini", arguments->ini,
-                     "The database's initialisation file, instead of the one the window used last");
-  command.add_option("--user", arguments->user,
-                     "The user to log in; the password is asked for, or taken from "
-                     "GORBEX_SCC_PASSWORD");
+  AddSourceControlOptions(command, arguments->sourceControl);
   AddAnswers(command, frame);
   command.callback([&frame, arguments, work] { work(frame, *arguments); });
   return command;

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "core/file_tools.h"
+#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -18,6 +19,15 @@ std::string Plain(std::string_view text) {
            unicode >= 0xA0;
   });
   return ToUtf8(kept);
+}
+
+std::string Indented(std::string_view text) {
+  std::string lines;
+  for (const auto line : Split(text, '\n')) {
+    const std::string shown = Plain(line);
+    if (!shown.empty()) lines += "      " + shown + "\n";
+  }
+  return lines;
 }
 
 std::string Seconds(std::chrono::milliseconds duration) {

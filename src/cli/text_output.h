@@ -10,6 +10,9 @@ namespace gorbex::cli {
 /// characters.
 [[nodiscard]] std::string Plain(std::string_view text);
 
+/// The lines of a text for the same, those below a heading: indented, without empty ones.
+[[nodiscard]] std::string Indented(std::string_view text);
+
 /// Seconds with two decimals, such as "0.42 s".
 [[nodiscard]] std::string Seconds(std::chrono::milliseconds duration);
 

@@ -1,17 +1,33 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 namespace gorbex {
+
+/// What came of a get.
+struct LatestResult {
+  enum class Kind { Got, NotControlled, Failed };
+
+  Kind kind = Kind::Failed;
+  std::string problem{};  ///< why it failed, in the client's words
+  std::string toDo{};     ///< what it leaves to the user; empty for nothing
+
+  /// Also for a project outside source control, which never stands in the way of the others.
+  [[nodiscard]] bool Succeeded() const { return kind != Kind::Failed; }
+};
 
 /// Fetches the latest sources of projects.
 class LatestSource {
  public:
   virtual ~LatestSource() = default;
 
-  /// True on success, and for a project outside source control. A failure is told on the status
-  /// line.
-  virtual bool GetLatestForProject(const std::string& projectKey) = 0;
+  /// A failure is told on the status line, too.
+  virtual LatestResult GetLatestForProject(const std::string& projectKey) = 0;
+
+  /// While the result is held, all gets bring the same state of the database, a login that failed
+  /// is not tried again, and the user's source-control commands are refused.
+  [[nodiscard]] virtual std::shared_ptr<void> BeginBatch() = 0;
 };
 
 }  // namespace gorbex

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "core/command.h"
 #include "core/controls.h"
 #include "core/signal.h"
@@ -16,6 +18,7 @@ struct frmLogin {
 
   bool LoginSucceeded = false;
   bool Cancelled = false;
+  std::string failure;  ///< why the last attempt failed; empty before the first
 
   Signal<> activated;            ///< emitted by front ends once the dialog is shown
   Signal<> passwordWanted;       ///< the password box takes the focus, all its text selected

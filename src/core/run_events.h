@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "core/dialogs.h"
+#include "core/latest_source.h"
 #include "core/signal.h"
 
 namespace gorbex {
@@ -41,6 +42,10 @@ struct StepStarted {
   std::string path;
   BuildStep step;
 };
+struct LatestGot {
+  std::string path;
+  LatestResult result;
+};
 struct LogLine {
   std::string text;
 };
@@ -62,8 +67,8 @@ struct RunEnded {
   std::chrono::milliseconds duration;
 };
 
-using RunEvent = std::variant<RunStarted, ProjectStarted, StepStarted, LogLine, ProjectCompiled,
-                              QuestionAnswered, RunEnded>;
+using RunEvent = std::variant<RunStarted, ProjectStarted, StepStarted, LatestGot, LogLine,
+                              ProjectCompiled, QuestionAnswered, RunEnded>;
 using RunEvents = Signal<RunEvent>;
 
 }  // namespace gorbex

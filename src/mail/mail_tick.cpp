@@ -108,8 +108,13 @@ void MailTick::Serve(MailItem& mail) {
 bool MailTick::FindProject() {
   CutAtLineEnd(strProject_);
   if (strProject_.starts_with("$/")) {
-    strLocal_ = uses_.session.GetLocalPath(strProject_);
-    if (!strLocal_.empty()) strProject_ = strLocal_;
+    const LocalPlace place = uses_.session.GetLocalPath(strProject_);
+    strLocal_ = place.path;
+    if (strLocal_.empty()) {
+      At([&] { Log("Nothing is known of " + strProject_ + ": " + place.problem); });
+    } else {
+      strProject_ = strLocal_;
+    }
   }
   UseLoadedPath();
   const bool isLoaded = uses_.window.ProjectMembers.Contains(strProject_);
@@ -131,9 +136,12 @@ void MailTick::UseLoadedPath() {
 }
 
 void MailTick::Get() {
-  RequestSucceeded_ = At([&] { return uses_.latest.GetLatestForProject(strProject_); });
+  const LatestResult got = At([&] { return uses_.latest.GetLatestForProject(strProject_); });
+  RequestSucceeded_ = got.Succeeded();
+  if (!got.toDo.empty()) At([&] { Log(got.toDo); });
   if (!RequestSucceeded_) {
     text_.Fail("Failed to Get Latest");
+    At([&] { Log("Failed to Get Latest: " + got.problem); });
   } else if (!request_.BuildRequested) {
     text_.Succeed();
   }
@@ -165,8 +173,23 @@ void MailTick::Attach() {
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
     const std::string& resultLog = uses_.window.resultLogPath;
     if (!RequestSucceeded_ && resultLog.empty()) return;
-    on([&] { reply_->AddAttachment(RequestSucceeded_ ? BuiltFile() : WithoutQuotes(resultLog)); });
+    const bool isAttached = on([&] {
+      reply_->AddAttachment(RequestSucceeded_ ? BuiltFile() : WithoutQuotes(resultLog));
+      return true;
+    });
+    if (isAttached && !RequestSucceeded_) on([&] { NoteResultLog(); });
   });
+}
+
+// After a failed get it is the result log of whatever was built before.
+void MailTick::NoteResultLog() {
+  const std::string& project = uses_.compile.ResultLogProject();
+  Log("The reply carries the result log of " +
+      (project.empty() ? "a build before the program started" : "the build of " + project));
+}
+
+void MailTick::Log(const std::string& text) {
+  uses_.log.WriteLog(OnOneLine(text));
 }
 
 std::string MailTick::BuiltFile() const {

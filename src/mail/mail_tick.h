@@ -68,6 +68,8 @@ class MailTick {
   void Build();
   void Answer();
   void Attach();
+  void NoteResultLog();
+  void Log(const std::string& text);
   [[nodiscard]] std::string BuiltFile() const;
   [[nodiscard]] std::string FailureText(const RuntimeError& error) const;
   [[nodiscard]] bool AddressFailure();

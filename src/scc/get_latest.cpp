@@ -1,6 +1,7 @@
 #include "scc/get_latest.h"
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -14,32 +15,56 @@ constexpr std::uint32_t kGet = 0x4000000;
 
 }  // namespace
 
-bool GetLatest::GetLatestForProject(const std::string& projectKey) {
+std::shared_ptr<void> GetLatest::BeginBatch() {
+  auto batch = std::make_shared<Batch>();
+  batch_ = batch;
+  return batch;
+}
+
+void GetLatest::LogIn() {
+  const auto batch = batch_.lock();
+  if (batch && std::exchange(batch->isBegun, true)) return;
   session_.LoginToSourceSafe();
+  if (!batch) return;
+  batch->reserved = session_.Reserve();
+  const auto use = session_.Use();
+  batch->picture = session_.Database().Snapshot();
+}
+
+LatestResult GetLatest::GetLatestForProject(const std::string& projectKey) {
+  LogIn();
   const auto use = session_.Use();
   // A copy: the client may let the user act, who may remove the project.
   const std::string spec = window_.ProjectMembers.Item(projectKey).VSSProject;
   window_.SetStatus("Getting " + spec);
-  // A project outside source control never stands in the way of the others.
-  return spec.empty() || GetItem(spec);
+  if (spec.empty()) return {LatestResult::Kind::NotControlled};
+  return GetItem(spec);
 }
 
-bool GetLatest::GetItem(const std::string& spec) {
+LatestResult GetLatest::GetItem(const std::string& spec) {
   std::unique_ptr<SourceControlItem> item;
   try {
     item = session_.VSSItem(spec);
   } catch (const RuntimeError& error) {
     window_.SetStatus("Failed GET : " + error.Description());
-    return false;
+    const std::string closed = session_.WhyClosed();
+    return {LatestResult::Kind::Failed, closed.empty() ? error.Description() : closed};
   }
   try {
-    if (item == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, spec);
-    item->Get(item->LocalSpec(), kRecursive + kKeep + kGet);
-    return true;
+    if (item == nullptr) throw NoSuchItem(spec);
+    std::string toDo = item->Get(item->LocalSpec(), kRecursive + kKeep + kGet);
+    return {LatestResult::Kind::Got, {}, std::move(toDo)};
   } catch (const RuntimeError& error) {
     window_.SetStatus(error.Description());
-    return false;
+    return {LatestResult::Kind::Failed, error.Description()};
   }
+}
+
+// For a command of the user's, who is there to be told.
+bool GetLatest::GetWatched(const std::string& path) {
+  const LatestResult result = GetLatestForProject(path);
+  if (!result.toDo.empty()) dialogs_.Show({result.toDo});
+  return result.Succeeded();
 }
 
 bool GetLatest::HasProjects() {
@@ -52,15 +77,15 @@ void GetLatest::mnuToolsGetLatestALL_Click() {
   if (session_.Refuses()) return;
   const auto use = session_.Use();
   Procedure(report_, ": frmBuilder.mnuToolsGetLatestALL_Click").Run([&](Procedure& on) {
-    on([&] { session_.LoginToSourceSafe(); });
+    const auto batch = BeginBatch();
+    on([&] { LogIn(); });
     if (!on([&] { return HasProjects(); })) return;
-    const auto picture = on([&] { return session_.Database().Snapshot(); });
     // The paths as they are now: the client may let the user remove projects meanwhile.
     std::vector<std::string> paths;
     for (const auto& member : window_.ProjectMembers) paths.push_back(member->path);
     for (const std::string& path : paths) {
       on([&] { log_.WriteLog("Getting Latest for " + path); });
-      on([&] { GetLatestForProject(path); });
+      on([&] { GetWatched(path); });
     }
     on([&] { window_.SetStatus("Get completed"); });
   });
@@ -71,7 +96,8 @@ void GetLatest::mnuToolsGetLatestChanged_Click() {
   const auto use = session_.Use();
   Procedure(report_, ": frmBuilder.mnuToolsGetLatestChanged_Click").Run([&](Procedure& on) {
     on([&] { window_.mousePointer.Set(MousePointer::Hourglass); });
-    on([&] { session_.LoginToSourceSafe(); });
+    const auto batch = BeginBatch();
+    on([&] { LogIn(); });
     if (on([&] { return HasProjects(); })) GetMarked(on);
     // Shown in every case, as ever.
     on([&] { window_.SetStatus("Changed projects now up to date"); });
@@ -84,12 +110,11 @@ void GetLatest::GetMarked(Procedure& on) {
   for (const TreeNode* node : window_.ProjectNodes()) {
     if (node->ImageOf() == Image::ProjectWarning) marked.push_back(node->Key());
   }
-  const auto picture = on([&] { return session_.Database().Snapshot(); });
   bool succeeded = false;
   for (const std::string& key : marked) {
     const TreeNode* node = window_.tvwProjects.Find(key);
     if (node == nullptr) continue;
-    succeeded = on([&] { return GetLatestForProject(std::string(node->Text())); });
+    succeeded = on([&] { return GetWatched(std::string(node->Text())); });
     if (!succeeded) return;
     on([&] { window_.tvwProjects.Item(key).SetImage(Image::VbProject); });
   }
@@ -104,7 +129,7 @@ void GetLatest::mnuTreePopupGetLatest_Click() {
     if (selected == nullptr) return;
     const std::string key = selected->Key();
     const std::string path = selected->Text();
-    on([&] { GetLatestForProject(path); });
+    on([&] { GetWatched(path); });
     on([&] { window_.tvwProjects.Item(key).SetImage(Image::VbProject); });
   });
 }

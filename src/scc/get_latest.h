@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "core/activity_log.h"
@@ -18,7 +19,8 @@ class GetLatest : public LatestSource {
             ErrorReport& report)
       : window_(window), session_(session), log_(log), dialogs_(dialogs), report_(report) {}
 
-  bool GetLatestForProject(const std::string& projectKey) override;
+  LatestResult GetLatestForProject(const std::string& projectKey) override;
+  [[nodiscard]] std::shared_ptr<void> BeginBatch() override;
 
   /// Every project; failures are told on the status line and do not stop the others.
   void mnuToolsGetLatestALL_Click();
@@ -30,7 +32,15 @@ class GetLatest : public LatestSource {
   void mnuTreePopupGetLatest_Click();
 
  private:
-  [[nodiscard]] bool GetItem(const std::string& spec);
+  struct Batch {
+    bool isBegun = false;
+    std::shared_ptr<void> reserved;
+    std::shared_ptr<void> picture;
+  };
+
+  void LogIn();
+  [[nodiscard]] LatestResult GetItem(const std::string& spec);
+  bool GetWatched(const std::string& path);
   [[nodiscard]] bool HasProjects();
   void GetMarked(Procedure& on);
 
@@ -39,6 +49,7 @@ class GetLatest : public LatestSource {
   ActivityLog& log_;
   Dialogs& dialogs_;
   ErrorReport& report_;
+  std::weak_ptr<Batch> batch_;
 };
 
 }  // namespace gorbex

@@ -33,7 +33,6 @@ void LoginDialog::Form_Activate() {
 }
 
 void LoginDialog::cmdOK_Click() {
-  std::string failure;
   // While the client works the user may act: neither button means anything then.
   const auto offer = [this](bool offered) {
     form_.cmdOK.enabled.Set(offered);
@@ -47,9 +46,9 @@ void LoginDialog::cmdOK_Click() {
     form_.hidden.Set(true);
     return;
   } catch (const RuntimeError& error) {
-    failure = error.Description();
+    form_.failure = error.Description();
   }
-  dialogs_.Show({"Could not log in to source-safe" + std::string(kLineBreak) + failure});
+  dialogs_.Show({"Could not log in to source-safe" + std::string(kLineBreak) + form_.failure});
   form_.passwordWanted.Emit();
 }
 

@@ -79,7 +79,7 @@ std::unique_ptr<SourceControlItem> ReferenceBrowse::CheckOut(Procedure& on,
   std::string failure;
   try {
     auto item = uses_.session.VSSItem(spec);
-    if (item == nullptr) throw RuntimeError(ErrorNumber::ObjectNotSet, spec);
+    if (item == nullptr) throw NoSuchItem(spec);
     item->Checkout("Builder Ref Changed");
     on([&] { uses_.log.WriteLog("Checked Out " + project); });
     return item;

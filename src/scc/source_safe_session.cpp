@@ -4,9 +4,19 @@
 
 namespace gorbex {
 
+RuntimeError NoSuchItem(const std::string& spec) {
+  return RuntimeError::WithDescription(ErrorNumber::ObjectNotSet,
+                                       "There is no item '" + spec + "' in the database");
+}
+
 std::shared_ptr<void> SourceSafeSession::Use() {
   ++uses_;
   return {nullptr, [this](void*) { --uses_; }};
+}
+
+std::shared_ptr<void> SourceSafeSession::Reserve() {
+  ++reservations_;
+  return {nullptr, [this](void*) { --reservations_; }};
 }
 
 std::shared_ptr<void> SourceSafeSession::Asking() {
@@ -51,6 +61,7 @@ void SourceSafeSession::Login(Procedure& on) {
   auto asking = Asking();
   on([&] { dialog.ShowLogin(window_.IniPath); });
   asking.reset();
+  failure_ = form.failure;
   if (form.LoginSucceeded) {
     Open(on, form.txtUserName.text.Get());
   } else {
@@ -58,16 +69,28 @@ void SourceSafeSession::Login(Procedure& on) {
   }
 }
 
-std::string SourceSafeSession::GetLocalPath(const std::string& spec) {
+LocalPlace SourceSafeSession::GetLocalPath(const std::string& spec) {
   LoginToSourceSafe();
-  if (!loggedIn_) return {};
+  if (!loggedIn_) return {{}, WhyClosed()};
   const auto use = Use();
   try {
     const auto item = VSSItem(spec);
-    return item != nullptr ? item->LocalSpec() : std::string();
-  } catch (const RuntimeError&) {
-    return {};
+    if (item != nullptr) return {item->LocalSpec()};
+    return {{}, NoSuchItem(spec).Description()};
+  } catch (const RuntimeError& error) {
+    return {{}, error.Description()};
   }
+}
+
+std::string SourceSafeSession::WhyClosed() const {
+  if (!DatabaseUser().empty()) return {};
+  if (window_.IniPath.empty()) {
+    return "No initialisation file of source control is known; name one at the login, or with the "
+           "setting INIPath";
+  }
+  if (!failure_.empty()) return failure_;
+  return disabled_ ? "The login to source control was cancelled"
+                   : "Nobody is logged in to source control";
 }
 
 void SourceSafeSession::Open(Procedure& on, const std::string& user) {

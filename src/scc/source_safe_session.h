@@ -6,9 +6,19 @@
 #include "core/dialogs.h"
 #include "core/main_window.h"
 #include "core/procedure.h"
+#include "platform/runtime_error.h"
 #include "platform/source_control.h"
 
 namespace gorbex {
+
+/// Where an item of the database is worked on; an empty path, and why, when that is not known.
+struct LocalPlace {
+  std::string path;
+  std::string problem{};
+};
+
+/// The error of a spec that the database does not know.
+[[nodiscard]] RuntimeError NoSuchItem(const std::string& spec);
 
 /// The program's one source-control session: opened by the first command that needs it, and open
 /// until the program ends. A login that the user cancels switches source control off for the run.
@@ -36,18 +46,24 @@ class SourceSafeSession {
     return database_.VSSItem(spec);
   }
 
-  /// Where an item is worked on; empty when it is not known or the session stays closed.
-  [[nodiscard]] std::string GetLocalPath(const std::string& spec);
+  [[nodiscard]] LocalPlace GetLocalPath(const std::string& spec);
+
+  /// Why the database is not open; empty while it is.
+  [[nodiscard]] std::string WhyClosed() const;
 
   [[nodiscard]] SourceControl& Database() { return database_; }
 
   /// Held by whatever works with the database. The client lets the user act meanwhile.
   [[nodiscard]] std::shared_ptr<void> Use();
 
-  [[nodiscard]] bool Busy() const { return uses_ > 0; }
+  /// Held by whatever works with the database again and again, by what no other command may change
+  /// meanwhile.
+  [[nodiscard]] std::shared_ptr<void> Reserve();
 
-  /// Whether the client may be at work: Busy, or the database is being opened.
-  [[nodiscard]] bool AtWork() const { return Busy() || asking_; }
+  [[nodiscard]] bool Busy() const { return uses_ > 0 || reservations_ > 0; }
+
+  /// Whether the client may be at work: in use, or the database is being opened.
+  [[nodiscard]] bool AtWork() const { return uses_ > 0 || asking_; }
 
   /// True, told on the status line, when the user wants a command while another is at work.
   [[nodiscard]] bool Refuses();
@@ -66,6 +82,8 @@ class SourceSafeSession {
   bool disabled_ = false;
   bool asking_ = false;  ///< a timer may call for a login while the dialog is open
   int uses_ = 0;
+  int reservations_ = 0;
+  std::string failure_;  ///< of the last login
 };
 
 }  // namespace gorbex

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <optional>
 
 #include "tests/build/build_fixture.h"
@@ -207,6 +208,68 @@ TEST_F(BuildRunTest, AsksForACompilerAndGoesOnWithout) {
                "show No projects checked for build", "log Build Finished succesfully."}));
   EXPECT_EQ(program.window.registrationScript, "of the run before");
   EXPECT_FALSE(program.window.menu.mnuFileGenScript.enabled.Get());
+}
+
+TEST_F(BuildRunTest, GoesOnFromOldSourcesAndSaysWhichAndWhy) {
+  const std::string opening =
+      "show The latest sources of these projects were not got; they were built as they are:\r\n";
+  const std::string both = Group::Path("Base") + "\r\n" + kCore + "\r\nReason: ";
+  struct Case {
+    std::function<void()> prepare;
+    Journal told;
+    std::string got;  ///< of each project: yes, no, or nothing to get
+  };
+  MemorySourceControl& database = platform.sourceControl;
+  const Case cases[] = {
+      {[] {},
+       {opening + both +
+        "No initialisation file of source control is known; name one at the login, or with the "
+        "setting INIPath"},
+       "nn-"},
+      {[&] {
+         program.window.IniPath = "srcsafe.ini";
+         dialogs.LogsIn();
+         database.outages = 1;
+       },
+       {"show Could not log in to source-safe\r\nThe server is gone",
+        "show Source-Control will be disabled for this session",
+        opening + both + "The server is gone"},
+       "nn-"},
+      {[&] {
+         database.localSpecs = {{"$/Base", "C:\\Work\\Base"}, {"$/Core", "C:\\Work\\Core"}};
+         database.failures[{"get", "$/Core"}] = "It is\nlocked";
+         database.toDo = "Update the submodule";
+       },
+       {opening + kCore + "\r\nReason: It is\nlocked\r\nUpdate the submodule"},
+       "yn-"},
+      {[&] {
+         database.failures.clear();
+         database.toDo.clear();
+       },
+       {},
+       "yy-"}};
+  Load({"Base", "Core", "Top"});
+  Bind("Base", "$/Base");
+  Bind("Core", "$/Core");
+  program.options.GetLatest = true;
+  std::string got;
+  const auto listening = program.run.events.Connect([&](const RunEvent& event) {
+    const auto* latest = std::get_if<LatestGot>(&event);
+    if (latest != nullptr) got += "y-n"[static_cast<int>(latest->result.kind)];
+  });
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    c.prepare();
+    got.clear();
+    const Journal steps = Build();
+    EXPECT_EQ(got, c.got);
+    Journal told = c.told;
+    told.emplace_back("show Built 3 components.");
+    EXPECT_EQ(Only(steps, {"show"}), told);
+    const Journal failures = Only(steps, {"log Failed to get latest"});
+    EXPECT_EQ(std::ssize(failures), std::count(got.begin(), got.end(), 'n'));
+    for (const auto& line : failures) EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+  }
 }
 
 using RegistrationScriptTest = BuildFixture;

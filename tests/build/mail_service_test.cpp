@@ -34,9 +34,14 @@ class MailServiceTest : public BuildFixture {
 
   /// The one reply to a body.
   Sent ReplyTo(const std::string& body) {
-    Tick({{.body = body}});
+    tick = Tick({{.body = body}});
     EXPECT_EQ(mail.sent.size(), 1U) << body;
     return mail.sent.empty() ? Sent{} : mail.sent.front();
+  }
+
+  [[nodiscard]] std::string LastLog() const {
+    const auto lines = Only(tick, {"log"});
+    return lines.empty() ? "" : lines.back().substr(4);
   }
 
   [[nodiscard]] std::string ServiceState() const {
@@ -51,6 +56,7 @@ class MailServiceTest : public BuildFixture {
     program.registry.subSetRegistryValue(kProgramKey, name, value);
   }
 
+  Journal tick;  ///< what the last request brought about
   MemoryMail& mail = platform.mail;
   frmBuilder& window = program.window;
   MainMenu& menu = window.menu;
@@ -130,14 +136,35 @@ TEST_F(MailServiceTest, GetsThroughSourceControl) {
   platform.sourceControl.localSpecs["$/Core/Core.vbp"] = core;
   EXPECT_EQ(ReplyTo("GET,PRO $/Core/Core.vbp,").subject, "GorbexBuilder GET succeeded.");
   EXPECT_EQ(ReplyTo("GET,PRO $/Nowhere,").subject, "GorbexBuilder failed to process your request");
-  platform.sourceControl.failures[{"get", "$/Core"}] = "It is locked";
+  EXPECT_EQ(LastLog(),
+            "Nothing is known of $/Nowhere: There is no item '$/Nowhere' in the database");
+  ReplyTo("BUILD,PRO " + Group::Path("Base") + ",");
+  compiledSources.clear();
+  platform.sourceControl.failures[{"get", "$/Core"}] = "It is\nlocked";
   for (const char* build : {"", "BUILD,"}) {
     const Sent reply = ReplyTo("GET," + std::string(build) + "PRO " + core + ",");
     EXPECT_EQ(reply.subject, *build != 0 ? "Your Build failed." : "GorbexBuilder GET failed.");
     EXPECT_NE(reply.body.find("unsuccesfull\r\n\r\nReason : Failed to Get Latest\r\n\r\n"),
               std::string::npos);
+    const auto log = Only(tick, {"log"});
+    EXPECT_EQ(log.at(1), "log Failed to Get Latest: It is locked");
+    EXPECT_EQ(log.size() > 2 ? log[2] : "",
+              *build == 0
+                  ? ""
+                  : "log The reply carries the result log of the build of " + Group::Path("Base"));
   }
   EXPECT_TRUE(compiledSources.empty());
+}
+
+TEST_F(MailServiceTest, SaysWhyThereIsNoSourceControl) {
+  Bind("Core", "$/Core");
+  const std::string unknown =
+      "No initialisation file of source control is known; name one at the login, or with the "
+      "setting INIPath";
+  ReplyTo("GET,PRO $/Core/Core.vbp,");
+  EXPECT_EQ(LastLog(), "Nothing is known of $/Core/Core.vbp: " + unknown);
+  ReplyTo("GET,PRO " + core + ",");
+  EXPECT_EQ(LastLog(), "Failed to Get Latest: " + unknown);
 }
 
 TEST_F(MailServiceTest, KeepsTheProjectForTheNextRequestOfTheSameTick) {

@@ -78,16 +78,19 @@ TEST_F(GetLatestTest, TellsTheOutcomeOnTheStatusLine) {
   struct Case {
     bool isOpen;
     std::string spec;
-    bool succeeds;
-    std::string outcome;
+    LatestResult::Kind kind;
+    std::string outcome, problem;
   };
+  using Kind = LatestResult::Kind;
+  const std::string none = "There is no item '$/No' in the database";
   const Case cases[] = {
-      {false, "$/Core", false, "status Failed GET : The database is not open"},
-      {false, "", true, ""},
-      {true, "$/Core", true, "get $/Core C:\\Work\\Core 67248128"},
-      {true, "$/Locked", false, "status It is locked"},
-      {true, "$/Broken", false, "status Failed GET : It is broken"},
-      {true, "$/No", false, "status Object variable or With block variable not set: '$/No'"}};
+      {false, "$/Core", Kind::Failed, "status Failed GET : The database is not open",
+       "The login to source control was cancelled"},
+      {false, "", Kind::NotControlled, "", ""},
+      {true, "$/Core", Kind::Got, "get $/Core C:\\Work\\Core 67248128", ""},
+      {true, "$/Locked", Kind::Failed, "status It is locked", "It is locked"},
+      {true, "$/Broken", Kind::Failed, "status Failed GET : It is broken", "It is broken"},
+      {true, "$/No", Kind::Failed, "status " + none, none}};
   platform.sourceControl.localSpecs = {{"$/Core", "C:\\Work\\Core"}, {"$/Locked", ""}};
   platform.sourceControl.failures = {{{"get", "$/Locked"}, "It is locked"},
                                      {{"item", "$/Broken"}, "It is broken"}};
@@ -100,7 +103,9 @@ TEST_F(GetLatestTest, TellsTheOutcomeOnTheStatusLine) {
     if (c.isOpen) platform.sourceControl.Open("srcsafe.ini", "me", "");
     Bind("Core", c.spec);
     Steps();
-    EXPECT_EQ(program.latest.GetLatestForProject(kCore), c.succeeds);
+    const LatestResult result = program.latest.GetLatestForProject(kCore);
+    EXPECT_EQ(result.kind, c.kind);
+    EXPECT_EQ(result.problem, c.problem);
     Journal expected = {"status Getting " + c.spec};
     if (!c.outcome.empty()) expected.push_back(c.outcome);
     EXPECT_EQ(Steps(), expected);
@@ -189,8 +194,10 @@ TEST_F(SourceControlCommandsTest, GetsAllChangedOrSelectedProjects) {
   EXPECT_EQ(all.front(), "log Getting Latest for " + Group::Path("Base"));
   EXPECT_EQ(all.back(), "status Get completed");
 
+  database.failures.clear();
+  database.toDo = "Update the submodule";
   program.window.tvwProjects.Select(&Node("Core"));
-  Run(menu.mnuTreePopupGetLatest);
+  EXPECT_EQ(Run(menu.mnuTreePopupGetLatest).back(), "show Update the submodule");
   EXPECT_EQ(Marked(), "Shop ") << "whatever the result";
 
   program.buildProject.mnuFileNew_Click();
@@ -272,9 +279,10 @@ TEST_F(SourceControlCommandsTest, BrowseRepointsAReferenceUnderCheckOut) {
     dialogs.choices = {"D:\\New\\Core.dll"};
     return Run(menu.mnuDataPopupBrowse);
   };
-  EXPECT_EQ(browse().back(),
-            "show Object variable or With block variable not set: "
-            "'$/User/User.vbp'\r\nFailed to check-out & apply changes ");
+  EXPECT_EQ(
+      browse().back(),
+      "show There is no item '$/User/User.vbp' in the database\r\nFailed to check-out & apply "
+      "changes ");
   database.files["$/User/User.vbp"] = {"1", "1", "1"};
   platform.files.SetAttributes(user, file_attribute::kReadOnly);
   dialogs.answers = {Answer::Yes};

@@ -19,6 +19,13 @@ class CliTest : public CliFixture {
     file = group.BuildProject({"breakcompat=False"});
   }
 
+  static Journal StartsIn(Journal journal) {
+    std::erase_if(journal, [](const std::string& line) { return !line.starts_with("start "); });
+    return journal;
+  }
+
+  static constexpr const char* kIni = "C:\\scc.ini";
+  const std::string kMoney = Group::Path("Money");
   std::string file;
 };
 
@@ -31,7 +38,8 @@ TEST_F(CliTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
   EXPECT_EQ(json["errors"], 1);
   EXPECT_EQ(json["projects"][0], (Json{{"path", Group::Path("Core")},
                                        {"result", "built"},
-                                       {"log", "\r\nBuild of 'x' succeeded."}}));
+                                       {"log", "\r\nBuild of 'x' succeeded."},
+                                       {"got", nullptr}}));
   EXPECT_EQ(json["projects"][1]["result"], "failed");
   EXPECT_EQ(json["messages"], Json::array({"Errors during the build process"}));
 
@@ -54,6 +62,62 @@ TEST_F(CliTest, BuildTakesNamedProjectsAloneAndNothingCheckedIsToldApart) {
   }
   EXPECT_EQ(Run({"build", file}).status, 3);
   EXPECT_EQ(Run({"build", file, "--all", "--json"}).Json()["projects"].size(), 3U);
+}
+
+TEST_F(CliTest, BuildEndsWithOneWhenSourcesWereNotGot) {
+  InstallCompiler();
+  const std::vector<std::string> build = {"build",
+                                          file,
+                                          "--get",
+                                          "--json",
+                                          "--user",
+                                          "builder",
+                                          "--junit",
+                                          "C:\\junit.xml",
+                                          "--ini",
+                                          kIni,
+                                          Group::Path("Core"),
+                                          kMoney};
+  EXPECT_EQ(Run({"build", file, "--get"}).status, 2) << "no initialisation file is known";
+  EXPECT_EQ(Run(build).status, 2) << "there is no such file";
+  platform.files.AddFile(kIni, "[git]");
+  platform.files.AddFile("C:\\Group\\Core\\mssccprj.scc", "SCC_Project_Name = \"$/Core\", AAAA");
+  EXPECT_EQ(Journal(), StartsIn(platform.journal));
+  const Result failed = Run(build);
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_EQ(StartsIn(platform.journal).size(), 2U) << "it goes on";
+  Json projects = failed.Json()["projects"];
+  EXPECT_EQ(projects[0]["got"], false);
+  EXPECT_EQ(projects[1]["got"], nullptr) << "not under source control";
+  const std::string report = platform.files.Text("C:\\junit.xml");
+  EXPECT_NE(report.find("errors=\"1\""), std::string::npos);
+  EXPECT_NE(report.find("<error message=\"The latest sources were not got: There is no item"),
+            std::string::npos);
+  platform.sourceControl.files["$/Core/a.cls"] = {"1", "1", "1"};
+  const Result done = Run(build);
+  EXPECT_EQ(done.status, 0);
+  EXPECT_EQ(done.Json()["projects"][0]["got"], true);
+  EXPECT_EQ(Run({"settings", "INIPath"}).out, "\n") << "for this run only";
+}
+
+TEST_F(CliTest, SourceControlCommandsRememberWhereItIs) {
+  platform.files.AddFile(kIni, "[git]");
+  platform.files.AddFile("C:\\Group\\Core\\mssccprj.scc", "SCC_Project_Name = \"$/Core\", AAAA");
+  platform.files.AddFile("C:\\Group\\Money\\mssccprj.scc", "SCC_Project_Name = \"$/No\", AAAA");
+  platform.sourceControl.files["$/Core/a.cls"] = {"1", "1", "1"};
+  platform.sourceControl.outages = 1;
+  EXPECT_EQ(Run({"get", file, "--ini", kIni, "--user", "builder"}).status, 2);
+  EXPECT_EQ(Run({"settings", "INIPath"}).out, "\n") << "only one that opens";
+  const Result got = Run({"get", file, "--ini", kIni, "--user", "builder"});
+  EXPECT_EQ(got.status, 1);
+  EXPECT_EQ(got.out, "got     " + Group::Path("Core") + "\nFAILED  " + kMoney +
+                         "\n      There is no item '$/No' in the database\n-       " +
+                         Group::Path("Till") + ": not under source control\n");
+  EXPECT_EQ(Run({"settings", "INIPath"}).out, std::string(kIni) + "\n");
+  EXPECT_EQ(Run({"settings", "user"}).out, "builder\n");
+  EXPECT_EQ(Run({"get", file, Group::Path("Core")}).status, 0);
+  EXPECT_EQ(Run({"settings", "INIPath", ""}).out, "\n");
+  EXPECT_EQ(Run({"get", file}).status, 2);
 }
 
 TEST_F(CliTest, OverridesHoldForOneRunAlone) {
@@ -251,6 +315,20 @@ TEST_F(CliTest, ServesRequestsUntilToldToEnd) {
   EXPECT_EQ(Run({"serve", file, "--interval", "7"}).status, 2);
 }
 
+TEST_F(CliTest, ServeTriesSourceControlAgainAfterAnOutage) {
+  InstallCompiler();
+  platform.files.AddFile(kIni, "[git]");
+  platform.sourceControl.outages = 1;
+  platform.sourceControl.localSpecs["$/Core.vbp"] = Group::Path("Core");
+  platform.mail.received = {{.body = "GET,PRO $/Core.vbp,"}, {.body = "GET,PRO $/Core.vbp,"}};
+  const Result served = Run({"serve", file, "--once", "--ini", kIni, "--user", "me"});
+  ASSERT_EQ(platform.mail.sent.size(), 2U);
+  EXPECT_EQ(platform.mail.sent[0].subject, "GorbexBuilder failed to process your request");
+  EXPECT_EQ(platform.mail.sent[1].subject, "GorbexBuilder GET succeeded.");
+  EXPECT_NE(served.out.find("Nothing is known of $/Core.vbp: The server is gone"),
+            std::string::npos);
+}
+
 TEST_F(CliTest, LogPrintsTheDayAsked) {
   Run({"show", file});
   const Json log = Run({"log", "--json"}).Json();
@@ -273,7 +351,11 @@ TEST_F(CliTest, TextsOfStrangersCannotSteerTheTerminal) {
 
 TEST(RunReportsTest, JUnitTellsBuiltFailedAndLeftProjectsApart) {
   using std::chrono::milliseconds;
-  cli::RunRecord record({"C:\\a&b.vbp", "C:\\c.vbp", "C:\\d.vbp"});
+  cli::RunRecord record({"C:\\a&b.vbp", "C:\\c.vbp", "C:\\d.vbp", "C:\\e.vbp"});
+  const LatestResult notGot{LatestResult::Kind::Failed, "fatal: <gone>\nhint"};
+  record.On(LatestGot{"C:\\c.vbp", notGot});
+  record.On(LatestGot{"C:\\e.vbp", notGot});
+  record.On(ProjectCompiled{"C:\\e.vbp", true, milliseconds(0), "ok", ""});
   record.On(ProjectCompiled{"C:\\a&b.vbp", true, milliseconds(1500), "ok", ""});
   record.On(ProjectCompiled{"C:\\c.vbp", false, milliseconds(20),
                             "\r\nLine 4 : \"<bad>\" \x01\xe9\r\nBuild of 'c' failed.", ""});
@@ -281,13 +363,18 @@ TEST(RunReportsTest, JUnitTellsBuiltFailedAndLeftProjectsApart) {
   EXPECT_EQ(
       cli::JUnitReport(record, "C:\\g.bpf"),
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-      "<testsuite name=\"C:\\g.bpf\" tests=\"3\" failures=\"1\" errors=\"0\" skipped=\"1\" "
+      "<testsuite name=\"C:\\g.bpf\" tests=\"4\" failures=\"1\" errors=\"1\" skipped=\"1\" "
       "time=\"1.520\">\n"
       "  <testcase classname=\"C:\\a&amp;b.vbp\" name=\"a&amp;b.vbp\" time=\"1.500\"/>\n"
       "  <testcase classname=\"C:\\c.vbp\" name=\"c.vbp\" time=\"0.020\"><failure "
-      "message=\"Line 4 : &quot;&lt;bad&gt;&quot; \xc3\xa9\">&#10;Line 4 : "
+      "message=\"Line 4 : &quot;&lt;bad&gt;&quot; \xc3\xa9\">The latest sources were not got: "
+      "fatal: &lt;gone&gt;&#10;hint&#10;&#10;Line 4 : "
       "&quot;&lt;bad&gt;&quot; \xc3\xa9&#10;Build of 'c' failed.</failure></testcase>\n"
       "  <testcase classname=\"C:\\d.vbp\" name=\"d.vbp\" time=\"0.000\"><skipped/></testcase>\n"
+      "  <testcase classname=\"C:\\e.vbp\" name=\"e.vbp\" time=\"0.000\"><error message=\"The "
+      "latest "
+      "sources were not got: fatal: &lt;gone&gt;\">The latest sources were not got: fatal: "
+      "&lt;gone&gt;&#10;hint</error></testcase>\n"
       "</testsuite>\n");
 }
 

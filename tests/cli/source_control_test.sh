@@ -121,8 +121,7 @@ expect 1 "${build[@]}" --json
 [ "$(grep -o '"got":null' "$scratch/out" | wc -l)" = 8 ] || fail "what was not to be got counts as got"
 mv "$scratch/no-server" "$scratch/server"
 expect 0 "$gorbex" log
-holds "Failed to get latest C:\\Storefront\\Core\\StoreCore.vbp code: "
-holds "Could not read from remote repository"
+holds "Failed to get latest C:\\Storefront\\Core\\StoreCore.vbp code: fatal: cannot run $scratch/server"
 
 printf '#!/bin/sh\nexec cat >"%s/answer"\n' "$scratch" >"$scratch/sendmail"
 chmod +x "$scratch/sendmail"

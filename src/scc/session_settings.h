@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+namespace gorbex::session_setting {
+
+// Values of the program's registry key that the next login begins with.
+
+/// The initialisation file, a Windows path.
+inline constexpr std::string_view kIniPath = "INIPath";
+
+/// Who logged in last.
+inline constexpr std::string_view kUser = "User";
+
+}  // namespace gorbex::session_setting
