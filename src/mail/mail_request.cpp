@@ -1,5 +1,7 @@
 #include "mail/mail_request.h"
 
+#include <algorithm>
+
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -11,8 +13,21 @@ std::string_view ValueOf(std::string_view field) {
   return TrimBlanks(field.substr(field.find(' ') + 1));
 }
 
+// Other systems' users write "C:/Drops". What begins with a single slash is not a path but an
+// option.
+std::string WithBackslashes(std::string path) {
+  if (path.starts_with('/') && !path.starts_with("//")) return path;
+  std::replace(path.begin(), path.end(), '/', '\\');
+  return path;
+}
+
+std::string ProjectOf(std::string_view field) {
+  std::string project = WithoutQuotes(ValueOf(field));
+  return project.starts_with("$/") ? project : WithBackslashes(std::move(project));
+}
+
 std::string BuildPathOf(std::string_view field) {
-  std::string path(ValueOf(field));
+  std::string path = WithBackslashes(std::string(ValueOf(field)));
   if (!path.empty() && !path.ends_with('\\')) path += '\\';
   return path;
 }
@@ -24,7 +39,7 @@ void ReadField(std::string_view field, MailRequest& request) {
   if (is("GET")) request.GetRequested = true;
   if (is("BUI")) request.BuildRequested = true;
   if (is("PAT")) request.strBuildPath = BuildPathOf(field);
-  if (is("PRO")) request.strProject = WithoutQuotes(ValueOf(field));
+  if (is("PRO")) request.strProject = ProjectOf(field);
 }
 
 }  // namespace

@@ -37,6 +37,11 @@ std::string FirstWord(const std::string& value) {
   return LowerCase(value.substr(0, value.find_first_of(" \t;(")));
 }
 
+std::string ParameterOf(const vmime::contentTypeField& field, const std::string& name) {
+  const auto parameter = field.findParameter(name);
+  return parameter == nullptr ? "" : LowerCase(parameter->getValue().getBuffer());
+}
+
 }  // namespace
 
 MimePart::MimePart(std::string_view text) {
@@ -57,6 +62,8 @@ void MimePart::ReadType(const std::string& value) {
     type_ = LowerCase(type->getType()) + "/" + LowerCase(type->getSubType());
     if (field->hasBoundary()) boundary_ = field->getBoundary();
     if (field->hasCharset()) characterSet_ = field->getCharset().getName();
+    isFlowed_ = ParameterOf(*field, "format") == "flowed";
+    dropsFlowBlanks_ = ParameterOf(*field, "delsp") == "yes";
   } catch (const std::exception&) {
     type_ = "text/plain";  // what cannot be read says nothing of the contents
   }

@@ -18,6 +18,11 @@ class MimePart {
   [[nodiscard]] bool IsAttachment() const { return isAttachment_; }
   [[nodiscard]] const std::string& CharacterSet() const { return characterSet_; }
 
+  /// Whether lines that end in a blank go on in the next one, and whether that blank is only a
+  /// mark.
+  [[nodiscard]] bool IsFlowed() const { return isFlowed_; }
+  [[nodiscard]] bool DropsFlowBlanks() const { return dropsFlowBlanks_; }
+
   /// The contents as they were before they were encoded for their way.
   [[nodiscard]] std::string Contents() const;
 
@@ -32,6 +37,8 @@ class MimePart {
   std::string characterSet_;
   std::string encoding_;
   bool isAttachment_ = false;
+  bool isFlowed_ = false;
+  bool dropsFlowBlanks_ = false;
   std::string_view contents_;
 };
 
