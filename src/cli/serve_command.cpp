@@ -70,6 +70,9 @@ void Serve(Frame& frame, const ServeArguments& arguments) {
   };
   Start(program);
   Tick(session);
+  if (arguments.once && program.mail.MailboxIsAway()) {
+    throw Failure(ExitStatus::WorkFailed, "the mailbox went away before all requests were served");
+  }
   while (!arguments.once && !host.EndWanted()) {
     host.Wait(std::chrono::milliseconds(program.window.tmrOutlook.interval.Get()));
     if (!host.EndWanted()) Tick(session);

@@ -8,7 +8,6 @@
 #include "cli/settings_table.h"
 #include "cli/text_output.h"
 #include "mail/mail_settings.h"
-#include "mail/sender_list.h"
 #include "platform/code_page.h"
 #include "scc/session_settings.h"
 
@@ -29,9 +28,10 @@ const Setting& Named(const std::string& name) {
 }
 
 // Kept beside those of the settings object, and of no concern to it.
-constexpr std::array kOtherSettings{session_setting::kIniPath, session_setting::kUser,
-                                    mail_setting::kStore,      mail_setting::kTransport,
-                                    mail_setting::kFrom,       mail_setting::kAllowedSenders};
+constexpr std::array kOtherSettings{session_setting::kIniPath,    session_setting::kUser,
+                                    mail_setting::kStore,         mail_setting::kTransport,
+                                    mail_setting::kFrom,          mail_setting::kTokenCommand,
+                                    mail_setting::kAllowedSenders};
 
 std::optional<std::string_view> OtherSetting(const std::string& name) {
   const auto found = std::find_if(kOtherSettings.begin(), kOtherSettings.end(),
@@ -56,15 +56,8 @@ std::string OtherValue(const Program& program, std::string_view name) {
 }
 
 void CheckValue(std::string_view name, const std::string& value) {
-  const bool isUrl = name == mail_setting::kStore || name == mail_setting::kTransport;
-  if (isUrl && !value.empty() && value.find("://") == std::string::npos) {
-    throw Failure(ExitStatus::Unusable, std::string(name) + ": is no URL such as imaps://host/");
-  }
-  if (name == mail_setting::kAllowedSenders && !value.empty() && !SenderList(value).IsClear()) {
-    throw Failure(ExitStatus::Unusable, std::string(name) +
-                                            ": takes addresses (jane@example.com) and domains "
-                                            "(example.com), separated by commas");
-  }
+  const std::string problem = mail_setting::ProblemWith(name, value);
+  if (!problem.empty()) throw Failure(ExitStatus::Unusable, std::string(name) + ": " + problem);
 }
 
 void ListOthers(Frame& frame, const Program& program, Json& object) {

@@ -12,11 +12,16 @@
 
 namespace gorbex {
 
+MailService::MailService(const Uses& uses) : uses_(uses) {}
+
+MailService::~MailService() = default;
+
 MailAccount MailService::Account() const {
   const auto value = [this](std::string_view name) {
     return uses_.registry.fnsGetRegistryValue(kProgramKey, name);
   };
-  return {value(mail_setting::kStore), value(mail_setting::kTransport), value(mail_setting::kFrom)};
+  return {value(mail_setting::kStore), value(mail_setting::kTransport), value(mail_setting::kFrom),
+          value(mail_setting::kTokenCommand)};
 }
 
 void MailService::mnuToolsInBox_Click() {
@@ -28,6 +33,7 @@ void MailService::mnuToolsInBox_Click() {
           Start(on);
         } else {
           on([&] { uses_.window.tmrOutlook.enabled.Set(false); });
+          kept_.reset();
         }
       });
   if (!started) entry.checked.Set(false);
@@ -37,7 +43,9 @@ void MailService::Start(Procedure& on) {
   Timer& timer = uses_.window.tmrOutlook;
   on([&] { uses_.mail.Open(Account()); });
   refused_.clear();
-  isElsewhereTold_ = false;
+  told_.clear();
+  kept_.reset();
+  hasSeenMailbox_ = isAway_ = false;
   on([&] { timer.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
   on([&] { timer.enabled.Set(true); });
 }
@@ -55,34 +63,62 @@ void MailService::tmrOutlook_Timer() {
   RunTick();
 }
 
+std::unique_ptr<MailTick> MailService::NewTick() {
+  return std::make_unique<MailTick>(MailTick::Uses{
+      uses_.window, uses_.options, uses_.files, uses_.log, uses_.mail, uses_.session, uses_.latest,
+      uses_.compile, uses_.events,
+      SenderList(uses_.registry.fnsGetRegistryValue(kProgramKey, mail_setting::kAllowedSenders)),
+      refused_, [this] { return ending_; }, [this] { serving_ = true; },
+      [this](const std::string& why) { TellOnce(why); }});
+}
+
 void MailService::RunTick() {
-  const SenderList senders(
-      uses_.registry.fnsGetRegistryValue(kProgramKey, mail_setting::kAllowedSenders));
-  MailTick tick({uses_.window, uses_.options, uses_.files, uses_.log, uses_.mail, uses_.session,
-                 uses_.latest, uses_.compile, uses_.events, senders, refused_,
-                 [this] { return ending_; }, [this] { serving_ = true; },
-                 [this] { TellElsewhere(); }});
-  const auto fail = [&](const RuntimeError& error) {
-    const std::string whose = tick.Sender().empty() ? "" : " in the request from " + tick.Sender();
-    uses_.log.WriteLog("Email requests are no longer served, because of an error" + whose +
-                       " at line " + std::to_string(tick.Line()) + ": " +
-                       OnOneLine(error.Description()));
-    if (tick.ReportFailure(error)) mnuToolsInBox_Click();
-  };
+  auto tick = kept_ != nullptr ? std::move(kept_) : NewTick();
   try {
-    tick.Run();
+    if (tick->HasUnmarked()) {
+      tick->Resume();
+    } else {
+      tick->Run();
+    }
+    NoteBack();
     FinishTick();
+  } catch (const MailboxAway& reason) {
+    Leave(std::move(tick), reason);
   } catch (const RuntimeError& error) {
-    fail(error);
+    Fail(*tick, error);
   } catch (const std::bad_alloc&) {
-    fail(RuntimeError(ErrorNumber::OutOfMemory));
+    Fail(*tick, RuntimeError(ErrorNumber::OutOfMemory));
   }
 }
 
+void MailService::Fail(MailTick& tick, const RuntimeError& error) {
+  const std::string whose = tick.Sender().empty() ? "" : " in the request from " + tick.Sender();
+  uses_.log.WriteLog("Email requests are no longer served, because of an error" + whose +
+                     " at line " + std::to_string(tick.Line()) + ": " +
+                     OnOneLine(error.Description()));
+  if (tick.ReportFailure(error)) mnuToolsInBox_Click();
+}
+
+// A mailbox that has never been there is not away: what names it may be wrong.
+void MailService::Leave(std::unique_ptr<MailTick> tick, const MailboxAway& reason) {
+  hasSeenMailbox_ = hasSeenMailbox_ || tick->SawMailbox();
+  if (!hasSeenMailbox_) return Fail(*tick, reason);
+  if (!std::exchange(isAway_, true)) {
+    uses_.log.WriteLog("Email requests wait, because the mailbox is away: " +
+                       OnOneLine(reason.Description()));
+  }
+  if (tick->HasUnmarked()) kept_ = std::move(tick);
+  FinishTick();
+}
+
+void MailService::NoteBack() {
+  hasSeenMailbox_ = true;
+  if (std::exchange(isAway_, false)) uses_.log.WriteLog("The mailbox is back");
+}
+
 // Each look may find it so; one line is enough.
-void MailService::TellElsewhere() {
-  if (std::exchange(isElsewhereTold_, true)) return;
-  uses_.log.WriteLog("Email requests are answered by another program; looking again later");
+void MailService::TellOnce(const std::string& why) {
+  if (told_.insert(why).second) uses_.log.WriteLog(why);
 }
 
 // The user may have switched the service off meanwhile.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 
@@ -16,6 +17,8 @@
 #include "scc/source_safe_session.h"
 
 namespace gorbex {
+
+class MailTick;
 
 /// Builds on request by mail: while the service is on, the main window's timer looks for new
 /// requests again and again. An error that no request explains switches it off.
@@ -35,7 +38,8 @@ class MailService {
     EventPump& events;
   };
 
-  explicit MailService(const Uses& uses) : uses_(uses) {}
+  explicit MailService(const Uses& uses);
+  ~MailService();
 
   /// Switches the service on or off. It stays off when the mail system cannot be used.
   void mnuToolsInBox_Click();
@@ -47,6 +51,9 @@ class MailService {
   /// Whether a request is being performed.
   [[nodiscard]] bool Serving() const { return serving_; }
 
+  /// Whether the server of the mailbox went away; requests wait until it is back.
+  [[nodiscard]] bool MailboxIsAway() const { return isAway_; }
+
   /// Ends the tick when the request that is being performed is answered.
   void EndTick() { ending_ = ticking_; }
 
@@ -55,14 +62,21 @@ class MailService {
   void Start(Procedure& on);
   void RunTick();
   void FinishTick();
-  void TellElsewhere();
+  [[nodiscard]] std::unique_ptr<MailTick> NewTick();
+  void Fail(MailTick& tick, const RuntimeError& error);
+  void TellOnce(const std::string& why);
+  void Leave(std::unique_ptr<MailTick> tick, const MailboxAway& reason);
+  void NoteBack();
 
   Uses uses_;
   std::set<std::string> refused_;
   bool ticking_ = false;
   bool serving_ = false;
   bool ending_ = false;
-  bool isElsewhereTold_ = false;
+  std::set<std::string> told_;
+  std::unique_ptr<MailTick> kept_;  ///< has a request to mark when its server is back
+  bool hasSeenMailbox_ = false;
+  bool isAway_ = false;
 };
 
 }  // namespace gorbex

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "build/program_argument.h"
 #include "core/file_tools.h"
 #include "core/procedure.h"
 #include "core/text.h"
@@ -41,25 +42,40 @@ void CutAtLineEnd(std::string& text) {
 void MailTick::Run() {
   At([&] { uses_.window.mousePointer.Set(MousePointer::Hourglass); });
   At([&] { uses_.window.SetStatus("Checking for Email Requests"); });
+  SendWaiting();
   const auto folder = At([&] { return uses_.mail.Folder(kFolder); });
   if (folder == nullptr) {
-    uses_.isElsewhere();
+    uses_.waits("Email requests are answered by another program; looking again later");
     return;
   }
+  sawMailbox_ = true;
   const std::size_t count = At([&] { return folder->Count(); });
   for (std::size_t i = 1; i <= count && !uses_.stops(); ++i) {
-    const auto mail = At([&] { return folder->Item(i); });
-    if (mail == nullptr || !IsRequest(*mail)) continue;
+    mail_.reset();
+    sender_.clear();
+    mail_ = At([&] { return folder->Item(i); });
+    if (mail_ == nullptr || !IsRequest(*mail_)) continue;
+    if (At([&] { return uses_.mail.TooManyWait(); })) {
+      uses_.waits("Email requests wait, because too many replies could not be sent yet");
+      break;
+    }
     At([&] { uses_.events.DoEvents(); });
-    if (!uses_.stops()) Serve(*mail);
+    if (!uses_.stops()) Serve();
   }
-  sender_.clear();
+}
+
+void MailTick::SendWaiting() {
+  for (const auto& line : At([&] { return uses_.mail.SendWaiting(); })) {
+    At([&] { uses_.log.WriteLog(line); });
+  }
 }
 
 bool MailTick::IsRequest(const MailItem& mail) {
   const bool isNew =
       At([&] { return EqualsIgnoringCase(mail.Subject(), kSubject) && mail.UnRead(); });
-  return isNew && !mail.IsAutomatic() && IsWelcome(mail);
+  if (!isNew || mail.IsAutomatic() || !IsWelcome(mail)) return false;
+  if (mail.IsFlagged()) NoteRefusal(mail, "it is flagged because of an error");
+  return !mail.IsFlagged();
 }
 
 bool MailTick::IsWelcome(const MailItem& mail) {
@@ -71,7 +87,10 @@ bool MailTick::IsWelcome(const MailItem& mail) {
   if (uses_.senders.Allows(mail.SenderAddress()) && uses_.senders.Allows(mail.ReplyAddress())) {
     return true;
   }
-  NoteRefusal(mail, "not allowed");
+  const bool isSender = !uses_.senders.Allows(mail.SenderAddress());
+  NoteRefusal(mail, isSender
+                        ? "not allowed"
+                        : "its Reply-To " + OnOneLine(mail.ReplyAddress()) + " is not allowed");
   return false;
 }
 
@@ -85,14 +104,14 @@ void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
   At([&] { uses_.log.WriteLog("Email Request from " + sender + " left alone: " + reason); });
 }
 
-void MailTick::Serve(MailItem& mail) {
+void MailTick::Serve() {
   At([&] { uses_.window.menu.mnuFileBuild.enabled.Set(false); });
   uses_.serves();
-  sender_ = OnOneLine(mail.SenderName());
-  const auto body = At([&] { return mail.Body(); });
+  sender_ = OnOneLine(mail_->SenderName());
+  const auto body = At([&] { return mail_->Body(); });
   if (!body) return;
-  reply_ = At([&] { return uses_.mail.CreateReply(mail); });
-  At([&] { reply_->AddRecipient(mail.SenderName()); });
+  reply_ = At([&] { return uses_.mail.CreateReply(*mail_); });
+  At([&] { reply_->AddRecipient(mail_->SenderName()); });
   text_ = {};
   request_ = ReadMailRequest(*body);
   if (request_.strProject) strProject_ = *request_.strProject;
@@ -101,7 +120,18 @@ void MailTick::Serve(MailItem& mail) {
   if (request_.GetRequested) Get();
   At([&] { uses_.window.SetStatus("Processing Request from " + sender_); });
   if (request_.BuildRequested && RequestSucceeded_) Build();
-  At([&] { mail.SetUnRead(false); });
+  Finish();
+}
+
+void MailTick::Resume() {
+  SendWaiting();
+  Finish();
+}
+
+void MailTick::Finish() {
+  isPerformed_ = true;
+  At([&] { mail_->SetUnRead(false); });
+  isPerformed_ = false;
   Answer();
 }
 
@@ -147,16 +177,36 @@ void MailTick::Get() {
   }
 }
 
+// The compiler asks in a window about a folder that is not there.
+std::string MailTick::ProblemWithFolder() const {
+  const std::string& folder = request_.strBuildPath;
+  try {
+    RequireArgument(folder);
+    return folder.empty() || FolderExists(uses_.files, folder) ? ""
+                                                               : "There is no folder " + folder;
+  } catch (const RuntimeError& error) {
+    return error.Description();
+  }
+}
+
 void MailTick::Build() {
   uses_.options.GetLatest = request_.GetRequested;
+  if (const auto problem = At([&] { return ProblemWithFolder(); }); !problem.empty()) {
+    FailBuild(problem);
+    return;
+  }
   RequestSucceeded_ =
       At([&] { return uses_.compile.CompileProject(strProject_, request_.strBuildPath); });
   if (RequestSucceeded_) {
     text_.Succeed();
     return;
   }
+  FailBuild(uses_.compile.LastProblem());
+}
+
+void MailTick::FailBuild(const std::string& problem) {
+  RequestSucceeded_ = false;
   text_.Fail("Failed to create binary");
-  const std::string& problem = uses_.compile.LastProblem();
   if (!problem.empty()) At([&] { uses_.log.WriteLog("Failed to create binary: " + problem); });
 }
 
@@ -166,6 +216,7 @@ void MailTick::Answer() {
   if (request_.BuildRequested) Attach();
   At([&] { reply_->Send(); });
   reply_.reset();
+  SendWaiting();
 }
 
 // An attachment that cannot be made is left out.
@@ -198,15 +249,25 @@ std::string MailTick::BuiltFile() const {
                                        : request_.strBuildPath + project.EXEName;
 }
 
+// Flagged, it neither fails the next look as well nor keeps the mails after it waiting.
+void MailTick::FlagFailed() {
+  if (sender_.empty() || mail_ == nullptr) return;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { mail_->Flag(); }); });
+}
+
 bool MailTick::ReportFailure(const RuntimeError& error) {
+  FlagFailed();
   if (reply_ == nullptr) return false;
   bool isTold = false;
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
     on([&] { reply_->SetSubject("GorbexBuilder Encountered an error"); });
+    // What could not be sent with the answer could not be sent with this, either.
+    on([&] { reply_->RemoveAttachments(); });
     if (!AddressFailure()) return;
     on([&] { reply_->SetBody(FailureText(error)); });
     on([&] { reply_->Send(); });
     isTold = true;
+    SendWaiting();
   });
   return isTold;
 }

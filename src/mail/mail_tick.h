@@ -36,17 +36,26 @@ class MailTick {
     LatestSource& latest;
     Compile& compile;
     EventPump& events;
-    const SenderList& senders;
-    std::set<std::string>& refused;     ///< senders whose refusal has been logged
-    std::function<bool()> stops;        ///< asked between two requests
-    std::function<void()> serves;       ///< told when a request begins
-    std::function<void()> isElsewhere;  ///< told when another program looks through the mailbox
+    SenderList senders;
+    std::set<std::string>& refused;                     ///< senders whose refusal has been logged
+    std::function<bool()> stops;                        ///< asked between two requests
+    std::function<void()> serves;                       ///< told when a request begins
+    std::function<void(const std::string& why)> waits;  ///< told when requests are left for later
   };
 
   explicit MailTick(const Uses& uses) : uses_(uses) {}
 
-  /// The error of the step that failed, which then has no answer yet.
+  /// The error of the step that failed, which then has no answer yet. A MailboxAway is no failure:
+  /// requests have to wait.
   void Run();
+
+  /// Whether the request folder has been opened.
+  [[nodiscard]] bool SawMailbox() const { return sawMailbox_; }
+
+  /// Whether a request was performed whose mail could not be marked before its server went away.
+  /// The tick then has to be kept until Resume() has marked and answered it.
+  [[nodiscard]] bool HasUnmarked() const { return isPerformed_; }
+  void Resume();
 
   /// Answers the request that failed with what befell it. False when there is nobody to tell.
   bool ReportFailure(const RuntimeError& error);
@@ -61,12 +70,17 @@ class MailTick {
   [[nodiscard]] bool IsRequest(const MailItem& mail);
   [[nodiscard]] bool IsWelcome(const MailItem& mail);
   void NoteRefusal(const MailItem& mail, const std::string& reason);
-  void Serve(MailItem& mail);
+  void Serve();
   [[nodiscard]] bool FindProject();
   void UseLoadedPath();
   void Get();
   void Build();
+  void FailBuild(const std::string& problem);
+  [[nodiscard]] std::string ProblemWithFolder() const;
+  void Finish();
   void Answer();
+  void SendWaiting();
+  void FlagFailed();
   void Attach();
   void NoteResultLog();
   void Log(const std::string& text);
@@ -83,6 +97,7 @@ class MailTick {
 
   Uses uses_;
   unsigned line_ = 0;
+  std::unique_ptr<MailItem> mail_;  ///< the request that is being performed
   std::unique_ptr<OutgoingMail> reply_;
   MailRequest request_;
   MailReply text_;
@@ -90,6 +105,8 @@ class MailTick {
   std::string strProject_;
   std::string strLocal_;
   bool RequestSucceeded_ = false;
+  bool isPerformed_ = false;
+  bool sawMailbox_ = false;
 };
 
 }  // namespace gorbex

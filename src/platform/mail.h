@@ -4,6 +4,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "platform/runtime_error.h"
 
 namespace gorbex {
 
@@ -15,11 +18,20 @@ namespace gorbex {
 
 /// Where mails come from and go to. A system with an account of its own (Outlook) needs none of it.
 struct MailAccount {
-  std::string store;      ///< URL of the mail store; empty for the user's own Maildir
-  std::string transport;  ///< URL of the transport; empty for the machine's sendmail
-  std::string from;       ///< address of the sender; empty for the user's own
+  std::string store;           ///< URL of the mail store; empty for the user's own Maildir
+  std::string transport;       ///< URL of the transport; empty for the machine's sendmail
+  std::string from;            ///< address of the sender; empty for the user's own
+  std::string tokenCommand{};  ///< prints the token of a server that takes no passwords
 
   bool operator==(const MailAccount&) const = default;
+};
+
+/// The server of a mailbox is away: it cannot be reached, is silent, takes no login or hangs up.
+/// Nothing is wrong with what was asked, and the same may succeed later.
+class MailboxAway : public RuntimeError {
+ public:
+  explicit MailboxAway(const std::string& description)
+      : RuntimeError(WithDescription(ErrorNumber::AutomationError, description)) {}
 };
 
 /// A mail in the request folder. Subject, sender and mark are those of the moment when the folder
@@ -33,6 +45,12 @@ class MailItem {
 
   /// Marks the mail in the folder as read or unread. A mail that vanished meanwhile needs no mark.
   virtual void SetUnRead(bool unread) = 0;
+
+  /// Whether somebody has to look at the mail before it is served again, as its flag says.
+  [[nodiscard]] virtual bool IsFlagged() const = 0;
+
+  /// Flags the mail in the folder. A mail that vanished meanwhile needs no flag.
+  virtual void Flag() = 0;
 
   /// The text of the mail; nothing when the mail vanished meanwhile.
   [[nodiscard]] virtual std::optional<std::string> Body() = 0;
@@ -70,7 +88,10 @@ class OutgoingMail {
   /// or is too large for a mail.
   virtual void AddAttachment(const std::string& path) = 0;
 
-  /// Sends the mail. Once sent, it is of no more use.
+  virtual void RemoveAttachments() = 0;
+
+  /// Sends the mail, or puts it where it waits until its server takes it. Once sent, it is of no
+  /// more use.
   virtual void Send() = 0;
 };
 
@@ -101,6 +122,15 @@ class Mail {
 
   /// A mail that answers another one, which need not outlive it. Error while not open.
   [[nodiscard]] virtual std::unique_ptr<OutgoingMail> CreateReply(const MailItem& to) = 0;
+
+  // A system that sends what waits by itself needs nothing of the following.
+
+  /// Sends the mails that wait for their server and are due. Returns a line for the log for each
+  /// thing that somebody should know.
+  [[nodiscard]] virtual std::vector<std::string> SendWaiting() { return {}; }
+
+  /// Whether so many mails wait that requests had better wait, too.
+  [[nodiscard]] virtual bool TooManyWait() const { return false; }
 };
 
 }  // namespace gorbex

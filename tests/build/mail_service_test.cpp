@@ -112,6 +112,8 @@ TEST_F(MailServiceTest, AnswersEverySituationInItsOwnWords) {
        "succesfull\r\n\r\n" + attached, "C:\\Drops\\Core.dll"},
       {"BUI,PRO " + base + ",", "Your Build failed.",
        "unsuccesfull\r\n\r\nReason : Failed to create binary\r\n\r\n" + attached, kResultLog},
+      {"BUILD,PATH C:/Drops,PRO C:/Group/Core/Core.vbp,", "Your Build was successfull.",
+       "succesfull\r\n\r\n" + attached, "C:\\Drops\\Core.dll"},
       {"GET,PRO " + LowerCase(core) + ",", "GorbexBuilder GET succeeded.",
        "succesfull\r\n\r\n" + confirmed + "succeeded.\r\n\r\n", ""},
       {"GET, BUI,\r\nBUI,PRO " + core + ",", "GorbexBuilder GET succeeded.",
@@ -199,7 +201,8 @@ TEST_F(MailServiceTest, LeavesAloneWhatIsNoRequest) {
                      "log Email Request from anna@dev.example.evil.example left alone: not allowed",
                      "log Email Request from Eve  fake left alone: not allowed",
                      "log Email Request from Nobody left alone: there is nobody to answer",
-                     "log Email Request from ada@team.example left alone: not allowed",
+                     "log Email Request from ada@team.example left alone: its Reply-To "
+                     "x@evil.example is not allowed",
                      "log Processing Email Request from Bo", "mail read 11"}));
   EXPECT_EQ(mail.sent.size(), 2U);
   Set("AllowedSenders", " , ");
@@ -232,6 +235,10 @@ TEST_F(MailServiceTest, NeverLetsAPathBecomeMoreThanOneArgument) {
     EXPECT_NE(mail.sent.at(0).body.find("Reason : Failed to create binary"), std::string::npos);
     EXPECT_EQ(ServiceState(), "on ticking build: Idle");
   }
+  const Journal steps = Tick({{.body = "BUILD,PATH C:\\Nowhere,PRO " + core + ","}});
+  EXPECT_TRUE(Only(steps, {"start"}).empty());
+  EXPECT_EQ(Only(steps, {"log"}).back(),
+            "log Failed to create binary: There is no folder C:\\Nowhere\\");
 }
 
 TEST_F(MailServiceTest, LooksAtNoShareThatIsNotLoaded) {
@@ -283,7 +290,83 @@ TEST_F(MailServiceTest, ReportsAnUnexpectedErrorAndSwitchesItselfOff) {
     EXPECT_EQ(ServiceState(), c.state);
     EXPECT_EQ(mail.sent.empty() ? "" : mail.sent.back().recipients.front(), c.recipients);
     EXPECT_LE(mail.sent.size(), 1U) << "an answered request has its answer already";
+    const bool isAttached = !mail.sent.empty() && !mail.sent[0].attachments.empty();
+    EXPECT_EQ(isAttached, c.call == 2) << "only an answer has an attachment";
   }
+}
+
+TEST_F(MailServiceTest, FlagsTheMailThatItFailedAtAndGoesOnWithTheOthers) {
+  const std::string stranger = "C:\\Stranger.vbp";
+  platform.files.AddFile(stranger, "Type=Exe\r\n");
+  const Received poisonous{.body = "GET,PRO " + stranger + ",", .senderName = "Eve"};
+  const Received good{.body = "GET,PRO " + core + ","};
+  EXPECT_EQ(Only(Tick({good, poisonous, good}), {"mail read", "mail flag"}),
+            (Journal{"mail read 1", "mail flag 2"}));
+  EXPECT_TRUE(mail.received[1].isUnread);
+  for (const std::size_t replies : {1U, 0U}) {
+    menu.mnuToolsInBox.Execute();
+    const Journal steps = Tick(mail.received);
+    EXPECT_EQ(mail.sent.size(), replies) << "the mail after it is served, once";
+    EXPECT_EQ(
+        Only(steps, {"log"}).at(0),
+        "log Email Request from anna@dev.example left alone: it is flagged because of an error");
+    menu.mnuToolsInBox.Execute();
+  }
+  menu.mnuToolsInBox.Execute();
+  mail.received[1] = {.body = good.body, .senderName = "Eve"};
+  EXPECT_EQ(Only(Tick(mail.received), {"mail read"}), Journal{"mail read 2"});
+}
+
+TEST_F(MailServiceTest, WaitsForAMailboxThatIsAway) {
+  const std::vector<Received> request = {{.body = "BUILD,PATH C:\\Drops,PRO " + core + ","}};
+  Tick({});
+  const std::string away =
+      "log Email requests wait, because the mailbox is away: The server is gone";
+  for (const char* operation : {"folder", "item", "body"}) {
+    SCOPED_TRACE(operation);
+    mail.GoAway(operation);
+    EXPECT_EQ(Only(Tick(request), {"log"}), Journal{away});
+    EXPECT_EQ(ServiceState(), "on ticking build: Idle");
+    EXPECT_TRUE(program.mail.MailboxIsAway());
+    mail.GoAway(operation);
+    EXPECT_TRUE(Only(Tick(request), {"log"}).empty()) << "one line is enough";
+    EXPECT_EQ(
+        Only(Tick(request), {"log", "mail send"}),
+        (Journal{"log Processing Email Request from Anna Berg",
+                 "mail send Your Build was successfull. to Anna Berg", "log The mailbox is back"}));
+  }
+  // What was done before it went away is not done again.
+  compiledSources.clear();
+  mail.GoAway("mark");
+  EXPECT_TRUE(Only(Tick(request), {"mail send", "mail read"}).empty());
+  mail.GoAway("mark");
+  window.tmrOutlook.elapsed.Emit();
+  Steps();
+  window.tmrOutlook.elapsed.Emit();
+  EXPECT_EQ(Only(Steps(), {"log", "mail read", "mail send"}),
+            (Journal{"mail read 1", "mail send Your Build was successfull. to Anna Berg",
+                     "log The mailbox is back"}));
+  EXPECT_EQ(mail.sent.at(0).attachments.size(), 1U);
+  EXPECT_EQ(compiledSources.size(), 1U);
+  menu.mnuToolsInBox.Execute();
+  menu.mnuToolsInBox.Execute();
+  mail.GoAway("folder");
+  Tick(request);
+  EXPECT_EQ(ServiceState(), "on build: Checking for Email Requests")
+      << "a start without a mailbox is an error";
+}
+
+TEST_F(MailServiceTest, TellsOfRepliesThatWaitAndTakesNoRequestWhenTooManyDo) {
+  const std::vector<Received> request = {{.body = "GET,PRO " + core + ","}};
+  mail.news = {"a reply waits"};
+  mail.isFull = true;
+  const std::string wait =
+      "log Email requests wait, because too many replies could not be sent yet";
+  EXPECT_EQ(Only(Tick(request), {"log"}), (Journal{"log a reply waits", wait}));
+  EXPECT_TRUE(Only(Tick(request), {"log", "mail read"}).empty()) << "said once";
+  EXPECT_EQ(ServiceState(), "on ticking build: Idle");
+  mail.isFull = false;
+  EXPECT_EQ(Only(Tick(request), {"mail read"}), Journal{"mail read 1"});
 }
 
 TEST_F(MailServiceTest, TellsTheAdministratorWhenTheSettingsSaySo) {

@@ -289,6 +289,10 @@ TEST_F(CliTest, MailSettingsAreStoredAndPasswordsKeptFromTheScreen) {
   for (const char* wrong : {" , ", "Anna <anna@x>", "*@x", "a@x;b@y"}) {
     EXPECT_EQ(Run({"settings", "AllowedSenders", wrong}).status, 2) << wrong;
   }
+  for (const char* wrong : {"nobody", "Anna <anna>", "<a@x> b", "a@x, b@y"}) {
+    EXPECT_EQ(Run({"settings", "MailFrom", wrong}).status, 2) << wrong;
+  }
+  EXPECT_EQ(Run({"settings", "MailFrom", "Anna <a@x>"}).out, "Anna <a@x>\n");
   EXPECT_EQ(Run({"settings", "AllowedSenders", "anna@x, y.example"}).out, "anna@x, y.example\n");
   EXPECT_EQ(Run({"settings", "MailTransport", "smtp://host:25/"}).out, "smtp://host:25/\n");
 }

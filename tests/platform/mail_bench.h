@@ -9,7 +9,9 @@
 
 #include "platform/linux/child_process.h"
 #include "platform/linux/file_system.h"
+#include "platform/linux/host_file.h"
 #include "platform/linux/mail/mail.h"
+#include "platform/linux/program_lock.h"
 #include "platform/linux/tool.h"
 #include "tests/platform/linux/variable.h"
 #include "tests/platform/outcome.h"
@@ -38,7 +40,8 @@ class MaildirBench {
   LinuxFileSystem files{prefix};
   LinuxToolRunner tools{prefix};
   RecordingEvents events;
-  LinuxMail mail{files, tools, std::chrono::seconds(2)};
+  std::chrono::system_clock::time_point now = std::chrono::system_clock::now();
+  LinuxMail mail{files, tools, OutboxUses(), std::chrono::seconds(2)};
 
   MaildirBench() {
     mail.Handle(events);
@@ -52,6 +55,11 @@ class MaildirBench {
     std::filesystem::permissions(root.Path() / "sendmail", std::filesystem::perms::owner_all);
   }
 
+  Outbox::Uses OutboxUses() {
+    return {root.Path() / "outbox",
+            [](const auto& file, const auto& bytes) { ReplaceHostFile(file, bytes, 0600); },
+            &ProgramLock::Try, [this] { return now; }};
+  }
   [[nodiscard]] MailAccount Account() const {
     return {"", "sendmail://" + (root.Path() / "sendmail").native(), "builder@host.example"};
   }

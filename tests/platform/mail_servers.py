@@ -3,92 +3,17 @@ machine, to one user: mail_servers.py FOLDER USER PASSWORD. The Maildir is FOLDE
 gets a file for each mail that was taken, its envelope first. Writes "imap imaps smtp smtps silent rude"
 as numbers to FOLDER/ports; nothing ever answers at the silent port, and the rude one hangs up at once. The certificate is FOLDER/cert.pem, for
 "localhost". Ends with the process that started it."""
-import asyncio, base64, ctypes, grp, os, pathlib, pwd, shutil, signal, socket, ssl, subprocess, sys
+import asyncio, base64, os, pathlib, signal, socket, ssl, subprocess, sys, urllib.parse
+
+sys.dont_write_bytecode = True
+from dovecot import free_ports, make_certificate, start_dovecot
 
 folder, user, password = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3]
 parent = os.getppid()
-dovecot_config = """
-base_dir = {run}
-state_dir = {run}
-log_path = {folder}/dovecot.log
-protocols = imap
-ssl = yes
-ssl_cert = <{folder}/cert.pem
-ssl_key = <{folder}/key.pem
-disable_plaintext_auth = no
-default_login_user = {account}
-default_internal_user = {account}
-default_internal_group = {group}
-first_valid_uid = 1
-service imap-login {{
-  chroot =
-  inet_listener imap {{
-    address = 127.0.0.1
-    port = {imap}
-  }}
-  inet_listener imaps {{
-    address = 127.0.0.1
-    port = {imaps}
-  }}
-}}
-service anvil {{
-  chroot =
-  unix_listener anvil-auth-penalty {{
-    mode = 0
-  }}
-}}
-mail_location = maildir:{folder}/Maildir
-mail_max_userip_connections = 100
-auth_failure_delay = 0
-passdb {{
-  driver = passwd-file
-  args = {folder}/users
-}}
-userdb {{
-  driver = static
-  args = uid={uid} gid={gid} home={folder}
-}}
-"""
-
-
-def run(*command):
-    subprocess.run(command, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
-
-
-def free_ports(count):
-    sockets = [socket.create_server(("127.0.0.1", 0)) for _ in range(count)]
-    ports = [each.getsockname()[1] for each in sockets]
-    for each in sockets:
-        each.close()
-    return ports
-
-
-def end_with_parent():
-    pr_set_pdeathsig = 1
-    ctypes.CDLL(None).prctl(pr_set_pdeathsig, signal.SIGTERM)
-
-
-def start_dovecot(imap, imaps):
-    # The server refuses to serve root, and to run as anybody else it must be started as that.
-    is_root = os.geteuid() == 0
-    uid, gid = (65534, 65534) if is_root else (os.getuid(), os.getgid())
-    run_folder = folder / "run"
-    run_folder.mkdir()
-    (folder / "users").write_text(f"{user}:{{PLAIN}}{password}\n")
-    (folder / "dovecot.conf").write_text(dovecot_config.format(
-        folder=folder, run=run_folder, imap=imap, imaps=imaps, uid=uid, gid=gid,
-        account=pwd.getpwuid(uid).pw_name, group=grp.getgrgid(gid).gr_name))
-    if is_root:
-        for path in [folder, *folder.rglob("*")]:
-            os.chown(path, uid, gid)
-    program = shutil.which("dovecot", path=os.environ["PATH"] + ":/usr/sbin")
-    return subprocess.Popen([program, "-F", "-c", str(folder / "dovecot.conf")],
-                            preexec_fn=end_with_parent,
-                            **(dict(user=uid, group=gid, extra_groups=[]) if is_root else {}))
 
 
 async def answer_smtp(reader, writer, is_secure):
-    """One conversation; a stranger's login is refused, and "gone@..." does not exist."""
+    """One conversation; a stranger's login is refused, "gone@..." does not exist and "busy@..." is put off."""
     envelope = []
 
     async def say(line):
@@ -100,11 +25,16 @@ async def answer_smtp(reader, writer, is_secure):
         verb = line.split(" ")[0].upper()
         if verb == "EHLO":
             await say("250-hello")
-            await say("250 AUTH PLAIN" if is_secure else "250 STARTTLS")
+            await say("250-SIZE 200000")
+            await say("250 AUTH PLAIN XOAUTH2" if is_secure else "250 STARTTLS")
         elif verb == "STARTTLS":
             await say("220 go on")
             await writer.start_tls(tls)
             is_secure = True
+        elif line.upper().startswith("AUTH XOAUTH2 "):
+            envelope += ["token"]
+            is_right = base64.b64decode(line.split(" ")[2]) == f"user={user}\1auth=Bearer {token()}\1\1".encode()
+            await say("235 welcome" if is_right else "535 no such token")
         elif verb == "AUTH":
             await say("334 ")
             login = base64.b64decode(await reader.readline()).split(b"\0")
@@ -113,7 +43,8 @@ async def answer_smtp(reader, writer, is_secure):
             await say("235 welcome" if is_right else f"535 go away, {login[2].decode()}")
         elif verb in ("MAIL", "RCPT"):
             envelope.append(line)
-            await say("550 no such user" if "<gone@" in line else "250 ok")
+            await say("550 no such user" if "<gone@" in line else
+                      "450 come back later" if "<busy@" in line else "250 ok")
         elif verb == "DATA":
             await say("354 go on")
             text = b""
@@ -131,6 +62,24 @@ async def answer_smtp(reader, writer, is_secure):
     writer.close()
 
 
+def token():
+    """The one token that is taken now: what FOLDER/token says."""
+    return (folder / "token").read_text().strip()
+
+
+async def answer_introspection(reader, writer):
+    """Says whether a token is the one that is taken."""
+    url = urllib.parse.urlparse((await reader.readline()).decode().split(" ")[1])
+    while (await reader.readline()).strip():
+        pass
+    is_right = urllib.parse.parse_qs(url.query).get("token") == [token()]
+    said = f'{{"active": "{"yes" if is_right else "no"}", "user": "{user}"}}'.encode()
+    writer.write(b"HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nConnection: close\r\n"
+                 b"Content-Length: %d\r\n\r\n%s" % (len(said), said))
+    await writer.drain()
+    writer.close()
+
+
 async def hang_up(reader, writer):
     writer.write(b"* OK hello\r\n")
     await reader.readline()
@@ -140,7 +89,9 @@ async def hang_up(reader, writer):
 
 async def main():
     imap, imaps = free_ports(2)
-    dovecot = start_dovecot(imap, imaps)
+    checker = await asyncio.start_server(answer_introspection, "127.0.0.1", 0)
+    (folder / "tokens").write_text(str(checker.sockets[0].getsockname()[1]))
+    dovecot = start_dovecot(folder, user, password, imap, imaps)
     try:
         smtp = await asyncio.start_server(lambda *ends: answer_smtp(*ends, False), "127.0.0.1", 0)
         smtps = await asyncio.start_server(lambda *ends: answer_smtp(*ends, True), "127.0.0.1", 0, ssl=tls)
@@ -166,8 +117,7 @@ async def main():
 
 
 (folder / "sent").mkdir()
-run("openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=localhost",
-    "-addext", "subjectAltName=DNS:localhost", "-keyout", folder / "key.pem", "-out", folder / "cert.pem")
+make_certificate(folder)
 tls = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
 tls.load_cert_chain(folder / "cert.pem", folder / "key.pem")
 signal.signal(signal.SIGTERM, lambda *_: sys.exit())

@@ -72,8 +72,16 @@ TYPED_TEST(Mails, AreListedReadMarkedAndMayVanish) {
     EXPECT_EQ(mail->UnRead(), unread);
     EXPECT_EQ(bench.mail.Folder("Builder")->Item(1)->UnRead(), unread);
   }
+  const auto other = bench.mail.Folder("Builder")->Item(2);
+  EXPECT_TRUE(other->UnRead());
+  EXPECT_FALSE(other->IsFlagged());
+  other->Flag();
+  EXPECT_TRUE(other->IsFlagged());
+  EXPECT_TRUE(bench.mail.Folder("Builder")->Item(2)->IsFlagged());
   EXPECT_TRUE(bench.mail.Folder("Builder")->Item(2)->UnRead());
+  EXPECT_FALSE(bench.mail.Folder("Builder")->Item(1)->IsFlagged());
   bench.Vanish();
+  mail->Flag();
   EXPECT_EQ(mail->Body(), std::nullopt);
   mail->SetUnRead(true);
 }
@@ -102,6 +110,7 @@ TYPED_TEST(Mails, AreAnswered) {
   EXPECT_THROW(reply->AddAttachment(bench.drive + "none.dll"), RuntimeError);
   reply->AddAttachment(bench.drive + "x\xE9 1.dll");
   reply->Send();
+  EXPECT_EQ(bench.mail.SendWaiting(), std::vector<std::string>{});
   auto expected = "anna@dev.example|Your Build failed. \xFC|" + body +
                   "|x\xE9 1.dll=" + MemoryMailBench::Hexadecimal(bytes);
   auto sent = bench.Sent();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -27,12 +28,15 @@ class MemoryMail : public Mail {
     std::string senderAddress = "anna@dev.example";
     std::string replyAddress = "anna@dev.example";
     bool isUnread = true;
+    bool isFlagged = false;
     bool isAutomatic = false;
     bool isGone = false;  ///< vanished after the folder was opened
   };
   std::vector<Received> received;
   std::string folderName = "Builder";
-  bool isTaken = false;  ///< another program looks through the mailbox
+  bool isTaken = false;           ///< another program looks through the mailbox
+  bool isFull = false;            ///< too many mails wait to be sent
+  std::vector<std::string> news;  ///< of the mails that wait to be sent
 
   struct Sent {
     std::vector<std::string> recipients{};
@@ -45,7 +49,12 @@ class MemoryMail : public Mail {
   /// Lets one of the next calls of an operation fail: "open", "folder", "item", "mark", "body",
   /// "reply", "recipient", "attach" or "send".
   void Fail(const std::string& operation, const RuntimeError& error, int call = 1) {
-    faults_.insert_or_assign(operation, Fault{call, error});
+    faults_.insert_or_assign(operation, Fault{call, [error] { throw error; }});
+  }
+
+  /// Lets the server of the mailbox be away at the next call of an operation.
+  void GoAway(const std::string& operation) {
+    faults_.insert_or_assign(operation, Fault{1, [] { throw MailboxAway("The server is gone"); }});
   }
 
   void Open(const MailAccount& account) override {
@@ -64,6 +73,9 @@ class MemoryMail : public Mail {
     return std::make_unique<OpenFolder>(*this);
   }
 
+  [[nodiscard]] std::vector<std::string> SendWaiting() override { return std::exchange(news, {}); }
+  [[nodiscard]] bool TooManyWait() const override { return isFull; }
+
   [[nodiscard]] std::unique_ptr<OutgoingMail> CreateReply(const MailItem& to) override {
     RaiseFault("reply");
     RequireOpen();
@@ -73,7 +85,7 @@ class MemoryMail : public Mail {
  private:
   struct Fault {
     int call;
-    RuntimeError error;
+    std::function<void()> raise;
   };
 
   class Item : public MailItem {
@@ -91,6 +103,11 @@ class MemoryMail : public Mail {
       now.isUnread = unread;
       mail_.journal_.push_back((unread ? "mail unread " : "mail read ") +
                                std::to_string(index_ + 1));
+    }
+    [[nodiscard]] bool IsFlagged() const override { return then_.isFlagged; }
+    void Flag() override {
+      then_.isFlagged = mail_.received[index_].isFlagged = true;
+      mail_.journal_.push_back("mail flag " + std::to_string(index_ + 1));
     }
     [[nodiscard]] std::optional<std::string> Body() override {
       mail_.RaiseFault("body");
@@ -151,6 +168,7 @@ class MemoryMail : public Mail {
       if (!FileExists(mail_.files_, path)) throw RuntimeError(ErrorNumber::FileNotFound, path);
       draft_.attachments.emplace_back(path, mail_.files_.Read(path));
     }
+    void RemoveAttachments() override { draft_.attachments.clear(); }
     void Send() override {
       mail_.RaiseFault("send");
       std::string names;
@@ -177,9 +195,9 @@ class MemoryMail : public Mail {
   void RaiseFault(const std::string& operation) {
     const auto fault = faults_.find(operation);
     if (fault == faults_.end() || --fault->second.call > 0) return;
-    const auto error = fault->second.error;
+    const auto raise = fault->second.raise;
     faults_.erase(fault);
-    throw error;
+    raise();
   }
 
   Journal& journal_;

@@ -4,9 +4,11 @@
 #include "platform/linux/clock.h"
 #include "platform/linux/component_inspector.h"
 #include "platform/linux/file_system.h"
+#include "platform/linux/host_file.h"
 #include "platform/linux/mail/mail.h"
 #include "platform/linux/plugin_objects.h"
 #include "platform/linux/process.h"
+#include "platform/linux/program_lock.h"
 #include "platform/linux/registrar.h"
 #include "platform/linux/registry.h"
 #include "platform/linux/tool.h"
@@ -16,6 +18,13 @@ namespace gorbex {
 namespace {
 
 constexpr const char* kProgramFolder = "C:\\Program Files\\GorbexBuilder";
+
+// The prefix has made the program's folder.
+Outbox::Uses OutboxOf(const Prefix& prefix) {
+  return {std::filesystem::path(prefix.Existing(kProgramFolder).value()) / "Outbox",
+          [](const auto& file, const auto& bytes) { ReplaceHostFile(file, bytes, 0600); },
+          &ProgramLock::Try};
+}
 
 }  // namespace
 
@@ -51,7 +60,7 @@ struct LinuxPlatform::Parts {
   GitSourceControl sourceControl{tools, files, OwnProgram(), [this](const std::string& hostPath) {
                                    return prefix.WindowsPath(hostPath);
                                  }};
-  LinuxMail mail{files, tools};
+  LinuxMail mail{files, tools, OutboxOf(prefix)};
 };
 
 LinuxPlatform::LinuxPlatform(const std::filesystem::path& prefixRoot)

@@ -11,6 +11,8 @@
 namespace gorbex {
 namespace {
 
+constexpr const char* kFlagged = "2";
+
 // What an older Outlook does not know, or a mail does not have, is not told.
 template <class Question>
 std::string TextOrNone(Question&& question) {
@@ -76,6 +78,7 @@ OutlookItem::Origin OutlookItem::OriginOf(const Dispatch& mail) {
   if (origin.replyAddress.empty()) origin.replyAddress = origin.address;
   // The name stands for who has no address but is known to Outlook.
   if (origin.replyAddress.empty()) origin.replyAddress = TextIfAny(mail, "SenderName");
+  origin.isFlagged = TextIfAny(mail, "FlagStatus") == kFlagged;
   origin.isAutomatic = HasKindOfNotices(mail) || IsAutomaticMail(HeaderOf(mail));
   return origin;
 }
@@ -101,6 +104,15 @@ void OutlookItem::SetUnRead(bool unread) {
     mail.Do("Save");
   });
   mail_.isUnread = unread;
+}
+
+void OutlookItem::Flag() {
+  session_->thread.Do([nameSpace = session_->nameSpace, listed = mail_] {
+    const auto mail = FindMail(*nameSpace, listed);
+    if (!mail) return;
+    mail.Let("FlagStatus", std::int32_t{2});
+    mail.Do("Save");
+  });
 }
 
 std::optional<std::string> OutlookItem::Body() {

@@ -19,6 +19,8 @@ class OutlookItem : public MailItem {
   [[nodiscard]] std::string Subject() const override { return mail_.subject; }
   [[nodiscard]] bool UnRead() const override { return mail_.isUnread; }
   void SetUnRead(bool unread) override;
+  [[nodiscard]] bool IsFlagged() const override { return Sender().isFlagged; }
+  void Flag() override;
   [[nodiscard]] std::optional<std::string> Body() override;
   [[nodiscard]] std::string SenderName() const override;
   [[nodiscard]] std::string SenderAddress() const override { return Sender().address; }
@@ -30,6 +32,7 @@ class OutlookItem : public MailItem {
     std::string address;
     std::string replyAddress;
     bool isAutomatic = false;
+    bool isFlagged = false;
   };
   static Origin OriginOf(const Dispatch& mail);
   const Origin& Sender() const;

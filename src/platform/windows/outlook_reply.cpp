@@ -61,6 +61,15 @@ void OutlookReply::AddAttachment(const std::string& path) {
       [mail = mail_, file = *file] { mail->Property("Attachments").Object().Do("Add", {file}); });
 }
 
+void OutlookReply::RemoveAttachments() {
+  session_->thread.Do([mail = mail_] {
+    const auto attachments = mail->Property("Attachments").Object();
+    for (auto left = attachments.Property("Count").Long(); left > 0; --left) {
+      attachments.Do("Remove", {1});
+    }
+  });
+}
+
 void OutlookReply::Send() {
   session_->thread.Do([mail = mail_] { mail->Do("Send"); });
 }

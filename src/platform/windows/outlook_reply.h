@@ -22,6 +22,7 @@ class OutlookReply : public OutgoingMail {
   void SetSubject(const std::string& subject) override { Let("Subject", subject); }
   void SetBody(const std::string& body) override { Let("Body", body); }
   void AddAttachment(const std::string& path) override;
+  void RemoveAttachments() override;
   void Send() override;
 
  private:

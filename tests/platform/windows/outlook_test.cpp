@@ -105,6 +105,20 @@ TEST_F(OutlookTest, IsAskedByNameInTheLettersOfItsList) {
             "53 File not found: '" + attachment + "none'");
 }
 
+TEST_F(OutlookTest, FlagsMailsAndTakesAttachmentsBack) {
+  EXPECT_FALSE(mail.Folder("Builder")->Item(1)->IsFlagged()) << "an Outlook without flags";
+  servers.Answer("MailItem.FlagStatus", "2");
+  const auto item = mail.Folder("Builder")->Item(1);
+  EXPECT_TRUE(item->IsFlagged());
+  item->Flag();
+  EXPECT_TRUE(servers.Journal().ends_with("MailItem.FlagStatus = 2\nMailItem.Save()\n"));
+  servers.Answer("Attachments.Count", "2");
+  servers.Answer("Attachments.Remove", "");
+  mail.CreateReply(*item)->RemoveAttachments();
+  EXPECT_TRUE(servers.Journal().ends_with(
+      "Attachments.Count\nAttachments.Remove(1)\nAttachments.Remove(1)\n"));
+}
+
 TEST_F(OutlookTest, KnowsWhoSentAMailAndWhatAProgramSent) {
   const std::string smtp = "\nMailItem.SenderEmailType=SMTP\nMailItem.SenderEmailAddress=a@b";
   const std::string wanted = "\nMailItem.ReplyRecipients=@Recipients\nRecipient.";

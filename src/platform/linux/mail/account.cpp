@@ -102,15 +102,22 @@ MailServer ServerOf(const Url& url, std::uint16_t usualPort, const MailDefaults&
   if (url.path.size() > 1) Refuse(what, "has a path where only a host can stand");
   MailServer server{url.host, PortOf(url, usualPort, what), url.user};
   if (!url.user.empty()) server.password = url.password.value_or(defaults.password);
-  if (url.scheme.ends_with('s')) {
+  const bool isSecure = url.scheme.ends_with('s');
+  if (isSecure) {
     server.encryption = Encryption::FromTheStart;
-  } else if (url.query == "tls=none") {
-    server.encryption = Encryption::None;
   } else if (!url.user.empty() && !IsThisMachine(url.host)) {
     server.encryption = Encryption::Required;
   }
-  if (!url.query.empty() && server.encryption != Encryption::None) {
-    Refuse(what, "has an option other than 'tls=none'");
+  for (std::string_view rest = url.query; !rest.empty();) {
+    const Halves options(rest, rest.find('&'));
+    if (options.before == "tls=none" && !isSecure) {
+      server.encryption = Encryption::None;
+    } else if (options.before == "auth=xoauth2" && !url.user.empty()) {
+      server.wantsToken = true;
+    } else {
+      Refuse(what, "has an option other than 'tls=none' or 'auth=xoauth2'");
+    }
+    rest = options.after;
   }
   return server;
 }

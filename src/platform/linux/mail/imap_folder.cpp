@@ -9,7 +9,6 @@
 #include <vmime/net/imap/IMAPParser.hpp>
 #include <vmime/net/imap/IMAPStore.hpp>
 #include <vmime/net/imap/IMAPUtils.hpp>
-#include <vmime/security/sasl/defaultSASLAuthenticator.hpp>
 
 #include "platform/linux/mail/character_set.h"
 #include "platform/linux/mail/server_session.h"
@@ -28,6 +27,7 @@ using Response = std::unique_ptr<IMAPParser::response>;
 struct Fetched {
   std::string uid;
   bool isRead = false;
+  bool isFlagged = false;
   bool isDeleted = false;
   std::optional<std::string> bytes;
 };
@@ -80,12 +80,13 @@ class Connection {
   void Connect(const MailServer& server, const std::string& address, Patience& patience) {
     session_ = vmime::net::session::create();
     const bool isSecure = server.encryption == Encryption::FromTheStart;
-    store_ = vmime::dynamicCast<vmime::net::imap::IMAPStore>(
-        session_->getStore(vmime::utility::url(isSecure ? "imaps" : "imap", server.host),
-                           vmime::make_shared<vmime::security::sasl::defaultSASLAuthenticator>()));
+    store_ = vmime::dynamicCast<vmime::net::imap::IMAPStore>(session_->getStore(
+        vmime::utility::url(isSecure ? "imaps" : "imap", server.host), LoginAt(server)));
     Prepare(*store_, server, address, patience);
-    // The other ways to log in crash the library when a server takes its leave meanwhile.
-    store_->setProperty("options.sasl", false);
+    // The other ways to log in crash the library when a server takes its leave before it has said
+    // which ones it has; a token has no other way.
+    store_->setProperty("options.sasl", server.wantsToken);
+    store_->setProperty("options.sasl.fallback", false);
     store_->getAuthenticator()->setService(store_);
     connection_ = vmime::make_shared<IMAPConnection>(store_, store_->getAuthenticator());
     connection_->connect();
@@ -95,6 +96,9 @@ class Connection {
     connection_->sendCommand(command);
     Response response(connection_->readResponse());
     const auto* done = response->isBad() ? nullptr : response->response_done()->response_tagged();
+    if (done == nullptr && !response->isBad()) {
+      throw vmime::exceptions::socket_exception("the server ended the conversation");
+    }
     if (done == nullptr || done->resp_cond_state()->status() != IMAPParser::resp_cond_state::OK) {
       throw vmime::exceptions::command_error(name, response->getErrorLog());
     }
@@ -136,6 +140,7 @@ class Connection {
     if (item.type() != Item::FLAGS) return;
     for (const auto* flag : item.flag_list()->flags()) {
       if (flag->type() == IMAPParser::flag::SEEN) fetched.isRead = true;
+      if (flag->type() == IMAPParser::flag::FLAGGED) fetched.isFlagged = true;
       if (flag->type() == IMAPParser::flag::DELETED) fetched.isDeleted = true;
     }
   }
@@ -177,7 +182,7 @@ std::vector<ListedMail> ImapFolder::List() {
     for (auto& mail : connection.Fetch("FETCH 1:* (UID FLAGS " + HeaderFields() + ")")) {
       // A server may tell of changed marks in between.
       if (mail.uid.empty() || !mail.bytes || mail.isDeleted) continue;
-      mails.push_back({start + mail.uid, mail.isRead, ReadMailHeader(*mail.bytes)});
+      mails.push_back({start + mail.uid, mail.isRead, mail.isFlagged, ReadMailHeader(*mail.bytes)});
     }
   });
   return mails;
@@ -197,12 +202,13 @@ std::optional<std::string> ImapFolder::Read(const std::string& id) {
   return bytes;
 }
 
-void ImapFolder::Mark(const std::string& id, bool isRead) {
+void ImapFolder::Mark(const std::string& id, MailMark mark, bool isSet) {
   TalkTo(server_, [&] {
     const MailId mail(id);
     Connection connection(server_, patience_);
     if (!connection.Select(name_) || std::to_string(connection.Validity()) != mail.validity) return;
-    connection.Do("UID STORE " + mail.uid + (isRead ? " +" : " -") + "FLAGS.SILENT (\\Seen)");
+    const char* flag = mark == MailMark::Read ? "(\\Seen)" : "(\\Flagged)";
+    connection.Do("UID STORE " + mail.uid + (isSet ? " +" : " -") + "FLAGS.SILENT " + flag);
   });
 }
 

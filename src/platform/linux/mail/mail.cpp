@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdlib>
 #include <optional>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -19,7 +20,9 @@
 #include "platform/linux/mail/maildir_folder.h"
 #include "platform/linux/mail/reply.h"
 #include "platform/linux/mail/server_session.h"
+#include "platform/linux/mail/token.h"
 #include "platform/linux/mail/transport.h"
+#include "platform/mail_address.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -57,8 +60,22 @@ struct OpenAccount {
   Correspondent from;
 };
 
+Correspondent SenderOf(const MailAccount& account) {
+  if (account.from.empty()) return CorrespondentOf(OwnAddress());
+  if (NamesMailAddress(account.from)) return CorrespondentOf(account.from);
+  throw RuntimeError::WithDescription(
+      ErrorNumber::InvalidCall,
+      "The sender of replies (MailFrom) is not a mail address: '" + OnOneLine(account.from) + "'");
+}
+
 void RequireMaildir(const MaildirStore& store) {
-  if (IsMaildir(store.folder)) return;
+  std::error_code error;
+  if (IsMaildir(store.folder, error)) return;
+  if (error) {
+    throw RuntimeError::WithDescription(
+        ErrorNumber::PermissionDenied,
+        FromHost("The Maildir '" + store.folder + "' cannot be read: " + error.message()));
+  }
   throw RuntimeError::WithDescription(
       store.isDefault ? ErrorNumber::CannotCreateObject : ErrorNumber::InvalidCall,
       FromHost("There is no Maildir '" + store.folder + "'"));
@@ -67,13 +84,19 @@ void RequireMaildir(const MaildirStore& store) {
 }  // namespace
 
 struct LinuxMail::Parts {
-  Parts(const FileReader& fileReader, ToolRunner& toolRunner,
+  Parts(const FileReader& fileReader, ToolRunner& toolRunner, Outbox::Uses outboxUses,
         std::chrono::milliseconds longestSilence)
-      : files(fileReader), tools(toolRunner), worker(longestSilence) {}
+      : files(fileReader),
+        tools(toolRunner),
+        token(toolRunner),
+        worker(longestSilence),
+        outbox(std::move(outboxUses)) {}
 
   const FileReader& files;
   ToolRunner& tools;
+  MailToken token;
   Worker worker;
+  Outbox outbox;
   std::string password = TakePassword();
   std::shared_ptr<const OpenAccount> account;
   std::weak_ptr<void> turn;
@@ -94,27 +117,45 @@ struct LinuxMail::Parts {
 
 namespace {
 
+/// What the disk refuses, said as the program says it.
+template <class Work>
+auto Guarded(Work&& work) {
+  try {
+    return std::forward<Work>(work)();
+  } catch (const std::system_error& error) {
+    throw RuntimeError::WithDescription(
+        ErrorNumber::PathFileAccess,
+        FromHost(std::string("The outbox cannot be used: ") + error.what()));
+  }
+}
+
 /// One folder of an account and the worker that reaches it.
 class FolderAccess {
  public:
   FolderAccess(std::shared_ptr<const OpenAccount> account, std::string name,
-               std::shared_ptr<Worker> worker, std::shared_ptr<void> turn)
+               std::shared_ptr<Worker> worker, std::shared_ptr<MailToken> token,
+               std::shared_ptr<void> turn)
       : account_(std::move(account)),
         name_(std::move(name)),
         worker_(std::move(worker)),
+        token_(std::move(token)),
         turn_(std::move(turn)) {}
 
   void Do(const std::function<void(StoredFolder&)>& work) {
-    worker_->Do([&](Patience& patience) {
-      if (const auto* maildir = std::get_if<MaildirStore>(&account_->store)) {
+    if (const auto* maildir = std::get_if<MaildirStore>(&account_->store)) {
+      worker_->Do([&](Patience&) {
         const auto path = MaildirFolder::Find(maildir->folder, name_);
         if (!path) RaiseNoFolder(maildir->folder);
         MaildirFolder folder(*path);
         work(folder);
-      } else {
-        ImapFolder folder(std::get<MailServer>(account_->store), name_, patience);
+      });
+      return;
+    }
+    token_->With(std::get<MailServer>(account_->store), [&](const MailServer& server) {
+      worker_->Do([&](Patience& patience) {
+        ImapFolder folder(server, name_, patience);
         work(folder);
-      }
+      });
     });
   }
 
@@ -128,6 +169,7 @@ class FolderAccess {
   std::shared_ptr<const OpenAccount> account_;
   std::string name_;
   std::shared_ptr<Worker> worker_;
+  std::shared_ptr<MailToken> token_;
   std::shared_ptr<void> turn_;
 };
 
@@ -139,8 +181,13 @@ class LinuxMailItem : public MailItem {
   [[nodiscard]] std::string Subject() const override { return mail_.header.subject; }
   [[nodiscard]] bool UnRead() const override { return !mail_.isRead; }
   void SetUnRead(bool unread) override {
-    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, !unread); });
+    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, MailMark::Read, !unread); });
     mail_.isRead = !unread;
+  }
+  [[nodiscard]] bool IsFlagged() const override { return mail_.isFlagged; }
+  void Flag() override {
+    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, MailMark::Flagged, true); });
+    mail_.isFlagged = true;
   }
   [[nodiscard]] std::optional<std::string> Body() override {
     std::optional<std::string> text;
@@ -180,9 +227,9 @@ class LinuxMailFolder : public MailFolder {
 
 }  // namespace
 
-LinuxMail::LinuxMail(const FileReader& files, ToolRunner& tools,
+LinuxMail::LinuxMail(const FileReader& files, ToolRunner& tools, Outbox::Uses outbox,
                      std::chrono::milliseconds longestSilence)
-    : parts_(std::make_shared<Parts>(files, tools, longestSilence)) {
+    : parts_(std::make_shared<Parts>(files, tools, std::move(outbox), longestSilence)) {
   StartMailLibrary();
 }
 
@@ -195,9 +242,9 @@ void LinuxMail::Handle(EventPump& events) {
 void LinuxMail::Open(const MailAccount& account) {
   parts_->account.reset();
   parts_->turn.reset();
+  parts_->token.Use(ToUtf8(account.tokenCommand));
   const MailDefaults defaults{HomeFolder(), parts_->password};
-  OpenAccount opened{StoreOf(account, defaults), TransportOf(account, defaults),
-                     CorrespondentOf(account.from.empty() ? OwnAddress() : account.from)};
+  OpenAccount opened{StoreOf(account, defaults), TransportOf(account, defaults), SenderOf(account)};
   if (const auto* maildir = std::get_if<MaildirStore>(&opened.store)) RequireMaildir(*maildir);
   parts_->account = std::make_shared<const OpenAccount>(std::move(opened));
 }
@@ -207,7 +254,7 @@ std::unique_ptr<MailFolder> LinuxMail::Folder(const std::string& name) {
   if (turn == nullptr) return nullptr;
   const auto access = std::make_shared<FolderAccess>(
       parts_->Account(), ToUtf8(name), std::shared_ptr<Worker>(parts_, &parts_->worker),
-      std::move(turn));
+      std::shared_ptr<MailToken>(parts_, &parts_->token), std::move(turn));
   std::vector<ListedMail> mails;
   access->Do([&](StoredFolder& folder) { mails = folder.List(); });
   return std::make_unique<LinuxMailFolder>(access, std::move(mails));
@@ -225,8 +272,33 @@ std::unique_ptr<OutgoingMail> LinuxMail::CreateReply(const MailItem& to) {
   return std::make_unique<Reply>(
       std::move(start), to.SenderName(), std::move(sender), parts_->files,
       [account, parts = parts_](const MailMessage& message) {
-        SendMessage(message, account->transport, parts->worker, parts->tools);
+        if (const auto* program = std::get_if<SendmailProgram>(&account->transport)) {
+          SendWithProgram(message, *program, parts->worker, parts->tools);
+        } else {
+          Guarded([&] { parts->outbox.Put(Prepared(message)); });
+        }
       });
+}
+
+std::vector<std::string> LinuxMail::SendWaiting() {
+  const auto account = parts_->Account();
+  const auto* server = std::get_if<MailServer>(&account->transport);
+  if (server == nullptr) return {};
+  return Guarded([&] {
+    return parts_->outbox.Deliver([&](const WaitingMail& mail, const std::string& text) {
+      try {
+        return parts_->token.With(*server, [&](const MailServer& ready) {
+          return HandOver(mail, text, ready, parts_->worker);
+        });
+      } catch (const RuntimeError& error) {
+        return Delivery{Delivery::Outcome::ServerAway, error.Description()};
+      }
+    });
+  });
+}
+
+bool LinuxMail::TooManyWait() const {
+  return Guarded([&] { return parts_->outbox.IsFull(); });
 }
 
 }  // namespace gorbex

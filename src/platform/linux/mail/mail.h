@@ -3,10 +3,12 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/mail.h"
+#include "platform/outbox.h"
 #include "platform/tool.h"
 
 namespace gorbex {
@@ -17,7 +19,8 @@ class LinuxMail : public Mail {
  public:
   /// Takes the password for accounts without one from GORBEX_MAIL_PASSWORD, which no process
   /// started later inherits. Files (for attachments) and tools (for sendmail) outlive the object.
-  LinuxMail(const FileReader& files, ToolRunner& tools,
+  /// Mails for a server wait in the outbox until it takes them.
+  LinuxMail(const FileReader& files, ToolRunner& tools, Outbox::Uses outbox,
             std::chrono::milliseconds longestSilence = std::chrono::seconds(30));
   ~LinuxMail() override;
 
@@ -28,6 +31,8 @@ class LinuxMail : public Mail {
   void Open(const MailAccount& account) override;
   [[nodiscard]] std::unique_ptr<MailFolder> Folder(const std::string& name) override;
   [[nodiscard]] std::unique_ptr<OutgoingMail> CreateReply(const MailItem& to) override;
+  [[nodiscard]] std::vector<std::string> SendWaiting() override;
+  [[nodiscard]] bool TooManyWait() const override;
 
  private:
   struct Parts;

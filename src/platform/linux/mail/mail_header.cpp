@@ -12,7 +12,7 @@
 #include "platform/automatic_mail.h"
 #include "platform/header_fields.h"
 #include "platform/linux/mail/character_set.h"
-#include "platform/linux/mail/mail_message.h"
+#include "platform/mail_address.h"
 
 namespace gorbex {
 namespace {

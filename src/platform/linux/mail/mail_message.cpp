@@ -5,6 +5,7 @@
 #include <vmime/vmime.hpp>
 
 #include "platform/code_page.h"
+#include "platform/mail_address.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -18,17 +19,11 @@ const vmime::charset& Utf8() {
 vmime::mailbox MailboxOf(const Correspondent& correspondent) {
   const vmime::emailAddress address(correspondent.address);
   if (correspondent.name.empty()) return vmime::mailbox(address);
-  return {vmime::text(OnOneLine(correspondent.name), Utf8()), address};
-}
-
-bool EndsLocalPart(char letter) {
-  return letter <= ' ' || letter >= 0x7F ||
-         std::string_view("()<>,;:\\\"[]?").find(letter) != std::string_view::npos;
-}
-
-bool IsOfDomain(char letter) {
-  return letter == '.' || letter == '-' || letter == '_' ||
-         (static_cast<unsigned char>(letter) < 0x80 && std::isalnum(letter) != 0);
+  const auto name = OnOneLine(correspondent.name);
+  const bool isAscii = std::none_of(name.begin(), name.end(),
+                                    [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+  // Of several encoded words readers leave out the blanks between them.
+  return {isAscii ? vmime::text(name, Utf8()) : vmime::text(vmime::word(name, Utf8())), address};
 }
 
 // A message id as it may stand in a header; anything else is left out.
@@ -103,21 +98,6 @@ void WriteAttachment(vmime::bodyPart& part, const Attachment& attachment) {
 }
 
 }  // namespace
-
-// The library would write longer ones, other domains and names with a "?" in an encoding that makes
-// them somebody else's.
-bool IsMailAddress(const std::string& text) {
-  constexpr std::size_t kLongestLocalPart = 64;
-  constexpr std::size_t kLongest = 254;
-  const auto at = text.find('@');
-  if (at == 0 || at > kLongestLocalPart || at + 1 == text.size() || text.size() > kLongest ||
-      text.front() == '-') {
-    return false;
-  }
-  const auto domain = text.begin() + static_cast<std::ptrdiff_t>(at) + 1;
-  return std::none_of(text.begin(), domain - 1, EndsLocalPart) &&
-         std::all_of(domain, text.end(), IsOfDomain);
-}
 
 Correspondent CorrespondentOf(const std::string& text) {
   Correspondent correspondent;

@@ -11,9 +11,6 @@ struct Correspondent {
   std::string address;
 };
 
-/// True for "local@domain" in plain ASCII, with nothing in it that could end a line or a list.
-[[nodiscard]] bool IsMailAddress(const std::string& text);
-
 /// The correspondent that "a@b" or "Name <a@b>" names (code page). Error 5 when it names none.
 [[nodiscard]] Correspondent CorrespondentOf(const std::string& text);
 

@@ -17,8 +17,11 @@ inline constexpr std::size_t kMostOfMail = std::size_t{32} << 20U;
 struct ListedMail {
   std::string id;  ///< names the mail in its folder for good
   bool isRead = false;
+  bool isFlagged = false;
   MailHeader header;
 };
+
+enum class MailMark { Read, Flagged };
 
 /// The request folder where it really is. Everything may block; errors are RuntimeErrors.
 class StoredFolder {
@@ -32,7 +35,7 @@ class StoredFolder {
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& id) = 0;
 
   /// Does nothing when the mail is gone.
-  virtual void Mark(const std::string& id, bool isRead) = 0;
+  virtual void Mark(const std::string& id, MailMark mark, bool isSet) = 0;
 };
 
 }  // namespace gorbex

@@ -100,10 +100,17 @@ std::string WithFlag(std::string flags, char flag, bool isSet) {
 
 }  // namespace
 
-bool IsMaildir(const fs::path& folder) {
-  std::error_code error;
-  return fs::is_directory(folder / "cur", error) && fs::is_directory(folder / "new", error) &&
-         fs::is_directory(folder / "tmp", error);
+bool IsMaildir(const fs::path& folder, std::error_code& error) {
+  for (const char* part : {"cur", "new", "tmp"}) {
+    const bool isFolder = fs::is_directory(folder / part, error);
+    if (isFolder) static_cast<void>(fs::directory_iterator(folder / part, error));
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) {
+      error.clear();
+      return false;
+    }
+    if (!isFolder || error) return false;
+  }
+  return true;
 }
 
 std::optional<fs::path> MaildirFolder::Find(const fs::path& maildir, const std::string& name) {
@@ -111,7 +118,8 @@ std::optional<fs::path> MaildirFolder::Find(const fs::path& maildir, const std::
     return std::nullopt;
   }
   for (const auto& folder : {maildir / ("." + name), maildir / name}) {
-    if (IsMaildir(folder)) return folder;
+    std::error_code ignored;
+    if (IsMaildir(folder, ignored)) return folder;
   }
   return std::nullopt;
 }
@@ -125,7 +133,7 @@ std::vector<ListedMail> MaildirFolder::List() {
   for (const auto& file : files) {
     if (file.Has('T')) continue;
     const auto header = Bytes(file.path, kMostOfHeader, true);
-    if (header) mails.push_back({file.id, file.Has('S'), ReadMailHeader(*header)});
+    if (header) mails.push_back({file.id, file.Has('S'), file.Has('F'), ReadMailHeader(*header)});
   }
   return mails;
 }
@@ -135,11 +143,12 @@ std::optional<std::string> MaildirFolder::Read(const std::string& id) {
   return path.empty() ? std::nullopt : Bytes(path, kMostOfMail, false);
 }
 
-void MaildirFolder::Mark(const std::string& id, bool isRead) {
+void MaildirFolder::Mark(const std::string& id, MailMark mark, bool isSet) {
   const auto path = Locate(id);
   if (path.empty()) return;
   const MailFile file(path);
-  const auto marked = folder_ / "cur" / (id + ":2," + WithFlag(file.flags, 'S', isRead));
+  const char flag = mark == MailMark::Read ? 'S' : 'F';
+  const auto marked = folder_ / "cur" / (id + ":2," + WithFlag(file.flags, flag, isSet));
   if (marked == path) return;
   // Renaming is one step: whatever happens the mail is there, under one name or the other. Another
   // mail of that name stays what it is.

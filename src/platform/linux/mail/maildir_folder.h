@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <system_error>
 
 #include "platform/linux/mail/mail_store.h"
 
@@ -19,7 +20,7 @@ class MaildirFolder : public StoredFolder {
 
   [[nodiscard]] std::vector<ListedMail> List() override;
   [[nodiscard]] std::optional<std::string> Read(const std::string& id) override;
-  void Mark(const std::string& id, bool isRead) override;
+  void Mark(const std::string& id, MailMark mark, bool isSet) override;
 
  private:
   [[nodiscard]] std::filesystem::path Locate(const std::string& id) const;
@@ -27,7 +28,8 @@ class MaildirFolder : public StoredFolder {
   std::filesystem::path folder_;
 };
 
-/// True for a folder with the three folders of a Maildir in it.
-[[nodiscard]] bool IsMaildir(const std::filesystem::path& folder);
+/// True for a folder with the three folders of a Maildir in it, all of which may be read. The error
+/// says why one cannot be looked into; there is none where one is missing.
+[[nodiscard]] bool IsMaildir(const std::filesystem::path& folder, std::error_code& error);
 
 }  // namespace gorbex

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "platform/mail_address.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {

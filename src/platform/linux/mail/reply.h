@@ -23,6 +23,7 @@ class Reply : public OutgoingMail {
   void SetSubject(const std::string& subject) override { message_.subject = subject; }
   void SetBody(const std::string& body) override { message_.body = body; }
   void AddAttachment(const std::string& path) override;
+  void RemoveAttachments() override { message_.attachments.clear(); }
   void Send() override;
 
  private:

@@ -4,16 +4,23 @@
 #include <sys/socket.h>
 
 #include <array>
+#include <cerrno>
+#include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 #include <vmime/exception.hpp>
+#include <vmime/net/smtp/SMTPExceptions.hpp>
 #include <vmime/net/timeoutHandler.hpp>
 #include <vmime/platform.hpp>
 #include <vmime/security/cert/certificateException.hpp>
+#include <vmime/security/sasl/XOAuth2SASLAuthenticator.hpp>
+#include <vmime/security/sasl/defaultSASLAuthenticator.hpp>
 
 #include "platform/linux/mail/certificate_verifier.h"
 #include "platform/linux/mail/character_set.h"
+#include "platform/mail.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -47,6 +54,10 @@ class TimeLimitFactory : public vmime::net::timeoutHandlerFactory {
 // What a server answered, or what the network's side says.
 std::string Words(const vmime::exception& error) {
   if (dynamic_cast<const vmime::exceptions::operation_timed_out*>(&error) != nullptr) return "";
+  if (dynamic_cast<const vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException*>(&error) !=
+      nullptr) {
+    return "";
+  }
   if (const auto* refused = dynamic_cast<const vmime::exceptions::command_error*>(&error)) {
     return refused->response();
   }
@@ -64,9 +75,29 @@ std::string Words(const vmime::exception& error) {
   return words;
 }
 
+/// What may be wrong where a server is silent or not understood.
+std::string Hint(const MailServer& server) {
+  if (server.encryption == Encryption::FromTheStart) return "";
+  if (server.port == 993) return " (port 993 is for imaps://)";
+  return server.port == 465 ? " (port 465 is for smtps://)" : "";
+}
+
+bool IsRefusedConnection(const vmime::exception& error) {
+  for (const auto* each = &error; each != nullptr; each = each->other()) {
+    if (std::string_view(each->what()).find(std::strerror(ECONNREFUSED)) != std::string::npos) {
+      return true;
+    }
+  }
+  return false;
+}
+
 std::string Situation(const vmime::exception& error, const MailServer& server) {
   if (dynamic_cast<const vmime::exceptions::operation_timed_out*>(&error) != nullptr) {
-    return "does not answer in time";
+    return "does not answer in time" + Hint(server);
+  }
+  if (dynamic_cast<const vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException*>(&error) !=
+      nullptr) {
+    return "takes no mail of this size";
   }
   if (dynamic_cast<const vmime::security::cert::certificateException*>(&error) != nullptr) {
     return "shows a certificate that is not to be trusted";
@@ -75,12 +106,23 @@ std::string Situation(const vmime::exception& error, const MailServer& server) {
     return "refuses the login of '" + server.user + "'";
   }
   if (dynamic_cast<const vmime::exceptions::connection_error*>(&error) != nullptr) {
-    return "cannot be reached at port " + std::to_string(server.port);
+    const std::string place = "at port " + std::to_string(server.port);
+    return (IsRefusedConnection(error) ? "refuses connections " : "cannot be reached ") + place;
   }
   const auto* refused = dynamic_cast<const vmime::exceptions::command_error*>(&error);
   if (refused != nullptr && refused->command() == "STARTTLS") return "offers no encryption";
   return refused != nullptr ? "refuses the request" : "cannot be used";
 }
+
+class TokenLogin : public vmime::security::sasl::XOAuth2SASLAuthenticator {
+ public:
+  explicit TokenLogin(std::string token)
+      : XOAuth2SASLAuthenticator(MODE_EXCLUSIVE), token_(std::move(token)) {}
+  const vmime::string getAccessToken() const override { return token_; }
+
+ private:
+  std::string token_;
+};
 
 /// The numbers of a host, at least one.
 std::vector<std::string> AddressesOf(const std::string& host) {
@@ -110,13 +152,26 @@ std::string Trimmed(const std::string& text) {
              : text.substr(start, text.find_last_not_of(kBlanks) + 1 - start);
 }
 
-[[noreturn]] void Raise(const MailServer& server, const std::string& situation,
-                        const std::string& words) {
+/// The one who refuses a command is there; whatever else goes wrong, the server is away.
+bool RefusesCommand(const std::exception& error) {
+  const auto* refused = dynamic_cast<const vmime::exceptions::command_error*>(&error);
+  if (refused == nullptr || refused->command() == "STARTTLS") return false;
+  const auto said = refused->response();
+  return said.find("[UNAVAILABLE]") == std::string::npos &&
+         said.find("[INUSE]") == std::string::npos;
+}
+
+[[noreturn]] void Raise(const MailServer& server, const std::exception& error,
+                        const std::string& situation, const std::string& words) {
   auto text = "The mail server '" + server.host + "' " + situation;
   const auto said = Trimmed(words);
   const bool tellsPassword =
       !server.password.empty() && said.find(server.password) != std::string::npos;
   if (!said.empty() && !tellsPassword) text += ": " + said;
+  if (dynamic_cast<const vmime::exceptions::authentication_error*>(&error) != nullptr) {
+    throw LoginRefused(FromHost(text));
+  }
+  if (!RefusesCommand(error)) throw MailboxAway(FromHost(text));
   throw RuntimeError::WithDescription(ErrorNumber::AutomationError, FromHost(text));
 }
 
@@ -124,6 +179,11 @@ std::string Trimmed(const std::string& text) {
 
 void StartMailLibrary() {
   static_cast<void>(vmime::platform::getHandler());
+}
+
+vmime::shared_ptr<vmime::security::authenticator> LoginAt(const MailServer& server) {
+  if (server.wantsToken) return vmime::make_shared<TokenLogin>(server.password);
+  return vmime::make_shared<vmime::security::sasl::defaultSASLAuthenticator>();
 }
 
 void Prepare(vmime::net::service& service, const MailServer& server, const std::string& address,
@@ -159,9 +219,9 @@ void TalkTo(const MailServer& server, const std::function<void()>& talk) {
   } catch (const RuntimeError&) {
     throw;
   } catch (const vmime::exception& error) {
-    Raise(server, Situation(error, server), Words(error));
+    Raise(server, error, Situation(error, server), Words(error));
   } catch (const std::exception& error) {
-    Raise(server, "cannot be used", error.what());
+    Raise(server, error, "cannot be used", error.what());
   }
 }
 

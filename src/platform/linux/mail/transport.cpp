@@ -1,9 +1,10 @@
 #include "platform/linux/mail/transport.h"
 
 #include <algorithm>
+#include <array>
 #include <vmime/mailboxList.hpp>
+#include <vmime/net/smtp/SMTPExceptions.hpp>
 #include <vmime/net/transport.hpp>
-#include <vmime/security/sasl/defaultSASLAuthenticator.hpp>
 #include <vmime/utility/inputStreamStringAdapter.hpp>
 
 #include "platform/linux/mail/character_set.h"
@@ -16,34 +17,50 @@ using namespace std::chrono_literals;
 
 constexpr auto kSendmailPatience = 60s;
 
-vmime::mailbox Envelope(const Correspondent& correspondent) {
-  return vmime::mailbox(vmime::emailAddress(correspondent.address));
+vmime::mailbox Envelope(const std::string& address) {
+  return vmime::mailbox(vmime::emailAddress(address));
 }
 
-void SendToServer(const MailMessage& message, const MailServer& server, Patience& patience) {
+void SendToServer(const WaitingMail& mail, std::string text, const MailServer& server,
+                  Patience& patience) {
   // The protocol ends the text with a line end of its own.
-  auto bytes = Written(message);
-  if (bytes.ends_with("\r\n")) bytes.resize(bytes.size() - 2);
+  if (text.ends_with("\r\n")) text.resize(text.size() - 2);
   vmime::mailboxList recipients;
-  for (const auto& to : message.to) {
+  for (const auto& to : mail.to) {
     recipients.appendMailbox(vmime::make_shared<vmime::mailbox>(Envelope(to)));
   }
   const bool isSecure = server.encryption == Encryption::FromTheStart;
   vmime::shared_ptr<vmime::net::transport> transport;
   AtFirstAddress(server, [&](const std::string& address) {
     transport = vmime::net::session::create()->getTransport(
-        vmime::utility::url(isSecure ? "smtps" : "smtp", server.host),
-        vmime::make_shared<vmime::security::sasl::defaultSASLAuthenticator>());
+        vmime::utility::url(isSecure ? "smtps" : "smtp", server.host), LoginAt(server));
     Prepare(*transport, server, address, patience);
     transport->connect();
   });
-  vmime::utility::inputStreamStringAdapter in(bytes);
-  transport->send(Envelope(message.from), recipients, in, bytes.size());
+  vmime::utility::inputStreamStringAdapter in(text);
+  transport->send(Envelope(mail.from), recipients, in, text.size());
   try {
     transport->disconnect();
   } catch (const vmime::exception&) {
     // The server has taken the mail; how it takes its leave is its own affair.
   }
+}
+
+// A refusal is for good when its code begins with 5, and tells of the mail unless it asks for a
+// login or says that the server goes away.
+Delivery::Outcome Meaning(const vmime::net::smtp::SMTPCommandError& error) {
+  using Outcome = Delivery::Outcome;
+  constexpr std::array kOfTheServer{421, 454, 530, 534, 535, 538};
+  const int code = error.statusCode();
+  if (error.command() == "STARTTLS" ||
+      std::find(kOfTheServer.begin(), kOfTheServer.end(), code) != kOfTheServer.end()) {
+    return Outcome::ServerAway;
+  }
+  if (code < 500) return Outcome::NotNow;
+  constexpr int kTooMuchStorage = 552;
+  const auto reason = error.extendedStatusCode();
+  const bool isMailboxFull = reason.klass != 0 && reason.subject == 2 && reason.detail == 2;
+  return code == kTooMuchStorage && !isMailboxFull ? Outcome::TooLarge : Outcome::Refused;
 }
 
 // What a program says may be long, and may look like lines of a log.
@@ -55,6 +72,11 @@ std::string Short(std::string words) {
       words.begin(), words.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
   return words;
 }
+
+constexpr const char* kWithoutAttachment =
+    "The attachment was left out, because the mail server takes no mail of its size.\r\n";
+
+}  // namespace
 
 void SendWithProgram(const MailMessage& message, const SendmailProgram& program, Worker& worker,
                      ToolRunner& tools) {
@@ -81,18 +103,44 @@ void SendWithProgram(const MailMessage& message, const SendmailProgram& program,
                std::to_string(result.exitCode) + (words.empty() ? "" : ": " + words)));
 }
 
-}  // namespace
+WaitingMail Prepared(const MailMessage& message) {
+  WaitingMail mail{message.from.address, {}, Written(message)};
+  for (const auto& to : message.to) mail.to.push_back(to.address);
+  if (message.attachments.empty()) return mail;
+  auto smaller = message;
+  smaller.attachments.clear();
+  smaller.body += kWithoutAttachment;
+  mail.smallerText = Written(smaller);
+  return mail;
+}
 
-void SendMessage(const MailMessage& message, const MailTransport& transport, Worker& worker,
-                 ToolRunner& tools) {
-  if (const auto* program = std::get_if<SendmailProgram>(&transport)) {
-    SendWithProgram(message, *program, worker, tools);
-    return;
+Delivery HandOver(const WaitingMail& mail, const std::string& text, const MailServer& server,
+                  Worker& worker) {
+  using Outcome = Delivery::Outcome;
+  auto outcome = Outcome::ServerAway;
+  try {
+    worker.Do([&](Patience& patience) {
+      TalkTo(server, [&] {
+        try {
+          SendToServer(mail, text, server, patience);
+        } catch (const vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException&) {
+          outcome = Outcome::TooLarge;
+          throw;
+        } catch (const vmime::net::smtp::SMTPMessageSizeExceedsCurLimitsException&) {
+          outcome = Outcome::NotNow;
+          throw;
+        } catch (const vmime::net::smtp::SMTPCommandError& error) {
+          outcome = Meaning(error);
+          throw;
+        }
+      });
+    });
+    return {};
+  } catch (const LoginRefused&) {
+    throw;
+  } catch (const RuntimeError& error) {
+    return {outcome, error.Description()};
   }
-  const auto& server = std::get<MailServer>(transport);
-  worker.Do([&](Patience& patience) {
-    TalkTo(server, [&] { SendToServer(message, server, patience); });
-  });
 }
 
 }  // namespace gorbex
