@@ -29,14 +29,13 @@ void DependencyMarking::ColorItem(ListRow& row, Colour colour) {
   row.SetTextColour(colour);
 }
 
-Verdict DependencyMarking::Judge(std::string_view firstField, const ListRow& row) const {
-  const auto& component = row.SubItem(reference_column::kComponent);
-  if (group_.FindProducer(component, window_.lvwData.Tag())) {
+Verdict DependencyMarking::Judge(std::string_view firstField, std::string_view version,
+                                 std::string_view component, const std::string& project) const {
+  if (group_.FindProducer(component, project)) {
     return {Image::Dependancy, std::string(kDependant), ""};
   }
   if (IsProjectReference(firstField)) return {Image::Dependancy, "", ""};
-  return references_.RefType(GetGUID(firstField), row.SubItem(reference_column::kVersion),
-                             component);
+  return references_.RefType(GetGUID(firstField), version, component);
 }
 
 void DependencyMarking::ShowReferenceRow(const std::string& value) {
@@ -46,7 +45,10 @@ void DependencyMarking::ShowReferenceRow(const std::string& value) {
     row.SetText(std::string(IsProjectReference(first) ? first : GetGUID(first)));
     on([&] { row.SetSubItem(reference_column::kVersion, std::string(ReferenceField(value, 1))); });
     on([&] { row.SetSubItem(reference_column::kComponent, std::string(ComponentPath(value))); });
-    const Verdict verdict = on([&] { return Judge(first, row); });
+    const Verdict verdict = on([&] {
+      return Judge(first, row.SubItem(reference_column::kVersion),
+                   row.SubItem(reference_column::kComponent), window_.lvwData.Tag());
+    });
     row.SetIcon(verdict.image);
     row.SetSubItem(reference_column::kRegistryPath, verdict.registryPath);
     on([&] {
@@ -64,90 +66,63 @@ void DependencyMarking::ExpandShownProject() {
   ExpandReferences(window_.tvwProjects.Item(NodeKey(node_prefix::kProject, path)));
 }
 
+// The project's own binary is not excluded here: a project that names the binary it keeps
+// compatibility with shows as dependent in the tree, though not in the detail list.
 void DependencyMarking::MarkReferenceNode(TreeNode& node) {
   if (!IsReferenceNode(node)) return;
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
-    const Judged judged = JudgeNode(on, node);
-    Show(node, judged.producer ? Image::Dependancy : VerdictOf(on, node, judged));
-  });
-}
-
-// A project that is shown while its build project is loaded stays expanded if the detail list has
-// an invalid row. At that moment the list knows only the records read before, and it takes every
-// project reference for valid.
-void DependencyMarking::MarkRead(TreeNode& node, const ProjectBranch& branch, Group group) {
-  Procedure::IgnoringErrors().Run([&](Procedure& on) {
-    const Judged judged = JudgeNode(on, node);
-    const bool wasKnown = judged.producer && judged.producer->rank < branch.earlierRecords;
-    const Image then = wasKnown ? Image::Dependancy : VerdictOf(on, node, judged);
-    if (then == Image::InvalidReference && branch.isRead &&
-        !IsProjectReference(LowerCase(judged.firstField))) {
-      on([&] { ExpandReferences(*branch.project); });
+    const std::string& value = node.Text();
+    const auto guid = on([&] { return GetGUID(ReferenceField(value, 0)); });
+    on([&] { node.SetChecked(references_.IsvalidRef(guid)); });
+    const auto component = on([&] { return ComponentPath(value); });
+    Image image = node.ImageOf();
+    if (on([&] { return group_.FindProducer(component, "").has_value(); })) {
+      image = Image::Dependancy;
+    } else {
+      const auto version = on([&] { return ReferenceField(value, 1); });
+      on([&] { image = references_.RefType(guid, version, component).image; });
     }
-    Show(node, judged.producer && group == Group::Whole ? Image::Dependancy : then);
+    node.SetImage(image);
+    node.SetTextColour(image == Image::InvalidReference ? Colour::ButtonShadow
+                                                        : Colour::WindowText);
   });
 }
 
-// The project's own binary is not excluded here: a project that names the binary it keeps
-// compatibility with shows as dependent in the tree, though not in the detail list.
-DependencyMarking::Judged DependencyMarking::JudgeNode(Procedure& on, TreeNode& node) const {
-  Judged judged;
-  const std::string& value = node.Text();
-  judged.firstField = on([&] { return ReferenceField(value, 0); });
-  on([&] { node.SetChecked(references_.IsvalidRef(GetGUID(judged.firstField))); });
-  judged.component = on([&] { return ComponentPath(value); });
-  judged.producer = on([&] { return group_.FindProducer(judged.component, ""); });
-  return judged;
+void DependencyMarking::MarkProject(const TreeNode& project) {
+  ForEachReference(project, [&](TreeNode& node) { MarkReferenceNode(node); });
 }
 
-Image DependencyMarking::VerdictOf(Procedure& on, const TreeNode& node,
-                                   const Judged& judged) const {
-  const auto version = on([&] { return ReferenceField(node.Text(), 1); });
-  Image image = node.ImageOf();
-  on([&] {
-    image = references_.RefType(GetGUID(judged.firstField), version, judged.component).image;
+// Only a reference that the tree shows as invalid or as a dependency can be invalid in the list.
+void DependencyMarking::MarkLoadedNode(TreeNode& project, TreeNode& node) {
+  MarkReferenceNode(node);
+  const bool mayBeInvalid =
+      node.ImageOf() == Image::InvalidReference || node.ImageOf() == Image::Dependancy;
+  if (!mayBeInvalid || project.Expanded()) return;
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    const std::string value = LowerCase(node.Text());
+    const auto first = on([&] { return ReferenceField(value, 0); });
+    const auto version = on([&] { return ReferenceField(value, 1); });
+    const auto component = on([&] { return ComponentPath(value); });
+    const Verdict verdict = on([&] { return Judge(first, version, component, project.Text()); });
+    if (verdict.image == Image::InvalidReference) ExpandReferences(project);
   });
-  return image;
 }
 
-void DependencyMarking::Show(TreeNode& node, Image image) {
-  node.SetImage(image);
-  node.SetTextColour(image == Image::InvalidReference ? Colour::ButtonShadow : Colour::WindowText);
-}
-
-void DependencyMarking::MarkBranch(const ProjectBranch& branch) {
-  if (branch.project == nullptr) return;
-  ForEachReference(*branch.project, [&](TreeNode& node) { MarkReferenceNode(node); });
-}
-
-void DependencyMarking::MarkBranches(const std::vector<ProjectBranch>& branches) {
-  for (const auto& branch : branches) MarkRead(branch, Group::Earlier);
-}
-
-void DependencyMarking::MarkRead(const ProjectBranch& branch, Group group) {
-  if (branch.project == nullptr) return;
-  ForEachReference(*branch.project, [&](TreeNode& node) { MarkRead(node, branch, group); });
-}
-
-void DependencyMarking::ScanBranches(const std::vector<ProjectBranch>& branches) {
-  Scan([&](Procedure& on) {
-    for (const auto& branch : branches) on([&] { MarkRead(branch, Group::Whole); });
-  });
+void DependencyMarking::ScanLoadedProjects() {
+  Scan([&](TreeNode& project, TreeNode& node) { MarkLoadedNode(project, node); });
 }
 
 void DependencyMarking::mnuToolsDependancies_Click() {
-  Scan([&](Procedure& on) {
-    for (TreeNode* project : window_.ProjectNodes()) {
-      ForEachReference(*project, [&](TreeNode& node) { on([&] { MarkReferenceNode(node); }); });
-    }
-  });
+  Scan([&](TreeNode&, TreeNode& node) { MarkReferenceNode(node); });
 }
 
-void DependencyMarking::Scan(const std::function<void(Procedure& on)>& markAll) {
+void DependencyMarking::Scan(const Mark& mark) {
   Procedure(report_, ": frmBuilder.mnuToolsDependancies_Click").Run([&](Procedure& on) {
     on([&] { window_.SetStatus("Scanning dependancies, please wait."); });
     on([&] { log_.WriteLog("Scanning dependancies"); });
-    markAll(on);
+    for (TreeNode* project : window_.ProjectNodes()) {
+      ForEachReference(*project, [&](TreeNode& node) { on([&] { mark(*project, node); }); });
+    }
     on([&] { window_.SetStatus("Dependancy scan now complete."); });
   });
 }

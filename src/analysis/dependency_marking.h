@@ -1,10 +1,8 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "analysis/group_dependency.h"
 #include "analysis/reference_resolution.h"
@@ -29,9 +27,8 @@ class DependencyMarking {
   void MarkReferenceNode(TreeNode& node);
 
   /// See ProjectViews.
-  void MarkBranch(const ProjectBranch& branch);
-  void MarkBranches(const std::vector<ProjectBranch>& branches);
-  void ScanBranches(const std::vector<ProjectBranch>& branches);
+  void MarkProject(const TreeNode& project);
+  void ScanLoadedProjects();
 
   /// Marks every node of the tree again.
   void mnuToolsDependancies_Click();
@@ -39,24 +36,13 @@ class DependencyMarking {
   static void ColorItem(ListRow& row, Colour colour);
 
  private:
-  [[nodiscard]] Verdict Judge(std::string_view firstField, const ListRow& row) const;
+  using Mark = std::function<void(TreeNode& project, TreeNode& node)>;
+
+  [[nodiscard]] Verdict Judge(std::string_view firstField, std::string_view version,
+                              std::string_view component, const std::string& project) const;
   void ExpandShownProject();
-
-  /// A reference node's value taken apart, and who of the group builds its component.
-  struct Judged {
-    std::string_view firstField;
-    std::string_view component;
-    std::optional<ExecutableIndex::Entry> producer;
-  };
-  [[nodiscard]] Judged JudgeNode(Procedure& on, TreeNode& node) const;
-  [[nodiscard]] Image VerdictOf(Procedure& on, const TreeNode& node, const Judged& judged) const;
-  static void Show(TreeNode& node, Image image);
-
-  /// Whose binaries make a reference a dependency: of the records read before, or of all.
-  enum class Group { Earlier, Whole };
-  void MarkRead(const ProjectBranch& branch, Group group);
-  void MarkRead(TreeNode& node, const ProjectBranch& branch, Group group);
-  void Scan(const std::function<void(Procedure& on)>& markAll);
+  void MarkLoadedNode(TreeNode& project, TreeNode& node);
+  void Scan(const Mark& mark);
 
   frmBuilder& window_;
   const ReferenceResolution& references_;

@@ -34,13 +34,8 @@ class ProjectDisplay : public ProjectViews {
                          const std::string& newPath);
 
   void MarkReferenceNode(TreeNode& node) { marking_.MarkReferenceNode(node); }
-  void MarkBranch(const ProjectBranch& branch) override { marking_.MarkBranch(branch); }
-  void MarkBranches(const std::vector<ProjectBranch>& branches) override {
-    marking_.MarkBranches(branches);
-  }
-  void ScanBranches(const std::vector<ProjectBranch>& branches) override {
-    marking_.ScanBranches(branches);
-  }
+  void MarkProject(const TreeNode& project) override { marking_.MarkProject(project); }
+  void ScanLoadedProjects() override { marking_.ScanLoadedProjects(); }
   void RefreshQueue() override { queue_.RefreshQueue(); }
   void mnuToolsDependancies_Click() override { marking_.mnuToolsDependancies_Click(); }
 

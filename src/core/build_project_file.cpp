@@ -30,32 +30,27 @@ std::string Line(std::string_view key, std::string_view value) {
 
 bool BuildProjectFile::LoadProject(const std::string& path) {
   frmBuilder& window = uses_.window;
-  Branches branches;
+  TreeNode* lastRead = nullptr;
   const bool loaded = Procedure(uses_.report, ": frmBuilder.LoadProject").Run([&](Procedure& on) {
     const std::string text = on([&] { return uses_.files.Read(path); });
     window.fileName.clear();
     on([&] { window.ClearBuildProject(); });
     PairReader pairs(text);
-    while (const auto pair = pairs.Next()) Take(on, *pair, branches);
-    uses_.reader.ShowLast(branches);
+    while (const auto pair = pairs.Next()) Take(on, *pair, lastRead);
     on([&] { uses_.views.RefreshQueue(); });
     ShowBuiltFiles(on);
     on([&] { uses_.log.WriteLog("Opened Project " + path); });
-    on([&] { uses_.views.ScanBranches(branches); });
+    on([&] { uses_.views.ScanLoadedProjects(); });
   });
-  if (loaded) {
-    window.fileName = path;
-  } else {
-    uses_.views.MarkBranches(branches);
-    uses_.reader.ShowLast(branches);
-  }
+  if (loaded) window.fileName = path;
+  if (lastRead != nullptr) uses_.reader.Show(*lastRead);
   return loaded;
 }
 
-void BuildProjectFile::Take(Procedure& on, const Pair& pair, Branches& branches) {
+void BuildProjectFile::Take(Procedure& on, const Pair& pair, TreeNode*& lastRead) {
   struct Taker {
     std::string_view key;
-    void (BuildProjectFile::*take)(Procedure&, const Pair&, Branches&);
+    void (BuildProjectFile::*take)(Procedure&, const Pair&, TreeNode*&);
   };
   static constexpr Taker kTakers[] = {
       {"project", &BuildProjectFile::TakeProject},
@@ -69,34 +64,35 @@ void BuildProjectFile::Take(Procedure& on, const Pair& pair, Branches& branches)
   };
   const std::string key = LowerCase(pair.key);
   for (const Taker& taker : kTakers) {
-    if (taker.key == key) (this->*taker.take)(on, pair, branches);
+    if (taker.key == key) (this->*taker.take)(on, pair, lastRead);
   }
 }
 
-void BuildProjectFile::TakeProject(Procedure& on, const Pair& pair, Branches& branches) {
-  on([&] { uses_.reader.ReadUnmarked(std::string(pair.value), branches); });
+void BuildProjectFile::TakeProject(Procedure& on, const Pair& pair, TreeNode*& lastRead) {
+  TreeNode* read = on([&] { return uses_.reader.ReadUnmarked(std::string(pair.value)); });
+  if (read != nullptr) lastRead = read;
 }
 
 template <bool clsOptions::*Option>
-void BuildProjectFile::TakeFlag(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+void BuildProjectFile::TakeFlag(Procedure& on, const Pair& pair, TreeNode*& /*lastRead*/) {
   on([&] { uses_.options.*Option = FlagOf(pair); });
 }
 
-void BuildProjectFile::TakeBreaking(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+void BuildProjectFile::TakeBreaking(Procedure& on, const Pair& pair, TreeNode*& /*lastRead*/) {
   on([&] { uses_.options.Compatible = !FlagOf(pair); });
 }
 
-void BuildProjectFile::TakeVersion(Procedure& /*on*/, const Pair& pair, Branches& /*branches*/) {
+void BuildProjectFile::TakeVersion(Procedure& /*on*/, const Pair& pair, TreeNode*& /*lastRead*/) {
   if (!EqualsIgnoringCase(pair.value, "default")) uses_.options.VersionComponents = pair.value;
 }
 
-void BuildProjectFile::TakeBuildFolder(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+void BuildProjectFile::TakeBuildFolder(Procedure& on, const Pair& pair, TreeNode*& /*lastRead*/) {
   uses_.window.buildDirectory = pair.value;
   uses_.options.BuildPath = pair.value;
   on([&] { uses_.window.SetStatus("Building to " + uses_.window.buildDirectory); });
 }
 
-void BuildProjectFile::TakeQueueRow(Procedure& on, const Pair& pair, Branches& /*branches*/) {
+void BuildProjectFile::TakeQueueRow(Procedure& on, const Pair& pair, TreeNode*& /*lastRead*/) {
   std::string_view value = pair.value;
   const bool checked = value.starts_with('*');
   if (checked) value.remove_prefix(1);

@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/activity_log.h"
 #include "core/dialogs.h"
@@ -59,17 +58,15 @@ class BuildProjectFile {
   void mnuFileMRU_Click(std::size_t entry);
 
  private:
-  using Branches = std::vector<ProjectBranch>;
-
   /// Takes one line of the file; each key has a routine of its own.
-  void Take(Procedure& on, const Pair& pair, Branches& branches);
-  void TakeProject(Procedure& on, const Pair& pair, Branches& branches);
-  void TakeQueueRow(Procedure& on, const Pair& pair, Branches& branches);
+  void Take(Procedure& on, const Pair& pair, TreeNode*& lastRead);
+  void TakeProject(Procedure& on, const Pair& pair, TreeNode*& lastRead);
+  void TakeQueueRow(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   template <bool clsOptions::*Option>
-  void TakeFlag(Procedure& on, const Pair& pair, Branches& branches);
-  void TakeBreaking(Procedure& on, const Pair& pair, Branches& branches);
-  void TakeVersion(Procedure& on, const Pair& pair, Branches& branches);
-  void TakeBuildFolder(Procedure& on, const Pair& pair, Branches& branches);
+  void TakeFlag(Procedure& on, const Pair& pair, TreeNode*& lastRead);
+  void TakeBreaking(Procedure& on, const Pair& pair, TreeNode*& lastRead);
+  void TakeVersion(Procedure& on, const Pair& pair, TreeNode*& lastRead);
+  void TakeBuildFolder(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void ShowBuiltFiles(Procedure& on);
   [[nodiscard]] std::string FileText() const;
   void RememberRecent(Procedure& on, const std::string& path);

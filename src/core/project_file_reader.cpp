@@ -1,6 +1,5 @@
 #include "core/project_file_reader.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "core/file_tools.h"
@@ -12,44 +11,28 @@ namespace gorbex {
 
 bool ProjectFileReader::ReadProject(const std::string& path) {
   if (window_.ProjectMembers.Contains(path)) return true;
-  ProjectBranch branch;
-  auto record = ReadBranch(path, branch);
-  views_.MarkBranch(branch);
-  if (!record) return false;
-  StoreRecord(std::move(*record));
-  Show(*branch.project);
+  TreeNode* project = Read(path, Marking::AtOnce);
+  if (project == nullptr) return false;
+  Show(*project);
   return true;
 }
 
-bool ProjectFileReader::ReadUnmarked(const std::string& path,
-                                     std::vector<ProjectBranch>& branches) {
-  if (window_.ProjectMembers.Contains(path)) return true;
-  auto record = ReadBranch(path, branches.emplace_back());
-  if (!record) return false;
-  StoreRecord(std::move(*record));
-  return true;
+TreeNode* ProjectFileReader::ReadUnmarked(const std::string& path) {
+  return window_.ProjectMembers.Contains(path) ? nullptr : Read(path, Marking::Later);
 }
 
 // What was added before an error stays in the tree.
-std::optional<clsMember> ProjectFileReader::ReadBranch(const std::string& path,
-                                                       ProjectBranch& branch) {
-  branch.earlierRecords = window_.ProjectMembers.Count();
-  std::optional<clsMember> record;
+TreeNode* ProjectFileReader::Read(const std::string& path, Marking marking) {
   try {
-    ProjectFile file = Read(path);
-    AddBranch(file, branch);
-    branch.isRead = true;
-    record = std::move(file.member);
+    ProjectFile file = ReadFile(path);
+    TreeNode& project = AddBranch(file);
+    if (marking == Marking::AtOnce) views_.MarkProject(project);
+    window_.ProjectMembers.Add(std::move(file.member));
+    return &project;
   } catch (const RuntimeError& error) {
     leftOut.Emit(path, error.Description());
+    return nullptr;
   }
-  return record;
-}
-
-void ProjectFileReader::ShowLast(const std::vector<ProjectBranch>& branches) {
-  const auto last = std::find_if(branches.rbegin(), branches.rend(),
-                                 [](const auto& branch) { return branch.isRead; });
-  if (last != branches.rend()) Show(*last->project);
 }
 
 void ProjectFileReader::Show(TreeNode& project) {
@@ -60,7 +43,7 @@ void ProjectFileReader::Show(TreeNode& project) {
   });
 }
 
-ProjectFile ProjectFileReader::Read(const std::string& path) {
+ProjectFile ProjectFileReader::ReadFile(const std::string& path) {
   const std::string text = files_.Read(path);
   if (const auto problem = ProjectFileProblem(text)) doubtful.Emit(path, *problem);
   ProjectFile file = ParseProjectFile(path, text);
@@ -69,14 +52,14 @@ ProjectFile ProjectFileReader::Read(const std::string& path) {
   return file;
 }
 
-void ProjectFileReader::AddBranch(ProjectFile& file, ProjectBranch& branch) {
+TreeNode& ProjectFileReader::AddBranch(ProjectFile& file) {
   TreeView& tree = window_.tvwProjects;
   const clsMember& member = file.member;
   const std::string& path = member.path;
-  branch.project =
-      &tree.Add(&tree.Item(kRootKey), NodeKey(node_prefix::kProject, path), path, Image::VbProject);
+  TreeNode& project =
+      tree.Add(&tree.Item(kRootKey), NodeKey(node_prefix::kProject, path), path, Image::VbProject);
   const auto heading = [&](std::string_view prefix, const char* text, Image image) -> TreeNode& {
-    return tree.Add(branch.project, NodeKey(prefix, path), text, image);
+    return tree.Add(&project, NodeKey(prefix, path), text, image);
   };
   TreeNode& references = heading(node_prefix::kReferences, "References", Image::VbReference);
   tree.AddRows(references, node_prefix::kReference, member.Refs, Image::VbReference, GetGUID);
@@ -87,11 +70,7 @@ void ProjectFileReader::AddBranch(ProjectFile& file, ProjectBranch& branch) {
   tree.AddRows(members, node_prefix::kUserControl, member.UserControls, Image::VbClass);
   TreeNode& properties = heading(node_prefix::kProperties, "Project Properties", Image::Notepad);
   tree.AddRows(properties, node_prefix::kProperty, std::move(file.properties), Image::Notepad);
-}
-
-void ProjectFileReader::StoreRecord(clsMember member) {
-  if (window_.ProjectMembers.Contains(member.path)) window_.ProjectMembers.Remove(member.path);
-  window_.ProjectMembers.Add(std::move(member));
+  return project;
 }
 
 }  // namespace gorbex

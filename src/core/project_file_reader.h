@@ -1,8 +1,6 @@
 #pragma once
 
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "core/main_window.h"
 #include "core/project_file.h"
@@ -22,12 +20,12 @@ class ProjectFileReader {
   /// reading; then no record was added, and nothing is shown: listeners of `leftOut` are told.
   bool ReadProject(const std::string& path);
 
-  /// As ReadProject(), but references stay unmarked and the project is not shown: for many projects
-  /// in a row, whose branches are collected for ShowLast() and for marking.
-  bool ReadUnmarked(const std::string& path, std::vector<ProjectBranch>& branches);
+  /// As ReadProject(), but nothing is marked or shown. The project's node; null when the project
+  /// was in the model already or could not be read.
+  TreeNode* ReadUnmarked(const std::string& path);
 
-  /// Shows the last project of those read and selects it; nothing when there is none.
-  void ShowLast(const std::vector<ProjectBranch>& branches);
+  /// Shows a project's references and details, and selects it.
+  void Show(TreeNode& project);
 
   /// A project that could not be read, and why.
   Signal<std::string, std::string> leftOut;
@@ -36,11 +34,11 @@ class ProjectFileReader {
   Signal<std::string, std::string> doubtful;
 
  private:
-  [[nodiscard]] ProjectFile Read(const std::string& path);
-  [[nodiscard]] std::optional<clsMember> ReadBranch(const std::string& path, ProjectBranch& branch);
-  void Show(TreeNode& project);
-  void AddBranch(ProjectFile& file, ProjectBranch& branch);
-  void StoreRecord(clsMember member);
+  enum class Marking { AtOnce, Later };
+
+  [[nodiscard]] TreeNode* Read(const std::string& path, Marking marking);
+  [[nodiscard]] ProjectFile ReadFile(const std::string& path);
+  TreeNode& AddBranch(ProjectFile& file);
 
   frmBuilder& window_;
   const FileReader& files_;

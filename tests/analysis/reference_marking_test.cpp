@@ -102,27 +102,35 @@ std::string Shown(const frmBuilder& window) {
   return text;
 }
 
-// Loading judges every reference once, where reading, showing and scanning judged it thrice.
-TEST_F(ReferenceMarkingTest, LoadingMarksAsReadingOneByOneDoes) {
+// Reading one by one opens "Forward", whose neighbour is then not read yet.
+TEST_F(ReferenceMarkingTest, LoadingMarksWhenAllAreReadAndAnAbortedOneNothing) {
   const std::string registered = "Reference=*\\G{A}#1.0#0#C:\\Lib\\A.dll#";
   group.Library("Forward").Uses("Later").Line(registered);
   group.Library("Own").Uses("Own").Line("Object={A}#1.0#0; C:\\Lib\\A.dll");
   group.Library("Fine").Line(registered).Line("Reference=*\\aOther.vbp");
   group.Library("Later").Uses("Own").Line("Object={GONE}#1.0#0; Gone.dll");
   const std::string last = group.Library("Last").Uses("Later").Path();
-  for (const bool aborts : {false, true}) {
-    if (aborts) dialogs.answers = {Answer::Abort};
-    const std::vector<std::string> lines =
-        aborts ? std::vector<std::string>{"changerefs=x"} : std::vector<std::string>{};
-    program.buildProject.LoadProject(group.BuildProject(lines));
-    const std::string loaded = Shown(program.window);
-    program.window.ClearBuildProject();
-    for (const std::string name : {"Forward", "Own", "Fine", "Later", "Last"}) {
-      program.reader.ReadProject(Group::Path(name));
-    }
-    if (!aborts) program.window.menu.mnuToolsDependancies.Execute();
-    EXPECT_EQ(loaded, Shown(program.window)) << aborts;
+  ASSERT_TRUE(program.buildProject.LoadProject(group.BuildProject()));
+  const std::string loaded = Shown(program.window);
+  program.window.ClearBuildProject();
+  for (const std::string name : {"Forward", "Own", "Fine", "Later", "Last"}) {
+    program.reader.ReadProject(Group::Path(name));
   }
+  program.window.menu.mnuToolsDependancies.Execute();
+  TreeNode& forward = program.window.tvwProjects.Item("x)" + Group::Path("Forward"));
+  EXPECT_TRUE(forward.Expanded() && forward.Children().front()->Expanded());
+  forward.SetExpanded(false);
+  forward.Children().front()->SetExpanded(false);
+  EXPECT_EQ(loaded, Shown(program.window));
+
+  dialogs.answers = {Answer::Abort};
+  ASSERT_FALSE(program.buildProject.LoadProject(group.BuildProject({"changerefs=x"})));
+  const std::string aborted = Shown(program.window);
+  EXPECT_TRUE(aborted.starts_with(last + "|x)" + last + "\n"));
+  for (const char* mark : {" checked", "|dependancy", " grey", " expanded"}) {
+    EXPECT_EQ(aborted.find(mark, aborted.find("\nx)")), std::string::npos) << mark;
+  }
+  EXPECT_EQ(program.window.lvwData.Count(), 1U);
 }
 
 TEST_F(ReferenceMarkingTest, FirstLoadedProjectWinsAndRemovedOnesAreForgotten) {
