@@ -1,8 +1,7 @@
 #include "analysis/build_queue.h"
 
-#include <algorithm>
 #include <memory>
-#include <numeric>
+#include <unordered_map>
 #include <utility>
 
 #include "core/file_tools.h"
@@ -83,51 +82,37 @@ std::string BuildQueue::DependencyOf(const clsMember& member) const {
   return dependency;
 }
 
-QueueArrangement BuildQueue::PlanArrangement() const {
-  std::vector<QueueArrangement::Row> rows;
-  for (const auto& row : window_.lvwQueue.Rows()) {
-    rows.push_back({row->SubItem(queue_column::kProject), row->SubItem(queue_column::kDependency),
-                    !row->Tag().empty()});
-  }
-  return QueueArrangement(rows);
-}
-
 void BuildQueue::mnuQueueArrange_Click() {
   Procedure(report_, ": frmBuilder.mnuQueueArrange_Click").Run([&](Procedure& on) {
-    auto plan = on([&] { return std::make_unique<QueueArrangement>(PlanArrangement()); });
-    if (plan == nullptr) return;
-    std::vector<std::size_t> shown(window_.lvwQueue.Count());
-    std::iota(shown.begin(), shown.end(), std::size_t{0});
-    plan->Run(shown.size(), [&](std::size_t row) {
-      const auto at =
-          static_cast<std::size_t>(std::find(shown.begin(), shown.end(), row) - shown.begin());
-      const std::string dependency = window_.lvwQueue.At(at + 1).SubItem(queue_column::kDependency);
-      Apply(*plan, shown);
-      on([&] { throw RuntimeError(ErrorNumber::ElementNotFound, dependency); });
-      return true;
+    std::vector<QueueArrangement::Row> rows;
+    std::vector<std::size_t> shown;
+    for (const auto& row : window_.lvwQueue.Rows()) {
+      shown.push_back(rows.size());
+      rows.push_back({row->SubItem(queue_column::kProject), row->SubItem(queue_column::kDependency),
+                      !row->Tag().empty()});
+    }
+    QueueArrangement plan(rows);
+    plan.Run([&](std::size_t row) {
+      Apply(plan, shown);
+      on([&] { throw RuntimeError(ErrorNumber::ElementNotFound, rows[row].dependency); });
     });
-    on([&] { Apply(*plan, shown); });
+    on([&] { Apply(plan, shown); });
     on([&] { RefreshQueue(); });
   });
 }
 
 // Brings the list from the order shown to the order of the plan; rows that moved are made anew.
 void BuildQueue::Apply(const QueueArrangement& plan, std::vector<std::size_t>& shown) {
-  auto taken = window_.lvwQueue.TakeRows();
-  std::vector<std::unique_ptr<ListRow>> byNumber(taken.size());
-  for (std::size_t i = 0; i < taken.size(); ++i) {
-    if (shown[i] >= byNumber.size()) byNumber.resize(shown[i] + 1);
-    byNumber[shown[i]] = std::move(taken[i]);
-  }
+  std::unordered_map<std::size_t, std::unique_ptr<ListRow>> byNumber;
+  auto number = shown.begin();
+  for (auto& row : window_.lvwQueue.TakeRows()) byNumber[*number++] = std::move(row);
+  shown.assign(plan.Order().begin(), plan.Order().end());
   ListView::Storage rows;
-  for (const std::size_t number : plan.Order()) {
-    std::unique_ptr<ListRow>& row = byNumber[number];
-    rows.push_back(plan.Moved(number) ? MadeAnew(*row) : std::move(row));
-    const std::size_t link = plan.LinkOf(number);
-    if (link != 0) rows.back()->SetTag(std::to_string(link));
-    if (!plan.Linked(number)) rows.back()->SetTag("");
+  for (const std::size_t row : shown) {
+    rows.push_back(plan.Moved(row) ? MadeAnew(*byNumber[row]) : std::move(byNumber[row]));
+    const std::size_t link = plan.LinkOf(row);
+    if (link != QueueArrangement::kNone) rows.back()->SetTag(link == 0 ? "" : std::to_string(link));
   }
-  shown = plan.Order();
   window_.lvwQueue.PutRows(std::move(rows));
 }
 

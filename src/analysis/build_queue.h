@@ -52,7 +52,6 @@ class BuildQueue {
   void MarkAll(bool checked);
   [[nodiscard]] std::string DependencyOf(const clsMember& member) const;
   void ShowProjectFacts(ListRow& row, const clsMember& member) const;
-  [[nodiscard]] QueueArrangement PlanArrangement() const;
   void Apply(const QueueArrangement& plan, std::vector<std::size_t>& shown);
 
   frmBuilder& window_;

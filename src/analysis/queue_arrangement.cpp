@@ -1,142 +1,73 @@
 #include "analysis/queue_arrangement.h"
 
+#include <algorithm>
+#include <bit>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace gorbex {
 
 QueueArrangement::QueueArrangement(const std::vector<Row>& rows)
-    : dependency_(rows.size(), kNone),
-      present_(rows.size(), true),
-      linked_(rows.size()),
-      moved_(rows.size(), false),
-      link_(rows.size(), 0),
-      next_(rows.size() + 1),
-      previous_(rows.size() + 1),
-      place_(rows.size() + 1),
-      waiting_(rows.size() + 1),
-      count_(rows.size()) {
+    : upper_(rows.size(), kNone), place_(rows.size()), moved_(rows.size()) {
   std::unordered_map<std::string_view, std::size_t> byProject;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    order_.push_back(i);
-    linked_[i] = rows[i].linked;
-    if (!rows[i].project.empty()) byProject.emplace(rows[i].project, i);
+  for (const Row& row : rows) {
+    const std::size_t number = at_.size();
+    at_.push_back(order_.insert(order_.end(), number));
+    link_.push_back(row.linked ? kNone : 0);
+    if (!row.project.empty()) byProject.emplace(row.project, number);
   }
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (rows[i].dependency.empty()) continue;
     const auto found = byProject.find(rows[i].dependency);
-    if (found != byProject.end()) dependency_[i] = found->second;
+    if (found != byProject.end()) upper_[i] = found->second;
   }
 }
 
-bool QueueArrangement::Run(std::size_t rounds, const RowLost& rowLost) {
-  auto remembered = std::make_pair(order_, linked_);
-  std::size_t rememberedAt = 0;
-  std::size_t span = 1;
-  for (std::size_t round = 1; round <= rounds; ++round) {
-    Link();
-    if (!MoveLinked(rowLost)) return false;
-    const std::size_t period = round - rememberedAt;
-    if (order_ == remembered.first && linked_ == remembered.second) {
-      rounds = round + (rounds - round) % period;
-    } else if (period == span) {
-      remembered = {order_, linked_};
-      rememberedAt = round;
-      span *= 2;
+// A round depends on nothing but order and links. So when a state comes back, the rounds repeat
+// themselves, and whole repetitions are left out.
+void QueueArrangement::Run(const RowLost& rowLost) {
+  auto known = std::pair(order_, link_);
+  std::size_t knownAt = 0;
+  for (std::size_t round = 1, last = link_.size(); round <= last; ++round) {
+    Round(rowLost);
+    if (known.first == order_ && known.second == link_) {
+      last = round + (last - round) % (round - knownAt);
+    } else if (std::has_single_bit(round)) {
+      known = {order_, link_};
+      knownAt = round;
     }
   }
-  return true;
 }
 
-std::size_t QueueArrangement::LinkOf(std::size_t row) const {
-  return linked_[row] ? link_[row] : 0;
-}
-
-void QueueArrangement::Link() {
-  BeginPhase();
-  for (const std::size_t row : order_) {
-    const std::size_t upper = dependency_[row];
-    if (upper == kNone || !present_[upper]) continue;
-    linked_[row] = true;
-    link_[row] = place_[upper] + 1;
+// Rows that wait keep their order, so the scan needs only the places that they had at the start of
+// the round: a moved row takes over the place of the row above it.
+void QueueArrangement::Round(const RowLost& rowLost) {
+  const std::vector<std::size_t> rows(order_.begin(), order_.end());
+  for (std::size_t i = 0; i < rows.size(); ++i) place_[rows[i]] = i;
+  std::string waiting;
+  for (const std::size_t row : rows) {
+    if (upper_[row] != kNone) link_[row] = place_[upper_[row]] + 1;
+    waiting += link_[row] == 0 ? ' ' : '*';
   }
-}
-
-void QueueArrangement::BeginPhase() {
-  std::size_t before = present_.size();
-  for (std::size_t i = 0; i < order_.size(); ++i) {
-    const std::size_t row = order_[i];
-    place_[row] = i;
-    next_[before] = row;
-    previous_[row] = before;
-    before = row;
+  for (auto i = waiting.find('*'); i != std::string::npos; i = waiting.find('*', i + 1)) {
+    const std::size_t row = rows[i];
+    const std::size_t upper = upper_[row];
+    waiting[i] = ' ';
+    link_[row] = 0;
+    const bool append = order_.size() < 3;
+    if (append || (upper != kNone && upper != row)) {
+      order_.splice(append ? order_.end() : std::next(at_[upper]), order_, at_[row]);
+      moved_[row] = true;
+      if (append) return;
+      i = place_[row] = place_[upper];
+    } else {
+      const auto below = order_.erase(at_[row]);
+      std::replace(upper_.begin(), upper_.end(), row, kNone);
+      rowLost(row);
+      if (below == order_.end()) return;
+      i = place_[*below];  // the row that took the lost one's position is passed over
+    }
   }
-  next_[before] = present_.size();
-  previous_[present_.size()] = before;
-}
-
-void QueueArrangement::EndPhase() {
-  order_.clear();
-  for (auto row = next_[present_.size()]; row != present_.size(); row = next_[row]) {
-    order_.push_back(row);
-  }
-}
-
-std::size_t QueueArrangement::NextWaiting(std::size_t place) {
-  std::size_t root = place;
-  while (waiting_[root] != root) root = waiting_[root];
-  while (waiting_[place] != root) place = std::exchange(waiting_[place], root);
-  return root;
-}
-
-bool QueueArrangement::MoveLinked(const RowLost& rowLost) {
-  const std::vector<std::size_t> rows = order_;
-  for (std::size_t i = 0; i < rows.size(); ++i) waiting_[i] = linked_[rows[i]] ? i : i + 1;
-  waiting_[rows.size()] = rows.size();
-  bool goOn = true;
-  for (auto place = NextWaiting(0); goOn && place < rows.size(); place = NextWaiting(place)) {
-    const std::size_t row = rows[place];
-    waiting_[place] = place + 1;
-    goOn = Move(row, place, rowLost);
-  }
-  EndPhase();
-  return goOn;
-}
-
-// Moves a row that waits at a place, and makes it the place behind which the scan goes on.
-bool QueueArrangement::Move(std::size_t row, std::size_t& place, const RowLost& rowLost) {
-  const std::size_t below = next_[row];
-  TakeOut(row);
-  linked_[row] = false;
-  std::size_t upper = dependency_[row];
-  const bool append = count_ < 3;
-  if (!append && (upper == kNone || !present_[upper] || upper == row)) {
-    present_[row] = false;
-    --count_;
-    EndPhase();
-    // The scan goes on behind the row that took the lost one's position.
-    place = below == present_.size() ? below : place_[below] + 1;
-    return rowLost(row);
-  }
-  if (append) upper = previous_[present_.size()];
-  PutBelow(row, upper);
-  moved_[row] = true;
-  place = append ? present_.size() : place_[upper];
-  place_[row] = place;
-  if (place < present_.size()) ++place;
-  return true;
-}
-
-void QueueArrangement::TakeOut(std::size_t row) {
-  next_[previous_[row]] = next_[row];
-  previous_[next_[row]] = previous_[row];
-}
-
-void QueueArrangement::PutBelow(std::size_t row, std::size_t upper) {
-  const std::size_t below = next_[upper];
-  next_[upper] = row;
-  previous_[row] = upper;
-  next_[row] = below;
-  previous_[below] = row;
 }
 
 }  // namespace gorbex
