@@ -31,7 +31,7 @@ void DependencyMarking::ColorItem(ListRow& row, Colour colour) {
 
 Verdict DependencyMarking::Judge(std::string_view firstField, std::string_view version,
                                  std::string_view component, const std::string& project) const {
-  if (group_.FindProducer(component, project)) {
+  if (group_.FindProducer(component, project) != nullptr) {
     return {Image::Dependancy, std::string(kDependant), ""};
   }
   if (IsProjectReference(firstField)) return {Image::Dependancy, "", ""};
@@ -76,7 +76,7 @@ void DependencyMarking::MarkReferenceNode(TreeNode& node) {
     on([&] { node.SetChecked(references_.IsvalidRef(guid)); });
     const auto component = on([&] { return ComponentPath(value); });
     Image image = node.ImageOf();
-    if (on([&] { return group_.FindProducer(component, "").has_value(); })) {
+    if (on([&] { return group_.FindProducer(component, ""); }) != nullptr) {
       image = Image::Dependancy;
     } else {
       const auto version = on([&] { return ReferenceField(value, 1); });

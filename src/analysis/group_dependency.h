@@ -1,36 +1,66 @@
 #pragma once
 
-#include <optional>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <vector>
 
-#include "analysis/executable_index.h"
 #include "core/member.h"
 #include "core/signal.h"
 
 namespace gorbex {
 
-/// Answers which project of the build produces a component. Follows the changes of the collection,
-/// which must outlive it.
+/// Answers which project of the build produces a component, by the names of all built binaries at
+/// once: a trie over the lower-cased `EXEName`s. An answer costs time by the length of the path,
+/// not by the number of projects. Follows the changes of the collection, which must outlive it.
 class GroupDependency {
  public:
   explicit GroupDependency(MemberCollection& members);
 
-  /// As FindGroupDependency(), with the project's rank among the records added since the last
-  /// clearing, which counts from 0 and is not closed up by removals.
-  [[nodiscard]] std::optional<ExecutableIndex::Entry> FindProducer(
-      std::string_view componentPath, std::string_view projectPath) const {
-    return index_.FirstIn(componentPath, projectPath);
-  }
-
-  /// The path of the first project, other than the given one (exact comparison), whose `EXEName`
-  /// occurs in the component path in any letter case; empty when there is none. A substring
+  /// The first project, other than the one of the given path (exact comparison), whose `EXEName`
+  /// occurs in the component path in any letter case; null when there is none. A substring
   /// suffices.
+  [[nodiscard]] const clsMember* FindProducer(std::string_view componentPath,
+                                              std::string_view projectPath) const;
+
+  /// The path of that project; empty when there is none.
   [[nodiscard]] std::string FindGroupDependency(std::string_view componentPath,
                                                 std::string_view projectPath) const;
 
  private:
-  ExecutableIndex index_;
+  /// A record that was added later ranks after those added before.
+  struct Entry {
+    std::size_t rank = 0;
+    const clsMember* member = nullptr;
+  };
+  using Entries = std::vector<Entry>;
+
+  struct Node {
+    std::uint32_t firstChild = 0;
+    std::uint32_t nextSibling = 0;
+    std::uint32_t entries = 0;  ///< position in entries_; 0 is none
+    char letter = 0;
+  };
+
+  void Add(const clsMember& member);
+  void Remove(const clsMember& member);
+  void Clear();
+  [[nodiscard]] std::uint32_t Child(std::uint32_t node, char letter) const;
+  [[nodiscard]] std::uint32_t ChildMade(std::uint32_t node, char letter);
+  [[nodiscard]] Entries& EntriesOf(const std::string& lowered);
+  static void Better(const Entries& entries, std::string_view excludedPath, Entry& best);
+
+  std::size_t nextRank_ = 0;
+  std::vector<Node> nodes_;
+  std::array<std::uint32_t, 256> top_{};
+  std::vector<Entries> entries_;
+  // Names longer than any file name come from damaged files; kept apart so that no text makes the
+  // walk through the trie quadratic.
+  std::unordered_map<std::string, Entries> longNames_;
+
   Subscription added_;
   Subscription removing_;
   Subscription cleared_;

@@ -130,8 +130,8 @@ class UseCollector {
       if (found == byLowerPath_.end()) return std::nullopt;
       return found->second;
     }
-    const auto producer = group_.FindProducer(ComponentPath(value), member.path);
-    return producer ? std::optional(byRecord_.at(producer->member)) : std::nullopt;
+    const clsMember* producer = group_.FindProducer(ComponentPath(value), member.path);
+    return producer != nullptr ? std::optional(byRecord_.at(producer)) : std::nullopt;
   }
 
   const GroupDependency& group_;
