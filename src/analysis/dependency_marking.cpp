@@ -25,10 +25,6 @@ constexpr std::string_view kDependant = "Dependant on other project in group";
 
 }  // namespace
 
-void DependencyMarking::ColorItem(ListRow& row, Colour colour) {
-  row.SetTextColour(colour);
-}
-
 Verdict DependencyMarking::Judge(std::string_view firstField, std::string_view version,
                                  std::string_view component, const std::string& project) const {
   if (group_.FindProducer(component, project) != nullptr) {
@@ -57,7 +53,7 @@ void DependencyMarking::ShowReferenceRow(const std::string& value) {
     row.SetSubItem(reference_column::kVerdict, verdict.text);
     const bool invalid = verdict.image == Image::InvalidReference;
     if (invalid) on([&] { ExpandShownProject(); });
-    on([&] { ColorItem(row, invalid ? Colour::ButtonShadow : Colour::WindowText); });
+    row.SetTextColour(invalid ? Colour::ButtonShadow : Colour::WindowText);
   });
 }
 

@@ -33,8 +33,6 @@ class DependencyMarking {
   /// Marks every node of the tree again.
   void mnuToolsDependancies_Click();
 
-  static void ColorItem(ListRow& row, Colour colour);
-
  private:
   using Mark = std::function<void(TreeNode& project, TreeNode& node)>;
 

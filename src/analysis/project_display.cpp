@@ -27,6 +27,14 @@ std::string OrPlaceholder(const std::string& value, const char* placeholder) {
 
 }  // namespace
 
+bool ProjectDisplay::tvwProjects_MouseDown(TreeNode* node) {
+  window_.txtLogFile.visible.Set(false);
+  if (node == nullptr) return false;
+  window_.tvwProjects.Select(node);
+  ShowProjectDetails(*node);
+  return node->KeyStartsWith(node_prefix::kProject);
+}
+
 void ProjectDisplay::ShowProjectDetails(TreeNode& node) {
   const TreeNode* project = ProjectOf(node);
   if (project == nullptr) return;

@@ -19,6 +19,10 @@ class ProjectDisplay : public ProjectViews {
                  ErrorReport& report)
       : window_(window), marking_(marking), queue_(queue), report_(report) {}
 
+  /// Selects the node under the pointer, null for none, and shows its project. True when a right
+  /// click opens the tree's pop-up menu there.
+  bool tvwProjects_MouseDown(TreeNode* node);
+
   /// Shows the project that a tree node belongs to; nothing for nodes that lead to none.
   void ShowProjectDetails(TreeNode& node) override;
 

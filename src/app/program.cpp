@@ -20,7 +20,6 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
           {window, platform.files, registry, options, log, dialogs, report, reader, display}),
       treeCommands(window, reader, display, platform.files, dialogs),
       search(window, display),
-      gestures(window, display),
       referenceUpdate(window, platform.files, registry, platform.components, report),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files}),
       session(window, platform.sourceControl, dialogs, report),

@@ -10,7 +10,6 @@
 #include "analysis/reference_resolution.h"
 #include "analysis/reference_update.h"
 #include "analysis/tree_commands.h"
-#include "analysis/tree_gestures.h"
 #include "app/shut_down.h"
 #include "app/start_up.h"
 #include "build/build_run.h"
@@ -74,7 +73,6 @@ class Program {
   BuildProjectFile buildProject;
   TreeCommands treeCommands;
   ProjectSearch search;
-  TreeGestures gestures;
   ReferenceUpdate referenceUpdate;
 
   StartUp start;

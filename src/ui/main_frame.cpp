@@ -210,13 +210,13 @@ void MainFrame::OfferCommands() {
 
 ProjectTree::Gestures MainFrame::TreeGesturesOf() {
   const auto press = [this](TreeNode* node) {
-    static_cast<void>(program_.gestures.tvwProjects_MouseDown(node, MouseButton::Left));
-    if (node != nullptr) program_.gestures.tvwProjects_NodeClick(*node);
+    program_.display.tvwProjects_MouseDown(node);
+    if (node != nullptr) program_.display.MarkReferenceNode(*node);
   };
   return {press, [press](TreeNode& node) { press(&node); },
           [this](TreeNode* node) {
-            const bool wanted = program_.gestures.tvwProjects_MouseDown(node, MouseButton::Right);
-            Popup(wanted ? menus_->TreePopup() : menus_->GroupPopup());
+            const bool isProject = program_.display.tvwProjects_MouseDown(node);
+            Popup(isProject ? menus_->TreePopup() : menus_->GroupPopup());
           },
           [this](TreeNode& node) {
             if (node.KeyStartsWith(node_prefix::kProject)) DragProject(tree_);
@@ -228,8 +228,7 @@ void MainFrame::BindData() {
     if (program_.window.lvwData.Selected() != nullptr) Popup(menus_->DataPopup());
   });
   data_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
-    constexpr int kSystemF5 = 116;
-    if (event.GetKeyCode() == WXK_F5) program_.gestures.lvwData_KeyDown(kSystemF5);
+    if (event.GetKeyCode() == WXK_F5) program_.display.RefreshReferences();
     event.Skip();
   });
 }
