@@ -34,29 +34,11 @@ std::size_t FindShort(std::string_view text, std::string_view lowered, std::size
   return std::string_view::npos;
 }
 
-// For each prefix of the pattern, the length of its longest proper border.
-std::vector<std::size_t> Borders(std::string_view pattern) {
-  std::vector<std::size_t> borders(pattern.size(), 0);
-  std::size_t length = 0;
-  for (std::size_t i = 1; i < pattern.size(); ++i) {
-    while (length > 0 && pattern[i] != pattern[length]) length = borders[length - 1];
-    if (pattern[i] == pattern[length]) ++length;
-    borders[i] = length;
-  }
-  return borders;
-}
-
-// Long patterns come from damaged or hostile files, so the worst case must stay linear.
+// Long patterns come from damaged or hostile files. The library's search compares many characters
+// at once, so that even then the worst case takes seconds only.
 std::size_t FindLong(std::string_view text, std::string_view lowered, std::size_t from) {
-  const auto borders = Borders(lowered);
-  std::size_t matched = 0;
-  for (std::size_t i = from; i < text.size(); ++i) {
-    const char letter = LowerCase(text[i]);
-    while (matched > 0 && letter != lowered[matched]) matched = borders[matched - 1];
-    if (letter == lowered[matched]) ++matched;
-    if (matched == lowered.size()) return i + 1 - matched;
-  }
-  return std::string_view::npos;
+  const auto found = LowerCase(text.substr(from)).find(lowered);
+  return found == std::string::npos ? found : from + found;
 }
 
 // Collects the characters of a decimal number, passing over the blanks that may stand between them.

@@ -27,7 +27,7 @@ inline constexpr std::string_view kLineBreak = "\r\n";
 [[nodiscard]] std::string WithoutQuotes(std::string_view text);
 
 /// Position of the first occurrence at or after `from` without regard to letter case; npos when
-/// there is none. Time grows with the sum of both lengths at most.
+/// there is none.
 [[nodiscard]] std::size_t FindIgnoringCase(std::string_view text, std::string_view wanted,
                                            std::size_t from = 0);
 
