@@ -12,12 +12,6 @@
 namespace gorbex {
 namespace {
 
-// The number in the key of a row ends where the path begins, so keys are told apart by their parts
-// as long as no path begins with a digit and all other keys have ")" in second place.
-bool IsApartFromRows(std::string_view key) {
-  return key == kRootKey || (key.size() > 2 && key[1] == ')' && !IsDigit(key[2]));
-}
-
 std::string GroupKey(std::string_view prefix, std::string_view path) {
   return std::string(prefix).append(path);
 }
@@ -93,7 +87,6 @@ void TreeNode::SetExpanded(bool expanded) {
 
 TreeNode& TreeView::Add(TreeNode* parent, std::string key, std::string text, Image image) {
   if (Find(key) != nullptr) throw RuntimeError(ErrorNumber::KeyNotUnique, key);
-  mayCollide_ = mayCollide_ || !IsApartFromRows(key);
   auto node = std::make_unique<TreeNode>(*this, parent, std::move(key), std::move(text), image);
   auto& added = *nodes_.emplace_back(std::move(node));
   byKey_.emplace(added.branch_->key, &added);
@@ -105,30 +98,15 @@ TreeNode& TreeView::Add(TreeNode* parent, std::string key, std::string text, Ima
 
 void TreeView::AddRows(TreeNode& heading, std::string_view prefix, std::vector<std::string> texts,
                        Image image, TreeRows::TagOf tagOf) {
-  const std::size_t wanted = texts.size();
-  const std::size_t free = FreeNumbers(heading, prefix, wanted);
-  texts.resize(free);
-  if (free > 0) {
-    auto rows =
-        std::make_unique<TreeRows>(TreeRows{&heading, prefix, image, tagOf, std::move(texts), {}});
-    rows_.emplace(GroupKey(prefix, heading.Path()), rows.get());
-    heading.branch_->rows.push_back(std::move(rows));
-    rowCount_ += free;
-    nodeChanged.Emit(heading, NodeChange::RowsAdded);
+  if (texts.empty()) return;
+  auto rows =
+      std::make_unique<TreeRows>(TreeRows{&heading, prefix, image, tagOf, std::move(texts), {}});
+  if (!rows_.emplace(GroupKey(prefix, heading.Path()), rows.get()).second) {
+    throw RuntimeError(ErrorNumber::KeyNotUnique, ItemKey(prefix, 1, heading.Path()));
   }
-  if (free < wanted) {
-    throw RuntimeError(ErrorNumber::KeyNotUnique, ItemKey(prefix, free + 1, heading.Path()));
-  }
-}
-
-// How many of the numbers from 1 are free.
-std::size_t TreeView::FreeNumbers(const TreeNode& heading, std::string_view prefix,
-                                  std::size_t count) const {
-  if (rows_.contains(GroupKey(prefix, heading.Path()))) return 0;
-  if (!mayCollide_) return count;
-  std::size_t number = 1;
-  while (number <= count && Find(ItemKey(prefix, number, heading.Path())) == nullptr) ++number;
-  return number - 1;
+  rowCount_ += rows->texts.size();
+  heading.branch_->rows.push_back(std::move(rows));
+  nodeChanged.Emit(heading, NodeChange::RowsAdded);
 }
 
 void TreeView::MakeNodes(TreeRows& rows) {
@@ -190,7 +168,6 @@ void TreeView::Clear() {
   byKey_.clear();
   rows_.clear();
   rowCount_ = 0;
-  mayCollide_ = false;
   tops_.clear();
   nodes_.clear();
   cleared.Emit();
@@ -201,29 +178,18 @@ TreeNode* TreeView::Find(std::string_view key) const {
   return found == byKey_.end() ? FindRow(key) : found->second;
 }
 
-// A path may begin with digits itself, so the number may end behind any of them.
+// The number in the key of a row ends where the path begins: no full path begins with a digit.
 TreeNode* TreeView::FindRow(std::string_view key) const {
-  constexpr std::size_t kMostDigits = 9;
-  const auto first =
-      static_cast<std::size_t>(std::find_if(key.begin(), key.end(), IsDigit) - key.begin());
-  if (first == key.size() || first > 2 || key[first] == '0') return nullptr;
-  for (auto end = first + 1; end <= key.size() && end - first <= kMostDigits; ++end) {
-    const auto group = GroupKey(key.substr(0, first), key.substr(end));
-    if (TreeNode* row = RowOf(group, key.substr(first, end - first))) return row;
-    if (end == key.size() || !IsDigit(key[end])) break;
-  }
-  return nullptr;
-}
-
-TreeNode* TreeView::RowOf(const std::string& group, std::string_view number) const {
-  const auto found = rows_.find(group);
-  if (found == rows_.end()) return nullptr;
+  const auto* const first = std::find_if(key.begin(), key.end(), IsDigit);
+  const auto* const path = std::find_if_not(first, key.end(), IsDigit);
+  if (first == path || first > key.begin() + 2) return nullptr;
+  const auto found = rows_.find(GroupKey({key.begin(), first}, {path, key.end()}));
+  std::size_t number = 0;
+  std::from_chars(first, path, number);
+  if (found == rows_.end() || number == 0 || number > found->second->Size()) return nullptr;
   TreeRows& rows = *found->second;
-  std::size_t position = 0;
-  std::from_chars(number.data(), number.data() + number.size(), position);
-  if (position > rows.Size()) return nullptr;
   static_cast<void>(rows.heading->Children());
-  TreeNode& row = rows.nodes[position - 1];
+  TreeNode& row = rows.nodes[number - 1];
   return row.parent_ == nullptr ? nullptr : &row;
 }
 

@@ -94,9 +94,9 @@ class TreeView {
   /// 35602 when the key is taken.
   TreeNode& Add(TreeNode* parent, std::string key, std::string text, Image image);
 
-  /// Adds rows as the last children of a heading, whose own key is two characters and a path. Their
-  /// keys are the prefix (which has no digit and outlives the tree), the number from 1, and that
-  /// path. Error 35602 when a key is taken; the rows before it are then there.
+  /// Adds rows as the last children of a heading, whose own key is two characters and a full path.
+  /// Their keys are the prefix (which has no digit and outlives the tree), the number from 1, and
+  /// that path. Error 35602 when the heading has rows with that prefix.
   void AddRows(TreeNode& heading, std::string_view prefix, std::vector<std::string> texts,
                Image image, TreeRows::TagOf tagOf = nullptr);
 
@@ -128,10 +128,7 @@ class TreeView {
   friend class TreeNode;
 
   void MakeNodes(TreeRows& rows);
-  [[nodiscard]] std::size_t FreeNumbers(const TreeNode& heading, std::string_view prefix,
-                                        std::size_t count) const;
   [[nodiscard]] TreeNode* FindRow(std::string_view key) const;
-  [[nodiscard]] TreeNode* RowOf(const std::string& group, std::string_view number) const;
   void RemoveRow(TreeNode& row);
   void Forget(const TreeNode& node);
   [[nodiscard]] bool Holds(const TreeNode& above, const TreeNode* node) const;
@@ -141,7 +138,6 @@ class TreeView {
   std::unordered_map<std::string_view, TreeNode*> byKey_;
   std::unordered_map<std::string, TreeRows*> rows_;  ///< by prefix and path
   std::size_t rowCount_ = 0;
-  bool mayCollide_ = false;  ///< keys of rows may be equal to other keys
   TreeNode* selected_ = nullptr;
 };
 
