@@ -26,12 +26,6 @@ constexpr std::array kSwitches = {
     Switch{"/run", Task::Run, nullptr},
 };
 
-// The argument rule of the C run-time turns the end of "C:\Bin\" into a quote of the text itself.
-std::string WithoutStrayQuote(std::string text) {
-  while (text.ends_with('"')) text.pop_back();
-  return text;
-}
-
 class Parser {
  public:
   std::variant<CommandLine, UsageError> Parse(const std::vector<std::string>& arguments) {
@@ -54,13 +48,13 @@ class Parser {
     if (at + 1 == arguments.size() || arguments[at + 1].starts_with('/')) {
       return Fail("A value is missing behind " + arguments[at]);
     }
-    line_.*found->value = WithoutStrayQuote(arguments[at + 1]);
+    line_.*found->value = arguments[at + 1];
     return 2;
   }
 
   std::size_t TakeProject(const std::string& argument) {
     if (!line_.project.empty()) return Fail("More than one project: " + argument);
-    line_.project = WithoutStrayQuote(argument);
+    line_.project = argument;
     return 1;
   }
 

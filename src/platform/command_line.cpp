@@ -28,10 +28,14 @@ std::optional<std::string> Accepted(std::string_view candidate,
   return std::nullopt;
 }
 
+/// What a backslash means before the quote that a blank or the end of the line follows.
+enum class LastBackslash { EscapesQuote, EndsFolder };
+
 /// Splits by the run-time library's rules for quotes and backslashes.
 class ArgumentReader {
  public:
-  explicit ArgumentReader(std::string_view text) : rest_(WithoutLeadingBlanks(text)) {}
+  ArgumentReader(std::string_view text, LastBackslash last)
+      : rest_(WithoutLeadingBlanks(text)), last_(last) {}
 
   [[nodiscard]] bool AtEnd() const { return rest_.empty(); }
 
@@ -64,7 +68,10 @@ class ArgumentReader {
   // A quote is text behind an odd backslash or, inside quotes, when doubled.
   void TakeQuote(std::string& argument, bool& isQuoted, bool isEscaped) {
     rest_.remove_prefix(1);
-    if (isEscaped) {
+    if (isEscaped && isQuoted && EndsFolder()) {
+      argument += '\\';
+      isQuoted = false;
+    } else if (isEscaped) {
       argument += '"';
     } else if (isQuoted && rest_.starts_with('"')) {
       argument += '"';
@@ -74,8 +81,20 @@ class ArgumentReader {
     }
   }
 
+  [[nodiscard]] bool EndsFolder() const {
+    const bool isLast = rest_.empty() || kBlanks.find(rest_.front()) != std::string_view::npos;
+    return last_ == LastBackslash::EndsFolder && isLast;
+  }
+
   std::string_view rest_;
+  LastBackslash last_;
 };
+
+std::vector<std::string> Split(std::string_view arguments, LastBackslash last) {
+  std::vector<std::string> split;
+  for (ArgumentReader reader(arguments, last); !reader.AtEnd();) split.push_back(reader.Take());
+  return split;
+}
 
 // Backslashes mean something only before a quote, the closing one included.
 std::string Quoted(std::string_view argument) {
@@ -117,9 +136,11 @@ std::string ProgramText(std::string_view commandLine) {
 }
 
 std::vector<std::string> SplitArguments(std::string_view arguments) {
-  std::vector<std::string> split;
-  for (ArgumentReader reader(arguments); !reader.AtEnd();) split.push_back(reader.Take());
-  return split;
+  return Split(arguments, LastBackslash::EscapesQuote);
+}
+
+std::vector<std::string> SplitFolderArguments(std::string_view arguments) {
+  return Split(arguments, LastBackslash::EndsFolder);
 }
 
 std::string JoinArguments(const std::vector<std::string>& arguments) {

@@ -26,6 +26,10 @@ struct CommandLine {
 /// Arguments as the compiler's C run-time library hands them to a program.
 [[nodiscard]] std::vector<std::string> SplitArguments(std::string_view arguments);
 
+/// As SplitArguments, for command lines that quote folders as they are: in "C:\Out\" the last
+/// backslash is a part of the folder, and the quote behind it ends the argument.
+[[nodiscard]] std::vector<std::string> SplitFolderArguments(std::string_view arguments);
+
 /// The text, with a blank before each argument, that a program takes for exactly these arguments.
 [[nodiscard]] std::string JoinArguments(const std::vector<std::string>& arguments);
 

@@ -34,6 +34,7 @@ void RequireOneArgument(const std::string& path) {
   }
   const std::vector<std::string> wanted = {path, "/make"};
   Require(SplitArguments(" \"" + path + "\" /make") == wanted, "a path is one argument");
+  Require(SplitFolderArguments(" \"" + path + "\" /make") == wanted, "in every way");
   Require(!path.starts_with('-') && !path.starts_with('/'), "a path is no option");
 }
 

@@ -50,5 +50,17 @@ TEST(CommandLine, SplitsArgumentsAsTheRunTimeLibraryDoes) {
   }
 }
 
+TEST(CommandLine, KeepsTheBackslashAtTheEndOfAQuotedFolder) {
+  const std::pair<const char*, std::vector<std::string>> cases[] = {
+      {"/outdir \"C:\\My Out\\\"", {"/outdir", "C:\\My Out\\"}},
+      {"\"C:\\Out\\\" /make \"C:\\Out\\\"", {"C:\\Out\\", "/make", "C:\\Out\\"}},
+      {"\"C:\\Out\\\\\" x", {"C:\\Out\\", "x"}},
+      {"C:\\Out\\ x\\\"y", {"C:\\Out\\", "x\"y"}},
+      {"\"a\\\"b\" c", {"a\"b", "c"}}};
+  for (const auto& [text, arguments] : cases) {
+    EXPECT_EQ(SplitFolderArguments(text), arguments) << text;
+  }
+}
+
 }  // namespace
 }  // namespace gorbex

@@ -62,6 +62,7 @@ TEST(SystemProcesses, FindProgramsByTheSystemsRules) {
     EXPECT_EQ(CodeOf(bench.launcher, program + " " + bench.out + " 4"), 4U) << program;
   }
   EXPECT_EQ(CodeOf(bench.launcher, bench.InPath()), 0U);
+  EXPECT_EQ(CodeOf(bench.launcher, bench.SystemsOwn("cmd", 6)), 6U) << "nobody is put before it";
 }
 
 TEST(SystemProcesses, SayWhatCannotRun) {

@@ -2,8 +2,7 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
+#include "platform/command_line.h"
 #include "platform/windows/full_path.h"
 #include "platform/windows/platform.h"
 #include "platform/windows/typed_path.h"
@@ -40,14 +39,12 @@ std::string Host::Image(ImageKind kind) {
   return {static_cast<const char*>(LockResource(loaded)), SizeofResource(nullptr, place)};
 }
 
-// The narrow arguments have lost what the code page cannot say.
+// The narrow arguments have lost what the code page cannot say, and the backslash at the end of a
+// quoted folder.
 std::vector<std::string> Arguments(int /*count*/, char** /*values*/) {
-  int count = 0;
-  wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
-  std::vector<std::string> arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(Utf8FromWide(wide[i]));
-  LocalFree(wide);
-  return arguments;
+  const std::string line = Utf8FromWide(GetCommandLineW());
+  const auto parts = FindProgram(line, [](const std::string& /*first*/) { return true; });
+  return parts ? SplitFolderArguments(parts->arguments) : std::vector<std::string>();
 }
 
 }  // namespace gorbex::standin

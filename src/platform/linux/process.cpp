@@ -65,7 +65,7 @@ std::optional<LinuxProcessLauncher::Program> LinuxProcessLauncher::Locate(
     const std::string& name) const {
   std::vector<std::string> places = {name};
   const bool isBare = name.find_first_of("\\/:") == std::string::npos;
-  if (isBare) places = {programFolder_ + "\\" + name, std::string(kSystemFolder) + "\\" + name};
+  if (isBare) places = {std::string(kSystemFolder) + "\\" + name, programFolder_ + "\\" + name};
   for (const auto& place : places) {
     const auto entry = prefix_.Find(place);
     if (entry && S_ISREG(entry->info.st_mode)) return Program{entry->path, place};
@@ -86,7 +86,7 @@ std::vector<std::string> LinuxProcessLauncher::Arguments(const Program& program,
     const bool isKnown = prefix_.IsWine() && !program.windowsPath.empty();
     all = {*wine, isKnown ? ToUtf8(program.windowsPath) : program.hostPath};
   }
-  for (const auto& argument : SplitArguments(arguments)) all.push_back(ToUtf8(argument));
+  for (const auto& argument : SplitFolderArguments(arguments)) all.push_back(ToUtf8(argument));
   return all;
 }
 

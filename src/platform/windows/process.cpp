@@ -39,7 +39,7 @@ std::optional<std::wstring> WindowsProcessLauncher::Locate(const std::string& na
   const bool isBare = name.find_first_of("\\/:") == std::string::npos;
   if (!isBare) return IsFile(*full) ? full : std::nullopt;
   for (const auto& folder :
-       {ToWide(programFolder_), SystemFolder(SystemPrograms), SystemFolder(WindowsPrograms)}) {
+       {SystemFolder(SystemPrograms), SystemFolder(WindowsPrograms), ToWide(programFolder_)}) {
     auto place = folder + L"\\" + ToWide(name);
     if (IsFile(place)) return place;
   }

@@ -42,6 +42,13 @@ struct ProcessesOnSystem : FilesOnSystem {
   std::string Dump() { return folder.Get("dump"); }
   std::string Absent() { return "\"C:\\no such\\tool.exe\" x"; }
   std::string InPath() { return "true"; }
+
+  /// A program of the system's folder, of whose name there is another in the program's folder.
+  std::string SystemsOwn(const std::string& name, int code) {
+    Install(root + "windows\\system32\\" + name + ".exe");
+    files.Write(programFolder + "\\" + name + ".exe", "no program");
+    return name + " " + out + " " + std::to_string(code);
+  }
   std::string Sleeping() { return "sleep 5"; }
 
   /// How a program hears an argument.

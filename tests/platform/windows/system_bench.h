@@ -60,6 +60,12 @@ struct ProcessesOnSystem : FilesOnSystem {
   std::string Dump() { return folder.Get("dump"); }
   std::string Absent() { return "\"C:\\no such\\tool.exe\" x"; }
   std::string InPath() { return "cmd /c exit 0"; }
+
+  /// A program of the system's folder, of whose name there is another in the program's folder.
+  std::string SystemsOwn(const std::string& name, int code) {
+    Install(programFolder + "\\" + name + ".exe");
+    return name + " /c exit " + std::to_string(code);
+  }
   std::string Sleeping() { return "\"" + WindowsPath(CHATTY_TOOL) + "\" sleep"; }
 
   /// How a program hears an argument.
