@@ -24,6 +24,7 @@ void ComponentRegistration::Run(std::string_view procedure, Action action) {
     } else {
       // The same words for both directions, as ever.
       on([&] { dialogs_.Show({"Failed to Register " + component}); });
+      if (!advice_.empty()) on([&] { window_.SetStatus(advice_); });
     }
   });
 }

@@ -15,13 +15,15 @@ namespace gorbex {
 /// Registers and unregisters single components through the system's registration tool.
 class ComponentRegistration {
  public:
-  /// `changed` is called after a registration changed, so that what is shown can be judged again.
-  ComponentRegistration(const frmBuilder& window, Shell& shell, Dialogs& dialogs,
-                        ErrorReport& report, std::function<void()> changed)
+  /// `advice` is what is nearly always the reason of a failure, or empty. `changed` is called after
+  /// a registration changed, so that what is shown can be judged again.
+  ComponentRegistration(frmBuilder& window, Shell& shell, Dialogs& dialogs, ErrorReport& report,
+                        std::string advice, std::function<void()> changed)
       : window_(window),
         shell_(shell),
         dialogs_(dialogs),
         report_(report),
+        advice_(std::move(advice)),
         changed_(std::move(changed)) {}
 
   /// Both act on the component of the selected row of the detail list.
@@ -33,15 +35,19 @@ class ComponentRegistration {
   bool Register(const std::string& componentFile);
   bool Unregister(const std::string& componentFile);
 
+  /// What to tell the user besides when a registration failed; empty for nothing.
+  [[nodiscard]] const std::string& Advice() const { return advice_; }
+
  private:
   using Action = bool (ComponentRegistration::*)(const std::string& componentFile);
 
   void Run(std::string_view procedure, Action action);
 
-  const frmBuilder& window_;
+  frmBuilder& window_;
   Shell& shell_;
   Dialogs& dialogs_;
   ErrorReport& report_;
+  std::string advice_;
   std::function<void()> changed_;
 };
 

@@ -65,6 +65,8 @@ int RunCli(const std::vector<std::string>& arguments, const Streams& streams,
            const HostFactory& makeHost) {
   Frame frame{streams, makeHost};
   CLI::App app("GorbexBuilder builds groups of Visual Basic component projects.", "gorbex");
+  // A path of the host may begin with "/"; all systems are to read it alike.
+  app.allow_windows_style_options(false);
   app.set_version_flag("--version", "gorbex " GORBEX_VERSION);
   app.add_option(
          "--prefix", frame.prefix,

@@ -24,6 +24,7 @@ void Register(Frame& frame, const std::string& typed, Direction direction) {
   }
   if (done) return;
   session.Warn("Failed to Register " + Plain(path));
+  if (const auto& advice = program.registration.Advice(); !advice.empty()) session.Warn(advice);
   frame.status = ExitStatus::WorkFailed;
 }
 

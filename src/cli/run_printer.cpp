@@ -74,13 +74,19 @@ void RunPrinter::DrawBar() {
   if (!frame_.streams.animates || of_ == 0) return;
   drawn_ = clock_.Elapsed();
   const std::size_t filled = kBarWidth * (number_ - 1) / of_;
-  frame_.streams.err << "\r\033[K[" << std::string(filled, '#')
-                     << std::string(kBarWidth - filled, '.') << "] " << number_ << " of " << of_
-                     << "  " << current_ << "  " << Seconds(drawn_ - start_) << std::flush;
+  Draw("[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "] " +
+       std::to_string(number_) + " of " + std::to_string(of_) + "  " + current_ + "  " +
+       Seconds(drawn_ - start_));
 }
 
 void RunPrinter::ClearBar() {
-  if (frame_.streams.animates) frame_.streams.err << "\r\033[K" << std::flush;
+  if (frame_.streams.animates && barWidth_ > 0) Draw("");
+}
+
+// Blanks erase the bar before: not every console knows a code for that.
+void RunPrinter::Draw(const std::string& bar) {
+  frame_.streams.err << "\r" + std::string(barWidth_, ' ') + "\r" + bar << std::flush;
+  barWidth_ = Width(bar);
 }
 
 }  // namespace gorbex::cli

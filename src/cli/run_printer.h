@@ -31,6 +31,7 @@ class RunPrinter {
   void TellEnd(const RunEnded& ended);
   void DrawBar();
   void ClearBar();
+  void Draw(const std::string& bar);
 
   const Frame& frame_;
   std::ostream& lines_;
@@ -42,6 +43,7 @@ class RunPrinter {
   std::size_t of_ = 0;
   std::chrono::milliseconds start_{0};
   std::chrono::milliseconds drawn_{0};
+  std::size_t barWidth_ = 0;  ///< columns of the bar that is shown; 0 for none
 };
 
 }  // namespace gorbex::cli

@@ -36,11 +36,14 @@ std::string Seconds(std::chrono::milliseconds duration) {
   return buffer;
 }
 
+std::size_t Width(std::string_view utf8) {
+  return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
+  }));
+}
+
 std::string Padded(std::string utf8, std::size_t width) {
-  const auto characters =
-      static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char byte) {
-        return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
-      }));
+  const auto characters = Width(utf8);
   if (characters < width) utf8.append(width - characters, ' ');
   return utf8;
 }

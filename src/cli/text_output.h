@@ -16,6 +16,9 @@ namespace gorbex::cli {
 /// Seconds with two decimals, such as "0.42 s".
 [[nodiscard]] std::string Seconds(std::chrono::milliseconds duration);
 
+/// Columns that a text takes.
+[[nodiscard]] std::size_t Width(std::string_view utf8);
+
 /// Filled up with blanks to a width in characters.
 [[nodiscard]] std::string Padded(std::string utf8, std::size_t width);
 

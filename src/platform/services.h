@@ -27,6 +27,9 @@ struct PlatformServices {
   SourceControl& sourceControl;
   Mail& mail;
   std::string programFolder;  ///< Windows path of the program's own folder
+
+  /// What is nearly always the reason when a component cannot be registered here; empty for none.
+  std::string registrationAdvice{};
 };
 
 }  // namespace gorbex

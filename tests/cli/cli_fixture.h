@@ -29,7 +29,7 @@ class CliFixture : public ::testing::Test {
     std::istringstream in(typed);
     std::ostringstream out;
     std::ostringstream err;
-    const cli::Streams streams{in, out, err, asks, false};
+    const cli::Streams streams{in, out, err, asks, animates};
     const int status = cli::RunCli(
         arguments, streams, [this](const auto&) { return std::make_unique<MemoryHost>(platform); });
     return {status, out.str(), err.str()};
@@ -53,6 +53,7 @@ class CliFixture : public ::testing::Test {
     };
   }
 
+  bool animates = false;
   MemoryPlatform platform;
   Group group{platform};
 
@@ -62,8 +63,9 @@ class CliFixture : public ::testing::Test {
     explicit MemoryHost(MemoryPlatform& memory) : memory_(memory) {}
     PlatformServices Services(EventPump& events) override {
       const PlatformServices all = memory_.Services();
-      return {all.files,      all.registry, all.processes,     all.clock, events,
-              all.components, all.objects,  all.sourceControl, all.mail,  all.programFolder};
+      return {all.files, all.registry,      all.processes,         all.clock,
+              events,    all.components,    all.objects,           all.sourceControl,
+              all.mail,  all.programFolder, all.registrationAdvice};
     }
     [[nodiscard]] std::string ProgramPath(const std::string& typed) const override { return typed; }
     [[nodiscard]] bool EndWanted() const override { return waits_ > 2; }

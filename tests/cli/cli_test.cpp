@@ -51,6 +51,26 @@ TEST_F(CliTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
   EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
 }
 
+TEST_F(CliTest, TheBarIsErasedOnEveryConsole) {
+  InstallCompiler();
+  animates = true;
+  const std::string bars = Run({"build", file}).err;
+  EXPECT_EQ(bars.find('\033'), std::string::npos);
+  const auto till = bars.rfind("Till.vbp");
+  ASSERT_NE(till, std::string::npos);
+  const auto erased = bars.find('\r', till);
+  const std::size_t width = erased - bars.rfind('\r', till) - 1;
+  EXPECT_EQ(bars.substr(erased), "\r" + std::string(width, ' ') + "\r");
+}
+
+TEST_F(CliTest, RegisteringThatFailsSaysWhyNearlyAlways) {
+  platform.files.AddFile("C:\\c.dll", "");
+  platform.processes.QueueExitCode(5);
+  const Result result = Run({"register", "C:\\c.dll"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "gorbex: Failed to Register C:\\c.dll\ngorbex: ask an administrator\n");
+}
+
 TEST_F(CliTest, BuildTakesNamedProjectsAloneAndNothingCheckedIsToldApart) {
   InstallCompiler();
   const Json named = Run({"build", file, group.Path("Money"), "--json"}).Json();
@@ -266,6 +286,8 @@ TEST_F(CliTest, ValuesAreReadAndReplaced) {
   EXPECT_EQ(Run({"value", "set", path, "Absent", "1"}).status, 1);
   EXPECT_EQ(Run({"value", "get", "C:\\absent.vbp", "Type"}).status, 2);
   EXPECT_EQ(Run({"value", "set", path, "MajorVer", "1\r\nCommand32=evil"}).status, 2);
+  EXPECT_EQ(Run({"value", "set", path, "MajorVer", "/22"}).status, 0) << "a value is no option";
+  EXPECT_EQ(Run({"value", "get", path, "MajorVer"}).out, "/22\n");
 }
 
 TEST_F(CliTest, SettingsAreStoredCheckedAndListed) {

@@ -30,8 +30,17 @@ struct MemoryPlatform {
   MemoryPlatform& operator=(const MemoryPlatform&) = delete;
 
   [[nodiscard]] PlatformServices Services() {
-    return {files,      registry, processes,     clock, events,
-            components, objects,  sourceControl, mail,  programFolder};
+    return {files,
+            registry,
+            processes,
+            clock,
+            events,
+            components,
+            objects,
+            sourceControl,
+            mail,
+            programFolder,
+            "ask an administrator"};
   }
 };
 

@@ -9,6 +9,7 @@
 #include "platform/windows/component_inspector.h"
 #include "platform/windows/file_system.h"
 #include "platform/windows/full_path.h"
+#include "platform/windows/handle.h"
 #include "platform/windows/outlook.h"
 #include "platform/windows/process.h"
 #include "platform/windows/registry.h"
@@ -28,6 +29,23 @@ std::string OwnFolder() {
         "the path of the program's folder holds a character that no code page can hold");
   }
   return *folder;
+}
+
+// Whether this program has the rights that an administrator's programs can have.
+bool IsElevated() {
+  HANDLE token = nullptr;
+  if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == 0) return false;
+  const Handle owned(token);
+  TOKEN_ELEVATION elevation{};
+  DWORD size = 0;
+  return GetTokenInformation(token, TokenElevation, &elevation, sizeof(elevation), &size) != 0 &&
+         elevation.TokenIsElevated != 0;
+}
+
+std::string RegistrationAdvice() {
+  if (IsElevated()) return {};
+  return "Registering nearly always needs an administrator's rights: start the program as "
+         "administrator";
 }
 
 }  // namespace
@@ -66,9 +84,9 @@ PlatformServices WindowsPlatform::Services(EventPump& events) {
   parts_->tools.Handle(events);
   parts_->sourceControl.Handle(events);
   parts_->mail.Handle(events);
-  return {parts_->files, parts_->registry,     parts_->processes, parts_->clock,
-          events,        parts_->components,   *parts_->objects,  parts_->sourceControl,
-          parts_->mail,  parts_->programFolder};
+  return {parts_->files, parts_->registry,      parts_->processes,   parts_->clock,
+          events,        parts_->components,    *parts_->objects,    parts_->sourceControl,
+          parts_->mail,  parts_->programFolder, RegistrationAdvice()};
 }
 
 }  // namespace gorbex
