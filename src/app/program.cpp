@@ -21,7 +21,9 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       treeCommands(window, reader, display, platform.files, dialogs),
       search(window, display),
       referenceUpdate(window, platform.files, registry, platform.components, report),
-      start({window, registry, options, log, dialogs, report, buildProject, platform.files}),
+      replaced(platform.files, log, platform.programFolder),
+      start({window, registry, options, log, dialogs, report, buildProject, platform.files,
+             replaced, [this] { return compile.TakeTurn(); }}),
       session(window, platform.sourceControl, dialogs, report),
       latest(window, session, log, dialogs, report),
       changes(window, session),
@@ -32,17 +34,19 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       script(window, platform.files, dialogs, report),
       compile({window, platform.files, shell, dialogs, log, start, platform.programFolder}),
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
-           referenceUpdate, values, version, script, compile}),
+           referenceUpdate, values, version, script, compile, replaced}),
       failed(run.events, compile.ended),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, platform.events}),
-      registration(window, shell, dialogs, report, [this] { display.RefreshReferences(); }),
+      registration(window, shell, dialogs, report, platform.registrationAdvice,
+                   [this] { display.RefreshReferences(); }),
       shutDown({window, registry, options, log, dialogs, report, buildProject, run, shell, session,
-                mail}),
+                mail, replaced}),
       immediate({window, dialogs, report, script, compile}),
       settings(window, options, dialogs, report),
       logViewer(logs, log, platform.files, dialogs, report),
       componentTest({window, selectControl, testControl, platform.objects, dialogs, report}) {
+  turns_ = compile.turnTaken.Connect([this] { replaced.WriteBack(); });
   ConnectFileMenu();
   ConnectQueueMenu();
   ConnectToolsMenu();
@@ -124,6 +128,8 @@ void Program::ConnectMail() {
 }
 
 void Program::ConnectComponentTest() {
+  // A component that was tested is compiled, registered and unregistered by other programs.
+  starts_ = shell.starting.Connect([this] { platform.objects.LetGoOfUnused(); });
   window.menu.mnuQueueTest.SetHandler([this] { componentTest.mnuQueueTest_Click(); });
   selectControl.cmdTest.SetHandler([this] { componentTest.cmdTest_Click(); });
   selectControl.cmdClose.SetHandler([this] { componentTest.cmdClose_Click(); });

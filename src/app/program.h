@@ -20,6 +20,7 @@
 #include "build/immediate_build.h"
 #include "build/project_value.h"
 #include "build/registration_script.h"
+#include "build/replaced_values.h"
 #include "build/version_stamp.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
@@ -75,6 +76,7 @@ class Program {
   ProjectSearch search;
   ReferenceUpdate referenceUpdate;
 
+  ReplacedValues replaced;
   StartUp start;
   SourceSafeSession session;
   GetLatest latest;
@@ -101,6 +103,8 @@ class Program {
  private:
   Subscription waits_;
   Subscription ticks_;
+  Subscription turns_;
+  Subscription starts_;
 
   void ConnectFileMenu();
   void ConnectQueueMenu();

@@ -32,7 +32,13 @@ void StartUp::ReadSession() {
   uses_.window.UserName = uses_.registry.fnsGetRegistryValue(kProgramKey, session_setting::kUser);
 }
 
+// The note of another program that is at work is not ours to touch.
+void StartUp::WriteBackReplacedValues() {
+  if (uses_.replaced.Any()) static_cast<void>(uses_.takeTurn());
+}
+
 void StartUp::ReadState() {
+  WriteBackReplacedValues();
   ReadSession();
   uses_.window.compilerPath = CompilerOf(RegisteredCompiler());
   uses_.options.LoadSettings();
@@ -43,6 +49,7 @@ void StartUp::Form_Load() {
   frmBuilder& window = uses_.window;
   Procedure(uses_.report, ": frmBuilder.Form_Load").Run([&](Procedure& on) {
     on([&] { uses_.log.WriteLog("Application Started"); });
+    TellOfReplacedValues(on);
     on([&] { uses_.buildProject.ShowRecentFiles(); });
     RestorePosition(on);
     on([&] { ReadSession(); });
@@ -65,6 +72,14 @@ void StartUp::Form_Load() {
     Command& inBox = window.menu.mnuToolsInBox;
     if (uses_.options.AutoStart && !inBox.checked.Get()) on([&] { inBox.Execute(); });
   });
+}
+
+void StartUp::TellOfReplacedValues(Procedure& on) {
+  std::string lines;
+  const Subscription listening = uses_.replaced.told.Connect(
+      [&](const std::string& line) { lines.append(lines.empty() ? "" : kLineBreak).append(line); });
+  on([&] { WriteBackReplacedValues(); });
+  if (!lines.empty()) on([&] { uses_.dialogs.Show({lines}); });
 }
 
 // A later run must not move the window away from where the user put it since.

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
 #include "build/program_start.h"
+#include "build/replaced_values.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
 #include "core/dialogs.h"
@@ -26,6 +29,11 @@ class StartUp : public ProgramStart {
     ErrorReport& report;
     BuildProjectFile& buildProject;
     const FileReader& files;
+    ReplacedValues& replaced;
+
+    /// This program's turn to build; null while another program has it. Whoever gets it writes back
+    /// what a killed run has left.
+    std::function<std::shared_ptr<void>()> takeTurn;
   };
 
   explicit StartUp(const Uses& uses) : uses_(uses) {}
@@ -37,12 +45,14 @@ class StartUp : public ProgramStart {
   /// compiler.
   void Form_Load() override;
 
-  /// What a front end without a window needs: session values, registered compiler, settings and the
-  /// tree's root, without log line or question.
+  /// What a front end without a window needs: what a killed run has left is written back; session
+  /// values, registered compiler, settings and the tree's root, without log line or question.
   void ReadState();
 
  private:
   [[nodiscard]] std::string RegisteredCompiler() const;
+  void WriteBackReplacedValues();
+  void TellOfReplacedValues(Procedure& on);
   void RestorePosition(Procedure& on);
   void ReadSession();
   void FindCompiler(Procedure& on, const std::string& registered);

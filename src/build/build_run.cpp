@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::string_view kOptimizationKey = "OptimizationType";
 constexpr std::string_view kDebugInfoKey = "CodeViewDebugInfo";
+constexpr std::int32_t kNotOptimized = 2;
+constexpr std::int32_t kWithDebugInfo = -1;
 
 }  // namespace
 
@@ -160,7 +162,7 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   });
   on([&] { uses_.events.DoEvents(); });
   Record(on, path, exeName, succeeded, counters);
-  if (DebugBuildIsOn() && kept) WriteDebugValues(on, path, *kept);
+  if (kept) WriteBack(on, path, *kept);
   events.Emit(ProjectCompiled{path, succeeded, uses_.clock.Elapsed() - start,
                               uses_.compile.LastResult(), uses_.compile.LastProblem()});
   if (succeeded || ending_ || !uses_.options.StopProcessing) return Pass::GoOn;
@@ -213,8 +215,15 @@ BuildRun::DebugValues BuildRun::SetDebugValues(Procedure& on, const std::string&
   const auto read = [&](std::string_view key) { return on([&] { return DebugValue(path, key); }); };
   const DebugValues kept{read(kOptimizationKey), read(kDebugInfoKey)};
   DebugValues wanted;
-  if (kept.optimization) wanted.optimization = 2;
-  if (kept.debugInfo) wanted.debugInfo = -1;
+  std::vector<ReplacedValue> replaced;
+  const auto replace = [&](std::string_view key, std::optional<std::int32_t> before,
+                           std::int32_t during) {
+    if (before) replaced.push_back({std::string(key), *before, during});
+    return before ? std::optional(during) : std::nullopt;
+  };
+  wanted.optimization = replace(kOptimizationKey, kept.optimization, kNotOptimized);
+  wanted.debugInfo = replace(kDebugInfoKey, kept.debugInfo, kWithDebugInfo);
+  on([&] { uses_.replaced.Note(path, replaced); });
   WriteDebugValues(on, path, wanted);
   return kept;
 }
@@ -233,6 +242,16 @@ void BuildRun::WriteDebugValues(Procedure& on, const std::string& path, const De
   };
   write(kOptimizationKey, values.optimization);
   write(kDebugInfoKey, values.debugInfo);
+}
+
+// Who has switched debug builds off meanwhile keeps what is in the project file now.
+void BuildRun::WriteBack(Procedure& on, const std::string& path, const DebugValues& kept) {
+  if (!DebugBuildIsOn()) {
+    on([&] { uses_.replaced.Forget(path); });
+    return;
+  }
+  WriteDebugValues(on, path, kept);
+  on([&] { uses_.replaced.Settle(path); });
 }
 
 void BuildRun::Record(Procedure& on, const std::string& path, const std::string& exeName,
@@ -283,9 +302,11 @@ void BuildRun::OfferAutoLaunch(Procedure& on, const Counters& counters) {
                                std::string(kApplicationTitle)});
   });
   if (answer != Answer::Yes) return;
+  // The user works in it: it is not ended with this program.
   on([&] {
-    uses_.shell.ShellAndWait(uses_.window.compilerPath + " \"" + uses_.options.AutoLaunchName +
-                             "\" /run");
+    uses_.shell.RunAndWait(
+        uses_.window.compilerPath + " \"" + uses_.options.AutoLaunchName + "\" /run",
+        Shell::Life::ItsOwn);
   });
 }
 

@@ -12,6 +12,7 @@
 #include "build/latest_report.h"
 #include "build/project_value.h"
 #include "build/registration_script.h"
+#include "build/replaced_values.h"
 #include "build/version_stamp.h"
 #include "core/activity_log.h"
 #include "core/latest_source.h"
@@ -45,6 +46,7 @@ class BuildRun {
     VersionStamp& version;
     RegistrationScript& script;
     Compile& compile;
+    ReplacedValues& replaced;
   };
 
   explicit BuildRun(const Uses& uses) : uses_(uses) {}
@@ -96,6 +98,7 @@ class BuildRun {
   [[nodiscard]] std::optional<std::int32_t> DebugValue(const std::string& path,
                                                        std::string_view key);
   void WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values);
+  void WriteBack(Procedure& on, const std::string& path, const DebugValues& kept);
   void Record(Procedure& on, const std::string& path, const std::string& exeName, bool succeeded,
               Counters& counters);
   [[nodiscard]] bool AskToGoOn(const std::string& path);

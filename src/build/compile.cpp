@@ -70,6 +70,7 @@ std::shared_ptr<void> Compile::TakeTurn() {
   if (turn != nullptr) return turn;
   turn = keepOthersOut ? keepOthersOut() : std::make_shared<int>();
   turn_ = turn;
+  if (turn != nullptr) turnTaken.Emit();
   return turn;
 }
 

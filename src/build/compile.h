@@ -12,6 +12,7 @@
 #include "core/procedure.h"
 #include "core/run_events.h"
 #include "core/shell.h"
+#include "core/signal.h"
 #include "platform/file_system.h"
 
 namespace gorbex {
@@ -48,6 +49,9 @@ class Compile {
   /// Keeps other programs from building until all that it gives are let go of. Nothing while
   /// another one builds.
   [[nodiscard]] std::shared_ptr<void> TakeTurn();
+
+  /// The turn has just become this program's. Called before TakeTurn gives it.
+  Signal<> turnTaken;
 
   /// How other programs are kept from building, as TakeTurn says; without it nobody else builds.
   std::function<std::shared_ptr<void>()> keepOthersOut;

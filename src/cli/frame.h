@@ -39,14 +39,12 @@ class Host {
   /// Error 52 when it holds characters that no path of the program can hold.
   [[nodiscard]] virtual std::string ProgramPath(const std::string& typed) const = 0;
 
-  /// Keeps other programs from building on the same system until the result is let go of. Calls
-  /// `onWait` before it waits for one that builds already.
-  [[nodiscard]] virtual std::shared_ptr<void> BuildAlone(const std::function<void()>& /*onWait*/) {
-    return nullptr;
-  }
+  /// Keeps other programs from building on the same system until the result is let go of. Null
+  /// while another program builds.
+  [[nodiscard]] virtual std::shared_ptr<void> BuildAlone() { return std::make_shared<int>(); }
 
   /// Keeps other programs from changing stored settings and build projects on the same system until
-  /// the result is let go of, and waits as BuildAlone does.
+  /// the result is let go of. Calls `onWait` before it waits for one that does so already.
   [[nodiscard]] virtual std::shared_ptr<void> ChangeAlone(const std::function<void()>& /*onWait*/) {
     return nullptr;
   }

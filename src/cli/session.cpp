@@ -16,6 +16,7 @@ Session::Session(const Frame& frame) : frame_(frame), pump_(*this), dialogs_(fra
     throw Failure(ExitStatus::Unusable, Plain(error.Description()));
   }
   dialogs_.isEnding = [this] { return host_->EndWanted(); };
+  program_->compile.keepOthersOut = [this] { return host_->BuildAlone(); };
   ListenForProblems();
   program_->start.ReadState();
 }
@@ -30,6 +31,8 @@ void Session::ListenForProblems() {
         warn(path, "left out: " + why);
       }));
   subscriptions_.push_back(program_->reader.doubtful.Connect(warn));
+  subscriptions_.push_back(
+      program_->replaced.told.Connect([this](const std::string& line) { Warn(Plain(line)); }));
   subscriptions_.push_back(
       program_->values.failed.Connect([=](const std::string& path, const RuntimeError& error) {
         warn(path, "not amended: " + error.Description());
@@ -92,7 +95,13 @@ std::string Session::LoadedProject(const std::string& typedPath) const {
 }
 
 std::shared_ptr<void> Session::BuildAlone() const {
-  return host_->BuildAlone([this] { Warn("another build is running; waiting for its end"); });
+  auto turn = program_->compile.TakeTurn();
+  if (turn == nullptr) Warn("another build is running; waiting for its end");
+  while (turn == nullptr && !host_->EndWanted()) {
+    host_->Wait(std::chrono::milliseconds(100));
+    turn = program_->compile.TakeTurn();
+  }
+  return turn;
 }
 
 std::shared_ptr<void> Session::ChangeAlone() const {

@@ -28,7 +28,8 @@ class Session {
   /// not loaded.
   [[nodiscard]] std::string LoadedProject(const std::string& typedPath) const;
 
-  /// Keeps other programs from building until the result is let go of.
+  /// Keeps other programs from building until the result is let go of. Waits for one that builds
+  /// already; null when the system wishes the program's end meanwhile.
   [[nodiscard]] std::shared_ptr<void> BuildAlone() const;
 
   /// Keeps other programs from changing what is stored until the result is let go of.

@@ -32,13 +32,15 @@ bool Shell::ShellAndWait(const std::string& commandLine) {
   return RunAndWait(commandLine) == Ended::Well;
 }
 
-Shell::Ended Shell::RunAndWait(const std::string& commandLine) {
+Shell::Ended Shell::RunAndWait(const std::string& commandLine, Life life) {
   // Long enough to leave the processor to the child, short enough for a window to feel alive.
   constexpr std::chrono::milliseconds kPatience{10};
   if (isClosed_) return Ended::ByUs;
+  starting.Emit();
   const StartResult started = processes_.Start(commandLine);
   if (const auto* failure = std::get_if<RuntimeError>(&started)) throw *failure;
   const auto& process = std::get<std::unique_ptr<Process>>(started);
+  if (life == Life::ItsOwn) process->OutliveProgram();
   const Waiting waiting(*this, *process);
   for (;;) {
     const auto exitCode = process->ExitCode(kPatience);

@@ -20,8 +20,14 @@ class Shell {
 
   enum class Ended { Well, Badly, ByUs };
 
+  /// Whether a program is ended, where the system can do that, when this one is killed.
+  enum class Life { EndsWithUs, ItsOwn };
+
   /// As ShellAndWait, with an end that TerminateAll made told apart.
-  Ended RunAndWait(const std::string& commandLine);
+  Ended RunAndWait(const std::string& commandLine, Life life = Life::EndsWithUs);
+
+  /// Announced before a program is started.
+  Signal<> starting;
 
   /// Announced when the first wait begins and when the last one ends.
   Signal<> waitsChanged;

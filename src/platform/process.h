@@ -23,6 +23,10 @@ class Process {
 
   /// Ends the process without giving it a say; its exit code follows as for any end.
   virtual void Terminate() = 0;
+
+  /// From now on the process goes on even when this program is killed, wherever the system would
+  /// otherwise end the two together.
+  virtual void OutliveProgram() {}
 };
 
 /// A process that could not be started is told apart from one that ended badly.

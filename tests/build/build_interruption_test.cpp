@@ -119,6 +119,70 @@ TEST_F(BuildInterruptionTest, LeavesItsTurnToAnotherProgram) {
   EXPECT_TRUE(held.expired()) << "others may build again";
 }
 
+const std::string kNote = "C:\\Program Files\\GorbexBuilder\\gorbexbuilder.replaced";
+
+// The files of a run in the middle of a compile are what is left when it is killed there.
+TEST_F(BuildInterruptionTest, IsPutRightByTheNextStartWhenItWasKilled) {
+  group.Library("Core")
+      .Line("CompatibleMode=\"2\"")
+      .Line("OptimizationType=1")
+      .Line("CodeViewDebugInfo=0");
+  Load();
+  program.options.DebugBuild = "True";
+  std::string project, note;
+  DuringTheCompile([&] {
+    Program other(platform.Services(), dialogs);
+    other.compile.keepOthersOut = [] { return nullptr; };
+    other.start.Form_Load();
+    project = platform.files.Text(kCore);
+    note = platform.files.Text(kNote);
+  });
+  Build();
+  EXPECT_FALSE(platform.files.Look(kNote)) << "nothing is left to be done";
+  ASSERT_NE(project.find("OptimizationType=2\r\nCodeViewDebugInfo=-1\r\n"), std::string::npos)
+      << "it was not the other program's turn";
+
+  platform.files.AddFile(kCore, project);
+  platform.files.AddFile(kNote, note);
+  Program next(platform.Services(), dialogs);
+  next.start.Form_Load();
+  const std::string told =
+      "Wrote back the debug values of " + kCore + ", which a build that was killed had left";
+  EXPECT_EQ(Only(Steps(), {"show"}), Journal{"show " + told});
+  EXPECT_NE(platform.files.Text(next.log.FileOf(next.log.Today())).find(told), std::string::npos);
+  EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=1\r\nCodeViewDebugInfo=0\r\n"),
+            std::string::npos);
+  EXPECT_FALSE(platform.files.Look(kNote));
+}
+
+TEST_F(BuildInterruptionTest, WritesBackNothingButWhatTheKilledRunPutThere) {
+  const std::string line = "OptimizationType\t1\t2\t" + kCore + "\tend\r\n";
+  struct Case {
+    std::string note, before, after;
+    bool isReadOnly = false, staysNoted = false;
+  };
+  const Case cases[] = {{line, "2", "1"},
+                        {line, "0", "0"},
+                        {line, "22", "22"},
+                        {line.substr(0, line.size() - 1), "2", "2"},
+                        {"OptimizationType\t1" + line, "2", "2"},
+                        {"OptimizationType\t\t2\t" + kCore + "\tend\r\n", "2", "2"},
+                        {std::string(40, '\0') + line + line, "2", "1"},
+                        {"OptimizationType\t1\t2\tC:\\Group\\Gone.vbp\tend\r\n" + line, "2", "1"},
+                        {line, "2", "2", true, true}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    const std::string key = "Type=OleDll\r\nOptimizationType=";
+    platform.files.AddFile(kCore, key + c.before);
+    platform.files.SetAttributes(kCore, c.isReadOnly ? file_attribute::kReadOnly : 0);
+    platform.files.AddFile(kNote, c.note);
+    Program next(platform.Services(), dialogs);
+    next.start.ReadState();
+    EXPECT_EQ(platform.files.Text(kCore), key + c.after);
+    EXPECT_EQ(platform.files.Look(kNote).has_value(), c.staysNoted);
+  }
+}
+
 TEST_F(BuildInterruptionTest, FollowsTheAnswerToAnErrorReport) {
   const std::string report =
       Reported(5, "Invalid procedure call or argument: '" + kBase + "'", kBuildProcedure);

@@ -31,6 +31,7 @@ PATIENCE = 60
 BATCHES, REQUESTS = 8, 250
 
 AMENDED = re.compile(rb"(CompatibleMode|MajorVer|MinorVer|RevisionVer|OptimizationType|CodeViewDebugInfo)=[^\r]*")
+DEBUG_VALUE = re.compile(rb"(?:OptimizationType|CodeViewDebugInfo)=[^\r]*")
 GUID = re.compile(rb"\{[0-9A-Fa-f]{8}-[0-9A-Fa-f-]{27}\}")
 LOG_LINE = re.compile(rb"\[\d\d/\d\d/\d{4} \d\d:\d\d:\d\d\] [^\r\n]+\r\n")
 REGISTRY_LINE = re.compile(rb'WINE REGISTRY Version 2|;.*|#.*|\[.+\].*|(@|".*")=.+|  .*|')
@@ -119,6 +120,13 @@ class Product:
         folders = self.prefix.glob("drive_c/Program Files/GorbexBuilder/[Ll]ogs")
         return b"".join(path.read_bytes() for folder in folders for path in sorted(folder.iterdir()))
 
+    def require_own_debug_values(self, when):
+        """The next start of the program has written back what a killed build had left."""
+        for path in self.projects:
+            now, own = (DEBUG_VALUE.findall(p.read_bytes()) for p in
+                        (path, pathlib.Path(STOREFRONT) / path.relative_to(self.folder)))
+            check(now == own, f"{when}: {path} has debug values: {now}")
+
     def require_whole_files(self, when):
         for path, text in self.before.items():
             now = path.read_bytes()
@@ -132,7 +140,7 @@ class Product:
 def killed(product):
     random.seed(SEED)
     product.run(GORBEX, "build", product.file, "--all", "--yes")
-    build_project, kills, left, number, lasted = product.build_project(), 0, 0, 0, {}
+    build_project, kills, left, mended, number, lasted = product.build_project(), 0, 0, 0, 0, {}
     while kills < KILLS:
         number += 1
         some = [str(path) for path in random.sample(product.projects, 2)]
@@ -164,14 +172,18 @@ def killed(product):
         when = f"command {number}, {command}"
         product.require_whole_files(when)
         check(product.build_project() == build_project, f"{when}: the build project is torn")
-        shown = json.loads(product.run(GORBEX, "show", product.file, "--json"))
+        said = product.run(GORBEX, "show", product.file, "--json")
+        shown = json.loads(said[said.index("{"):])
+        mended += "Wrote back the debug values" in said
         check(len(shown["projects"]) == len(product.projects), f"{when}: a project is lost")
+        product.require_own_debug_values(when)
         for path in product.prefix.rglob(".gorbex-*"):
             path.unlink()
             left += 1
         if number % 10 == 0:
             product.build_anew()
-    print(f"{kills} kills survived; {left} temporary files were left beside their targets")
+    check(mended > 0, "no debug build was killed")
+    print(f"{kills} kills survived; {mended} times debug values were written back; {left} temporary files were left")
 
 
 def ended(product):

@@ -37,9 +37,8 @@ class LinuxHost : public gorbex::cli::Host {
     return gorbex::ProgramPathOf(platform_.GetPrefix(), typed);
   }
 
-  std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
-    const auto lock = gorbex::ProgramLock::ToBuild(platform_.GetPrefix().Root());
-    return std::make_shared<gorbex::ProgramLock>(lock, onWait);
+  std::shared_ptr<void> BuildAlone() override {
+    return gorbex::ProgramLock::Try(gorbex::ProgramLock::ToBuild(platform_.GetPrefix().Root()));
   }
 
   std::shared_ptr<void> ChangeAlone(const std::function<void()>& onWait) override {

@@ -9,6 +9,7 @@
 #include "platform/runtime_error.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/end_signal.h"
+#include "platform/windows/library_search.h"
 #include "platform/windows/platform.h"
 #include "platform/windows/program_lock.h"
 #include "platform/windows/typed_path.h"
@@ -38,9 +39,8 @@ class WindowsHost : public gorbex::cli::Host {
     return gorbex::ProgramPathOf(typed);
   }
 
-  std::shared_ptr<void> BuildAlone(const std::function<void()>& onWait) override {
-    const auto lock = gorbex::ProgramLock::ToBuild(platform_.ProgramFolder());
-    return std::make_shared<gorbex::ProgramLock>(lock, onWait);
+  std::shared_ptr<void> BuildAlone() override {
+    return gorbex::ProgramLock::Try(gorbex::ProgramLock::ToBuild(platform_.ProgramFolder()));
   }
 
   std::shared_ptr<void> ChangeAlone(const std::function<void()>& onWait) override {
@@ -97,6 +97,7 @@ int Run(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int wmain(int count, wchar_t** values) {
+  gorbex::SearchTrustedFoldersAlone();
   std::vector<std::string> arguments(static_cast<std::size_t>(count));
   std::transform(values, values + count, arguments.begin(), gorbex::Utf8FromWide);
   std::vector<const char*> pointers(arguments.size());

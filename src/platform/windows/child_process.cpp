@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 #include <system_error>
-#include <vector>
+#include <utility>
 
 #include "platform/windows/full_path.h"
 #include "platform/windows/wide_text.h"
@@ -26,11 +26,17 @@ Handle Nothing() {
                             nullptr));
 }
 
-// A program with a window has no streams to hand down.
+bool IsConsole(HANDLE stream) {
+  DWORD mode = 0;
+  return GetConsoleMode(stream, &mode) != 0;
+}
+
+// A program with a window has no streams to hand down. Those of a console are no handles of the
+// system before Windows 8: a child cannot be given them one by one.
 Handle Inheritable(HANDLE stream) {
   HANDLE copy = nullptr;
   const HANDLE self = GetCurrentProcess();
-  if (stream != nullptr && stream != INVALID_HANDLE_VALUE &&
+  if (stream != nullptr && stream != INVALID_HANDLE_VALUE && !IsConsole(stream) &&
       DuplicateHandle(self, stream, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS) != 0) {
     return Handle(copy);
   }
@@ -123,6 +129,13 @@ Variables OwnVariables() {
   return variables;
 }
 
+// The limit ends what is in the job with its last handle, which is ours.
+void LimitToOurLife(const Handle& job, bool isLimited) {
+  JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+  limits.BasicLimitInformation.LimitFlags = isLimited ? JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE : 0;
+  SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof(limits));
+}
+
 std::wstring WithoutQuotes(std::wstring folder) {
   std::erase(folder, L'"');
   return folder;
@@ -141,7 +154,17 @@ ChildProcess::ChildProcess(const ChildStart& start) : job_(CreateJobObjectW(null
   process_ = Handle(made.hProcess);
   const Handle thread(made.hThread);
   if (job_ && AssignProcessToJobObject(job_.Get(), process_.Get()) == 0) job_.Close();
+  if (job_) LimitToOurLife(job_, true);
   ResumeThread(thread.Get());
+}
+
+// What is let go of goes on; only the death of this program ends it.
+ChildProcess::~ChildProcess() {
+  if (job_) LimitToOurLife(job_, false);
+}
+
+void ChildProcess::OutliveProgram() {
+  if (job_) LimitToOurLife(job_, false);
 }
 
 std::optional<std::uint32_t> ChildProcess::ExitCode(std::chrono::milliseconds patience) {
@@ -161,13 +184,20 @@ void ChildProcess::Terminate() {
   TerminateProcess(process_.Get(), kEndedByUs);
 }
 
-std::optional<std::wstring> FindInPath(const std::wstring& name) {
-  const auto folders = EnvironmentVariable(L"PATH").value_or(L"");
-  for (std::size_t begin = 0; begin < folders.size();) {
-    const auto end = std::min(folders.find(L';', begin), folders.size());
-    const auto folder = WithoutQuotes(folders.substr(begin, end - begin));
+std::vector<std::wstring> FoldersOfPath() {
+  std::vector<std::wstring> folders;
+  const auto path = EnvironmentVariable(L"PATH").value_or(L"");
+  for (std::size_t begin = 0; begin < path.size();) {
+    const auto end = std::min(path.find(L';', begin), path.size());
+    auto folder = WithoutQuotes(path.substr(begin, end - begin));
     begin = end + 1;
-    if (!IsAbsolute(folder)) continue;
+    if (IsAbsolute(folder)) folders.push_back(std::move(folder));
+  }
+  return folders;
+}
+
+std::optional<std::wstring> FindInPath(const std::wstring& name) {
+  for (const auto& folder : FoldersOfPath()) {
     for (const wchar_t* extension : {L"", L".exe"}) {
       auto path = folder;
       path.append(L"\\").append(name).append(extension);

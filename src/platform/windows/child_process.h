@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/process.h"
 #include "platform/windows/handle.h"
@@ -30,14 +31,23 @@ class ChildProcess : public Process {
  public:
   /// Fails with std::system_error.
   explicit ChildProcess(const ChildStart& start);
+  ~ChildProcess() override;
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
 
   [[nodiscard]] std::optional<std::uint32_t> ExitCode(std::chrono::milliseconds patience) override;
   void Terminate() override;
+  void OutliveProgram() override;
 
  private:
-  Handle job_;  ///< of the child and what it starts; none on a system without jobs within jobs
+  /// The child and what it starts, all of which ends when this program is killed; none on a system
+  /// without jobs within jobs.
+  Handle job_;
   Handle process_;
 };
+
+/// The absolute folders of the search path, in its order.
+[[nodiscard]] std::vector<std::wstring> FoldersOfPath();
 
 /// The program of that name (".exe" need not be said) in the folders of the search path.
 [[nodiscard]] std::optional<std::wstring> FindInPath(const std::wstring& name);

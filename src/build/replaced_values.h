@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/activity_log.h"
+#include "core/signal.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// A value of a project file that a run replaces for the time of a compile.
+struct ReplacedValue {
+  std::string key;
+  std::int32_t before = 0;
+  std::int32_t during = 0;
+};
+
+/// Remembers on disk, in the program's folder, what must be written back into project files, so
+/// that a run which is killed does not leave a release as a debug build. Only the program whose
+/// turn it is to build may call what changes anything.
+class ReplacedValues {
+ public:
+  ReplacedValues(FileSystem& files, ActivityLog& log, const std::string& programFolder);
+
+  /// Notes values before they are replaced. What is noted already, and was not written back since,
+  /// counts more. Raises the file system's error when that cannot be noted.
+  void Note(const std::string& projectFile, const std::vector<ReplacedValue>& values);
+
+  /// Forgets the values of a project that has its own again; those that could not be written back
+  /// stay noted.
+  void Settle(const std::string& projectFile);
+
+  /// Forgets the values of a project that is to keep what it has.
+  void Forget(const std::string& projectFile);
+
+  /// Whether anything is noted, be it by another program that is at work.
+  [[nodiscard]] bool Any() const;
+
+  /// Writes back what a killed run has left, wherever the file still has what that run wrote there.
+  /// What cannot be written stays noted. Each file is told of and logged.
+  void WriteBack();
+
+  Signal<std::string> told;
+
+ private:
+  struct Entry {
+    std::string projectFile;
+    ReplacedValue value;
+  };
+  using Entries = std::vector<Entry>;
+
+  [[nodiscard]] Entries Noted() const;
+  void Store(const Entries& entries);
+  [[nodiscard]] static bool IsIn(const std::string& text, const Entry& entry);
+  [[nodiscard]] bool Mended(const std::string& projectFile, const Entries& entries);
+  void Tell(const std::string& line);
+
+  FileSystem& files_;
+  ActivityLog& log_;
+  std::string file_;
+};
+
+}  // namespace gorbex
