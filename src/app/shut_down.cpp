@@ -22,6 +22,18 @@ bool ShutDown::Form_QueryUnload() {
   return closes || !finished;
 }
 
+// The run that is ended does its own clean-up only after this call, which may be too late.
+void ShutDown::SessionEnds() {
+  const bool builds = uses_.run.Running();
+  uses_.mail.EndTick();
+  uses_.run.End();
+  if (builds) uses_.replaced.WriteBack();
+  Procedure::IgnoringErrors().Run([&](Procedure& on) {
+    StoreState(on);
+    on([&] { uses_.log.WriteLog("Quitting Application"); });
+  });
+}
+
 void ShutDown::AskToStop() {
   if (wanted_) {
     uses_.run.mnuFileStop_Click();

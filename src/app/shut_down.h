@@ -1,6 +1,7 @@
 #pragma once
 
 #include "build/build_run.h"
+#include "build/replaced_values.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
 #include "core/dialogs.h"
@@ -30,6 +31,7 @@ class ShutDown {
     Shell& shell;
     const SourceSafeSession& session;
     MailService& mail;
+    ReplacedValues& replaced;
   };
 
   explicit ShutDown(const Uses& uses) : uses_(uses) {}
@@ -39,6 +41,14 @@ class ShutDown {
   [[nodiscard]] bool Form_QueryUnload();
 
   void mnuFileExit_Click();
+
+  /// Whether the user's session may end now without losing what the user has not saved. Asks
+  /// nobody: the system waits for the answer.
+  [[nodiscard]] bool SessionMayEnd() const { return !uses_.window.ProjectChanged; }
+
+  /// The user's session ends, and the program with it: what is at work is ended, and when this
+  /// returns project files have their own values back and the settings are stored. Asks nobody.
+  void SessionEnds();
 
   /// Whether the user asked for the end during work that has ended since: close again.
   [[nodiscard]] bool Due() const { return wanted_ && !Busy(); }

@@ -138,6 +138,7 @@ void ComponentTest::cmdClose_Click() {
 void ComponentTest::frmSelectControl_Form_Unload() {
   Procedure(uses_.report, ": frmSelectControl.Form_Unload").Run([&](Procedure& on) {
     on([&] { uses_.test.Unload(); });
+    on([&] { uses_.objects.LetGoOfUnused(); });
     if (uses_.select.visible.Get()) on([&] { uses_.select.visible.Set(false); });
   });
 }

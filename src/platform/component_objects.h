@@ -91,6 +91,9 @@ class ComponentObjects {
   /// within calls to it: the host notes the wish and paints later.
   [[nodiscard]] virtual std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) = 0;
+
+  /// Lets go of component files of which no object is left, so that they can be written again.
+  virtual void LetGoOfUnused() {}
 };
 
 }  // namespace gorbex

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <wx/window.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,6 +23,10 @@ class Host : public HostPaths {
   /// Keeps other programs from building on the same system until the result is let go of; nothing
   /// while another one builds.
   [[nodiscard]] virtual std::shared_ptr<void> BuildAlone() = 0;
+
+  /// Shows the user, in words, why this window keeps the system waiting that wants to end the
+  /// user's session; until the window goes. Nothing where the system has no place for it.
+  virtual void TellWhySessionWaits(wxWindow& /*window*/, const wxString& /*why*/) {}
 };
 
 }  // namespace gorbex::ui

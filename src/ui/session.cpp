@@ -1,5 +1,8 @@
 #include "ui/session.h"
 
+#include <wx/app.h>
+#include <wx/weakref.h>
+
 #include "ui/main_frame.h"
 #include "ui/text_conversion.h"
 
@@ -17,9 +20,28 @@ void Session::Start(const std::string& typed) {
     if (event.GetEventObject() == frame) dialogs_.SetParent(nullptr);
     event.Skip();
   });
+  FollowUsersSession(frame);
   program_.start.SetCommandLine(CommandLine(typed));
   program_.start.Form_Load();
   frame->Show();
+}
+
+// While the system waits for the answer nobody is asked: what is to be asked is asked afterwards,
+// and the system goes on when the window has closed.
+void Session::FollowUsersSession(wxFrame* frame) {
+  const wxWeakRef<wxFrame> window(frame);
+  wxTheApp->Bind(wxEVT_QUERY_END_SESSION, [this, window](wxCloseEvent& event) {
+    if (!window || program_.shutDown.SessionMayEnd() || !event.CanVeto()) return;
+    host_.TellWhySessionWaits(*window, "The build project is not saved.");
+    event.Veto();
+    window->CallAfter([window] {
+      if (window) window->Close();
+    });
+  });
+  wxTheApp->Bind(wxEVT_END_SESSION, [this, window](wxCloseEvent&) {
+    if (window) host_.TellWhySessionWaits(*window, "A build is being ended.");
+    program_.shutDown.SessionEnds();
+  });
 }
 
 std::string Session::CommandLine(const std::string& typed) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <wx/frame.h>
+
 #include <string>
 
 #include "app/program.h"
@@ -20,6 +22,7 @@ class Session {
 
  private:
   [[nodiscard]] std::string CommandLine(const std::string& typed) const;
+  void FollowUsersSession(wxFrame* frame);
 
   Host& host_;
   WindowDialogs dialogs_;

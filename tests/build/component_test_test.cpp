@@ -26,6 +26,8 @@ TEST_F(ComponentRegistrationTest, RunsTheToolOnTheSelectedComponent) {
   EXPECT_EQ(Effects(),
             (Journal{"start RegSvr32 -u /s \"" + core + "\"", "show Failed to Register " + core}));
 
+  EXPECT_EQ(program.window.stbStatus.Get(), "ask an administrator");
+
   list.Select(nullptr);
   dialogs.answers = {Answer::Ignore};
   menu.mnuDataPopupReg.Execute();
@@ -109,6 +111,12 @@ TEST_F(ComponentTestTest, HostsUserControlsAndResizesTheLast) {
   form.cmdClose.Execute();
   EXPECT_EQ(Effects(), (Journal{"destroy Core.Dial", "destroy Core.Dial"}));
   EXPECT_FALSE(host.visible.Get() || form.visible.Get());
+  EXPECT_EQ(platform.objects.letGo, 1) << "the component can be built again";
+  platform.processes.otherwise = [&](const std::string&) {
+    EXPECT_EQ(platform.objects.letGo, 2) << "whatever was tested since";
+    return 0U;
+  };
+  EXPECT_TRUE(program.registration.Unregister("C:\\c.dll"));
 }
 
 TEST_F(ComponentTestTest, LetsItsFormsBeClosedWhileAMessageIsShown) {

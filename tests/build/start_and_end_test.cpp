@@ -147,6 +147,26 @@ TEST_F(ShutDownTest, WaitsForTheProjectBeingBuilt) {
   EXPECT_TRUE(Close());
 }
 
+TEST_F(ShutDownTest, EndsWithTheUsersSessionAndAsksNobody) {
+  group.Library("Core").Line("CompatibleMode=\"2\"").Line("OptimizationType=1");
+  Load();
+  program.options.DebugBuild = "True";
+  platform.processes.polls = 1000;
+  bool isOver = false;
+  platform.events.onEvents = [&] {
+    if (std::exchange(isOver, true)) return;
+    EXPECT_TRUE(program.shutDown.SessionMayEnd());
+    program.shutDown.SessionEnds();
+    EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=1\r\n"), std::string::npos)
+        << "the program may not live to the end of the run";
+    EXPECT_EQ(Only(Steps(), {"show", "log Quit"}), Journal{"log Quitting Application"});
+  };
+  EXPECT_EQ(Only(Build(), {"start"}), Journal{});
+  EXPECT_TRUE(isOver);
+  program.window.ProjectChanged = true;
+  EXPECT_FALSE(program.shutDown.SessionMayEnd());
+}
+
 TEST_F(ShutDownTest, EndsACompilerThatDoesNotEnd) {
   Load({"Core"});
   platform.processes.polls = 1000000;

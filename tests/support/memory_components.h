@@ -30,6 +30,7 @@ struct MemoryComponents : ComponentObjects {
   Journal& journal;
   std::map<std::string, std::string> values;  ///< of "ID", which registers it, and of "IDNAME"
   std::function<void()> repaint;              ///< of the newest control
+  int letGo = 0;                              ///< how often files were let go of
 
   struct Component : ComponentObject, ComponentControl {
     Component(MemoryComponents& of, std::string name) : all(of), id(std::move(name)) {}
@@ -50,6 +51,8 @@ struct MemoryComponents : ComponentObjects {
     MemoryComponents& all;
     std::string id;
   };
+
+  void LetGoOfUnused() override { ++letGo; }
 
   std::unique_ptr<Component> Create(const std::string& id) {
     journal.push_back("create " + id);

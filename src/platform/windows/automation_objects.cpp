@@ -1,5 +1,9 @@
 #include "platform/windows/automation_objects.h"
 
+#include <windows.h>
+
+#include <objbase.h>
+
 #include <utility>
 
 #include "platform/windows/automation_class.h"
@@ -39,6 +43,11 @@ std::unique_ptr<ComponentControl> AutomationObjects::CreateControl(
     const std::string& identifier, std::function<void()> /*repaint*/) {
   static_cast<void>(ClassOf(identifier));
   RefuseObject(identifier, "user controls cannot be shown here");
+}
+
+// The first call only marks what is unused; without a delay the second one unloads it.
+void AutomationObjects::LetGoOfUnused() {
+  for (int call = 0; call < 2; ++call) CoFreeUnusedLibrariesEx(0, 0);
 }
 
 }  // namespace gorbex

@@ -16,6 +16,7 @@ class AutomationObjects : public ComponentObjects {
   void AddLicense(const std::string& identifier, const std::string& key) override;
   [[nodiscard]] std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) override;
+  void LetGoOfUnused() override;
 
  protected:
   [[nodiscard]] std::shared_ptr<ComApartment> Apartment() const { return apartment_; }

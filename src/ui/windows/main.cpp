@@ -12,6 +12,7 @@
 #include "platform/windows/child_process.h"
 #include "platform/windows/com_apartment.h"
 #include "platform/windows/controls/activex_objects.h"
+#include "platform/windows/library_search.h"
 #include "platform/windows/platform.h"
 #include "platform/windows/program_lock.h"
 #include "platform/windows/typed_path.h"
@@ -50,6 +51,10 @@ class WindowsHost : public ui::Host {
     return TypedPath(hostPath);
   }
 
+  void TellWhySessionWaits(wxWindow& window, const wxString& why) override {
+    ShutdownBlockReasonCreate(window.GetHWND(), why.wc_str());
+  }
+
   // The system remembers where its dialogs were.
   [[nodiscard]] std::string FirstFolder() const override { return {}; }
 
@@ -71,6 +76,13 @@ std::vector<std::string> Words() {
   return result;
 }
 
+// The toolkit takes it for granted.
+bool CanHaveWindow() {
+  const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPED, 0, 0, 1, 1, nullptr,
+                                      nullptr, nullptr, nullptr);
+  return window != nullptr && DestroyWindow(window) != 0;
+}
+
 std::optional<int> AnsweredForGit(const std::vector<std::string>& words) {
   std::vector<const char*> pointers;
   pointers.reserve(words.size());
@@ -81,6 +93,7 @@ std::optional<int> AnsweredForGit(const std::vector<std::string>& words) {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*unused*/, char* /*bytes*/, int show) {
+  SearchTrustedFoldersAlone();
   std::vector<std::string> words = Words();
   if (const auto answered = AnsweredForGit(words)) return *answered;
   // The window asks for it; what it starts must not inherit it.
@@ -91,6 +104,12 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*unused*/, char* /*bytes*/, in
     ui::TellStarter(reply->text,
                     reply->exitStatus == 0 ? ui::StarterStream::Output : ui::StarterStream::Errors);
     return reply->exitStatus;
+  }
+  if (!CanHaveWindow()) {
+    ui::TellStarter(
+        "gorbexbuilder: no window can be shown here; gorbex does the same without one\n",
+        ui::StarterStream::Errors);
+    return 2;
   }
   const ComApartment apartment;
   const auto makeHost = [] { return std::make_unique<WindowsHost>(); };

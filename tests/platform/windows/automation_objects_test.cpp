@@ -54,6 +54,19 @@ TEST(AutomationObjects, AreHeardInTheirOwnWordsUnderTheirOwnNumber) {
   }
 }
 
+TEST(AutomationObjects, LetGoOfAComponentThatNobodyUses) {
+  const AutomationServers servers("Component.Caption=x");
+  const auto* const file = L"automation_servers.dll";
+  AutomationObjects objects;
+  auto object = objects.CreateObject("GorbexTest.Free");
+  objects.LetGoOfUnused();
+  EXPECT_EQ(object->Get("Caption"), "x");
+  object.reset();
+  EXPECT_NE(GetModuleHandleW(file), nullptr);
+  objects.LetGoOfUnused();
+  EXPECT_EQ(GetModuleHandleW(file), nullptr);
+}
+
 TEST(ControlClasses, GiveLicensedControlsToThoseWhoKnowTheKey) {
   const AutomationServers servers("Component.Caption=free");
   const ComApartment apartment;
