@@ -9,7 +9,7 @@
  *   during a call of the host.
  * - Texts are UTF-8 with a length. The host's texts have a zero byte behind their last byte that
  *   the length does not count; a plug-in's texts need none. A text that holds a character which
- *   Windows-1252 lacks cannot be shown and counts as a type mismatch.
+ *   the code page lacks cannot be shown and counts as a type mismatch.
  * - Ownership. Nothing is ever handed over: what one side passes stays its own, and the other side
  *   copies what it wants to keep. The host's texts, pixels and events are valid until the call
  *   returns; a plug-in's texts must stay valid until the next call for the same instance (for an

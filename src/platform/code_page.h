@@ -6,27 +6,63 @@
 #include <string>
 #include <string_view>
 
+#include "platform/runtime_error.h"
+
 namespace gorbex {
 
-// Every text inside the program is bytes of the system's single-byte code page (Windows-1252).
-// Case and conversion at the borders are answered here and nowhere else.
+/// A single-byte code page: the characters of ASCII, and 128 of its own.
+///
+/// Every text inside the program is bytes of the one code page that the process uses. That is
+/// Windows-1252 until the program's start has chosen the system's.
+class CodePage {
+ public:
+  /// The Unicode numbers of the bytes from 0x80 on.
+  using UpperHalf = std::array<char16_t, 128>;
 
-/// The lower-case byte of every byte.
-inline constexpr std::array<char, 256> kLowerCase = [] {
-  std::array<char, 256> table{};
-  for (unsigned i = 0; i < table.size(); ++i) {
-    const bool isLetter = (i >= 'A' && i <= 'Z') || (i >= 0xC0 && i <= 0xDE && i != 0xD7);
-    table[i] = static_cast<char>(isLetter ? i + 0x20 : i);
+  explicit CodePage(const UpperHalf& upperHalf);
+
+  [[nodiscard]] static CodePage Windows1252();
+  [[nodiscard]] static const CodePage& Used() { return used_; }
+
+  /// Makes it the code page of the process. For the start alone, before any text is made: texts of
+  /// different code pages cannot be compared.
+  static void Use(const CodePage& page) { used_ = page; }
+
+  /// The Unicode number of a byte, and the byte of a Unicode number (nothing when it has none).
+  [[nodiscard]] char32_t Character(char byte) const {
+    return tables_.characters[static_cast<unsigned char>(byte)];
   }
-  table[0x8A] = static_cast<char>(0x9A);
-  table[0x8C] = static_cast<char>(0x9C);
-  table[0x8E] = static_cast<char>(0x9E);
-  table[0x9F] = static_cast<char>(0xFF);
-  return table;
-}();
+  [[nodiscard]] std::optional<char> Byte(char32_t character) const;
+
+  [[nodiscard]] char Lower(char byte) const {
+    return tables_.lowerCase[static_cast<unsigned char>(byte)];
+  }
+  [[nodiscard]] char Upper(char byte) const {
+    return tables_.upperCase[static_cast<unsigned char>(byte)];
+  }
+
+ private:
+  struct Tables {
+    std::array<char16_t, 256> characters{};
+    std::array<char, 256> lowerCase{};
+    std::array<char, 256> upperCase{};
+  };
+
+  explicit constexpr CodePage(const Tables& tables) : tables_(tables) {}
+  static constexpr Tables TablesOf(const UpperHalf& upperHalf);
+
+  static CodePage used_;
+
+  Tables tables_;
+};
+
+/// For a system whose code page, of this number, has characters of several bytes.
+[[nodiscard]] RuntimeError UnusableCodePage(const std::string& number);
+
+// Case and conversion at the borders are answered here and nowhere else, by the code page in use.
 
 [[nodiscard]] inline char LowerCase(char letter) {
-  return kLowerCase[static_cast<unsigned char>(letter)];
+  return CodePage::Used().Lower(letter);
 }
 [[nodiscard]] std::string LowerCase(std::string_view text);
 [[nodiscard]] std::string UpperCase(std::string_view text);
@@ -44,8 +80,13 @@ inline constexpr std::array<char, 256> kLowerCase = [] {
 /// Nothing when the text is not valid UTF-8 or holds a character the code page lacks.
 [[nodiscard]] std::optional<std::string> FromUtf8(std::string_view utf8);
 
+/// As FromUtf8, with a "?" for everything that the code page cannot hold.
+[[nodiscard]] std::string FromUtf8Roughly(std::string_view utf8);
+
 /// The Unicode number of one byte, and the byte of one Unicode number (nothing when it has none).
-[[nodiscard]] char32_t ToUnicode(char byte);
+[[nodiscard]] inline char32_t ToUnicode(char byte) {
+  return CodePage::Used().Character(byte);
+}
 [[nodiscard]] std::optional<char> FromUnicode(char32_t character);
 
 }  // namespace gorbex

@@ -14,12 +14,7 @@ wxString ToWx(const std::string& text) {
 }
 
 std::string FromWx(const wxString& text) {
-  if (const auto whole = FromUtf8(text.utf8_string())) return *whole;
-  std::string result;
-  for (const wxUniChar letter : text) {
-    result += FromUtf8(wxString(letter).utf8_string()).value_or("?");
-  }
-  return result;
+  return FromUtf8Roughly(text.utf8_string());
 }
 
 std::string Excerpt(const std::string& text, std::size_t most) {

@@ -11,6 +11,7 @@
 #include "platform/linux/program_lock.h"
 #include "platform/linux/registrar.h"
 #include "platform/linux/registry.h"
+#include "platform/linux/system_code_page.h"
 #include "platform/linux/tool.h"
 #include "platform/linux/wine.h"
 
@@ -63,8 +64,10 @@ struct LinuxPlatform::Parts {
   LinuxMail mail{files, tools, OutboxOf(prefix)};
 };
 
-LinuxPlatform::LinuxPlatform(const std::filesystem::path& prefixRoot)
-    : parts_(std::make_unique<Parts>(prefixRoot)) {}
+LinuxPlatform::LinuxPlatform(const std::filesystem::path& prefixRoot) {
+  CodePage::Use(SystemCodePage(prefixRoot));
+  parts_ = std::make_unique<Parts>(prefixRoot);
+}
 
 LinuxPlatform::~LinuxPlatform() = default;
 

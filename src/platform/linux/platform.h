@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// All services of a Linux host over one prefix.
+/// All services of a Linux host over one prefix. Making it chooses the code page of the process.
 class LinuxPlatform {
  public:
   explicit LinuxPlatform(const std::filesystem::path& prefixRoot);

@@ -12,24 +12,15 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/outlook.h"
 #include "platform/windows/process.h"
+#include "platform/windows/program_folder.h"
 #include "platform/windows/registry.h"
 #include "platform/windows/source_control.h"
+#include "platform/windows/system_code_page.h"
 #include "platform/windows/tool.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex {
 namespace {
-
-std::string OwnFolder() {
-  const auto file = OwnFile();
-  const auto folder = FromWide(file.substr(0, file.find_last_of(L'\\')));
-  if (!folder) {
-    throw RuntimeError::WithDescription(
-        ErrorNumber::BadFileName,
-        "the path of the program's folder holds a character that no code page can hold");
-  }
-  return *folder;
-}
 
 // Whether this program has the rights that an administrator's programs can have.
 bool IsElevated() {
@@ -54,7 +45,7 @@ struct WindowsPlatform::Parts {
   explicit Parts(std::unique_ptr<ComponentObjects> componentObjects)
       : objects(std::move(componentObjects)) {}
 
-  std::string programFolder = OwnFolder();
+  std::string programFolder = SpelledFolder(OwnFolder());
   WindowsFileSystem files;
   WindowsRegistry registry;
   WindowsProcessLauncher processes{programFolder};
@@ -68,8 +59,9 @@ struct WindowsPlatform::Parts {
 
 WindowsPlatform::WindowsPlatform() : WindowsPlatform(std::make_unique<AutomationObjects>()) {}
 
-WindowsPlatform::WindowsPlatform(std::unique_ptr<ComponentObjects> objects)
-    : parts_(std::make_unique<Parts>(std::move(objects))) {
+WindowsPlatform::WindowsPlatform(std::unique_ptr<ComponentObjects> objects) {
+  CodePage::Use(SystemCodePage());
+  parts_ = std::make_unique<Parts>(std::move(objects));
   // A drive without a disk is an error for the caller, not a question of the system's own.
   SetErrorMode(SEM_FAILCRITICALERRORS);
 }

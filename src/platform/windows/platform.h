@@ -6,7 +6,7 @@
 
 namespace gorbex {
 
-/// All services of the system this program runs on.
+/// All services of the system this program runs on. Making it chooses the code page of the process.
 class WindowsPlatform {
  public:
   WindowsPlatform();
@@ -17,7 +17,7 @@ class WindowsPlatform {
   WindowsPlatform(const WindowsPlatform&) = delete;
   WindowsPlatform& operator=(const WindowsPlatform&) = delete;
 
-  /// The folder of the program's own file.
+  /// The folder of the program's own file, or what SpelledFolder() gives for it.
   [[nodiscard]] const std::string& ProgramFolder() const;
 
   /// The services with the front end's own event pump; valid as long as this object and the pump.

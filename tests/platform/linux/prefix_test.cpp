@@ -5,6 +5,8 @@
 #include <chrono>
 #include <map>
 
+#include "platform/code_page.h"
+#include "platform/linux/platform.h"
 #include "platform/runtime_error.h"
 #include "tests/platform/temporary_folder.h"
 
@@ -54,6 +56,35 @@ TEST(Prefix, MapsWindowsPathsToTheHost) {
   EXPECT_TRUE(prefix.Target("C:\\GROUP\\New.vbp"));
   EXPECT_FALSE(prefix.Target("C:\\None\\New.vbp"));
   EXPECT_FALSE(prefix.Target("C:\\" + longName));
+}
+
+TEST(Prefix, ChoosesTheCodePage) {
+  const std::string start = "WINE REGISTRY Version 2\n\n[System\\\\Other] 1\n\"ACP\"=\"1251\"\n\n";
+  const std::string key =
+      "[System\\\\CurrentControlSet\\\\Control\\\\Nls\\\\Codepage] 17\n#time=1\n";
+  const std::pair<std::string, std::string> cases[] = {
+      {start, ""},  // Windows-1252 lacks the letter
+      {start + key + "\n[Last] 1\n\"ACP\"=\"1250\"\n", ""},
+      {start + key + "\"10000\"=\"mac\"\n\"ACP\"=\"1250\"\n\n[Last] 1\n", "C:\\\xA3.vbp"},
+      {start + key + "\"ACP\"=\"1257\"", "C:\\\xD9.vbp"},
+      {start + key + "\"ACP\"=\"932\"\n", "5"},
+      {start + key + "\"ACP\"=\"1252//\"\n", "5"},
+  };
+  for (const auto& [registry, expected] : cases) {
+    const TemporaryFolder folder;
+    folder.Put("system.reg", registry);
+    folder.Put("drive_c/\u0142.vbp", "");
+    std::string found;
+    try {
+      const LinuxPlatform platform(folder.Path());
+      found = FromUtf8("C:\\\u0141.vbp").value_or("");
+      EXPECT_EQ(platform.GetPrefix().Existing(found).has_value(), !found.empty()) << registry;
+    } catch (const RuntimeError& error) {
+      found = std::to_string(error.Number());
+    }
+    EXPECT_EQ(found, expected) << registry;
+  }
+  CodePage::Use(CodePage::Windows1252());
 }
 
 TEST(Prefix, LooksAgainIntoAFolderThatChanged) {

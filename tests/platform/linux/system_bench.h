@@ -9,6 +9,7 @@
 #include "platform/linux/file_system.h"
 #include "platform/linux/process.h"
 #include "platform/linux/registry.h"
+#include "platform/linux/system_code_page.h"
 #include "platform/linux/tool.h"
 #include "tests/platform/linux/variable.h"
 #include "tests/platform/outcome.h"

@@ -11,6 +11,7 @@
 #include "platform/windows/file_system.h"
 #include "platform/windows/process.h"
 #include "platform/windows/registry.h"
+#include "platform/windows/system_code_page.h"
 #include "platform/windows/tool.h"
 #include "tests/platform/outcome.h"
 #include "tests/platform/temporary_folder.h"

@@ -30,46 +30,42 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-// Sets whose upper half the senders themselves take for the code page's.
+// Sets that say nothing of the upper half, which is taken for the code page's.
 bool IsCodePage(const std::string& name) {
-  constexpr std::array<std::string_view, 8> kNames = {
-      "", "us-ascii", "ascii", "iso-8859-1", "latin1", "windows-1252", "cp1252", "x-user-defined"};
-  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+  return name.empty() || name == "us-ascii" || name == "ascii" || name == "x-user-defined";
+}
+
+// Senders themselves take these for one.
+bool IsWindows1252(const std::string& name) {
+  return name == "iso-8859-1" || name == "latin1" || name == "windows-1252" || name == "cp1252";
+}
+
+std::string FromWindows1252(std::string_view bytes) {
+  const auto windows1252 = CodePage::Windows1252();
+  std::string text(bytes);
+  for (char& byte : text) byte = FromUnicode(windows1252.Character(byte)).value_or('?');
+  return text;
 }
 
 }  // namespace
 
-std::string FromHost(std::string_view utf8) {
-  std::string text;
-  text.reserve(utf8.size());
-  while (!utf8.empty()) {
-    const auto length = LengthOfCharacter(utf8);
-    if (length == 1 && static_cast<unsigned char>(utf8.front()) < 0x80U) {
-      text += utf8.front();
-    } else {
-      text += FromUtf8(utf8.substr(0, length)).value_or("?");
-    }
-    utf8.remove_prefix(length);
-  }
-  return text;
-}
-
 std::string FromCharacterSet(std::string_view bytes, const std::string& name) {
   const auto set = LowerCase(name);
   if (IsCodePage(set)) return std::string(bytes);
-  if (set == "utf-8" || set == "utf8") return FromHost(bytes);
+  if (IsWindows1252(set)) return FromWindows1252(bytes);
+  if (set == "utf-8" || set == "utf8") return FromUtf8Roughly(bytes);
   try {
     vmime::string utf8;
     vmime::charset::convert(std::string(bytes), utf8, vmime::charset(set),
                             vmime::charset(vmime::charsets::UTF_8));
-    return FromHost(utf8);
+    return FromUtf8Roughly(utf8);
   } catch (const std::exception&) {
     return std::string(bytes);
   }
 }
 
 std::string FromAnyCharacterSet(std::string_view bytes) {
-  return IsUtf8(bytes) ? FromHost(bytes) : std::string(bytes);
+  return IsUtf8(bytes) ? FromUtf8Roughly(bytes) : std::string(bytes);
 }
 
 }  // namespace gorbex

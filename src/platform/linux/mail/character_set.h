@@ -5,9 +5,6 @@
 
 namespace gorbex {
 
-/// A text of the host (UTF-8) in the code page; what that lacks, and what is no UTF-8, becomes "?".
-[[nodiscard]] std::string FromHost(std::string_view utf8);
-
 /// Bytes of a mail in the code page. A character set that is unknown, or says less than the bytes
 /// hold, is taken for the code page itself.
 [[nodiscard]] std::string FromCharacterSet(std::string_view bytes, const std::string& name);

@@ -10,7 +10,7 @@
 #include <vmime/net/imap/IMAPStore.hpp>
 #include <vmime/net/imap/IMAPUtils.hpp>
 
-#include "platform/linux/mail/character_set.h"
+#include "platform/code_page.h"
 #include "platform/linux/mail/server_session.h"
 #include "platform/runtime_error.h"
 
@@ -175,7 +175,8 @@ std::vector<ListedMail> ImapFolder::List() {
     if (!connection.Select(name_)) {
       throw RuntimeError::WithDescription(
           ErrorNumber::PathNotFound,
-          FromHost("There is no folder '" + name_ + "' below the inbox at '" + server_.host + "'"));
+          FromUtf8Roughly("There is no folder '" + name_ + "' below the inbox at '" + server_.host +
+                          "'"));
     }
     if (connection.Count() == 0) return;
     const auto start = std::to_string(connection.Validity()) + ".";

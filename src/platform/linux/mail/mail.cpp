@@ -74,11 +74,11 @@ void RequireMaildir(const MaildirStore& store) {
   if (error) {
     throw RuntimeError::WithDescription(
         ErrorNumber::PermissionDenied,
-        FromHost("The Maildir '" + store.folder + "' cannot be read: " + error.message()));
+        FromUtf8Roughly("The Maildir '" + store.folder + "' cannot be read: " + error.message()));
   }
   throw RuntimeError::WithDescription(
       store.isDefault ? ErrorNumber::CannotCreateObject : ErrorNumber::InvalidCall,
-      FromHost("There is no Maildir '" + store.folder + "'"));
+      FromUtf8Roughly("There is no Maildir '" + store.folder + "'"));
 }
 
 }  // namespace
@@ -125,7 +125,7 @@ auto Guarded(Work&& work) {
   } catch (const std::system_error& error) {
     throw RuntimeError::WithDescription(
         ErrorNumber::PathFileAccess,
-        FromHost(std::string("The outbox cannot be used: ") + error.what()));
+        FromUtf8Roughly(std::string("The outbox cannot be used: ") + error.what()));
   }
 }
 
@@ -163,7 +163,7 @@ class FolderAccess {
   [[noreturn]] void RaiseNoFolder(const std::string& maildir) const {
     throw RuntimeError::WithDescription(
         ErrorNumber::PathNotFound,
-        FromHost("There is no folder '" + name_ + "' in the Maildir '" + maildir + "'"));
+        FromUtf8Roughly("There is no folder '" + name_ + "' in the Maildir '" + maildir + "'"));
   }
 
   std::shared_ptr<const OpenAccount> account_;

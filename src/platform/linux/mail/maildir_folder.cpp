@@ -10,8 +10,8 @@
 #include <system_error>
 #include <tuple>
 
+#include "platform/code_page.h"
 #include "platform/header_fields.h"
-#include "platform/linux/mail/character_set.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -40,7 +40,7 @@ struct MailFile {
 
 [[noreturn]] void Raise(ErrorNumber number, const fs::path& path, const std::string& reason) {
   throw RuntimeError::WithDescription(
-      number, FromHost("'" + path.native() + "' in the Maildir: " + reason));
+      number, FromUtf8Roughly("'" + path.native() + "' in the Maildir: " + reason));
 }
 
 std::vector<MailFile> FilesOf(const fs::path& folder) {

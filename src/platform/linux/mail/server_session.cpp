@@ -18,8 +18,8 @@
 #include <vmime/security/sasl/XOAuth2SASLAuthenticator.hpp>
 #include <vmime/security/sasl/defaultSASLAuthenticator.hpp>
 
+#include "platform/code_page.h"
 #include "platform/linux/mail/certificate_verifier.h"
-#include "platform/linux/mail/character_set.h"
 #include "platform/mail.h"
 #include "platform/runtime_error.h"
 
@@ -169,10 +169,10 @@ bool RefusesCommand(const std::exception& error) {
       !server.password.empty() && said.find(server.password) != std::string::npos;
   if (!said.empty() && !tellsPassword) text += ": " + said;
   if (dynamic_cast<const vmime::exceptions::authentication_error*>(&error) != nullptr) {
-    throw LoginRefused(FromHost(text));
+    throw LoginRefused(FromUtf8Roughly(text));
   }
-  if (!RefusesCommand(error)) throw MailboxAway(FromHost(text));
-  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, FromHost(text));
+  if (!RefusesCommand(error)) throw MailboxAway(FromUtf8Roughly(text));
+  throw RuntimeError::WithDescription(ErrorNumber::AutomationError, FromUtf8Roughly(text));
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <vmime/net/transport.hpp>
 #include <vmime/utility/inputStreamStringAdapter.hpp>
 
-#include "platform/linux/mail/character_set.h"
+#include "platform/code_page.h"
 #include "platform/linux/mail/server_session.h"
 
 namespace gorbex {
@@ -91,7 +91,7 @@ void SendWithProgram(const MailMessage& message, const SendmailProgram& program,
   if (const auto* error = std::get_if<RuntimeError>(&outcome)) {
     throw RuntimeError::WithDescription(
         ErrorNumber::AutomationError,
-        FromHost("The mail program '" + program.path + "' cannot be used: ") +
+        FromUtf8Roughly("The mail program '" + program.path + "' cannot be used: ") +
             error->Description());
   }
   const auto& result = std::get<ToolResult>(outcome);
@@ -99,8 +99,8 @@ void SendWithProgram(const MailMessage& message, const SendmailProgram& program,
   const auto words = Short(result.errorOutput.empty() ? result.output : result.errorOutput);
   throw RuntimeError::WithDescription(
       ErrorNumber::AutomationError,
-      FromHost("The mail program '" + program.path + "' ended with status " +
-               std::to_string(result.exitCode) + (words.empty() ? "" : ": " + words)));
+      FromUtf8Roughly("The mail program '" + program.path + "' ended with status " +
+                      std::to_string(result.exitCode) + (words.empty() ? "" : ": " + words)));
 }
 
 WaitingMail Prepared(const MailMessage& message) {

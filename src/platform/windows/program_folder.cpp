@@ -1,0 +1,66 @@
+#include "platform/windows/program_folder.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+
+#include "platform/runtime_error.h"
+#include "platform/windows/child_process.h"
+#include "platform/windows/full_path.h"
+#include "platform/windows/wide_text.h"
+
+namespace gorbex {
+namespace {
+
+std::optional<std::string> ShortPathOf(const std::wstring& folder) {
+  std::wstring path(GetShortPathNameW(folder.c_str(), nullptr, 0), L'\0');
+  const DWORD length =
+      GetShortPathNameW(folder.c_str(), path.data(), static_cast<DWORD>(path.size()));
+  if (length == 0 || length >= path.size()) return std::nullopt;
+  path.resize(length);
+  return FromWide(path);
+}
+
+// The same name for the same folder at every start, and hardly ever for two folders.
+std::wstring NameFor(const std::wstring& folder) {
+  std::uint64_t hash = 0xcbf29ce484222325;
+  for (const wchar_t letter : folder) hash = (hash ^ letter) * 0x100000001b3;
+  std::array<char, 16> digits{};
+  const auto [end, error] = std::to_chars(digits.begin(), digits.end(), hash, 16);
+  return {digits.begin(), end};
+}
+
+void Make(const std::wstring& folder) {
+  if (CreateDirectoryW(folder.c_str(), nullptr) != 0 || GetLastError() == ERROR_ALREADY_EXISTS) {
+    return;
+  }
+  throw RuntimeError(ErrorNumber::PathNotFound, FromWideRoughly(folder));
+}
+
+std::string FolderInsteadOf(const std::wstring& folder) {
+  const auto common = EnvironmentVariable(L"ProgramData").value_or(L"C:\\ProgramData");
+  const auto own = common + L"\\GorbexBuilder";
+  const auto instead = own + L"\\" + NameFor(folder);
+  Make(own);
+  Make(instead);
+  return FromWideRoughly(instead);
+}
+
+}  // namespace
+
+std::wstring OwnFolder() {
+  const auto file = OwnFile();
+  return file.substr(0, file.find_last_of(L'\\'));
+}
+
+std::string SpelledFolder(const std::wstring& folder) {
+  auto path = FromWide(folder);
+  if (!path) path = ShortPathOf(folder);
+  return path ? *path : FolderInsteadOf(folder);
+}
+
+}  // namespace gorbex
