@@ -20,9 +20,9 @@ struct InitArguments {
   bool force = false;
 };
 
-std::vector<std::string> FindProjects(const FileReader& files, const std::string& source) {
+FoundProjects FindProjects(const FileReader& files, const std::string& source) {
   if (FolderExists(files, source)) return ProjectsInFolder(files, source);
-  return ProjectsInGroup(source, files.Read(source));
+  return {ProjectsInGroup(source, files.Read(source)), {}};
 }
 
 // Gives a project file the line ends that the compiler wants; leaves all others as they are.
@@ -36,7 +36,11 @@ void ConvertLineEnds(FileSystem& files, const std::string& path) {
 
 void ReadAll(Session& session, const InitArguments& arguments) {
   Program& program = session.program();
-  const auto projects = FindProjects(program.platform.files, session.ProgramPath(arguments.source));
+  const auto [projects, unreachable] =
+      FindProjects(program.platform.files, session.ProgramPath(arguments.source));
+  for (const std::string& path : unreachable) {
+    program.reader.leftOut.Emit(path, std::string(kUnreachableName));
+  }
   if (projects.empty())
     throw Failure(ExitStatus::Unusable, arguments.source + ": no projects found");
   for (const std::string& path : projects) {

@@ -50,7 +50,9 @@ std::string Session::ProgramPath(const std::string& typed) const {
   } catch (const RuntimeError& error) {
     if (error.Code() == ErrorNumber::BadFileName) {
       throw Failure(ExitStatus::Unusable,
-                    typed + ": holds a character that no Windows path or no code page can hold");
+                    typed +
+                        ": holds a character that is not in the system's code page, or in no "
+                        "Windows path");
     }
     throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
   }

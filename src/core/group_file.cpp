@@ -24,16 +24,23 @@ std::vector<FolderEntry> ListOrNothing(const FileReader& files, const std::strin
   }
 }
 
+bool IsProject(const FolderEntry& entry) {
+  return !entry.isFolder && LowerCase(entry.name).ends_with(".vbp");
+}
+
 void Collect(const std::string& folder, const std::vector<FolderEntry>& entries,
-             std::vector<std::string>& projects, std::vector<std::string>& folders) {
+             FoundProjects& found, std::vector<std::string>& folders) {
   for (const FolderEntry& entry : entries) {
-    const std::string path = JoinPath(folder, entry.name);
-    if (entry.isFolder) {
-      if (!entry.isLink) folders.push_back(path);
-    } else if (LowerCase(entry.name).ends_with(".vbp")) {
-      projects.push_back(path);
-    }
+    const bool isOwnFolder = entry.isFolder && !entry.isLink;
+    if (!isOwnFolder && !IsProject(entry)) continue;
+    auto& place = !entry.isReachable ? found.unreachable : isOwnFolder ? folders : found.projects;
+    place.push_back(JoinPath(folder, entry.name));
   }
+}
+
+void SortIgnoringCase(std::vector<std::string>& paths) {
+  std::sort(paths.begin(), paths.end(),
+            [](const std::string& a, const std::string& b) { return LowerCase(a) < LowerCase(b); });
 }
 
 }  // namespace
@@ -79,18 +86,18 @@ std::vector<std::string> ProjectsInGroup(const std::string& groupPath, std::stri
   return projects;
 }
 
-std::vector<std::string> ProjectsInFolder(const FileReader& files, const std::string& folder) {
-  std::vector<std::string> projects;
+FoundProjects ProjectsInFolder(const FileReader& files, const std::string& folder) {
+  FoundProjects found;
   std::vector<std::string> folders;
-  Collect(folder, files.List(folder), projects, folders);
+  Collect(folder, files.List(folder), found, folders);
   while (!folders.empty()) {
     const std::string next = std::move(folders.back());
     folders.pop_back();
-    Collect(next, ListOrNothing(files, next), projects, folders);
+    Collect(next, ListOrNothing(files, next), found, folders);
   }
-  std::sort(projects.begin(), projects.end(),
-            [](const std::string& a, const std::string& b) { return LowerCase(a) < LowerCase(b); });
-  return projects;
+  SortIgnoringCase(found.projects);
+  SortIgnoringCase(found.unreachable);
+  return found;
 }
 
 std::string WithCrLf(std::string_view text) {

@@ -13,11 +13,19 @@ namespace gorbex {
 [[nodiscard]] std::vector<std::string> ProjectsInGroup(const std::string& groupPath,
                                                        std::string_view text);
 
-/// The full paths of all .vbp files in a folder and below it, sorted without regard to letter case.
-/// Links to folders are not followed. Errors as FileReader::List for the folder itself; a folder
-/// below it that cannot be read is passed over.
-[[nodiscard]] std::vector<std::string> ProjectsInFolder(const FileReader& files,
-                                                        const std::string& folder);
+/// Why no path can name a file or folder.
+inline constexpr std::string_view kUnreachableName =
+    "its name holds a character that is not in the system's code page, or in no Windows path";
+
+/// Full paths, sorted without regard to letter case.
+struct FoundProjects {
+  std::vector<std::string> projects;
+  std::vector<std::string> unreachable;  ///< projects and folders that no path can name
+};
+
+/// All .vbp files in a folder and below it. Links to folders are not followed. Errors as
+/// FileReader::List for the folder itself; a folder below it that cannot be read is passed over.
+[[nodiscard]] FoundProjects ProjectsInFolder(const FileReader& files, const std::string& folder);
 
 /// A path with "." and ".." resolved; a relative one starts from the folder.
 [[nodiscard]] std::string ResolvedPath(std::string_view folder, std::string_view path);

@@ -12,7 +12,7 @@ constexpr std::string_view kExtension = ".log";
 
 bool IsLog(const FolderEntry& entry) {
   const std::string_view name = entry.name;
-  return !entry.isFolder && name.size() >= kExtension.size() &&
+  return !entry.isFolder && entry.isReachable && name.size() >= kExtension.size() &&
          EqualsIgnoringCase(name.substr(name.size() - kExtension.size()), kExtension);
 }
 

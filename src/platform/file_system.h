@@ -33,6 +33,9 @@ struct FolderEntry {
   std::string name;
   bool isFolder = false;
   bool isLink = false;  ///< a link to a file or folder that stands elsewhere
+
+  /// False when no path can name it; "?" is then for each character that is not in the code page.
+  bool isReachable = true;
 };
 
 /// The right to look at files. All paths are Windows paths in the code page's bytes; letter case

@@ -73,7 +73,8 @@ Answer WindowDialogs::Show(const Message& message) {
 std::optional<std::string> WindowDialogs::Chosen(const wxString& hostPath) {
   auto path = paths_.ProgramPath(hostPath.utf8_string());
   if (!path) {
-    Show({"The path " + FromWx(hostPath) + " cannot be named by a path of the program.",
+    Show({FromWx(hostPath) +
+              " holds a character that is not in the system's code page, or in no Windows path.",
           Buttons::Ok, MessageIcon::Exclamation});
   }
   return path;

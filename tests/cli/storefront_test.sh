@@ -86,8 +86,12 @@ paths_of_windows() { # as users type them: with slashes, with letters beyond ASC
   expect 0 gorbex value get 'c:/storefront/CORE/süß €.vbp' ExeName32
   holds StoreCore.dll
   rm "$product/Core/Süß €.vbp"
+  mkdir "$product/Ж"
+  expect 1 gorbex init "$product" -o "$scratch/named.bpf"
+  holds "?: left out: its name holds a character that is not in the system's code page"
+  rmdir "$product/Ж"
   expect 2 gorbex show 'C:\Storefront\Ж.bpf'
-  holds 'Ж.bpf: holds a character that no Windows path or no code page can hold'
+  holds "Ж.bpf: holds a character that is not in the system's code page, or in no Windows path"
   expect 2 gorbex --prefix x show "$bpf"
   holds "--prefix is for systems other than Windows"
 }

@@ -97,13 +97,16 @@ bool IsLink(DIR* stream, const dirent& entry) {
          S_ISLNK(info.st_mode);
 }
 
-// A name that no Windows path can spell is as good as not there.
-std::optional<std::string> WindowsName(const char* hostName) {
-  const std::string_view utf8(hostName);
-  if (utf8 == "." || utf8 == "..") return std::nullopt;
-  auto name = FromUtf8(utf8);
-  if (!name || !std::all_of(name->begin(), name->end(), IsNameCharacter)) return std::nullopt;
-  return name;
+bool IsFolderItself(std::string_view name) {
+  return name == "." || name == "..";
+}
+
+FolderEntry EntryOf(DIR* stream, const dirent& found) {
+  const std::string_view hostName(found.d_name);
+  const auto name = FromUtf8(hostName);
+  const bool isReachable = name && std::all_of(name->begin(), name->end(), IsNameCharacter);
+  return {name.value_or(FromUtf8Roughly(hostName)), IsFolder(stream, found), IsLink(stream, found),
+          isReachable};
 }
 
 }  // namespace
@@ -154,12 +157,10 @@ std::vector<FolderEntry> LinuxFileSystem::List(const std::string& folder) const 
 
   std::vector<std::pair<std::string, FolderEntry>> entries;
   while (const dirent* found = readdir(stream.get())) {
-    auto name = WindowsName(found->d_name);
-    if (!name) continue;
-    auto order = UpperCase(*name);
-    FolderEntry entryFound{std::move(*name), IsFolder(stream.get(), *found),
-                           IsLink(stream.get(), *found)};
-    entries.emplace_back(std::move(order), std::move(entryFound));
+    if (IsFolderItself(found->d_name)) continue;
+    auto value = EntryOf(stream.get(), *found);
+    auto order = UpperCase(value.name);
+    entries.emplace_back(std::move(order), std::move(value));
   }
   std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
     return std::tie(a.first, a.second.name) < std::tie(b.first, b.second.name);

@@ -149,17 +149,15 @@ Existing RequireExisting(const std::string& path) {
   return std::move(*found);
 }
 
-// A name that the code page cannot spell is as good as not there.
 std::optional<FolderEntry> EntryOf(const WIN32_FIND_DATAW& found) {
   const std::wstring_view name(static_cast<const wchar_t*>(found.cFileName));
   if (name == L"." || name == L"..") return std::nullopt;
-  auto text = FromWide(name);
-  if (!text) return std::nullopt;
+  const auto exact = FromWide(name);
   const bool isLink = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
                       (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK ||
                        found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
   const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-  return FolderEntry{std::move(*text), isFolder, isLink};
+  return FolderEntry{exact.value_or(FromWideRoughly(name)), isFolder, isLink, exact.has_value()};
 }
 
 }  // namespace
