@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "platform/windows/handle.h"
 
@@ -69,19 +71,34 @@ std::wstring RealTarget(const std::wstring& path) {
   return target;
 }
 
-// A name beside the target that no other program and no other call uses.
-std::wstring NameBeside(const std::wstring& target) {
+std::wstring FolderOf(const std::wstring& target) {
+  return target.substr(0, target.find_last_of(L'\\') + 1);
+}
+
+// A name that no other call of this program uses.
+std::wstring NewName() {
   static std::atomic<unsigned> count{0};
-  const auto folder = target.substr(0, target.find_last_of(L'\\') + 1);
-  return folder + L".gorbex-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-         std::to_wstring(++count);
+  return L".gorbex-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count);
+}
+
+bool IsThere(const std::wstring& path) {
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// Only who may take over files can hand one to its old owner, and nobody else needs to.
+void TakeOwnerOf(const std::wstring& file, const std::wstring& from) {
+  constexpr SECURITY_INFORMATION kOwner = OWNER_SECURITY_INFORMATION;
+  DWORD size = 0;
+  GetFileSecurityW(from.c_str(), kOwner, nullptr, 0, &size);
+  std::vector<std::byte> owner(size);
+  if (size == 0 || !GetFileSecurityW(from.c_str(), kOwner, owner.data(), size, &size)) return;
+  SetFileSecurityW(file.c_str(), kOwner, owner.data());
 }
 
 // A file beside its target; gone again unless it took the target's place.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(const std::wstring& target)
-      : path_(NameBeside(target)), file_(Open(path_, GENERIC_WRITE, CREATE_NEW)) {}
+  explicit TemporaryFile(const std::wstring& target) : file_(Make(FolderOf(target))) {}
   ~TemporaryFile() {
     file_.Close();
     if (!moved_) DeleteFileW(path_.c_str());
@@ -89,27 +106,85 @@ class TemporaryFile {
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  [[nodiscard]] const Handle& File() const { return file_; }
-
-  void MoveTo(const std::wstring& target) {
+  void Fill(std::string_view bytes) {
+    WriteAll(file_, bytes);
     Require(FlushFileBuffers(file_.Get()) != 0);
     file_.Close();
-    const DWORD old = GetFileAttributesW(target.c_str());
-    if (old != INVALID_FILE_ATTRIBUTES) Require(SetFileAttributesW(path_.c_str(), old) != 0);
+  }
+
+  /// For a target that is not there yet.
+  void MoveTo(const std::wstring& target) {
     Require(MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0);
     moved_ = true;
   }
 
+  /// Takes over the target's rights, attributes, owner and streams with its place. False when the
+  /// target stays, because other programs hold it or the system refuses for other reasons.
+  bool Replace(const std::wstring& target) {
+    constexpr ULONGLONG kPatience = 1000;
+    constexpr DWORD kPause = 20;
+    TakeOwnerOf(path_, target);
+    const ULONGLONG start = GetTickCount64();
+    while (ReplaceFileW(target.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr) == 0) {
+      const DWORD error = GetLastError();
+      // The system can fail when the old file is gone already.
+      if (!IsThere(target)) {
+        MoveTo(target);
+        return true;
+      }
+      if (!IsHeld(error) || GetTickCount64() - start > kPatience) return false;
+      Sleep(kPause);
+    }
+    moved_ = true;
+    return true;
+  }
+
  private:
+  static bool IsHeld(DWORD error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+           error == ERROR_ACCESS_DENIED || error == ERROR_USER_MAPPED_FILE ||
+           error == ERROR_UNABLE_TO_REMOVE_REPLACED;
+  }
+
+  // A program that was killed may have had our number, and left a name behind.
+  Handle Make(const std::wstring& folder) {
+    constexpr int kMost = 100;
+    for (int i = 0;; ++i) {
+      path_ = folder + NewName();
+      try {
+        return Open(path_, GENERIC_WRITE, CREATE_NEW);
+      } catch (const std::system_error& error) {
+        if (error.code().value() != ERROR_FILE_EXISTS || i == kMost) throw;
+      }
+    }
+  }
+
   std::wstring path_;
   Handle file_;
   bool moved_ = false;
 };
 
-}  // namespace
+void MoveInFile(const Handle& file, std::size_t place) {
+  LARGE_INTEGER offset{};
+  offset.QuadPart = static_cast<LONGLONG>(place);
+  Require(SetFilePointerEx(file.Get(), offset, nullptr, FILE_BEGIN) != 0);
+}
 
-std::string ReadHostFile(const std::wstring& path) {
-  const Handle file = Open(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN);
+void SetSize(const Handle& file, std::size_t size) {
+  MoveInFile(file, size);
+  Require(SetEndOfFile(file.Get()) != 0);
+}
+
+// A file that grows gets its room first, so that a full disk changes nothing.
+void Fill(const Handle& file, std::string_view bytes, std::size_t oldSize) {
+  if (bytes.size() > oldSize) SetSize(file, bytes.size());
+  MoveInFile(file, 0);
+  WriteAll(file, bytes);
+  SetSize(file, bytes.size());
+  Require(FlushFileBuffers(file.Get()) != 0);
+}
+
+std::string ReadAll(const Handle& file) {
   LARGE_INTEGER size{};
   Require(GetFileSizeEx(file.Get(), &size) != 0);
   if (static_cast<std::uint64_t>(size.QuadPart) > kLargestFile) Raise(ERROR_NOT_ENOUGH_MEMORY);
@@ -126,11 +201,43 @@ std::string ReadHostFile(const std::wstring& path) {
   return bytes;
 }
 
+void Overwrite(const Handle& file, std::string_view bytes) {
+  const auto old = ReadAll(file);
+  try {
+    Fill(file, bytes, old.size());
+  } catch (const std::system_error&) {
+    try {
+      Fill(file, old, old.size());
+    } catch (const std::system_error&) {
+      // The first failure is the one to report.
+    }
+    throw;
+  }
+}
+
+DWORD NamesOf(const Handle& file) {
+  BY_HANDLE_FILE_INFORMATION info{};
+  Require(GetFileInformationByHandle(file.Get(), &info) != 0);
+  return info.nNumberOfLinks;
+}
+
+bool HasOneName(const std::wstring& target) {
+  return NamesOf(Open(target, FILE_READ_ATTRIBUTES, OPEN_EXISTING)) == 1;
+}
+
+}  // namespace
+
+std::string ReadHostFile(const std::wstring& path) {
+  return ReadAll(Open(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN));
+}
+
 void ReplaceHostFile(const std::wstring& path, const std::string& bytes) {
   const auto target = RealTarget(path);
   TemporaryFile file(target);
-  WriteAll(file.File(), bytes);
-  file.MoveTo(target);
+  file.Fill(bytes);
+  if (!IsThere(target)) return file.MoveTo(target);
+  if (HasOneName(target) && file.Replace(target)) return;
+  Overwrite(Open(target, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING), bytes);
 }
 
 void AppendHostFile(const std::wstring& path, const std::string& bytes) {

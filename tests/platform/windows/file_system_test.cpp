@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
+#include "platform/windows/program_folder.h"
 #include "system_bench.h"
 #include "tests/platform/outcome.h"
 
@@ -25,6 +28,46 @@ TEST(WindowsFiles, KeepAttributesAndLeaveNothingBehind) {
   EXPECT_EQ(bench.files.List(bench.root).size(), 1U);
 }
 
+TEST(WindowsFiles, KeepTheirOtherNamesAndPassOverThoseLeftByOthers) {
+  FilesOnSystem bench;
+  const auto file = bench.root + "f";
+  bench.files.Write(file, "old");
+  ASSERT_TRUE(CreateHardLinkW(ToWide(bench.root + "g").c_str(), ToWide(file).c_str(), nullptr));
+  for (const std::string text : {"x", "longer than before"}) {
+    bench.files.Write(file, text);
+    EXPECT_EQ(bench.files.Read(bench.root + "g"), text);
+  }
+  const auto leftOver = bench.root + ".gorbex-" + std::to_string(GetCurrentProcessId()) + "-";
+  for (int i = 1; i <= 50; ++i) bench.files.Append(leftOver + std::to_string(i), "left over");
+  bench.files.Write(bench.root + "h", "new");
+  EXPECT_EQ(bench.files.Read(bench.root + "h"), "new");
+  EXPECT_EQ(bench.files.List(bench.root).size(), 53U);
+}
+
+TEST(WindowsFiles, AreWrittenThoughAnotherProgramLooksAtThem) {
+  FilesOnSystem bench;
+  const auto file = bench.root + "f";
+  bench.files.Write(file, "old");
+  const auto hold = [&](DWORD share) {
+    return CreateFileW(ToWide(file).c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0,
+                       nullptr);
+  };
+  {
+    const Handle editor(hold(FILE_SHARE_READ | FILE_SHARE_WRITE));
+    bench.files.Write(file, "written in place");
+    EXPECT_EQ(bench.files.Read(file), "written in place");
+  }
+  const HANDLE scanner = hold(0);
+  std::thread scan([scanner] {
+    Sleep(200);
+    CloseHandle(scanner);
+  });
+  bench.files.Write(file, "written in the end");
+  scan.join();
+  EXPECT_EQ(bench.files.Read(file), "written in the end");
+  EXPECT_EQ(bench.files.List(bench.root).size(), 1U);
+}
+
 TEST(WindowsFiles, TouchPlainFilesAlone) {
   FilesOnSystem bench;
   for (const auto& path : {std::string("NUL"), bench.root + "nul", std::string("\\\\.\\C:"),
@@ -36,13 +79,31 @@ TEST(WindowsFiles, TouchPlainFilesAlone) {
   }
 }
 
-TEST(WindowsFiles, PassOverNamesThatTheCodePageCannotSpell) {
+TEST(WindowsFiles, MarkNamesThatTheCodePageCannotSpell) {
   FilesOnSystem bench;
   std::ofstream(bench.folder.Path() / L"\u0416.txt") << "x";
   bench.files.Write(bench.root + "\x80.txt", "");
-  const auto entries = bench.files.List(bench.root);
-  ASSERT_EQ(entries.size(), 1U);
-  EXPECT_EQ(entries[0].name, "\x80.txt");
+  std::string names;
+  for (const auto& entry : bench.files.List(bench.root)) {
+    names += entry.name + (entry.isReachable ? " " : " is not reachable ");
+  }
+  EXPECT_EQ(names, "\x80.txt ?.txt is not reachable ");
+}
+
+TEST(WindowsFiles, FindAProgramFolderOfAnyName) {
+  FilesOnSystem bench;
+  EXPECT_EQ(SpelledFolder(L"C:\\Gr\u00FC\u00DF"), "C:\\Gr\xFC\xDF");
+
+  const auto folder = bench.folder.Path() / L"\u0416";
+  std::filesystem::create_directory(folder);
+  bench.files.Write(SpelledFolder(folder.wstring()) + "\\f", "");
+  EXPECT_TRUE(std::filesystem::exists(folder / "f"));
+
+  // A folder that is not there has no short name either.
+  const auto instead = SpelledFolder(L"C:\\none\\\u0416");
+  bench.files.Write(instead + "\\f", "");
+  EXPECT_EQ(SpelledFolder(L"C:\\none\\\u0416"), instead);
+  EXPECT_NE(SpelledFolder(L"C:\\none\\\u0417"), instead);
 }
 
 TEST(WindowsFiles, GiveTheTimeOfTheFile) {
