@@ -1,10 +1,13 @@
 ; The installer, for the user who runs it alone:
 ;   makensis -DTARGET=x86-unicode -DVERSION=1.2.3 -DFILES=FOLDER -DOUTPUT=SETUP.exe gorbexbuilder.nsi
-; FILES holds what is installed, as `cmake --install` lays it out. The program writes its logs beside
-; itself, so it is put where its user may write.
+; FILES holds what is installed, as `cmake --install` lays it out, with the list of it: installed.txt
+; has a line for each file, and then for each folder, with "\" at its end, those below before those
+; above. The program writes its logs beside itself, so it is put where its user may write.
 
 Target ${TARGET}
+!include FileFunc.nsh
 !include MUI2.nsh
+!include TextFunc.nsh
 
 !define NAME "GorbexBuilder"
 !define PUBLISHER "The GorbexBuilder developers"
@@ -32,6 +35,7 @@ VIAddVersionKey LegalCopyright "${PUBLISHER}, MIT licence"
 !define MUI_ICON gorbexbuilder.ico
 !define MUI_UNICON gorbexbuilder.ico
 !define MUI_ABORTWARNING
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE ChooseOwnFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_RUN "$INSTDIR\gorbexbuilder.exe"
@@ -40,17 +44,47 @@ VIAddVersionKey LegalCopyright "${PUBLISHER}, MIT licence"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
+!macro Refuse TEXT
+  MessageBox MB_OK|MB_ICONEXCLAMATION "${TEXT}" /SD IDOK
+  SetErrorLevel 2
+  Quit
+!macroend
+
 ; A program that runs cannot be written to. Ends with exit code 2 then.
 !macro RefuseWhileRunning FILE
   ClearErrors
   ${If} ${FileExists} "$INSTDIR\${FILE}"
     FileOpen $0 "$INSTDIR\${FILE}" a
     ${If} ${Errors}
-      MessageBox MB_OK|MB_ICONEXCLAMATION "${FILE} in $INSTDIR is running. Close it, then start this again." /SD IDOK
-      SetErrorLevel 2
-      Quit
+      !insertmacro Refuse "${FILE} in $INSTDIR is running. Close it, then start this again."
     ${EndIf}
     FileClose $0
+  ${EndIf}
+!macroend
+
+; Deletes by name what was installed, and folders that are empty after that: what else is in them is
+; the user's.
+!macro DeleteInstalled
+  ClearErrors
+  FileOpen $0 "$INSTDIR\installed.txt" r
+  ${IfNot} ${Errors}
+    ${Do}
+      FileRead $0 $1
+      ${If} ${Errors}
+        ${ExitDo}
+      ${EndIf}
+      ${TrimNewLines} "$1" $1
+      StrCpy $2 $1 1 -1
+      ${If} $2 == "\"
+        StrCpy $1 $1 -1
+        RMDir "$INSTDIR\$1"
+      ${Else}
+        Delete "$INSTDIR\$1"
+      ${EndIf}
+      ClearErrors
+    ${Loop}
+    FileClose $0
+    Delete "$INSTDIR\installed.txt"
   ${EndIf}
 !macroend
 
@@ -59,20 +93,58 @@ VIAddVersionKey LegalCopyright "${PUBLISHER}, MIT licence"
   System::Call "shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)"
 !macroend
 
+; What is installed lies in a folder of its own: one that is ours already, or a new one of our name.
+Function ChooseOwnFolder
+  ${If} ${FileExists} "$INSTDIR\gorbexbuilder.exe"
+  ${AndIf} ${FileExists} "$INSTDIR\uninstall.exe"
+    Return
+  ${EndIf}
+  StrCpy $0 $INSTDIR "" -1
+  ${If} $0 == "\"
+    StrCpy $INSTDIR $INSTDIR -1
+  ${EndIf}
+  ${GetFileName} "$INSTDIR" $0
+  ${DirState} "$INSTDIR" $1
+  ${If} $0 != "${NAME}"
+  ${OrIf} $1 == 1
+    StrCpy $INSTDIR "$INSTDIR\${NAME}"
+  ${EndIf}
+FunctionEnd
+
+; A silent set-up has no page that its user could leave. The system passes over a folder that cannot
+; be used, and then takes another.
+Function .onInit
+  ${If} ${Silent}
+    System::Call "kernel32::GetCommandLineW() t .r1"
+    ClearErrors
+    ${GetOptions} $1 "/D=" $0
+    ${IfNot} ${Errors}
+    ${AndIf} $0 != $INSTDIR
+    ${AndIf} $0 != "$INSTDIR\"
+      !insertmacro Refuse "The folder of /D= cannot be used. It is written as it is, without quotes: $0"
+    ${EndIf}
+    Call ChooseOwnFolder
+  ${EndIf}
+FunctionEnd
+
 Section
   !insertmacro RefuseWhileRunning gorbexbuilder.exe
   !insertmacro RefuseWhileRunning gorbex.exe
-  ; The pages of an older version. In a folder without one, "docs" is the user's own.
-  ${If} ${FileExists} "$INSTDIR\gorbexbuilder.exe"
-    RMDir /r "$INSTDIR\docs"
-  ${EndIf}
+  !insertmacro DeleteInstalled
+  ClearErrors
   SetOutPath "$INSTDIR"
+  ${IfNot} ${FileExists} "$INSTDIR\*.*"
+    !insertmacro Refuse "The folder $INSTDIR cannot be made."
+  ${EndIf}
   File /r "${FILES}/*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
+  ${If} ${Errors}
+    !insertmacro Refuse "Not all files could be written to $INSTDIR."
+  ${EndIf}
   CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\gorbexbuilder.exe"
 
   ; A program that opens these files already keeps them; this one is offered beside it.
-  ReadRegStr $0 HKCU "Software\Classes\.bpf" ""
+  ReadRegStr $0 HKCR ".bpf" ""
   ${If} $0 == ""
     WriteRegStr HKCU "Software\Classes\.bpf" "" "${FILE_CLASS}"
   ${EndIf}
@@ -94,18 +166,8 @@ Section
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" NoRepair 1
 SectionEnd
 
-Section Uninstall
-  !insertmacro RefuseWhileRunning gorbexbuilder.exe
-  !insertmacro RefuseWhileRunning gorbex.exe
-  Delete "$INSTDIR\gorbexbuilder.exe"
-  Delete "$INSTDIR\gorbex.exe"
-  Delete "$INSTDIR\CHANGELOG.md"
-  Delete "$INSTDIR\LICENSE.txt"
-  Delete "$INSTDIR\README.md"
-  RMDir /r "$INSTDIR\docs"
-  Delete "$INSTDIR\uninstall.exe"
+Function un.RemoveEntries
   Delete "$SMPROGRAMS\${NAME}.lnk"
-
   ReadRegStr $0 HKCU "Software\Classes\.bpf" ""
   ${If} $0 == "${FILE_CLASS}"
     DeleteRegValue HKCU "Software\Classes\.bpf" ""
@@ -116,10 +178,25 @@ Section Uninstall
   DeleteRegKey HKCU "Software\Classes\${FILE_CLASS}"
   !insertmacro TellShell
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
+FunctionEnd
+
+Section Uninstall
+  !insertmacro RefuseWhileRunning gorbexbuilder.exe
+  !insertmacro RefuseWhileRunning gorbex.exe
+  !insertmacro DeleteInstalled
+  Delete "$INSTDIR\gorbexbuilder.build.lock"
+  Delete "$INSTDIR\gorbexbuilder.change.lock"
+  Delete "$INSTDIR\uninstall.exe"
+  ; The entries may be those of another copy, which was installed later and elsewhere.
+  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
+  ${If} $0 == $INSTDIR
+    Call un.RemoveEntries
+  ${EndIf}
 
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 \
     "Delete your activity logs, the compiler's last log and your settings too?" /SD IDNO IDNO keep
-  RMDir /r "$INSTDIR\Logs"
+  Delete "$INSTDIR\Logs\*.log"
+  RMDir "$INSTDIR\Logs"
   Delete "$INSTDIR\VBResult.log"
   DeleteRegKey HKCU "${SETTINGS_KEY}"
 keep:
