@@ -95,6 +95,13 @@ void TakeOwnerOf(const std::wstring& file, const std::wstring& from) {
   SetFileSecurityW(file.c_str(), kOwner, owner.data());
 }
 
+// With the system's last error when it cannot. Asked first, since a system may leave a file of its
+// own behind when it replaces in vain.
+bool CanBeReplaced(const std::wstring& target) {
+  return static_cast<bool>(Handle(CreateFileW(target.c_str(), GENERIC_READ | DELETE, kShareAll,
+                                              nullptr, OPEN_EXISTING, 0, nullptr)));
+}
+
 // A file beside its target; gone again unless it took the target's place.
 class TemporaryFile {
  public:
@@ -124,8 +131,10 @@ class TemporaryFile {
     constexpr ULONGLONG kPatience = 1000;
     constexpr DWORD kPause = 20;
     TakeOwnerOf(path_, target);
+    Require(SetFileAttributesW(path_.c_str(), GetFileAttributesW(target.c_str())) != 0);
     const ULONGLONG start = GetTickCount64();
-    while (ReplaceFileW(target.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr) == 0) {
+    while (!CanBeReplaced(target) ||
+           ReplaceFileW(target.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr) == 0) {
       const DWORD error = GetLastError();
       // The system can fail when the old file is gone already.
       if (!IsThere(target)) {
