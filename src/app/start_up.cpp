@@ -1,11 +1,9 @@
 #include "app/start_up.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "app/window_place.h"
 #include "core/node_key.h"
-#include "core/text.h"
 #include "scc/session_settings.h"
 
 namespace gorbex {
@@ -13,7 +11,6 @@ namespace {
 
 constexpr std::string_view kCompilerKey =
     "HKEY_CLASSES_ROOT\\VisualBasic.Project\\shell\\open\\command";
-constexpr std::int32_t kLongestInterval = 60;
 
 }  // namespace
 
@@ -66,8 +63,8 @@ void StartUp::Form_Load() {
     FindCompiler(on, registered);
     on([&] { uses_.options.LoadSettings(); });
     if (!commandLine.empty() && commandLine != "show") OpenNamedProject(on, commandLine);
-    uses_.options.Interval = std::min(uses_.options.Interval, kLongestInterval);
-    on([&] { window.tmrOutlook.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
+    uses_.options.LimitInterval();
+    on([&] { window.tmrOutlook.interval.Set(uses_.options.TimerInterval()); });
     // At a later run the service may be on already, and the command would switch it off.
     Command& inBox = window.menu.mnuToolsInBox;
     if (uses_.options.AutoStart && !inBox.checked.Get()) on([&] { inBox.Execute(); });

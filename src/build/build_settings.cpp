@@ -1,17 +1,10 @@
 #include "build/build_settings.h"
 
-#include <algorithm>
-
 #include "build/destination.h"
 #include "build/options_dialog.h"
 #include "core/text.h"
 
 namespace gorbex {
-namespace {
-
-constexpr std::int32_t kLongestInterval = 60;
-
-}  // namespace
 
 void BuildSettings::mnuToolsBuildPath_Click() {
   Procedure(report_, ": frmBuilder.mnuToolsBuildPath_Click").Run([&](Procedure& on) {
@@ -41,8 +34,9 @@ void BuildSettings::mnuToolsBuildOptions_Click() {
   Procedure(report_, ": frmBuilder.mnuToolsBuildOptions_Click").Run([&](Procedure& on) {
     on([&] { ShowOptions(); });
     window_.buildDirectory = options_.BuildPath;
-    options_.Interval = std::min(options_.Interval, kLongestInterval);
-    on([&] { window_.tmrOutlook.interval.Set(ToLong(options_.Interval * 1000.0)); });
+    // The dialog has stored the longer one already.
+    if (options_.LimitInterval()) on([&] { options_.SaveSettings(); });
+    on([&] { window_.tmrOutlook.interval.Set(options_.TimerInterval()); });
   });
 }
 

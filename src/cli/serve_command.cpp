@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <ostream>
 
 #include "cli/commands.h"
@@ -10,8 +9,6 @@
 namespace gorbex::cli {
 namespace {
 
-constexpr std::int32_t kLongestInterval = 60;
-
 struct ServeArguments {
   std::optional<std::string> file;
   SourceControlOptions sourceControl;
@@ -21,12 +18,12 @@ struct ServeArguments {
 };
 
 void SetInterval(Program& program, const ServeArguments& arguments) {
-  std::int32_t& interval = program.options.Interval;
-  if (arguments.interval > 0) interval = arguments.interval;
-  interval = std::min(interval, kLongestInterval);
-  if (arguments.once || interval > 0) return;
+  clsOptions& options = program.options;
+  if (arguments.interval > 0) options.Interval = arguments.interval;
+  options.LimitInterval();
+  if (arguments.once || options.Interval > 0) return;
   throw Failure(ExitStatus::Unusable,
-                "the setting Interval is " + std::to_string(interval) +
+                "the setting Interval is " + std::to_string(options.Interval) +
                     " seconds, and such a timer never fires: name another with --interval or "
                     "`gorbex settings Interval`");
 }

@@ -6,6 +6,8 @@
 namespace gorbex {
 namespace {
 
+constexpr std::int32_t kLongestInterval = 60;
+
 bool StoredFlag(std::string_view text) {
   return EqualsIgnoringCase(text, "true");
 }
@@ -56,6 +58,16 @@ void clsOptions::SaveSettings() {
     on([&] { Write("AutoLaunch VBP", FlagText(AutoLaunchVBP)); });
     on([&] { Write("Debug Build", DebugBuild); });
   });
+}
+
+bool clsOptions::LimitInterval() {
+  const bool isTooLong = Interval > kLongestInterval;
+  if (isTooLong) Interval = kLongestInterval;
+  return isTooLong;
+}
+
+std::int32_t clsOptions::TimerInterval() const {
+  return ToLong(Interval * 1000.0);
 }
 
 std::int32_t clsOptions::Guarded(std::string_view procedure,

@@ -17,6 +17,12 @@ class clsOptions {
   void LoadSettings();
   void SaveSettings();
 
+  /// Lowers a longer Interval to a minute, the longest there may be. True when it was longer.
+  bool LimitInterval();
+
+  /// The Interval in milliseconds, as a timer wants it. Error 6 when no timer can hold it.
+  [[nodiscard]] std::int32_t TimerInterval() const;
+
   /// The three numbers of VersionComponents. Major is 0 without a "."; Minor without a "." is an
   /// error, reported by itself; Revision is 0 when there is no third field.
   [[nodiscard]] std::int32_t Major() const;

@@ -62,7 +62,7 @@ TEST_F(BuildSettingsTest, ShowsAndAppliesEachSettingInItsControl) {
   EXPECT_EQ(program.window.buildDirectory, "b+");
   options.LoadSettings();
   EXPECT_EQ(options.ReplyUser + options.BuildPath + options.AutoLaunchName, "a+b+c+");
-  EXPECT_EQ(options.DebugBuild + std::to_string(options.Interval + options.ReplyTo), "False90");
+  EXPECT_EQ(options.DebugBuild + std::to_string(options.Interval + options.ReplyTo), "False60");
 }
 
 TEST_F(BuildSettingsTest, LetsTheDialogFollowItsControls) {
