@@ -17,15 +17,8 @@ constexpr std::int32_t kWithDebugInfo = -1;
 }  // namespace
 
 void BuildRun::mnuFileBuild_Click() {
-  if (running_ || uses_.compile.Busy()) {
-    uses_.window.SetStatus("Another project is being compiled");
-    return;
-  }
-  const auto turn = uses_.compile.TakeTurn();
-  if (turn == nullptr) {
-    uses_.window.SetStatus(std::string(Compile::kOthersTurn));
-    return;
-  }
+  const auto turn = uses_.compile.BeginBuild();
+  if (turn == nullptr) return;
   const auto start = uses_.clock.Elapsed();
   Counters counters;
   running_ = true;
@@ -41,19 +34,23 @@ void BuildRun::mnuFileBuild_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileBuild_Click").Run([&](Procedure& on) {
     result = Run(on, counters);
   });
-  running_ = false;
+  running_ = launched_ = false;
   events.Emit(RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start});
 }
 
 void BuildRun::mnuFileStop_Click() {
   if (running_ && !stopping_) {
     stopping_ = true;
-    uses_.window.SetStatus("Stopping after this project");
+    uses_.window.SetStatus(
+        launched_ ? "Nothing is stopped: the build is done, and the test project is running"
+                  : "Stopping after this project");
     return;
   }
   if (!uses_.shell.Waits()) return;
-  const Answer answer = uses_.dialogs.Show(
-      {"The compiler is still running. End it now?", Buttons::YesNo, MessageIcon::Exclamation});
+  const Answer answer =
+      uses_.dialogs.Show({launched_ ? "The test project is still running. End it now?"
+                                    : "The compiler is still running. End it now?",
+                          Buttons::YesNo, MessageIcon::Exclamation});
   if (answer == Answer::Yes) uses_.shell.TerminateAll();
 }
 
@@ -152,7 +149,6 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   on([&] { window.lvwQueue.Refresh(); });
   on([&] { window.SetStatus("Building " + path); });
   const std::string exeName = on([&] { return window.ProjectMembers.Item(path).EXEName; });
-  ++counters.built;
 
   const auto kept = Prepare(on, path);
   events.Emit(StepStarted{path, BuildStep::Compile});
@@ -258,10 +254,10 @@ void BuildRun::Record(Procedure& on, const std::string& path, const std::string&
                       bool succeeded, Counters& counters) {
   if (!succeeded) {
     on([&] { RowOf(path).SetIcon(Image::BuildError); });
-    --counters.built;
     ++counters.errors;
     return;
   }
+  ++counters.built;
   on([&] { RowOf(path).SetIcon(Image::BuildOk); });
   on([&] { uses_.script.AddComponent(uses_.window.buildDirectory, exeName); });
 }
@@ -303,6 +299,8 @@ void BuildRun::OfferAutoLaunch(Procedure& on, const Counters& counters) {
   });
   if (answer != Answer::Yes) return;
   // The user works in it: it is not ended with this program.
+  launched_ = true;
+  stopping_ = false;
   on([&] {
     uses_.shell.RunAndWait(
         uses_.window.compilerPath + " \"" + uses_.options.AutoLaunchName + "\" /run",

@@ -54,7 +54,8 @@ class BuildRun {
   void mnuFileBuild_Click();
 
   /// Ends the run after the project being built; asked again, or outside a run, offers to end the
-  /// program that is being waited for.
+  /// program that is being waited for. The test project that a run ends with is not stopped by the
+  /// first: the user has it open.
   void mnuFileStop_Click();
 
   /// Ends the run in good order and asks nobody: the program being waited for is ended, its project
@@ -111,6 +112,7 @@ class BuildRun {
   Uses uses_;
   bool running_ = false;
   bool stopping_ = false;
+  bool launched_ = false;  ///< the run is at its test project
   bool ending_ = false;
   LatestReport gets_;  ///< of the present run
 };

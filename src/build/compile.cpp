@@ -1,6 +1,6 @@
 #include "build/compile.h"
 
-#include <memory>
+#include <utility>
 
 #include "build/program_argument.h"
 #include "core/file_tools.h"
@@ -10,6 +10,8 @@ namespace gorbex {
 namespace {
 
 constexpr std::string_view kResultLog = "VBResult.log";
+constexpr std::string_view kOwnTurn = "Another project is being compiled";
+constexpr std::string_view kOthersTurn = "Another program is building; try again when it is done";
 
 std::string Quoted(std::string_view text) {
   return std::string("\"").append(text).append("\"");
@@ -42,13 +44,8 @@ void Compile::AskForCompiler() {
   uses_.start.Form_Load();
 }
 
-const std::string& Compile::OutputFolder(const std::string& outDir) const {
-  return outDir.empty() ? uses_.window.buildDirectory : outDir;
-}
-
-std::string Compile::CommandLine(const std::string& projectPath, const std::string& outDir) const {
+std::string Compile::CommandLine(const std::string& folder, const std::string& projectPath) const {
   const frmBuilder& window = uses_.window;
-  const std::string& folder = OutputFolder(outDir);
   std::string command =
       window.compilerPath + " " + Quoted(projectPath) + " /make /out " + window.resultLogPath;
   if (!folder.empty()) command += " /outdir " + Quoted(folder);
@@ -74,15 +71,31 @@ std::shared_ptr<void> Compile::TakeTurn() {
   return turn;
 }
 
-bool Compile::CompileProject(const std::string& projectPath, const std::string& outDir) {
-  if (busy_) {
-    uses_.window.SetStatus("Another project is being compiled");
-    return false;
-  }
-  const auto turn = TakeTurn();
+std::shared_ptr<void> Compile::BeginBuild() {
+  const bool isOurs = busy_ || !build_.expired();
+  auto turn = isOurs ? nullptr : TakeTurn();
   if (turn == nullptr) {
-    problem_ = kOthersTurn;
-    uses_.window.SetStatus(problem_);
+    uses_.window.SetStatus(isOurs ? kOwnTurn : kOthersTurn);
+    return nullptr;
+  }
+  auto build = std::make_shared<std::shared_ptr<void>>(std::move(turn));
+  build_ = build;
+  return build;
+}
+
+bool Compile::CompileProject(const std::string& projectPath, const std::string& outDir) {
+  return CompileInto(outDir.empty() ? uses_.window.buildDirectory : outDir, projectPath);
+}
+
+bool Compile::CompileInPlace(const std::string& projectPath) {
+  return CompileInto("", projectPath);
+}
+
+bool Compile::CompileInto(const std::string& folder, const std::string& projectPath) {
+  const auto turn = busy_ ? nullptr : TakeTurn();
+  if (turn == nullptr) {
+    if (!busy_) problem_ = kOthersTurn;
+    uses_.window.SetStatus(busy_ ? kOwnTurn : kOthersTurn);
     return false;
   }
   busy_ = true;
@@ -92,31 +105,31 @@ bool Compile::CompileProject(const std::string& projectPath, const std::string& 
   RemoveStaleLog();
   resultLogProject_ = projectPath;
   problem_.clear();
-  const bool succeeded = Attempt(projectPath, outDir);
+  const bool succeeded = Attempt(folder, projectPath);
   ended.Emit({projectPath, succeeded, LastResult(), problem_});
   return succeeded;
 }
 
-bool Compile::Attempt(const std::string& projectPath, const std::string& outDir) {
+bool Compile::Attempt(const std::string& folder, const std::string& projectPath) {
   if (uses_.window.compilerPath.empty()) {
     problem_ = "there is no compiler";
     return false;
   }
   try {
-    return Compiled(projectPath, outDir);
+    return Compiled(folder, projectPath);
   } catch (const RuntimeError& error) {
     problem_ = error.Description();
     return false;
   }
 }
 
-bool Compile::Compiled(const std::string& projectPath, const std::string& outDir) {
+bool Compile::Compiled(const std::string& folder, const std::string& projectPath) {
   static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
   RequireFileArgument(projectPath);
-  RequireArgument(OutputFolder(outDir));
+  RequireArgument(folder);
   const std::string log = JoinPath(uses_.programFolder, kResultLog);
   if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
-  if (uses_.shell.RunAndWait(CommandLine(projectPath, outDir)) == Shell::Ended::ByUs) {
+  if (uses_.shell.RunAndWait(CommandLine(folder, projectPath)) == Shell::Ended::ByUs) {
     problem_ = "the compiler was ended before it was done";
     return false;
   }

@@ -36,6 +36,9 @@ class Compile {
   /// True only when the result log tells of a build without failure; any error is a failure.
   bool CompileProject(const std::string& projectPath, const std::string& outDir);
 
+  /// As CompileProject, to where the project itself says, whatever the build directory is.
+  bool CompileInPlace(const std::string& projectPath);
+
   /// Announces every compile that was not refused.
   Signal<CompileEnded> ended;
 
@@ -43,8 +46,9 @@ class Compile {
   /// one at a time: another is refused.
   [[nodiscard]] bool Busy() const { return busy_; }
 
-  static constexpr std::string_view kOthersTurn =
-      "Another program is building; try again when it is done";
+  /// The right of a command to build, until the result is let go of. Nothing, told on the status
+  /// line, while another command or another program builds.
+  [[nodiscard]] std::shared_ptr<void> BeginBuild();
 
   /// Keeps other programs from building until all that it gives are let go of. Nothing while
   /// another one builds.
@@ -75,17 +79,19 @@ class Compile {
   [[nodiscard]] const std::string& LastProblem() const { return problem_; }
 
  private:
-  [[nodiscard]] const std::string& OutputFolder(const std::string& outDir) const;
-  [[nodiscard]] std::string CommandLine(const std::string& projectPath,
-                                        const std::string& outDir) const;
+  /// With an empty folder the project's own output folder holds.
+  [[nodiscard]] bool CompileInto(const std::string& folder, const std::string& projectPath);
+  [[nodiscard]] bool Attempt(const std::string& folder, const std::string& projectPath);
+  [[nodiscard]] bool Compiled(const std::string& folder, const std::string& projectPath);
+  [[nodiscard]] std::string CommandLine(const std::string& folder,
+                                        const std::string& projectPath) const;
   void RemoveStaleLog();
-  [[nodiscard]] bool Attempt(const std::string& projectPath, const std::string& outDir);
-  [[nodiscard]] bool Compiled(const std::string& projectPath, const std::string& outDir);
 
   Uses uses_;
   ErrorReport report_;
   bool busy_ = false;
   std::weak_ptr<void> turn_;
+  std::weak_ptr<void> build_;  ///< the command that builds
   std::string problem_;
   std::string resultLogProject_;
 };

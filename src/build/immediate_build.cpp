@@ -7,7 +7,8 @@ namespace gorbex {
 
 void ImmediateBuild::mnuTreePopupBuildNowDefault_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuTreePopupBuildNowDefault_Click").Run([&](Procedure& on) {
-    if (IsRefused()) return;
+    const auto turn = uses_.compile.BeginBuild();
+    if (turn == nullptr) return;
     on([&] { uses_.compile.AskForCompiler(); });
     BuildSelectedNode(on, "");
   });
@@ -16,7 +17,8 @@ void ImmediateBuild::mnuTreePopupBuildNowDefault_Click() {
 void ImmediateBuild::mnuTreePopupBuildNowNewLocation_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuTreePopupBuildNowNewLocation_Click")
       .Run([&](Procedure& on) {
-        if (IsRefused()) return;
+        const auto turn = uses_.compile.BeginBuild();
+        if (turn == nullptr) return;
         on([&] { uses_.compile.AskForCompiler(); });
         const auto folder = on([&] { return AskForDestination(uses_.dialogs); });
         if (folder) {
@@ -53,7 +55,8 @@ void ImmediateBuild::Record(Procedure& on, const std::string& folder, const std:
 
 void ImmediateBuild::mnuQueueBuild_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuQueueBuild_Click").Run([&](Procedure& on) {
-    if (IsRefused()) return;
+    const auto turn = uses_.compile.BeginBuild();
+    if (turn == nullptr) return;
     const std::string path = on([&] { return SelectedRowPath(); });
     if (on([&] { return uses_.compile.CompileProject(path, ""); })) {
       on([&] { MarkRow(path, Image::BuildOk); });
@@ -64,12 +67,6 @@ void ImmediateBuild::mnuQueueBuild_Click() {
       on([&] { Tell("Failed to build component"); });
     }
   });
-}
-
-bool ImmediateBuild::IsRefused() {
-  if (!uses_.compile.Busy()) return false;
-  uses_.window.SetStatus("Another project is being compiled");
-  return true;
 }
 
 std::string ImmediateBuild::SelectedNodePath() const {

@@ -32,8 +32,6 @@ class ImmediateBuild {
   void mnuQueueBuild_Click();
 
  private:
-  /// True, and told on the status line, while another project is being compiled.
-  [[nodiscard]] bool IsRefused();
   /// An empty folder stands for the build directory.
   void BuildSelectedNode(Procedure& on, const std::string& outDir);
   void Record(Procedure& on, const std::string& folder, const std::string& exeName);

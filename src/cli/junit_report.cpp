@@ -72,6 +72,30 @@ std::string TestCase(const RunRecord::Project& project) {
          "</failure></testcase>\n";
 }
 
+std::string_view Problem(RunResult result) {
+  switch (result) {
+    case RunResult::Refused:
+      return "the run was refused at a question";
+    case RunResult::NoCompiler:
+      return "there is no compiler";
+    case RunResult::Aborted:
+      return "the run was aborted at an error";
+    case RunResult::Finished:
+      break;
+  }
+  return "";
+}
+
+// The run itself when it did not come to its end; nothing otherwise.
+std::string RunCase(const RunRecord& record, const std::string& title) {
+  const std::string problem(Problem(record.End().result));
+  if (problem.empty()) return "";
+  const std::string words = record.Messages().empty() ? "" : record.Messages().back();
+  return "  <testcase classname=\"" + Escaped(title) + "\" name=\"run\" time=\"" +
+         Time(record.End().duration) + "\"><error message=\"" + problem + "\">" + Escaped(words) +
+         "</error></testcase>\n";
+}
+
 }  // namespace
 
 std::string JUnitReport(const RunRecord& record, const std::string& title) {
@@ -85,11 +109,13 @@ std::string JUnitReport(const RunRecord& record, const std::string& title) {
     errors += project.outcome == RunRecord::Outcome::Built && project.IsNotGot() ? 1U : 0U;
     cases += TestCase(project);
   }
+  const std::string run = RunCase(record, title);
+  const std::size_t runs = run.empty() ? 0 : 1;
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuite name=\"" + Escaped(title) +
-         "\" tests=\"" + std::to_string(record.Projects().size()) + "\" failures=\"" +
-         std::to_string(failed) + "\" errors=\"" + std::to_string(errors) + "\" skipped=\"" +
+         "\" tests=\"" + std::to_string(record.Projects().size() + runs) + "\" failures=\"" +
+         std::to_string(failed) + "\" errors=\"" + std::to_string(errors + runs) + "\" skipped=\"" +
          std::to_string(skipped) + "\" time=\"" + Time(record.End().duration) + "\">\n" + cases +
-         "</testsuite>\n";
+         run + "</testsuite>\n";
 }
 
 }  // namespace gorbex::cli

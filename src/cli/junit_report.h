@@ -6,7 +6,8 @@
 
 namespace gorbex::cli {
 
-/// A build run as a JUnit report (XML, UTF-8): one test case for each checked project.
+/// A build run as a JUnit report (XML, UTF-8): one test case for each checked project, and one with
+/// an error for a run that did not come to its end.
 [[nodiscard]] std::string JUnitReport(const RunRecord& record, const std::string& title);
 
 }  // namespace gorbex::cli

@@ -92,6 +92,28 @@ TEST_F(BuildInterruptionTest, EndsInGoodOrderWhenTold) {
   EXPECT_EQ(Only(Build(), {"start"}), Journal{}) << "and not a moment later";
 }
 
+TEST_F(BuildInterruptionTest, LeavesTheTestProjectToItsUserUntilAskedTwice) {
+  Load({"Core"});
+  frmBuilder& window = program.window;
+  program.options.AutoLaunchVBP = true;
+  std::vector<std::string> told;
+  platform.processes.Queue([this](const std::string& command) { return CompileProject(command); });
+  platform.processes.Queue([&](const std::string&) {
+    for (int i = 0; i < 2; ++i) {
+      window.menu.mnuFileStop.Execute();
+      told.push_back(window.stbStatus.Get());
+    }
+    return 0U;
+  });
+  dialogs.answers = {Answer::Yes, Answer::No};
+  const Journal steps = Build();
+  const std::string status =
+      "Nothing is stopped: the build is done, and the test project is running";
+  EXPECT_EQ(told, (Journal{status, status}));
+  EXPECT_EQ(Only(steps, {"show"}).back(),
+            "show [YesNo Exclamation] The test project is still running. End it now?");
+}
+
 TEST_F(BuildInterruptionTest, LeavesItsTurnToAnotherProgram) {
   Load({"Core"});
   frmBuilder& window = program.window;
@@ -196,9 +218,15 @@ TEST_F(BuildInterruptionTest, FollowsTheAnswerToAnErrorReport) {
             (Journal{report, report, "show Errors during the build process"}));
   EXPECT_EQ(Icons(), "builderror buildok");
 
+  RunEnded end{};
+  const auto listening = program.run.events.Connect([&](const RunEvent& event) {
+    if (const auto* ended = std::get_if<RunEnded>(&event)) end = *ended;
+  });
   dialogs.answers = {Answer::Abort};
   steps = Build();
   EXPECT_EQ(steps.back(), report);
+  EXPECT_EQ(end.result, RunResult::Aborted);
+  EXPECT_EQ(end.built, 0) << "nothing was compiled";
   EXPECT_EQ(Icons(), "building vbproject");
   const frmBuilder& window = program.window;
   EXPECT_FALSE(window.menu.mnuFileBuild.enabled.Get());

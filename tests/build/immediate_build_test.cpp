@@ -82,5 +82,24 @@ TEST_F(ImmediateBuildTest, IsRefusedWhileAnotherProjectIsCompiled) {
   EXPECT_FALSE(program.compile.Busy());
 }
 
+TEST_F(ImmediateBuildTest, SpoilsNothingOfWhoeverElseBuilds) {
+  const auto listening = program.log.written.Connect([&](const std::string& line) {
+    if (line != "Build was Succesfull") return;
+    for (Command* entry : {&here, &menu.mnuQueueBuild}) {
+      EXPECT_EQ(Run(*entry).back(), "status Another project is being compiled") << "in a run";
+    }
+  });
+  program.run.mnuFileBuild_Click();
+  Steps();
+  EXPECT_EQ(CountOf(window.registrationScript, "\r\n"), 7U);
+  program.compile.keepOthersOut = [] { return nullptr; };
+  for (Command* entry : {&here, &elsewhere, &menu.mnuQueueBuild}) {
+    EXPECT_EQ(Run(*entry),
+              Journal{"status Another program is building; try again when it is done"});
+  }
+  EXPECT_EQ(CountOf(window.registrationScript, "\r\n"), 7U);
+  EXPECT_EQ(compiledSources.size(), 2U);
+}
+
 }  // namespace
 }  // namespace gorbex::test
