@@ -1,13 +1,25 @@
 #include "core/member.h"
 
-#include "core/text.h"
-
 #include <algorithm>
 #include <utility>
 
+#include "core/file_tools.h"
+#include "core/text.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_path.h"
 
 namespace gorbex {
+
+std::string OwnBinary(const clsMember& project) {
+  const std::string& name = project.BuildName;
+  // An output folder without a name is the project's own.
+  if (name.empty() || name == "\\" + project.EXEName) {
+    return JoinPath(StripPath(project.path), project.EXEName);
+  }
+  const auto built = ParseWindowsPath(name);
+  const bool isRelative = built && built->start == ParsedPath::Start::CurrentFolder;
+  return isRelative ? JoinPath(StripPath(project.path), name) : name;
+}
 
 const clsMember& MemberCollection::Add(clsMember member) {
   if (Contains(member.path)) throw RuntimeError(ErrorNumber::DuplicateKey, member.path);

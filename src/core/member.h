@@ -28,6 +28,10 @@ struct clsMember {
   std::vector<std::string> Objects;  ///< raw "object" values, quotes removed
 };
 
+/// The full path of the binary where the project itself has it built: in its output folder, or
+/// beside the project file when it names none.
+[[nodiscard]] std::string OwnBinary(const clsMember& project);
+
 /// The records of the open build project in the order they were added, each under its .vbp path
 /// exactly as given. Owns the records.
 class MemberCollection {

@@ -29,25 +29,30 @@ void MailService::mnuToolsInBox_Click() {
   const bool started =
       Procedure(uses_.report, ": frmBuilder.mnuToolsInBox_Click").Run([&](Procedure& on) {
         on([&] { entry.checked.Set(!entry.checked.Get()); });
-        if (entry.checked.Get()) {
-          Start(on);
-        } else {
+        if (!entry.checked.Get()) {
           on([&] { uses_.window.tmrOutlook.enabled.Set(false); });
           kept_.reset();
+        } else if (!starting_) {
+          Start(on);
         }
       });
   if (!started) entry.checked.Set(false);
 }
 
 void MailService::Start(Procedure& on) {
-  Timer& timer = uses_.window.tmrOutlook;
+  frmBuilder& window = uses_.window;
+  starting_ = true;
+  const std::shared_ptr<void> done(nullptr, [this](void*) { starting_ = false; });
   on([&] { uses_.mail.Open(Account()); });
   refused_.clear();
   told_.clear();
   kept_.reset();
   hasSeenMailbox_ = isAway_ = false;
-  on([&] { timer.interval.Set(ToLong(uses_.options.Interval * 1000.0)); });
-  on([&] { timer.enabled.Set(true); });
+  on([&] { window.tmrOutlook.interval.Set(uses_.options.TimerInterval()); });
+  // While the mail system was opened the user may have switched the service off again.
+  on([&] { window.tmrOutlook.enabled.Set(window.menu.mnuToolsInBox.checked.Get()); });
+  if (uses_.options.Interval > 0 || !window.menu.mnuToolsInBox.checked.Get()) return;
+  on([&] { window.SetStatus("The inbox is never looked into: set an interval in the options"); });
 }
 
 void MailService::tmrOutlook_Timer() {
@@ -96,7 +101,9 @@ void MailService::Fail(MailTick& tick, const RuntimeError& error) {
   uses_.log.WriteLog("Email requests are no longer served, because of an error" + whose +
                      " at line " + std::to_string(tick.Line()) + ": " +
                      OnOneLine(error.Description()));
-  if (tick.ReportFailure(error)) mnuToolsInBox_Click();
+  // The user may have switched it off meanwhile.
+  const bool isTold = tick.ReportFailure(error);
+  if (isTold && uses_.window.menu.mnuToolsInBox.checked.Get()) mnuToolsInBox_Click();
 }
 
 // A mailbox that has never been there is not away: what names it may be wrong.

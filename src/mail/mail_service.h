@@ -70,6 +70,7 @@ class MailService {
 
   Uses uses_;
   std::set<std::string> refused_;
+  bool starting_ = false;
   bool ticking_ = false;
   bool serving_ = false;
   bool ending_ = false;

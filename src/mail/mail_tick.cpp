@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "build/program_argument.h"
-#include "core/file_tools.h"
 #include "core/procedure.h"
 #include "core/text.h"
 #include "platform/code_page.h"
@@ -73,7 +72,12 @@ void MailTick::SendWaiting() {
 bool MailTick::IsRequest(const MailItem& mail) {
   const bool isNew =
       At([&] { return EqualsIgnoringCase(mail.Subject(), kSubject) && mail.UnRead(); });
-  if (!isNew || mail.IsAutomatic() || !IsWelcome(mail)) return false;
+  if (!isNew) return false;
+  if (mail.IsAutomatic()) {
+    NoteRefusal(mail, "sent by a program or a list");
+    return false;
+  }
+  if (!IsWelcome(mail)) return false;
   if (mail.IsFlagged()) NoteRefusal(mail, "it is flagged because of an error");
   return !mail.IsFlagged();
 }
@@ -195,8 +199,11 @@ void MailTick::Build() {
     FailBuild(problem);
     return;
   }
-  RequestSucceeded_ =
-      At([&] { return uses_.compile.CompileProject(strProject_, request_.strBuildPath); });
+  const std::string& folder = request_.strBuildPath;
+  RequestSucceeded_ = At([&] {
+    return folder.empty() ? uses_.compile.CompileInPlace(strProject_)
+                          : uses_.compile.CompileProject(strProject_, folder);
+  });
   if (RequestSucceeded_) {
     text_.Succeed();
     return;
@@ -245,7 +252,7 @@ void MailTick::Log(const std::string& text) {
 
 std::string MailTick::BuiltFile() const {
   const clsMember& project = uses_.window.ProjectMembers.Item(strProject_);
-  return request_.strBuildPath.empty() ? StripPath(project.path) + "\\" + project.BuildName
+  return request_.strBuildPath.empty() ? OwnBinary(project)
                                        : request_.strBuildPath + project.EXEName;
 }
 

@@ -75,6 +75,7 @@ class OutgoingMail {
   virtual ~OutgoingMail() = default;
 
   /// Adds whom the name stands for: the sender of the mail that is being answered, or an address.
+  /// A name that stands for nobody is an error when the mail is sent.
   virtual void AddRecipient(const std::string& name) = 0;
   [[nodiscard]] virtual std::size_t RecipientCount() const = 0;
 

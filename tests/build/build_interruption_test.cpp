@@ -126,6 +126,7 @@ TEST_F(BuildInterruptionTest, LeavesItsTurnToAnotherProgram) {
     held = turn;
     return turn;
   };
+  program.options.Interval = 30;
   window.menu.mnuToolsInBox.Execute();
   platform.mail.received = {{.body = "BUILD,PRO " + kCore + ","}};
   window.tmrOutlook.elapsed.Emit();

@@ -180,6 +180,29 @@ TEST_F(MailServiceTest, KeepsTheProjectForTheNextRequestOfTheSameTick) {
   EXPECT_EQ(ReplyTo("BUILD,").subject, "GorbexBuilder failed to process your request");
 }
 
+TEST_F(MailServiceTest, BuildsWithoutAFolderWhereTheProjectSaysAndSendsThatFile) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"", "C:\\Group\\Own\\Own.dll"},
+      {"Path32=\"\"", "C:\\Group\\Own\\Own.dll"},
+      {"Path32=\"..\\Drop\"", "C:\\Group\\Own\\..\\Drop\\Own.dll"},
+      {"Path32=\"D:\\Drop\"", "D:\\Drop\\Own.dll"},
+      {"Path32=\"\\\\server\\drop\"", "\\\\server\\drop\\Own.dll"}};
+  const std::string path = Group::Path("Own");
+  for (const auto& [line, built] : cases) {
+    SCOPED_TRACE(line);
+    platform.files.AddFile(path, "Type=OleDll\r\nExeName32=\"Own.dll\"\r\n" + line + "\r\n");
+    platform.files.AddFile(built, "new");
+    program.buildProject.mnuFileNew_Click();
+    ASSERT_TRUE(program.reader.ReadProject(path));
+    window.buildDirectory = "C:\\Out\\";
+    const Journal steps = Tick({{.body = "BUILD,PRO " + path + ","}});
+    EXPECT_EQ(Only(steps, {"start"}),
+              Journal{"start C:\\VB\\VB6.EXE \"" + path + "\" /make /out \"" + kResultLog + "\""});
+    ASSERT_EQ(mail.sent.at(0).attachments.size(), 1U);
+    EXPECT_EQ(mail.sent[0].attachments[0].first, built);
+  }
+}
+
 TEST_F(MailServiceTest, LeavesAloneWhatIsNoRequest) {
   Set("AllowedSenders", " anna@dev.example, @Team.Example ");
   const std::string body = "GET,PRO " + core + ",";
@@ -188,7 +211,7 @@ TEST_F(MailServiceTest, LeavesAloneWhatIsNoRequest) {
       {.subject = "build request please", .body = body},
       {.subject = "Re: build request", .body = body},
       {.body = body, .isUnread = false},
-      {.body = body, .isAutomatic = true},
+      {.body = body, .senderAddress = "list@dev.example", .isAutomatic = true},
       {.body = body, .isGone = true},
       {.body = body, .senderAddress = "anna@dev.example.evil.example"},
       {.body = body, .senderName = "Eve\r\nfake", .senderAddress = ""},
@@ -198,6 +221,8 @@ TEST_F(MailServiceTest, LeavesAloneWhatIsNoRequest) {
   const Journal first = Tick(mails);
   EXPECT_EQ(Only(first, {"log", "mail read"}),
             (Journal{"log Processing Email Request from Anna Berg", "mail read 1",
+                     "log Email Request from list@dev.example left alone: sent by a program or a "
+                     "list",
                      "log Email Request from anna@dev.example.evil.example left alone: not allowed",
                      "log Email Request from Eve  fake left alone: not allowed",
                      "log Email Request from Nobody left alone: there is nobody to answer",
@@ -408,6 +433,19 @@ TEST_F(MailServiceTest, IsSwitchedByTheMenuAndAtTheStart) {
   menu.mnuToolsInBox.Execute();
   EXPECT_EQ(ServiceState().substr(0, 9), "off build") << "without a mail system";
   EXPECT_EQ(Only(Steps(), {"show"}).size(), 1U);
+  for (const int clicks : {1, 2}) {
+    mail.onOpen = [&] {
+      for (int i = 0; i < clicks; ++i) menu.mnuToolsInBox.Execute();
+    };
+    menu.mnuToolsInBox.Execute();
+    EXPECT_EQ(ServiceState().substr(0, 10), clicks == 1 ? "off build:" : "on ticking");
+    EXPECT_EQ(Only(Steps(), {"mail"}).size(), 1U) << "the user acts while it is opened";
+  }
+  menu.mnuToolsInBox.Execute();
+  program.options.Interval = 0;
+  menu.mnuToolsInBox.Execute();
+  EXPECT_EQ(Only(Steps(), {"status"}).back(),
+            "status The inbox is never looked into: set an interval in the options");
 }
 
 TEST_F(MailServiceTest, StepsBackBehindWhatTheUserDoes) {
@@ -431,6 +469,17 @@ TEST_F(MailServiceTest, StepsBackBehindWhatTheUserDoes) {
     window.tmrOutlook.elapsed.Emit();
     return compile(command);
   };
+  menu.mnuToolsInBox.Execute();
+  platform.processes.Queue([&](const std::string& command) {
+    menu.mnuToolsInBox.Execute();
+    return compile(command);
+  });
+  mail.Fail("send", RuntimeError(ErrorNumber::DiskFull));
+  Tick({{.body = body}});
+  EXPECT_EQ(ServiceState().substr(0, 4), "off:") << "an error switches nothing on";
+
+  menu.mnuFileBuild.enabled.Set(true);
+  mail.received[0].isUnread = true;
   window.tvwProjects.Select(window.tvwProjects.Find("x)" + core));
   menu.mnuToolsInBox.Execute();
   mail.sent.clear();

@@ -37,6 +37,7 @@ class MemoryMail : public Mail {
   bool isTaken = false;           ///< another program looks through the mailbox
   bool isFull = false;            ///< too many mails wait to be sent
   std::vector<std::string> news;  ///< of the mails that wait to be sent
+  std::function<void()> onOpen;   ///< what happens while the mail system is opened
 
   struct Sent {
     std::vector<std::string> recipients{};
@@ -59,6 +60,7 @@ class MemoryMail : public Mail {
 
   void Open(const MailAccount& account) override {
     account_.reset();
+    if (onOpen) std::exchange(onOpen, nullptr)();
     RaiseFault("open");
     account_ = account;
     journal_.push_back("mail open " + account.store);
@@ -148,10 +150,6 @@ class MemoryMail : public Mail {
 
     void AddRecipient(const std::string& name) override {
       mail_.RaiseFault("recipient");
-      if (name != name_ && name.find('@') == std::string::npos) {
-        throw RuntimeError::WithDescription(ErrorNumber::InvalidCall,
-                                            "cannot resolve recipient '" + name + "'");
-      }
       draft_.recipients.push_back(name);
     }
     [[nodiscard]] std::size_t RecipientCount() const override { return draft_.recipients.size(); }
@@ -172,8 +170,13 @@ class MemoryMail : public Mail {
     void Send() override {
       mail_.RaiseFault("send");
       std::string names;
-      for (const auto& name : draft_.recipients)
+      for (const auto& name : draft_.recipients) {
+        if (name != name_ && name.find('@') == std::string::npos) {
+          throw RuntimeError::WithDescription(ErrorNumber::InvalidCall,
+                                              "cannot resolve recipient '" + name + "'");
+        }
         names.append(names.empty() ? "" : ", ").append(name);
+      }
       if (names.empty()) {
         throw RuntimeError::WithDescription(ErrorNumber::InvalidCall, "The mail has no recipient");
       }

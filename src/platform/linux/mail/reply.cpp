@@ -16,9 +16,10 @@ Reply::Reply(MailMessage start, std::string name, Correspondent correspondent,
       files_(files),
       send_(std::move(send)) {}
 
+// Another name is looked up when the mail is sent.
 void Reply::AddRecipient(const std::string& name) {
   const bool isCorrespondent = name == name_ && IsMailAddress(correspondent_.address);
-  message_.to.push_back(isCorrespondent ? correspondent_ : CorrespondentOf(name));
+  message_.to.push_back(isCorrespondent ? correspondent_ : Correspondent{name, ""});
 }
 
 void Reply::RemoveRecipient(std::size_t number) {
@@ -43,6 +44,9 @@ void Reply::AddAttachment(const std::string& path) {
 void Reply::Send() {
   if (message_.to.empty()) {
     throw RuntimeError::WithDescription(ErrorNumber::InvalidCall, "The mail has no recipient");
+  }
+  for (Correspondent& to : message_.to) {
+    if (to.address.empty()) to = CorrespondentOf(to.name);
   }
   send_(message_);
 }
