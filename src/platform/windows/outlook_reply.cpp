@@ -11,15 +11,6 @@ namespace {
 
 constexpr std::int32_t kMail = 0;
 
-// A name that stands for nobody would stop the whole mail when it is sent.
-void Add(const Dispatch& mail, const std::string& name) {
-  const auto recipient = mail.Property("Recipients").Object().Ask("Add", {name}).Object();
-  if (recipient.Ask("Resolve").Bool()) return;
-  recipient.Do("Delete");
-  throw RuntimeError::WithDescription(ErrorNumber::InvalidCall,
-                                      "cannot resolve recipient '" + name + "'");
-}
-
 }  // namespace
 
 OutlookReply::OutlookReply(std::shared_ptr<OutlookSession> session, const MailItem& to,
@@ -34,7 +25,9 @@ OutlookReply::OutlookReply(std::shared_ptr<OutlookSession> session, const MailIt
 
 void OutlookReply::AddRecipient(const std::string& name) {
   const bool isSender = name == senderName_ && !replyAddress_.empty();
-  session_->thread.Do([mail = mail_, who = isSender ? replyAddress_ : name] { Add(*mail, who); });
+  session_->thread.Do([mail = mail_, who = isSender ? replyAddress_ : name] {
+    mail->Property("Recipients").Object().Do("Add", {who});
+  });
 }
 
 std::size_t OutlookReply::RecipientCount() const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 #include <utility>
 
 #include "platform/runtime_error.h"
@@ -30,17 +31,18 @@ std::string FolderIdOf(const Dispatch& mail) {
   return mail.Property("Parent").Object().Property("EntryID").Text();
 }
 
-ListedMail Listed(const Dispatch& mail) {
-  return {mail.Property("EntryID").Text(), FolderIdOf(mail), TextIfAny(mail, "Subject"),
+ListedMail Listed(const Dispatch& mail, const std::string& folderId) {
+  return {mail.Property("EntryID").Text(), folderId, TextIfAny(mail, "Subject"),
           TextIfAny(mail, "SenderName"), mail.Property("UnRead").Bool()};
 }
 
 // Nothing for a number that the folder has no more.
-std::optional<ListedMail> MailNumber(const Dispatch& items, std::int32_t number) {
+std::optional<ListedMail> MailNumber(const Dispatch& items, std::int32_t number,
+                                     const std::string& folderId) {
   Dispatch mail;
   try {
     mail = items.Ask("Item", {number}).Object();
-    return mail ? std::optional(Listed(mail)) : std::nullopt;
+    return mail ? std::optional(Listed(mail, folderId)) : std::nullopt;
   } catch (const RuntimeError& error) {
     if (IsGone(error)) return std::nullopt;
     if (!mail && items.Property("Count").Long() < number) return std::nullopt;
@@ -74,17 +76,19 @@ std::shared_ptr<OutlookSession> OpenOutlook(EventPump* events, std::chrono::mill
 
 std::vector<ListedMail> ListMails(const std::shared_ptr<OutlookSession>& session,
                                   const std::string& folder) {
-  auto [items, count] = session->thread.Do([nameSpace = session->nameSpace, folder] {
+  auto [items, count, id] = session->thread.Do([nameSpace = session->nameSpace, folder] {
     const auto inbox = nameSpace->Ask("GetDefaultFolder", {kInbox}).Object();
     const auto chosen = inbox.Property("Folders").Object().Ask("Item", {folder}).Object();
     auto all = chosen.Property("Items").Object();
     const auto number = all.Property("Count").Long();
-    return std::pair(AutomationThread::Keep(std::move(all)), number);
+    return std::tuple(AutomationThread::Keep(std::move(all)), number,
+                      chosen.Property("EntryID").Text());
   });
   std::vector<ListedMail> mails;
   for (std::int32_t number = 1; number <= count; ++number) {
     // Each on its own: a long list is not silence.
-    auto mail = session->thread.Do([all = items, number] { return MailNumber(*all, number); });
+    auto mail = session->thread.Do(
+        [all = items, number, folderId = id] { return MailNumber(*all, number, folderId); });
     if (mail) mails.push_back(std::move(*mail));
   }
   return mails;
