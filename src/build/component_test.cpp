@@ -112,7 +112,7 @@ void ComponentTest::TestClass(Procedure& on, const std::string& identifier) {
 
 void ComponentTest::TestControl(Procedure& on, const std::string& identifier) {
   Announce(on, [&] {
-    uses_.objects.AddLicense(identifier, "");
+    uses_.objects.AddLicense(identifier);
     AddControl(identifier);
     return std::string();
   });

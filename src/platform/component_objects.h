@@ -83,9 +83,9 @@ class ComponentObjects {
   [[nodiscard]] virtual std::unique_ptr<ComponentObject> CreateObject(
       const std::string& identifier) = 0;
 
-  /// Makes a user control's identifier creatable at run time, with an empty key for a control that
-  /// asks for none. Harmless when repeated. Error 429 when the identifier is not registered.
-  virtual void AddLicense(const std::string& identifier, const std::string& key) = 0;
+  /// Makes a user control's identifier creatable at run time, without a licence key. Harmless when
+  /// repeated. Error 429 when the identifier is not registered.
+  virtual void AddLicense(const std::string& identifier) = 0;
 
   /// As CreateObject. The control calls `repaint` whenever it wants to be painted anew, also from
   /// within calls to it: the host notes the wish and paints later.

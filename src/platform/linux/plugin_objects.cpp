@@ -256,7 +256,7 @@ std::unique_ptr<ComponentObject> PluginObjects::CreateObject(const std::string& 
   return Creating(identifier, [&] { return std::make_unique<PluginObject>(Load(identifier)); });
 }
 
-void PluginObjects::AddLicense(const std::string& identifier, const std::string& /*key*/) {
+void PluginObjects::AddLicense(const std::string& identifier) {
   Creating(identifier, [&] { return ClassIdentifier(identifier); });
 }
 

@@ -20,7 +20,7 @@ class PluginObjects : public ComponentObjects {
       const std::string& identifier) override;
 
   /// Plug-ins have no licences: says no more than whether the identifier is registered.
-  void AddLicense(const std::string& identifier, const std::string& key) override;
+  void AddLicense(const std::string& identifier) override;
 
   [[nodiscard]] std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) override;

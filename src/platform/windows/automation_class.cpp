@@ -1,11 +1,6 @@
 #include "platform/windows/automation_class.h"
 
-#include <ocidl.h>
-#include <oleauto.h>
-
-#include <memory>
 #include <optional>
-#include <utility>
 
 #include "platform/runtime_error.h"
 #include "platform/windows/system_message.h"
@@ -56,20 +51,8 @@ Dispatch MakeObject(const std::string& identifier) {
   return Dispatch(Make(identifier, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER));
 }
 
-ComPointer<IDispatch> MakeControl(const std::string& identifier, const std::string& key) {
-  if (key.empty()) return Make(identifier, CLSCTX_INPROC_SERVER);
-  ComPointer<IClassFactory2> factory;
-  Require(CoGetClassObject(ClassOf(identifier), CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory2,
-                           reinterpret_cast<void**>(factory.Place())),
-          identifier);
-  const auto wide = ToWide(key);
-  const std::unique_ptr<OLECHAR, decltype(&SysFreeString)> text(
-      SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size())), SysFreeString);
-  ComPointer<IDispatch> made;
-  Require(factory->CreateInstanceLic(nullptr, nullptr, IID_IDispatch, text.get(),
-                                     reinterpret_cast<void**>(made.Place())),
-          identifier);
-  return made;
+ComPointer<IDispatch> MakeControl(const std::string& identifier) {
+  return Make(identifier, CLSCTX_INPROC_SERVER);
 }
 
 }  // namespace gorbex

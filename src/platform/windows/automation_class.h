@@ -19,9 +19,7 @@ namespace gorbex {
 [[nodiscard]] bool IsRegistered(const std::string& identifier);
 [[nodiscard]] Dispatch MakeObject(const std::string& identifier);
 
-/// Makes a control, which is used by late binding as any object. The key is that of a class that
-/// gives objects away to those who know it alone; empty for no key.
-[[nodiscard]] ComPointer<IDispatch> MakeControl(const std::string& identifier,
-                                                const std::string& key);
+/// Makes a control, which is used by late binding as any object.
+[[nodiscard]] ComPointer<IDispatch> MakeControl(const std::string& identifier);
 
 }  // namespace gorbex

@@ -35,7 +35,7 @@ std::unique_ptr<ComponentObject> AutomationObjects::CreateObject(const std::stri
   return std::make_unique<AutomationObject>(apartment_, MakeObject(identifier));
 }
 
-void AutomationObjects::AddLicense(const std::string& identifier, const std::string& /*key*/) {
+void AutomationObjects::AddLicense(const std::string& identifier) {
   static_cast<void>(ClassOf(identifier));
 }
 

@@ -13,7 +13,7 @@ class AutomationObjects : public ComponentObjects {
  public:
   [[nodiscard]] std::unique_ptr<ComponentObject> CreateObject(
       const std::string& identifier) override;
-  void AddLicense(const std::string& identifier, const std::string& key) override;
+  void AddLicense(const std::string& identifier) override;
   [[nodiscard]] std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) override;
   void LetGoOfUnused() override;

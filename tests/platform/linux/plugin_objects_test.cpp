@@ -46,7 +46,7 @@ TEST_F(PluginObjectsTest, SayWhyAnObjectCannotBeMade) {
       {sample, 'A', ": it is no user control"},
   };
   const std::string start = "429 ActiveX component can't create object: 'S.X': ";
-  EXPECT_EQ(ErrorOf([&] { objects.AddLicense("S.X", ""); }), start + "it is not registered");
+  EXPECT_EQ(ErrorOf([&] { objects.AddLicense("S.X"); }), start + "it is not registered");
   for (const auto& [path, letter, reason] : cases) {
     Register(path, letter);
     const auto error = ErrorOf([&] { static_cast<void>(objects.CreateControl("S.X", {})); });

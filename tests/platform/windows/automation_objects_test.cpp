@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "automation_servers.h"
-#include "platform/windows/automation_class.h"
 #include "tests/platform/outcome.h"
 
 namespace gorbex::test {
@@ -67,26 +66,13 @@ TEST(AutomationObjects, LetGoOfAComponentThatNobodyUses) {
   EXPECT_EQ(GetModuleHandleW(file), nullptr);
 }
 
-TEST(ControlClasses, GiveLicensedControlsToThoseWhoKnowTheKey) {
-  const AutomationServers servers("Component.Caption=free");
-  const ComApartment apartment;
-  const std::string refused = "429 ActiveX component can't create object: 'GorbexTest.Licensed': ";
-  for (const char* key : {"", "open barley"}) {
-    const auto error = ErrorOf([&] { static_cast<void>(MakeControl("GorbexTest.Licensed", key)); });
-    EXPECT_TRUE(error.starts_with(refused)) << error;
-  }
-  const Dispatch control(MakeControl("GorbexTest.Licensed", "open sesame"));
-  EXPECT_EQ(control.Property("Caption").Text(), "free");
-  EXPECT_TRUE(MakeControl("GorbexTest.Free", ""));
-}
-
 TEST(AutomationObjects, SayWhyAnObjectCannotBeMade) {
   AutomationObjects objects;
   const std::string start = "429 ActiveX component can't create object: ";
   for (const std::string name : {"", "No.Such", "No\\CLSID", "{0}"}) {
     const auto error = start + (name.empty() ? "" : "'" + name + "': ") + "it is not registered";
     EXPECT_EQ(ErrorOf([&] { static_cast<void>(objects.CreateObject(name)); }), error);
-    EXPECT_EQ(ErrorOf([&] { objects.AddLicense(name, "key"); }), error);
+    EXPECT_EQ(ErrorOf([&] { objects.AddLicense(name); }), error);
   }
   EXPECT_EQ(ErrorOf([&] { static_cast<void>(objects.CreateControl("Scripting.Dictionary", {})); }),
             start + "'Scripting.Dictionary': user controls cannot be shown here");

@@ -11,7 +11,6 @@
 
 #include <utility>
 
-#include "platform/code_page.h"
 #include "platform/windows/automation_class.h"
 
 namespace gorbex {
@@ -79,14 +78,9 @@ class ActiveXControl : public ComponentControl {
 
 }  // namespace
 
-void ActiveXObjects::AddLicense(const std::string& identifier, const std::string& key) {
-  AutomationObjects::AddLicense(identifier, key);
-  keys_[LowerCase(identifier)] = key;
-}
-
 std::unique_ptr<ComponentControl> ActiveXObjects::CreateControl(const std::string& identifier,
                                                                 std::function<void()> /*repaint*/) {
-  auto made = MakeControl(identifier, keys_[LowerCase(identifier)]);
+  auto made = MakeControl(identifier);
   if (!IsControl(*made.Get())) RefuseObject(identifier, "it is no control");
   return std::make_unique<ActiveXControl>(Apartment(), made);
 }

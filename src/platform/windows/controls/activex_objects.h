@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 
@@ -12,15 +11,10 @@ namespace gorbex {
 /// windows that these can be shown in.
 class ActiveXObjects : public AutomationObjects {
  public:
-  void AddLicense(const std::string& identifier, const std::string& key) override;
-
   /// The control is shown by ShowIn, with a window of the toolkit, and draws itself: it never asks
   /// to be painted.
   [[nodiscard]] std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) override;
-
- private:
-  std::map<std::string, std::string> keys_;  ///< by identifier in lower case
 };
 
 }  // namespace gorbex

@@ -18,7 +18,7 @@ TEST(ActiveXObjects, AreShownInAWindowThatFollowsTheirSize) {
   ActiveXObjects objects;
   auto* frame = new wxFrame(nullptr, wxID_ANY, "Test");
   frame->Show();
-  objects.AddLicense(kControl, "");
+  objects.AddLicense(kControl);
   auto control = objects.CreateControl(kControl, {});
   control->SetSize({200, 100});
   ASSERT_TRUE(control->ShowIn(frame));
@@ -45,17 +45,17 @@ TEST(ActiveXObjects, AreRefusedWithoutTheirKeyAndWhenTheyAreNoControls) {
   const AutomationServers servers("");
   ActiveXObjects objects;
   const std::string start = "429 ActiveX component can't create object: ";
-  const auto error = [&](const std::string& identifier, const std::string& key) {
+  const auto error = [&](const std::string& identifier) {
     return ErrorOf([&] {
-      objects.AddLicense(identifier, key);
+      objects.AddLicense(identifier);
       static_cast<void>(objects.CreateControl(identifier, {}));
     });
   };
-  EXPECT_EQ(error("No.Such", ""), start + "'No.Such': it is not registered");
-  EXPECT_EQ(error("GorbexTest.Free", ""), start + "'GorbexTest.Free': it is no control");
-  EXPECT_NE(error("GorbexTest.Licensed", ""), error("GorbexTest.Licensed", "open sesame"));
-  EXPECT_EQ(error("GORBEXTEST.Licensed", "open sesame"),
-            start + "'GORBEXTEST.Licensed': it is no control");
+  EXPECT_EQ(error("No.Such"), start + "'No.Such': it is not registered");
+  EXPECT_EQ(error("GorbexTest.Free"), start + "'GorbexTest.Free': it is no control");
+  const auto refused = error("GorbexTest.Licensed");
+  EXPECT_TRUE(refused.starts_with(start + "'GorbexTest.Licensed': ")) << refused;
+  EXPECT_FALSE(refused.ends_with("it is no control")) << refused;
 }
 
 }  // namespace

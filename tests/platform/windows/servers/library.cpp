@@ -9,17 +9,14 @@
 namespace gorbex::test {
 namespace {
 
-constexpr const wchar_t* kKey = L"open sesame";
-
-/// Makes objects of one class; of a licensed one, only for those who know the key.
-class Factory : public IClassFactory2 {
+/// Makes objects of one class; none of a licensed one, which wants a key.
+class Factory : public IClassFactory {
  public:
   explicit Factory(const ServerOf& server) : server_(server) {}
   virtual ~Factory() = default;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    const bool isKnown = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IClassFactory) ||
-                         IsEqualIID(id, IID_IClassFactory2);
+    const bool isKnown = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IClassFactory);
     *object = isKnown ? this : nullptr;
     if (isKnown) AddRef();
     return isKnown ? S_OK : E_NOINTERFACE;
@@ -34,12 +31,6 @@ class Factory : public IClassFactory2 {
     return server_.isLicensed ? CLASS_E_NOTLICENSED : Make(id, object);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE GetLicInfo(LICINFO*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE RequestLicKey(DWORD, BSTR*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE CreateInstanceLic(IUnknown*, IUnknown*, REFIID id, BSTR key,
-                                              void** object) override {
-    return std::wstring(key) == kKey ? Make(id, object) : CLASS_E_NOTLICENSED;
-  }
 
  private:
   HRESULT Make(REFIID id, void** object) {
