@@ -16,6 +16,7 @@ struct frmLogin {
   Command cmdOK{"cmdOK", "OK"};
   Command cmdCancel{"cmdCancel", "Cancel"};
 
+  bool mayStayEmpty = false;  ///< user and password may be known from elsewhere
   bool LoginSucceeded = false;
   bool Cancelled = false;
   std::string failure;  ///< why the last attempt failed; empty before the first

@@ -39,6 +39,10 @@ class SourceControl {
   virtual void Open(const std::string& iniPath, const std::string& user,
                     const std::string& password) = 0;
 
+  /// Whether who opens this initialisation file may leave user and password empty, because the
+  /// client knows them from elsewhere. False for a file that cannot be read.
+  [[nodiscard]] virtual bool KnowsUsers(const std::string& /*iniPath*/) const { return false; }
+
   /// The logged-in user; empty while not open.
   [[nodiscard]] virtual std::string UserName() const = 0;
 

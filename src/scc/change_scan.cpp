@@ -28,7 +28,7 @@ void ChangeScan::Scan(Procedure& on) {
     if (!member->VSSProject.empty()) projects.push_back({member->path, member->VSSProject});
   }
   for (const Project& project : projects) {
-    if (!IsChanged(project)) continue;
+    if (!on([&] { return IsChanged(project); })) continue;
     on([&] {
       window_.tvwProjects.Item(NodeKey(node_prefix::kProject, project.path))
           .SetImage(Image::ProjectWarning);
@@ -51,9 +51,9 @@ bool ChangeScan::IsChanged(const Project& project) {
   if (item == nullptr && failure.empty()) failure = project.spec + " is not in the database";
   const auto children = tried([&] { return item ? item->Items() : decltype(item->Items()){}; });
   for (const auto& child : children) {
-    if (child->Type() == SourceItemType::File && tried([&] { return child->IsDifferent(); })) {
-      return true;
-    }
+    const bool differs =
+        tried([&] { return child->Type() == SourceItemType::File && child->IsDifferent(); });
+    if (differs) return true;
   }
   if (!failure.empty()) notCompared.Emit(project.path, failure);
   return false;

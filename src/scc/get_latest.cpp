@@ -67,8 +67,9 @@ bool GetLatest::GetWatched(const std::string& path) {
   return result.Succeeded();
 }
 
-bool GetLatest::HasProjects() {
-  if (window_.ProjectMembers.Count() > 0) return true;
+bool GetLatest::IsLoaded() {
+  // An open build project may be without projects.
+  if (window_.ProjectMembers.Count() > 0 || !window_.fileName.empty()) return true;
   dialogs_.Show({"No projects loaded"});
   return false;
 }
@@ -79,7 +80,7 @@ void GetLatest::mnuToolsGetLatestALL_Click() {
   Procedure(report_, ": frmBuilder.mnuToolsGetLatestALL_Click").Run([&](Procedure& on) {
     const auto batch = BeginBatch();
     on([&] { LogIn(); });
-    if (!on([&] { return HasProjects(); })) return;
+    if (!on([&] { return IsLoaded(); })) return;
     // The paths as they are now: the client may let the user remove projects meanwhile.
     std::vector<std::string> paths;
     for (const auto& member : window_.ProjectMembers) paths.push_back(member->path);
@@ -98,7 +99,7 @@ void GetLatest::mnuToolsGetLatestChanged_Click() {
     on([&] { window_.mousePointer.Set(MousePointer::Hourglass); });
     const auto batch = BeginBatch();
     on([&] { LogIn(); });
-    if (on([&] { return HasProjects(); })) GetMarked(on);
+    if (on([&] { return IsLoaded(); })) GetMarked(on);
     // Shown in every case, as ever.
     on([&] { window_.SetStatus("Changed projects now up to date"); });
   });

@@ -41,7 +41,7 @@ class GetLatest : public LatestSource {
   void LogIn();
   [[nodiscard]] LatestResult GetItem(const std::string& spec);
   bool GetWatched(const std::string& path);
-  [[nodiscard]] bool HasProjects();
+  [[nodiscard]] bool IsLoaded();
   void GetMarked(Procedure& on);
 
   frmBuilder& window_;

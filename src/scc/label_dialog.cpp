@@ -41,14 +41,9 @@ void LabelDialog::cmdOK_Click() {
     Offer(false);
     const std::shared_ptr<void> done(nullptr, [this](void*) { Offer(true); });
     const std::string spec = form_.txtVSSProject.text.Get();
-    std::unique_ptr<SourceControlItem> item;
-    bool answered = false;
-    on([&] {
-      item = session_.VSSItem(spec);
-      answered = true;
-    });
+    const auto item = on([&] { return session_.VSSItem(spec); });
     if (item == nullptr) {
-      if (answered) on([&] { dialogs_.Show({"Invalid VSS Project"}); });
+      on([&] { dialogs_.Show({"Invalid VSS Project"}); });
       return;
     }
     try {

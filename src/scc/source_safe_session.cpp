@@ -57,10 +57,10 @@ void SourceSafeSession::mnuToolsLogin_Click() {
 void SourceSafeSession::Login(Procedure& on) {
   frmLogin form;
   form.txtUserName.text.Set(window_.UserName);
+  form.mayStayEmpty = database_.KnowsUsers(window_.IniPath);
   LoginDialog dialog(form, database_, dialogs_, report_);
-  auto asking = Asking();
+  const auto asking = Asking();
   on([&] { dialog.ShowLogin(window_.IniPath); });
-  asking.reset();
   failure_ = form.failure;
   if (form.LoginSucceeded) {
     Open(on, form.txtUserName.text.Get());

@@ -36,7 +36,6 @@ class SourceSafeSession {
   void mnuToolsLogin_Click();
 
   [[nodiscard]] bool LoggedIn() const { return loggedIn_; }
-  [[nodiscard]] bool SourceControlDisabled() const { return disabled_; }
 
   /// The user of the open database; empty while it is not open.
   [[nodiscard]] std::string DatabaseUser() const { return database_.UserName(); }
@@ -80,7 +79,7 @@ class SourceSafeSession {
   ErrorReport& report_;
   bool loggedIn_ = false;
   bool disabled_ = false;
-  bool asking_ = false;  ///< a timer may call for a login while the dialog is open
+  bool asking_ = false;  ///< a timer or the user may call for a login while one goes on
   int uses_ = 0;
   int reservations_ = 0;
   std::string failure_;  ///< of the last login

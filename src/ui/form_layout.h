@@ -17,7 +17,8 @@ class FormLayout {
                        long style = 0);
   void AddHint(const wxString& text);
 
-  /// Adds the buttons and gives the dialog its size. Every way out of the dialog but OK is Cancel.
+  /// Adds the buttons and gives the dialog its size. Every way out of the dialog but OK is Cancel,
+  /// unless the dialog says what closing it means.
   void Finish(Command& ok, Command& cancel);
 
  private:

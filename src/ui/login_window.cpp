@@ -13,7 +13,7 @@ LoginWindow::LoginWindow(wxWindow* parent, frmLogin& form)
   layout.AddField("&User name:", "txtUserName", form.txtUserName);
   wxTextCtrl* password =
       layout.AddField("&Password:", "txtPassword", form.txtPassword, wxTE_PASSWORD);
-  layout.AddHint("Leave both empty to use what your git already knows.");
+  if (form.mayStayEmpty) layout.AddHint("Leave both empty to use what your git already knows.");
   layout.Finish(form.cmdOK, form.cmdCancel);
   subscriptions_.push_back(form.passwordWanted.Connect([password] {
     password->SetFocus();
@@ -22,7 +22,15 @@ LoginWindow::LoginWindow(wxWindow* parent, frmLogin& form)
   subscriptions_.push_back(form.hidden.changed.Connect([this](const bool& hidden) {
     if (hidden && IsModal()) EndModal(wxID_OK);
   }));
-  // The frame's close button and Escape press Cancel, so every way out tells the state.
+  // Escape presses Cancel. The frame's close button gives up this login alone, and the next command
+  // that needs one asks again. While the client works neither means anything.
+  Bind(wxEVT_CLOSE_WINDOW, [&form](wxCloseEvent& event) {
+    if (form.cmdCancel.enabled.Get()) {
+      form.hidden.Set(true);
+    } else if (event.CanVeto()) {
+      event.Veto();
+    }
+  });
   CallAfter([&form] { form.activated.Emit(); });
 }
 

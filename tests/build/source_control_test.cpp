@@ -60,11 +60,17 @@ TEST_F(SourceSafeSessionTest, AsksForTheFileThenForTheUserUntilTheDatabaseOpens)
 TEST_F(SourceSafeSessionTest, StaysOffForTheRunAfterCancel) {
   program.window.IniPath = "C:\\srcsafe.ini";
   dialogs.useLogin = nullptr;
+  // Nobody gets in while the user reads that there is no source control.
+  const auto meanwhile = program.dialogs.answered.Connect([&](const Message&, Answer) {
+    dialogs.LogsIn();
+    program.session.LoginToSourceSafe();
+    program.window.menu.mnuToolsLogin.Execute();
+  });
   EXPECT_EQ(Only(Login(), {"login", "show", "status"}),
             (Journal{"show Source-Control will be disabled for this session",
                      "status ERROR Logging into source-safe"}));
   dialogs.useLogin = [](frmLogin& form) { form.cmdCancel.Execute(); };
-  EXPECT_EQ(Login().size(), 6U) << "closed some other way: asked again";
+  EXPECT_EQ(Only(Login(), {"show", "open"}).size(), 1U) << "closed some other way: asked again";
   EXPECT_EQ(Login(), Journal{});
   dialogs.choices = {"C:\\other.ini"};
   program.window.menu.mnuToolsLogin.Execute();
@@ -171,6 +177,9 @@ TEST_F(SourceControlCommandsTest, ScanMarksProjectsByTheFilesDirectlyInTheirFold
                                                   "status Finished scanning for changes"}));
   EXPECT_EQ(Marked(), "Base Shop ") << "a mark of an earlier scan stays";
   EXPECT_EQ(passedOver, (Journal{Group::Path("Core"), "offline"}));
+  database.failures = {{{"type", "$/Base/a.cls"}, "no type"}, {{"type", "$/Base/b.cls"}, "none"}};
+  EXPECT_EQ(Run(menu.mnuToolsHighlight).back(), "status Finished scanning for changes");
+  EXPECT_EQ(passedOver, (Journal{Group::Path("Base"), "no type"}));
   EXPECT_EQ(program.window.mousePointer.Get(), MousePointer::Default);
 }
 
@@ -205,6 +214,9 @@ TEST_F(SourceControlCommandsTest, GetsAllChangedOrSelectedProjects) {
   EXPECT_EQ(Run(menu.mnuToolsGetLatestChanged),
             (Journal{"show No projects loaded", "status Changed projects now up to date"}));
   EXPECT_EQ(Run(menu.mnuToolsLabel), Journal{"show No Projects to Label!!"});
+  program.window.fileName = "C:\\empty.bpf";
+  EXPECT_EQ(Run(menu.mnuToolsGetLatestALL), Journal{"status Get completed"});
+  EXPECT_EQ(Run(menu.mnuToolsGetLatestChanged), Journal{"status Changed projects now up to date"});
 }
 
 TEST_F(SourceControlCommandsTest, LetsOneCommandWorkAtATime) {
@@ -256,13 +268,18 @@ TEST_F(SourceControlCommandsTest, LabelsWhatTheDatabaseKnows) {
     form.txtLabel.text.Set("");
     EXPECT_TRUE(form.cmdOK.enabled.Get()) << "it looks at the comment alone";
     database.failures[{"item", "$/Core"}] = "offline";
-    form.cmdOK.Execute();
-    EXPECT_FALSE(form.hidden.Get());
+    for (const Answer answer : {Answer::Abort, Answer::Ignore}) {
+      dialogs.answers = {answer};
+      form.cmdOK.Execute();
+      EXPECT_FALSE(form.hidden.Get());
+    }
   };
-  EXPECT_EQ(Run(menu.mnuToolsLabel),
-            (Journal{"show Invalid VSS Project", "label $/Core 1.0 first", "label $/Core 1.0 first",
-                     "show Failed to label : The label 1.0 exists already(0)",
-                     Reported(429, "offline", ": frmLabel.cmdOK_Click")}));
+  EXPECT_EQ(
+      Run(menu.mnuToolsLabel),
+      (Journal{"show Invalid VSS Project", "label $/Core 1.0 first", "label $/Core 1.0 first",
+               "show Failed to label : The label 1.0 exists already(0)",
+               Reported(429, "offline", ": frmLabel.cmdOK_Click"),
+               Reported(429, "offline", ": frmLabel.cmdOK_Click"), "show Invalid VSS Project"}));
 }
 
 TEST_F(SourceControlCommandsTest, BrowseRepointsAReferenceUnderCheckOut) {

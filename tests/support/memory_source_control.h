@@ -33,8 +33,8 @@ class MemorySourceControl : public SourceControl {
   std::string toDo;  ///< what every get leaves to the user
   int outages = 0;   ///< so many logins fail, then they succeed again
 
-  /// What the client says when the operation ("open", "item", "items", "differs", "get", "label",
-  /// "checkout" or "checkin") on the spec (or initialisation file) is to fail.
+  /// What the client says when the operation ("open", "item", "items", "type", "differs", "get",
+  /// "label", "checkout" or "checkin") on the spec (or initialisation file) is to fail.
   std::map<std::pair<std::string, std::string>, std::string> failures;
 
   void Open(const std::string& iniPath, const std::string& user,
@@ -60,6 +60,7 @@ class MemorySourceControl : public SourceControl {
 
     [[nodiscard]] std::string LocalSpec() const override { return database_.LocalSpec(spec_); }
     [[nodiscard]] SourceItemType Type() const override {
+      database_.RaiseFailure("type", spec_);
       return database_.IsFolder(spec_) ? SourceItemType::Project : SourceItemType::File;
     }
     [[nodiscard]] std::vector<std::unique_ptr<SourceControlItem>> Items() override {

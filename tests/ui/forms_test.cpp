@@ -174,6 +174,30 @@ TEST_F(FormsTest, LoginStaysOpenUntilTheDatabaseOpensOrTheUserGivesUp) {
   EXPECT_EQ(asked[2], "show Source-Control will be disabled for this session");
 }
 
+TEST_F(FormsTest, LoginClosedByItsFrameIsNotCancelled) {
+  for (const bool mayStayEmpty : {false, true}) {
+    frmLogin form;
+    form.mayStayEmpty = mayStayEmpty;
+    ui::LoginWindow window(frame, form);
+    bool isHinted = false;
+    for (const wxWindow* child : window.GetChildren()) {
+      isHinted = isHinted || child->GetLabel().Contains("your git");
+    }
+    EXPECT_EQ(isHinted, mayStayEmpty);
+    User::Then([&] {
+      User::Waits();
+      form.cmdCancel.enabled.Set(false);
+      window.Close();
+      EXPECT_TRUE(window.IsModal()) << "the client is at work";
+      form.cmdCancel.enabled.Set(true);
+      window.Close();
+    });
+    window.ShowModal();
+    EXPECT_TRUE(form.hidden.Get());
+    EXPECT_FALSE(form.Cancelled);
+  }
+}
+
 TEST_F(FormsTest, LabelWantsBothTexts) {
   dialogs.useLabel = [this](frmLabel& form) {
     ui::LabelWindow window(frame, form);

@@ -142,6 +142,14 @@ void GitSourceControl::Open(const std::string& iniPath, const std::string& user,
   user_ = std::move(name);
 }
 
+bool GitSourceControl::KnowsUsers(const std::string& iniPath) const {
+  try {
+    return ReadGitSettings(files_, iniPath).has_value();
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
 std::unique_ptr<SourceControlItem> GitSourceControl::VSSItem(const std::string& spec) {
   if (!tree_) Refuse("The source-control database is not open");
   // A copy: while git runs the user may open another database.

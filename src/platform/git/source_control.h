@@ -27,6 +27,7 @@ class GitSourceControl : public SourceControl {
 
   void Open(const std::string& iniPath, const std::string& user,
             const std::string& password) override;
+  [[nodiscard]] bool KnowsUsers(const std::string& iniPath) const override;
   [[nodiscard]] std::string UserName() const override { return user_; }
   [[nodiscard]] std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) override;
   [[nodiscard]] std::shared_ptr<void> Snapshot() override;

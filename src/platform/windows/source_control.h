@@ -24,6 +24,9 @@ class WindowsSourceControl : public SourceControl {
 
   void Open(const std::string& iniPath, const std::string& user,
             const std::string& password) override;
+  [[nodiscard]] bool KnowsUsers(const std::string& iniPath) const override {
+    return git_.KnowsUsers(iniPath);
+  }
   [[nodiscard]] std::string UserName() const override { return open_->UserName(); }
   [[nodiscard]] std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) override {
     return open_->VSSItem(spec);
