@@ -13,6 +13,19 @@ std::int32_t ComparedVersion(double major, double minor, double revision) {
 
 }  // namespace
 
+bool CanBeStamped(const std::string& version) {
+  const auto fields = Split(version, '.');
+  const auto number = [&](std::size_t index) {
+    return index < fields.size() ? ToLong(NumericValue(fields[index])) : 0;
+  };
+  try {
+    static_cast<void>(ComparedVersion(number(0), number(1), number(2)));
+    return fields.size() > 1;
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
 void VersionStamp::Stamp(Procedure& on, const std::string& projectPath) {
   if (!Wanted(on, projectPath)) return;
   const auto write = [&](std::string_view key, std::int32_t number) {

@@ -10,6 +10,10 @@
 
 namespace gorbex {
 
+/// Whether a version "x.x.x" can be compared with those of projects, whose numbers are written one
+/// after the other and taken as one 32-bit number for that.
+[[nodiscard]] bool CanBeStamped(const std::string& version);
+
 /// Writes the requested version into project files.
 class VersionStamp {
  public:

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "build/version_stamp.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/junit_report.h"
@@ -52,6 +53,22 @@ void RequireBuildFolder(const Program& program) {
   throw Failure(ExitStatus::Unusable, Plain(folder) + ": no such build folder");
 }
 
+// The build project may bring one, too.
+void RequireVersion(const std::string& version) {
+  if (version.empty() || CanBeStamped(version)) return;
+  throw Failure(ExitStatus::Unusable,
+                Plain(version) +
+                    ": a version is written x.x.x, and its numbers written one after the other "
+                    "must not exceed 2147483647");
+}
+
+// By the time the run would miss it, projects have been amended.
+std::string RequiredCompiler(Session& session, const std::string& typed) {
+  std::string path = session.ProgramPath(typed);
+  if (FileExists(session.program().platform.files, path)) return path;
+  throw Failure(ExitStatus::Unusable, typed + ": no such compiler");
+}
+
 void Override(Session& session, const BuildArguments& arguments) {
   Program& program = session.program();
   clsOptions& options = program.options;
@@ -67,12 +84,13 @@ void Override(Session& session, const BuildArguments& arguments) {
     }
     options.VersionComponents = arguments.version;
   }
+  RequireVersion(options.VersionComponents);
   if (!arguments.buildFolder.empty()) {
     program.window.buildDirectory = BuildFolder(session, arguments.buildFolder);
   }
   RequireBuildFolder(program);
   if (!arguments.compiler.empty()) {
-    program.window.compilerPath = session.ProgramPath(arguments.compiler);
+    program.window.compilerPath = RequiredCompiler(session, arguments.compiler);
   }
 }
 
@@ -198,6 +216,10 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;
 
+  const bool isAnswered = frame.no || frame.streams.asks;
+  if (record.End().result == RunResult::Refused && !isAnswered) {
+    session.Warn("nothing was built: with --yes such a build goes on");
+  }
   if (frame.json) {
     frame.streams.out << Written(RunJson(record, program.window.registrationScript)) << '\n';
   }

@@ -53,7 +53,7 @@ Answer ConsoleDialogs::Show(const Message& message) {
   std::ostream& err = frame_.streams.err;
   err << Plain(message.text) << '\n' << std::flush;
   if (message.buttons == Buttons::Ok) return Answer::Ok;
-  if (frame_.streams.asks && !frame_.yes && !frame_.no) return Ask(message.buttons);
+  if (Asks()) return Ask(message.buttons);
   const Answer answer = Preset(message.buttons);
   err << "  [" << Offered(message.buttons) << "] answered: " << NameOf(answer, message.buttons)
       << '\n';
@@ -100,7 +100,13 @@ std::optional<std::string> ConsoleDialogs::AskSecret(const std::string& prompt) 
 }
 
 std::optional<std::string> ConsoleDialogs::OpenFile(const FileChoice& choice) {
-  return Input(choice.title, "");
+  if (!Asks()) return std::nullopt;
+  for (;;) {
+    const auto typed = AskLine(Plain(choice.title) + ": ");
+    if (!typed || typed->empty()) return std::nullopt;
+    if (auto path = fileOf ? fileOf(*typed) : FromUtf8(*typed)) return path;
+    frame_.streams.err << *typed << ": no such file\n";
+  }
 }
 
 std::optional<std::string> ConsoleDialogs::SaveFile(const FileChoice& choice) {
@@ -113,7 +119,7 @@ std::optional<std::string> ConsoleDialogs::BrowseForDir(const std::string& title
 
 std::optional<std::string> ConsoleDialogs::Input(const std::string& prompt,
                                                  const std::string& initial) {
-  if (!frame_.streams.asks || frame_.yes || frame_.no) return std::nullopt;
+  if (!Asks()) return std::nullopt;
   const std::string proposal = initial.empty() ? "" : " [" + Plain(initial) + "]";
   const auto line = AskLine(Plain(prompt) + proposal + ": ");
   if (!line) return std::nullopt;
@@ -124,7 +130,7 @@ std::optional<std::string> ConsoleDialogs::Input(const std::string& prompt,
 void ConsoleDialogs::ShowOptions(frmOptions& /*form*/) {}
 
 void ConsoleDialogs::ShowLogin(frmLogin& form) {
-  if (!frame_.streams.asks || frame_.yes || frame_.no) {
+  if (!Asks()) {
     TryLogin(form, form.txtUserName.text.Get(), frame_.streams.password);
     form.hidden.Set(true);
     return;

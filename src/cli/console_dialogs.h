@@ -16,6 +16,8 @@ class ConsoleDialogs : public Dialogs {
   explicit ConsoleDialogs(const Frame& frame) : frame_(frame) {}
 
   Answer Show(const Message& message) override;
+
+  /// Asks until there is a file of the path typed, or nothing is typed.
   std::optional<std::string> OpenFile(const FileChoice& choice) override;
   std::optional<std::string> SaveFile(const FileChoice& choice) override;
   std::optional<std::string> BrowseForDir(const std::string& title) override;
@@ -35,7 +37,12 @@ class ConsoleDialogs : public Dialogs {
   /// Whether the program was told to end: nobody is asked to log in again then.
   std::function<bool()> isEnding;
 
+  /// The program's path of a file as the user types it; nothing when there is no such file. Without
+  /// this a path is taken as it is typed.
+  std::function<std::optional<std::string>(const std::string& typed)> fileOf;
+
  private:
+  [[nodiscard]] bool Asks() const { return frame_.streams.asks && !frame_.yes && !frame_.no; }
   [[nodiscard]] Answer Ask(Buttons buttons);
   [[nodiscard]] Answer Preset(Buttons buttons) const;
   [[nodiscard]] std::optional<std::string> AskLine(const std::string& prompt);

@@ -17,6 +17,7 @@ Session::Session(const Frame& frame) : frame_(frame), pump_(*this), dialogs_(fra
   }
   dialogs_.isEnding = [this] { return host_->EndWanted(); };
   program_->compile.keepOthersOut = [this] { return host_->BuildAlone(); };
+  dialogs_.fileOf = [this](const std::string& typed) { return FileOf(typed); };
   ListenForProblems();
   program_->start.ReadState();
 }
@@ -55,6 +56,15 @@ std::string Session::ProgramPath(const std::string& typed) const {
                         "Windows path");
     }
     throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
+  }
+}
+
+std::optional<std::string> Session::FileOf(const std::string& typed) const {
+  try {
+    std::string path = host_->ProgramPath(typed);
+    return FileExists(program_->platform.files, path) ? std::optional(path) : std::nullopt;
+  } catch (const RuntimeError&) {
+    return std::nullopt;
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,7 @@ class Session {
   };
 
   void ListenForProblems();
+  [[nodiscard]] std::optional<std::string> FileOf(const std::string& typed) const;
   [[nodiscard]] std::string RequiredBuildProject(const std::string& path,
                                                  const std::string& typedPath) const;
 

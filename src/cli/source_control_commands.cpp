@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <ostream>
 #include <utility>
 #include <vector>
@@ -96,6 +97,32 @@ class GetReport {
   std::string told_;
 };
 
+// They count as done, and a scan says nothing of them.
+void TellPassedOver(const Session& session, const Program& program,
+                    const std::vector<std::string>& paths) {
+  const auto count = std::count_if(paths.begin(), paths.end(), [&](const std::string& path) {
+    return program.window.ProjectMembers.Item(path).VSSProject.empty();
+  });
+  if (count == 0) return;
+  session.Warn(std::to_string(count) + (count == 1 ? " project is" : " projects are") +
+               " passed over: not under source control");
+}
+
+// Failure when it is not said what to label, and the first project does not say it either.
+std::string SpecToLabel(const Program& program, const std::string& typed) {
+  if (!typed.empty()) return InCodePage(typed);
+  const auto& members = program.window.ProjectMembers;
+  if (members.Count() > 0 && !(*members.begin())->VSSProject.empty()) {
+    return (*members.begin())->VSSProject;
+  }
+  throw Failure(ExitStatus::Unusable,
+                members.Count() == 0
+                    ? "the build project has no projects: --spec names what to label"
+                    : Plain((*members.begin())->path) +
+                          ": the first project is not under source control: --spec names what to "
+                          "label");
+}
+
 void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
@@ -105,7 +132,9 @@ void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
   const auto batch = program.latest.BeginBatch();
   GetReport report(frame);
   if (program.window.ProjectMembers.Count() == 0) session.Warn("the build project has no projects");
-  for (const auto& path : Chosen(session, program, arguments)) {
+  const auto paths = Chosen(session, program, arguments);
+  TellPassedOver(session, program, paths);
+  for (const auto& path : paths) {
     if (session.host().EndWanted()) break;
     program.log.WriteLog("Getting Latest for " + path);
     const LatestResult result = program.latest.GetLatestForProject(path);
@@ -126,6 +155,7 @@ void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
         session.Warn(Plain(path) + ": not compared: " + Plain(reason));
         frame.status = ExitStatus::WorkFailed;
       });
+  TellPassedOver(session, program, Chosen(session, program, arguments));
   program.changes.mnuToolsHighlight_Click();
   Json changed = Json::array();
   for (const TreeNode* node : program.window.ProjectNodes()) {
@@ -142,16 +172,14 @@ void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
   }
   Session session(frame);
   session.Open(arguments.file);
+  Program& program = session.program();
+  const std::string spec = SpecToLabel(program, arguments.spec);
   EndOnRequest(session);
   LogIn(session, arguments);
-  Program& program = session.program();
   frmLabel form;
   LabelDialog dialog(form, program.session, program.dialogs, program.report);
   form.txtComment.text.Set(InCodePage(arguments.comment));
   form.txtLabel.text.Set(InCodePage(arguments.label));
-  const auto& members = program.window.ProjectMembers;
-  std::string spec = InCodePage(arguments.spec);
-  if (spec.empty() && members.Count() > 0) spec = (*members.begin())->VSSProject;
   dialog.Display(spec);
   const bool done = form.hidden.Get();
   if (!done) frame.status = ExitStatus::WorkFailed;

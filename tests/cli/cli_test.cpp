@@ -47,6 +47,18 @@ TEST_F(CliTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
   EXPECT_EQ(Run({"build", file}).status, 0);
   EXPECT_EQ(Run({"build", "C:\\missing.bpf"}).status, 2);
   EXPECT_EQ(Run({"build", file, "--version", "7"}).status, 2);
+  platform.journal.clear();
+  for (const char* wrong : {"3000.1000.1000", "9999.9999.9999"}) {
+    EXPECT_EQ(Run({"build", file, "--version", wrong}).status, 2) << wrong;
+  }
+  const std::string own = group.BuildProject({"version=2147.4836.48"});
+  const Result refused = Run({"build", own});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_NE(refused.err.find("2147.4836.48: a version"), std::string::npos) << refused.err;
+  EXPECT_EQ(Run({"build", file, "--compiler", "C:\\none.exe"}).status, 2);
+  EXPECT_EQ(
+      std::count(platform.journal.begin(), platform.journal.end(), "write " + Group::Path("Core")),
+      0);
   EXPECT_EQ(Run({"build", file, "C:\\nobody.vbp"}).status, 2);
   EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
 }
@@ -172,8 +184,45 @@ TEST_F(CliTest, QuestionsAreAnsweredByOptionByTypingOrSafely) {
   EXPECT_EQ(built({"--yes"}, "", false), 4);
   EXPECT_EQ(built({}, "perhaps\ny\n", true), 4);
   EXPECT_EQ(built({}, "", true), 0) << "the end of the input is the safe answer";
-  EXPECT_EQ(Run({"build", file}).status, 1);
-  EXPECT_NE(Run({"build", file}).err.find("answered: No"), std::string::npos);
+  const Result refused = Run({"build", file, "--junit", "C:\\run.xml"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_NE(refused.err.find("answered: No"), std::string::npos);
+  EXPECT_NE(refused.err.find("with --yes such a build goes on"), std::string::npos);
+  EXPECT_NE(platform.files.Text("C:\\run.xml").find("errors=\"1\" skipped=\"4\""),
+            std::string::npos);
+}
+
+TEST_F(CliTest, AsksForTheCompilerUntilThereIsOne) {
+  InstallCompiler();
+  platform.registry.AddText(RegistryRoot::ClassesRoot, "VisualBasic.Project\\shell\\open\\command",
+                            "", "");
+  platform.files.AddFile("C:\\VB\\VB6.EXE", "");
+  const Result asked = Run({"build", file}, "C:\\none.exe\nC:\\VB\\VB6.EXE\n", true);
+  EXPECT_EQ(asked.status, 0) << asked.err;
+  EXPECT_NE(asked.err.find("C:\\none.exe: no such file"), std::string::npos) << asked.err;
+}
+
+TEST_F(CliTest, SourceControlTellsWhatIsNotUnderIt) {
+  platform.files.AddFile("C:\\Group\\Till\\mssccprj.scc", "SCC_Project_Name = \"$/Till\", AAAA");
+  platform.sourceControl.files["$/Till/a.cls"] = {"1", "1", "1"};
+  const auto run = [&](std::vector<std::string> arguments) {
+    arguments.insert(arguments.end(), {"--ini", "C:\\scc.ini", "--user", "me"});
+    return Run(arguments);
+  };
+  for (const char* command : {"get", "changes"}) {
+    const Result result = run({command, file});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.err.find("2 projects are passed over: not under source control"),
+              std::string::npos)
+        << result.err;
+  }
+  EXPECT_EQ(run({"get", file, Group::Path("Till")}).err, "");
+  const Result label = run({"label", file, "1.0", "-m", "first"});
+  EXPECT_EQ(label.status, 2);
+  EXPECT_NE(label.err.find("Core.vbp: the first project is not under source control: --spec"),
+            std::string::npos)
+      << label.err;
+  EXPECT_EQ(run({"label", file, "1.0", "-m", "first", "--spec", "$/Till"}).status, 0);
 }
 
 TEST_F(CliTest, ShowGivesTheWholeStateAsJson) {
@@ -373,6 +422,21 @@ TEST_F(CliTest, TextsOfStrangersCannotSteerTheTerminal) {
            {"show", file, "--json"}, {"value", "get", core, "Name", "--json"}, {"graph", file}}) {
     EXPECT_NE(Run(arguments).out.find("\\u001b[2J\\u0090\\u007f\xc3\xa9"), std::string::npos);
   }
+}
+
+TEST(RunReportsTest, JUnitTellsOfARunThatWasAborted) {
+  cli::RunRecord record({"C:\\a.vbp"});
+  record.On(QuestionAnswered{{"Error 61: \r\nDisk full"}, Answer::Abort});
+  record.On(RunEnded{RunResult::Aborted, 0, 0, std::chrono::milliseconds(20)});
+  EXPECT_EQ(
+      cli::JUnitReport(record, "C:\\g.bpf"),
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+      "<testsuite name=\"C:\\g.bpf\" tests=\"2\" failures=\"0\" errors=\"1\" skipped=\"1\" "
+      "time=\"0.020\">\n"
+      "  <testcase classname=\"C:\\a.vbp\" name=\"a.vbp\" time=\"0.000\"><skipped/></testcase>\n"
+      "  <testcase classname=\"C:\\g.bpf\" name=\"run\" time=\"0.020\"><error message=\"the run "
+      "was aborted at an error\">Error 61: &#10;Disk full</error></testcase>\n"
+      "</testsuite>\n");
 }
 
 TEST(RunReportsTest, JUnitTellsBuiltFailedAndLeftProjectsApart) {

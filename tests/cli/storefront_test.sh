@@ -140,8 +140,8 @@ failures() { # a version is stamped; a broken source fails alone; a compiler tha
   expect 1 gorbex build "$bpf" --yes --junit 'C:\Storefront\junit.xml'
   holds "9 built, 1 failed"
   holds 'message="Compile Error in File' "$product/junit.xml"
-  expect 1 gorbex build "$bpf" --yes --compiler 'C:\VB\none.exe'
-  holds "none.exe"
+  expect 2 gorbex build "$bpf" --yes --compiler 'C:\VB\none.exe'
+  holds "none.exe: no such compiler"
   # Without a reader of its lines a run still ends and puts project files back.
   gorbex build "$bpf" --yes --debug 2>&1 | head -1 >"$scratch/out" || true
   [ "$(cat "$product"/*/*.vbp | grep -c CodeViewDebugInfo=0)" = 10 ] || fail "debug values stayed"
