@@ -3,6 +3,7 @@
 #include <wx/display.h>
 #include <wx/sizer.h>
 
+#include <algorithm>
 #include <array>
 
 #include "core/node_key.h"
@@ -269,6 +270,9 @@ void MainFrame::FollowState() {
   follow(program_.failed.changed, [this] { ShowFailures(); });
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
+  follow(program_.changes.notCompared, [this](const std::string& path, const std::string& reason) {
+    notCompared_.push_back(path + ": " + reason);
+  });
   follow(window.position.changed, [this](const std::optional<WindowPosition>& position) {
     if (position && !isFollowing_ && isPlaced_) MoveTo(*position);
   });
@@ -393,9 +397,25 @@ void MainFrame::OnClose(wxCloseEvent& event) {
   Destroy();
 }
 
+// When the scan is over: its client lets the window go on while it works.
+void MainFrame::TellNotCompared() {
+  constexpr std::size_t kMost = 10;
+  if (notCompared_.empty() || program_.session.Busy() || openDialogs_.Any()) return;
+  std::string text = "These projects could not be compared:\r\n";
+  for (std::size_t i = 0; i < std::min(kMost, notCompared_.size()); ++i) {
+    text += "\r\n" + notCompared_[i];
+  }
+  if (notCompared_.size() > kMost) {
+    text += "\r\nand " + std::to_string(notCompared_.size() - kMost) + " more";
+  }
+  notCompared_.clear();
+  CallAfter([this, text] { program_.dialogs.Show({text, Buttons::Ok, MessageIcon::Exclamation}); });
+}
+
 void MainFrame::OnIdle(wxIdleEvent& event) {
   event.Skip();
   ShowEmptyPanes();
+  TellNotCompared();
   const bool isCloseDue = isCloseWanted_ && !openDialogs_.Any();
   if (isCloseDue) isCloseWanted_ = false;
   if (isCloseDue || program_.shutDown.Due()) CallAfter([this] { Close(); });

@@ -5,6 +5,7 @@
 #include <wx/timer.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "app/program.h"
@@ -49,6 +50,7 @@ class MainFrame : public wxFrame {
   void StoreLayout();
   void OnClose(wxCloseEvent& event);
   void OnIdle(wxIdleEvent& event);
+  void TellNotCompared();
   void Popup(std::unique_ptr<wxMenu> menu);
 
   Program& program_;
@@ -71,7 +73,8 @@ class MainFrame : public wxFrame {
   bool isBusyCursor_ = false;
   bool isPainted_ = false;
   bool isPlaced_ = false;
-  bool isFollowing_ = false;  ///< the position is being told, not asked for
+  bool isFollowing_ = false;              ///< the position is being told, not asked for
+  std::vector<std::string> notCompared_;  ///< projects, with the reasons, that a scan passed over
   std::vector<Subscription> subscriptions_;
 };
 

@@ -71,6 +71,21 @@ class MainWindowTest : public WindowFixture {
   }
 };
 
+TEST_F(MainWindowTest, NamesWhatAScanForChangesPassedOver) {
+  Open();
+  Asked();
+  {
+    const auto use = program->session.Use();
+    for (int i = 0; i < 12; ++i) program->changes.notCompared.Emit(std::to_string(i), "offline");
+    User::Waits();
+    EXPECT_TRUE(journal.empty()) << "not before it is over";
+  }
+  EXPECT_TRUE(User::Sees([&] { return !journal.empty(); }));
+  const std::string told = Asked().front();
+  EXPECT_TRUE(told.starts_with("show [Ok Exclamation] These projects could not be compared:"));
+  EXPECT_TRUE(told.ends_with("\r\n9: offline\r\nand 2 more")) << told;
+}
+
 TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   Open();
   EXPECT_EQ(Shown("tvwProjects"), nullptr) << "an empty pane says what to do first";
