@@ -53,7 +53,7 @@ Json GraphJson(const GroupGraph& graph, const std::vector<const clsMember*>& mem
 
 void Graph(Frame& frame, const std::string& file) {
   Session session(frame);
-  session.Open(file);
+  session.OpenToLook(file);
   const MemberCollection& collection = session.program().window.ProjectMembers;
   const GroupGraph graph(collection, session.program().group);
   const auto members = Numbered(collection);

@@ -20,7 +20,7 @@ void PrintRow(std::ostream& out, const ListRow& row) {
 
 void ShowReferences(Frame& frame, const std::string& file, const std::string& project) {
   Session session(frame);
-  session.Open(file);
+  session.OpenToLook(file);
   Program& program = session.program();
   const std::string path = session.LoadedProject(project);
   // Every row is taken again, now that all projects of the group are known.

@@ -32,6 +32,8 @@ void Session::ListenForProblems() {
         warn(path, "left out: " + why);
       }));
   subscriptions_.push_back(program_->reader.doubtful.Connect(warn));
+  subscriptions_.push_back(program_->buildProject.rowLeftOut.Connect(
+      [=](const std::string& path) { warn(path, "its row of the queue is left out"); }));
   subscriptions_.push_back(
       program_->replaced.told.Connect([this](const std::string& line) { Warn(Plain(line)); }));
   subscriptions_.push_back(
@@ -69,9 +71,17 @@ std::optional<std::string> Session::FileOf(const std::string& typed) const {
 }
 
 void Session::Open(const std::string& typedPath) {
+  Open(typedPath, BuildProjectFile::UnreadRows::AreErrors);
+}
+
+void Session::OpenToLook(const std::string& typedPath) {
+  Open(typedPath, BuildProjectFile::UnreadRows::AreLeftOut);
+}
+
+void Session::Open(const std::string& typedPath, BuildProjectFile::UnreadRows unread) {
   const std::string path = ProgramPath(typedPath);
   opened_ = RequiredBuildProject(path, typedPath);
-  if (!program_->buildProject.OpenProject(path)) {
+  if (!program_->buildProject.OpenProject(path, unread)) {
     throw Failure(ExitStatus::Unusable, typedPath + ": the build project could not be loaded");
   }
 }

@@ -25,6 +25,10 @@ class Session {
   /// Loads a build project file. Failure when it cannot be loaded as a whole.
   void Open(const std::string& typedPath);
 
+  /// As Open, for commands that only look: queue rows whose projects could not be read are left out
+  /// with a warning.
+  void OpenToLook(const std::string& typedPath);
+
   /// The path under which a project is loaded, however its letters were typed. Failure when it is
   /// not loaded.
   [[nodiscard]] std::string LoadedProject(const std::string& typedPath) const;
@@ -69,6 +73,7 @@ class Session {
   };
 
   void ListenForProblems();
+  void Open(const std::string& typedPath, BuildProjectFile::UnreadRows unread);
   [[nodiscard]] std::optional<std::string> FileOf(const std::string& typed) const;
   [[nodiscard]] std::string RequiredBuildProject(const std::string& path,
                                                  const std::string& typedPath) const;

@@ -45,7 +45,7 @@ void PrintSettings(std::ostream& out, const clsOptions& options) {
 
 void Show(Frame& frame, const std::string& file) {
   Session session(frame);
-  session.Open(file);
+  session.OpenToLook(file);
   std::ostream& out = frame.streams.out;
   const Program& program = session.program();
   if (frame.json) {

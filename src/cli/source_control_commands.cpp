@@ -146,7 +146,7 @@ void Get(Frame& frame, const SourceControlCommandsArguments& arguments) {
 
 void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
   Session session(frame);
-  session.Open(arguments.file);
+  session.OpenToLook(arguments.file);
   EndOnRequest(session);
   LogIn(session, arguments);
   Program& program = session.program();

@@ -28,7 +28,7 @@ std::string Line(std::string_view key, std::string_view value) {
 
 }  // namespace
 
-bool BuildProjectFile::LoadProject(const std::string& path) {
+bool BuildProjectFile::LoadProject(const std::string& path, UnreadRows unread) {
   frmBuilder& window = uses_.window;
   TreeNode* lastRead = nullptr;
   const bool loaded = Procedure(uses_.report, ": frmBuilder.LoadProject").Run([&](Procedure& on) {
@@ -37,6 +37,7 @@ bool BuildProjectFile::LoadProject(const std::string& path) {
     on([&] { window.ClearBuildProject(); });
     PairReader pairs(text);
     while (const auto pair = pairs.Next()) Take(on, *pair, lastRead);
+    if (unread == UnreadRows::AreLeftOut) LeaveOutUnreadRows();
     on([&] { uses_.views.RefreshQueue(); });
     ShowBuiltFiles(on);
     on([&] { uses_.log.WriteLog("Opened Project " + path); });
@@ -104,6 +105,18 @@ void BuildProjectFile::TakeQueueRow(Procedure& on, const Pair& pair, TreeNode*& 
   if (comma != std::string_view::npos)
     row->SetSubItem(queue_column::kDependency, std::string(value.substr(comma + 1)));
   row->SetChecked(checked);
+}
+
+void BuildProjectFile::LeaveOutUnreadRows() {
+  ListView& queue = uses_.window.lvwQueue;
+  std::vector<std::string> unread;
+  for (const auto& row : queue.Rows()) {
+    if (!uses_.window.ProjectMembers.Contains(row->SubItem(1))) unread.push_back(row->Key());
+  }
+  for (const std::string& key : unread) {
+    queue.Remove(*queue.Find(key));
+    rowLeftOut.Emit(key);
+  }
 }
 
 void BuildProjectFile::ShowBuiltFiles(Procedure& on) {
@@ -178,8 +191,8 @@ void BuildProjectFile::SetTitle(const std::string& path) {
   uses_.window.caption.Set(title);
 }
 
-bool BuildProjectFile::OpenProject(const std::string& path) {
-  const bool loaded = LoadProject(path);
+bool BuildProjectFile::OpenProject(const std::string& path, UnreadRows unread) {
+  const bool loaded = LoadProject(path, unread);
   SetTitle(uses_.window.fileName);
   if (!loaded) return false;
   uses_.window.ProjectChanged = false;

@@ -33,12 +33,19 @@ class BuildProjectFile {
 
   explicit BuildProjectFile(const Uses& uses) : uses_(uses) {}
 
+  /// What becomes of queue rows whose projects could not be read. Who only looks can do without
+  /// them.
+  enum class UnreadRows { AreErrors, AreLeftOut };
+
   /// Loads a file in place of the open build project. False when an error was answered with Abort:
   /// what was loaded so far stays, and the build project then has no file name.
-  bool LoadProject(const std::string& path);
+  bool LoadProject(const std::string& path, UnreadRows unread = UnreadRows::AreErrors);
 
   /// Loads a file and shows what is then open in the title. False as LoadProject.
-  bool OpenProject(const std::string& path);
+  bool OpenProject(const std::string& path, UnreadRows unread = UnreadRows::AreErrors);
+
+  /// The project of a queue row that was left out.
+  Signal<std::string> rowLeftOut;
 
   /// Writes the file and moves it to the top of the recent files. False when an error was answered
   /// with Abort.
@@ -67,6 +74,7 @@ class BuildProjectFile {
   void TakeBreaking(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void TakeVersion(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void TakeBuildFolder(Procedure& on, const Pair& pair, TreeNode*& lastRead);
+  void LeaveOutUnreadRows();
   void ShowBuiltFiles(Procedure& on);
   [[nodiscard]] std::string FileText() const;
   void RememberRecent(Procedure& on, const std::string& path);
