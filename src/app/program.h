@@ -15,6 +15,7 @@
 #include "build/build_run.h"
 #include "build/build_settings.h"
 #include "build/compile.h"
+#include "build/compiler_path.h"
 #include "build/component_registration.h"
 #include "build/component_test.h"
 #include "build/immediate_build.h"
@@ -77,6 +78,7 @@ class Program {
   ReferenceUpdate referenceUpdate;
 
   ReplacedValues replaced;
+  CompilerPath compiler;
   StartUp start;
   SourceSafeSession session;
   GetLatest latest;

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "build/program_start.h"
+#include "build/compiler_path.h"
 #include "build/replaced_values.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
@@ -18,7 +18,7 @@ namespace gorbex {
 
 /// Brings the main window into its first state: recent files, session values, compiler, settings,
 /// and the build project named on the command line.
-class StartUp : public ProgramStart {
+class StartUp {
  public:
   struct Uses {
     frmBuilder& window;
@@ -29,6 +29,7 @@ class StartUp : public ProgramStart {
     ErrorReport& report;
     BuildProjectFile& buildProject;
     const FileReader& files;
+    CompilerPath& compiler;
     ReplacedValues& replaced;
 
     /// This program's turn to build; null while another program has it. Whoever gets it writes back
@@ -38,31 +39,26 @@ class StartUp : public ProgramStart {
 
   explicit StartUp(const Uses& uses) : uses_(uses) {}
 
-  /// Empty, "show", or the path of a build project file; used by the next start alone.
+  /// Empty, "show", or the path of a build project file.
   void SetCommandLine(std::string commandLine) { commandLine_ = std::move(commandLine); }
 
-  /// The whole start, with its log line and its questions. May run again later to ask for a
-  /// compiler.
-  void Form_Load() override;
+  /// The whole start, with its log line and its questions.
+  void Form_Load();
 
   /// What a front end without a window needs: what a killed run has left is written back; session
   /// values, registered compiler, settings and the tree's root, without log line or question.
   void ReadState();
 
  private:
-  [[nodiscard]] std::string RegisteredCompiler() const;
   void WriteBackReplacedValues();
   void TellOfReplacedValues(Procedure& on);
   void RestorePosition(Procedure& on);
   void ReadSession();
-  void FindCompiler(Procedure& on, const std::string& registered);
-  void OpenNamedProject(Procedure& on, const std::string& commandLine);
+  void ShowCompilerDetails();
+  void OpenNamedProject(Procedure& on);
 
   Uses uses_;
   std::string commandLine_;
 };
-
-/// The executable in a registered command, which begins with its quoted path; empty for no command.
-[[nodiscard]] std::string CompilerOf(const std::string& registeredCommand);
 
 }  // namespace gorbex

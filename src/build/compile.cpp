@@ -41,7 +41,7 @@ std::string Compile::LastResult() const {
 void Compile::AskForCompiler() {
   if (!uses_.window.compilerPath.empty()) return;
   uses_.dialogs.Show({"You need to specify a VB path"});
-  uses_.start.Form_Load();
+  uses_.compiler.Find();
 }
 
 std::string Compile::CommandLine(const std::string& folder, const std::string& projectPath) const {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "build/program_start.h"
+#include "build/compiler_path.h"
 #include "core/activity_log.h"
 #include "core/dialogs.h"
 #include "core/main_window.h"
@@ -26,7 +26,7 @@ class Compile {
     Shell& shell;
     Dialogs& dialogs;
     ActivityLog& log;
-    ProgramStart& start;
+    CompilerPath& compiler;
     std::string programFolder;
   };
 
@@ -63,7 +63,8 @@ class Compile {
   /// Whether a result log tells of success. The text of a failure is added to the log text box.
   bool CheckLogFile(const std::string& logPath, const std::string& projectPath);
 
-  /// Tells the user that a compiler is needed and runs the load routine again, when there is none.
+  /// Tells the user that a compiler is needed and lets him choose one, when there is none. Settings
+  /// stay as the open build project and the run have them.
   void AskForCompiler();
 
   /// The full path of the compiler's result log, in double quotes.

@@ -424,8 +424,6 @@ TEST_F(MailServiceTest, IsSwitchedByTheMenuAndAtTheStart) {
   Set("AutoStart", "True");
   program.start.Form_Load();
   EXPECT_EQ(Only(Steps(), {"mail"}).back(), "mail open imap://host/");
-  program.start.Form_Load();
-  EXPECT_TRUE(menu.mnuToolsInBox.checked.Get()) << "a second start switches nothing off";
   menu.mnuToolsInBox.Execute();
   mail.Fail("open", RuntimeError(ErrorNumber::CannotCreateObject));
   dialogs.answers = {Answer::Abort};

@@ -45,7 +45,7 @@ TEST_F(StartUpTest, TakesTheStepsInTheirOrder) {
   EXPECT_EQ(window.menu.mnuFileMRU[1].caption.Get(), "C:\\Old.bpf");
 }
 
-TEST_F(StartUpTest, OpensTheProjectNamedOnTheCommandLineOnce) {
+TEST_F(StartUpTest, OpensTheProjectNamedOnTheCommandLine) {
   Register(kRegistered);
   group.Library("Core");
   const std::string path = group.BuildProject();
@@ -55,8 +55,6 @@ TEST_F(StartUpTest, OpensTheProjectNamedOnTheCommandLineOnce) {
   EXPECT_EQ(Only(Start(path), {"log"}).at(1), "log Opened Project " + path);
   EXPECT_EQ(program.window.ProjectMembers.Count(), 1U);
   EXPECT_FALSE(program.window.ProjectChanged);
-  program.start.Form_Load();
-  EXPECT_TRUE(Only(Steps(), {"show", "log Opened"}).empty());
 }
 
 TEST_F(StartUpTest, FindsTheCompilerOrAsksForIt) {
@@ -69,6 +67,23 @@ TEST_F(StartUpTest, FindsTheCompilerOrAsksForIt) {
     EXPECT_EQ(Only(Start(), {"open", "show"}).size(), *chosen == '\0' ? 0U : 1U);
     EXPECT_EQ(program.window.compilerPath, compiler);
   }
+}
+
+TEST_F(StartUpTest, ACompilerChosenForABuildChangesNothingElse) {
+  group.Library("Core").Line("CompatibleMode=\"2\"");
+  Load();
+  program.options.ChangeRefs = true;
+  program.window.compilerPath.clear();
+  dialogs.choices = {"D:\\VB6.EXE"};
+  EXPECT_EQ(Only(Build(), {"log", "open", "start D:"}),
+            (Journal{"log Build Started",
+                     "open Please enter path to Visual Basic executable file|Executables "
+                     "(*.exe)|*.exe|",
+                     "log Updating References on " + kCore,
+                     "start D:\\VB6.EXE \"" + kCore + "\" /make /out \"" + kResultLog +
+                         "\" /outdir \"C:\\Out\\\"",
+                     "log Build was Succesfull", "log Build Finished succesfully."}));
+  EXPECT_TRUE(program.options.Compatible);
 }
 
 TEST_F(StartUpTest, ReportsAnIntervalThatNoTimerTakes) {
