@@ -63,12 +63,13 @@ bool ShutDown::ChangesAreSafe(Procedure& on) {
 
 void ShutDown::StoreState(Procedure& on) {
   const frmBuilder& window = uses_.window;
-  on([&] {
-    uses_.registry.subSetRegistryValue(kProgramKey, session_setting::kIniPath, window.IniPath);
-  });
-  on([&] {
-    uses_.registry.subSetRegistryValue(kProgramKey, session_setting::kUser, window.UserName);
-  });
+  // An aborted start has not read everything, and what was never read must not be lost.
+  const auto store = [&](std::string_view name, const std::string& value) {
+    if (!window.isSessionRead && value.empty()) return;
+    on([&] { uses_.registry.subSetRegistryValue(kProgramKey, name, value); });
+  };
+  store(session_setting::kIniPath, window.IniPath);
+  store(session_setting::kUser, window.UserName);
   on([&] { uses_.options.SaveSettings(); });
   const auto& position = window.position.Get();
   if (!position) return;

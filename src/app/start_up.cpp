@@ -9,6 +9,7 @@ namespace gorbex {
 void StartUp::ReadSession() {
   uses_.window.IniPath = uses_.registry.fnsGetRegistryValue(kProgramKey, session_setting::kIniPath);
   uses_.window.UserName = uses_.registry.fnsGetRegistryValue(kProgramKey, session_setting::kUser);
+  uses_.window.isSessionRead = true;
 }
 
 // The note of another program that is at work is not ours to touch.
@@ -16,12 +17,12 @@ void StartUp::WriteBackReplacedValues() {
   if (uses_.replaced.Any()) static_cast<void>(uses_.takeTurn());
 }
 
-void StartUp::ReadState() {
+bool StartUp::ReadState() {
   WriteBackReplacedValues();
   ReadSession();
   uses_.compiler.TakeRegistered();
-  uses_.options.LoadSettings();
   uses_.window.ClearBuildProject();
+  return uses_.options.LoadSettings();
 }
 
 void StartUp::Form_Load() {

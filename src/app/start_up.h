@@ -47,7 +47,8 @@ class StartUp {
 
   /// What a front end without a window needs: what a killed run has left is written back; session
   /// values, registered compiler, settings and the tree's root, without log line or question.
-  void ReadState();
+  /// False as clsOptions::LoadSettings.
+  [[nodiscard]] bool ReadState();
 
  private:
   void WriteBackReplacedValues();

@@ -43,8 +43,8 @@ class Host {
   /// while another program builds.
   [[nodiscard]] virtual std::shared_ptr<void> BuildAlone() { return std::make_shared<int>(); }
 
-  /// Keeps other programs from changing stored settings and build projects on the same system until
-  /// the result is let go of. Calls `onWait` before it waits for one that does so already.
+  /// Keeps other programs from changing build projects on the same system until the result is let
+  /// go of. Calls `onWait` before it waits for one that does so already.
   [[nodiscard]] virtual std::shared_ptr<void> ChangeAlone(const std::function<void()>& /*onWait*/) {
     return nullptr;
   }

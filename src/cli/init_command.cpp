@@ -85,6 +85,7 @@ void Report(const Frame& frame, Session& session, const std::string& output) {
 
 void Init(Frame& frame, const InitArguments& arguments) {
   Session session(frame);
+  session.RequireSettings();
   Program& program = session.program();
   const std::string output = session.ProgramPath(arguments.output);
   if (!arguments.force && FileExists(program.platform.files, output)) {

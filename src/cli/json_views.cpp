@@ -108,7 +108,7 @@ Json ReferencesJson(const ListView& references) {
 Json SettingsJson(const clsOptions& options) {
   Json object = Json::object();
   for (const Setting& setting : AllSettings()) {
-    object[std::string(setting.name)] = setting.Get(options);
+    object[std::string(setting.name)] = SettingJson(setting, options);
   }
   return object;
 }

@@ -19,7 +19,7 @@ Session::Session(const Frame& frame) : frame_(frame), pump_(*this), dialogs_(fra
   program_->compile.keepOthersOut = [this] { return host_->BuildAlone(); };
   dialogs_.fileOf = [this](const std::string& typed) { return FileOf(typed); };
   ListenForProblems();
-  program_->start.ReadState();
+  hasSettings_ = program_->start.ReadState();
 }
 
 void Session::ListenForProblems() {
@@ -70,6 +70,12 @@ std::optional<std::string> Session::FileOf(const std::string& typed) const {
   }
 }
 
+void Session::RequireSettings() const {
+  if (hasSettings_) return;
+  throw Failure(ExitStatus::Unusable,
+                "the stored settings cannot be read; \"gorbex settings NAME VALUE\" replaces one");
+}
+
 void Session::Open(const std::string& typedPath) {
   Open(typedPath, BuildProjectFile::UnreadRows::AreErrors);
 }
@@ -79,6 +85,7 @@ void Session::OpenToLook(const std::string& typedPath) {
 }
 
 void Session::Open(const std::string& typedPath, BuildProjectFile::UnreadRows unread) {
+  RequireSettings();
   const std::string path = ProgramPath(typedPath);
   opened_ = RequiredBuildProject(path, typedPath);
   if (!program_->buildProject.OpenProject(path, unread)) {

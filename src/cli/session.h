@@ -22,6 +22,10 @@ class Session {
   /// The program's path form of a typed path. Failure when it has none.
   [[nodiscard]] std::string ProgramPath(const std::string& typed) const;
 
+  /// Failure when the stored settings could not be read: nothing may be done with others in their
+  /// place.
+  void RequireSettings() const;
+
   /// Loads a build project file. Failure when it cannot be loaded as a whole.
   void Open(const std::string& typedPath);
 
@@ -37,7 +41,7 @@ class Session {
   /// already; null when the system wishes the program's end meanwhile.
   [[nodiscard]] std::shared_ptr<void> BuildAlone() const;
 
-  /// Keeps other programs from changing what is stored until the result is let go of.
+  /// Keeps other programs from changing build projects until the result is let go of.
   [[nodiscard]] std::shared_ptr<void> ChangeAlone() const;
 
   [[nodiscard]] Host& host() const { return *host_; }
@@ -87,6 +91,7 @@ class Session {
   std::string opened_;  ///< the build project file's bytes when it was opened
   std::vector<Subscription> subscriptions_;
   bool hasEndedStep_ = false;
+  bool hasSettings_ = false;
 };
 
 }  // namespace gorbex::cli

@@ -21,7 +21,7 @@ struct SettingsArguments {
 
 const Setting& Named(const std::string& name) {
   const Setting* setting = FindSetting(name);
-  if (setting == nullptr || !setting->stored) {
+  if (setting == nullptr || setting->stored.empty()) {
     throw Failure(ExitStatus::Unusable, name + ": no stored setting");
   }
   return *setting;
@@ -72,8 +72,8 @@ void List(Frame& frame, const Program& program) {
   const clsOptions& options = program.options;
   Json object = Json::object();
   for (const Setting& setting : AllSettings()) {
-    if (!setting.stored) continue;
-    object[std::string(setting.name)] = setting.Get(options);
+    if (setting.stored.empty()) continue;
+    object[std::string(setting.name)] = SettingJson(setting, options);
     if (frame.json) continue;
     frame.streams.out << Padded(std::string(setting.name), 20) << Shown(setting, options) << '\n';
   }
@@ -83,9 +83,14 @@ void List(Frame& frame, const Program& program) {
 
 std::string SettingText(std::string_view name, const std::string& typed) {
   const auto value = FromUtf8(typed);
-  if (value) return *value;
-  throw Failure(ExitStatus::Unusable,
-                std::string(name) + ": the value holds a character no setting can hold");
+  if (!value) {
+    throw Failure(ExitStatus::Unusable,
+                  std::string(name) + ": the value holds a character no setting can hold");
+  }
+  if (const auto problem = RegistryTools::LengthProblem(*value)) {
+    throw Failure(ExitStatus::Unusable, std::string(name) + ": the value " + *problem);
+  }
+  return *value;
 }
 
 [[noreturn]] void FailNotStored(std::string_view name) {
@@ -93,22 +98,15 @@ std::string SettingText(std::string_view name, const std::string& typed) {
                 std::string(name) + ": not stored; the registry cannot be written");
 }
 
-void Change(const Session& session, clsOptions& options, const Setting& setting,
-            const std::string& typed) {
+void Change(clsOptions& options, const Setting& setting, const std::string& typed) {
   const std::string value = SettingText(setting.name, typed);
-  // All settings are stored together, so those that another program has changed are read first.
-  const auto alone = session.ChangeAlone();
-  options.LoadSettings();
   try {
-    setting.Set(options, value);
+    setting.Take(options, value);
   } catch (const RuntimeError& error) {
     throw Failure(ExitStatus::Unusable,
                   std::string(setting.name) + ": " + Plain(error.Description()));
   }
-  const auto wanted = setting.Get(options);
-  options.SaveSettings();
-  options.LoadSettings();
-  if (setting.Get(options) != wanted) FailNotStored(setting.name);
+  if (!options.Store(setting)) FailNotStored(setting.name);
 }
 
 // A file is known to the program by its Windows path; an empty text takes the setting back.
@@ -138,15 +136,17 @@ void Settings(Frame& frame, const SettingsArguments& arguments, bool hasValue) {
   Session session(frame);
   Program& program = session.program();
   clsOptions& options = program.options;
+  if (!hasValue) session.RequireSettings();
   if (arguments.name.empty()) return List(frame, program);
   if (const auto name = OtherSetting(arguments.name)) {
     return ShowOrChangeOther(frame, session, *name,
                              hasValue ? std::optional(arguments.value) : std::nullopt);
   }
   const Setting& setting = Named(arguments.name);
-  if (hasValue) Change(session, options, setting, arguments.value);
+  if (hasValue) Change(options, setting, arguments.value);
   if (frame.json) {
-    frame.streams.out << Written(Json{{std::string(setting.name), setting.Get(options)}}) << '\n';
+    frame.streams.out << Written(Json{{std::string(setting.name), SettingJson(setting, options)}})
+                      << '\n';
   } else {
     frame.streams.out << Shown(setting, options) << '\n';
   }

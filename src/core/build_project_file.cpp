@@ -164,6 +164,13 @@ bool BuildProjectFile::SaveProject(const std::string& path) {
 }
 
 void BuildProjectFile::RememberRecent(Procedure& on, const std::string& path) {
+  if (const auto problem = RegistryTools::LengthProblem(path)) {
+    on([&] {
+      uses_.dialogs.Show(
+          {"The file is saved, but not listed as a recent one: its path " + *problem});
+    });
+    return;
+  }
   for (std::size_t n = kRecentFiles - 1; n >= 1; --n) {
     on([&] {
       const auto entry = uses_.registry.fnsGetRegistryValue(kProgramKey, RecentName(n));

@@ -1,62 +1,51 @@
 #include "core/options.h"
 
 #include "core/text.h"
-#include "platform/code_page.h"
 
 namespace gorbex {
 namespace {
 
 constexpr std::int32_t kLongestInterval = 60;
 
-bool StoredFlag(std::string_view text) {
-  return EqualsIgnoringCase(text, "true");
-}
-
 }  // namespace
 
-std::string clsOptions::Read(std::string_view name) const {
-  return registry_.fnsGetRegistryValue(kProgramKey, name);
+clsOptions::clsOptions(RegistryTools& registry, ErrorReport& report)
+    : registry_(registry), report_(report) {
+  for (std::size_t i = 0; i < kSettings; ++i) unread_[i] = AllSettings()[i].Text(*this);
 }
 
-void clsOptions::Write(std::string_view name, std::string_view value) {
-  registry_.subSetRegistryValue(kProgramKey, name, value);
+void clsOptions::Load(std::size_t number) {
+  const Setting& setting = AllSettings()[number];
+  const std::string text = registry_.fnsGetRegistryValue(kProgramKey, setting.stored);
+  try {
+    setting.Load(*this, text);
+  } catch (const RuntimeError& error) {
+    throw RuntimeError(error.Code(), std::string(setting.stored).append("=").append(text));
+  }
+  unread_[number].reset();
 }
 
-void clsOptions::LoadSettings() {
-  Procedure(report_, ": clsOptions.LoadSettings").Run([&](Procedure& on) {
-    on([&] { Interval = ToLong(NumericValue(Read("Interval"))); });
-    on([&] { AutoStart = StoredFlag(Read("AutoStart")); });
-    on([&] { GetLatest = StoredFlag(Read("GetLatest")); });
-    on([&] { Compatible = StoredFlag(Read("Compatible")); });
-    on([&] { ChangeRefs = StoredFlag(Read("ChangeRefs")); });
-    on([&] { StopProcessing = StoredFlag(Read("StopProcessing")); });
-    on([&] { BuildPath = Read("BuildPath"); });
-    on([&] { WatchFolder = Read("WatchFolder"); });
-    on([&] { ReplyTo = ToInteger(NumericValue(Read("ReplyTo"))); });
-    on([&] { ReplyUser = Read("ReplyUser"); });
-    on([&] { AutoBuildDependant = StoredFlag(Read("AutoDependant")); });
-    on([&] { AutoLaunchName = Read("AutoLaunch Name"); });
-    on([&] { AutoLaunchVBP = StoredFlag(Read("AutoLaunch VBP")); });
-    on([&] { DebugBuild = FlagText(StoredFlag(Read("Debug Build"))); });
+bool clsOptions::LoadSettings() {
+  return Procedure(report_, ": clsOptions.LoadSettings").Run([&](Procedure& on) {
+    for (std::size_t i = 0; i < kSettings; ++i) {
+      if (!AllSettings()[i].stored.empty()) on([&] { Load(i); });
+    }
   });
+}
+
+void clsOptions::Save(std::size_t number) {
+  const Setting& setting = AllSettings()[number];
+  const std::string text = setting.Text(*this);
+  if (unread_[number] == text) return;
+  registry_.subSetRegistryValue(kProgramKey, setting.stored, text);
+  unread_[number].reset();
 }
 
 void clsOptions::SaveSettings() {
   Procedure(report_, ": clsOptions.SaveSettings").Run([&](Procedure& on) {
-    on([&] { Write("Interval", std::to_string(Interval)); });
-    on([&] { Write("AutoStart", FlagText(AutoStart)); });
-    on([&] { Write("GetLatest", FlagText(GetLatest)); });
-    on([&] { Write("Compatible", FlagText(Compatible)); });
-    on([&] { Write("ChangeRefs", FlagText(ChangeRefs)); });
-    on([&] { Write("StopProcessing", FlagText(StopProcessing)); });
-    on([&] { Write("BuildPath", BuildPath); });
-    on([&] { Write("WatchFolder", WatchFolder); });
-    on([&] { Write("ReplyTo", std::to_string(ReplyTo)); });
-    on([&] { Write("ReplyUser", ReplyUser); });
-    on([&] { Write("AutoDependant", FlagText(AutoBuildDependant)); });
-    on([&] { Write("AutoLaunch Name", AutoLaunchName); });
-    on([&] { Write("AutoLaunch VBP", FlagText(AutoLaunchVBP)); });
-    on([&] { Write("Debug Build", DebugBuild); });
+    for (std::size_t i = 0; i < kSettings; ++i) {
+      if (!AllSettings()[i].stored.empty()) on([&] { Save(i); });
+    }
   });
 }
 
@@ -68,6 +57,12 @@ bool clsOptions::LimitInterval() {
 
 std::int32_t clsOptions::TimerInterval() const {
   return ToLong(Interval * 1000.0);
+}
+
+bool clsOptions::Store(const Setting& setting) {
+  const std::string text = setting.Text(*this);
+  registry_.subSetRegistryValue(kProgramKey, setting.stored, text);
+  return registry_.fnsGetRegistryValue(kProgramKey, setting.stored) == text;
 }
 
 std::int32_t clsOptions::Guarded(std::string_view procedure,

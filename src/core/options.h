@@ -1,10 +1,13 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "core/procedure.h"
 #include "core/registry_tools.h"
+#include "core/setting.h"
 
 namespace gorbex {
 
@@ -12,9 +15,14 @@ namespace gorbex {
 /// open build project overrides some of them.
 class clsOptions {
  public:
-  clsOptions(RegistryTools& registry, ErrorReport& report) : registry_(registry), report_(report) {}
+  clsOptions(RegistryTools& registry, ErrorReport& report);
 
-  void LoadSettings();
+  /// Reads the stored settings. False when an error was answered with Abort: those after it were
+  /// not read.
+  bool LoadSettings();
+
+  /// Writes all settings but those that could not be read and have not changed since: what is
+  /// stored of them stays.
   void SaveSettings();
 
   /// Lowers a longer Interval to a minute, the longest there may be. True when it was longer.
@@ -22,6 +30,9 @@ class clsOptions {
 
   /// The Interval in milliseconds, as a timer wants it. Error 6 when no timer can hold it.
   [[nodiscard]] std::int32_t TimerInterval() const;
+
+  /// Writes one setting. False when the registry does not give it back.
+  [[nodiscard]] bool Store(const Setting& setting);
 
   /// The three numbers of VersionComponents. Major is 0 without a "."; Minor without a "." is an
   /// error, reported by itself; Revision is 0 when there is no third field.
@@ -47,8 +58,8 @@ class clsOptions {
   std::int32_t Interval = 0;  ///< seconds
 
  private:
-  [[nodiscard]] std::string Read(std::string_view name) const;
-  void Write(std::string_view name, std::string_view value);
+  void Load(std::size_t number);
+  void Save(std::size_t number);
   [[nodiscard]] std::int32_t Guarded(std::string_view procedure,
                                      std::int32_t (clsOptions::*value)() const) const;
   [[nodiscard]] std::int32_t MajorValue() const;
@@ -57,6 +68,9 @@ class clsOptions {
 
   RegistryTools& registry_;
   ErrorReport& report_;
+
+  /// The text that each setting had when it was not known yet; nothing when it was read or saved.
+  std::array<std::optional<std::string>, kSettings> unread_;
 };
 
 }  // namespace gorbex

@@ -51,6 +51,12 @@ std::optional<RegistryValue> Stored(std::string_view value, std::string_view typ
   return RegistryValue{RegistryType::Number, bytes};
 }
 
+void RequireLength(std::string_view name, std::string_view text) {
+  const auto problem = RegistryTools::LengthProblem(text);
+  if (!problem) return;
+  throw RuntimeError::WithDescription(ErrorNumber::InvalidCall, std::string(name) + " " + *problem);
+}
+
 std::string TypeName(std::string_view type) {
   return type.empty() ? "STRING" : UpperCase(type);
 }
@@ -73,12 +79,20 @@ std::string RegistryTools::fnsGetRegistryValue(std::string_view keyPath, std::st
   return result;
 }
 
+std::optional<std::string> RegistryTools::LengthProblem(std::string_view text) {
+  // A text is stored with a zero byte at its end.
+  constexpr std::size_t kLongest = kQueryBuffer - 1;
+  if (text.size() <= kLongest) return std::nullopt;
+  return "is longer than " + std::to_string(kLongest) + " characters, the most that can be stored";
+}
+
 void RegistryTools::subSetRegistryValue(std::string_view keyPath, std::string_view name,
                                         std::string_view value, std::string_view type) {
   Procedure(report_, ": RegistryTools.subSetRegistryValue").Run([&](Procedure& on) {
     on([&] {
       const auto root = static_cast<RegistryRoot>(fnlHKEYValue(keyPath));
       if (root == RegistryRoot{}) return;
+      if (TypeName(type) == "STRING") RequireLength(name, value);
       if (!registry_.CreateKey(root, SubKeyOf(keyPath))) return;
       if (const auto stored = Stored(value, TypeName(type))) {
         registry_.SetValue(root, SubKeyOf(keyPath), name, *stored);

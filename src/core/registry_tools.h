@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,7 +24,11 @@ class RegistryTools {
   [[nodiscard]] std::string fnsGetRegistryValue(std::string_view keyPath, std::string_view name,
                                                 std::string_view type = {}) const;
 
-  /// Writes a value, making its key; does nothing when the root is unknown or the system refuses.
+  /// Why a text is not stored: a later reading could not give it back. Nothing when it could.
+  [[nodiscard]] static std::optional<std::string> LengthProblem(std::string_view text);
+
+  /// Writes a value, making its key; does nothing when the root is unknown or the system refuses. A
+  /// text that is too long is error 5, and nothing is written.
   void subSetRegistryValue(std::string_view keyPath, std::string_view name, std::string_view value,
                            std::string_view type = {});
 

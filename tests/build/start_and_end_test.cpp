@@ -104,7 +104,24 @@ class ShutDownTest : public BuildFixture {
   bool Close() { return program.shutDown.Form_QueryUnload(); }
 };
 
+TEST_F(ShutDownTest, KeepsWhatAnAbortedStartHasNotRead) {
+  const auto stored = [&](const std::string& name) {
+    return platform.registry.Text(RegistryRoot::CurrentUser, kSettings, name);
+  };
+  const auto set = [&](const std::string& key, const std::string& name, const std::string& text) {
+    platform.registry.AddText(RegistryRoot::CurrentUser, key, name, text);
+  };
+  set(std::string(kSettings) + "\\WindowPos", "Window", "1,2");
+  for (const char* name : {"INIPath", "User", "BuildPath"}) set(kSettings, name, "kept");
+  dialogs.answers = {Answer::Abort};
+  program.start.Form_Load();
+  program.window.UserName = "me";
+  EXPECT_TRUE(Close());
+  EXPECT_EQ(stored("INIPath") + stored("BuildPath") + stored("User"), "keptkeptme");
+}
+
 TEST_F(ShutDownTest, StoresSessionSettingsAndPositionInTurn) {
+  program.start.Form_Load();
   program.options.Interval = 60;
   program.window.UserName = "me";
   program.window.position.Set(WindowPosition{-150.5F, 30, 12000, 9000});

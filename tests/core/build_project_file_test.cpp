@@ -140,6 +140,12 @@ TEST_F(BuildProjectFileTest, RecentFilesMoveDownAndCanHoldAPathTwice) {
     ASSERT_TRUE(program.buildProject.SaveProject(path));
     EXPECT_EQ(Recent(), recent);
   }
+  Messages();
+  const std::string tooLong = "C:\\" + std::string(252, 'x');
+  ASSERT_TRUE(program.buildProject.SaveProject(tooLong));
+  EXPECT_EQ(Messages(), Journal{"show The file is saved, but not listed as a recent one: its path "
+                                "is longer than 254 characters, the most that can be stored"});
+  EXPECT_EQ(Recent(), saves.back().second);
   auto& menu = program.window.menu;
   EXPECT_EQ(menu.mnuFileMRU[1].caption.Get(), "c:\\1");
   menu.mnuFileMRU[1].Execute();

@@ -101,12 +101,19 @@ TEST_F(ServicesTest, RegistryWritesByTypeAndSkipsWhatItCannot) {
   set(key, std::string("\0b", 2), "BINARY");
   set(key, "x", "BOOL");
   set("HKEY\\K", "x", "");
+  set(key, std::string(254, 'x'), "");
+  set("HKEY_CURRENT_USER\\M", std::string(255, 'x'), "");
   set(key, "9999999999", "NUMBER");
   platform.registry.refuses = true;
   set(key, "lost", "");
   EXPECT_EQ(Effects(), (Journal{"registry " + key, "registry " + key + " n=7a",
                                 "registry " + key + " n=2c010000",
                                 "registry " + key + " n=ffffffff", "registry " + key + " n=0062",
+                                "registry " + key + " n=" + std::string(254, 'x'),
+                                Reported(5,
+                                         "n is longer than 254 characters, the most that can be "
+                                         "stored",
+                                         ": RegistryTools.subSetRegistryValue"),
                                 Reported(6, "Overflow", ": RegistryTools.subSetRegistryValue")}));
 }
 
@@ -136,7 +143,25 @@ TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
   EXPECT_TRUE(loaded.AutoBuildDependant && loaded.GetLatest && !loaded.Compatible);
   EXPECT_EQ(loaded.DebugBuild + loaded.BuildPath, "TrueC:\\\xC4");
   EXPECT_EQ(std::pair(loaded.Interval, int{loaded.ReplyTo}), std::pair(90, 0));
-  EXPECT_EQ(Effects(), Journal{Reported(6, "Overflow", ": clsOptions.LoadSettings")});
+  EXPECT_EQ(Effects(),
+            Journal{Reported(6, "Overflow: 'ReplyTo=40000'", ": clsOptions.LoadSettings")});
+}
+
+TEST_F(ServicesTest, SettingsThatCouldNotBeReadAreNotWritten) {
+  const std::vector<std::pair<std::string, std::string>> stored = {
+      {"Interval", "99999999999"}, {"AutoStart", "True"}, {"BuildPath", "C:\\Kept\\"}};
+  for (const auto& [name, text] : stored) platform.registry.AddText(kUser, kKey, name, text);
+  EXPECT_FALSE(program.options.LoadSettings()) << "the report is answered with Abort";
+  program.options.ReplyUser = "me";
+  program.options.SaveSettings();
+  for (const auto& [name, text] : stored) {
+    EXPECT_EQ(platform.registry.Text(kUser, kKey, name), text);
+  }
+  EXPECT_EQ(platform.registry.Text(kUser, kKey, "ReplyUser"), "me") << "set since";
+  program.options.Interval = 30;
+  program.options.SaveSettings();
+  EXPECT_TRUE(program.options.LoadSettings() && program.options.AutoStart);
+  EXPECT_EQ(program.options.Interval, 30);
 }
 
 using LogViewerTest = ProgramFixture;

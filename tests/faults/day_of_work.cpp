@@ -104,6 +104,7 @@ void DayOfWork::Require(bool fulfilled, const std::string& what) {
 
 void DayOfWork::Run() {
   program_.window.ClearBuildProject();
+  program_.options.LoadSettings();
   LoadAndSave();
   Build();
   ServeMail();

@@ -1,0 +1,89 @@
+#include "core/setting.h"
+
+#include <algorithm>
+
+#include "core/options.h"
+#include "core/text.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+bool StoredFlag(const std::string& text) {
+  return EqualsIgnoringCase(text, "true");
+}
+
+void Assign(std::int16_t& number, double value) {
+  number = ToInteger(value);
+}
+
+void Assign(std::int32_t& number, double value) {
+  number = ToLong(value);
+}
+
+/// Does one thing for each kind of member.
+template <class... Cases>
+struct PerKind : Cases... {
+  using Cases::operator()...;
+};
+template <class... Cases>
+PerKind(Cases...) -> PerKind<Cases...>;
+
+}  // namespace
+
+std::string Setting::Text(const clsOptions& options) const {
+  return std::visit(
+      PerKind{[&](std::string clsOptions::*text) { return options.*text; },
+              [&](Word word) { return options.*word.held; },
+              [&](bool clsOptions::*flag) { return std::string(FlagText(options.*flag)); },
+              [&](auto number) { return std::to_string(options.*number); }},
+      member);
+}
+
+void Setting::Load(clsOptions& options, const std::string& text) const {
+  std::visit(PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
+                     [&](Word word) { options.*word.held = FlagText(StoredFlag(text)); },
+                     [&](bool clsOptions::*flag) { options.*flag = StoredFlag(text); },
+                     [&](auto number) { Assign(options.*number, NumericValue(text)); }},
+             member);
+}
+
+void Setting::Take(clsOptions& options, const std::string& text) const {
+  std::visit(PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
+                     [&](Word word) { options.*word.held = FlagText(ToFlag(text)); },
+                     [&](bool clsOptions::*flag) { options.*flag = ToFlag(text); },
+                     [&](auto number) { Assign(options.*number, TextToLong(text)); }},
+             member);
+}
+
+const std::array<Setting, kSettings>& AllSettings() {
+  static constexpr std::array<Setting, kSettings> kAll = {{
+      {"Interval", "Interval", &clsOptions::Interval},
+      {"AutoStart", "AutoStart", &clsOptions::AutoStart},
+      {"GetLatest", "GetLatest", &clsOptions::GetLatest},
+      {"Compatible", "Compatible", &clsOptions::Compatible},
+      {"ChangeRefs", "ChangeRefs", &clsOptions::ChangeRefs},
+      {"StopProcessing", "StopProcessing", &clsOptions::StopProcessing},
+      {"BuildPath", "BuildPath", &clsOptions::BuildPath},
+      {"WatchFolder", "WatchFolder", &clsOptions::WatchFolder},
+      {"ReplyTo", "ReplyTo", &clsOptions::ReplyTo},
+      {"ReplyUser", "ReplyUser", &clsOptions::ReplyUser},
+      {"AutoBuildDependant", "AutoDependant", &clsOptions::AutoBuildDependant},
+      {"AutoLaunchName", "AutoLaunch Name", &clsOptions::AutoLaunchName},
+      {"AutoLaunchVBP", "AutoLaunch VBP", &clsOptions::AutoLaunchVBP},
+      {"DebugBuild", "Debug Build", Setting::Word{&clsOptions::DebugBuild}},
+      {"VersionComponents", "", &clsOptions::VersionComponents},
+      {"WatchSource", "", &clsOptions::WatchSource},
+  }};
+  return kAll;
+}
+
+const Setting* FindSetting(std::string_view name) {
+  const auto& all = AllSettings();
+  const auto* found = std::find_if(all.begin(), all.end(), [&](const Setting& setting) {
+    return EqualsIgnoringCase(setting.name, name);
+  });
+  return found == all.end() ? nullptr : found;
+}
+
+}  // namespace gorbex

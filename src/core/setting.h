@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace gorbex {
+
+class clsOptions;
+
+/// A property of the settings object: how users name it, how it is stored and where it is held.
+struct Setting {
+  /// A text that holds the word "True" or "False".
+  struct Word {
+    std::string clsOptions::*held;
+  };
+  using Member = std::variant<std::string clsOptions::*, Word, bool clsOptions::*,
+                              std::int16_t clsOptions::*, std::int32_t clsOptions::*>;
+
+  std::string_view name;
+  std::string_view stored;  ///< the registry value; empty for what lasts while the program runs
+  Member member;
+
+  /// The value as it is stored.
+  [[nodiscard]] std::string Text(const clsOptions& options) const;
+
+  /// Takes the value from a stored text: a flag is true for "true" in any letter case, a number is
+  /// what the text begins with. Error 6 when that is too large.
+  void Load(clsOptions& options, const std::string& text) const;
+
+  /// Takes the value from a text that somebody typed. Errors: 13 not a value of the property, 6 too
+  /// large.
+  void Take(clsOptions& options, const std::string& text) const;
+};
+
+inline constexpr std::size_t kSettings = 16;
+
+/// Every setting once; the stored ones first, in the order in which they are loaded and saved.
+[[nodiscard]] const std::array<Setting, kSettings>& AllSettings();
+
+/// Null when there is no such setting; letter case does not matter.
+[[nodiscard]] const Setting* FindSetting(std::string_view name);
+
+}  // namespace gorbex
