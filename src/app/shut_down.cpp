@@ -56,6 +56,7 @@ bool ShutDown::ChangesAreSafe(Procedure& on) {
     return uses_.dialogs.Show(
         {"Save your Builder project?", Buttons::YesNo, MessageIcon::Question});
   });
+  if (answer == Answer::Cancel) return false;
   if (answer != Answer::Yes) return true;
   on([&] { uses_.buildProject.mnuFileSave_Click(); });
   return !uses_.window.ProjectChanged;

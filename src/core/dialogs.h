@@ -42,7 +42,7 @@ struct FileChoice {
 }
 
 /// Everything the program asks or tells its user modally. Texts are code-page bytes; a choice that
-/// was cancelled is nothing.
+/// was cancelled is nothing. A question for Yes or No that is dismissed gives Cancel.
 class Dialogs {
  public:
   virtual ~Dialogs() = default;

@@ -146,9 +146,10 @@ TEST_F(ShutDownTest, StoresSessionSettingsAndPositionInTurn) {
 TEST_F(ShutDownTest, KeepsTheWindowOpenWhileChangesCannotBeSaved) {
   Load({"Core"});
   program.window.ProjectChanged = true;
-  dialogs.answers = {Answer::No};
+  dialogs.answers = {Answer::Cancel, Answer::No};
+  EXPECT_FALSE(Close()) << "dismissed without an answer";
   EXPECT_TRUE(Close());
-  EXPECT_EQ(Only(Steps(), {"show"}), Journal{kSaveQuestion});
+  EXPECT_EQ(Only(Steps(), {"show"}), (Journal{kSaveQuestion, kSaveQuestion}));
 
   platform.files.SetAttributes("C:\\Group\\Group.bpf", file_attribute::kReadOnly);
   dialogs.answers = {Answer::Yes, Answer::Abort};
