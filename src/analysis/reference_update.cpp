@@ -1,5 +1,6 @@
 #include "analysis/reference_update.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "core/list_columns.h"
@@ -7,6 +8,14 @@
 #include "core/text.h"
 
 namespace gorbex {
+namespace {
+
+bool NamesComponent(const std::string& reference, const std::string& exeName) {
+  return ContainsIgnoringCase(reference, exeName);
+}
+
+}  // namespace
+
 void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
   Procedure(report_, ": frmBuilder.UpdateProjectReferences").Run([&](Procedure& on) {
     // Copies, since an error report lets other commands run that may change model and queue.
@@ -24,6 +33,24 @@ void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
   });
 }
 
+std::vector<std::string> ReferenceUpdate::ComponentsWithoutIdentity(
+    const std::string& projectKey, const IsComing& isComing) const {
+  std::vector<std::string> missing;
+  const clsMember* project = window_.ProjectMembers.Find(projectKey);
+  if (project == nullptr) return missing;
+  for (const std::string& earlier : ProjectsAbove(projectKey)) {
+    const clsMember* built = isComing(earlier) ? nullptr : window_.ProjectMembers.Find(earlier);
+    if (built == nullptr || built->EXEName.empty()) continue;
+    const bool isUsed =
+        std::any_of(project->Refs.begin(), project->Refs.end(), [&](const std::string& reference) {
+          return NamesComponent(reference, built->EXEName) && !GetGUID(reference).empty();
+        });
+    const std::string file = ComponentFile(built->EXEName);
+    if (isUsed && RegisteredIdentity(file).empty()) missing.push_back(file);
+  }
+  return missing;
+}
+
 std::vector<std::string> ReferenceUpdate::ProjectsAbove(const std::string& projectKey) const {
   std::vector<std::string> above;
   for (const auto& row : window_.lvwQueue.Rows()) {
@@ -38,14 +65,19 @@ void ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
   const std::string exeName = on([&] { return window_.ProjectMembers.Item(earlier).EXEName; });
   if (exeName.empty()) return;
   for (const std::string& entry : project.Refs) {
-    if (!ContainsIgnoringCase(entry, exeName)) continue;
+    if (!NamesComponent(entry, exeName)) continue;
     const std::string oldGuid(GetGUID(entry));
-    const auto newGuid = on(
-        [&] { return std::make_optional(RegisteredIdentity(window_.buildDirectory + exeName)); });
+    const auto newGuid =
+        on([&] { return std::make_optional(RegisteredIdentity(ComponentFile(exeName))); });
     if (!newGuid.has_value() || *newGuid == oldGuid) continue;
     changes.emplace_back(oldGuid, *newGuid);
-    on([&] { ReplaceInFile(project.path, oldGuid, *newGuid); });
+    if (!on([&] { return ReplaceInFile(project.path, oldGuid, *newGuid); })) continue;
+    on([&] { window_.ProjectMembers.ReplaceInReferences(project.path, oldGuid, *newGuid); });
   }
+}
+
+std::string ReferenceUpdate::ComponentFile(const std::string& exeName) const {
+  return window_.buildDirectory + exeName;
 }
 
 std::string ReferenceUpdate::RegisteredIdentity(const std::string& componentFile) const {

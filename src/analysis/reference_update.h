@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,8 +27,16 @@ class ReferenceUpdate {
 
   /// Replaces, in the project's file and in its forms and modules, the type-library identities of
   /// the projects that stand above it in the queue by those registered now. A component whose
-  /// identity cannot be read has an empty one.
+  /// identity cannot be read has an empty one. The project's record follows its file.
   void UpdateProjectReferences(const std::string& projectKey);
+
+  using IsComing = std::function<bool(const std::string& projectKey)>;
+
+  /// The component files, of projects above, that an update would take an identity from and that
+  /// have none: the project's references to them would come out empty. A project that `isComing`
+  /// says is built first counts as if its component had an identity.
+  [[nodiscard]] std::vector<std::string> ComponentsWithoutIdentity(const std::string& projectKey,
+                                                                   const IsComing& isComing) const;
 
   /// Replaces every occurrence of a text, in any letter case, in one pass. Clears the file's
   /// attributes before it is written back.
@@ -43,6 +52,7 @@ class ReferenceUpdate {
   [[nodiscard]] std::vector<std::string> ProjectsAbove(const std::string& projectKey) const;
   void FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
                      std::vector<Change>& changes);
+  [[nodiscard]] std::string ComponentFile(const std::string& exeName) const;
   [[nodiscard]] std::string RegisteredIdentity(const std::string& componentFile) const;
 
   frmBuilder& window_;

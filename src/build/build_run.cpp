@@ -1,6 +1,8 @@
 #include "build/build_run.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "core/list_columns.h"
 #include "core/text.h"
@@ -16,13 +18,37 @@ constexpr std::int32_t kWithDebugInfo = -1;
 
 }  // namespace
 
+/// The debug values of one project. What they replaced is written back when the project is done,
+/// and also when an error ends the run in its midst.
+class BuildRun::DebugBuild {
+ public:
+  DebugBuild(BuildRun& run, const std::string& path) : run_(run), path_(path) {}
+  ~DebugBuild() {
+    Procedure::IgnoringErrors().Run([this](Procedure& on) { Undo(on); });
+  }
+  DebugBuild(const DebugBuild&) = delete;
+  DebugBuild& operator=(const DebugBuild&) = delete;
+
+  void Set(Procedure& on) { replaced_ = run_.SetDebugValues(on, path_); }
+
+  void Undo(Procedure& on) {
+    const auto replaced = std::exchange(replaced_, std::nullopt);
+    if (replaced) run_.WriteBack(on, path_, *replaced);
+  }
+
+ private:
+  BuildRun& run_;
+  const std::string& path_;
+  std::optional<DebugValues> replaced_;
+};
+
 void BuildRun::mnuFileBuild_Click() {
   const auto turn = uses_.compile.BeginBuild();
   if (turn == nullptr) return;
   const auto start = uses_.clock.Elapsed();
   Counters counters;
   running_ = true;
-  stopping_ = false;
+  stopping_ = mayEmpty_ = false;
   gets_ = {};
   RunResult result = RunResult::Aborted;
   const Subscription lines =
@@ -69,10 +95,14 @@ RunResult BuildRun::Run(Procedure& on, Counters& counters) {
     on([&] { RestoreMailTimer(); });
     return RunResult::Refused;
   }
+  const bool compiles = !window.compilerPath.empty();
+  if (compiles && uses_.options.ChangeRefs && !on([&] { return MayEmptyReferences(); })) {
+    on([&] { RestoreMailTimer(); });
+    return RunResult::KeptReferences;
+  }
   on([&] { window.menu.mnuFileBuild.enabled.Set(false); });
   window.resultLogPath = uses_.compile.QuotedResultLog();
   on([&] { window.mousePointer.Set(MousePointer::Hourglass); });
-  const bool compiles = !window.compilerPath.empty();
   if (compiles) BuildQueueRows(on, counters);
   TellOfLatest(on);
   Summarise(on, counters);
@@ -113,6 +143,42 @@ bool BuildRun::AskAboutCompatibility() {
                              std::string(kApplicationTitle)}) == Answer::Yes;
 }
 
+// Before the run: what it would build itself is still to come.
+bool BuildRun::MayEmptyReferences() {
+  const frmBuilder& window = uses_.window;
+  const bool isBuiltThere = window.buildDirectory.ends_with('\\');
+  const auto isComing = [&](const std::string& path) {
+    const ListRow* row = isBuiltThere ? window.lvwQueue.Find(path) : nullptr;
+    return row != nullptr && row->Checked();
+  };
+  std::vector<std::string> lost;
+  for (const auto& row : window.lvwQueue.Rows()) {
+    if (!row->Checked()) continue;
+    const std::string& path = row->SubItem(1);
+    for (const auto& file : uses_.references.ComponentsWithoutIdentity(path, isComing)) {
+      lost.push_back(path + ": " + file);
+    }
+  }
+  if (lost.empty()) return true;
+  mayEmpty_ = AskToEmpty(lost, "Do you wish to continue with your build?");
+  return mayEmpty_;
+}
+
+// In the run: a project above may have failed.
+bool BuildRun::MayEmptyReferences(const std::string& path) {
+  if (mayEmpty_ || ending_) return mayEmpty_;
+  auto lost = uses_.references.ComponentsWithoutIdentity(path, [](const auto&) { return false; });
+  for (std::string& file : lost) file.insert(0, path + ": ");
+  return lost.empty() || AskToEmpty(lost, "Do you wish to update this project's references?");
+}
+
+bool BuildRun::AskToEmpty(const std::vector<std::string>& references, std::string_view question) {
+  std::string text = "The references to these components would lose their identities, because ";
+  text.append("no built component with one is found there:").append(kLineBreak).append(kLineBreak);
+  text.append(ShortList(references)).append(kLineBreak).append(question);
+  return uses_.dialogs.Show({text, Buttons::YesNo, MessageIcon::Exclamation}) == Answer::Yes;
+}
+
 void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   frmBuilder& window = uses_.window;
   on([&] { window.txtLogFile.text.Set(""); });
@@ -150,7 +216,8 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   on([&] { window.SetStatus("Building " + path); });
   const std::string exeName = on([&] { return window.ProjectMembers.Item(path).EXEName; });
 
-  const auto kept = Prepare(on, path);
+  DebugBuild debug(*this, path);
+  Prepare(on, path, debug);
   events.Emit(StepStarted{path, BuildStep::Compile});
   const bool succeeded = on([&] { return uses_.compile.CompileProject(path, ""); });
   on([&] {
@@ -158,34 +225,38 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   });
   on([&] { uses_.events.DoEvents(); });
   Record(on, path, exeName, succeeded, counters);
-  if (kept) WriteBack(on, path, *kept);
+  debug.Undo(on);
   events.Emit(ProjectCompiled{path, succeeded, uses_.clock.Elapsed() - start,
                               uses_.compile.LastResult(), uses_.compile.LastProblem()});
   if (succeeded || ending_ || !uses_.options.StopProcessing) return Pass::GoOn;
   return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
 }
 
-std::optional<BuildRun::DebugValues> BuildRun::Prepare(Procedure& on, const std::string& path) {
+void BuildRun::Prepare(Procedure& on, const std::string& path, DebugBuild& debug) {
   const clsOptions& options = uses_.options;
-  std::optional<DebugValues> kept;
   if (options.GetLatest) GetLatest(on, path);
-  if (ending_) return kept;
+  if (ending_) return;
   if (!options.Compatible) {
     events.Emit(StepStarted{path, BuildStep::Compatibility});
     on([&] { uses_.log.WriteLog("Breaking compatability on " + path); });
     on([&] { uses_.values.WriteProjectValue(path, "CompatibleMode", "\"0\""); });
   }
-  if (DebugBuildIsOn()) kept = SetDebugValues(on, path);
-  if (options.ChangeRefs) {
-    events.Emit(StepStarted{path, BuildStep::References});
-    on([&] { uses_.references.UpdateProjectReferences(path); });
-    on([&] { uses_.log.WriteLog("Updating References on " + path); });
-  }
+  if (DebugBuildIsOn()) debug.Set(on);
+  if (options.ChangeRefs) UpdateReferences(on, path);
   if (!options.VersionComponents.empty()) {
     events.Emit(StepStarted{path, BuildStep::Version});
     uses_.version.Stamp(on, path);
   }
-  return kept;
+}
+
+void BuildRun::UpdateReferences(Procedure& on, const std::string& path) {
+  events.Emit(StepStarted{path, BuildStep::References});
+  if (!on([&] { return MayEmptyReferences(path); })) {
+    on([&] { uses_.log.WriteLog("References of " + path + " left as they are"); });
+    return;
+  }
+  on([&] { uses_.references.UpdateProjectReferences(path); });
+  on([&] { uses_.log.WriteLog("Updating References on " + path); });
 }
 
 void BuildRun::GetLatest(Procedure& on, const std::string& path) {
@@ -220,7 +291,7 @@ BuildRun::DebugValues BuildRun::SetDebugValues(Procedure& on, const std::string&
   wanted.optimization = replace(kOptimizationKey, kept.optimization, kNotOptimized);
   wanted.debugInfo = replace(kDebugInfoKey, kept.debugInfo, kWithDebugInfo);
   on([&] { uses_.replaced.Note(path, replaced); });
-  WriteDebugValues(on, path, wanted);
+  WriteDebugValues(path, wanted);
   return kept;
 }
 
@@ -232,9 +303,10 @@ std::optional<std::int32_t> BuildRun::DebugValue(const std::string& path, std::s
   return isRead ? std::optional(value) : std::nullopt;
 }
 
-void BuildRun::WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values) {
+// A file that cannot be written raises no error here.
+void BuildRun::WriteDebugValues(const std::string& path, const DebugValues& values) {
   const auto write = [&](std::string_view key, std::optional<std::int32_t> value) {
-    if (value) on([&] { uses_.values.WriteProjectValue(path, key, std::to_string(*value)); });
+    if (value) uses_.values.WriteProjectValue(path, key, std::to_string(*value));
   };
   write(kOptimizationKey, values.optimization);
   write(kDebugInfoKey, values.debugInfo);
@@ -246,7 +318,7 @@ void BuildRun::WriteBack(Procedure& on, const std::string& path, const DebugValu
     on([&] { uses_.replaced.Forget(path); });
     return;
   }
-  WriteDebugValues(on, path, kept);
+  WriteDebugValues(path, kept);
   on([&] { uses_.replaced.Settle(path); });
 }
 

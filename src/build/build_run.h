@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/reference_update.h"
 #include "build/compile.h"
@@ -78,12 +79,18 @@ class BuildRun {
     std::optional<std::int32_t> optimization;
     std::optional<std::int32_t> debugInfo;
   };
+  class DebugBuild;
 
   enum class Pass { GoOn, Stop };
 
   [[nodiscard]] RunResult Run(Procedure& on, Counters& counters);
   [[nodiscard]] bool ResetIcons(Procedure& on);
   [[nodiscard]] bool AskAboutCompatibility();
+  [[nodiscard]] bool MayEmptyReferences();
+  [[nodiscard]] bool MayEmptyReferences(const std::string& path);
+  [[nodiscard]] bool AskToEmpty(const std::vector<std::string>& references,
+                                std::string_view question);
+  void UpdateReferences(Procedure& on, const std::string& path);
   void RestoreMailTimer();
   void BuildQueueRows(Procedure& on, Counters& counters);
   [[nodiscard]] Pass BuildProject(Procedure& on, const std::string& path, Counters& counters);
@@ -92,13 +99,12 @@ class BuildRun {
   /// Error 35601 when it was removed meanwhile.
   [[nodiscard]] ListRow& RowOf(const std::string& path) const;
 
-  /// Gives what a debug build replaced; nothing without one.
-  [[nodiscard]] std::optional<DebugValues> Prepare(Procedure& on, const std::string& path);
+  void Prepare(Procedure& on, const std::string& path, DebugBuild& debug);
   void GetLatest(Procedure& on, const std::string& path);
   [[nodiscard]] DebugValues SetDebugValues(Procedure& on, const std::string& path);
   [[nodiscard]] std::optional<std::int32_t> DebugValue(const std::string& path,
                                                        std::string_view key);
-  void WriteDebugValues(Procedure& on, const std::string& path, const DebugValues& values);
+  void WriteDebugValues(const std::string& path, const DebugValues& values);
   void WriteBack(Procedure& on, const std::string& path, const DebugValues& kept);
   void Record(Procedure& on, const std::string& path, const std::string& exeName, bool succeeded,
               Counters& counters);
@@ -114,7 +120,8 @@ class BuildRun {
   bool stopping_ = false;
   bool launched_ = false;  ///< the run is at its test project
   bool ending_ = false;
-  LatestReport gets_;  ///< of the present run
+  bool mayEmpty_ = false;  ///< the user has agreed that this run empties references
+  LatestReport gets_;      ///< of the present run
 };
 
 }  // namespace gorbex

@@ -1,5 +1,6 @@
 #include "build/options_dialog.h"
 
+#include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -105,7 +106,9 @@ void OptionsDialog::cmdOK_Click() {
 void OptionsDialog::cmdBrowse_Click() {
   Procedure(report_, ": frmOptions.cmdBrowse_Click").Run([&](Procedure& on) {
     const auto folder = on([&] { return dialogs_.BrowseForDir("Please select Build Folder"); });
-    if (folder) on([&] { form_.txtBuildPath.text.Set(*folder); });
+    if (!folder || folder->empty()) return;
+    // File names are joined to it directly.
+    on([&] { form_.txtBuildPath.text.Set(JoinPath(*folder, "")); });
   });
 }
 

@@ -179,6 +179,7 @@ ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
     return ExitStatus::WorkFailed;
   }
   const RunEnded& end = record.End();
+  if (end.result == RunResult::KeptReferences) return ExitStatus::Unusable;
   const bool done = end.result == RunResult::Finished && end.errors == 0 &&
                     std::none_of(projects.begin(), projects.end(),
                                  [](const auto& each) { return each.IsNotGot(); });
@@ -216,8 +217,10 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;
 
+  const RunResult result = record.End().result;
+  const bool isRefused = result == RunResult::Refused || result == RunResult::KeptReferences;
   const bool isAnswered = frame.no || frame.streams.asks;
-  if (record.End().result == RunResult::Refused && !isAnswered) {
+  if (isRefused && !isAnswered) {
     session.Warn("nothing was built: with --yes such a build goes on");
   }
   if (frame.json) {

@@ -75,6 +75,7 @@ std::string TestCase(const RunRecord::Project& project) {
 std::string_view Problem(RunResult result) {
   switch (result) {
     case RunResult::Refused:
+    case RunResult::KeptReferences:
       return "the run was refused at a question";
     case RunResult::NoCompiler:
       return "there is no compiler";

@@ -20,9 +20,10 @@ struct CompileEnded {
 };
 
 enum class RunResult {
-  Refused,     ///< ended by "No" at the compatibility question
-  NoCompiler,  ///< there was nothing to compile with
-  Aborted,     ///< ended by Abort at an error report
+  Refused,         ///< ended by "No" at the compatibility question
+  KeptReferences,  ///< ended by "No" at the question on references that would come out empty
+  NoCompiler,      ///< there was nothing to compile with
+  Aborted,         ///< ended by Abort at an error report
   Finished,
 };
 

@@ -245,4 +245,16 @@ bool ToFlag(std::string_view text) {
   return value != 0;
 }
 
+std::string ShortList(const std::vector<std::string>& entries) {
+  constexpr std::size_t kMost = 15;
+  std::string list;
+  for (std::size_t i = 0; i < entries.size() && i < kMost; ++i) {
+    list.append(entries[i]).append(kLineBreak);
+  }
+  if (entries.size() > kMost) {
+    list.append("... and " + std::to_string(entries.size() - kMost) + " more").append(kLineBreak);
+  }
+  return list;
+}
+
 }  // namespace gorbex

@@ -53,6 +53,10 @@ void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::strin
 /// "True" or "False" in any letter case, or a number (zero is false). Error 13 for anything else.
 [[nodiscard]] bool ToFlag(std::string_view text);
 
+/// A list for a message, one entry on each line; of a long one the first entries and how many more
+/// there are.
+[[nodiscard]] std::string ShortList(const std::vector<std::string>& entries);
+
 [[nodiscard]] inline std::string FlagText(bool flag) {
   return flag ? "True" : "False";
 }

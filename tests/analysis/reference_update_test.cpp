@@ -80,6 +80,34 @@ TEST_F(ReferenceUpdateTest, UnchangedIdentitiesAreLeftAndUnreadableOnesEmptied) 
                                 Reported(5, call + "'C:\\y.vbp'", name)}));
 }
 
+TEST_F(ReferenceUpdateTest, TheRecordFollowsTheFileFromOneRunToTheNext) {
+  auto& core = group.Library("Core");
+  auto& app = group.Executable("App").Uses("Core");
+  Load();
+  for (const std::string next : {"{NEW}", "{NEWER}"}) {
+    Rebuilt(core, next);
+    program.referenceUpdate.UpdateProjectReferences(app.Path());
+    EXPECT_NE(platform.files.Text(app.Path()).find(next), std::string::npos);
+  }
+}
+
+TEST_F(ReferenceUpdateTest, ComponentsWithoutIdentityAreForetold) {
+  auto& core = group.Library("Core");
+  auto& base = group.Library("Base");
+  auto& app = group.Executable("App").Uses("Core").Uses("Base").Uses("Later");
+  group.Library("Later");
+  Load();
+  Rebuilt(base, "{NEW}");
+  const auto lost = [&](const std::string& coming) {
+    return program.referenceUpdate.ComponentsWithoutIdentity(
+        app.Path(), [&](const std::string& path) { return path == coming; });
+  };
+  EXPECT_EQ(lost(""), Journal{core.Binary()});
+  EXPECT_EQ(lost(core.Path()), Journal{});
+  program.window.buildDirectory = "C:\\Group\\Bin";
+  EXPECT_EQ(lost(""), (Journal{"C:\\Group\\BinCore.dll", "C:\\Group\\BinBase.dll"}));
+}
+
 TEST_F(ReferenceUpdateTest, AFileThatCannotBeWrittenIsReportedAndLeft) {
   platform.files.AddFile("C:\\f", "a", file_attribute::kNormal);
   platform.files.Fail(FileOperation::Write, "C:\\f", ErrorNumber::DiskFull);

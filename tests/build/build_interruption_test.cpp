@@ -72,6 +72,17 @@ TEST_F(BuildInterruptionTest, ReadsEachSettingWhenItIsNeeded) {
   EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=2\r\n"), std::string::npos);
 }
 
+TEST_F(BuildInterruptionTest, WritesDebugValuesBackWhenAnErrorEndsTheRun) {
+  group.Library("Core").Line("CompatibleMode=\"2\"").Line("OptimizationType=1");
+  Load();
+  program.options.DebugBuild = "True";
+  DuringTheCompile([&] { program.window.menu.mnuQueueEmpty.Execute(); });
+  dialogs.answers = {Answer::Abort};
+  Build();
+  EXPECT_NE(compiledSources.at(0).find("OptimizationType=2\r\n"), std::string::npos);
+  EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=1\r\n"), std::string::npos);
+}
+
 // What was told to end asks nobody, writes back what it replaced and starts nothing more.
 TEST_F(BuildInterruptionTest, EndsInGoodOrderWhenTold) {
   group.Library("Base").Line("CompatibleMode=\"2\"").Line("OptimizationType=1");

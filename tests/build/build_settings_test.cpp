@@ -89,7 +89,7 @@ TEST_F(BuildSettingsTest, LetsTheDialogFollowItsControls) {
   const std::string vbp = "open Please select a VB Project to load|VB Projects (*.vbp)|*.vbp|*.vbp";
   const std::string error = Reported(6, "Overflow", ": frmOptions.cmdApply_Click");
   EXPECT_EQ(Run(menu.mnuToolsBuildOptions), (Journal{out, out, vbp, vbp, error, "interval 0"}));
-  EXPECT_EQ(options.BuildPath + options.AutoLaunchName, "C:\\OutC:\\T.vbp");
+  EXPECT_EQ(options.BuildPath + options.AutoLaunchName, "C:\\Out\\C:\\T.vbp");
 }
 
 }  // namespace

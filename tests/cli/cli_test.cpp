@@ -225,6 +225,28 @@ TEST_F(CliTest, SourceControlTellsWhatIsNotUnderIt) {
   EXPECT_EQ(run({"label", file, "1.0", "-m", "first", "--spec", "$/Till"}).status, 0);
 }
 
+TEST_F(CliTest, ReferencesAreEmptiedOnlyAfterAYes) {
+  InstallCompiler();
+  const std::string money = platform.files.Text(Group::Path("Money"));
+  const std::vector<std::string> build = {"build", file, Group::Path("Money"), "--change-refs"};
+  const Result refused = Run(build);
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_NE(refused.err.find("Money.vbp: C:\\Group\\BinCore.dll"), std::string::npos);
+  EXPECT_EQ(platform.files.Text(Group::Path("Money")), money);
+  std::vector<std::string> agreed = build;
+  agreed.emplace_back("--yes");
+  EXPECT_EQ(Run(agreed).status, 0);
+  EXPECT_EQ(platform.files.Text(Group::Path("Money")).find("{"), std::string::npos);
+
+  // Core is built first into a folder whose name is whole, but comes without an identity.
+  platform.files.AddFile(Group::Path("Money"), money);
+  platform.files.AddFolder("C:\\Out");
+  const Result late = Run({"build", file, "--change-refs", "--build-dir", "C:\\Out"});
+  EXPECT_EQ(late.status, 0);
+  EXPECT_NE(late.err.find("Money.vbp: C:\\Out\\Core.dll"), std::string::npos);
+  EXPECT_EQ(platform.files.Text(Group::Path("Money")), money);
+}
+
 TEST_F(CliTest, ShowGivesTheWholeStateAsJson) {
   const Json json = Run({"show", file, "--json"}).Json();
   EXPECT_EQ(json["title"], "GorbexBuilder [" + file + "]");
