@@ -15,6 +15,7 @@ void TreeCommands::mnuTreePopupAddProject_Click() {
     on([&] { window_.SetStatus("Re-Checking references"); });
     on([&] { views_.mnuToolsDependancies_Click(); });
     on([&] { window_.SetStatus("Project Loaded"); });
+    on([&] { findings_.Tell(); });
     window_.ProjectChanged = true;
   });
 }

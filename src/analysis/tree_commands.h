@@ -3,6 +3,7 @@
 #include "core/dialogs.h"
 #include "core/main_window.h"
 #include "core/project_file_reader.h"
+#include "core/project_findings.h"
 #include "core/project_views.h"
 #include "platform/file_system.h"
 
@@ -12,8 +13,13 @@ namespace gorbex {
 class TreeCommands {
  public:
   TreeCommands(frmBuilder& window, ProjectFileReader& reader, ProjectViews& views,
-               const FileReader& files, Dialogs& dialogs)
-      : window_(window), reader_(reader), views_(views), files_(files), dialogs_(dialogs) {}
+               ProjectFindings& findings, const FileReader& files, Dialogs& dialogs)
+      : window_(window),
+        reader_(reader),
+        views_(views),
+        findings_(findings),
+        files_(files),
+        dialogs_(dialogs) {}
 
   void mnuTreePopupAddProject_Click();
   void mnuTreePopupRemoveProject_Click();
@@ -22,6 +28,7 @@ class TreeCommands {
   frmBuilder& window_;
   ProjectFileReader& reader_;
   ProjectViews& views_;
+  ProjectFindings& findings_;
   const FileReader& files_;
   Dialogs& dialogs_;
 };

@@ -16,9 +16,10 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       queue(window, group, platform.files, dialogs, report),
       display(window, marking, queue, report),
       reader(window, platform.files, display),
-      buildProject(
-          {window, platform.files, registry, options, log, dialogs, report, reader, display}),
-      treeCommands(window, reader, display, platform.files, dialogs),
+      findings(reader),
+      buildProject({window, platform.files, registry, options, log, dialogs, report, reader,
+                    display, findings}),
+      treeCommands(window, reader, display, findings, platform.files, dialogs),
       search(window, display),
       referenceUpdate(window, platform.files, registry, platform.components, report),
       replaced(platform.files, log, platform.programFolder),

@@ -33,6 +33,7 @@
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/project_file_reader.h"
+#include "core/project_findings.h"
 #include "core/registry_tools.h"
 #include "core/select_control_form.h"
 #include "core/shell.h"
@@ -72,6 +73,7 @@ class Program {
   BuildQueue queue;
   ProjectDisplay display;
   ProjectFileReader reader;
+  ProjectFindings findings;
   BuildProjectFile buildProject;
   TreeCommands treeCommands;
   ProjectSearch search;

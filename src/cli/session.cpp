@@ -3,7 +3,6 @@
 #include <ostream>
 
 #include "cli/text_output.h"
-#include "core/project_file.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -93,7 +92,6 @@ void Session::Open(const std::string& typedPath, BuildProjectFile::UnreadRows un
   }
 }
 
-// What is no build project would load as an empty one, and be lost when that is saved.
 std::string Session::RequiredBuildProject(const std::string& path,
                                           const std::string& typedPath) const {
   std::string text;
@@ -102,13 +100,8 @@ std::string Session::RequiredBuildProject(const std::string& path,
   } catch (const RuntimeError& error) {
     throw Failure(ExitStatus::Unusable, typedPath + ": " + Plain(error.Description()));
   }
-  if (const auto problem = LineEndProblem(text)) {
-    throw Failure(ExitStatus::Unusable,
-                  typedPath + ": " + *problem + "; a build project file has CR LF");
-  }
-  const bool isText = text.find('\0') == std::string::npos;
-  if (!isText || (!text.empty() && text.find('=') == std::string::npos)) {
-    throw Failure(ExitStatus::Unusable, typedPath + ": no build project file");
+  if (const auto problem = BuildProjectProblem(text)) {
+    throw Failure(ExitStatus::Unusable, typedPath + ": " + *problem);
   }
   return text;
 }

@@ -1,8 +1,11 @@
 #include "core/build_project_file.h"
 
+#include <utility>
+
 #include "core/file_tools.h"
 #include "core/list_columns.h"
 #include "core/node_key.h"
+#include "core/project_file.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -28,23 +31,55 @@ std::string Line(std::string_view key, std::string_view value) {
 
 }  // namespace
 
+std::optional<std::string> BuildProjectProblem(std::string_view text) {
+  if (const auto problem = LineEndProblem(text)) {
+    return *problem + "; a build project file has CR LF";
+  }
+  if (const auto problem = ByteOrderMarkProblem(text)) {
+    return *problem + "; a build project file has none";
+  }
+  const bool isText = text.find('\0') == std::string_view::npos;
+  const bool hasLines = text.empty() || text.find('=') != std::string_view::npos;
+  if (isText && hasLines) return std::nullopt;
+  return "no build project file";
+}
+
+// Nothing when the file could not be read or is refused: without its text there is nothing to go on
+// with.
+std::optional<std::string> BuildProjectFile::ReadFile(Procedure& on, const std::string& path) {
+  auto text = on([&] { return std::make_optional(uses_.files.Read(path)); });
+  if (!text) return std::nullopt;
+  const auto problem = BuildProjectProblem(*text);
+  if (!problem) return text;
+  on([&] {
+    uses_.dialogs.Show(
+        {path + " is not opened: " + *problem, Buttons::Ok, MessageIcon::Exclamation});
+  });
+  return std::nullopt;
+}
+
 bool BuildProjectFile::LoadProject(const std::string& path, UnreadRows unread) {
   frmBuilder& window = uses_.window;
   TreeNode* lastRead = nullptr;
-  const bool loaded = Procedure(uses_.report, ": frmBuilder.LoadProject").Run([&](Procedure& on) {
-    const std::string text = on([&] { return uses_.files.Read(path); });
+  bool loaded = false;
+  Procedure(uses_.report, ": frmBuilder.LoadProject").Run([&](Procedure& on) {
+    const auto text = ReadFile(on, path);
+    if (!text) return;
     window.fileName.clear();
+    leftOut_.clear();
     on([&] { window.ClearBuildProject(); });
-    PairReader pairs(text);
+    PairReader pairs(*text);
     while (const auto pair = pairs.Next()) Take(on, *pair, lastRead);
     if (unread == UnreadRows::AreLeftOut) LeaveOutUnreadRows();
     on([&] { uses_.views.RefreshQueue(); });
     ShowBuiltFiles(on);
     on([&] { uses_.log.WriteLog("Opened Project " + path); });
     on([&] { uses_.views.ScanLoadedProjects(); });
+    loaded = true;
   });
   if (loaded) window.fileName = path;
   if (lastRead != nullptr) uses_.reader.Show(*lastRead);
+  for (auto& project : uses_.findings.Tell()) leftOut_.push_back(std::move(project));
   return loaded;
 }
 
@@ -160,7 +195,22 @@ bool BuildProjectFile::SaveProject(const std::string& path) {
     on([&] { SetTitle(path); });
     uses_.window.fileName = path;
     uses_.window.ProjectChanged = false;
+    leftOut_.clear();
   });
+}
+
+// The file is written from the tree, and what could not be read is not there.
+bool BuildProjectFile::MayDrop() {
+  std::vector<std::string> dropped;
+  for (const std::string& path : leftOut_) {
+    const auto key = NodeKey(node_prefix::kProject, path);
+    if (uses_.window.tvwProjects.Find(key) == nullptr) dropped.push_back(path);
+  }
+  if (dropped.empty()) return true;
+  std::string text = "These projects could not be read and would be lost from the file:";
+  text.append(kLineBreak).append(ShortList(dropped)).append(kLineBreak);
+  text.append("Do you wish to save without them?");
+  return uses_.dialogs.Show({text, Buttons::YesNo, MessageIcon::Exclamation}) == Answer::Yes;
 }
 
 void BuildProjectFile::RememberRecent(Procedure& on, const std::string& path) {
@@ -211,6 +261,7 @@ void BuildProjectFile::mnuFileNew_Click() {
     on([&] { uses_.window.ClearBuildProject(); });
     on([&] { SetTitle(""); });
     uses_.window.fileName.clear();
+    leftOut_.clear();
     uses_.window.ProjectChanged = false;
   });
 }
@@ -235,7 +286,9 @@ void BuildProjectFile::mnuFileSave_Click() {
       on([&] { mnuFileSaveAs_Click(); });
       return;
     }
-    if (on([&] { return SaveProject(uses_.window.fileName); })) {
+    const bool saves = on([&] { return MayDrop(); });
+    if (!saves) on([&] { uses_.window.SetStatus("Not Saved"); });
+    if (saves && on([&] { return SaveProject(uses_.window.fileName); })) {
       on([&] { uses_.window.SetStatus("Saved OK"); });
     }
   });
@@ -246,7 +299,8 @@ void BuildProjectFile::mnuFileSaveAs_Click() {
     const auto path = on([&] {
       return uses_.dialogs.SaveFile({"", "Builder Projects (*.bpf)|*.bpf", "Untitled.bpf"});
     });
-    const bool saved = path && on([&] { return SaveProject(*path); });
+    const bool saves = path && on([&] { return MayDrop(); });
+    const bool saved = saves && on([&] { return SaveProject(*path); });
     on([&] { uses_.window.SetStatus(saved ? "Saved OK" : "Not Saved"); });
   });
 }

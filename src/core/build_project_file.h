@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/activity_log.h"
 #include "core/dialogs.h"
@@ -10,11 +12,16 @@
 #include "core/pair_reader.h"
 #include "core/procedure.h"
 #include "core/project_file_reader.h"
+#include "core/project_findings.h"
 #include "core/project_views.h"
 #include "core/registry_tools.h"
 #include "platform/file_system.h"
 
 namespace gorbex {
+
+/// Why a text is not that of a build project file: it would load as an empty one, or without its
+/// first line, and be lost when that is saved. Nothing when it looks sound.
+[[nodiscard]] std::optional<std::string> BuildProjectProblem(std::string_view text);
 
 /// Loads and saves build project files (.bpf) and keeps the list of recent ones.
 class BuildProjectFile {
@@ -29,6 +36,7 @@ class BuildProjectFile {
     ErrorReport& report;
     ProjectFileReader& reader;
     ProjectViews& views;
+    ProjectFindings& findings;
   };
 
   explicit BuildProjectFile(const Uses& uses) : uses_(uses) {}
@@ -37,8 +45,10 @@ class BuildProjectFile {
   /// them.
   enum class UnreadRows { AreErrors, AreLeftOut };
 
-  /// Loads a file in place of the open build project. False when an error was answered with Abort:
-  /// what was loaded so far stays, and the build project then has no file name.
+  /// Loads a file in place of the open build project and tells of the projects that are not sound.
+  /// False when the file cannot be read or is not a build project file: what is open stays. Also
+  /// false when a later error was answered with Abort: what was loaded so far stays, and the build
+  /// project then has no file name.
   bool LoadProject(const std::string& path, UnreadRows unread = UnreadRows::AreErrors);
 
   /// Loads a file and shows what is then open in the title. False as LoadProject.
@@ -57,7 +67,8 @@ class BuildProjectFile {
   void mnuFileNew_Click();
   void mnuFileOpen_Click();
 
-  /// A build project without a file name is saved as Save As does.
+  /// A build project without a file name is saved as Save As does. Both ask before they drop
+  /// projects that could not be read when the file was loaded.
   void mnuFileSave_Click();
   void mnuFileSaveAs_Click();
 
@@ -75,12 +86,15 @@ class BuildProjectFile {
   void TakeVersion(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void TakeBuildFolder(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void LeaveOutUnreadRows();
+  [[nodiscard]] std::optional<std::string> ReadFile(Procedure& on, const std::string& path);
   void ShowBuiltFiles(Procedure& on);
   [[nodiscard]] std::string FileText() const;
+  [[nodiscard]] bool MayDrop();
   void RememberRecent(Procedure& on, const std::string& path);
   void SetTitle(const std::string& path);
 
   Uses uses_;
+  std::vector<std::string> leftOut_;  ///< projects of the open file that could not be read
 };
 
 }  // namespace gorbex

@@ -115,12 +115,18 @@ std::optional<std::string> LineEndProblem(std::string_view text) {
   return "its lines end with LF alone";
 }
 
+std::optional<std::string> ByteOrderMarkProblem(std::string_view text) {
+  if (!text.starts_with("\xEF\xBB\xBF")) return std::nullopt;
+  return "it begins with a UTF-8 byte order mark";
+}
+
 std::optional<std::string> ProjectFileProblem(std::string_view text) {
   if (text.empty()) return "the file is empty";
   if (text.find_first_not_of('\0') == std::string_view::npos) {
     return "the file holds nothing but zero bytes";
   }
   if (auto problem = LineEndProblem(text)) return *problem + "; the compiler wants CR LF";
+  if (auto problem = ByteOrderMarkProblem(text)) return *problem + "; the compiler wants none";
   if (text.find('=') == std::string_view::npos) return "it is no project file: no key=value line";
   return std::nullopt;
 }

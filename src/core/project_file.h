@@ -25,6 +25,10 @@ struct ProjectFile {
 /// can.
 [[nodiscard]] std::optional<std::string> LineEndProblem(std::string_view text);
 
+/// Why the first line of a key=value text cannot be read: a UTF-8 byte order mark stands before it.
+/// Nothing when none does.
+[[nodiscard]] std::optional<std::string> ByteOrderMarkProblem(std::string_view text);
+
 /// Why the compiler cannot load a project file of this text; nothing when it looks sound.
 [[nodiscard]] std::optional<std::string> ProjectFileProblem(std::string_view text);
 

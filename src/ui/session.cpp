@@ -11,6 +11,9 @@ namespace gorbex::ui {
 Session::Session(Host& host)
     : host_(host), dialogs_(host), program_(host.Services(events_), dialogs_) {
   program_.compile.keepOthersOut = [this] { return host_.BuildAlone(); };
+  findings_ = program_.findings.told.Connect([this](const std::string& text) {
+    dialogs_.Show({text, Buttons::Ok, MessageIcon::Exclamation});
+  });
 }
 
 void Session::Start(const std::string& typed) {

@@ -28,6 +28,7 @@ class Session {
   WindowDialogs dialogs_;
   EventLoopPump events_;
   Program program_;
+  Subscription findings_;
 };
 
 }  // namespace gorbex::ui

@@ -61,6 +61,8 @@ TEST_F(CliTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
       0);
   EXPECT_EQ(Run({"build", file, "C:\\nobody.vbp"}).status, 2);
   EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
+  platform.files.AddFile("C:\\marked.bpf", "\xEF\xBB\xBF" + platform.files.Text(file));
+  EXPECT_EQ(Run({"queue", "C:\\marked.bpf", "--save"}).status, 2);
 }
 
 TEST_F(CliTest, TheBarIsErasedOnEveryConsole) {

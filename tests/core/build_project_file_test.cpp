@@ -115,6 +115,61 @@ TEST_F(BuildProjectFileTest, ErrorsAreReportedAtTheirLineAndAnswered) {
   expect("project=C:\\gone.vbp\r\n" + project + project, {}, {}, "");
 }
 
+TEST_F(BuildProjectFileTest, RefusesWhatWouldLoadAsAnEmptyBuildProject) {
+  ASSERT_TRUE(Load("project=" + group.Library("Core").Path() + "\r\n"));
+  const std::string has = "; a build project file has ";
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"project=C:\\x\nversion=1\n", "its lines end with LF alone" + has + "CR LF"},
+      {"\xEF\xBB\xBFproject=C:\\x\r\n", "it begins with a UTF-8 byte order mark" + has + "none"},
+      {std::string("project=\0", 9), "no build project file"},
+      {"notes\r\n", "no build project file"}};
+  for (const auto& [text, problem] : cases) {
+    EXPECT_FALSE(Load(text));
+    EXPECT_EQ(Messages(), Journal{"show [Ok Exclamation] C:\\a.bpf is not opened: " + problem});
+    EXPECT_EQ(program.window.ProjectMembers.Count(), 1U);
+  }
+  dialogs.answers = {Answer::Ignore};
+  EXPECT_FALSE(program.buildProject.OpenProject("C:\\none.bpf")) << "nothing to go on with";
+  EXPECT_EQ(program.window.ProjectMembers.Count(), 1U);
+}
+
+TEST_F(BuildProjectFileTest, TellsOnceOfProjectsThatAreNotSoundAndAsksBeforeTheyAreDropped) {
+  const auto core = group.Library("Core").Path();
+  platform.files.AddFile("C:\\lf.vbp", "Type=Exe\nName=x\n");
+  Journal told;
+  const auto listening =
+      program.findings.told.Connect([&](const std::string& text) { told.push_back(text); });
+  const std::string whole =
+      "project=" + core + "\r\nproject=C:\\lf.vbp\r\nproject=C:\\gone.vbp\r\n";
+  ASSERT_TRUE(Load(whole));
+  EXPECT_EQ(told, Journal{"These projects could not be read and are left out:\r\n"
+                          "C:\\gone.vbp: File not found: 'C:\\gone.vbp'\r\n\r\n"
+                          "The compiler will not load these projects:\r\nC:\\lf.vbp: its lines "
+                          "end with LF alone; the compiler wants CR LF\r\n\r\n"});
+  const std::string question =
+      "show [YesNo Exclamation] These projects could not be read and would be lost from the file:"
+      "\r\nC:\\gone.vbp\r\n\r\nDo you wish to save without them?";
+  auto& menu = program.window.menu;
+  menu.mnuFileSave.Execute();
+  EXPECT_EQ(Messages(), Journal{question});
+  EXPECT_EQ(platform.files.Text("C:\\a.bpf"), whole);
+  EXPECT_EQ(program.window.stbStatus.Get(), "Not Saved");
+  dialogs.answers = {Answer::Yes};
+  menu.mnuFileSave.Execute();
+  menu.mnuFileSave.Execute();
+  EXPECT_EQ(Messages(), Journal{question}) << "they are gone now";
+
+  ASSERT_TRUE(Load(whole));
+  group.Library("Money");
+  platform.files.AddFile("C:\\gone.vbp", platform.files.Text(Group::Path("Money")));
+  dialogs.choices = {"C:\\lf.vbp", "C:\\gone.vbp"};
+  menu.mnuTreePopupAddProject.Execute();
+  menu.mnuTreePopupAddProject.Execute();
+  Messages();
+  menu.mnuFileSave.Execute();
+  EXPECT_EQ(Messages(), Journal{}) << "it is there again";
+}
+
 TEST_F(BuildProjectFileTest, UnreadableFileKeepsWhatIsOpenAndUnwritableOneTheTitle) {
   ASSERT_TRUE(Load("project=" + group.Library("Core").Path()));
   EXPECT_FALSE(program.buildProject.OpenProject("C:\\none.bpf"));

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/project_file_reader.h"
+#include "core/signal.h"
+
+namespace gorbex {
+
+/// Gathers what was wrong with the projects that a command read, so that a window can tell of it in
+/// one message.
+class ProjectFindings {
+ public:
+  /// The reader must outlive the findings.
+  explicit ProjectFindings(ProjectFileReader& reader);
+
+  /// Announces everything gathered since the last call; nothing when every project was sound. Gives
+  /// the paths of the projects that were left out.
+  std::vector<std::string> Tell();
+
+  /// Which projects were left out, and which of the others the compiler will not load; and why.
+  Signal<std::string> told;
+
+ private:
+  struct Finding {
+    std::string path;
+    std::string reason;
+  };
+  using Findings = std::vector<Finding>;
+
+  static std::string Listed(std::string_view heading, const Findings& findings);
+
+  Findings leftOut_;
+  Findings doubtful_;
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex
