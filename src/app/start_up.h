@@ -48,7 +48,7 @@ class StartUp {
   /// What a front end without a window needs: what a killed run has left is written back; session
   /// values, registered compiler, settings and the tree's root, without log line or question.
   /// False as clsOptions::LoadSettings.
-  [[nodiscard]] bool ReadState();
+  bool ReadState();
 
  private:
   void WriteBackReplacedValues();
