@@ -477,7 +477,7 @@ TEST_F(MailServiceTest, StepsBackBehindWhatTheUserDoes) {
   EXPECT_EQ(ServiceState().substr(0, 4), "off:") << "an error switches nothing on";
 
   menu.mnuFileBuild.enabled.Set(true);
-  mail.received[0].isUnread = true;
+  mail.received = {{.body = body}};
   window.tvwProjects.Select(window.tvwProjects.Find("x)" + core));
   menu.mnuToolsInBox.Execute();
   mail.sent.clear();

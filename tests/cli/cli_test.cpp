@@ -205,10 +205,11 @@ TEST_F(CliTest, AsksForTheCompilerUntilThereIsOne) {
 }
 
 TEST_F(CliTest, SourceControlTellsWhatIsNotUnderIt) {
+  platform.files.AddFile(kIni, "[git]");
   platform.files.AddFile("C:\\Group\\Till\\mssccprj.scc", "SCC_Project_Name = \"$/Till\", AAAA");
   platform.sourceControl.files["$/Till/a.cls"] = {"1", "1", "1"};
   const auto run = [&](std::vector<std::string> arguments) {
-    arguments.insert(arguments.end(), {"--ini", "C:\\scc.ini", "--user", "me"});
+    arguments.insert(arguments.end(), {"--ini", kIni, "--user", "me"});
     return Run(arguments);
   };
   for (const char* command : {"get", "changes"}) {
@@ -307,7 +308,8 @@ TEST_F(CliTest, SavingNeverDropsProjectsThatCouldNotBeRead) {
   EXPECT_NE(shown.err.find("Till.vbp: its row of the queue is left out"), std::string::npos);
   EXPECT_EQ(Run({"references", file, Group::Path("Money")}).status, 0);
   EXPECT_EQ(Run({"graph", file}).status, 0);
-  EXPECT_EQ(Run({"changes", file, "--ini", "C:\\scc.ini", "--user", "me"}).status, 0);
+  platform.files.AddFile(kIni, "[git]");
+  EXPECT_EQ(Run({"changes", file, "--ini", kIni, "--user", "me"}).status, 0);
   for (const char* command : {"build", "get", "queue"}) {
     EXPECT_EQ(Run({command, file, "--yes"}).status, 2) << command;
   }
