@@ -85,7 +85,7 @@ void MailService::RunTick() {
     } else {
       tick->Run();
     }
-    NoteBack();
+    if (tick->SawMailbox()) NoteBack();
     FinishTick();
   } catch (const MailboxAway& reason) {
     Leave(std::move(tick), reason);

@@ -247,8 +247,6 @@ TEST(MailServers, TakeMailsFromWhomTheyKnowToWhomTheyKnow) {
     const auto error = send(c.url, c.to);
     EXPECT_EQ(error.substr(0, c.error.size()), c.error) << error;
     EXPECT_EQ(error.find("wrong"), std::string::npos) << error;
-    const auto wasPutIn = !std::filesystem::is_empty(bench.root.Path() / "outbox");
-    EXPECT_TRUE(wasPutIn) << c.error;
     if (c.envelope.empty()) continue;
     EXPECT_EQ(bench.SentFile().substr(0, c.envelope.size()), c.envelope);
     EXPECT_EQ(bench.Sent().substr(bench.Sent().find('|')), "|s|b\n.\n\n");
@@ -333,9 +331,6 @@ TEST(MailServers, TakeATokenThatIsAskedForAgainWhenItIsRefused) {
     EXPECT_NE(error.find(words), std::string::npos) << error;
     EXPECT_EQ(error.find("top-secret"), std::string::npos) << error;
   }
-  bench.mail.Open({ServerBench::Url("imap", bench.rude, "anna@") + "?auth=xoauth2&tls=none", "",
-                   "b@h.example", command});
-  EXPECT_THROW(static_cast<void>(bench.mail.Folder("Builder")), MailboxAway);
 }
 
 TEST(MailServers, ListTenThousandMailsAtOnce) {

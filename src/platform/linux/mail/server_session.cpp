@@ -1,7 +1,9 @@
 #include "platform/linux/mail/server_session.h"
 
 #include <netdb.h>
+#include <poll.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -144,6 +146,28 @@ std::vector<std::string> AddressesOf(const std::string& host) {
   return addresses;
 }
 
+/// Whether nobody listens at a place. The library tells a closed port and a silent one alike.
+bool RefusesConnections(const std::string& address, std::uint16_t port) {
+  addrinfo wanted{};
+  wanted.ai_socktype = SOCK_STREAM;
+  wanted.ai_flags = AI_NUMERICHOST;
+  addrinfo* found = nullptr;
+  if (getaddrinfo(address.c_str(), std::to_string(port).c_str(), &wanted, &found) != 0)
+    return false;
+  const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> guard(found, freeaddrinfo);
+  const int place = socket(found->ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+  if (place < 0) return false;
+  int error = ::connect(place, found->ai_addr, found->ai_addrlen) == 0 ? 0 : errno;
+  pollfd awaited{place, POLLOUT, 0};
+  constexpr int kPatience = 1000;  // milliseconds
+  if (error == EINPROGRESS && poll(&awaited, 1, kPatience) == 1) {
+    socklen_t size = sizeof(error);
+    getsockopt(place, SOL_SOCKET, SO_ERROR, &error, &size);
+  }
+  close(place);
+  return error == ECONNREFUSED;
+}
+
 std::string Trimmed(const std::string& text) {
   constexpr const char* kBlanks = " \t\r\n";
   const auto start = text.find_first_not_of(kBlanks);
@@ -210,7 +234,12 @@ void AtFirstAddress(const MailServer& server,
       continue;
     }
   }
-  connect(addresses.back());
+  try {
+    connect(addresses.back());
+  } catch (const vmime::exceptions::connection_error&) {
+    if (!RefusesConnections(addresses.back(), server.port)) throw;
+    throw vmime::exceptions::connection_error(std::strerror(ECONNREFUSED));
+  }
 }
 
 void TalkTo(const MailServer& server, const std::function<void()>& talk) {
