@@ -18,12 +18,12 @@ std::string FromWx(const wxString& text) {
 }
 
 std::string Excerpt(const std::string& text, std::size_t most) {
-  constexpr std::size_t kLongestLine = 1000;
+  constexpr std::size_t kLongestWord = 1000;
   std::string shown;
   std::size_t length = 0;
   for (const char letter : std::string_view(text).substr(0, most)) {
-    if (letter == '\n') length = 0;
-    if (++length > kLongestLine) {
+    if (letter == '\n' || letter == ' ') length = 0;
+    if (++length > kLongestWord) {
       shown += '\n';
       length = 1;
     }

@@ -14,7 +14,7 @@ namespace gorbex::ui {
 /// no path can hold, so that such a path is never found instead of being mistaken for another.
 [[nodiscard]] std::string FromWx(const wxString& text);
 
-/// At most so many bytes of a text, with lines of at most 1000: the toolkit takes minutes to lay
+/// At most so many bytes of a text, with words of at most 1000: the toolkit takes minutes to lay
 /// out a long line that it cannot break. "..." stands for the rest.
 [[nodiscard]] std::string Excerpt(const std::string& text, std::size_t most);
 

@@ -78,7 +78,7 @@ TEST_F(FormsTest, TheLogOfADayIsShownBesideTheMainWindow) {
   for (const std::string line : {"Application Started", "Second", "Third"}) {
     // The day is the only entry of the list, also when it was chosen before.
     isDropped = false;
-    user.Clicks(days);
+    user.Clicks(days, wxPoint(days.GetClientSize().x - 10, days.GetClientSize().y / 2));
     EXPECT_TRUE(User::Sees([&] { return isDropped; }));
     user.Presses(WXK_DOWN);
     user.Presses(WXK_RETURN);
