@@ -14,7 +14,7 @@ bool ShutDown::Form_QueryUnload() {
   bool closes = true;
   const bool finished =
       Procedure(uses_.report, ": frmBuilder.Form_QueryUnload").Run([&](Procedure& on) {
-        closes = ChangesAreSafe(on);
+        closes = uses_.buildProject.OfferToSave(on);
         if (!closes) return;
         StoreState(on);
         on([&] { uses_.log.WriteLog("Quitting Application"); });
@@ -48,18 +48,6 @@ void ShutDown::AskToStop() {
   uses_.mail.EndTick();
   // A lone program is given its time; the next attempt offers to end it.
   if (uses_.run.Running()) uses_.run.mnuFileStop_Click();
-}
-
-bool ShutDown::ChangesAreSafe(Procedure& on) {
-  if (!uses_.window.ProjectChanged) return true;
-  const Answer answer = on([&] {
-    return uses_.dialogs.Show(
-        {"Save your Builder project?", Buttons::YesNo, MessageIcon::Question});
-  });
-  if (answer == Answer::Cancel) return false;
-  if (answer != Answer::Yes) return true;
-  on([&] { uses_.buildProject.mnuFileSave_Click(); });
-  return !uses_.window.ProjectChanged;
 }
 
 void ShutDown::StoreState(Procedure& on) {

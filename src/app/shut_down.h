@@ -59,7 +59,6 @@ class ShutDown {
   }
   [[nodiscard]] bool Busy() const { return Builds() || uses_.session.Busy(); }
   void AskToStop();
-  [[nodiscard]] bool ChangesAreSafe(Procedure& on);
   void StoreState(Procedure& on);
 
   Uses uses_;

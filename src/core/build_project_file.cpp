@@ -196,7 +196,24 @@ bool BuildProjectFile::SaveProject(const std::string& path) {
     uses_.window.fileName = path;
     uses_.window.ProjectChanged = false;
     leftOut_.clear();
+    kept_ = FileText();
   });
+}
+
+bool BuildProjectFile::Changed() const {
+  return uses_.window.ProjectChanged || (kept_ && *kept_ != FileText());
+}
+
+bool BuildProjectFile::OfferToSave(Procedure& on) {
+  if (!Changed()) return true;
+  const Answer answer = on([&] {
+    return uses_.dialogs.Show(
+        {"Save your Builder project?", Buttons::YesNo, MessageIcon::Question});
+  });
+  if (answer == Answer::Cancel) return false;
+  if (answer != Answer::Yes) return true;
+  on([&] { mnuFileSave_Click(); });
+  return !Changed();
 }
 
 // The file is written from the tree, and what could not be read is not there.
@@ -251,23 +268,28 @@ void BuildProjectFile::SetTitle(const std::string& path) {
 bool BuildProjectFile::OpenProject(const std::string& path, UnreadRows unread) {
   const bool loaded = LoadProject(path, unread);
   SetTitle(uses_.window.fileName);
+  if (uses_.window.fileName.empty()) kept_.reset();
   if (!loaded) return false;
+  kept_ = FileText();
   uses_.window.ProjectChanged = false;
   return true;
 }
 
 void BuildProjectFile::mnuFileNew_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileNew_Click").Run([&](Procedure& on) {
+    if (!OfferToSave(on)) return;
     on([&] { uses_.window.ClearBuildProject(); });
     on([&] { SetTitle(""); });
     uses_.window.fileName.clear();
     leftOut_.clear();
     uses_.window.ProjectChanged = false;
+    kept_.reset();
   });
 }
 
 void BuildProjectFile::mnuFileOpen_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileOpen_Click").Run([&](Procedure& on) {
+    if (!OfferToSave(on)) return;
     const auto path = on([&] {
       return uses_.dialogs.OpenFile(
           {"Select a Build Project to load", "Builder Project Files (*.bpf)|*.bpf", "*.bpf"});
@@ -307,7 +329,10 @@ void BuildProjectFile::mnuFileSaveAs_Click() {
 
 void BuildProjectFile::mnuFileMRU_Click(std::size_t entry) {
   Procedure(uses_.report, ": frmBuilder.mnuFileMRU_Click").Run([&](Procedure& on) {
-    on([&] { OpenProject(uses_.window.menu.mnuFileMRU.at(entry).caption.Get()); });
+    // Saving moves the entries.
+    const std::string path =
+        on([&] { return uses_.window.menu.mnuFileMRU.at(entry).caption.Get(); });
+    if (OfferToSave(on)) on([&] { OpenProject(path); });
   });
 }
 

@@ -61,19 +61,28 @@ class BuildProjectFile {
   /// with Abort.
   bool SaveProject(const std::string& path);
 
+  /// Whether a rule says that the build project has changed, or saving would write something else
+  /// than what was last loaded or saved.
+  [[nodiscard]] bool Changed() const;
+
+  /// Offers to save what has changed. False when it is to stay open: the question was dismissed, or
+  /// the file was not saved.
+  [[nodiscard]] bool OfferToSave(Procedure& on);
+
   /// Reads the recent files into the menu.
   void ShowRecentFiles();
 
+  // These three offer to save first.
   void mnuFileNew_Click();
   void mnuFileOpen_Click();
+
+  /// `entry` counts from 0.
+  void mnuFileMRU_Click(std::size_t entry);
 
   /// A build project without a file name is saved as Save As does. Both ask before they drop
   /// projects that could not be read when the file was loaded.
   void mnuFileSave_Click();
   void mnuFileSaveAs_Click();
-
-  /// `entry` counts from 0.
-  void mnuFileMRU_Click(std::size_t entry);
 
  private:
   /// Takes one line of the file; each key has a routine of its own.
@@ -95,6 +104,7 @@ class BuildProjectFile {
 
   Uses uses_;
   std::vector<std::string> leftOut_;  ///< projects of the open file that could not be read
+  std::optional<std::string> kept_;   ///< the text of the open file; nothing while it has no file
 };
 
 }  // namespace gorbex

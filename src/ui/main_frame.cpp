@@ -69,7 +69,8 @@ MainFrame::MainFrame(Program& program)
   menus_ = std::make_unique<WindowMenus>(*this, program_.window.menu, ids_);
   // The status text is the program's; menus have no help texts to put in its place.
   SetStatusBarPane(-1);
-  SetStatusBar(new RunStatusBar(this, program_.window, program_.run.events));
+  status_ = new RunStatusBar(this, program_.window, program_.run.events);
+  SetStatusBar(status_);
   MakePanes();
   OfferCommands();
   BindData();
@@ -416,6 +417,7 @@ void MainFrame::OnIdle(wxIdleEvent& event) {
   event.Skip();
   ShowEmptyPanes();
   TellNotCompared();
+  status_->ShowUnsaved(program_.buildProject.Changed());
   const bool isCloseDue = isCloseWanted_ && !openDialogs_.Any();
   if (isCloseDue) isCloseWanted_ = false;
   if (isCloseDue || program_.shutDown.Due()) CallAfter([this] { Close(); });

@@ -15,6 +15,7 @@
 #include "ui/pane.h"
 #include "ui/project_tree.h"
 #include "ui/queue_list.h"
+#include "ui/run_status_bar.h"
 #include "ui/window_menus.h"
 
 namespace gorbex::ui {
@@ -66,6 +67,7 @@ class MainFrame : public wxFrame {
   ProjectTree* tree_ = nullptr;
   StateList* data_ = nullptr;
   QueueList* queue_ = nullptr;
+  RunStatusBar* status_ = nullptr;
   FindBar* find_ = nullptr;
   wxTimer mailTimer_;
   OpenDialogs openDialogs_;

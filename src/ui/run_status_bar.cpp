@@ -6,7 +6,7 @@
 namespace gorbex::ui {
 namespace {
 
-enum Panel { kStatus, kCount, kGauge, kTime };
+enum Panel { kStatus, kUnsaved, kCount, kGauge, kTime };
 
 }  // namespace
 
@@ -15,8 +15,8 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
       gauge_(new wxGauge(this, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize,
                          wxGA_HORIZONTAL | wxGA_SMOOTH, wxDefaultValidator, "progress")),
       timer_(this) {
-  const int widths[] = {-1, FromDIP(150), FromDIP(140), FromDIP(70)};
-  SetFieldsCount(4, widths);
+  const int widths[] = {-1, FromDIP(80), FromDIP(150), FromDIP(140), FromDIP(70)};
+  SetFieldsCount(5, widths);
   gauge_->Hide();
   SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
   subscriptions_.push_back(window.stbStatus.changed.Connect(
@@ -27,6 +27,12 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
     event.Skip();
   });
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { ShowTime(); });
+}
+
+void RunStatusBar::ShowUnsaved(bool unsaved) {
+  if (unsaved == isUnsaved_) return;
+  isUnsaved_ = unsaved;
+  SetStatusText(unsaved ? "Unsaved" : "", kUnsaved);
 }
 
 void RunStatusBar::Hear(const RunEvent& event) {

@@ -19,6 +19,9 @@ class RunStatusBar : public wxStatusBar {
  public:
   RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& events);
 
+  /// Says whether anything is not saved.
+  void ShowUnsaved(bool unsaved);
+
  private:
   void Hear(const RunEvent& event);
   void Begin(const RunStarted& run);
@@ -31,6 +34,7 @@ class RunStatusBar : public wxStatusBar {
   wxGauge* gauge_;
   wxTimer timer_;
   wxStopWatch project_;
+  bool isUnsaved_ = false;
   std::chrono::milliseconds total_{};  ///< of all projects of the run
   std::vector<Subscription> subscriptions_;
 };

@@ -186,6 +186,39 @@ TEST_F(BuildProjectFileTest, UnreadableFileKeepsWhatIsOpenAndUnwritableOneTheTit
   EXPECT_TRUE(program.window.ProjectChanged);
 }
 
+TEST_F(BuildProjectFileTest, OffersToSaveWhateverWouldBeLost) {
+  const auto core = group.Library("Core").Path();
+  const std::string text = "project=" + core + "\r\nqueue=*" + core + ",\r\n" + kSettings;
+  frmBuilder& window = program.window;
+  MainMenu& menu = window.menu;
+  const std::vector<std::function<void()>> changes = {
+      [&] { menu.mnuQueueUnMarkAll.Execute(); },
+      [&] { menu.mnuQueueEmpty.Execute(); },
+      [&] { program.options.Compatible = true; },
+      [&] { program.options.BuildPath = "D:\\"; },
+      [&] { program.options.VersionComponents = "9.9.9"; },
+      [&] { window.ProjectChanged = true; }};
+  const std::string question = "show [YesNo Question] Save your Builder project?";
+  for (const auto& change : changes) {
+    ASSERT_TRUE(Load(text));
+    EXPECT_FALSE(program.buildProject.Changed());
+    change();
+    EXPECT_TRUE(program.buildProject.Changed());
+    for (Command* command : {&menu.mnuFileNew, &menu.mnuFileOpen, &menu.mnuFileMRU[0]}) {
+      dialogs.answers = {Answer::Cancel};
+      command->Execute();
+      EXPECT_EQ(Messages(), Journal{question});
+      EXPECT_EQ(window.ProjectMembers.Count(), 1U) << "it stays open";
+    }
+    dialogs.answers = {Answer::Yes};
+    menu.mnuFileNew.Execute();
+    EXPECT_EQ(Messages(), Journal{question});
+    EXPECT_EQ(window.ProjectMembers.Count(), 0U);
+    EXPECT_FALSE(program.buildProject.Changed());
+  }
+  EXPECT_EQ(platform.files.Text("C:\\a.bpf"), text) << "the last change is not in the file";
+}
+
 TEST_F(BuildProjectFileTest, RecentFilesMoveDownAndCanHoldAPathTwice) {
   const std::vector<std::pair<std::string, std::string>> saves = {
       {"C:\\1", "C:\\1    <absent> "},           {"C:\\1", "C:\\1    <absent> "},

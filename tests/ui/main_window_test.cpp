@@ -2,6 +2,7 @@
 #include <wx/menu.h>
 #include <wx/splitter.h>
 #include <wx/stattext.h>
+#include <wx/statusbr.h>
 #include <wx/textctrl.h>
 
 #include <cstdlib>
@@ -175,11 +176,17 @@ TEST_F(MainWindowTest, AsksBeforeItClosesAndRemembersItsPlace) {
   panes->SetSashPosition(300);
   User::Waits();
   ASSERT_TRUE(User::Sees([&] { return Stands(60, wxSize(1000, 700)); })) << PlaceText();
-  program->window.ProjectChanged = true;
-  dialogs.answers = {Answer::No};
+  const auto unsaved = [&] { return frame->GetStatusBar()->GetStatusText(1); };
+  EXPECT_EQ(unsaved(), "");
+  program->window.menu.mnuQueueUnMarkAll.Execute();
+  User::Waits();
+  EXPECT_EQ(unsaved(), "Unsaved");
+  dialogs.answers = {Answer::Cancel, Answer::No};
   Asked();
+  EXPECT_FALSE(Close());
   EXPECT_TRUE(Close());
-  EXPECT_EQ(Asked(), Journal{"show [YesNo Question] Save your Builder project?"});
+  const std::string question = "show [YesNo Question] Save your Builder project?";
+  EXPECT_EQ(Asked(), (Journal{question, question}));
 
   Open(kProduct);
   EXPECT_TRUE(User::Sees([&] { return Stands(60, wxSize(1000, 700)); })) << PlaceText();
