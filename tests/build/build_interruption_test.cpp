@@ -198,7 +198,7 @@ TEST_F(BuildInterruptionTest, WritesBackNothingButWhatTheKilledRunPutThere) {
   const Case cases[] = {{line, "2", "1"},
                         {line, "0", "0"},
                         {line, "22", "22"},
-                        {line.substr(0, line.size() - 1), "2", "2"},
+                        {line.substr(0, line.size() - 3), "2", "2"},
                         {"OptimizationType\t1" + line, "2", "2"},
                         {"OptimizationType\t\t2\t" + kCore + "\tend\r\n", "2", "2"},
                         {std::string(40, '\0') + line + line, "2", "1"},

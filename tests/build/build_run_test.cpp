@@ -51,6 +51,7 @@ TEST_F(BuildRunTest, TakesEveryStepInItsOrder) {
   dialogs.answers = {Answer::Yes};
   platform.events.onEvents = [&] { platform.journal.emplace_back("events"); };
   const std::string before = platform.files.Text(kShop);
+  const std::string note = platform.programFolder + "\\gorbexbuilder.replaced";
 
   EXPECT_EQ(Build(),
             (Journal{"timer False",
@@ -70,6 +71,7 @@ TEST_F(BuildRunTest, TakesEveryStepInItsOrder) {
                      "status Building " + kShop,
                      "log Breaking compatability on " + kShop,
                      "write " + kShop,
+                     "write " + note,
                      "write " + kShop,
                      "write " + kShop,
                      "attributes " + kShop + " 32",
@@ -88,6 +90,7 @@ TEST_F(BuildRunTest, TakesEveryStepInItsOrder) {
                      "icon " + kShop + " buildok",
                      "write " + kShop,
                      "write " + kShop,
+                     "remove " + note,
                      "enabled mnuFileGenScript True",
                      "show [YesNo Question GorbexBuilder] Built 1 components. Do you want to "
                      "auto-launch your VBP test project?",
