@@ -16,6 +16,7 @@
 #include "platform/code_page.h"
 #include "platform/event_pump.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_path.h"
 
 namespace gorbex::standin {
 namespace {
@@ -39,10 +40,10 @@ Foundation FoundationOf() {
 int RunMake(Host& host, PlatformServices services, const CommandLine& line) {
   const auto folder = host.CurrentFolder();
   const auto outputFolder =
-      line.outputFolder.empty() ? std::string() : Absolute(line.outputFolder, folder);
-  const auto result = Make(services.files, services.registry, Absolute(line.project, folder),
+      line.outputFolder.empty() ? std::string() : ResolvedPath(folder, line.outputFolder);
+  const auto result = Make(services.files, services.registry, ResolvedPath(folder, line.project),
                            outputFolder, FoundationOf());
-  AppendResult(services.files, Absolute(line.resultLog, folder), result.lines);
+  AppendResult(services.files, ResolvedPath(folder, line.resultLog), result.lines);
   return result.built ? kDone : kFailed;
 }
 
@@ -62,7 +63,7 @@ int Perform(const CommandLine& line) {
   const auto services = host.Services(events);
   if (line.task == Task::Make) return RunMake(host, services, line);
   if (line.task == Task::Install) return RunInstall(host, services);
-  const auto project = Absolute(line.project, host.CurrentFolder());
+  const auto project = ResolvedPath(host.CurrentFolder(), line.project);
   std::cout << "Would run the program of '" << ToUtf8(project) << "'\n";
   return kDone;
 }

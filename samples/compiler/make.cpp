@@ -27,6 +27,7 @@
 #include "platform/component/component_keys.h"
 #include "platform/component/library_file.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_path.h"
 
 namespace gorbex::standin {
 namespace {
@@ -46,9 +47,9 @@ class Build {
         registry_(registry),
         project_(project),
         foundation_(foundation),
-        folder_(
-            Absolute(outputFolder.empty() ? project.outputFolder : outputFolder, project.folder)),
-        output_(Absolute(project.exeName, folder_)) {}
+        folder_(ResolvedPath(project.folder,
+                             outputFolder.empty() ? project.outputFolder : outputFolder)),
+        output_(ResolvedPath(folder_, project.exeName)) {}
 
   std::optional<Fault> Run() {
     for (const auto& item : project_.items) {
@@ -56,7 +57,7 @@ class Build {
     }
     for (const auto& item : project_.items) {
       if (!item.IsSource()) continue;
-      const auto path = Absolute(item.value, project_.folder);
+      const auto path = ResolvedPath(project_.folder, item.value);
       if (auto fault = CheckCode(path)) return fault;
       if (!IsComponent(project_.type)) continue;
       if (item.kind == ProjectItem::Kind::Source) AddEnums(ReadDeclarations(files_.Read(path)));
@@ -71,7 +72,7 @@ class Build {
     if (!item.IsSource()) {
       return CheckReference(files_, registry_, project_, item);
     }
-    const auto path = Absolute(item.value, project_.folder);
+    const auto path = ResolvedPath(project_.folder, item.value);
     return FileExists(files_, path) ? std::nullopt : std::optional(FileNotFound(path));
   }
 
@@ -157,7 +158,7 @@ class Build {
   std::optional<TypeLibrary> KeptLibrary() const {
     const auto& named = project_.compatibleFile;
     if (!named.empty()) {
-      if (auto found = TypeLibraryOf(files_, Absolute(named, project_.folder))) return found;
+      if (auto found = TypeLibraryOf(files_, ResolvedPath(project_.folder, named))) return found;
     }
     return TypeLibraryOf(files_, output_);
   }

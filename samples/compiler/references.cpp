@@ -8,6 +8,7 @@
 #include "compiler/windows_path.h"
 #include "platform/code_page.h"
 #include "platform/component/library_file.h"
+#include "platform/windows_path.h"
 
 namespace gorbex::standin {
 namespace {
@@ -73,7 +74,7 @@ std::optional<Fault> CheckRegistered(const FileReader& files, const RegistryRead
                                      const Project& project, const LibraryReference& library) {
   const auto registered = RegisteredFile(registry, library.guid, library.version);
   if (registered && FileExists(files, LibraryFile(*registered))) return std::nullopt;
-  return CouldNotBeLoaded(registered.value_or(Absolute(library.file, project.folder)));
+  return CouldNotBeLoaded(registered.value_or(ResolvedPath(project.folder, library.file)));
 }
 
 }  // namespace
@@ -103,7 +104,7 @@ std::optional<TypeLibrary> LibraryOf(const FileReader& files, const RegistryRead
 std::optional<Fault> CheckReference(const FileReader& files, const RegistryReader& registry,
                                     const Project& project, const ProjectItem& item) {
   if (const auto other = ProjectReference(item.value)) {
-    const auto path = Absolute(*other, project.folder);
+    const auto path = ResolvedPath(project.folder, *other);
     return FileExists(files, path) ? std::nullopt : std::optional(FileNotFound(path));
   }
   const auto library = Named(item);

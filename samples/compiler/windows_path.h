@@ -5,9 +5,6 @@
 
 namespace gorbex::standin {
 
-/// The path seen from a folder, with "." and ".." resolved. Absolute paths keep their root.
-[[nodiscard]] std::string Absolute(std::string_view path, std::string_view folder);
-
 [[nodiscard]] std::string FolderOf(std::string_view path);
 [[nodiscard]] std::string FileNameOf(std::string_view path);
 

@@ -7,10 +7,10 @@
 #include <unordered_map>
 
 #include "core/file_tools.h"
-#include "core/group_file.h"
 #include "core/procedure.h"
 #include "core/reference_value.h"
 #include "platform/code_page.h"
+#include "platform/windows_path.h"
 
 namespace gorbex {
 namespace {

@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_path.h"
 
 namespace gorbex {
 namespace {
@@ -44,30 +45,6 @@ void SortIgnoringCase(std::vector<std::string>& paths) {
 }
 
 }  // namespace
-
-std::string ResolvedPath(std::string_view folder, std::string_view path) {
-  constexpr std::string_view kShare = "\\\\";
-  const bool hasDrive = path.find(':') == 1 && path[0] != '\\';
-  const bool isWhole = hasDrive || path.starts_with(kShare);
-  const bool isShare = (isWhole ? path : folder).starts_with(kShare);
-  // What ".." does not leave: a drive, or behind two empty parts a server and its share.
-  const std::size_t fixed = isShare ? 4 : 1;
-  std::vector<std::string_view> parts;
-  if (!isWhole) parts = Split(folder, '\\');
-  if (isWhole && isShare) parts.resize(2);
-  if (!isWhole && path.starts_with('\\')) parts.resize(std::min(parts.size(), fixed));
-  for (const auto part : Split(path, '\\')) {
-    if (part == "..") {
-      if (parts.size() > fixed) parts.pop_back();
-    } else if (!part.empty() && part != ".") {
-      parts.push_back(part);
-    }
-  }
-  std::string resolved;
-  for (std::size_t i = 0; i < parts.size(); ++i)
-    resolved.append(i == 0 ? "" : "\\").append(parts[i]);
-  return resolved;
-}
 
 std::vector<std::string> ProjectsInGroup(const std::string& groupPath, std::string_view text) {
   const std::string folder = StripPath(groupPath);

@@ -27,9 +27,6 @@ struct FoundProjects {
 /// FileReader::List for the folder itself; a folder below it that cannot be read is passed over.
 [[nodiscard]] FoundProjects ProjectsInFolder(const FileReader& files, const std::string& folder);
 
-/// A path with "." and ".." resolved; a relative one starts from the folder.
-[[nodiscard]] std::string ResolvedPath(std::string_view folder, std::string_view path);
-
 /// A text whose line feeds all have a carriage return before them.
 [[nodiscard]] std::string WithCrLf(std::string_view text);
 

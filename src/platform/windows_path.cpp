@@ -19,20 +19,29 @@ bool IsLetter(char character) {
   return lower >= 'a' && lower <= 'z';
 }
 
+bool HasDrive(std::string_view text) {
+  return text.size() >= 2 && IsLetter(text[0]) && text[1] == ':';
+}
+
 // Takes the part that names a drive or a share off the front.
 ParsedPath TakeStart(std::string_view& text) {
   ParsedPath path;
-  if (text.size() >= 2 && IsLetter(text[0]) && text[1] == ':') {
+  if (HasDrive(text)) {
     path.start = ParsedPath::Start::Drive;
     path.drive = LowerCase(text[0]);
     text.remove_prefix(2);
   } else if (text.size() >= 2 && IsSeparator(text[0]) && IsSeparator(text[1])) {
     path.start = ParsedPath::Start::Share;
-  } else if (IsSeparator(text.front())) {
+  } else if (!text.empty() && IsSeparator(text.front())) {
     path.start = ParsedPath::Start::Drive;
     path.drive = 'c';
   }
   return path;
+}
+
+// How many names ".." does not take away: a server and its share.
+std::size_t FixedNames(const ParsedPath& path) {
+  return path.start == ParsedPath::Start::Share ? 2 : 0;
 }
 
 void AddName(ParsedPath& path, std::string_view name) {
@@ -41,11 +50,18 @@ void AddName(ParsedPath& path, std::string_view name) {
     path.names.push_back(name);
     return;
   }
-  const std::size_t fixed = path.start == ParsedPath::Start::Share ? 2 : 0;
-  if (path.names.size() > fixed) {
+  if (path.names.size() > FixedNames(path)) {
     path.names.pop_back();
   } else if (path.start == ParsedPath::Start::CurrentFolder) {
     ++path.levelsUp;
+  }
+}
+
+void AddNames(ParsedPath& path, std::string_view text) {
+  while (!text.empty()) {
+    const auto end = std::min(text.find_first_of(kSeparators), text.size());
+    AddName(path, text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
   }
 }
 
@@ -79,14 +95,31 @@ std::optional<ParsedPath> ParseWindowsPath(std::string_view text) {
   for (const char character : text) {
     if (!IsSeparator(character) && !IsNameCharacter(character)) return std::nullopt;
   }
-  text = Trimmed(text);
   path.names.reserve(8);
-  while (!text.empty()) {
-    const auto end = std::min(text.find_first_of(kSeparators), text.size());
-    AddName(path, text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
+  AddNames(path, Trimmed(text));
   return path;
+}
+
+std::string ResolvedPath(std::string_view folder, std::string_view path) {
+  auto names = path;
+  ParsedPath resolved = TakeStart(names);
+  const bool atTop = resolved.start == ParsedPath::Start::Drive && !HasDrive(path);
+  const bool isRelative = atTop || resolved.start == ParsedPath::Start::CurrentFolder;
+  const bool fromFolder = isRelative && !folder.empty();
+  const auto start = fromFolder ? folder : path;
+  std::string text(start.substr(0, HasDrive(start) ? 2 : 0));
+  if (fromFolder) {
+    resolved = TakeStart(folder);
+    AddNames(resolved, folder);
+    if (atTop) resolved.names.resize(std::min(resolved.names.size(), FixedNames(resolved)));
+  }
+  AddNames(resolved, names);
+  if (resolved.start == ParsedPath::Start::Drive) text += "\\";
+  if (resolved.start == ParsedPath::Start::Share) text += "\\\\";
+  for (auto level = resolved.levelsUp; level > 0; --level) text += "..\\";
+  for (const auto name : resolved.names) text.append(name).append("\\");
+  if (!resolved.names.empty() || resolved.levelsUp > 0) text.pop_back();
+  return text;
 }
 
 }  // namespace gorbex

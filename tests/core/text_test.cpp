@@ -1,9 +1,12 @@
 #include "core/text.h"
 
+#include <array>
+
 #include <gtest/gtest.h>
 
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_path.h"
 
 namespace gorbex::test {
 namespace {
@@ -57,6 +60,25 @@ TEST(Text, FlagsAreWordsOrNumbers) {
           {"1x", kError},
           {"inf", kError},
           {"nan", kError}});
+}
+
+TEST(WindowsPath, IsResolvedFromAFolderAndStaysInItsDriveOrShare) {
+  using Case = std::array<std::string, 3>;
+  for (const auto& [folder, path, resolved] :
+       {Case{"C:\\A\\B", "..\\.\\c/d.vbp", "C:\\A\\c\\d.vbp"},
+        {"C:\\A", "..\\..\\..", "C:\\"},
+        {"C:", "x", "C:\\x"},
+        {"C:\\A", "d:\\\\x\\", "d:\\x"},
+        {"D:\\A", "\\x", "D:\\x"},
+        {"\\\\s\\h\\A", "..\\..\\..\\x", "\\\\s\\h\\x"},
+        {"\\\\s\\h\\A\\B", "/x", "\\\\s\\h\\x"},
+        {"C:\\A", "\\\\s\\h\\..\\x", "\\\\s\\h\\x"},
+        {"", "a\\..\\..\\x", "..\\x"},
+        {"", "", ""},
+        {"C:\\A", "", "C:\\A"},
+        {"", "\\x", "\\x"}}) {
+    EXPECT_EQ(ResolvedPath(folder, path), resolved) << folder << " and " << path;
+  }
 }
 
 TEST(CodePage, EveryByteSurvivesUtf8AndCase) {

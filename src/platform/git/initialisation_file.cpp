@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <string_view>
-#include <vector>
 
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_path.h"
 
 namespace gorbex {
 namespace {
@@ -94,30 +94,6 @@ std::optional<GitSettings> Parse(std::string_view text) {
   return settings;
 }
 
-bool IsAbsolute(std::string_view path) {
-  return path.starts_with('\\') || (path.size() > 1 && path[1] == ':');
-}
-
-// "C:\A\B\..\.\C" as "C:\A\C", with no "\" at the end but a drive's own. ".." leaves neither a
-// drive nor a server's share.
-std::string Resolved(const std::string& path) {
-  const bool isShare = path.starts_with("\\\\");
-  const std::size_t start = isShare ? 2 : path.find('\\') + 1;
-  const std::size_t fixed = isShare ? 2 : 0;
-  std::vector<std::string_view> names;
-  std::string_view rest = std::string_view(path).substr(start);
-  while (!rest.empty()) {
-    const auto name = rest.substr(0, rest.find('\\'));
-    rest.remove_prefix(std::min(name.size() + 1, rest.size()));
-    if (name == ".." && names.size() > fixed) names.pop_back();
-    if (!name.empty() && name != "." && name != "..") names.push_back(name);
-  }
-  std::string resolved = path.substr(0, start);
-  for (std::size_t i = 0; i < names.size(); ++i)
-    resolved.append(i > 0 ? "\\" : "").append(names[i]);
-  return resolved;
-}
-
 }  // namespace
 
 std::optional<GitSettings> ReadGitSettings(const FileReader& files, const std::string& path,
@@ -131,12 +107,7 @@ std::optional<GitSettings> ReadGitSettings(const FileReader& files, const std::s
   auto& worktree = settings->worktree;
   const bool isOfHost = worktree.starts_with('/') && !worktree.starts_with("//");
   if (isOfHost && hostPath) worktree = hostPath(ToUtf8(worktree));
-  std::replace(worktree.begin(), worktree.end(), '/', '\\');
-  if (!IsAbsolute(worktree)) {
-    worktree.insert(0, path.substr(0, path.find_last_of("\\/") + 1));
-    std::replace(worktree.begin(), worktree.end(), '/', '\\');
-  }
-  if (IsAbsolute(worktree)) worktree = Resolved(worktree);
+  worktree = ResolvedPath(path.substr(0, path.find_last_of("\\/") + 1), worktree);
   return settings;
 }
 
