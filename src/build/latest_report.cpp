@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kMostNamed = 10;
 
-void AddLine(std::string& text, const std::string& line) {
+void AddReportLine(std::string& text, const std::string& line) {
   if (!text.empty()) text += kLineBreak;
   text += line;
 }
@@ -29,16 +29,16 @@ void LatestReport::Add(const std::string& path, const LatestResult& result) {
 std::string LatestReport::Text() const {
   std::string text;
   for (const auto& [problem, projects] : failures_) {
-    AddLine(text,
-            "The latest sources of these projects were not got; they were built as they are:");
+    AddReportLine(
+        text, "The latest sources of these projects were not got; they were built as they are:");
     const std::size_t named = std::min(projects.size(), kMostNamed);
-    for (std::size_t i = 0; i < named; ++i) AddLine(text, projects[i]);
+    for (std::size_t i = 0; i < named; ++i) AddReportLine(text, projects[i]);
     if (projects.size() > named) {
-      AddLine(text, "and " + std::to_string(projects.size() - named) + " more");
+      AddReportLine(text, "and " + std::to_string(projects.size() - named) + " more");
     }
-    AddLine(text, "Reason: " + problem);
+    AddReportLine(text, "Reason: " + problem);
   }
-  for (const auto& line : toDo_) AddLine(text, line);
+  for (const auto& line : toDo_) AddReportLine(text, line);
   return text;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/header_fields.h"
 #include "platform/linux/mail/mail_header.h"
 #include "platform/linux/mail/mail_message.h"
+#include "platform/mail_address.h"
 #include "tests/fuzz/target.h"
 
 namespace gorbex::test {
