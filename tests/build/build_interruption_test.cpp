@@ -182,7 +182,7 @@ TEST_F(BuildInterruptionTest, IsPutRightByTheNextStartWhenItWasKilled) {
   next.start.Form_Load();
   const std::string told =
       "Wrote back the debug values of " + kCore + ", which a build that was killed had left";
-  EXPECT_EQ(Only(Steps(), {"show"}), Journal{"show " + told});
+  EXPECT_EQ(Only(Steps(), {"show Wrote"}), Journal{"show " + told});
   EXPECT_NE(platform.files.Text(next.log.FileOf(next.log.Today())).find(told), std::string::npos);
   EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=1\r\nCodeViewDebugInfo=0\r\n"),
             std::string::npos);

@@ -75,7 +75,7 @@ TEST_F(StartUpTest, ACompilerChosenForABuildChangesNothingElse) {
   program.options.ChangeRefs = true;
   program.window.compilerPath.clear();
   dialogs.choices = {"D:\\VB6.EXE"};
-  EXPECT_EQ(Only(Build(), {"log", "open", "start D:"}),
+  EXPECT_EQ(Only(Build(), {"log", "open", "start"}),
             (Journal{"log Build Started",
                      "open Please enter path to Visual Basic executable file|Executables "
                      "(*.exe)|*.exe|",
@@ -192,7 +192,7 @@ TEST_F(ShutDownTest, EndsWithTheUsersSessionAndAsksNobody) {
     program.shutDown.SessionEnds();
     EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=1\r\n"), std::string::npos)
         << "the program may not live to the end of the run";
-    EXPECT_EQ(Only(Steps(), {"show", "log Quit"}), Journal{"log Quitting Application"});
+    EXPECT_EQ(Only(Steps(), {"show", "log Quitting"}), Journal{"log Quitting Application"});
   };
   EXPECT_EQ(Only(Build(), {"start"}), Journal{});
   EXPECT_TRUE(isOver);

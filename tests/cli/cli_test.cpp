@@ -74,7 +74,7 @@ TEST_F(CliTest, TheBarIsErasedOnEveryConsole) {
   ASSERT_NE(till, std::string::npos);
   const auto erased = bars.find('\r', till);
   const std::size_t width = erased - bars.rfind('\r', till) - 1;
-  EXPECT_EQ(bars.substr(erased), "\r" + std::string(width, ' ') + "\r");
+  EXPECT_EQ(bars.substr(erased, width + 2), "\r" + std::string(width, ' ') + "\r");
 }
 
 TEST_F(CliTest, RegisteringThatFailsSaysWhyNearlyAlways) {

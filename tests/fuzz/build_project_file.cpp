@@ -29,10 +29,9 @@ std::string Saved(MemoryProgram& made) {
   return made.platform.files.Text(kPath);
 }
 
-std::string OpenedAndSaved(MemoryProgram& made, const std::string& text) {
+bool Opened(MemoryProgram& made, const std::string& text) {
   made.platform.files.AddFile(kPath, text);
-  Require(made.program.buildProject.OpenProject(kPath), "errors are passed over");
-  return Saved(made);
+  return made.program.buildProject.OpenProject(kPath);
 }
 
 /// The projects of the queue, each with the one it depends on.
@@ -72,8 +71,13 @@ void RequireArranged(const Queue& before, const Queue& after) {
 void ReadInput(std::string_view input) {
   MemoryProgram made;
   AddProjects(made.platform.files);
-  const std::string saved = OpenedAndSaved(made, std::string(input));
-  Require(OpenedAndSaved(made, saved) == saved, "a file that was saved is opened as it was");
+  if (!Opened(made, std::string(input))) {
+    Require(made.platform.files.Text(kPath) == input, "a file that is refused stays as it is");
+    return;
+  }
+  const std::string saved = Saved(made);
+  Require(Opened(made, saved), "a file that was saved can be opened");
+  Require(Saved(made) == saved, "a file that was saved is opened as it was");
 
   const auto before = QueueOf(made);
   made.program.window.menu.mnuQueueArrange.Execute();
