@@ -16,21 +16,26 @@ bool NamesComponent(const std::string& reference, const std::string& exeName) {
 
 }  // namespace
 
-void ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
+bool ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
+  bool isDone = false;
   Procedure(report_, ": frmBuilder.UpdateProjectReferences").Run([&](Procedure& on) {
     // Copies, since an error report lets other commands run that may change model and queue.
     const auto project =
         on([&] { return std::make_optional(window_.ProjectMembers.Item(projectKey)); });
     if (!project.has_value()) return;
+    bool isWritten = true;
     std::vector<Change> changes;
     for (const std::string& earlier : ProjectsAbove(projectKey)) {
-      FollowProject(on, *project, earlier, changes);
+      isWritten = FollowProject(on, *project, earlier, changes) && isWritten;
     }
-    if (changes.empty()) return;
     for (const std::string& file : project->Members) {
-      on([&] { ReplaceAll(file, changes, &FileSystem::WriteUnsynced); });
+      if (changes.empty()) break;
+      isWritten =
+          on([&] { return ReplaceAll(file, changes, &FileSystem::WriteUnsynced); }) && isWritten;
     }
+    isDone = isWritten;
   });
+  return isDone;
 }
 
 std::vector<std::string> ReferenceUpdate::ComponentsWithoutIdentity(
@@ -60,10 +65,11 @@ std::vector<std::string> ReferenceUpdate::ProjectsAbove(const std::string& proje
   return above;
 }
 
-void ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
+bool ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
                                     const std::string& earlier, std::vector<Change>& changes) {
   const std::string exeName = on([&] { return window_.ProjectMembers.Item(earlier).EXEName; });
-  if (exeName.empty()) return;
+  if (exeName.empty()) return true;
+  bool isWritten = true;
   for (const std::string& entry : project.Refs) {
     if (!NamesComponent(entry, exeName)) continue;
     const std::string oldGuid(GetGUID(entry));
@@ -71,9 +77,13 @@ void ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
         on([&] { return std::make_optional(RegisteredIdentity(ComponentFile(exeName))); });
     if (!newGuid.has_value() || *newGuid == oldGuid) continue;
     changes.emplace_back(oldGuid, *newGuid);
-    if (!on([&] { return ReplaceInFile(project.path, oldGuid, *newGuid); })) continue;
+    if (!on([&] { return ReplaceInFile(project.path, oldGuid, *newGuid); })) {
+      isWritten = false;
+      continue;
+    }
     on([&] { window_.ProjectMembers.ReplaceInReferences(project.path, oldGuid, *newGuid); });
   }
+  return isWritten;
 }
 
 std::string ReferenceUpdate::ComponentFile(const std::string& exeName) const {

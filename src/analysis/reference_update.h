@@ -27,8 +27,9 @@ class ReferenceUpdate {
 
   /// Replaces, in the project's file and in its forms and modules, the type-library identities of
   /// the projects that stand above it in the queue by those registered now. A component whose
-  /// identity cannot be read has an empty one. The project's record follows its file.
-  void UpdateProjectReferences(const std::string& projectKey);
+  /// identity cannot be read has an empty one. The project's record follows its file. False when a
+  /// file could not be rewritten.
+  bool UpdateProjectReferences(const std::string& projectKey);
 
   using IsComing = std::function<bool(const std::string& projectKey)>;
 
@@ -50,7 +51,7 @@ class ReferenceUpdate {
 
   bool ReplaceAll(const std::string& file, const std::vector<Change>& changes, Writing write);
   [[nodiscard]] std::vector<std::string> ProjectsAbove(const std::string& projectKey) const;
-  void FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
+  bool FollowProject(Procedure& on, const clsMember& project, const std::string& earlier,
                      std::vector<Change>& changes);
   [[nodiscard]] std::string ComponentFile(const std::string& exeName) const;
   [[nodiscard]] std::string RegisteredIdentity(const std::string& componentFile) const;

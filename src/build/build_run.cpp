@@ -57,11 +57,16 @@ void BuildRun::mnuFileBuild_Click() {
       uses_.dialogs.answered.Connect([&](const Message& message, Answer answer) {
         events.Emit(QuestionAnswered{message, answer});
       });
+  unamended_.clear();
+  const Subscription failures = uses_.values.failed.Connect(
+      [&](const std::string& path, const RuntimeError&) { NoteUnamended(path); });
   Procedure(uses_.report, ": frmBuilder.mnuFileBuild_Click").Run([&](Procedure& on) {
     result = Run(on, counters);
   });
+  if (!unamended_.empty() && !ending_) TellUnamended();
   running_ = launched_ = false;
-  events.Emit(RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start});
+  events.Emit(
+      RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start, unamended_});
 }
 
 void BuildRun::mnuFileStop_Click() {
@@ -255,7 +260,8 @@ void BuildRun::UpdateReferences(Procedure& on, const std::string& path) {
     on([&] { uses_.log.WriteLog("References of " + path + " left as they are"); });
     return;
   }
-  on([&] { uses_.references.UpdateProjectReferences(path); });
+  const bool isUpdated = on([&] { return uses_.references.UpdateProjectReferences(path); });
+  if (!isUpdated) NoteUnamended(path);
   on([&] { uses_.log.WriteLog("Updating References on " + path); });
 }
 
@@ -343,6 +349,18 @@ bool BuildRun::AskToGoOn(const std::string& path) {
 void BuildRun::TellOfLatest(Procedure& on) {
   const std::string text = gets_.Text();
   if (!text.empty() && !ending_) on([&] { Tell(text); });
+}
+
+void BuildRun::NoteUnamended(const std::string& path) {
+  const bool isKnown = std::find(unamended_.begin(), unamended_.end(), path) != unamended_.end();
+  if (!isKnown) unamended_.push_back(path);
+}
+
+void BuildRun::TellUnamended() {
+  std::string text =
+      "These project files could not be changed, and hold other values than asked for:";
+  for (const std::string& path : unamended_) text.append(kLineBreak).append(path);
+  uses_.dialogs.Show({text, Buttons::Ok, MessageIcon::Exclamation});
 }
 
 void BuildRun::Tell(const std::string& text) {

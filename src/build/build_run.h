@@ -112,10 +112,13 @@ class BuildRun {
   void Summarise(Procedure& on, const Counters& counters);
   void OfferAutoLaunch(Procedure& on, const Counters& counters);
   void TellOfLatest(Procedure& on);
+  void NoteUnamended(const std::string& path);
+  void TellUnamended();
   void Tell(const std::string& text);
   [[nodiscard]] bool DebugBuildIsOn() const;
 
   Uses uses_;
+  std::vector<std::string> unamended_;  ///< by the present or the last run
   bool running_ = false;
   bool stopping_ = false;
   bool launched_ = false;  ///< the run is at its test project

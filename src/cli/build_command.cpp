@@ -180,7 +180,7 @@ ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
   }
   const RunEnded& end = record.End();
   if (end.result == RunResult::KeptReferences) return ExitStatus::Unusable;
-  const bool done = end.result == RunResult::Finished && end.errors == 0 &&
+  const bool done = end.result == RunResult::Finished && end.errors == 0 && end.unamended.empty() &&
                     std::none_of(projects.begin(), projects.end(),
                                  [](const auto& each) { return each.IsNotGot(); });
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;

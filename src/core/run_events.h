@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "core/dialogs.h"
 #include "core/latest_source.h"
@@ -66,6 +67,7 @@ struct RunEnded {
   int built;
   int errors;
   std::chrono::milliseconds duration;
+  std::vector<std::string> unamended{};  ///< project files that could not be changed as asked
 };
 
 using RunEvent = std::variant<RunStarted, ProjectStarted, StepStarted, LatestGot, LogLine,

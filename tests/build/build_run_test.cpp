@@ -39,6 +39,25 @@ class BuildRunTest : public BuildFixture {
   }
 };
 
+TEST_F(BuildRunTest, NamesTheProjectsThatItCouldNotChange) {
+  Load({"Base", "Core", "Last"});
+  program.options.VersionComponents = "1.2.4";
+  std::vector<std::string> unamended;
+  const Subscription listening = program.run.events.Connect([&](const RunEvent& event) {
+    if (const auto* ended = std::get_if<RunEnded>(&event)) unamended = ended->unamended;
+  });
+  Build();
+  EXPECT_EQ(unamended, std::vector<std::string>{});
+
+  platform.files.SetAttributes(kCore, file_attribute::kReadOnly);
+  const std::string told =
+      "show [Ok Exclamation] These project files could not be changed, and hold other values than "
+      "asked for:\r\n" +
+      kCore;
+  EXPECT_EQ(Only(Build(), {"show"}), (Journal{"show Built 3 components.", told}));
+  EXPECT_EQ(unamended, std::vector<std::string>{kCore});
+}
+
 TEST_F(BuildRunTest, TakesEveryStepInItsOrder) {
   LoadShop();
   clsOptions& options = program.options;
