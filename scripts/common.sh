@@ -8,8 +8,9 @@ build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.
 screen_packages="xvfb openbox xdotool"
 package_packages="dpkg-dev file"
 bench_packages="make gnuplot-nox python3"
-test_packages="libgtest-dev git python3 valgrind dovecot-imapd openssl clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-14 libxml2-utils g++-mingw-w64-i686-posix
-  binutils-mingw-w64-x86-64 mingw-w64-tools $screen_packages $package_packages"
+test_packages="libgtest-dev git python3 valgrind dovecot-imapd openssl libxml2-utils binutils-mingw-w64-i686
+  binutils-mingw-w64-x86-64 mingw-w64-tools $screen_packages"
+clang_packages="clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-14"
 
 say() { printf '\n== %s\n' "$1"; }
 

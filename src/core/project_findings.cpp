@@ -30,7 +30,9 @@ std::vector<std::string> ProjectFindings::Tell() {
 std::string ProjectFindings::Listed(std::string_view heading, const Findings& findings) {
   if (findings.empty()) return {};
   std::vector<std::string> lines;
-  for (const auto& [path, reason] : findings) lines.push_back(path + ": " + reason);
+  for (const auto& [path, reason] : findings) {
+    lines.push_back(std::string(path).append(": ").append(reason));
+  }
   std::string text(heading);
   return text.append(kLineBreak).append(ShortList(lines)).append(kLineBreak);
 }

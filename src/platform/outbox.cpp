@@ -49,7 +49,9 @@ std::optional<std::string> TakeValue(std::string_view& text, std::string_view na
 std::optional<WaitingMail> Parsed(std::string_view bytes) {
   WaitingMail mail;
   const auto from = TakeValue(bytes, kFrom);
-  while (auto to = TakeValue(bytes, kTo)) mail.to.push_back(std::move(*to));
+  for (auto to = TakeValue(bytes, kTo); to.has_value(); to = TakeValue(bytes, kTo)) {
+    mail.to.push_back(to.value());
+  }
   const auto length = TakeValue(bytes, kLength);
   if (!from || mail.to.empty() || !length) return std::nullopt;
   std::size_t size = 0;
@@ -66,7 +68,7 @@ std::string ReadFile(const fs::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::string Padded(std::string number) {
+std::string Padded(const std::string& number) {
   constexpr std::size_t kDigits = 20;
   return std::string(kDigits - std::min(kDigits, number.size()), '0') + number;
 }
