@@ -115,10 +115,13 @@ FunctionEnd
 ; be used, and then takes another.
 Function .onInit
   ${If} ${Silent}
+    ; In quotes together with the folder, "/D=" is no option to the system.
     System::Call "kernel32::GetCommandLineW() t .r1"
-    ClearErrors
-    ${GetOptions} $1 "/D=" $0
-    ${IfNot} ${Errors}
+    System::Call "shlwapi::StrStrIW(t r1, t '/D=') t .r0"
+    StrCpy $2 $0 3
+    StrCpy $0 $0 "" 3
+    ${If} $2 == "/D="
+    ${AndIf} $0 != ""
     ${AndIf} $0 != $INSTDIR
     ${AndIf} $0 != "$INSTDIR\"
       !insertmacro Refuse "The folder of /D= cannot be used. It is written as it is, without quotes: $0"
