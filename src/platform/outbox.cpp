@@ -158,9 +158,11 @@ std::vector<std::string> Outbox::Deliver(const Send& send) {
   const auto turn = uses_.takeTurn(uses_.folder / "turn.lock");
   if (turn == nullptr) return news;
   const auto entries = Waiting();
+  const auto isDue = [this](const Entry& entry) { return IsDue(entry); };
+  // A server that is back has time for all. The first one finds out.
+  const bool areAllDue = isServerAway_ && std::any_of(entries.begin(), entries.end(), isDue);
   for (const auto& entry : entries) {
-    // A server that is back has time for all.
-    if (!IsDue(entry) && !isServerAway_) continue;
+    if (!areAllDue && !isDue(entry)) continue;
     const auto outcome = DeliverOne(entry, send, news);
     isServerAway_ = outcome == Delivery::Outcome::ServerAway;
     if (!isServerAway_) continue;

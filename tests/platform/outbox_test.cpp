@@ -26,8 +26,8 @@ class OutboxTest : public testing::Test {
   }
 
   void Put(const std::string& text, const std::string& smaller = "") {
-    outbox.Put({"b@h.example", {text + "@y.example"}, text, smaller});
     now += 1s;
+    outbox.Put({"b@h.example", {text + "@y.example"}, text, smaller});
   }
 
   /// One round; what the server was given, each text once for each try.
@@ -53,7 +53,8 @@ class OutboxTest : public testing::Test {
   [[nodiscard]] std::size_t FailedMails() const { return Count("outbox/failed", ".eml"); }
 
   TemporaryFolder root;
-  std::chrono::system_clock::time_point now = std::chrono::system_clock::now();
+  std::chrono::system_clock::time_point now =
+      std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
   bool isTaken = false;
   Outbox outbox{Uses()};
   std::map<std::string, Outcome> answers;  ///< empty: the server takes everything
@@ -118,6 +119,7 @@ TEST_F(OutboxTest, SetsAsideWhatWillNeverBeTaken) {
   Put("huge");
   Put("big", "small");
   std::ofstream(root.Path() / "outbox" / "1-1.mail") << "torn";
+  now += 2h;
   EXPECT_EQ(Deliver(), (Texts{"refused", "huge", "big", "small"}));
   const std::string failed = "@y.example was refused and is in Outbox\\failed. why";
   EXPECT_EQ(news, (Texts{"The reply to refused" + failed, "The reply to huge" + failed,
