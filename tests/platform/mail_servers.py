@@ -10,6 +10,7 @@ from dovecot import free_ports, make_certificate, start_dovecot
 
 folder, user, password = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3]
 parent = os.getppid()
+largest_mail = 200_000
 
 
 async def answer_smtp(reader, writer, is_secure):
@@ -25,7 +26,7 @@ async def answer_smtp(reader, writer, is_secure):
         verb = line.split(" ")[0].upper()
         if verb == "EHLO":
             await say("250-hello")
-            await say("250-SIZE 200000")
+            await say(f"250-SIZE {largest_mail}")
             await say("250 AUTH PLAIN XOAUTH2" if is_secure else "250 STARTTLS")
         elif verb == "STARTTLS":
             await say("220 go on")
@@ -42,8 +43,10 @@ async def answer_smtp(reader, writer, is_secure):
             envelope += ["login"]
             await say("235 welcome" if is_right else f"535 go away, {login[2].decode()}")
         elif verb in ("MAIL", "RCPT"):
-            envelope.append(line)
-            await say("550 no such user" if "<gone@" in line else
+            address, _, size = line.partition(" SIZE=")
+            envelope.append(address)
+            await say("552 too large" if int(size or 0) > largest_mail else
+                      "550 no such user" if "<gone@" in line else
                       "450 come back later" if "<busy@" in line else "250 ok")
         elif verb == "DATA":
             await say("354 go on")
@@ -81,8 +84,10 @@ async def answer_introspection(reader, writer):
 
 
 async def hang_up(reader, writer):
+    """Asks back where nobody has more to say, and is gone."""
     writer.write(b"* OK hello\r\n")
-    await reader.readline()
+    if b"CAPABILITY" in await reader.readline():
+        writer.write(b"+ and then?\r\n")
     writer.write(b"* BYE\r\n")
     writer.close()
 

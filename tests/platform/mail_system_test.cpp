@@ -127,11 +127,15 @@ TEST(SendmailProgram, GetsTheMailAndIsHeardWhenItFails) {
     reply->AddRecipient("\"Fox, A\" <fox@c.example>");
     reply->SetSubject("one\r\nBcc: evil@x\r\n\r\ntwo");
     reply->SetBody("b");
-    EXPECT_THROW(reply->AddRecipient("x@y\r\nBcc: evil@x"), RuntimeError);
-    EXPECT_THROW(reply->AddRecipient("x@y> SIZE=1"), RuntimeError);
     EXPECT_THROW(reply->AddAttachment("C:\\huge.dll"), RuntimeError);
     reply->Send();
   };
+  for (const char* name : {"x@y\r\nBcc: evil@x", "x@y> SIZE=1"}) {
+    const auto reply = bench.mail.CreateReply(*bench.mail.Folder("Builder")->Item(1));
+    reply->AddRecipient(name);
+    EXPECT_THROW(reply->Send(), RuntimeError) << name;
+  }
+  EXPECT_FALSE(std::filesystem::exists(bench.root.Path() / "called"));
   send();
   EXPECT_EQ(bench.root.Get("called"), "-t -i\n");
   const auto mail = bench.root.Get("sent.eml");
@@ -310,7 +314,7 @@ TEST(MailServers, TakeATokenThatIsAskedForAgainWhenItIsRefused) {
                      "b@h.example", asks});
   };
   open(command);
-  const auto item = bench.mail.Folder("Builder")->Item(1);
+  auto item = bench.mail.Folder("Builder")->Item(1);
   EXPECT_EQ(item->Body(), "x");
   EXPECT_EQ(bench.root.Get("asked"), "x\n") << "a token serves as long as it is taken";
   bench.root.Put("token", "second.token\n");
@@ -321,6 +325,7 @@ TEST(MailServers, TakeATokenThatIsAskedForAgainWhenItIsRefused) {
   reply->Send();
   EXPECT_EQ(bench.mail.SendWaiting(), std::vector<std::string>{});
   EXPECT_EQ(bench.SentFile().substr(0, 6), "token\n");
+  item.reset();
   for (const auto& [wrong, words] : {std::pair<std::string, std::string>{"", "is not set"},
                                      {"/no/such/program", "cannot be run"},
                                      {"/bin/false", "ended with status 1"},
@@ -331,6 +336,9 @@ TEST(MailServers, TakeATokenThatIsAskedForAgainWhenItIsRefused) {
     EXPECT_NE(error.find(words), std::string::npos) << error;
     EXPECT_EQ(error.find("top-secret"), std::string::npos) << error;
   }
+  bench.mail.Open({ServerBench::Url("imap", bench.rude, "anna@") + "?tls=none&auth=xoauth2", "",
+                   "b@h.example", "/bin/echo token"});
+  EXPECT_THROW(static_cast<void>(bench.mail.Folder("Builder")), MailboxAway);
 }
 
 TEST(MailServers, ListTenThousandMailsAtOnce) {

@@ -9,6 +9,7 @@
 #include <vmime/net/imap/IMAPParser.hpp>
 #include <vmime/net/imap/IMAPStore.hpp>
 #include <vmime/net/imap/IMAPUtils.hpp>
+#include <vmime/net/tracer.hpp>
 
 #include "platform/code_page.h"
 #include "platform/linux/mail/server_session.h"
@@ -30,6 +31,30 @@ struct Fetched {
   bool isFlagged = false;
   bool isDeleted = false;
   std::optional<std::string> bytes;
+};
+
+/// Ends a conversation in which the server asks for more where there is no more: the library, which
+/// asks a server for its ways to log in, would read such an answer as a whole one and crash.
+class Listener : public vmime::net::tracer {
+ public:
+  void traceSend(const vmime::string& line) override {
+    mayBeAsked_ = line.find(" AUTHENTICATE ") != std::string::npos;
+  }
+  void traceReceive(const vmime::string& line) override {
+    if (mayBeAsked_ || !line.starts_with('+')) return;
+    throw vmime::exceptions::socket_exception("the server does not keep to the protocol");
+  }
+
+ private:
+  bool mayBeAsked_ = false;
+};
+
+class ListenerFactory : public vmime::net::tracerFactory {
+ public:
+  vmime::shared_ptr<vmime::net::tracer> create(vmime::shared_ptr<vmime::net::service> /*service*/,
+                                               const int /*connection*/) override {
+    return vmime::make_shared<Listener>();
+  }
 };
 
 // The commands of the library's folder class fetch header fields in a way that marks mails as read
@@ -83,8 +108,8 @@ class Connection {
     store_ = vmime::dynamicCast<vmime::net::imap::IMAPStore>(session_->getStore(
         vmime::utility::url(isSecure ? "imaps" : "imap", server.host), LoginAt(server)));
     Prepare(*store_, server, address, patience);
-    // The other ways to log in crash the library when a server takes its leave before it has said
-    // which ones it has; a token has no other way.
+    store_->setTracerFactory(vmime::make_shared<ListenerFactory>());
+    // A password needs no list of the ways to log in; a token has no other way.
     store_->setProperty("options.sasl", server.wantsToken);
     store_->setProperty("options.sasl.fallback", false);
     store_->getAuthenticator()->setService(store_);

@@ -5,9 +5,11 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,7 +19,10 @@
 #include <vmime/net/timeoutHandler.hpp>
 #include <vmime/platform.hpp>
 #include <vmime/security/cert/certificateException.hpp>
+#include <vmime/security/sasl/SASLMechanism.hpp>
+#include <vmime/security/sasl/SASLMechanismFactory.hpp>
 #include <vmime/security/sasl/XOAuth2SASLAuthenticator.hpp>
+#include <vmime/security/sasl/XOAuth2SASLMechanism.hpp>
 #include <vmime/security/sasl/defaultSASLAuthenticator.hpp>
 
 #include "platform/code_page.h"
@@ -27,6 +32,8 @@
 
 namespace gorbex {
 namespace {
+
+constexpr const char* kTokenMechanism = "XOAUTH2";
 
 class TimeLimit : public vmime::net::timeoutHandler {
  public:
@@ -116,6 +123,21 @@ std::string Situation(const vmime::exception& error, const MailServer& server) {
   return refused != nullptr ? "refuses the request" : "cannot be used";
 }
 
+class PasswordLogin : public vmime::security::sasl::defaultSASLAuthenticator {
+ public:
+  using Mechanisms = std::vector<vmime::shared_ptr<vmime::security::sasl::SASLMechanism>>;
+
+  // A way to log in that wants a token would end the login, instead of giving way to the next one.
+  const Mechanisms getAcceptableMechanisms(
+      const Mechanisms& available,
+      vmime::shared_ptr<vmime::security::sasl::SASLMechanism> suggested) const override {
+    Mechanisms usable;
+    std::copy_if(available.begin(), available.end(), std::back_inserter(usable),
+                 [](const auto& each) { return each->getName() != kTokenMechanism; });
+    return defaultSASLAuthenticator::getAcceptableMechanisms(usable, suggested);
+  }
+};
+
 class TokenLogin : public vmime::security::sasl::XOAuth2SASLAuthenticator {
  public:
   explicit TokenLogin(std::string token)
@@ -203,11 +225,14 @@ bool RefusesCommand(const std::exception& error) {
 
 void StartMailLibrary() {
   static_cast<void>(vmime::platform::getHandler());
+  // The library has this way to log in, but does not know it by its name.
+  vmime::security::sasl::SASLMechanismFactory::getInstance()
+      ->registerMechanism<vmime::security::sasl::XOAuth2SASLMechanism>(kTokenMechanism);
 }
 
 vmime::shared_ptr<vmime::security::authenticator> LoginAt(const MailServer& server) {
   if (server.wantsToken) return vmime::make_shared<TokenLogin>(server.password);
-  return vmime::make_shared<vmime::security::sasl::defaultSASLAuthenticator>();
+  return vmime::make_shared<PasswordLogin>();
 }
 
 void Prepare(vmime::net::service& service, const MailServer& server, const std::string& address,
