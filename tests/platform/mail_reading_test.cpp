@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -160,10 +160,10 @@ TEST(MailBodies, MayBeMeantToHarm) {
       {"not UTF-8", Part("text/plain; charset=utf-8", Repeated("\xBF", 10'000'000)), 1},
       {"too long", "\n" + Repeated("x", 40'000'000), std::size_t{16} << 20U}};
   const auto within = [](double seconds, const auto& read, const std::string& name) {
-    const auto start = std::chrono::steady_clock::now();
+    // A busy machine must not count.
+    const auto start = std::clock();
     read();
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    EXPECT_LT(took.count(), seconds) << name;
+    EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, seconds) << name;
   };
   for (const Case& c : cases) {
     std::string text;
