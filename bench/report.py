@@ -14,6 +14,7 @@ class Figure:
     target: float = None
     spread: float = None
     cpu: float = None  # the same ratio of processor times
+    page: str = None  # its name on the page on speed; figures without one are shown on the screen only
 
     def text(self):
         if self.unit == "times":
@@ -42,9 +43,9 @@ class Report:
         spread = f"  ±{figure.spread:.0%}" if figure.spread is not None else ""
         print(f"  {what}: {figure.text()}{spread}{cpu}  {figure.verdict().replace('*', '')}", flush=True)
 
-    def compare(self, what, ours, peer, target=None):
+    def compare(self, what, ours, peer, target=None, page=None):
         self.add(what, ours.median() / peer.median(), target=target, spread=ours.spread() + peer.spread(),
-                 cpu=ours.median("cpu") / peer.median("cpu"))
+                 cpu=ours.median("cpu") / peer.median("cpu"), page=page)
 
     def point(self, plot, line, size, seconds):
         self.series.setdefault(plot, {}).setdefault(line, []).append((size, seconds))
@@ -52,12 +53,11 @@ class Report:
     def markdown(self):
         cores = len(os.sched_getaffinity(0))
         text = f"Measured on {cores} {'core' if cores == 1 else 'cores'}.\n"
-        for title, figures in self.sections:
-            text += f"\n### {title}\n\n| what | median | spread | processor time | target |\n|---|---|---|---|---|\n"
-            for each in figures:
-                spread = "" if each.spread is None else f"±{each.spread:.0%}"
-                cpu = "" if each.cpu is None else f"{each.cpu:.2f} times"
-                text += f"| {each.what} | {each.text()} | {spread} | {cpu} | {each.verdict()} |\n"
+        text += "\n| measured | median | spread | processor time | target |\n|---|---|---|---|---|\n"
+        for each in (figure for _, figures in self.sections for figure in figures if figure.page):
+            spread = "" if each.spread is None else f"±{each.spread:.0%}"
+            cpu = "" if each.cpu is None else f"{each.cpu:.2f} times"
+            text += f"| {each.page} | {each.text()} | {spread} | {cpu} | {each.verdict()} |\n"
         for plot in self.series:
             text += f"\n![{plot}](images/performance/{file_name(plot)})\n"
         return text
