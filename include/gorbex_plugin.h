@@ -5,9 +5,9 @@
  *
  * What holds for every call:
  *
- * - Threads. The host calls from one thread, and the plug-in calls the host from that thread alone,
+ * - Threads. The host calls from one thread, and the plug-in calls the host only from that thread,
  *   during a call of the host.
- * - Texts are UTF-8 with a length. The host's texts have a zero byte behind their last byte that
+ * - Texts are UTF-8 with a length. The host's texts have a zero byte after their last byte that
  *   the length does not count; a plug-in's texts need none. A text that holds a character which
  *   the code page lacks cannot be shown and counts as a type mismatch.
  * - Ownership. Nothing is ever handed over: what one side passes stays its own, and the other side
@@ -88,7 +88,7 @@ typedef struct GorbexHost {
   uint32_t size; /* of this table in bytes, as the host knows it */
   void* site;    /* to be handed back to the host's functions */
 
-  /* Asks for a `paint` later; never paints at once. Does nothing for what is no control. */
+  /* Asks for a `paint` later; never paints at once. Does nothing for other classes. */
   void (*repaint)(void* site);
 } GorbexHost;
 
@@ -112,7 +112,7 @@ typedef struct GorbexClass {
   uint32_t abi;  /* GORBEX_PLUGIN_ABI */
   uint32_t size; /* sizeof(GorbexClass) */
 
-  /* Makes an instance. On failure `*instance` is left alone and nothing is destroyed. */
+  /* Makes an instance. On failure `*instance` is not changed and nothing is destroyed. */
   int32_t (*create)(const GorbexHost* host, void** instance);
 
   /* Frees an instance and all it owns; it cannot fail. */
@@ -126,7 +126,7 @@ typedef struct GorbexClass {
    * a failed `create`. May be null itself. */
   GorbexText (*last_error)(void* instance);
 
-  /* Null for a class that is no user control. */
+  /* Null for a class that is not a user control. */
   const GorbexControl* control;
 } GorbexClass;
 

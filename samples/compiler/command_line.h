@@ -21,7 +21,7 @@ struct UsageError {
   std::string message;
 };
 
-/// Understands the arguments behind the program's name. The project may stand before or behind any
+/// Reads the arguments after the program's name. The project may be before or after any
 /// switch; switches ignore letter case.
 [[nodiscard]] std::variant<CommandLine, UsageError> ParseCommandLine(
     const std::vector<std::string>& arguments);

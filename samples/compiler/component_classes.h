@@ -16,7 +16,7 @@ struct OfferedClass {
   Declarations declarations{};
 };
 
-/// What the source file of an item offers. The name is the source's own; a source without one has
+/// The contents of an item's source file. The name is the source's own; a source without one has
 /// that of the project's line.
 [[nodiscard]] OfferedClass ReadOffer(const ProjectItem& item, std::string_view source);
 

@@ -34,7 +34,7 @@ struct Declarations {
   std::vector<DeclaredEnum> enums;
 };
 
-/// What the code of a source file offers to other projects.
+/// The declarations in a source file that other projects can use.
 [[nodiscard]] Declarations ReadDeclarations(std::string_view file);
 
 }  // namespace gorbex::standin

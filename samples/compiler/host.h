@@ -21,7 +21,7 @@ class Host {
   [[nodiscard]] PlatformServices Services(EventPump& events);
   [[nodiscard]] std::string CurrentFolder() const;
 
-  /// What a built file of that kind is, before it gets its resources.
+  /// A built file of that kind, before it gets its resources.
   [[nodiscard]] static std::string Image(ImageKind kind);
 
   /// The compiler's own file.

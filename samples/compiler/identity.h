@@ -17,7 +17,7 @@ using Uuid = std::array<std::uint8_t, 16>;  ///< in the order it is written
 /// Gives identities that nothing had before.
 class NewIdentities {
  public:
-  /// With a seed they depend on it and on what they are asked for alone, so that a build can be
+  /// With a seed they depend only on it and on the arguments, so that a build can be
   /// repeated; without one they are random.
   explicit NewIdentities(std::string seed = {}) : seed_(std::move(seed)) {}
 

@@ -14,7 +14,7 @@ struct MakeResult {
   std::vector<std::string> lines;  ///< for the result log
 };
 
-/// What the builds of a machine start from.
+/// The paths that all builds of a machine start from.
 struct Foundation {
   std::string programImage;  ///< the images have no resources yet
   std::string libraryImage;

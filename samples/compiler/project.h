@@ -15,7 +15,7 @@ enum class ProjectType { Exe, OleDll, OleExe, Control };
 struct ProjectItem {
   enum class Kind { Reference, Object, Source, Class, UserControl };
   Kind kind = Kind::Source;
-  std::string value;  ///< of a source: the file alone
+  std::string value;  ///< of a source: only the file
   std::string name;   ///< of a source: as the line has it, else that of the file
 
   [[nodiscard]] bool IsSource() const { return kind != Kind::Reference && kind != Kind::Object; }
@@ -41,7 +41,7 @@ struct Project {
   return type != ProjectType::Exe;
 }
 
-/// True when every line ends with CR LF and no zero byte stands in the text.
+/// True when every line ends with CR LF and the text has no zero byte.
 [[nodiscard]] bool IsPlainText(std::string_view bytes);
 
 [[nodiscard]] std::variant<Project, Fault> LoadProject(const FileReader& files,

@@ -8,7 +8,7 @@
 
 namespace gorbex::standin {
 
-/// Why a project was not built. What befalls while it is loaded ends without a "Build of" line.
+/// Why a project was not built. A problem while loading it ends without a "Build of" line.
 struct Fault {
   enum class Stage { Load, Build };
   Stage stage = Stage::Load;

@@ -38,14 +38,14 @@ struct LibraryConstant {
   std::int32_t value = 0;
 };
 
-/// What a type holds: properties in a dual interface, constants in an enumeration.
+/// A member of a type: properties in a dual interface, constants in an enumeration.
 struct LibraryMembers {
   std::vector<LibraryProperty> properties;
   std::vector<LibraryConstant> constants;
 };
 
 /// The bytes of a 32-bit type library in the MSFT format: interfaces, dual interfaces (derived from
-/// the IDispatch of stdole2.tlb), classes and enumerations. Members stand in the order of the
+/// the IDispatch of stdole2.tlb), classes and enumerations. Members are in the order of the
 /// types; those that are missing have none. The names of the library and its types must differ.
 /// RuntimeError for what the format cannot hold.
 [[nodiscard]] std::string TypeLibraryImage(const TypeLibrary& library,

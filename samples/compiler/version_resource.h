@@ -8,7 +8,7 @@
 
 namespace gorbex::standin {
 
-/// What a built file tells about itself in its properties.
+/// The version properties of a built file.
 struct FileVersion {
   std::array<std::uint16_t, 3> numbers{};  ///< major, minor, revision
   std::string product;

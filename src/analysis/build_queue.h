@@ -27,7 +27,7 @@ class BuildQueue {
   bool Add(const std::string& path);
 
   /// Adds the tree's selected project when the dragged control is the tree; a project that is
-  /// queued already is left alone.
+  /// already queued does not change.
   void lvwQueue_DragDrop(std::string_view sourceControl);
 
   /// Adds the project that the tree's selected node belongs to, or every project of the tree.

@@ -23,7 +23,7 @@ class DependencyMarking {
   /// Adds one row for a reference value to the detail list, whose tag names the project.
   void ShowReferenceRow(const std::string& value);
 
-  /// Sets image, check mark and colour of a reference or object node; other nodes are left alone.
+  /// Sets image, check mark and colour of a reference or object node; other nodes do not change.
   void MarkReferenceNode(TreeNode& node);
 
   /// See ProjectViews.

@@ -21,7 +21,7 @@ class GroupGraph {
     return uses_[project];
   }
 
-  /// Every project behind all that it uses, as far as cycles allow; otherwise in number order.
+  /// Every project after all that it uses, as far as cycles allow; otherwise in number order.
   [[nodiscard]] std::vector<std::size_t> BuildOrder() const;
 
   /// The groups of projects that use one another in a circle.

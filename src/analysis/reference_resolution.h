@@ -11,7 +11,7 @@
 
 namespace gorbex {
 
-/// What the registry says of one reference.
+/// The registry's answer about one reference.
 struct Verdict {
   Image image = Image::None;
   std::string text;

@@ -26,7 +26,7 @@ class ReferenceUpdate {
         report_(report) {}
 
   /// Replaces, in the project's file and in its forms and modules, the type-library identities of
-  /// the projects that stand above it in the queue by those registered now. A component whose
+  /// the projects above it in the queue by those registered now. A component whose
   /// identity cannot be read has an empty one. The project's record follows its file. False when a
   /// file could not be rewritten.
   bool UpdateProjectReferences(const std::string& projectKey);

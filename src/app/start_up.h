@@ -45,9 +45,9 @@ class StartUp {
   /// The whole start, with its log line and its questions.
   void Form_Load();
 
-  /// What a front end without a window needs: what a killed run has left is written back; session
-  /// values, registered compiler, settings and the tree's root, without log line or question.
-  /// False as clsOptions::LoadSettings.
+  /// The start of a front end without a window: writes back values of a killed run and reads
+  /// session values, registered compiler, settings and the tree's root, without log line or
+  /// question. False as clsOptions::LoadSettings.
   bool ReadState();
 
  private:

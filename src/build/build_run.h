@@ -74,7 +74,7 @@ class BuildRun {
   };
 
   /// The values that a debug build replaces for the time of the compile.
-  /// One that could not be read is left alone, since nothing could be written back.
+  /// One that could not be read is not changed, since nothing could be written back.
   struct DebugValues {
     std::optional<std::int32_t> optimization;
     std::optional<std::int32_t> debugInfo;

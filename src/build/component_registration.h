@@ -35,7 +35,7 @@ class ComponentRegistration {
   bool Register(const std::string& componentFile);
   bool Unregister(const std::string& componentFile);
 
-  /// What to tell the user besides when a registration failed; empty for nothing.
+  /// Advice for the user when a registration failed; empty for none.
   [[nodiscard]] const std::string& Advice() const { return advice_; }
 
  private:

@@ -28,11 +28,11 @@ class ImmediateBuild {
   void mnuTreePopupBuildNowDefault_Click();
   void mnuTreePopupBuildNowNewLocation_Click();
 
-  /// Builds the project of the selected queue row and leaves the registration script alone.
+  /// Builds the project of the selected queue row without changing the registration script.
   void mnuQueueBuild_Click();
 
  private:
-  /// An empty folder stands for the build directory.
+  /// An empty folder means the build directory.
   void BuildSelectedNode(Procedure& on, const std::string& outDir);
   void Record(Procedure& on, const std::string& folder, const std::string& exeName);
 

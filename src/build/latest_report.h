@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// What the gets of one run leave to be told at its end.
+/// Collects the results of a run's gets for its end.
 class LatestReport {
  public:
   void Add(const std::string& path, const LatestResult& result);

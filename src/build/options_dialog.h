@@ -10,7 +10,7 @@
 
 namespace gorbex {
 
-/// The options dialog: fills its form from the settings and writes what stands there back when the
+/// The options dialog: fills its form from the settings and writes the form back when the
 /// user applies it. Closing it otherwise keeps the settings as they were last applied.
 class OptionsDialog {
  public:
@@ -27,7 +27,7 @@ class OptionsDialog {
   void tbsOptions_Click();
 
   /// Writes every control into its setting, in a fixed order, and saves the settings. A text that
-  /// is no number makes an interval of 0; one too large is error 6.
+  /// is not a number makes an interval of 0; one too large is error 6.
   void cmdApply_Click();
 
   /// Applies and closes.

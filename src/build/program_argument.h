@@ -10,8 +10,8 @@ namespace gorbex {
 /// shown.
 void RequireArgument(const std::string& path);
 
-/// The same for the path of a file, which ends in no backslash either: behind one the closing quote
-/// would be a part of the argument, and what follows another one.
+/// The same for the path of a file, which must not end in a backslash either: after one the closing
+/// quote would be a part of the argument, and what follows another one.
 void RequireFileArgument(const std::string& path);
 
 }  // namespace gorbex

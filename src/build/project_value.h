@@ -13,10 +13,10 @@ namespace gorbex {
 /// The place of a key's value in the text of a project file.
 struct ValuePlace {
   std::size_t start = 0;             ///< of the first character after "="
-  std::optional<std::size_t> end{};  ///< of the line end behind the value; nothing on a last line
+  std::optional<std::size_t> end{};  ///< of the line end after the value; nothing on a last line
 };
 
-/// Where the first "key=" stands, in any letter case and wherever in the text; nothing when it does
+/// Where the first "key=" is, in any letter case and wherever in the text; nothing when it does
 /// not.
 [[nodiscard]] std::optional<ValuePlace> FindProjectValue(std::string_view text,
                                                          std::string_view key);

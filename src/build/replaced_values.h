@@ -39,7 +39,7 @@ class ReplacedValues {
   [[nodiscard]] bool Any() const;
 
   /// Writes back what a killed run has left, wherever the file still has what that run wrote there.
-  /// What cannot be written stays noted. Each file is told of and logged.
+  /// Values that cannot be written stay noted. Each file is reported and logged.
   void WriteBack();
 
   Signal<std::string> told;

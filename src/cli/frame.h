@@ -76,8 +76,8 @@ struct Streams {
   std::function<bool()> awaitInput{};
 };
 
-/// What every command is given: the streams, the options that hold for all, and the way to its
-/// host.
+/// The surroundings of every command: the streams, the options that hold for all, and the way to
+/// its host.
 struct Frame {
   Streams streams;
   HostFactory makeHost;

@@ -24,7 +24,7 @@ using Json = nlohmann::ordered_json;
 /// The properties of the settings object by their names.
 [[nodiscard]] Json SettingsJson(const clsOptions& options);
 
-/// Everything `show` tells, written piece by piece: a big group never stands in memory twice.
+/// Everything `show` tells, written piece by piece: a big group is never in memory twice.
 void WriteShowJson(std::ostream& out, const Program& program);
 
 }  // namespace gorbex::cli

@@ -9,7 +9,7 @@
 
 namespace gorbex::cli {
 
-/// What became of a build run, gathered from its announcements for the reports written at its end.
+/// The results of a build run, gathered from its announcements for the reports written at its end.
 class RunRecord {
  public:
   enum class Outcome { NotBuilt, Built, Failed };

@@ -56,9 +56,8 @@ class Session {
   /// Prints a line for the user on the error stream.
   void Warn(const std::string& utf8) const;
 
-  /// Ends the source-control client's present step when the system wishes the program's end, by an
-  /// error of its own; once, because what the client does to leave nothing half-done must not be
-  /// ended too.
+  /// Ends the source-control client's present step when the system wishes the program's end, by a
+  /// separate error; once, because the client's clean-up must not be ended, too.
   void EndStepOnRequest();
 
   /// Called between the polls of a running compiler.

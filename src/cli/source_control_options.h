@@ -19,7 +19,7 @@ struct SourceControlOptions {
 
 void AddSourceControlOptions(CLI::App& command, SourceControlOptions& options);
 
-/// Takes them instead of what is stored, until the program ends. Failure when there is no such
+/// Uses them instead of the stored ones, until the program ends. Failure when there is no such
 /// initialisation file.
 void UseSourceControl(Session& session, const SourceControlOptions& options);
 

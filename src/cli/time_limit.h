@@ -9,7 +9,7 @@
 namespace gorbex::cli {
 
 /// Ends a compiler, or whatever else the program waits for, that takes too long: one that asks
-/// something in a window which nobody sees would be waited for for ever.
+/// something in a window which nobody sees would otherwise block the program forever.
 class TimeLimit {
  public:
   /// With a limit of 0 nothing is ever ended. The session outlives this.

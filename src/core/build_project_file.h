@@ -41,7 +41,7 @@ class BuildProjectFile {
 
   explicit BuildProjectFile(const Uses& uses) : uses_(uses) {}
 
-  /// What becomes of queue rows whose projects could not be read. Who only looks can do without
+  /// How to treat queue rows whose projects could not be read. Who only looks can do without
   /// them.
   enum class UnreadRows { AreErrors, AreLeftOut };
 
@@ -85,7 +85,7 @@ class BuildProjectFile {
   void mnuFileSaveAs_Click();
 
  private:
-  /// Takes one line of the file; each key has a routine of its own.
+  /// Takes one line of the file; each key has its own routine.
   void Take(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void TakeProject(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void TakeQueueRow(Procedure& on, const Pair& pair, TreeNode*& lastRead);

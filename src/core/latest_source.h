@@ -5,7 +5,7 @@
 
 namespace gorbex {
 
-/// What came of a get.
+/// The result of a get.
 struct LatestResult {
   enum class Kind { Got, NotControlled, Failed };
 
@@ -13,7 +13,7 @@ struct LatestResult {
   std::string problem{};  ///< why it failed, in the client's words
   std::string toDo{};     ///< what it leaves to the user; empty for nothing
 
-  /// Also for a project outside source control, which never stands in the way of the others.
+  /// Also for a project outside source control, which never stops the others.
   [[nodiscard]] bool Succeeded() const { return kind != Kind::Failed; }
 };
 

@@ -22,7 +22,7 @@ inline constexpr std::size_t kDescription = 4;
 inline constexpr std::size_t kVerdict = 5;
 }  // namespace reference_column
 
-/// What the queue says of a project in its compatibility column.
+/// The queue's texts for the compatibility column.
 [[nodiscard]] inline std::string CompatibilityText(bool isCompatible) {
   return isCompatible ? "Compatible" : "NOT Compatible!";
 }

@@ -16,7 +16,7 @@ class ListView;
 
 enum class RowChange { Added, Removing, Text, SubItem, Icon, Checked, Colour, EnsureVisible };
 
-/// One row of a list. An empty key is no key.
+/// One row of a list. An empty key means no key.
 class ListRow {
  public:
   ListRow(std::string key, std::string text, Image icon);
@@ -45,7 +45,7 @@ class ListRow {
   friend class ListView;
   void Announce(RowChange change);
 
-  ListView* list_ = nullptr;  ///< null while the row stands in no list
+  ListView* list_ = nullptr;  ///< null while the row is in no list
   std::string key_;
   std::string text_;
   std::string tag_;

@@ -32,7 +32,7 @@ class LogViewer {
   /// no logs; one that cannot be read is told of instead.
   void ShowLogs();
 
-  /// Loads the chosen file; when it cannot be read, the reason stands in its place.
+  /// Loads the chosen file; when it cannot be read, the reason is shown instead.
   void cboLogDate_Click();
 
   void cmdClose_Click();

@@ -8,8 +8,8 @@
 
 namespace gorbex {
 
-/// The state of the source-control login. The password lives here alone, and only while the dialog
-/// does.
+/// The state of the source-control login. The password is kept only here, and only while the
+/// dialog is open.
 struct frmLogin {
   TextBox txtUserName;
   TextBox txtPassword;

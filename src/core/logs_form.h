@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// The state of the log viewer, a window of its own that stays open beside the main window.
+/// The state of the log viewer, a separate window that stays open beside the main window.
 struct frmLogs {
   std::string LogFilePath;  ///< ends with "\" once it is set
   ComboBox cboLogDate;

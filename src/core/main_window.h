@@ -15,7 +15,7 @@ namespace gorbex {
 
 enum class MousePointer { Default, Hourglass };
 
-/// Where a window stands, in twips (1440 to the inch).
+/// The place of a window, in twips (1440 to the inch).
 struct WindowPosition {
   float left = 0;
   float top = 0;
@@ -34,7 +34,7 @@ struct Timer {
 /// holds no rule; the rules work on it.
 struct frmBuilder {
   Property<std::string> caption;
-  Property<std::optional<WindowPosition>> position;  ///< nothing before a window stands anywhere
+  Property<std::optional<WindowPosition>> position;  ///< nothing before a window has a place
   Signal<> closeRequested;                           ///< as if the user closed the window
   MainMenu menu;
   TreeView tvwProjects;

@@ -11,7 +11,7 @@
 
 namespace gorbex {
 
-/// What the program knows of one Visual Basic project. Paths are Windows paths.
+/// The data of one Visual Basic project. Paths are Windows paths.
 struct clsMember {
   bool BinaryCompat = false;
   std::vector<std::string> UserControls;  ///< file names of user controls and classes

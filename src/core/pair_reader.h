@@ -11,7 +11,7 @@ struct Pair {
 };
 
 /// Takes a text apart into key=value pairs in one pass. The key is everything up to the next "=",
-/// so a line without "=" stays glued to the front of the key behind it; the value runs to the next
+/// so a line without "=" becomes the beginning of the next key; the value runs to the next
 /// carriage return, or to the end of the text. The text must outlive the pairs.
 class PairReader {
  public:

@@ -6,7 +6,7 @@
 
 namespace gorbex {
 
-/// What reading projects asks of those who judge and show them.
+/// The calls by which the reader of projects has them marked and shown.
 class ProjectViews {
  public:
   virtual ~ProjectViews() = default;

@@ -6,7 +6,7 @@
 
 namespace gorbex {
 
-// A reference value is what stands behind "reference=" or "object=" in a project file: fields
+// A reference value is the text after "reference=" or "object=" in a project file: fields
 // separated by "#". Type libraries begin with "*\", control libraries with their GUID.
 
 /// The first "{" up to the first "}" after it, both included; empty when either is missing.

@@ -12,7 +12,7 @@
 
 namespace gorbex {
 
-/// What became of one compile, in a run or by itself.
+/// The result of one compile, in a run or by itself.
 struct CompileEnded {
   std::string path;
   bool succeeded = false;
@@ -30,8 +30,8 @@ enum class RunResult {
 
 enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compile };
 
-/// What a build run announces, in the order it happens. Listeners only look on; none can change the
-/// run.
+/// The announcements of a build run, in the order they happen. Listeners only look on; none can
+/// change the run.
 struct RunStarted {
   std::size_t projects;  ///< checked rows
 };

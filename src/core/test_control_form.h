@@ -24,10 +24,10 @@ struct HostedControl {
   /// Tells the control its size, then those who draw it. The control's error when it fails.
   void Resize(ControlSize newSize);
 
-  /// Shown in a window of its own, and not to be painted.
+  /// Shown in its own window, and not to be painted.
   bool hasWindow = false;
 
-  // What a front end does with the control. A failure becomes the problem and is no error.
+  // Called by a front end. A failure becomes the problem and is not an error.
   void ShowIn(void* window);
   void Paint(const PixelBuffer& to);
   void Pointer(const PointerEvent& event);
@@ -38,7 +38,7 @@ struct HostedControl {
   void Try(Action&& action);
 };
 
-/// The form that hosts user controls under test. It has no controls of its own.
+/// The form that hosts user controls under test. It has no other controls.
 class frmTestControl {
  public:
   using Storage = std::vector<std::unique_ptr<HostedControl>>;
@@ -49,7 +49,7 @@ class frmTestControl {
   Signal<> added;      ///< the last of the controls
   Signal<> unloading;  ///< the controls still exist, but are about to be destroyed
 
-  /// In the order they were added: each stands in front of those before it.
+  /// In the order they were added: each is in front of those before it.
   [[nodiscard]] const Storage& Controls() const { return controls_; }
 
   /// Names the control by the count of controls so far and shows it in front of them.

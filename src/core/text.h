@@ -14,7 +14,7 @@ inline constexpr std::string_view kLineBreak = "\r\n";
   return letter >= '0' && letter <= '9';
 }
 
-/// Blanks alone are cut off; tabs and line ends are text.
+/// Only blanks are cut off; tabs and line ends are text.
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text);
 
 /// The fields between the separators; an empty text has no field at all.

@@ -48,7 +48,7 @@ class TreeNode {
  private:
   friend class TreeView;
 
-  /// What rows do not have.
+  /// Members that rows do not have.
   struct Branch {
     std::string key;
     std::vector<TreeNode*> children;
@@ -74,7 +74,7 @@ class TreeNode {
 /// Numbered rows below a heading. They are texts until somebody looks at them, since a group of
 /// thousands of projects has hundreds of thousands of rows that nobody ever sees.
 struct TreeRows {
-  /// What the tag of a row is, by its text.
+  /// The tag of a row, by its text.
   using TagOf = std::string_view (*)(std::string_view text);
 
   TreeNode* heading;

@@ -10,7 +10,7 @@ namespace gorbex {
 /// The text that answers one request, in the words that its readers' scripts know.
 class MailReply {
  public:
-  /// What came of the request.
+  /// The result of the request.
   void Succeed();
   void Fail(std::string_view reason);
 

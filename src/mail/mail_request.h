@@ -7,7 +7,7 @@
 
 namespace gorbex {
 
-/// What the body of a request asks for: "GET", "BUILD", "PATH folder" and "PROJECT file or spec",
+/// The fields of a request's body: "GET", "BUILD", "PATH folder" and "PROJECT file or spec",
 /// each followed by a comma and known by its first three letters.
 struct MailRequest {
   bool GetRequested = false;
@@ -17,7 +17,7 @@ struct MailRequest {
   std::int64_t lastField = -1;            ///< the index of the last field; -1 for an empty body
 };
 
-/// Reads the fields before the last comma; the text after it is no field, as ever.
+/// Reads the fields before the last comma; the text after it is not a field.
 [[nodiscard]] MailRequest ReadMailRequest(std::string_view body);
 
 }  // namespace gorbex

@@ -45,8 +45,8 @@ class MailTick {
 
   explicit MailTick(const Uses& uses) : uses_(uses) {}
 
-  /// The error of the step that failed, which then has no answer yet. A MailboxAway is no failure:
-  /// requests have to wait.
+  /// The error of the step that failed, which then has no answer yet. A MailboxAway is not a
+  /// failure: requests have to wait.
   void Run();
 
   /// Whether the request folder has been opened.
@@ -57,10 +57,10 @@ class MailTick {
   [[nodiscard]] bool HasUnmarked() const { return isPerformed_; }
   void Resume();
 
-  /// Answers the request that failed with what befell it. False when there is nobody to tell.
+  /// Replies to the failed request with the error. False when there is nobody to tell.
   bool ReportFailure(const RuntimeError& error);
 
-  /// Where the step that failed stands in this program.
+  /// The source line of the step that failed.
   [[nodiscard]] unsigned Line() const { return line_; }
 
   /// Whose request it was, on one line; empty when it was nobody's.

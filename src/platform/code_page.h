@@ -10,7 +10,7 @@
 
 namespace gorbex {
 
-/// A single-byte code page: the characters of ASCII, and 128 of its own.
+/// A single-byte code page: the characters of ASCII, and 128 others.
 ///
 /// Every text inside the program is bytes of the one code page that the process uses. That is
 /// Windows-1252 until the program's start has chosen the system's.
@@ -24,7 +24,7 @@ class CodePage {
   [[nodiscard]] static CodePage Windows1252();
   [[nodiscard]] static const CodePage& Used() { return used_; }
 
-  /// Makes it the code page of the process. For the start alone, before any text is made: texts of
+  /// Makes it the code page of the process. Only for the start, before any text is made: texts of
   /// different code pages cannot be compared.
   static void Use(const CodePage& page) { used_ = page; }
 

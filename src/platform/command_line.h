@@ -11,7 +11,7 @@ namespace gorbex {
 /// A command line taken apart as the system's process start does.
 struct CommandLine {
   std::string program;
-  std::string_view arguments;  ///< the text behind the program, a view into the command line
+  std::string_view arguments;  ///< the text after the program, a view into the command line
 };
 
 /// Finds the program: quoted, the text up to the closing quote; unquoted, the text up to each blank
@@ -27,7 +27,7 @@ struct CommandLine {
 [[nodiscard]] std::vector<std::string> SplitArguments(std::string_view arguments);
 
 /// As SplitArguments, for command lines that quote folders as they are: in "C:\Out\" the last
-/// backslash is a part of the folder, and the quote behind it ends the argument.
+/// backslash is a part of the folder, and the quote after it ends the argument.
 [[nodiscard]] std::vector<std::string> SplitFolderArguments(std::string_view arguments);
 
 /// The text, with a blank before each argument, that a program takes for exactly these arguments.

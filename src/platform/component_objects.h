@@ -8,17 +8,17 @@
 
 namespace gorbex {
 
-// Objects of registered components, made and used by name alone. Every operation reports failure as
-// a RuntimeError: 438 no such property, 383 a read-only one, 13 a text that is no value of it, 440
-// (or the component's own number) for what else befell the component, described in the component's
-// own words where it has some.
+// Objects of registered components, made and used only by name. Every operation reports failure as
+// a RuntimeError: 438 no such property, 383 a read-only one, 13 a text that is not a value of it,
+// 440 (or the component's own number) for any other failure of the component, described in the
+// component's own words where it has some.
 
 /// An object that a component made.
 class ComponentObject {
  public:
   virtual ~ComponentObject() = default;
 
-  /// Gives a property the value that the text stands for. Letter case of names does not matter.
+  /// Sets a property to the value that the text expresses. Letter case of names does not matter.
   virtual void Let(const std::string& property, const std::string& value) = 0;
 
   /// The property's value as a text.
@@ -43,7 +43,7 @@ struct PixelBuffer {
 enum class PointerAction : std::uint32_t { Press = 1, Release = 2, Move = 3 };
 enum class PointerButton : std::uint32_t { None = 0, Left = 1, Right = 2, Middle = 3 };
 
-/// What the user did with the mouse over a control, in pixels from its top left corner.
+/// An action of the mouse over a control, in pixels from its top left corner.
 struct PointerEvent {
   PointerAction action = PointerAction::Press;
   PointerButton button = PointerButton::None;
@@ -62,13 +62,13 @@ class ComponentControl {
   /// Draws the whole control. The buffer is normally as large as the last size that was set.
   virtual void Paint(const PixelBuffer& to) = 0;
 
-  /// What the user does with the mouse. A control need not listen.
+  /// Tells the control about the mouse. A control may ignore it.
   virtual void Pointer(const PointerEvent& /*event*/) {}
 
   /// A character that the user typed, by its Unicode number. A control need not listen.
   virtual void KeyPress(char32_t /*character*/) {}
 
-  /// Shows the control in a window of its own, in front of all else in a window of the front end's
+  /// Shows the control in its own window, in front of all else in a window of the front end's
   /// toolkit, which may go before the control. False for a control that is painted instead and told
   /// what the user does.
   [[nodiscard]] virtual bool ShowIn(void* /*window*/) { return false; }

@@ -32,7 +32,7 @@ struct FileInfo {
 struct FolderEntry {
   std::string name;
   bool isFolder = false;
-  bool isLink = false;  ///< a link to a file or folder that stands elsewhere
+  bool isLink = false;  ///< a link to a file or folder elsewhere
 
   /// False when no path can name it; "?" is then for each character that is not in the code page.
   bool isReachable = true;
@@ -44,7 +44,8 @@ class FileReader {
  public:
   virtual ~FileReader() = default;
 
-  /// What stands at the path; nothing when there is none (an empty or impossible path included).
+  /// The file or folder at the path; nothing when there is none (an empty or impossible path
+  /// included).
   [[nodiscard]] virtual std::optional<FileInfo> Look(const std::string& path) const = 0;
 
   /// The whole file, byte for byte. Errors: 53 no such file, 76 no such folder, 75 a folder or no
@@ -78,7 +79,7 @@ class FileSystem : public FileReader {
   /// Errors: 53 no such file, 70.
   virtual void SetAttributes(const std::string& path, std::uint32_t attributes) = 0;
 
-  /// Makes the last folder of the path alone. Errors: 76 no parent, 75 exists already, 70.
+  /// Makes only the last folder of the path. Errors: 76 no parent, 75 exists already, 70.
   virtual void CreateFolder(const std::string& path) = 0;
 };
 

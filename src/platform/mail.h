@@ -13,10 +13,10 @@ namespace gorbex {
 // The mail system of the machine: one folder that requests arrive in, and the mails that answer
 // them. Texts are code-page bytes with CR LF between lines; what the code page cannot say becomes
 // "?". Every operation that can fail says so as a RuntimeError in the mail system's own words, in
-// which no password ever stands. Operations let the user interface act while they wait, and give up
-// after a while: none waits for ever.
+// which there is never a password. Operations let the user interface act while they wait, and give
+// up after a while: none waits forever.
 
-/// Where mails come from and go to. A system with an account of its own (Outlook) needs none of it.
+/// Where mails come from and go to. A system that has its own account (Outlook) does not need it.
 struct MailAccount {
   std::string store;           ///< URL of the mail store; empty for the user's own Maildir
   std::string transport;       ///< URL of the transport; empty for the machine's sendmail
@@ -61,11 +61,11 @@ class MailItem {
   /// "user@domain" as the mail claims it; empty when the system does not tell.
   [[nodiscard]] virtual std::string SenderAddress() const = 0;
 
-  /// The address that an answer goes to, or what stands for it; empty when nobody can be answered.
+  /// The address that an answer goes to, or a name for it; empty when nobody can be answered.
   [[nodiscard]] virtual std::string ReplyAddress() const = 0;
 
   /// True for mails that a program sent by itself (notices of absence, bounces, lists), whose
-  /// answer could come back for ever.
+  /// answer could come back forever.
   [[nodiscard]] virtual bool IsAutomatic() const = 0;
 };
 
@@ -74,8 +74,8 @@ class OutgoingMail {
  public:
   virtual ~OutgoingMail() = default;
 
-  /// Adds whom the name stands for: the sender of the mail that is being answered, or an address.
-  /// A name that stands for nobody is an error when the mail is sent.
+  /// Adds the recipient of that name: the sender of the mail that is being answered, or an address.
+  /// A name that means nobody is an error when the mail is sent.
   virtual void AddRecipient(const std::string& name) = 0;
   [[nodiscard]] virtual std::size_t RecipientCount() const = 0;
 

@@ -18,7 +18,7 @@ struct WaitingMail {
   std::string smallerText{};      ///< the same without attachments; empty when it has none
 };
 
-/// What came of handing a mail to its server.
+/// The result of handing a mail to its server.
 struct Delivery {
   enum class Outcome {
     Taken,
@@ -42,7 +42,7 @@ class Outbox {
   struct Uses {
     std::filesystem::path folder;  ///< made when the first mail is put in
 
-    /// Writes a new file for its owner alone, on the disk when it returns.
+    /// Writes a new file that only its owner can read, on the disk when it returns.
     std::function<void(const std::filesystem::path& file, const std::string& bytes)> write;
 
     /// Keeps other programs out while the turn lives; null while another one has it.

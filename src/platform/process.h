@@ -36,7 +36,7 @@ class ProcessLauncher {
  public:
   virtual ~ProcessLauncher() = default;
 
-  /// Starts a command line as the system's process start does: the program stands first, quoted or
+  /// Starts a command line as the system's process start does: the program comes first, quoted or
   /// not; no shell reads it. Error 53 when the program cannot be found, 5 when it cannot be run.
   [[nodiscard]] virtual StartResult Start(const std::string& commandLine) = 0;
 };

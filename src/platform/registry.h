@@ -32,7 +32,7 @@ struct RegistryValue {
   bool operator==(const RegistryValue&) const = default;
 };
 
-/// One value and where it stands below its root.
+/// One value and its place below its root.
 struct RegistryEntry {
   std::string subKey;
   std::string name;

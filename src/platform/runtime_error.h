@@ -34,10 +34,10 @@ enum class ErrorNumber : int {
   KeyNotUnique = 35602,
 };
 
-/// The one exception of the program: a number, and a description that names what it befell.
+/// The one exception of the program: a number, and a description that names what it concerns.
 class RuntimeError : public std::runtime_error {
  public:
-  /// The number's own text; a subject (a file, a key) is quoted behind it.
+  /// The number's own text; a subject (a file, a key) is quoted after it.
   explicit RuntimeError(ErrorNumber number, std::string_view subject = {});
 
   /// For services that bring their own words, such as a source-control client.

@@ -28,7 +28,7 @@ struct PlatformServices {
   Mail& mail;
   std::string programFolder;  ///< Windows path of the program's own folder
 
-  /// What is nearly always the reason when a component cannot be registered here; empty for none.
+  /// The usual reason why a component cannot be registered here; empty for none.
   std::string registrationAdvice{};
 };
 

@@ -30,7 +30,7 @@ class SourceControlItem {
   virtual void Checkin(const std::string& comment) = 0;
 };
 
-/// A source-control database: SourceSafe, or a client that stands behind the same operations.
+/// A source-control database: SourceSafe, or another client with the same operations.
 class SourceControl {
  public:
   virtual ~SourceControl() = default;

@@ -22,7 +22,7 @@ struct ParsedPath {
 [[nodiscard]] std::optional<ParsedPath> ParseWindowsPath(std::string_view text);
 
 /// A path with "." and ".." resolved and "\" between its names; a relative one starts from the
-/// folder. ".." leaves neither a drive nor a share; a drive alone ends with "\".
+/// folder. ".." leaves neither a drive nor a share; a drive without a folder ends with "\".
 [[nodiscard]] std::string ResolvedPath(std::string_view folder, std::string_view path);
 
 /// True for a character that a Windows file name may hold.

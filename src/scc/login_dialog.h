@@ -18,7 +18,7 @@ class LoginDialog {
   LoginDialog(const LoginDialog&) = delete;
   LoginDialog& operator=(const LoginDialog&) = delete;
 
-  /// Shows the form until it hides; what came of it stands in the form.
+  /// Shows the form until it hides; the result is in the form.
   void ShowLogin(const std::string& iniPath);
 
  private:

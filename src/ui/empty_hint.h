@@ -8,7 +8,7 @@
 
 namespace gorbex::ui {
 
-/// What a pane says while it has nothing to show: a sentence, and buttons for what to do first.
+/// The hint of a pane that has nothing to show: a sentence, and buttons for what to do first.
 class EmptyHint : public wxPanel {
  public:
   /// The commands must outlive the hint.

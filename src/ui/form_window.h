@@ -8,7 +8,7 @@
 
 namespace gorbex::ui {
 
-/// A form that stands open beside the main window and follows whether its state is visible.
+/// A form that stays open beside the main window and follows whether its state is visible.
 class FormWindow : public wxDialog {
  public:
   /// `unload` is called when the user closes the window; it makes the state invisible.

@@ -11,7 +11,7 @@
 
 namespace gorbex::ui {
 
-/// What the window's program asks of the system it runs on.
+/// The services of the system that the window's program needs.
 class Host : public HostPaths {
  public:
   /// The services with the window's own event pump; valid as long as the host and the pump.

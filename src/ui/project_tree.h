@@ -16,7 +16,7 @@ namespace gorbex::ui {
 /// measured and painted, so a hundred thousand open nodes cost what ten do.
 class ProjectTree : public wxVListBox {
  public:
-  /// What the user does with a node; null stands for the space beside the nodes.
+  /// Gestures on a node; null means the space beside the nodes.
   struct Gestures {
     std::function<void(TreeNode*)> pressed;
     std::function<void(TreeNode&)> selected;  ///< with the keyboard

@@ -11,7 +11,7 @@
 
 namespace gorbex::ui {
 
-/// The program with everything it stands on, in the order in which it is taken down again.
+/// The program with everything it needs, in the order in which it is taken down again.
 class Session {
  public:
   /// The host must outlive the session.

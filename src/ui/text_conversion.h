@@ -15,7 +15,7 @@ namespace gorbex::ui {
 [[nodiscard]] std::string FromWx(const wxString& text);
 
 /// At most so many bytes of a text, with words of at most 1000: the toolkit takes minutes to lay
-/// out a long line that it cannot break. "..." stands for the rest.
+/// out a long line that it cannot break. "..." replaces the rest.
 [[nodiscard]] std::string Excerpt(const std::string& text, std::size_t most);
 
 }  // namespace gorbex::ui

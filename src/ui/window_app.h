@@ -16,7 +16,7 @@ class WindowApp : public wxApp {
  public:
   using MakeHost = std::function<std::unique_ptr<Host>()>;
 
-  /// `typed` is what the command line names. What the host cannot do is told in a box.
+  /// `typed` is what the command line names. A failure of the host is told in a box.
   WindowApp(MakeHost makeHost, std::string typed);
 
   bool OnInit() override;

@@ -6,7 +6,7 @@
 
 namespace gorbex::ui {
 
-/// What the command line of the window says.
+/// The contents of the window's command line.
 struct WindowArguments {
   /// The program is done already when it has said this.
   struct Reply {
@@ -21,7 +21,7 @@ struct WindowArguments {
 
 enum class PrefixOption { Offered, None };
 
-/// Reads the arguments behind the program's name, in UTF-8.
+/// Reads the arguments after the program's name, in UTF-8.
 [[nodiscard]] WindowArguments WindowArgumentsOf(const std::vector<std::string>& words,
                                                 PrefixOption prefix);
 

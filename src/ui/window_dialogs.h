@@ -16,7 +16,7 @@ class WindowDialogs : public Dialogs {
   /// The paths must outlive this object.
   explicit WindowDialogs(const HostPaths& paths) : paths_(paths) {}
 
-  /// The window above which dialogs stand; it is shown before the first. Null for none.
+  /// The window above which dialogs appear; it is shown before the first. Null for none.
   void SetParent(wxWindow* parent) { parent_ = parent; }
 
   Answer Show(const Message& message) override;

@@ -10,7 +10,7 @@
 
 namespace gorbex::cli {
 
-// A console takes and gives UTF-16, while the program's streams are UTF-8. What is no console, a
+// A console takes and gives UTF-16, while the program's streams are UTF-8. Anything else, a
 // file or a pipe, gets the bytes as they are.
 
 [[nodiscard]] bool IsConsole(DWORD standardStream);

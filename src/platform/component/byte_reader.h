@@ -7,7 +7,7 @@
 
 namespace gorbex {
 
-/// What a reader of a binary format throws when the bytes are not what the format promises.
+/// Thrown by a reader of a binary format when the bytes do not follow the format.
 class DamagedBytes : public std::runtime_error {
  public:
   DamagedBytes() : std::runtime_error("damaged bytes") {}

@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// What the registry holds of a component. Identities are in braces.
+/// The registry entries of a component. Identities are in braces.
 struct ComponentKeys {
   struct Class {
     std::string name;
@@ -29,7 +29,7 @@ struct ComponentKeys {
   bool inProcess = true;
 };
 
-/// The keys of a component whose type library stands in the file with that path.
+/// The keys of a component whose type library is in the file with that path.
 [[nodiscard]] ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path);
 
 /// The keys below HKEY_CLASSES_ROOT that hold nothing but the component. The library's topmost key

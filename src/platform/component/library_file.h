@@ -9,17 +9,17 @@
 
 namespace gorbex {
 
-/// Where a type library stands: a file, and the number of a resource of it.
+/// Where a type library is: a file, and the number of a resource of it.
 struct LibraryPlace {
   std::string file;
   std::optional<std::uint16_t> resource{};  ///< nothing for the file itself or its first library
 };
 
-/// Takes a resource number ("...\script.dll\3") off a path that names no file as it stands.
+/// Takes a resource number ("...\script.dll\3") off a path that does not name a file with it.
 [[nodiscard]] LibraryPlace PlaceOfLibrary(const FileReader& files, const std::string& path);
 
 /// The type library of a component: the file itself, or the first TYPELIB resource of a program
-/// or library; a number behind the file ("...\script.dll\3") names the resource. Nothing when the
+/// or library; a number after the file ("...\script.dll\3") names the resource. Nothing when the
 /// file cannot be read or has none in the MSFT format.
 [[nodiscard]] std::optional<TypeLibrary> TypeLibraryOf(const FileReader& files,
                                                        const std::string& componentFile);

@@ -30,7 +30,7 @@ struct TypeInfo {
   std::optional<std::size_t> defaultInterface;
 };
 
-/// What a type library says about itself and its types, in the order of the file.
+/// The contents of a type library: itself and its types, in the order of the file.
 struct TypeLibrary {
   std::string guid;
   std::uint16_t major = 0;

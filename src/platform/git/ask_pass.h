@@ -11,9 +11,9 @@ namespace gorbex {
 
 // How a password reaches git: git starts the program that GIT_ASKPASS names, with its question as
 // the one argument, and reads the answer from its output. That program is this one, called again;
-// what it answers stands in the environment that git hands down, never in an argument or a file.
+// its answers are in the environment that git hands down, never in an argument or a file.
 
-/// What was typed at the login, in UTF-8.
+/// The input of the login, in UTF-8.
 struct GitLogin {
   std::string user{};
   std::string password{};
@@ -25,7 +25,7 @@ struct GitLogin {
 /// names none.
 [[nodiscard]] std::string OriginInUrl(const std::string& text);
 
-/// True when an http URL gives credentials of its own that git would take instead of the login.
+/// True when an http URL contains credentials that git would take instead of the login.
 [[nodiscard]] bool OverridesLogin(const std::string& url, const GitLogin& login);
 
 /// The variables that let the program answer for the login, at those origins and no other.

@@ -11,11 +11,11 @@
 
 namespace gorbex {
 
-/// What git leaves half-done in the working tree when it stops on its way to a commit.
+/// The traces that git leaves in the working tree when it stops on its way to a commit.
 class HalfDone {
  public:
-  /// The status is that before git sets out; absent are the files that the commit adds where
-  /// nothing stood then. Runner and status outlive this.
+  /// The status is that before git sets out; absent are the files that the commit adds in places
+  /// where nothing was there then. Runner and status outlive this.
   HalfDone(const GitRunner& git, std::string commit, const GitStatus& before,
            Incoming::Paths absent)
       : git_(git), commit_(std::move(commit)), before_(before), absent_(std::move(absent)) {}

@@ -9,13 +9,13 @@
 
 namespace gorbex {
 
-/// What the way to a commit writes in the working tree, as that is before git sets out.
+/// The changes in the working tree on the way to a commit, as found before git begins.
 struct Incoming {
   using Paths = std::set<std::string, std::less<>>;
 
-  Paths absent{};      ///< files that the commit adds, where nothing stands
+  Paths absent{};      ///< files that the commit adds, where there is nothing yet
   Paths inTheWay{};    ///< files and links of the user's in place of a folder that files change in
-  Paths submodules{};  ///< those that are to stand at another commit, which git leaves to the user
+  Paths submodules{};  ///< those that should be at another commit, which git leaves to the user
 };
 
 [[nodiscard]] Incoming ReadIncoming(const GitRunner& git, const std::string& commit,

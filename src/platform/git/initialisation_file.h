@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// What an initialisation file says about a git working tree.
+/// The entries of an initialisation file about a git working tree.
 struct GitSettings {
   std::string worktree;  ///< Windows path of its top
   std::string remote = "origin";
@@ -20,8 +20,8 @@ using HostPathReader = std::function<std::string(const std::string&)>;
 
 /// The settings of the file's [git] section; nothing when it has none, so that another client's
 /// file is told apart. Errors: 53 and its kin for the file, 5 for a section that lacks its working
-/// tree, and for a file that is no text of the code page or in UTF-8 with its mark. Where the
-/// system has paths of its own, such as /srv/product, the reader takes them.
+/// tree, and for a file that is neither a text of the code page nor in UTF-8 with its mark. Where
+/// the system has other paths, such as /srv/product, the reader takes them.
 [[nodiscard]] std::optional<GitSettings> ReadGitSettings(const FileReader& files,
                                                          const std::string& path,
                                                          const HostPathReader& hostPath = {});

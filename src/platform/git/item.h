@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// One folder or file of a working tree behind the operations of a source-control item.
+/// One folder or file of a working tree as a source-control item.
 class GitItem : public SourceControlItem {
  public:
   GitItem(std::shared_ptr<GitWorkingTree> tree, GitTree::Entry entry)

@@ -10,18 +10,18 @@
 
 namespace gorbex {
 
-/// What a call of git may do, and so what it is given.
+/// The rights of a call of git.
 enum class GitCall {
   Question,  ///< looks at the working tree, taking no lock
   Change,    ///< changes the working tree; the user's hooks run
   Remote,    ///< asks the remote, with the login, which nothing else is shown
 };
 
-/// A git that takes longer is taken for one that hangs, as behind a silent server, and ended. An
-/// unattended program would wait for it for ever.
+/// A git that takes longer is ended as hanging, such as one with a silent server. An
+/// unattended program would wait for it forever.
 inline constexpr std::chrono::minutes kGitPatience{30};
 
-/// A variable that git is given, whose value stands for no further option of a merge.
+/// A variable that git is given, whose value means no further option of a merge.
 inline constexpr const char* kNoMergeOptions = "GORBEX_MERGE_OPTIONS";
 
 /// Runs git in one working tree with one login. Arguments and answers are UTF-8.
@@ -36,7 +36,7 @@ class GitRunner {
   /// The login is for these origins of URLs; before this is said it is for none.
   void UseLoginAt(std::vector<std::string> origins) { origins_ = std::move(origins); }
 
-  /// What git answers. Error with git's words when it fails. A git that finds another one at work
+  /// Git's answer. Error with git's words when it fails. A git that finds another one at work
   /// in the same place is given a few more attempts, here and below.
   std::string Run(GitCall kind, const std::vector<std::string>& arguments) const;
 

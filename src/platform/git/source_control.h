@@ -12,7 +12,7 @@
 
 namespace gorbex {
 
-/// Git behind the operations of a source-control database, through the `git` program, so that the
+/// Git as a source-control database, through the `git` program, so that the
 /// user's credentials, hooks and settings work as always. The initialisation file names the working
 /// tree in a [git] section; "$/" is its top.
 class GitSourceControl : public SourceControl {

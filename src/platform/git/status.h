@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// What is checked out, and what the user changed on top. Texts are UTF-8.
+/// The present checkout and the user's changes in it. Texts are UTF-8.
 struct GitStatus {
   std::string commit;  ///< its hash; "(initial)" before the first one
   std::string branch;  ///< "(detached)" when none is checked out

@@ -15,7 +15,7 @@ class GitTree {
   struct Entry {
     std::string path;  ///< as git spells it; empty for the top
     bool isFolder = false;
-    bool isInDatabase = true;  ///< false for what stands in the working tree alone
+    bool isInDatabase = true;  ///< false for what is only in the working tree
   };
 
   /// From the answer of "ls-tree -r -t -z".
@@ -26,7 +26,7 @@ class GitTree {
 
   [[nodiscard]] std::vector<Entry> Children(const std::string& folder) const;
 
-  /// The submodule, a repository of its own, that holds the path or is it; empty when there is
+  /// The submodule, a separate repository, that holds the path or is it; empty when there is
   /// none.
   [[nodiscard]] std::string SubmoduleOf(const std::string& path) const;
 

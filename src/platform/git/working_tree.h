@@ -15,7 +15,7 @@
 
 namespace gorbex {
 
-/// Where a working tree stands and what it follows. Remote and branch are UTF-8.
+/// The place of a working tree and the branch that it follows. Remote and branch are UTF-8.
 struct GitPlace {
   std::string folder;  ///< Windows path of its top
   std::string remote;

@@ -16,7 +16,7 @@
 namespace gorbex {
 
 /// How a child starts: no open file but its input and output, no signal blocked or ignored on our
-/// account, and a session of its own. Our terminal and its keys do not reach it, and it is ended
+/// account, and its own session. Our terminal and its keys do not reach it, and it is ended
 /// with the helpers that it started.
 struct ChildStart {
   std::vector<std::string> arguments;  ///< the program's host path first
@@ -27,7 +27,7 @@ struct ChildStart {
   int errorOutput = STDERR_FILENO;
 };
 
-/// A child of this process, watched through a descriptor of its own.
+/// A child of this process, watched through its own descriptor.
 class ChildProcess : public Process {
  public:
   /// Fails with std::system_error. The call is made once, when the child's end is seen.
@@ -37,7 +37,7 @@ class ChildProcess : public Process {
   [[nodiscard]] std::optional<std::uint32_t> ExitCode(std::chrono::milliseconds patience) override;
   void Terminate() override;
 
-  /// Asks the process and its helpers to end, so that they can tidy up behind themselves, and ends
+  /// Asks the process and its helpers to end, so that they can clean up, and ends
   /// those that have not done so in time.
   void End(std::chrono::milliseconds patience);
 

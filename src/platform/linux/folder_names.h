@@ -27,7 +27,7 @@ class FolderNames {
   [[nodiscard]] Look Find(const std::string& folder, std::string_view name);
 
  private:
-  /// What a folder held when it was read.
+  /// The contents of a folder when it was read.
   struct Folder {
     struct stat info {};
     bool mayHaveChanged = true;                            ///< its time was too fresh to tell

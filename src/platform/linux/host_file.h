@@ -26,7 +26,7 @@ class Descriptor {
   int number_;
 };
 
-/// Fails with ENODEV for what is no plain file (never waits for a pipe), with ENOMEM when too
+/// Fails with ENODEV for anything but a plain file (never waits for a pipe), with ENOMEM when too
 /// large.
 [[nodiscard]] std::string ReadHostFile(const std::string& path);
 
@@ -42,11 +42,11 @@ enum class Flush { Wait, Later };
 void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t newFileMode,
                      Flush flush = Flush::Wait);
 
-/// Adds at the end with one system write, all or nothing; fails with ENODEV for what is no plain
-/// file.
+/// Adds at the end with one system write, all or nothing; fails with ENODEV for anything but a
+/// plain file.
 void AppendHostFile(const std::string& path, const std::string& bytes);
 
-/// As AppendHostFile, to a file that is there and may be written, also by its mode alone; false
+/// As AppendHostFile, to a file that is there and may be written, even if only by its mode; false
 /// when it is not.
 [[nodiscard]] bool AppendToHostFile(const std::string& path, const std::string& bytes);
 

@@ -12,11 +12,11 @@ namespace gorbex {
 struct PluginClass {
   std::shared_ptr<void> library;
   GorbexClass calls{};
-  std::optional<GorbexControl> control;  ///< of a user control alone
+  std::optional<GorbexControl> control;  ///< only of a user control
 };
 
 /// Loads the shared library with that absolute host path and asks it for a class. Error 429 when
-/// there is no such class to be had; its description is the reason alone and calls the file by its
+/// there is no such class to be had; its description is only the reason and calls the file by its
 /// `shownName`.
 [[nodiscard]] PluginClass LoadPluginClass(const std::string& hostPath, const std::string& shownName,
                                           const std::string& clsid);

@@ -13,7 +13,7 @@
 
 namespace gorbex {
 
-/// The folder that stands for a Windows installation: drive_c/, dosdevices/ and *.reg, laid out as
+/// The folder that serves as a Windows installation: drive_c/, dosdevices/ and *.reg, laid out as
 /// Wine lays one out. Maps Windows paths (code-page bytes) to host paths (UTF-8) and back.
 class Prefix {
  public:
@@ -29,7 +29,7 @@ class Prefix {
 
   [[nodiscard]] const std::filesystem::path& Root() const { return root_; }
 
-  /// True when Wine made it: the registry files of Wine stand in it.
+  /// True when Wine made it: it has Wine's registry files.
   [[nodiscard]] bool IsWine() const;
 
   /// A path of the host with what the host knows about it, symbolic links followed.
@@ -38,11 +38,11 @@ class Prefix {
     struct stat info {};
   };
 
-  /// What exists under the Windows path, found without regard to letter case: an exact match first,
-  /// then a look through the folder. Nothing when it does not exist or cannot.
+  /// The file or folder of the Windows path, found without regard to letter case: an exact match
+  /// first, then a look through the folder. Nothing when it does not exist or cannot.
   [[nodiscard]] std::optional<HostEntry> Find(const std::string& windowsPath) const;
 
-  /// The host path alone of what Find finds.
+  /// Only the host path of what Find finds.
   [[nodiscard]] std::optional<std::string> Existing(const std::string& windowsPath) const;
 
   /// The host path of a file whose names are all spelled as in the Windows path, whether it exists

@@ -13,7 +13,7 @@ namespace gorbex {
 
 /// Starts native programs directly and Windows programs under Wine, without any shell. A child
 /// reads nothing, and its output joins this program's error output. The system's registration tool
-/// is Wine's where there is Wine; elsewhere this program's own stands in for it.
+/// is Wine's where there is Wine; elsewhere this program's own replaces it.
 class LinuxProcessLauncher : public ProcessLauncher {
  public:
   /// Runs the registration tool's arguments and gives its exit code.

@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// What only one program at a time may do in a prefix, kept to this one while the lock lives.
+/// Work that only one program at a time may do in a prefix: this one, while the lock lives.
 class ProgramLock {
  public:
   /// A build run: all runs of a prefix share one result log, so a second one would take the first

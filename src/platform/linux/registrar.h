@@ -25,14 +25,14 @@ class Registrar {
   Registrar(const FileReader& files, LinuxRegistry& registry)
       : files_(files), registry_(registry) {}
 
-  /// Runs the tool's command line behind its name: an optional "/s", "-u" or "/u" to unregister,
+  /// Runs the tool's command line after its name: an optional "/s", "-u" or "/u" to unregister,
   /// and a file.
   [[nodiscard]] Outcome Run(std::string_view arguments);
 
   /// Harmless when the component is registered already.
   [[nodiscard]] Outcome Register(const std::string& componentFile);
 
-  /// Removes the component's own keys alone; harmless when it is not registered.
+  /// Removes only the component's own keys; harmless when it is not registered.
   [[nodiscard]] Outcome Unregister(const std::string& componentFile);
 
  private:

@@ -14,7 +14,7 @@
 namespace gorbex {
 
 /// The registry of a prefix. Wine's system.reg and user.reg are only ever read; what the program
-/// writes stands in gorbexbuilder.reg beside them and wins over both. All three are read again when
+/// writes is in gorbexbuilder.reg beside them and wins over both. All three are read again when
 /// they change, which is looked for every few milliseconds at most.
 ///
 /// Wine keeps its registry in memory and writes the files half a minute later or when its last
@@ -37,7 +37,8 @@ class LinuxRegistry : public Registry {
   /// The next query looks whether the files changed. For when a child process ended.
   void Recheck();
 
-  /// As Recheck(), when the child ran under Wine or Wine's files may be behind for other reasons.
+  /// As Recheck(), when the child ran under Wine or Wine's files may be out of date for other
+  /// reasons.
   void RecheckWine();
 
   [[nodiscard]] bool HasKey(RegistryRoot root, std::string_view subKey) const override;
@@ -49,14 +50,14 @@ class LinuxRegistry : public Registry {
   /// there was none; false when the file cannot be written.
   bool RemoveKeys(RegistryRoot root, const std::vector<std::string>& subKeys);
 
-  /// True when some key stands directly below this one.
+  /// True when there is a key directly below this one.
   [[nodiscard]] bool HasSubKeys(RegistryRoot root, std::string_view subKey) const;
   bool SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
                 const RegistryValue& value) override;
   bool SetValues(RegistryRoot root, const std::vector<RegistryEntry>& entries) override;
 
  private:
-  /// What tells one state of a file from another.
+  /// Distinguishes one state of a file from another.
   struct Stamp {
     std::int64_t modified = 0;  ///< nanoseconds
     std::int64_t changed = 0;   ///< nanoseconds
@@ -78,7 +79,7 @@ class LinuxRegistry : public Registry {
     void Load();
   };
 
-  /// Where a root's keys stand, in the order in which they are asked.
+  /// Where a root's keys are, in the order in which they are asked.
   using Tops = std::vector<const RegistryKey*>;
 
   void Refresh() const;

@@ -6,8 +6,8 @@
 
 namespace gorbex {
 
-/// Runs tools of the host, away from our terminal, so that none can ask there. One that leaves a
-/// helper running behind it is not waited for longer than itself.
+/// Runs tools of the host, away from our terminal, so that none can ask there. The wait ends with
+/// the tool, even if it leaves a helper running.
 class LinuxToolRunner : public ToolRunner {
  public:
   explicit LinuxToolRunner(const Prefix& prefix) : prefix_(prefix) {}

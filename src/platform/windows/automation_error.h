@@ -13,7 +13,7 @@ namespace gorbex {
 /// Error 440 for a call of an object's member that failed without a word of the object.
 [[nodiscard]] RuntimeError AutomationFailure(HRESULT result, const std::string& member);
 
-/// What an object says about its failure, with what that owns.
+/// An object's report of its failure, with what that owns.
 class AutomationException {
  public:
   AutomationException() = default;

@@ -23,7 +23,7 @@ using KeptObject = std::shared_ptr<const Dispatch>;
 /// the caller's user interface: events are handled while its work is waited for.
 class AutomationThread {
  public:
-  /// Work is waited for as long as said, or for ever. The pump, which may be null, outlives this
+  /// Work is waited for as long as said, or forever. The pump, which may be null, outlives this
   /// object.
   explicit AutomationThread(EventPump* events,
                             std::optional<std::chrono::milliseconds> patience = {});
@@ -35,7 +35,7 @@ class AutomationThread {
 
   /// Does the work on the thread and gives its result, or throws what it threw; what an event threw
   /// meanwhile is thrown when the work is done. The work owns all it uses: error 440 when the wait
-  /// is over, and the work may then go on alone.
+  /// is over, and the work may then go on by itself.
   template <class Work>
   auto Do(Work work) -> decltype(work()) {
     const auto task = std::make_shared<std::packaged_task<decltype(work())()>>(std::move(work));

@@ -25,7 +25,7 @@ struct ChildStart {
   bool hasOwnConsole = false;  ///< one without a window, out of reach of our console's keys
 };
 
-/// A child of this process. A window of its own for a console program appears only where this
+/// A child of this process. A separate window for a console program appears only where this
 /// program has one.
 class ChildProcess : public Process {
  public:

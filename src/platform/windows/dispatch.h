@@ -16,16 +16,16 @@ namespace gorbex {
 
 // Automation objects by late binding: their members are found by name when they are used. Errors:
 // 438 no such member, 383 a read-only property, 13 a value of another type, 91 there is no object.
-// What an object itself raises comes in its own words and under its own number, as the users of the
-// language know it (their own numbers, or a negative one); 440 where there are no words.
+// Errors of the object itself keep their words and numbers, as users of the
+// language know them (their own numbers, or a negative one); 440 where there are no words.
 
 class Dispatch;
 
-/// What is handed to a member. Arguments left out at the end are those that the member makes up.
+/// The arguments for a member. Arguments left out at the end are those that the member makes up.
 using Argument = std::variant<std::string, std::int32_t, bool>;
 using Arguments = std::vector<Argument>;
 
-/// What a member answered, with what it owns. Error 13 when it is asked for as something it is not.
+/// The answer of a member, with what it owns. Error 13 when it is read as another type.
 class Answer {
  public:
   /// The member's name is for errors.

@@ -15,7 +15,7 @@ namespace gorbex {
 /// True when the full path names a file that is there.
 [[nodiscard]] bool IsFile(const std::wstring& fullPath);
 
-/// The path of the file in which this program stands.
+/// The path of this program's file.
 [[nodiscard]] std::wstring OwnFile();
 
 }  // namespace gorbex

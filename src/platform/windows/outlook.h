@@ -11,7 +11,7 @@
 
 namespace gorbex {
 
-/// Outlook, through its automation class. It has an account of its own: nothing of a MailAccount is
+/// Outlook, through its automation class. It has its own account: nothing of a MailAccount is
 /// used.
 class Outlook : public Mail {
  public:

@@ -22,7 +22,7 @@ struct OutlookSession {
   KeptObject nameSpace;
 };
 
-/// A mail as it stood in its folder when that was listed.
+/// A mail as it was in its folder when that was listed.
 struct ListedMail {
   std::string id;
   std::string folderId;
@@ -39,7 +39,7 @@ struct ListedMail {
 [[nodiscard]] std::vector<ListedMail> ListMails(const std::shared_ptr<OutlookSession>& session,
                                                 const std::string& folder);
 
-/// The mail itself, for work of the session's thread; no object when it stands in its folder no
+/// The mail itself, for work of the session's thread; no object when it is in its folder no
 /// more.
 [[nodiscard]] Dispatch FindMail(const Dispatch& nameSpace, const ListedMail& listed);
 

@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// What only one program at a time may do in an installation, kept to this one while the lock
+/// Work that only one program at a time may do in an installation: this one, while the lock
 /// lives.
 class ProgramLock {
  public:

@@ -5,8 +5,8 @@
 
 namespace gorbex {
 
-/// Runs tools of the search path. One that leaves a helper running behind it is not waited for
-/// longer than itself.
+/// Runs tools of the search path. The wait ends with the tool, even if it leaves a
+/// helper running.
 class WindowsToolRunner : public ToolRunner {
  public:
   /// From now on these events are handled while a tool runs; the pump outlives the runner's calls.

@@ -17,7 +17,7 @@ namespace gorbex {
 /// As FromWide, with a "?" for what the code page cannot say.
 [[nodiscard]] std::string FromWideRoughly(std::wstring_view wide);
 
-/// What is no valid UTF-8 or UTF-16 becomes the replacement character.
+/// Invalid UTF-8 or UTF-16 becomes the replacement character.
 [[nodiscard]] std::wstring WideFromUtf8(std::string_view utf8);
 [[nodiscard]] std::string Utf8FromWide(std::wstring_view wide);
 

@@ -12,7 +12,7 @@
 namespace gorbex::standin {
 
 /// An object of any class: has the properties that the class's interface lists, and keeps what they
-/// are given. It is used by name alone; the code of the class is not run.
+/// are given. It is used only by name; the code of the class is not run.
 class LateBoundObject : public IDispatch {
  public:
   explicit LateBoundObject(ComPointer<ITypeInfo> type) : interface_(std::move(type)) {}

@@ -11,7 +11,7 @@
 
 namespace gorbex::standin {
 
-// The component in whose file this code stands. Its type library, a resource that the compiler put
+// The component whose file contains this code. Its type library, a resource that the compiler put
 // into a copy of the file, is all that tells one component from another.
 
 /// The full path of the component's file.

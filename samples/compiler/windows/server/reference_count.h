@@ -4,7 +4,7 @@
 
 namespace gorbex::standin {
 
-/// What keeps the component's code in use.
+/// Counts the uses that keep the component's code loaded.
 class CodeUse {
  public:
   CodeUse() { InterlockedIncrement(&count_); }

@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-// What the URLs of an account name. All texts in here are the host's: UTF-8.
+// The parts that the URLs of an account name. All texts in here are the host's: UTF-8.
 
 enum class Encryption {
   Required,
@@ -39,7 +39,7 @@ struct SendmailProgram {
 using MailStore = std::variant<MaildirStore, MailServer>;
 using MailTransport = std::variant<SendmailProgram, MailServer>;
 
-/// What the account leaves open.
+/// Defaults for what the account leaves open.
 struct MailDefaults {
   std::string homeFolder;
   std::string password;  ///< for a server whose URL names a user without one

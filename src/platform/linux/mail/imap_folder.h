@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// A folder of an IMAP server. Every operation has a connection of its own: between two of them a
+/// A folder of an IMAP server. Every operation has its own connection: between two of them a
 /// build may run that outlasts any server's patience.
 class ImapFolder : public StoredFolder {
  public:

@@ -6,13 +6,13 @@
 
 namespace gorbex {
 
-/// What the program asks of a mail without its body.
+/// The parts of a mail that the program needs without its body.
 struct MailHeader {
   std::string subject;        ///< code page, on one line
   std::string senderName;     ///< code page; the address where there is no name
   std::string senderAddress;  ///< empty where the mail names none
   std::string replyAddress;   ///< where the sender wants answers; empty as above
-  std::string messageId;      ///< as it stands, with its angle brackets
+  std::string messageId;      ///< as it is, with its angle brackets
   std::string references;     ///< the same, of the mails before it
   bool isAutomatic = false;
 };

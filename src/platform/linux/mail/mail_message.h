@@ -15,7 +15,7 @@ struct Correspondent {
 [[nodiscard]] Correspondent CorrespondentOf(const std::string& text);
 
 struct Attachment {
-  std::string name;  ///< of the file alone, code page
+  std::string name;  ///< only of the file, code page
   std::string bytes;
 };
 

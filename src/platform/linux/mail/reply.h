@@ -13,7 +13,7 @@ class Reply : public OutgoingMail {
  public:
   using Sender = std::function<void(const MailMessage&)>;
 
-  /// The name stands for the correspondent among the recipients. The files outlive the reply.
+  /// The name means the correspondent among the recipients. The files outlive the reply.
   Reply(MailMessage start, std::string name, Correspondent correspondent, const FileReader& files,
         Sender send);
 

@@ -29,7 +29,7 @@ void Prepare(vmime::net::service& service, const MailServer& server, const std::
              Patience& patience);
 
 /// Calls back with the addresses of the server's host until one connects. The library's own look-up
-/// of a name cannot be given up while it waits; it gets numbers alone.
+/// of a name cannot be given up while it waits; it gets only numbers.
 void AtFirstAddress(const MailServer& server,
                     const std::function<void(const std::string& address)>& connect);
 

@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// How long a piece of work waits: for a while without any news, not for ever even when news
+/// How long a piece of work waits: for a while without any news, and not forever even when news
 /// trickles in, and no longer once nobody wants its result.
 class Patience {
  public:
@@ -33,7 +33,8 @@ class Patience {
   std::atomic<bool> isEnded_ = false;
 };
 
-/// Does what may block on a thread of its own, while the user interface of the caller stays alive.
+/// Does work that may block on a separate thread, while the user interface of the caller stays
+/// alive.
 class Worker {
  public:
   explicit Worker(std::chrono::milliseconds longestSilence) : longestSilence_(longestSilence) {}
