@@ -1,5 +1,5 @@
 // A compiler that compiles nothing: PROJECT /make /out LOG writes to the log that the project was
-// built. A log on drive C: stands in the prefix. Without a log it is a mailer that takes what it is
+// built. A log on drive C: is in the prefix. Without a log it is a mailer that takes what it is
 // given.
 #include <algorithm>
 #include <cstdio>

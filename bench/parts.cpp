@@ -1,4 +1,4 @@
-// Parts of the program alone, for what no command does by itself:
+// Single parts of the program, for work that no command does by itself:
 //
 // parts rewrite PREFIX: gives the modules of C:\Rewrite\Rewrite.vbp the new identities
 // parts log PREFIX LINES: writes lines to the activity log
@@ -37,7 +37,7 @@ class SilentDialogs : public Dialogs {
   void ShowLabel(frmLabel& /*form*/) override {}
 };
 
-/// Every component defines the interface of its own name: "C:\Bin\{id}.dll" has {id}.
+/// Every component defines the interface of its name: "C:\Bin\{id}.dll" has {id}.
 class NamedInterfaces : public ComponentInspector {
  public:
   [[nodiscard]] std::string InterfaceGuid(const std::string& file,

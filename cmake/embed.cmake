@@ -58,7 +58,7 @@ endif()
 set(GORBEX_EMBED_SCRIPT ${CMAKE_CURRENT_LIST_FILE})
 
 # gorbex_embed(TARGET FILES...): TARGET gets gorbex::ui::EmbeddedFile() over these files. Paths are
-# relative to the current source folder. For one target of a program alone.
+# relative to the current source folder. Only for one target of a program.
 function(gorbex_embed target)
   if(NOT ARGN)
     message(FATAL_ERROR "gorbex_embed(${target}): no files")
@@ -77,7 +77,7 @@ function(gorbex_embed target)
     list(APPEND names "${name}")
   endforeach()
 
-  # The list is a file of its own, so that adding and leaving out files writes the source anew.
+  # The list is a separate file, so that adding and leaving out files writes the source anew.
   set(output ${CMAKE_CURRENT_BINARY_DIR}/${target}_embedded_files.cpp)
   set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}_embedded_files.txt)
   list(JOIN files "\n" lines)
@@ -90,7 +90,7 @@ function(gorbex_embed target)
     COMMENT "Embedding files into ${target}"
     VERBATIM)
 
-  # A library of its own keeps clang-tidy off the generated source.
+  # A separate library keeps clang-tidy off the generated source.
   add_library(${target}_embedded OBJECT ${output})
   set_target_properties(${target}_embedded PROPERTIES CXX_CLANG_TIDY "")
   target_include_directories(${target}_embedded

@@ -16,7 +16,7 @@ if(GORBEX_SANITIZE)
   target_link_options(gorbex_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# The fuzzing library finds its way by what the compiler adds for it; its targets alone link it.
+# The fuzzing library finds its way by what the compiler adds for it; only its targets link it.
 if(GORBEX_FUZZ)
   target_compile_options(gorbex_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
@@ -37,7 +37,7 @@ function(gorbex_layer_includes target layer)
   foreach(header ${headers})
     get_filename_component(name ${header} NAME)
     if(CMAKE_HOST_WIN32)
-      configure_file(${header} ${view}/${layer}/${name} COPYONLY)  # links want a right of their own
+      configure_file(${header} ${view}/${layer}/${name} COPYONLY)  # links need a special right
     else()
       file(CREATE_LINK ${header} ${view}/${layer}/${name} SYMBOLIC)
     endif()

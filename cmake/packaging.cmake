@@ -7,7 +7,7 @@ endif()
 
 include(GNUInstallDirs)
 
-# A program for Windows stands in one folder with all that belongs to it.
+# A program for Windows is in one folder with everything that belongs to it.
 if(WIN32)
   set(programs .)
   set(pages .)

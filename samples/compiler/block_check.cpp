@@ -58,7 +58,7 @@ bool IsOneOf(std::string_view words, std::string_view word) {
   return false;
 }
 
-/// A statement, seen as its first two words; the second stands right behind blanks.
+/// A statement, seen as its first two words; the second follows after blanks.
 struct Lead {
   explicit Lead(std::string_view statement) : text(statement), first(FirstWord(statement)) {
     rest = text.substr(first.size());
@@ -67,7 +67,7 @@ struct Lead {
 
   std::string_view text;
   std::string first;
-  std::string_view rest;  ///< behind the first word
+  std::string_view rest;  ///< after the first word
   std::string second;
 };
 

@@ -21,7 +21,7 @@ std::uint32_t ClassFlags(const OfferedClass& offered) {
          (offered.isControl ? type_flag::kControl : 0);
 }
 
-// A name can stand for one type alone.
+// A name can mean only one type.
 void AddEnums(TypeLibrary& library, const OfferedClass& offered) {
   for (const auto& declared : offered.declarations.enums) {
     const bool isTaken = std::any_of(

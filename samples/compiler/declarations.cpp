@@ -18,7 +18,7 @@ class Words {
 
   [[nodiscard]] std::string_view Rest() const { return rest_; }
 
-  /// The next word as it is written; empty when something else stands there.
+  /// The next word as it is written; empty when something else is there.
   std::string Take() {
     const auto length = FirstWord(rest_).size();
     std::string word(rest_.substr(0, length));
@@ -32,7 +32,7 @@ class Words {
     return true;
   }
 
-  /// What stands in the brackets that begin here; nothing when none do or they have no end.
+  /// The text in the brackets that begin here; nothing when none do or they have no end.
   std::optional<std::string_view> TakeBrackets() {
     if (!rest_.starts_with('(')) return std::nullopt;
     std::size_t depth = 0;
@@ -50,7 +50,7 @@ class Words {
   std::string_view rest_;
 };
 
-// Splits at the commas that stand in no brackets.
+// Splits at the commas outside brackets.
 std::vector<std::string_view> Parts(std::string_view list) {
   std::vector<std::string_view> parts;
   std::size_t depth = 0;
@@ -66,7 +66,7 @@ std::vector<std::string_view> Parts(std::string_view list) {
   return parts;
 }
 
-// The type that a sign behind a name stands for.
+// The type that a sign after a name means.
 std::string_view TypeOfSign(char sign) {
   switch (sign) {
     case '%':
@@ -173,7 +173,7 @@ class DeclarationReader {
     if (isOpen) found_.enums.push_back({name, {}});
   }
 
-  // A constant without a value of its own has the next number.
+  // A constant without a value has the next number.
   void ReadConstant(Words words) {
     const auto name = words.Take();
     if (EqualsIgnoringCase(name, "end")) {

@@ -39,7 +39,7 @@ class Image {
     const auto headers = Read(optional_ + 60);
     if (Read(resources_) != 0 || place + kSectionSize > headers) throw DamagedBytes();
     const auto fileStep = Read(optional_ + 36);
-    const auto address = Read(optional_ + 56);  // behind what is loaded now
+    const auto address = Read(optional_ + 56);  // after what is loaded now
     const auto content = ResourceSection(resources, address);
     const auto size = static_cast<std::uint32_t>(content.size());
     const auto offset = RoundedUp(bytes_.size(), fileStep);

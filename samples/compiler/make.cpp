@@ -32,7 +32,7 @@
 namespace gorbex::standin {
 namespace {
 
-// Zero for what is no number of 16 bits.
+// Zero for anything but a number of 16 bits.
 std::uint16_t VersionNumber(const std::string& text) {
   std::uint16_t number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);

@@ -58,7 +58,7 @@ constexpr std::array kValues = {
     ValueRule{"RevisionVer", &Project::revision},
 };
 
-// "modMain; modMain.bas" names the file behind the module, "Label.ctl" the file alone.
+// "modMain; modMain.bas" names the file after the module, "Label.ctl" only the file.
 ProjectItem SourceItem(ProjectItem::Kind kind, std::string_view value) {
   const auto mark = value.find(';');
   if (mark != std::string_view::npos) {

@@ -59,7 +59,7 @@ std::optional<std::string_view> ProjectReference(std::string_view value) {
   return value.substr(3);
 }
 
-// A number behind the file ("x.dll\3") is the place of the library inside it.
+// A number after the file ("x.dll\3") is the place of the library inside it.
 std::string LibraryFile(const std::string& path) {
   const auto last = FileNameOf(path);
   return Number(last, 10) ? FolderOf(path) : path;

@@ -90,7 +90,7 @@ class StatementSplitter {
 /// Follows #If ... #End If and tells which lines are read.
 class Conditions {
  public:
-  /// True for a directive, which is no statement itself.
+  /// True for a directive, which is not a statement itself.
   bool Take(std::string_view line) {
     if (!line.starts_with('#')) return false;
     const auto word = FirstWord(Trimmed(line.substr(1)));

@@ -23,8 +23,8 @@ constexpr std::uint32_t kSegmentEntrySize = 16;
 constexpr std::size_t kMostTypes = 0xFFFF;
 constexpr char kFiller = 'W';
 
-// What a table entry belongs to, where that is no type of the library: the offset of a type's
-// record stands there otherwise.
+// Owners of table entries that belong to no type of the library. The owner of other entries is the
+// offset of a type's record.
 constexpr std::uint32_t kOfLibrary = 0xFFFFFFFE;
 constexpr std::uint32_t kOfImportedType = 1;
 constexpr std::uint32_t kOfImportedFile = 2;
@@ -88,7 +88,7 @@ class GuidTable {
 /// The names that occur in the library.
 class NameTable {
  public:
-  /// A name that is there already, in whatever letter case, stands for both.
+  /// A name that is already there, in any letter case, is used for both.
   std::uint32_t Add(const std::string& name, std::uint32_t owner, std::uint32_t marks) {
     constexpr std::size_t kLongest = 0xFF;
     if (name.size() > kLongest) throw RuntimeError(ErrorNumber::Overflow, name);
@@ -124,7 +124,7 @@ class NameTable {
   std::uint32_t letters_ = 0;
 };
 
-/// The types that are made of others: here pointers to values alone.
+/// The types that are made of others: here only pointers to values.
 class DescriptionTable {
  public:
   std::uint32_t AddPointer(ValueType to) {
@@ -135,7 +135,7 @@ class DescriptionTable {
     return known->second;
   }
 
-  /// How a type says itself where a description could stand.
+  /// A type written in the place of a description.
   static std::uint32_t PlainType(ValueType type) {
     const auto value = static_cast<std::uint32_t>(type);
     return 0x80000000 | value << 16 | value;
@@ -151,7 +151,7 @@ class DescriptionTable {
 /// Values that do not fit where they are used.
 class ConstantTable {
  public:
-  /// The value itself when it is small, else where it stands.
+  /// The value itself when it is small, else its place.
   std::uint32_t Add(std::int32_t value) {
     constexpr std::uint32_t kLong = 3;
     constexpr std::uint32_t kInPlace = 0x80000000 | kLong << 26;
@@ -168,7 +168,7 @@ class ConstantTable {
   ByteWriter entries_;
 };
 
-/// The members of one type, as they stand behind the segments: their records, then their numbers,
+/// The members of one type, as they follow the segments: their records, then their numbers,
 /// names and places.
 class MemberBlock {
  public:
@@ -199,7 +199,7 @@ class MemberBlock {
   std::uint32_t count_ = 0;
 };
 
-/// Where the parts of a type stand in the tables.
+/// The places of a type's parts in the tables.
 struct TypePlaces {
   std::uint32_t guid = kNone;
   std::uint32_t name = kNone;
@@ -348,7 +348,7 @@ class LibraryWriter {
     record.U16((kInheritedFunctions + block.Count()) * kPlaceSize);
     record.U16(kSizeInMemory + (isGet ? kPointerInMemory : 0));
     record.U32(block.Count() << 16 | kVirtualCall | kind << 3 | (isGet ? kReturns : 0));
-    record.U16(1).U16(0);  // one parameter, not optional, that has no name
+    record.U16(1).U16(0);  // one parameter, not optional, without a name
     record.U32(type).U32(kNone).U32(isGet ? kOutReturned : kIn);
     block.Add(record.Bytes(), property.id, name);
   }
@@ -394,7 +394,7 @@ class LibraryWriter {
     return out.Bytes();
   }
 
-  // Members stand behind everything else.
+  // Members come after everything else.
   [[nodiscard]] std::string TypeRecords(std::uint32_t members) const {
     ByteWriter out;
     for (std::uint32_t i = 0; i < TypeCount(); ++i) {

@@ -45,7 +45,7 @@ void BuildQueue::mnuQueueAddAll_Click() {
   });
 }
 
-// The new row stands last, so no other row's number changes.
+// The new row is the last, so no other row's number changes.
 bool BuildQueue::Add(const std::string& path) {
   ListView& queue = window_.lvwQueue;
   if (queue.Find(path) != nullptr) return false;

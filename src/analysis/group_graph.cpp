@@ -23,7 +23,7 @@ std::optional<std::string_view> ReferencedProjectFile(std::string_view value) {
   return ReferenceField(value, 0).substr(3);
 }
 
-// Tarjan's algorithm with a stack of its own: a chain of thousands of projects must not exhaust the
+// Tarjan's algorithm with an explicit stack: a chain of thousands of projects must not exhaust the
 // program's.
 class ComponentSearch {
  public:

@@ -62,7 +62,7 @@ std::string ReferenceResolution::GUIDChanged(const std::string& referenceValue) 
   Procedure(report_, ": frmBuilder.GUIDChanged").Run([&](Procedure& on) {
     const std::string_view oldGuid = GetGUID(referenceValue);
     if (on([&] { return IsvalidRef(oldGuid); })) return;
-    // The whole value stands for both the GUID and the version here, as it always did.
+    // Here the whole value is both the GUID and the version, as it always was.
     const std::string file =
         on([&] { return LowerCase(LibraryPath(referenceValue, referenceValue)); });
     const std::string answer = on([&] { return components_.InterfaceGuid(file, "none"); });

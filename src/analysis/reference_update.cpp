@@ -102,14 +102,14 @@ bool ReferenceUpdate::ReplaceInFile(const std::string& file, std::string_view ol
   return ReplaceAll(file, {{std::string(oldText), std::string(newText)}}, &FileSystem::Write);
 }
 
-// One change after the other, as if each were a pass of its own over the file; the file is read and
+// One change after the other, as if each were a separate pass over the file; the file is read and
 // written once.
 bool ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Change>& changes,
                                  Writing write) {
   bool isWritten = false;
   Procedure(report_, ": frmBuilder.ReplaceInFile").Run([&](Procedure& on) {
-    // Without the file's text there is nothing to write back, so reading is no statement of its
-    // own.
+    // Without the file's text there is nothing to write back, so reading is not a separate
+    // statement.
     on([&] {
       std::string text = files_.Read(file);
       for (const auto& [oldText, newText] : changes) {

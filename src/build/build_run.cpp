@@ -18,7 +18,7 @@ constexpr std::int32_t kWithDebugInfo = -1;
 
 }  // namespace
 
-/// The debug values of one project. What they replaced is written back when the project is done,
+/// The debug values of one project. The replaced values are written back when the project is done,
 /// and also when an error ends the run in its midst.
 class BuildRun::DebugBuild {
  public:

@@ -22,7 +22,7 @@ void ComponentRegistration::Run(std::string_view procedure, Action action) {
     if (on([&] { return (this->*action)(component); })) {
       on([&] { changed_(); });
     } else {
-      // The same words for both directions, as ever.
+      // The same words for both directions, as always.
       on([&] { dialogs_.Show({"Failed to Register " + component}); });
       if (!advice_.empty()) on([&] { window_.SetStatus(advice_); });
     }

@@ -89,7 +89,7 @@ void ReplacedValues::Note(const std::string& projectFile,
   if (entries.size() > count) Store(entries);
 }
 
-// Whether the file still has what the run put in the place of its own value.
+// Whether the file still has the value that the run put in place of its own.
 bool ReplacedValues::IsIn(const std::string& text, const Entry& entry) {
   const auto place = FindProjectValue(text, entry.value.key);
   return place && text.substr(place->start, place->end.value_or(text.size()) - place->start) ==

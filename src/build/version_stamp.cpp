@@ -5,7 +5,7 @@
 namespace gorbex {
 namespace {
 
-// Three version numbers as one: their decimal texts behind one another, so that 1.2.10 is 1210 and
+// Three version numbers as one: their decimal texts joined, so that 1.2.10 is 1210 and
 // 1.10.0 is 1100. Errors: 6 the number is too large, 13 the texts make no number.
 std::int32_t ComparedVersion(double major, double minor, double revision) {
   return TextToLong(ShortestDecimal(major) + ShortestDecimal(minor) + ShortestDecimal(revision));

@@ -45,7 +45,7 @@ bool IsVersion(const std::string& text) {
          });
 }
 
-// The compiler wants a folder that is there. It also stands quoted in the compiler's command line,
+// The compiler wants a folder that is there. It is also quoted in the compiler's command line,
 // where an impossible name could pose as further arguments.
 void RequireBuildFolder(const Program& program) {
   const std::string& folder = program.window.buildDirectory;

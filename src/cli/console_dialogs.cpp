@@ -146,7 +146,7 @@ void ConsoleDialogs::ShowLogin(frmLogin& form) {
   if (!form.hidden.Get()) form.cmdCancel.Execute();
 }
 
-// What the code page cannot say is no part of a name or password that could be right.
+// A name or password that the code page cannot express cannot be right.
 void ConsoleDialogs::TryLogin(frmLogin& form, const std::optional<std::string>& user,
                               const std::string& password) {
   const auto secret = FromUtf8(password);

@@ -8,7 +8,7 @@
 namespace gorbex::cli {
 namespace {
 
-// Those above ASCII begin with a byte of their own, as a few letters do.
+// Those above ASCII begin with a byte that only a few letters share.
 bool MayBeControl(char byte) {
   return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F' || byte == '\xC2';
 }

@@ -50,8 +50,8 @@ std::string_view NodeLine(JsonLine& line, const TreeNode& node) {
   return line.End();
 }
 
-// Nodes stand in the order a reader of the tree sees them, which removals and additions may have
-// made another than the order of adding.
+// Nodes come in the order in which a reader of the tree sees them, which removals and additions may
+// have made another than the order of adding.
 template <class Visit>
 void InTreeOrder(const TreeNode& node, const Visit& visit) {
   visit(node);
@@ -64,7 +64,7 @@ Json JsonText(std::string_view text) {
   return ToUtf8(text);
 }
 
-// What is left unescaped is those above the letters of ASCII.
+// The library escapes all but those above the letters of ASCII.
 std::string Written(const Json& json) {
   std::string text = json.dump();
   std::string written;

@@ -32,7 +32,7 @@ std::string KeyOf(const ValueArguments& arguments) {
   throw Failure(ExitStatus::Unusable, "the key is empty or holds a character no key can hold");
 }
 
-// As it stands, line ends included, without what could steer a terminal.
+// As it is, line ends included, without characters that could control a terminal.
 std::string Shown(const std::string& value) {
   std::string shown = Plain(value.substr(0, value.find('\r')));
   for (auto end = value.find('\r'); end != std::string::npos;) {

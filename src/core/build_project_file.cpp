@@ -180,7 +180,7 @@ std::string BuildProjectFile::FileText() const {
   text += Line("breakonerror", FlagText(options.StopProcessing));
   text += Line("changerefs", FlagText(options.ChangeRefs));
   text += Line("builddir", options.BuildPath);
-  // Written twice since ever; loading lets the last one win.
+  // The file has always had this line twice; when loading, the last one wins.
   text += Line("changerefs", FlagText(options.ChangeRefs));
   text += Line("breakcompat", FlagText(!options.Compatible));
   text += Line("getonbuild", FlagText(options.GetLatest));

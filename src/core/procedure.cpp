@@ -28,7 +28,7 @@ bool Procedure::Again(const RuntimeError& error, unsigned line, Outermost outerm
     return false;
   }
   const Answer answer = report_->Show(error, name_, line);
-  // Outside a statement there is no place to go on from, so only Abort is left.
+  // Outside a statement there is no place to go on from, so only Abort remains.
   if (outermost == Outermost::Yes || answer == Answer::Abort) throw Left{};
   return answer == Answer::Retry;
 }

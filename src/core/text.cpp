@@ -41,7 +41,7 @@ std::size_t FindLong(std::string_view text, std::string_view lowered, std::size_
   return found == std::string::npos ? found : from + found;
 }
 
-// Collects the characters of a decimal number, passing over the blanks that may stand between them.
+// Collects the characters of a decimal number, skipping blanks between them.
 class NumberReader {
  public:
   explicit NumberReader(std::string_view text) : text_(text) {}

@@ -13,8 +13,8 @@ std::string_view ValueOf(std::string_view field) {
   return TrimBlanks(field.substr(field.find(' ') + 1));
 }
 
-// Other systems' users write "C:/Drops". What begins with a single slash is not a path but an
-// option.
+// Other systems' users write "C:/Drops". A word that begins with a single slash is not a path but
+// an option.
 std::string WithBackslashes(std::string path) {
   if (path.starts_with('/') && !path.starts_with("//")) return path;
   std::replace(path.begin(), path.end(), '/', '\\');

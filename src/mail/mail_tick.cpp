@@ -15,7 +15,7 @@ constexpr std::string_view kSubject = "build request";
 constexpr std::int16_t kReplyToUser = 1;
 constexpr std::size_t kMostRefused = 1000;
 
-// What cannot even be looked at is no project file.
+// A path that cannot be looked up is not a project file.
 bool IsFile(const FileReader& files, const std::string& path) {
   try {
     return !path.empty() && FileExists(files, path);
@@ -30,7 +30,7 @@ bool StandsOnAShare(const std::string& path) {
   return path.size() > 1 && isSeparator(path[0]) && isSeparator(path[1]);
 }
 
-// Cut before the carriage return that stands before the first line feed.
+// Cut before the carriage return before the first line feed.
 void CutAtLineEnd(std::string& text) {
   const auto end = text.find('\n');
   if (end != std::string::npos) text.resize(end == 0 ? 0 : end - 1);
@@ -279,7 +279,7 @@ bool MailTick::ReportFailure(const RuntimeError& error) {
   return isTold;
 }
 
-// The administrator alone, when the settings say so; else whoever the reply was for.
+// Only the administrator, when the settings say so; else the recipient of the reply.
 bool MailTick::AddressFailure() {
   if (uses_.options.ReplyTo != kReplyToUser) return reply_->RecipientCount() > 0;
   Procedure::IgnoringErrors().Run([&](Procedure& on) {

@@ -65,7 +65,7 @@ class ArgumentReader {
     return count;
   }
 
-  // A quote is text behind an odd backslash or, inside quotes, when doubled.
+  // A quote is text after an odd backslash or, inside quotes, when doubled.
   void TakeQuote(std::string& argument, bool& isQuoted, bool isEscaped) {
     rest_.remove_prefix(1);
     if (isEscaped && isQuoted && EndsFolder()) {

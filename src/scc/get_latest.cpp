@@ -100,7 +100,7 @@ void GetLatest::mnuToolsGetLatestChanged_Click() {
     const auto batch = BeginBatch();
     on([&] { LogIn(); });
     if (on([&] { return IsLoaded(); })) GetMarked(on);
-    // Shown in every case, as ever.
+    // Shown in every case, as always.
     on([&] { window_.SetStatus("Changed projects now up to date"); });
   });
   window_.mousePointer.Set(MousePointer::Default);

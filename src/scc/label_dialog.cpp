@@ -49,7 +49,7 @@ void LabelDialog::cmdOK_Click() {
     try {
       item->Label(form_.txtLabel.text.Get(), form_.txtComment.text.Get());
     } catch (const RuntimeError& error) {
-      // The number is zero since ever, whatever the error's own.
+      // The number has always been zero, whatever the error's number is.
       const std::string message = "Failed to label : " + error.Description() + "(0)";
       on([&] { dialogs_.Show({message}); });
       return;

@@ -22,7 +22,7 @@ LoginWindow::LoginWindow(wxWindow* parent, frmLogin& form)
   subscriptions_.push_back(form.hidden.changed.Connect([this](const bool& hidden) {
     if (hidden && IsModal()) EndModal(wxID_OK);
   }));
-  // Escape presses Cancel. The frame's close button gives up this login alone, and the next command
+  // Escape presses Cancel. The frame's close button gives up only this login, and the next command
   // that needs one asks again. While the client works neither means anything.
   Bind(wxEVT_CLOSE_WINDOW, [&form](wxCloseEvent& event) {
     if (form.cmdCancel.enabled.Get()) {

@@ -279,7 +279,7 @@ void MainFrame::FollowState() {
   });
 }
 
-// The state knows where the window stands, or would stand if it were not maximized.
+// The state knows the window's place, or the one it would have if it were not maximized.
 void MainFrame::FollowPosition() {
   // What is painted has its size; before that a window's place and panes are only wishes.
   queuePane_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {

@@ -32,7 +32,7 @@ ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_THEME | wxWANTS_CHARS,
          "tvwProjects");
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
-  // A window without a font of its own asks the toolkit for one at every row.
+  // A window without its own font asks the toolkit for one at every row.
   SetFont(GetFont());
   MeasureRow();
   Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {

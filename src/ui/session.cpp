@@ -49,7 +49,7 @@ void Session::FollowUsersSession(wxFrame* frame) {
 
 std::string Session::CommandLine(const std::string& typed) const {
   if (typed.empty() || typed == "show") return typed;
-  // The program says that it cannot open what has no path.
+  // The program reports that it cannot open a file without a path.
   return host_.TypedPath(typed).value_or(FromWx(wxString::FromUTF8(typed)));
 }
 

@@ -77,7 +77,7 @@ void StateList::BindEvents() {
     hasOwnWidths_ = true;
     event.Skip();
   });
-  // Where the toolkit draws a list itself its rows are a window of their own.
+  // Where the toolkit draws a list itself, its rows are a separate window.
   for (wxWindow* child : GetChildren()) child->Bind(wxEVT_MOTION, &StateList::OnMotion, this);
   Bind(wxEVT_MOTION, &StateList::OnMotion, this);
 }
@@ -194,7 +194,7 @@ void StateList::FitColumns() {
   }
   const int available = GetClientSize().x - FromDIP(kCellMargin);
   ShrinkTo(available, widths);
-  // What is left over goes to the text that stands last.
+  // The rest of the width goes to the last text.
   const int rest = available - std::accumulate(widths.begin(), widths.end(), 0);
   if (rest > 0 && !columns_.back().isNumber) widths.back() += rest;
   for (std::size_t i = 0; i < widths.size(); ++i) SetColumnWidth(static_cast<int>(i), widths[i]);

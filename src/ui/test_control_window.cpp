@@ -105,7 +105,7 @@ void TestControlWindow::FollowLast() {
   last->ShowIn(canvas_);
 }
 
-// Each control stands in front of those that were added before it.
+// Each control is in front of those added before it.
 void TestControlWindow::OnPaint() {
   wxAutoBufferedPaintDC dc(canvas_);
   dc.SetBackground(wxBrush(GetBackgroundColour()));

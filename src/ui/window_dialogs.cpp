@@ -45,7 +45,7 @@ wxString WildcardOf(const std::string& filter, const HostPaths& paths) {
 
 wxWindow* WindowDialogs::Parent() {
   if (parent_ != nullptr && !parent_->IsShown()) ShowParent();
-  // The system's own dialogs run a loop in which the windows behind them never come to rest.
+  // The system's own dialogs run a loop in which the windows below them never become idle.
   wxTheApp->ProcessIdle();
   wxWindow* active = wxGetActiveWindow();
   wxWindow* top = active == nullptr ? nullptr : wxGetTopLevelParent(active);

@@ -54,7 +54,7 @@ class LinuxHost : public gorbex::cli::Host {
   gorbex::LinuxPlatform platform_;
 };
 
-// A file opened later must not stand in for a stream that the caller closed.
+// A file opened later must not take the place of a stream that the caller closed.
 void OpenStandardStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(stream, F_GETFD) < 0 && errno == EBADF) static_cast<void>(open("/dev/null", O_RDWR));
@@ -115,7 +115,8 @@ std::optional<std::string> ReadSecret() {
   return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
 }
 
-// A signal alone ends no read of a terminal. What was typed ahead may stand in the stream already.
+// A signal by itself does not end a read of a terminal. Text typed ahead may be in the stream
+// already.
 bool AwaitInput() {
   constexpr int kMoment = 100;
   pollfd input{STDIN_FILENO, POLLIN, 0};

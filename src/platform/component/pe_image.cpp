@@ -8,7 +8,7 @@ namespace {
 constexpr std::uint32_t kHighBit = 0x80000000U;  ///< a name, or a directory below
 constexpr std::uint32_t kOffset = kHighBit - 1;
 
-// The headers of an image: its section table, and where its data directories stand.
+// The headers of an image: its section table, and the place of its data directories.
 class PeHeaders {
  public:
   explicit PeHeaders(const ByteReader& file) : file_(file) {

@@ -16,7 +16,7 @@ enum class Segment : std::uint64_t { Types = 0, References = 3, Guids = 5, Names
 std::string GuidText(std::string_view bytes) {
   if (bytes.find_first_not_of('\0') == std::string_view::npos) return {};
   constexpr std::string_view kDigits = "0123456789ABCDEF";
-  // Which byte stands where: the first three groups are little-endian numbers.
+  // The order of the bytes: the first three groups are little-endian numbers.
   constexpr std::string_view kLayout = "{3210-54-76-89-ABCDEF}";
   std::string text;
   for (const char place : kLayout) {

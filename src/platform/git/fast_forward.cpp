@@ -11,7 +11,7 @@
 namespace gorbex {
 namespace {
 
-// The key of a setting ends at the first "=", unless its value stands in a variable.
+// The key of a setting ends at the first "=", unless its value is in a variable.
 std::vector<std::string> WithoutMergeOptions(const std::string& key) {
   if (key.find('=') == std::string::npos) return {"-c", key + "="};
   return {"--config-env=" + key + "=" + kNoMergeOptions};

@@ -106,7 +106,7 @@ void HalfDone::TakeBackAll(const Paths& touched, const std::set<std::string>& mi
   PutBack(own);
 }
 
-// What was added goes first, so that a folder of it makes room for the file that stood there.
+// Added files go first, so that their folder makes room for the file that was there.
 void HalfDone::PutBack(const Paths& own) const {
   Paths added;
   Paths replaced;

@@ -29,7 +29,7 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
-// Where such a character stands the file is no text, or one in another encoding.
+// A file with such a character is not a text, or one in another encoding.
 void RequireText(const std::string& path, std::string_view text) {
   const auto isControl = [](char letter) {
     constexpr std::string_view kOfTexts = "\t\r\n\f";
@@ -42,7 +42,7 @@ void RequireText(const std::string& path, std::string_view text) {
 }
 
 // Editors that save as UTF-8 say so with a mark; all other files are in the code page. Those of old
-// end their files with a character of their own.
+// end their files with a special character.
 std::string TextOf(const std::string& path, std::string bytes) {
   constexpr char kEndOfFile = '\x1A';
   for (const auto mark : kUtf16Marks) {
@@ -58,7 +58,7 @@ std::string TextOf(const std::string& path, std::string bytes) {
   return bytes;
 }
 
-// "[git]", whatever stands behind it.
+// "[git]", whatever follows it.
 bool IsGitHeader(std::string_view line) {
   const auto end = line.find(']');
   return end != std::string_view::npos &&

@@ -92,7 +92,7 @@ bool IsInAnothersWay(const ToolResult& result) {
 
 }  // namespace
 
-// A user alone leaves the password to git's helpers, which would keep one that was typed.
+// A user without a password leaves it to git's helpers, which would keep one that was typed.
 void GitRunner::AddLogin(ToolCall& call) const {
   if (login_.password.empty()) {
     call.arguments.insert(call.arguments.end(), {"-c", "credential.username=" + login_.user});

@@ -6,7 +6,7 @@ namespace {
 constexpr std::string_view kCommit = "# branch.oid ";
 constexpr std::string_view kBranch = "# branch.head ";
 
-// How many fields stand before the path in a line of each kind.
+// The number of fields before the path in a line of each kind.
 int FieldsBeforePath(char kind) {
   switch (kind) {
     case '1':

@@ -21,7 +21,7 @@ bool IsItemPath(std::string_view path) {
 }  // namespace
 
 GitTree::GitTree(std::string_view listing) {
-  // "MODE TYPE HASH<tab>PATH"; a commit stands for another repository.
+  // "MODE TYPE HASH<tab>PATH"; a commit means another repository.
   for (const auto record : Records(listing)) {
     const auto tab = record.find('\t');
     if (tab == std::string_view::npos) continue;

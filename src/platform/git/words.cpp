@@ -19,7 +19,7 @@ std::size_t LengthOfCharacter(std::string_view utf8) {
   return length;
 }
 
-// Where a URL ends whose "://" stands there: a quoted one at the quotation mark that began it.
+// The end of the URL whose "://" is there: a quoted one at the quotation mark that began it.
 std::size_t EndOfUrl(std::string_view text, std::size_t colon) {
   const auto isOfScheme = [](char letter) {
     return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '+' ||
@@ -42,7 +42,7 @@ void MaskUrls(std::string& text) {
     const auto host = std::string_view(text).substr(at, end - at).rfind('@');
     const auto secret = text.find(':', at);
     if (host == std::string_view::npos) continue;
-    // A name alone may be an access token.
+    // A name without a password may be an access token.
     const auto start = secret < at + host ? secret + 1 : at;
     text.replace(start, at + host - start, kMask);
   }

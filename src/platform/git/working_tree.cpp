@@ -18,7 +18,7 @@ std::string ArgumentOf(const std::string& text) {
   return ToUtf8(text.substr(0, text.find('\0')));
 }
 
-// ":MODE MODE HASH HASH LETTER": plain files of equal content, which the permission to run alone
+// ":MODE MODE HASH HASH LETTER": plain files of equal content, which only the permission to run
 // tells apart.
 bool IsOfModeAlone(std::string_view difference) {
   std::istringstream fields{std::string(difference)};
@@ -30,7 +30,7 @@ bool IsOfModeAlone(std::string_view difference) {
   return oldMode.starts_with(":100") && newMode.starts_with("100") && oldHash == newHash;
 }
 
-// A name of that spelling comes first, then one that differs in letter case alone.
+// A name of that spelling comes first, then one that differs only in letter case.
 bool IsLinkIn(const std::vector<FolderEntry>& entries, const std::string& name) {
   const FolderEntry* similar = nullptr;
   for (const auto& entry : entries) {
@@ -233,7 +233,7 @@ void GitWorkingTree::Checkout(const Entry& entry) {
   files_.SetAttributes(local, info->attributes & ~file_attribute::kReadOnly);
 }
 
-// What lies behind a link stands elsewhere: neither a write nor a commit is meant for it.
+// The target of a link is elsewhere: neither a write nor a commit is meant for it.
 void GitWorkingTree::RequireNoLink(const Entry& entry) const {
   for (std::size_t start = 0; start <= entry.path.size();) {
     const auto end = std::min(entry.path.find('/', start), entry.path.size());

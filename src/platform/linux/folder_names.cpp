@@ -26,7 +26,7 @@ bool IsSameTime(const timespec& a, const timespec& b) {
   return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
-// A name that the code page cannot spell stands for none.
+// A name that the code page cannot express counts as none.
 std::optional<std::string> KeyOf(std::string_view hostName) {
   if (IsAscii(hostName)) return LowerCase(hostName);
   const auto bytes = FromUtf8(hostName);

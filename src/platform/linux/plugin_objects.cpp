@@ -57,7 +57,7 @@ ErrorNumber NumberOf(std::int32_t status) {
   }
 }
 
-// Nothing when the text is too long or has characters that the program has no bytes for.
+// Nothing when the text is too long or has characters outside the code page.
 std::optional<std::string> Copied(const GorbexText& text, std::size_t limit) {
   if (text.size == 0) return std::string();
   if (text.bytes == nullptr || text.size > limit) return std::nullopt;

@@ -197,7 +197,7 @@ std::string Prefix::ExactPath(const ParsedPath& path) const {
   return exact.empty() ? "/" : exact;
 }
 
-// Most of a path is spelled as it stands, so the look goes up to the deepest folder that is there
+// Most of a path is spelled as given, so the look goes up to the deepest folder that is there
 // and down again from it.
 std::optional<std::string> Prefix::SimilarPath(const ParsedPath& path) const {
   const std::span<const std::string_view> names(path.names);

@@ -82,7 +82,7 @@ std::vector<std::string> LinuxProcessLauncher::Arguments(const Program& program,
     const auto wine = FindWine();
     const auto& name = program.windowsPath.empty() ? program.hostPath : program.windowsPath;
     if (!wine) throw NotFound("File not found: 'wine', which is needed to run '" + name + "'");
-    // Wine knows the drives of its own prefix alone.
+    // Wine knows only the drives of its own prefix.
     const bool isKnown = prefix_.IsWine() && !program.windowsPath.empty();
     all = {*wine, isKnown ? ToUtf8(program.windowsPath) : program.hostPath};
   }

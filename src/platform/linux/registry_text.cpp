@@ -77,8 +77,7 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) {
   return true;
 }
 
-// The character that a backslash and what follows it stand for; the text begins behind the
-// backslash.
+// The character of an escape sequence; the text begins after its backslash.
 char TakeEscaped(std::string_view& text) {
   constexpr std::string_view kLetters = "abefnrtv";
   constexpr std::string_view kMeanings = "\a\b\x1B\f\n\r\t\v";
@@ -200,7 +199,7 @@ class Reader {
     return RegistryValue{RegistryType::Number, FourBytes(*number)};
   }
 
-  // Bytes go on in the next line behind a backslash.
+  // Bytes continue in the next line after a backslash.
   std::optional<RegistryValue> ReadBytes(RegistryType type, std::string_view data) {
     std::string bytes;
     for (;;) {

@@ -66,7 +66,7 @@ class Converter {
     iconv(table_, nullptr, nullptr, nullptr, nullptr);
     const bool isWhole = iconv(table_, &from, &left, &to, &room) != kFailed;
     if (!isWhole && errno == EINVAL) return {};
-    if (!isWhole) return {static_cast<unsigned char>(byte)};  // undefined: stands for itself
+    if (!isWhole) return {static_cast<unsigned char>(byte)};  // undefined: means itself
     iconv(table_, nullptr, nullptr, &to, &room);
     return {characters.begin(), characters.end() - room / sizeof(char16_t)};
   }

@@ -29,8 +29,8 @@ void Require(bool succeeded) {
   if (!succeeded) throw std::system_error(errno, std::generic_category());
 }
 
-/// What a tool says on one of its streams. Only what stands in the pipe is waited for: a helper
-/// that the tool leaves behind may hold its end open for ever.
+/// The output of a tool on one of its streams. Only the content of the pipe is waited for: a helper
+/// that the tool leaves running may hold its end open forever.
 class Output {
  public:
   explicit Output(std::string& text) : text_(text) {

@@ -67,7 +67,7 @@ std::optional<std::string> ExportWineKey(const Prefix& prefix, const std::string
   try {
     const ChildStart start{{*wine, "regedit", "/E", "-", ToUtf8(key)}, EnvironmentFor(prefix)};
     auto said = Hear(start);
-    // In place of an export comes a message that there is no such key.
+    // Instead of an export there is a message that the key does not exist.
     if (said && !said->starts_with("\xFF\xFE")) said->clear();
     return said;
   } catch (const std::system_error&) {

@@ -23,7 +23,7 @@ Handle Event() {
   return Handle(CreateEventW(nullptr, FALSE, FALSE, nullptr));
 }
 
-// What the apartment's objects are sent stands among the thread's messages.
+// Calls to the apartment's objects are among the thread's messages.
 void HandleMessages() {
   MSG message{};
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {

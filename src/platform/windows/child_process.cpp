@@ -31,7 +31,7 @@ bool IsConsole(HANDLE stream) {
   return GetConsoleMode(stream, &mode) != 0;
 }
 
-// A program with a window has no streams to hand down. Those of a console are no handles of the
+// A program with a window has no streams to hand down. Those of a console are not handles of the
 // system before Windows 8: a child cannot be given them one by one.
 Handle Inheritable(HANDLE stream) {
   HANDLE copy = nullptr;

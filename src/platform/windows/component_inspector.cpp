@@ -19,7 +19,7 @@ namespace gorbex {
 namespace {
 
 // The loader takes a text that names no file for the name of something else, which it would run or
-// fetch: it is shown full paths of files alone.
+// fetch: it gets only full paths of files.
 ComPointer<ITypeLib> Load(const FileReader& files, const std::string& componentFile) {
   ComPointer<ITypeLib> library;
   const auto place = PlaceOfLibrary(files, componentFile);
@@ -83,7 +83,7 @@ std::optional<std::size_t> OwnType(ITypeLib& library, ITypeInfo& coclass, UINT n
   return index;
 }
 
-// The interface marked as default, else the first that is no source of events.
+// The interface marked as default, else the first that is not a source of events.
 std::optional<std::size_t> DefaultInterface(ITypeLib& library, ITypeInfo& coclass, UINT count) {
   std::optional<UINT> chosen;
   for (UINT number = 0; number < count; ++number) {

@@ -76,7 +76,7 @@ OutlookItem::Origin OutlookItem::OriginOf(const Dispatch& mail) {
   origin.address = AddressOf(mail);
   origin.replyAddress = WantedReplyAddress(mail);
   if (origin.replyAddress.empty()) origin.replyAddress = origin.address;
-  // The name stands for who has no address but is known to Outlook.
+  // The name is for someone who has no address but is known to Outlook.
   if (origin.replyAddress.empty()) origin.replyAddress = TextIfAny(mail, "SenderName");
   origin.isFlagged = TextIfAny(mail, "FlagStatus") == kFlagged;
   origin.isAutomatic = HasKindOfNotices(mail) || IsAutomaticMail(HeaderOf(mail));

@@ -46,7 +46,7 @@ void OutlookReply::RemoveRecipient(std::size_t number) {
 }
 
 void OutlookReply::AddAttachment(const std::string& path) {
-  // Outlook has a current folder of its own.
+  // Outlook has its own current folder.
   const auto fullPath = FullPathOf(path);
   const auto file = fullPath ? FromWide(*fullPath) : std::nullopt;
   if (!file || !FileExists(files_, path)) throw RuntimeError(ErrorNumber::FileNotFound, path);

@@ -36,7 +36,7 @@ ListedMail Listed(const Dispatch& mail, const std::string& folderId) {
           TextIfAny(mail, "SenderName"), mail.Property("UnRead").Bool()};
 }
 
-// Nothing for a number that the folder has no more.
+// Nothing for a number that is no longer in the folder.
 std::optional<ListedMail> MailNumber(const Dispatch& items, std::int32_t number,
                                      const std::string& folderId) {
   Dispatch mail;

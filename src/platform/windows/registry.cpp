@@ -120,7 +120,7 @@ bool WindowsRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::
   if (!IsText(value.type)) {
     return Set(key.Get(), ToWide(name), value.type, value.bytes.data(), value.bytes.size());
   }
-  // The system takes a zero behind the data for one that was forgotten, and adds it.
+  // When a zero follows the data, the system takes it for a forgotten one and adds it.
   const auto text = ToWide(value.bytes) + L'!';
   return Set(key.Get(), ToWide(name), value.type, text.data(), (text.size() - 1) * sizeof(wchar_t));
 }

@@ -22,8 +22,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// What a tool says on one of its streams. Only what stands in the pipe is taken: a helper that the
-/// tool leaves behind may hold its end open for ever.
+/// The output of a tool on one of its streams. Only the content of the pipe is taken: a helper that
+/// the tool leaves running may hold its end open forever.
 class Output {
  public:
   explicit Output(std::string& text) : text_(text) {

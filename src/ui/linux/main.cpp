@@ -126,7 +126,7 @@ int main(int count, char** values) {
   }
   const auto makeHost = [&arguments] { return std::make_unique<PrefixHost>(arguments.prefix); };
   wxApp::SetInstance(new LinuxApp(makeHost, arguments.typed));
-  // The toolkit has no arguments of its own to read.
+  // The toolkit has no arguments to read.
   int first = 1;
   return wxEntry(first, values);
 }

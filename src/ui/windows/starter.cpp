@@ -20,7 +20,7 @@ bool TellConsole(const std::wstring& text) {
   const Handle console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
                                    nullptr));
-  // The command prompt has not waited for us: it stands on this line already.
+  // The command prompt has not waited for us: it is on this line already.
   const std::wstring lines = L"\n" + text;
   DWORD written = 0;
   return WriteConsoleW(console.Get(), lines.data(), static_cast<DWORD>(lines.size()), &written,

@@ -1,5 +1,5 @@
 // A built program. It runs and ends; as a component it makes itself known to the machine, as the
-// registration tool has no part in programs.
+// registration tool is not used for programs.
 #include <windows.h>
 
 #include "compiler/windows/server/own_component.h"

@@ -39,7 +39,7 @@ std::string Decoded(std::string_view text, const std::string& what) {
   return decoded;
 }
 
-/// Cuts text in two at a separator; without one everything stands before it.
+/// Cuts text in two at a separator; without one everything is before it.
 struct Halves {
   Halves(std::string_view text, std::size_t at)
       : before(text.substr(0, at)),
@@ -58,7 +58,7 @@ void ReadAuthority(std::string_view authority, const std::string& what, Url& url
     if (halves.isCut) url.password = Decoded(halves.after, what);
     authority.remove_prefix(at + 1);
   }
-  // An address of the newer protocol brings colons of its own, in brackets.
+  // An address of the newer protocol contains colons, in brackets.
   const auto bracket = authority.starts_with('[') ? authority.find(']') : std::string_view::npos;
   const auto colon = authority.find(':', bracket == std::string_view::npos ? 0 : bracket);
   const Halves place(authority, colon);

@@ -103,7 +103,7 @@ class TextSearch {
   }
 
  private:
-  // The alternatives of one text stand side by side; otherwise the first text is the mail's.
+  // The alternatives of one text are side by side; otherwise the first text is the mail's.
   std::optional<Found> InParts(const MimePart& part, int depth) {
     const bool isChoice = part.Type() == "multipart/alternative";
     std::optional<Found> found;

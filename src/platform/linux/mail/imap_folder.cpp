@@ -33,7 +33,7 @@ struct Fetched {
   std::optional<std::string> bytes;
 };
 
-/// Ends a conversation in which the server asks for more where there is no more: the library, which
+/// Ends a conversation in which the server asks for more than there is: the library, which
 /// asks a server for its ways to log in, would read such an answer as a whole one and crash.
 class Listener : public vmime::net::tracer {
  public:

@@ -56,7 +56,7 @@ vmime::shared_ptr<const vmime::mailbox> FirstMailbox(const vmime::addressList& a
   return nullptr;
 }
 
-// What a field without any address says: the name alone.
+// The content of a field without an address: only the name.
 std::string NameAlone(const std::string& value) {
   auto name = Decoded(value.substr(0, value.find('<')));
   if (name.size() > 1 && name.front() == '"' && name.back() == '"') {
@@ -76,7 +76,7 @@ Sender ReadSender(const std::string& value) {
     // The library's own text of an address encodes what none can hold, and loses memory over it.
     const auto& email = mailbox->getEmail();
     const auto address = email.getLocalName().getBuffer() + "@" + email.getDomainName().getBuffer();
-    // The library completes what is no address with this machine's name.
+    // The library adds this machine's name to a text that is not an address.
     if (!IsMailAddress(address) || value.find(address) == std::string::npos) {
       return {name.empty() ? Decoded(value) : name, {}};
     }

@@ -26,7 +26,7 @@ vmime::mailbox MailboxOf(const Correspondent& correspondent) {
   return {isAscii ? vmime::text(name, Utf8()) : vmime::text(vmime::word(name, Utf8())), address};
 }
 
-// A message id as it may stand in a header; anything else is left out.
+// A message id as it may be in a header; anything else is left out.
 bool IsMessageId(const std::string& text) {
   return text.size() < 256 && text.find('@') != std::string::npos && text.starts_with('<') &&
          text.ends_with('>') && std::all_of(text.begin(), text.end(), [](char letter) {
@@ -109,7 +109,7 @@ Correspondent CorrespondentOf(const std::string& text) {
   } catch (const std::exception&) {
     correspondent.address.clear();
   }
-  // The library completes what is no address with this machine's name.
+  // The library adds this machine's name to a text that is not an address.
   const bool isGiven = text.find(correspondent.address) != std::string::npos;
   if (isGiven && IsMailAddress(correspondent.address) &&
       text.find_first_of("\r\n") == std::string::npos) {

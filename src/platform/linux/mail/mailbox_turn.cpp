@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A server's mailbox has no place on this machine but a file that stands for it.
+// A server's mailbox has no place on this machine except a file that represents it.
 fs::path FileFor(const MailServer& server, const std::string& homeFolder) {
   const auto folder = fs::path(homeFolder) / ".local/share/gorbexbuilder";
   std::error_code ignored;

@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t kMostOfHeader = std::size_t{256} << 10U;
 constexpr std::size_t kChunk = 8192;
 
-// A mail's file is named "unique:2,FLAGS", or "unique" alone while nobody has seen it.
+// A mail's file is named "unique:2,FLAGS", or only "unique" while nobody has seen it.
 struct MailFile {
   fs::path path;
   std::string id;

@@ -23,7 +23,7 @@ std::string_view WithoutLineEnd(std::string_view text) {
   return text;
 }
 
-// Whether a line stands between two parts or after the last one; blanks may follow.
+// Whether a line separates two parts or follows the last one; blanks may follow.
 Delimiter DelimiterOf(std::string_view line, std::string_view boundary) {
   if (!line.starts_with("--") || !line.substr(2).starts_with(boundary)) return Delimiter::None;
   line.remove_prefix(2 + boundary.size());

@@ -40,7 +40,7 @@ class TimeLimit : public vmime::net::timeoutHandler {
   explicit TimeLimit(Patience& patience) : patience_(patience) {}
   bool isTimeOut() override { return patience_.IsOver(); }
   void resetTimeOut() override {
-    // A reset is no news where the time is up already.
+    // A reset is not news when the time is already up.
     if (!patience_.IsOver()) patience_.Renew();
   }
   bool handleTimeOut() override { return false; }

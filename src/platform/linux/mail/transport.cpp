@@ -23,7 +23,7 @@ vmime::mailbox Envelope(const std::string& address) {
 
 void SendToServer(const WaitingMail& mail, std::string text, const MailServer& server,
                   Patience& patience) {
-  // The protocol ends the text with a line end of its own.
+  // The protocol adds the last line end.
   if (text.ends_with("\r\n")) text.resize(text.size() - 2);
   vmime::mailboxList recipients;
   for (const auto& to : mail.to) {

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 constexpr auto kLongestWork = 10min;
 constexpr auto kBetweenEvents = 20ms;
 
-/// Leaves no thread behind, whatever an event throws.
+/// Leaves no thread running, whatever an event throws.
 class Joined {
  public:
   Joined(std::thread& thread, Patience& patience) : thread_(thread), patience_(patience) {}
