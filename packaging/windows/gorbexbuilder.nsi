@@ -1,4 +1,4 @@
-; The installer, for the user who runs it alone:
+; The installer, only for the user who runs it:
 ;   makensis -DTARGET=x86-unicode -DVERSION=1.2.3 -DFILES=FOLDER -DOUTPUT=SETUP.exe gorbexbuilder.nsi
 ; FILES holds what is installed, as `cmake --install` lays it out, with the list of it: installed.txt
 ; has a line for each file, and then for each folder, with "\" at its end, those below before those
@@ -93,7 +93,7 @@ VIAddVersionKey LegalCopyright "${PUBLISHER}, MIT licence"
   System::Call "shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)"
 !macroend
 
-; What is installed lies in a folder of its own: one that is ours already, or a new one of our name.
+; The files are installed into a separate folder: one that is ours already, or a new one of our name.
 Function ChooseOwnFolder
   ${If} ${FileExists} "$INSTDIR\gorbexbuilder.exe"
   ${AndIf} ${FileExists} "$INSTDIR\uninstall.exe"

@@ -23,7 +23,7 @@ class MailServiceTest : public BuildFixture {
     Steps();
   }
 
-  /// One tick over these mails alone.
+  /// One tick over only these mails.
   Journal Tick(std::vector<Received> mails) {
     mail.received = std::move(mails);
     mail.sent.clear();

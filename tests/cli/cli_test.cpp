@@ -300,7 +300,7 @@ TEST_F(CliTest, SavingNeverDropsProjectsThatCouldNotBeRead) {
   EXPECT_EQ(result.status, 2);
   EXPECT_NE(result.err.find("Till.vbp: left out: File not found"), std::string::npos);
   EXPECT_NE(platform.files.Text(file).find("Till.vbp"), std::string::npos);
-  // A queue row without its project is in the way of those alone who build or write.
+  // A queue row without its project stops only those who build or write.
   platform.files.AddFile(file, before);
   const Result shown = Run({"show", file, "--json"});
   EXPECT_EQ(shown.status, 0) << shown.err;

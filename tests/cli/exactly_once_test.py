@@ -132,7 +132,7 @@ class Postfix:
 
 
 class Service:
-    """The product in a prefix of its own, and the service over it."""
+    """The product in its own prefix, and the service over it."""
 
     def __init__(self, root, dovecot, postfix):
         self.dovecot = dovecot

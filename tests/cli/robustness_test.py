@@ -37,7 +37,7 @@ LOG_LINE = re.compile(rb"\[\d\d/\d\d/\d{4} \d\d:\d\d:\d\d\] [^\r\n]+\r\n")
 REGISTRY_LINE = re.compile(rb'WINE REGISTRY Version 2|;.*|#.*|\[.+\].*|(@|".*")=.+|  .*|')
 
 SENDMAIL = """#!/bin/sh
-# Keeps each mail in a file of its own, which appears whole.
+# Keeps each mail in a separate file, which appears complete.
 file=$(mktemp -p '{outbox}' part.XXXXXX)
 cat >"$file"
 mv "$file" "$(dirname "$file")/mail.${{file##*.}}"
@@ -58,7 +58,7 @@ def until(condition, what, process=None, patience=PATIENCE):
 
 
 def children(process):
-    """The processes that it has started, each the first of a session of its own."""
+    """The processes that it has started, each the first of its own session."""
     return [int(child) for child in pathlib.Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()]
 
 
@@ -75,7 +75,7 @@ def masked(text):
 
 
 class Product:
-    """The sample product in a prefix of its own."""
+    """The sample product in its own prefix."""
 
     def __init__(self, root):
         self.root = pathlib.Path(root)
@@ -152,7 +152,7 @@ def killed(product):
             ["value", "set", some[0], "MajorVer", str(number)],
             ["settings", "ReplyUser", f"user{number}@dev.example"],
             ["register", product.folder / "Bin" / "StoreMoney.dll"]])
-        # The commands that were left alone say how long one may take.
+        # The commands that were not killed say how long one may take.
         kind = command[0] + (command[5] if command[0] == "build" else "")
         begin = time.monotonic()
         process = product.start(GORBEX, *command)

@@ -132,7 +132,7 @@ compatibility() { # broken it changes every identity, and the references of thos
   registered | cmp - "$scratch/compiled" || fail "the keys differ"
 }
 
-failures() { # a version is stamped; a broken source fails alone; a compiler that is not there is named
+failures() { # a version is stamped; only a broken source fails; a missing compiler is named
   expect 0 gorbex build "$bpf" 'C:\Storefront\Core\StoreCore.vbp' --version 1.2.30 --yes
   expect 0 gorbex value get 'C:\Storefront\Core\StoreCore.vbp' RevisionVer
   holds 30
@@ -166,7 +166,7 @@ inputs_that_are_none() {
   holds "no such build folder"
 }
 
-streams_and_turns() { # lost output is no success, closed streams do no harm, and runs of one prefix take turns
+streams_and_turns() { # lost output is not a success, closed streams do no harm, and runs of one prefix take turns
   local status=0
   gorbex show "$bpf" >/dev/full 2>"$scratch/err" || status=$?
   [ "$status" = 2 ] || fail "lost output ended with $status"

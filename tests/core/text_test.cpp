@@ -12,7 +12,7 @@ namespace gorbex::test {
 namespace {
 
 using Cases = std::vector<std::pair<std::string, double>>;
-constexpr double kError = -12345;  ///< in a table: error 6, or 13 for a text that is no flag
+constexpr double kError = -12345;  ///< in a table: error 6, or 13 for a text that is not a flag
 
 template <class Conversion>
 void Expect(const Conversion& convert, int errorNumber, const Cases& cases) {

@@ -37,7 +37,7 @@ const std::map<std::string, std::string>& Product() {
   return kFiles;
 }
 
-// A text with each value that the work may change hidden behind its key. An identity that the
+// A text with each value that the work may change replaced by its key. An identity that the
 // registry does not know is replaced by nothing.
 std::string Masked(std::string text) {
   static const std::regex kAmended(

@@ -24,7 +24,7 @@ class AgreeingUser : public ScriptedDialogs {
 
 /// What all parts of the program do with files and registry, one after the other: a build project
 /// is loaded and saved, a group of two is got, stamped, repointed and built, a request by mail is
-/// served, and settings are stored. The files stand where the test says; all other services are
+/// served, and settings are stored. The files are where the test says; all other services are
 /// those of a system in memory.
 class DayOfWork {
  public:

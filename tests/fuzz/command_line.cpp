@@ -25,7 +25,7 @@ void RequireProgram(std::string_view commandLine, std::size_t length) {
   Require(commandLine.ends_with(found->arguments), "arguments are the rest of the command line");
 }
 
-// What may stand in a command line as the path of a file is one argument there.
+// A path of a file that a command line may contain is one argument there.
 void RequireOneArgument(const std::string& path) {
   try {
     RequireFileArgument(path);

@@ -24,7 +24,7 @@ std::optional<GitSettings> SettingsIn(const std::string& text) {
 
 }  // namespace
 
-// The file that says where source control stands.
+// The file that says where source control is.
 void ReadInput(std::string_view input) {
   const auto settings = SettingsIn(std::string(input));
   if (!settings) return;

@@ -46,7 +46,7 @@ void RequireSoundReply(const MailHeader& header) {
   std::string_view rest(written);
   rest = rest.substr(0, EndOfHeader(rest));
   auto to = FieldOf(rest, "To").value_or("");
-  std::erase(to, ' ');  // a long address stands on a line of its own
+  std::erase(to, ' ');  // a long address is on a separate line
   Require(to == header.replyAddress, "the answer goes to who wants it");
   while (!rest.empty()) {
     const auto line = TakeLine(rest);

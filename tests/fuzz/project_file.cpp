@@ -12,7 +12,7 @@ namespace {
 
 const std::string kPath = "C:\\Group\\Core\\Core.vbp";
 
-// A file that says what the record says, as far as a file says it in one way alone.
+// A file that says what the record says, as far as there is only one way to say it.
 std::string Written(const ProjectFile& file) {
   const clsMember& member = file.member;
   std::vector<std::string> lines = file.properties;

@@ -31,7 +31,7 @@ class PlainArrangement {
     return std::find(order_.begin(), order_.end(), row) != order_.end();
   }
 
-  // Gives the place behind which the scan goes on.
+  // Returns the place after which the scan continues.
   std::size_t Move(std::size_t place) {
     const auto row = order_[place];
     const bool append = order_.size() < 3;

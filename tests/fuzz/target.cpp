@@ -40,7 +40,7 @@ std::string Climbing(std::string_view path, std::string_view name) {
 
 // The name and the form are the fuzzing library's.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  // The input is a block of its own, so that a look past its end is seen.
+  // The input is a separate block, so that a look past its end is seen.
   gorbex::test::ReadInput({reinterpret_cast<const char*>(data), size});
   return 0;
 }

@@ -18,7 +18,7 @@ void Require(bool holds, const char* what);
 /// The part of a resolved path that ".." never leaves: a drive, or a server and its share.
 [[nodiscard]] std::string RootOf(std::string_view path);
 
-/// A path with more ".." behind it than it has folders, and then a name.
+/// A path followed by more ".." than it has folders, and then a name.
 [[nodiscard]] std::string Climbing(std::string_view path, std::string_view name);
 
 }  // namespace gorbex::test

@@ -32,7 +32,7 @@ void RequireNames(const ParsedPath& path) {
   }
 }
 
-// Where a host path must start that stands for a path not relative to the current folder.
+// The start of a host path for a path that is not relative to the current folder.
 std::string StartOf(const Prefix& prefix, const ParsedPath& path) {
   const std::string drive = path.drive == 0 ? "unc" : std::string(1, path.drive) + ":";
   return prefix.Root().native() + "/dosdevices/" + drive;

@@ -80,7 +80,7 @@ class GitBench {
   static std::string Place(const std::string& name) { return "prefix/drive_c/Work/" + name; }
 };
 
-/// The same remote behind a server that wants a user and a password.
+/// The same remote on a server that wants a user and a password.
 class GitOverHttp : public GitBench {
  public:
   GitOverHttp() {

@@ -62,7 +62,7 @@ TEST(GitSourceControl, SaysWhyItCannotBeOpened) {
   EXPECT_EQ(bench.OpenError(), "53 File not found: 'C:\\scc.ini'");
 }
 
-/// Runs tools, but has no time for one that asks the remote for longer than a moment.
+/// Runs tools, but ends one that asks the remote for longer than a moment.
 class HastyTools : public ToolRunner {
  public:
   explicit HastyTools(ToolRunner& tools) : tools_(tools) {}

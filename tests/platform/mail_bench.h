@@ -30,7 +30,7 @@ sys.stdout.buffer.write("|".join([",".join(a.addr_spec for a in mail["To"].addre
     mail["Subject"], body, *parts]).encode())
 )";
 
-/// A Maildir in a home folder of its own, and a program that keeps what it is given to send.
+/// A Maildir in its own home folder, and a program that keeps what it is given to send.
 class MaildirBench {
  public:
   std::string drive = "C:\\";
@@ -100,7 +100,7 @@ class MaildirBench {
   int delivered_ = 0;
 };
 
-/// The same Maildir behind real servers.
+/// The same Maildir served by real servers.
 class ServerBench : public MaildirBench {
  public:
   Variable trust{"SSL_CERT_FILE", (root.Path() / "cert.pem").native()};

@@ -20,7 +20,7 @@ class TemporaryFolder {
     } while (!std::filesystem::create_directory(path_));
   }
   ~TemporaryFolder() {
-    // A process that a test left behind may still stand in it.
+    // A process that a test left running may still use it.
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
   }

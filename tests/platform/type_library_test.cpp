@@ -117,7 +117,7 @@ TEST(OwnInterface, IsNoneInALibraryThatContradictsItself) {
 TEST(OwnInterface, IsNoneInAFileThatEndsEarly) {
   for (const auto* name : {"classes.tlb", "twice32.dll", "twice64.dll"}) {
     const auto good = Made(name);
-    // What stands behind the help strings of a bare library is not read.
+    // Bytes after the help strings of a bare library are not read.
     const std::size_t strings = 84 + 5 * 4 + 8 * 16;
     const auto needed = good.starts_with("MZ")
                             ? good.size()

@@ -23,7 +23,7 @@ class GroupProject {
   /// A reference to the binary of another project of the group, which may be added later.
   GroupProject& Uses(const std::string& library);
 
-  /// A line as it stands, CR LF added.
+  /// A line as given, CR LF added.
   GroupProject& Line(const std::string& line);
 
   /// The binary lies in the build folder.

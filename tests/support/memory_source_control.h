@@ -26,7 +26,7 @@ class MemorySourceControl : public SourceControl {
   };
   std::map<std::string, Sides> files;  ///< by spec
 
-  /// Where items stand that do not stand below C:\Work; one with no files is itself a file.
+  /// The places of items that are not below C:\Work; one with no files is itself a file.
   std::map<std::string, std::string> localSpecs;
 
   std::set<std::string> labels;

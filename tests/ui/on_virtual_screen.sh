@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs a program on a screen of its own that nobody sees: on_virtual_screen.sh PROGRAM [ARGUMENT...]
+# Runs a program on a separate screen that nobody sees: on_virtual_screen.sh PROGRAM [ARGUMENT...]
 # SCREEN sets its size and depth, as Xvfb takes it.
 set -euo pipefail
 

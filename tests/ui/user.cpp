@@ -76,7 +76,7 @@ void User::Drags(wxWindow& from, const wxPoint& at, wxWindow& to) {
   Waits();
 }
 
-// A native dialog is no window of the toolkit, so time has to tell that it stands.
+// A native dialog is not a window of the toolkit, so the test waits until it is surely there.
 void User::Then(std::function<void()> act) {
   constexpr int kUntilItStands = 400;
   auto* timer = new wxTimer;

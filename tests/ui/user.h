@@ -19,12 +19,12 @@ class User {
   void Presses(int key, int modifiers = wxMOD_NONE);
   void Types(const char* text);
 
-  /// A click into a control, at its middle or at a point of its own.
+  /// A click into a control, at its middle or at another point.
   void Clicks(wxWindow& control);
   void Clicks(wxWindow& control, const wxPoint& at);
   void Drags(wxWindow& from, const wxPoint& at, wxWindow& to);
 
-  /// Does something once a modal window stands over everything else.
+  /// Does something once a modal window is over everything else.
   static void Then(std::function<void()> act);
 
  private:

@@ -95,7 +95,7 @@ ssize_t __wrap_write(int file, const void* from, std::size_t size) {
   return __real_write(file, from, size / 2);
 }
 
-// What is not written to the disk at once is no loss for a test, and saves its time.
+// A test does not need its data on the disk at once; leaving this out saves time.
 int __wrap_fdatasync(int /*file*/) {
   return Strikes() ? -1 : 0;
 }

@@ -21,7 +21,7 @@ class FailingCalls {
 
   [[nodiscard]] int Count() const { return plan_.count; }
 
-  /// Whether the present call is to fail; the error stands in errno then.
+  /// Whether the present call is to fail; the error is in errno then.
   [[nodiscard]] bool Strikes();
 
   /// How much of a write the disk takes; nothing less than 0.

@@ -18,7 +18,7 @@ bool EndSession() {
 
 }  // namespace
 
-// Presses Ctrl+C at a console of its own, or with an argument ends the user's session, and ends
+// Presses Ctrl+C at its own console, or with an argument ends the user's session, and ends
 // with 3 when that is noted.
 int main(int count, char** /*arguments*/) {
   FreeConsole();

@@ -4,7 +4,7 @@
 
 namespace gorbex::test {
 
-/// A class that the tests' servers stand for, and the name of its objects in the tests' files.
+/// A class that the tests' servers replace, and the name of its objects in the tests' files.
 struct ServerOf {
   const wchar_t* identifier;
   const char* name;

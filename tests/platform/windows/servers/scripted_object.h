@@ -9,7 +9,7 @@
 
 namespace gorbex::test {
 
-/// What stands at the other end of automation in the tests. What it answers stands in the file
+/// The object at the other end of automation in the tests. Its answers are in the file
 /// "answers" of the servers' folder in a line "Class.Member=ANSWER", of several the last one: a
 /// text, "@Class" for an object, "!NUMBER|WORDS" for a failure, "~" for nothing after a long time,
 /// and nothing for Nothing. Every call that did not fail is noted in the file "journal":
