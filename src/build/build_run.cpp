@@ -161,7 +161,7 @@ bool BuildRun::MayEmptyReferences() {
     if (!row->Checked()) continue;
     const std::string& path = row->SubItem(1);
     for (const auto& file : uses_.references.ComponentsWithoutIdentity(path, isComing)) {
-      lost.push_back(path + ": " + file);
+      lost.push_back(std::string(path).append(": ").append(file));
     }
   }
   if (lost.empty()) return true;

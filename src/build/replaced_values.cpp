@@ -89,11 +89,13 @@ void ReplacedValues::Note(const std::string& projectFile,
   if (entries.size() > count) Store(entries);
 }
 
-// Whether the file still has the value that the run put in place of its own.
-bool ReplacedValues::IsIn(const std::string& text, const Entry& entry) {
+std::optional<ReplacedValues::Span> ReplacedValues::PlaceOf(const Entry& entry,
+                                                            const std::string& text) {
   const auto place = FindProjectValue(text, entry.value.key);
-  return place && text.substr(place->start, place->end.value_or(text.size()) - place->start) ==
-                      std::to_string(entry.value.during);
+  if (!place) return std::nullopt;
+  const Span span{place->start, place->end.value_or(text.size()) - place->start};
+  if (text.substr(span.start, span.size) != std::to_string(entry.value.during)) return std::nullopt;
+  return span;
 }
 
 void ReplacedValues::Settle(const std::string& projectFile) {
@@ -106,7 +108,7 @@ void ReplacedValues::Settle(const std::string& projectFile) {
     return;
   }
   std::erase_if(entries, [&](const Entry& entry) {
-    return EqualsIgnoringCase(entry.projectFile, projectFile) && !IsIn(text, entry);
+    return EqualsIgnoringCase(entry.projectFile, projectFile) && !PlaceOf(entry, text);
   });
   Store(entries);
 }
@@ -149,10 +151,8 @@ bool ReplacedValues::Mended(const std::string& projectFile, const Entries& entri
     std::string text = files_.Read(projectFile);
     const std::string found = text;
     for (const Entry& entry : entries) {
-      if (!IsIn(text, entry)) continue;
-      const auto place = FindProjectValue(text, entry.value.key);
-      text.replace(place->start, place->end.value_or(text.size()) - place->start,
-                   std::to_string(entry.value.before));
+      const auto place = PlaceOf(entry, text);
+      if (place) text.replace(place->start, place->size, std::to_string(entry.value.before));
     }
     if (text == found) return true;
     files_.Write(projectFile, text);

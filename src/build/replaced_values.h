@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,7 +55,13 @@ class ReplacedValues {
 
   [[nodiscard]] Entries Noted() const;
   void Store(const Entries& entries);
-  [[nodiscard]] static bool IsIn(const std::string& text, const Entry& entry);
+  struct Span {
+    std::size_t start = 0;
+    std::size_t size = 0;
+  };
+
+  /// Where a project's text has the value that a build replaced; nothing when it has another one.
+  [[nodiscard]] static std::optional<Span> PlaceOf(const Entry& entry, const std::string& text);
   [[nodiscard]] bool Mended(const std::string& projectFile, const Entries& entries);
   void Tell(const std::string& line);
 
