@@ -55,7 +55,7 @@ TEST(AutomationObjects, AreHeardInTheirOwnWordsUnderTheirOwnNumber) {
 
 TEST(AutomationObjects, LetGoOfAComponentThatNobodyUses) {
   const AutomationServers servers("Component.Caption=x");
-  const auto* const file = L"automation_servers.dll";
+  const auto* const file = L"libautomation_servers.dll";
   AutomationObjects objects;
   auto object = objects.CreateObject("GorbexTest.Free");
   objects.LetGoOfUnused();

@@ -60,5 +60,5 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
 }
 
 STDAPI DllCanUnloadNow() {
-  return S_FALSE;
+  return gorbex::test::ScriptedObject::living == 0 ? S_OK : S_FALSE;
 }

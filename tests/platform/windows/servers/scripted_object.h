@@ -4,6 +4,7 @@
 
 #include <oaidl.h>
 
+#include <atomic>
 #include <string>
 #include <utility>
 
@@ -17,8 +18,13 @@ namespace gorbex::test {
 /// "Class.Member(VALUE, ...)" for every other call.
 class ScriptedObject : public IDispatch {
  public:
-  explicit ScriptedObject(std::string name) : name_(std::move(name)) {}
-  virtual ~ScriptedObject() = default;
+  explicit ScriptedObject(std::string name) : name_(std::move(name)) { ++living; }
+  virtual ~ScriptedObject() { --living; }
+  ScriptedObject(const ScriptedObject&) = delete;
+  ScriptedObject& operator=(const ScriptedObject&) = delete;
+
+  /// How many there are: the library is in use while there is one.
+  inline static std::atomic<unsigned> living = 0;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
   ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
