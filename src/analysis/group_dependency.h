@@ -14,8 +14,9 @@
 namespace gorbex {
 
 /// Answers which project of the build produces a component, by the names of all built binaries at
-/// once: a trie over the lower-cased `EXEName`s. An answer costs time by the length of the path,
-/// not by the number of projects. Follows the changes of the collection, which must outlive it.
+/// once: a trie over the lower-cased `EXEName`s. The cost of an answer depends on the length of the
+/// path, not on the number of projects. Follows the changes of the collection, which must outlive
+/// it.
 class GroupDependency {
  public:
   explicit GroupDependency(MemberCollection& members);

@@ -24,7 +24,7 @@ class GroupGraph {
   /// Every project after all that it uses, as far as cycles allow; otherwise in number order.
   [[nodiscard]] std::vector<std::size_t> BuildOrder() const;
 
-  /// The groups of projects that use one another in a circle.
+  /// The sets of projects that use one another in a circle.
   [[nodiscard]] std::vector<std::vector<std::size_t>> Cycles() const;
 
  private:

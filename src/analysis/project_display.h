@@ -11,7 +11,7 @@
 
 namespace gorbex {
 
-/// Shows what is known of the selected project: the details labels and the references in the detail
+/// Shows the selected project: the details labels and the references in the detail
 /// list.
 class ProjectDisplay : public ProjectViews {
  public:
@@ -23,17 +23,17 @@ class ProjectDisplay : public ProjectViews {
   /// click opens the tree's pop-up menu there.
   bool tvwProjects_MouseDown(TreeNode* node);
 
-  /// Shows the project that a tree node belongs to; nothing for nodes that lead to none.
+  /// Shows the project that a tree node belongs to; shows nothing for other nodes.
   void ShowProjectDetails(TreeNode& node) override;
 
   /// Fills the detail list, unless it shows that project already.
   void ShowProjectReferences(const std::string& projectPath) override;
 
-  /// Fills the detail list anew, so that every verdict is taken again; the selection stays.
+  /// Fills the detail list again with new verdicts; the selection stays.
   void RefreshReferences();
 
-  /// After a project file was pointed at another component: its record, its nodes and its rows name
-  /// the new file. Error 5 when the project has no record.
+  /// Updates record, nodes and rows of a project after its file was pointed at another component.
+  /// Error 5 when the project has no record.
   void RepointReferences(const std::string& project, const std::string& oldPath,
                          const std::string& newPath);
 

@@ -25,7 +25,7 @@ class ProjectSearch {
   ProjectSearch(frmBuilder& window, ProjectDisplay& display) : window_(window), display_(display) {}
 
   // Both select the next hit after the selection, or the one before it. After the last hit comes
-  // the first. An empty text is nowhere.
+  // the first. An empty text is never found.
 
   /// In the tree: projects and references. Shows the details of the hit's project.
   Hit FindNode(std::string_view wanted, Direction direction);

@@ -22,7 +22,7 @@ class QueueArrangement {
     bool linked = false;     ///< left over from an earlier arrangement
   };
 
-  /// Called when a linked row was taken out whose dependency is not in the queue: the row is lost.
+  /// Called when a linked row is lost because its dependency is not in the queue.
   using RowLost = std::function<void(std::size_t row)>;
 
   explicit QueueArrangement(const std::vector<Row>& rows);
@@ -47,7 +47,7 @@ class QueueArrangement {
   std::vector<std::list<std::size_t>::iterator> at_;
   std::vector<std::size_t> upper_;  ///< the dependency; kNone when empty or not in the queue
   std::vector<std::size_t> link_;
-  std::vector<std::size_t> place_;  ///< where the scan of this round meets the row or passed it
+  std::vector<std::size_t> place_;  ///< where this round's scan meets or met the row
   std::vector<bool> moved_;
 };
 

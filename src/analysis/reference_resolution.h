@@ -18,8 +18,8 @@ struct Verdict {
   std::string registryPath;  ///< lower case; empty when the GUID is not registered
 };
 
-/// Judges references against the registry. Nothing is remembered: every question reads the registry
-/// and the file system again. GUIDs carry their braces.
+/// Checks references against the registry. Nothing is cached: every call reads the registry and the
+/// file system again. GUIDs carry their braces.
 class ReferenceResolution {
  public:
   ReferenceResolution(const RegistryTools& registry, const FileReader& files,

@@ -33,8 +33,8 @@ class ReferenceUpdate {
 
   using IsComing = std::function<bool(const std::string& projectKey)>;
 
-  /// The component files, of projects above, that an update would take an identity from and that
-  /// have none: the project's references to them would come out empty. A project that `isComing`
+  /// The component files of projects above that have no identity: an update would leave the
+  /// project's references to them empty. A project that `isComing`
   /// says is built first counts as if its component had an identity.
   [[nodiscard]] std::vector<std::string> ComponentsWithoutIdentity(const std::string& projectKey,
                                                                    const IsComing& isComing) const;

@@ -46,11 +46,11 @@ class ShutDown {
   /// nobody: the system waits for the answer.
   [[nodiscard]] bool SessionMayEnd() const { return !uses_.window.ProjectChanged; }
 
-  /// The user's session ends, and the program with it: what is at work is ended, and when this
-  /// returns project files have their own values back and the settings are stored. Asks nobody.
+  /// Ends the program with the user's session. Ends all work, writes project files' own values back
+  /// and stores the settings before it returns. Asks nobody.
   void SessionEnds();
 
-  /// Whether the user asked for the end during work that has ended since: close again.
+  /// True when the user asked to close during work that has ended since.
   [[nodiscard]] bool Due() const { return wanted_ && !Busy(); }
 
  private:

@@ -59,8 +59,8 @@ class BuildRun {
   /// first: the user has it open.
   void mnuFileStop_Click();
 
-  /// Ends the run in good order and asks nobody: the program being waited for is ended, its project
-  /// gets its values back, and nothing further is started.
+  /// Ends the run without asking: ends the program being waited for, gives its project its values
+  /// back, and starts nothing more.
   void End();
 
   [[nodiscard]] bool Running() const { return running_; }
@@ -74,7 +74,7 @@ class BuildRun {
   };
 
   /// The values that a debug build replaces for the time of the compile.
-  /// One that could not be read is not changed, since nothing could be written back.
+  /// A value that could not be read is not changed, because it could not be written back.
   struct DebugValues {
     std::optional<std::int32_t> optimization;
     std::optional<std::int32_t> debugInfo;

@@ -19,10 +19,10 @@ class BuildSettings {
   /// Chooses the build directory.
   void mnuToolsBuildPath_Click();
 
-  /// Asks for the version that a build stamps into its projects. Cancel keeps the one there is.
+  /// Asks for the version that a build stamps into its projects. Cancel keeps the present one.
   void mnuToolsVersion_Click();
 
-  /// Shows the options dialog. Whatever it was left with takes effect when it closes.
+  /// Shows the options dialog. Its settings take effect when it closes.
   void mnuToolsBuildOptions_Click();
 
  private:

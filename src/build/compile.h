@@ -36,7 +36,7 @@ class Compile {
   /// True only when the result log tells of a build without failure; any error is a failure.
   bool CompileProject(const std::string& projectPath, const std::string& outDir);
 
-  /// As CompileProject, to where the project itself says, whatever the build directory is.
+  /// As CompileProject, but into the project's own output folder instead of the build directory.
   bool CompileInPlace(const std::string& projectPath);
 
   /// Announces every compile that was not refused.
@@ -46,15 +46,15 @@ class Compile {
   /// one at a time: another is refused.
   [[nodiscard]] bool Busy() const { return busy_; }
 
-  /// The right of a command to build, until the result is let go of. Nothing, told on the status
+  /// The right of a command to build, until the result is released. Nothing, told on the status
   /// line, while another command or another program builds.
   [[nodiscard]] std::shared_ptr<void> BeginBuild();
 
-  /// Keeps other programs from building until all that it gives are let go of. Nothing while
+  /// Keeps other programs from building until all its results are released. Nothing while
   /// another one builds.
   [[nodiscard]] std::shared_ptr<void> TakeTurn();
 
-  /// The turn has just become this program's. Called before TakeTurn gives it.
+  /// Announced when the turn has just become this program's, before TakeTurn returns it.
   Signal<> turnTaken;
 
   /// How other programs are kept from building, as TakeTurn says; without it nobody else builds.
@@ -73,14 +73,14 @@ class Compile {
   /// The text of the last compile's result log; empty when there is none.
   [[nodiscard]] std::string LastResult() const;
 
-  /// Which project's compile the result log is of, or was to be; empty before the first.
+  /// The project of the last compile, whose result log it is; empty before the first.
   [[nodiscard]] const std::string& ResultLogProject() const { return resultLogProject_; }
 
-  /// Why the last compile came to no result log; empty when it did.
+  /// Why the last compile has no result log; empty when it has one.
   [[nodiscard]] const std::string& LastProblem() const { return problem_; }
 
  private:
-  /// With an empty folder the project's own output folder holds.
+  /// An empty folder means the project's own output folder.
   [[nodiscard]] bool CompileInto(const std::string& folder, const std::string& projectPath);
   [[nodiscard]] bool Attempt(const std::string& folder, const std::string& projectPath);
   [[nodiscard]] bool Compiled(const std::string& folder, const std::string& projectPath);

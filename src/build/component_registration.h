@@ -15,8 +15,8 @@ namespace gorbex {
 /// Registers and unregisters single components through the system's registration tool.
 class ComponentRegistration {
  public:
-  /// `advice` is what is nearly always the reason of a failure, or empty. `changed` is called after
-  /// a registration changed, so that what is shown can be judged again.
+  /// `advice` is the usual reason of a failure, or empty. `changed` is called after
+  /// a registration changed, so that shown references can be checked again.
   ComponentRegistration(frmBuilder& window, Shell& shell, Dialogs& dialogs, ErrorReport& report,
                         std::string advice, std::function<void()> changed)
       : window_(window),

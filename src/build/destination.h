@@ -8,7 +8,8 @@
 namespace gorbex {
 
 /// Asks for a folder to build into and gives it with a "\" at its end. Nothing when the choice was
-/// cancelled, or for a folder that ends in "\" already: nothing is built into the root of a drive.
+/// cancelled, or for a folder that already ends in "\": the root of a drive cannot be a build
+/// folder.
 [[nodiscard]] std::optional<std::string> AskForDestination(Dialogs& dialogs);
 
 }  // namespace gorbex

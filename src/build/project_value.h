@@ -23,7 +23,7 @@ struct ValuePlace {
 
 /// Reads and replaces single values of project files, as text; line order, sections and quotes mean
 /// nothing here. A file that cannot be opened ends both without a report: a project that is not
-/// checked out stays as it is, and what asked goes on.
+/// checked out stays as it is, and the caller goes on.
 class ProjectValue {
  public:
   explicit ProjectValue(FileSystem& files) : files_(files) {}

@@ -9,8 +9,8 @@
 
 namespace gorbex {
 
-/// Gathers what was wrong with the projects that a command read, so that a window can tell of it in
-/// one message.
+/// Gathers the problems of the projects that a command read, so that a window can show them in one
+/// message.
 class ProjectFindings {
  public:
   /// The reader must outlive the findings.

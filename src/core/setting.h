@@ -24,7 +24,7 @@ struct Setting {
   std::string_view stored;  ///< the registry value; empty for what lasts while the program runs
   Member member;
 
-  /// The value as it is stored.
+  /// The value in its stored form.
   [[nodiscard]] std::string Text(const clsOptions& options) const;
 
   /// Takes the value from a stored text: a flag is true for "true" in any letter case, a number is

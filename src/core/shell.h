@@ -23,7 +23,7 @@ class Shell {
   /// Whether a program is ended, where the system can do that, when this one is killed.
   enum class Life { EndsWithUs, ItsOwn };
 
-  /// As ShellAndWait, with an end that TerminateAll made told apart.
+  /// As ShellAndWait, but an end by TerminateAll has its own result.
   Ended RunAndWait(const std::string& commandLine, Life life = Life::EndsWithUs);
 
   /// Announced before a program is started.

@@ -17,7 +17,7 @@ struct HostedControl {
   Property<ControlSize> size;
   Signal<> repaint;  ///< the control asks to be painted anew
 
-  /// Why the control failed when it was last painted or heard of an event; empty when it did not.
+  /// Why the control failed at its last painting or event; empty when it did not.
   /// Front ends show it in the control's place: a message for every event would never end.
   Property<std::string> problem;
 
@@ -55,8 +55,7 @@ class frmTestControl {
   /// Names the control by the count of controls so far and shows it in front of them.
   void Add(std::unique_ptr<HostedControl> control);
 
-  /// Hides the form and destroys its controls. Harmless when repeated, also by those who hear of
-  /// it.
+  /// Hides the form and destroys its controls. It may be called again, also by listeners.
   void Unload();
 
  private:

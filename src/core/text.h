@@ -17,7 +17,7 @@ inline constexpr std::string_view kLineBreak = "\r\n";
 /// Only blanks are cut off; tabs and line ends are text.
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text);
 
-/// The fields between the separators; an empty text has no field at all.
+/// The fields between the separators; an empty text has no fields.
 [[nodiscard]] std::vector<std::string_view> Split(std::string_view text, char separator);
 
 /// The field at a 0-based index. Error 9 when there are fewer.
@@ -53,8 +53,8 @@ void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::strin
 /// "True" or "False" in any letter case, or a number (zero is false). Error 13 for anything else.
 [[nodiscard]] bool ToFlag(std::string_view text);
 
-/// A list for a message, one entry on each line; of a long one the first entries and how many more
-/// there are.
+/// A list for a message, one entry on each line; a long list is cut after the first entries, with
+/// the number of the others.
 [[nodiscard]] std::string ShortList(const std::vector<std::string>& entries);
 
 [[nodiscard]] inline std::string FlagText(bool flag) {

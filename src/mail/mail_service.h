@@ -21,7 +21,7 @@ namespace gorbex {
 class MailTick;
 
 /// Builds on request by mail: while the service is on, the main window's timer looks for new
-/// requests again and again. An error that no request explains switches it off.
+/// requests again and again. An unexpected error switches it off.
 class MailService {
  public:
   struct Uses {
@@ -45,7 +45,7 @@ class MailService {
   void mnuToolsInBox_Click();
 
   /// Performs and answers the new requests. Does nothing while something else compiles or works
-  /// with source control: the next tick will.
+  /// with source control; the next tick tries again.
   void tmrOutlook_Timer();
 
   /// Whether a request is being performed.

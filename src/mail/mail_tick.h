@@ -22,8 +22,8 @@
 
 namespace gorbex {
 
-/// One look into the request folder: every new request is performed and answered. What one request
-/// names as its project holds for the next that names none.
+/// One look into the request folder: every new request is performed and answered. A request without
+/// a project uses the project of the request before it.
 class MailTick {
  public:
   struct Uses {
@@ -63,7 +63,7 @@ class MailTick {
   /// The source line of the step that failed.
   [[nodiscard]] unsigned Line() const { return line_; }
 
-  /// Whose request it was, on one line; empty when it was nobody's.
+  /// The sender of the failed request, on one line; empty when no request failed.
   [[nodiscard]] const std::string& Sender() const { return sender_; }
 
  private:

@@ -7,8 +7,7 @@
 namespace gorbex {
 
 /// Who may ask for builds: addresses ("jane@example.com") and whole domains ("example.com"),
-/// separated by commas. An empty text lets
-/// everyone; one that names nobody lets nobody.
+/// separated by commas. Empty allows everyone; a list without a valid entry allows no one.
 class SenderList {
  public:
   explicit SenderList(std::string_view text);
@@ -16,7 +15,7 @@ class SenderList {
   /// Whether every entry is an address or a domain, and there is one.
   [[nodiscard]] bool IsClear() const;
 
-  /// Whether the list lets a sender ask; one whose address is not known never is on a list.
+  /// Whether a sender may ask. A sender without a known address is never on a list.
   [[nodiscard]] bool Allows(std::string_view address) const;
 
  private:

@@ -52,7 +52,7 @@ struct PointerEvent {
 };
 
 /// A user control: it draws itself and hears what the user does. Its host is any window or picture;
-/// how the component draws is its own affair.
+/// the component decides how it draws.
 class ComponentControl {
  public:
   virtual ~ComponentControl() = default;
@@ -74,7 +74,7 @@ class ComponentControl {
   [[nodiscard]] virtual bool ShowIn(void* /*window*/) { return false; }
 };
 
-/// Makes objects by their programmatic identifier ("Project.Class"). What it made may outlive it.
+/// Makes objects by their programmatic identifier ("Project.Class"). The objects may outlive it.
 class ComponentObjects {
  public:
   virtual ~ComponentObjects() = default;
@@ -92,7 +92,7 @@ class ComponentObjects {
   [[nodiscard]] virtual std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) = 0;
 
-  /// Lets go of component files of which no object is left, so that they can be written again.
+  /// Unloads component files without objects, so that they can be written again.
   virtual void LetGoOfUnused() {}
 };
 

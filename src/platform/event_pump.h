@@ -2,7 +2,7 @@
 
 namespace gorbex {
 
-/// Lets the user interface handle what waits for it; called while the program waits for something.
+/// Lets the user interface handle its events; called while the program waits for something.
 class EventPump {
  public:
   virtual ~EventPump() = default;

@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// A Windows path taken apart: where it starts, and the names below, "." and ".." resolved.
+/// The parts of a Windows path: its start, and the names below it with "." and ".." resolved.
 struct ParsedPath {
   enum class Start { Drive, Share, CurrentFolder };
 

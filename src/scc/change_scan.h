@@ -18,7 +18,7 @@ class ChangeScan {
   /// stays.
   void mnuToolsHighlight_Click();
 
-  /// A project that the scan passed over because it could not be compared, and why.
+  /// A project that could not be compared, and why.
   Signal<std::string, std::string> notCompared;
 
  private:

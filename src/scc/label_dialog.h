@@ -26,7 +26,7 @@ class LabelDialog {
   void cmdCancel_Click();
   void Offer(bool offered);
 
-  /// OK wants both texts, but looks only at the one that was not just typed.
+  /// OK needs both texts, but checks only the one that was not just typed.
   void LookAt(const TextBox& other, std::string_view procedure);
 
   frmLabel& form_;

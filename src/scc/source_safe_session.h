@@ -52,11 +52,10 @@ class SourceSafeSession {
 
   [[nodiscard]] SourceControl& Database() { return database_; }
 
-  /// Held by whatever works with the database. The client lets the user act meanwhile.
+  /// Held during any work with the database. The client lets the user act meanwhile.
   [[nodiscard]] std::shared_ptr<void> Use();
 
-  /// Held by whatever works with the database again and again, by what no other command may change
-  /// meanwhile.
+  /// Held during repeated work with the database, while no other command may change it.
   [[nodiscard]] std::shared_ptr<void> Reserve();
 
   [[nodiscard]] bool Busy() const { return uses_ > 0 || reservations_ > 0; }
@@ -64,7 +63,7 @@ class SourceSafeSession {
   /// Whether the client may be at work: in use, or the database is being opened.
   [[nodiscard]] bool AtWork() const { return uses_ > 0 || asking_; }
 
-  /// True, told on the status line, when the user wants a command while another is at work.
+  /// True, shown on the status line, when another command is at work.
   [[nodiscard]] bool Refuses();
 
  private:

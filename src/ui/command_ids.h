@@ -20,7 +20,7 @@ class CommandIds {
   /// frame.
   [[nodiscard]] int IdOf(Command& command);
 
-  /// Greys a command out, beyond its own state, while there is nothing for it to work on.
+  /// Greys a command out, in addition to its own state, while `possible` is false.
   void OfferOnlyWhen(Command& command, std::function<bool()> possible);
 
  private:
@@ -28,7 +28,7 @@ class CommandIds {
   void OnUpdate(const Command& command, wxUpdateUIEvent& event);
 
   wxFrame& frame_;
-  std::unordered_map<const Command*, wxWindowIDRef> ids_;  ///< kept from being given away
+  std::unordered_map<const Command*, wxWindowIDRef> ids_;  ///< reserved for the commands
   std::unordered_map<const Command*, std::function<bool()>> possible_;
 };
 

@@ -5,7 +5,7 @@
 namespace gorbex::ui {
 
 /// Lets the window live while the program waits. Waits may nest: a command that the user gives
-/// meanwhile can wait in its turn.
+/// meanwhile can also wait.
 class EventLoopPump : public EventPump {
  public:
   void DoEvents() override;

@@ -11,8 +11,8 @@
 
 namespace gorbex::ui {
 
-/// Joins controls to the states they show and edit. A control must not outlive the subscriptions
-/// that are added for it, nor its state it.
+/// Joins controls to the states they show and edit. The state must outlive the
+/// control, and the control this object.
 class FieldBinding {
  public:
   void Join(wxCheckBox& control, CheckBox& state);

@@ -24,8 +24,8 @@ class Host : public HostPaths {
   /// while another one builds.
   [[nodiscard]] virtual std::shared_ptr<void> BuildAlone() = 0;
 
-  /// Shows the user, in words, why this window keeps the system waiting that wants to end the
-  /// user's session; until the window goes. Nothing where the system has no place for it.
+  /// Shows the user why this window delays the end of the session, until the window is destroyed.
+  /// Does nothing where the system cannot show it.
   virtual void TellWhySessionWaits(wxWindow& /*window*/, const wxString& /*why*/) {}
 };
 

@@ -5,7 +5,7 @@
 
 namespace gorbex::ui {
 
-/// How the system's own file dialogs name what the program names by Windows paths.
+/// Translates between the paths of the system's file dialogs and the program's Windows paths.
 class HostPaths {
  public:
   virtual ~HostPaths() = default;

@@ -12,7 +12,7 @@ namespace gorbex::ui {
 /// button that hides them again.
 class LogPane : public wxPanel {
  public:
-  /// The box says whether the failures are to be seen.
+  /// `box` says whether the failures are shown.
   LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box);
 
  private:

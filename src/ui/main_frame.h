@@ -76,7 +76,7 @@ class MainFrame : public wxFrame {
   bool isPainted_ = false;
   bool isPlaced_ = false;
   bool isFollowing_ = false;              ///< the position is being told, not asked for
-  std::vector<std::string> notCompared_;  ///< projects, with the reasons, that a scan passed over
+  std::vector<std::string> notCompared_;  ///< projects that a scan left out, with reasons
   std::vector<Subscription> subscriptions_;
 };
 

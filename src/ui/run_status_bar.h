@@ -19,7 +19,7 @@ class RunStatusBar : public wxStatusBar {
  public:
   RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& events);
 
-  /// Says whether anything is not saved.
+  /// Shows whether there are unsaved changes.
   void ShowUnsaved(bool unsaved);
 
  private:

@@ -12,7 +12,7 @@
 
 namespace gorbex::ui {
 
-/// Where a class or user control of a component is chosen for a test, over its state.
+/// The form to choose a class or user control of a component for a test, over its state.
 class SelectControlWindow : public FormWindow {
  public:
   SelectControlWindow(wxWindow* parent, frmSelectControl& form,

@@ -40,7 +40,7 @@ class StateList : public wxListCtrl {
   /// The text of a column beyond the row's own.
   [[nodiscard]] virtual wxString ExtraText(const ListRow& row, long column) const;
 
-  /// Paints what changed, once the program comes to rest.
+  /// Paints the changes once the program is idle.
   void ShowLater() { isStale_ = true; }
 
  private:

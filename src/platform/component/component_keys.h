@@ -14,7 +14,7 @@ struct ComponentKeys {
   struct Class {
     std::string name;
     std::string clsid;
-    std::string iid;  ///< of its default interface; empty when that is none of this library
+    std::string iid;  ///< of its default interface; empty when that is not in this library
     std::string interfaceName;
   };
 
@@ -33,7 +33,7 @@ struct ComponentKeys {
 [[nodiscard]] ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path);
 
 /// The keys below HKEY_CLASSES_ROOT that hold nothing but the component. The library's topmost key
-/// is none of them: it may hold other versions.
+/// is not one of them: it may hold other versions.
 [[nodiscard]] std::vector<std::string> OwnKeysOf(const ComponentKeys& keys);
 
 /// Makes the library, its interfaces and its classes known to the machine, as the component's own

@@ -43,7 +43,8 @@ struct TypeLibrary {
   std::vector<TypeInfo> types;
 };
 
-/// Reads the bytes of a type library in the MSFT format; nothing when they are none or damaged.
+/// Reads the bytes of a type library in the MSFT format; nothing when they are something else or
+/// damaged.
 [[nodiscard]] std::optional<TypeLibrary> ReadTypeLibrary(std::string_view bytes);
 
 }  // namespace gorbex

@@ -20,9 +20,9 @@ class HalfDone {
            Incoming::Paths absent)
       : git_(git), commit_(std::move(commit)), before_(before), absent_(std::move(absent)) {}
 
-  /// Brings back every file that git touched, and none that the user did. One that cannot be
-  /// brought back, since a filter of git's fails for it, stays as git left it. Error with git's
-  /// words when nothing can be told.
+  /// Brings back every file that git touched, and no file that the user changed. A file stays as
+  /// git left it when a filter of git fails for it. Error with git's words when the state is
+  /// unknown.
   void TakeBack() const;
 
  private:

@@ -18,8 +18,8 @@ struct GitSettings {
 /// The Windows path of a path of the host, in UTF-8 as the host has it. Error 52 when it has none.
 using HostPathReader = std::function<std::string(const std::string&)>;
 
-/// The settings of the file's [git] section; nothing when it has none, so that another client's
-/// file is told apart. Errors: 53 and its kin for the file, 5 for a section that lacks its working
+/// The settings of the file's [git] section; nothing when it has none: the file belongs to another
+/// client. Errors: those of reading the file, 5 for a section that lacks its working
 /// tree, and for a file that is neither a text of the code page nor in UTF-8 with its mark. Where
 /// the system has other paths, such as /srv/product, the reader takes them.
 [[nodiscard]] std::optional<GitSettings> ReadGitSettings(const FileReader& files,

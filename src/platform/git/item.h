@@ -26,7 +26,7 @@ class GitItem : public SourceControlItem {
   /// Labels the whole tip: a tag of git's names no folder.
   void Label(const std::string& label, const std::string& comment) override;
 
-  /// Git keeps no record of check-outs, and so no comment.
+  /// Git does not record check-outs, so the comment is not kept.
   void Checkout(const std::string& comment) override;
   void Checkin(const std::string& comment) override;
 

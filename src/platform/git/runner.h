@@ -33,7 +33,7 @@ class GitRunner {
         login_(std::move(login)),
         askPassProgram_(std::move(askPassProgram)) {}
 
-  /// The login is for these origins of URLs; before this is said it is for none.
+  /// Limits the login to these origins of URLs; before this call it has none.
   void UseLoginAt(std::vector<std::string> origins) { origins_ = std::move(origins); }
 
   /// Git's answer. Error with git's words when it fails. A git that finds another one at work
@@ -61,7 +61,7 @@ class GitRunner {
   return failure.Description().find("index.lock': File exists") != std::string::npos;
 }
 
-/// A path as one that git takes by the letter, whatever characters it holds.
+/// A path in a form that git takes literally, whatever characters it has.
 [[nodiscard]] inline std::string LiteralPath(const std::string& path) {
   return ":(literal)" + path;
 }

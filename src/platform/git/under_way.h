@@ -7,8 +7,8 @@
 
 namespace gorbex {
 
-/// Error that names it when a merge, a rebase or the like of the user's waits in the working tree
-/// for its end. The folder is the Windows path of the tree's top.
+/// Throws an error that names it when the user's merge, rebase or the like is unfinished in the
+/// working tree. The folder is the Windows path of the tree's top.
 void RequireNothingUnderWay(const GitRunner& git, const FileReader& files,
                             const std::string& folder);
 

@@ -8,10 +8,10 @@
 
 namespace gorbex {
 
-/// Starts programs by the system's rules, but never one that happens to lie in the current folder:
-/// a name without a folder is looked for in the system's folders, so that nobody can put another
-/// RegSvr32 before it, then in the program's own folder and the search path. A child reads nothing,
-/// and its output joins this program's error output, unless that is a console.
+/// Starts programs by the system's rules, but never from the current folder: a name without a
+/// folder is looked for in the system's folders first, so that nobody can replace RegSvr32, then in
+/// the program's own folder and the search path. A child reads nothing, and its output joins this
+/// program's error output, unless that is a console.
 class WindowsProcessLauncher : public ProcessLauncher {
  public:
   explicit WindowsProcessLauncher(std::string programFolder)

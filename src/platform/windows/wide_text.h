@@ -14,7 +14,7 @@ namespace gorbex {
 /// Nothing when a character has no byte in the code page.
 [[nodiscard]] std::optional<std::string> FromWide(std::wstring_view wide);
 
-/// As FromWide, with a "?" for what the code page cannot say.
+/// As FromWide, with a "?" for characters outside the code page.
 [[nodiscard]] std::string FromWideRoughly(std::wstring_view wide);
 
 /// Invalid UTF-8 or UTF-16 becomes the replacement character.
