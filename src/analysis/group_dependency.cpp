@@ -67,7 +67,7 @@ void GroupDependency::Remove(const clsMember& member) {
                 [&](const Entry& entry) { return entry.member == &member; });
 }
 
-// Paths are unique, so at most one entry of a name is passed over.
+// Paths are unique, so at most one entry of a name is skipped.
 void GroupDependency::Better(const Entries& entries, std::string_view excludedPath, Entry& best) {
   for (const Entry& entry : entries) {
     if (best.member != nullptr && entry.rank > best.rank) return;

@@ -65,7 +65,7 @@ void QueueArrangement::Round(const RowLost& rowLost) {
       std::replace(upper_.begin(), upper_.end(), row, kNone);
       rowLost(row);
       if (below == order_.end()) return;
-      i = place_[*below];  // the row that took the lost one's position is passed over
+      i = place_[*below];  // the row that took the lost one's position is skipped
     }
   }
 }

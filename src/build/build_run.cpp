@@ -318,7 +318,7 @@ void BuildRun::WriteDebugValues(const std::string& path, const DebugValues& valu
   write(kDebugInfoKey, values.debugInfo);
 }
 
-// Who has switched debug builds off meanwhile keeps what is in the project file now.
+// When debug builds were switched off meanwhile, the project file keeps its present values.
 void BuildRun::WriteBack(Procedure& on, const std::string& path, const DebugValues& kept) {
   if (!DebugBuildIsOn()) {
     on([&] { uses_.replaced.Forget(path); });
@@ -345,7 +345,7 @@ bool BuildRun::AskToGoOn(const std::string& path) {
                              MessageIcon::CriticalStop}) == Answer::Ok;
 }
 
-// What was built from older sources, before the number of what was built.
+// Tells which projects were built from older sources, before the number of built projects.
 void BuildRun::TellOfLatest(Procedure& on) {
   const std::string text = gets_.Text();
   if (!text.empty() && !ending_) on([&] { Tell(text); });

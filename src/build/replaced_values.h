@@ -20,24 +20,24 @@ struct ReplacedValue {
 };
 
 /// Remembers on disk, in the program's folder, what must be written back into project files, so
-/// that a run which is killed does not leave a release as a debug build. Only the program whose
-/// turn it is to build may call what changes anything.
+/// that a run which is killed does not leave a release as a debug build. Only the program that has
+/// the turn to build may call the functions that change something.
 class ReplacedValues {
  public:
   ReplacedValues(FileSystem& files, ActivityLog& log, const std::string& programFolder);
 
-  /// Notes values before they are replaced. What is noted already, and was not written back since,
-  /// counts more. Raises the file system's error when that cannot be noted.
+  /// Notes values before they are replaced. A value that is noted already stays. Raises the file
+  /// system's error when the note cannot be written.
   void Note(const std::string& projectFile, const std::vector<ReplacedValue>& values);
 
   /// Forgets the values of a project that has its own again; those that could not be written back
   /// stay noted.
   void Settle(const std::string& projectFile);
 
-  /// Forgets the values of a project that is to keep what it has.
+  /// Forgets the values of a project that keeps its present ones.
   void Forget(const std::string& projectFile);
 
-  /// Whether anything is noted, be it by another program that is at work.
+  /// Whether anything is noted, also by another running program.
   [[nodiscard]] bool Any() const;
 
   /// Writes back what a killed run has left, wherever the file still has what that run wrote there.

@@ -45,7 +45,7 @@ bool IsVersion(const std::string& text) {
          });
 }
 
-// The compiler wants a folder that is there. It is also quoted in the compiler's command line,
+// The compiler needs an existing folder. It is also quoted in the compiler's command line,
 // where an impossible name could pose as further arguments.
 void RequireBuildFolder(const Program& program) {
   const std::string& folder = program.window.buildDirectory;
@@ -144,7 +144,7 @@ Json RunJson(const RunRecord& record, const std::string& script) {
           {"script", JsonText(script)}};
 }
 
-// One that cannot be written does not keep the other from being.
+// A report that cannot be written does not keep the other from being written.
 bool WriteReports(Session& session, const BuildArguments& arguments, const RunRecord& record) {
   Program& program = session.program();
   bool isWritten = true;

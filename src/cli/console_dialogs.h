@@ -23,7 +23,7 @@ class ConsoleDialogs : public Dialogs {
   std::optional<std::string> BrowseForDir(const std::string& title) override;
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;
 
-  /// Nothing: a console edits settings by its own command.
+  /// Does nothing: a console edits settings with another command.
   void ShowOptions(frmOptions& form) override;
 
   /// Asks for user and password where somebody can answer. Elsewhere logs in once with the user

@@ -12,7 +12,7 @@
 
 namespace gorbex::cli {
 
-/// Tells a build run as it goes: a line for every project, and a progress bar below them on a
+/// Prints a build run as it happens: a line for every project, and a progress bar below them on a
 /// terminal.
 class RunPrinter {
  public:

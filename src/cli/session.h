@@ -22,8 +22,7 @@ class Session {
   /// The program's path form of a typed path. Failure when it has none.
   [[nodiscard]] std::string ProgramPath(const std::string& typed) const;
 
-  /// Failure when the stored settings could not be read: nothing may be done with others in their
-  /// place.
+  /// Failure when the stored settings could not be read: a command must not use others instead.
   void RequireSettings() const;
 
   /// Loads a build project file. Failure when it cannot be loaded as a whole.

@@ -39,7 +39,7 @@ std::optional<std::string_view> OtherSetting(const std::string& name) {
   return found == kOtherSettings.end() ? std::nullopt : std::optional(*found);
 }
 
-// What a screen or a build log may show of a URL, even of one that is none.
+// The parts of a URL, even an invalid one, that a screen or a build log may show.
 std::string WithoutPassword(std::string url) {
   const auto at = url.rfind('@');
   if (at == std::string::npos) return url;

@@ -24,7 +24,7 @@ struct SourceControlCommandsArguments {
   std::string spec;
 };
 
-// As the window keeps them when it closes: the next command, or window, begins with them.
+// Stores them as the closing window does: the next command, or window, begins with them.
 void Remember(const Session& session, Program& program) {
   const auto alone = session.ChangeAlone();
   program.registry.subSetRegistryValue(kProgramKey, session_setting::kIniPath,

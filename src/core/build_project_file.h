@@ -19,8 +19,8 @@
 
 namespace gorbex {
 
-/// Why a text is not that of a build project file: it would load as an empty one, or without its
-/// first line, and be lost when that is saved. Nothing when it looks sound.
+/// Why a text is not a build project file: it would load as an empty one, or without its first
+/// line, and saving would lose it. Nothing when it looks sound.
 [[nodiscard]] std::optional<std::string> BuildProjectProblem(std::string_view text);
 
 /// Loads and saves build project files (.bpf) and keeps the list of recent ones.
@@ -65,8 +65,8 @@ class BuildProjectFile {
   /// than what was last loaded or saved.
   [[nodiscard]] bool Changed() const;
 
-  /// Offers to save what has changed. False when it is to stay open: the question was dismissed, or
-  /// the file was not saved.
+  /// Offers to save what has changed. False when the build project must stay open: the question was
+  /// dismissed, or the file was not saved.
   [[nodiscard]] bool OfferToSave(Procedure& on);
 
   /// Reads the recent files into the menu.

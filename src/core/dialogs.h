@@ -26,7 +26,8 @@ struct FileChoice {
   std::string name;    ///< the proposed name or pattern
 };
 
-/// The answer that changes nothing and ends what asks: for a front end nobody watches.
+/// The answer that changes nothing and ends the asking command: for a front end that nobody
+/// watches.
 [[nodiscard]] constexpr Answer SafeAnswer(Buttons buttons) {
   switch (buttons) {
     case Buttons::Ok:

@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// The front end's dialogs, with every message and its answer announced to those who keep a record.
+/// The front end's dialogs, with every message and its answer announced to listeners.
 class ObservedDialogs : public Dialogs {
  public:
   explicit ObservedDialogs(Dialogs& frontEnd) : frontEnd_(frontEnd) {}

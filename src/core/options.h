@@ -69,7 +69,7 @@ class clsOptions {
   RegistryTools& registry_;
   ErrorReport& report_;
 
-  /// The text that each setting had when it was not known yet; nothing when it was read or saved.
+  /// The text that each setting had when it could not be read; nothing when it was read or saved.
   std::array<std::optional<std::string>, kSettings> unread_;
 };
 

@@ -21,7 +21,7 @@ TreeNode* ProjectFileReader::ReadUnmarked(const std::string& path) {
   return window_.ProjectMembers.Contains(path) ? nullptr : Read(path, Marking::Later);
 }
 
-// What was added before an error stays in the tree.
+// Nodes that were added before an error stay in the tree.
 TreeNode* ProjectFileReader::Read(const std::string& path, Marking marking) {
   try {
     ProjectFile file = ReadFile(path);

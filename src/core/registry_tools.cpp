@@ -26,7 +26,7 @@ std::string NumberText(std::string_view bytes) {
   return std::to_string(sum);
 }
 
-// What a query of the given type makes of a stored value; nothing when the query fails.
+// The result of a query of the given type for a stored value; nothing when the query fails.
 std::optional<std::string> Queried(const RegistryValue& value, std::string_view type) {
   const std::string& bytes = value.bytes;
   if (bytes.size() > kQueryBuffer) return std::nullopt;

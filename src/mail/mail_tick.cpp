@@ -87,7 +87,7 @@ bool MailTick::IsWelcome(const MailItem& mail) {
     NoteRefusal(mail, "there is nobody to answer");
     return false;
   }
-  // What was built goes to who gets the answer.
+  // The built file goes to the recipient of the answer.
   if (uses_.senders.Allows(mail.SenderAddress()) && uses_.senders.Allows(mail.ReplyAddress())) {
     return true;
   }
@@ -100,7 +100,7 @@ bool MailTick::IsWelcome(const MailItem& mail) {
 
 // The mail stays unread and comes back with every tick; one line for each sender is enough.
 void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
-  // Whoever makes up senders by the thousand fills neither the log nor the memory.
+  // Thousands of invented senders must fill neither the log nor the memory.
   if (uses_.refused.size() >= kMostRefused) return;
   const std::string address = mail.SenderAddress();
   const std::string sender = OnOneLine(address.empty() ? mail.SenderName() : address);
@@ -268,7 +268,7 @@ bool MailTick::ReportFailure(const RuntimeError& error) {
   bool isTold = false;
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
     on([&] { reply_->SetSubject("GorbexBuilder Encountered an error"); });
-    // What could not be sent with the answer could not be sent with this, either.
+    // A file that could not be sent with the answer could not be sent with this, either.
     on([&] { reply_->RemoveAttachments(); });
     if (!AddressFailure()) return;
     on([&] { reply_->SetBody(FailureText(error)); });

@@ -11,7 +11,7 @@
 namespace gorbex {
 
 // The mail system of the machine: one folder that requests arrive in, and the mails that answer
-// them. Texts are code-page bytes with CR LF between lines; what the code page cannot say becomes
+// them. Texts are code-page bytes with CR LF between lines; characters outside the code page become
 // "?". Every operation that can fail says so as a RuntimeError in the mail system's own words, in
 // which there is never a password. Operations let the user interface act while they wait, and give
 // up after a while: none waits forever.
@@ -27,7 +27,7 @@ struct MailAccount {
 };
 
 /// The server of a mailbox is away: it cannot be reached, is silent, takes no login or hangs up.
-/// Nothing is wrong with what was asked, and the same may succeed later.
+/// The request itself was in order and may succeed later.
 class MailboxAway : public RuntimeError {
  public:
   explicit MailboxAway(const std::string& description)
@@ -46,7 +46,7 @@ class MailItem {
   /// Marks the mail in the folder as read or unread. A mail that vanished meanwhile needs no mark.
   virtual void SetUnRead(bool unread) = 0;
 
-  /// Whether somebody has to look at the mail before it is served again, as its flag says.
+  /// Whether the mail is flagged, so that somebody has to look at it before it is served again.
   [[nodiscard]] virtual bool IsFlagged() const = 0;
 
   /// Flags the mail in the folder. A mail that vanished meanwhile needs no flag.
@@ -91,8 +91,8 @@ class OutgoingMail {
 
   virtual void RemoveAttachments() = 0;
 
-  /// Sends the mail, or puts it where it waits until its server takes it. Once sent, it is of no
-  /// more use.
+  /// Sends the mail, or lets it wait until its server takes it. The object cannot be used
+  /// afterwards.
   virtual void Send() = 0;
 };
 
@@ -124,13 +124,13 @@ class Mail {
   /// A mail that answers another one, which need not outlive it. Error while not open.
   [[nodiscard]] virtual std::unique_ptr<OutgoingMail> CreateReply(const MailItem& to) = 0;
 
-  // A system that sends what waits by itself needs nothing of the following.
+  // A system that sends waiting mails by itself does not implement the following.
 
   /// Sends the mails that wait for their server and are due. Returns a line for the log for each
   /// thing that somebody should know.
   [[nodiscard]] virtual std::vector<std::string> SendWaiting() { return {}; }
 
-  /// Whether so many mails wait that requests had better wait, too.
+  /// Whether so many mails wait that requests should wait, too.
   [[nodiscard]] virtual bool TooManyWait() const { return false; }
 };
 

@@ -31,9 +31,9 @@ struct Delivery {
   std::string words{};  ///< why it was not taken
 };
 
-/// Mails that wait on the disk for their server. A mail that was put in is sent once, whatever
-/// becomes of the server or of this program meanwhile. Each mail is a file that only its owner can
-/// read, and that is whole or not there. Programs that share the folder take turns. Failures of
+/// Mails that wait on the disk for their server. A mail that was put in is sent once, even if the
+/// server or this program ends meanwhile. Each mail is a file that only its owner can
+/// read, and that is complete or missing. Programs that share the folder take turns. Failures of
 /// the disk are std::system_error.
 class Outbox {
  public:

@@ -21,7 +21,7 @@ class Process {
   [[nodiscard]] virtual std::optional<std::uint32_t> ExitCode(
       std::chrono::milliseconds patience) = 0;
 
-  /// Ends the process without giving it a say; its exit code follows as for any end.
+  /// Ends the process at once; its exit code follows as for any end.
   virtual void Terminate() = 0;
 
   /// From now on the process goes on even when this program is killed, wherever the system would
@@ -29,7 +29,7 @@ class Process {
   virtual void OutliveProgram() {}
 };
 
-/// A process that could not be started is told apart from one that ended badly.
+/// Distinguishes a process that could not be started from one that ended badly.
 using StartResult = std::variant<std::unique_ptr<Process>, RuntimeError>;
 
 class ProcessLauncher {

@@ -10,15 +10,15 @@
 
 namespace gorbex {
 
-/// No tool says more, in bytes.
+/// The most bytes of a tool's output.
 inline constexpr std::size_t kMostToolOutput = std::size_t{256} << 20U;
 
-/// A tool on its way to its end, as a system runs it. One that is let go of before is ended.
+/// A running tool. Destroying it ends the tool.
 class RunningTool {
  public:
   virtual ~RunningTool() = default;
 
-  /// Waits for a moment, but not on when the tool says something, and takes what it said. The exit
+  /// Waits for a moment or until the tool writes something, and takes its output. Returns the exit
   /// code when the tool has ended.
   [[nodiscard]] virtual std::optional<std::uint32_t> Advance() = 0;
 

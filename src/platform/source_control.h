@@ -22,8 +22,8 @@ class SourceControlItem {
   /// True when the working copy differs from the database.
   [[nodiscard]] virtual bool IsDifferent() = 0;
 
-  /// Flags: 0x2000 recursive, 0x20000 keep, 0x4000000 get, added together. Gives what the user has
-  /// to do yet to have it all, empty for nothing.
+  /// Flags: 0x2000 recursive, 0x20000 keep, 0x4000000 get, added together. Returns what the user
+  /// still has to do, empty for nothing.
   virtual std::string Get(const std::string& localPath, std::uint32_t flags) = 0;
   virtual void Label(const std::string& label, const std::string& comment) = 0;
   virtual void Checkout(const std::string& comment) = 0;
@@ -39,8 +39,8 @@ class SourceControl {
   virtual void Open(const std::string& iniPath, const std::string& user,
                     const std::string& password) = 0;
 
-  /// Whether who opens this initialisation file may leave user and password empty, because the
-  /// client knows them from elsewhere. False for a file that cannot be read.
+  /// Whether user and password may stay empty for this initialisation file, because the client
+  /// knows them from elsewhere. False for a file that cannot be read.
   [[nodiscard]] virtual bool KnowsUsers(const std::string& /*iniPath*/) const { return false; }
 
   /// The logged-in user; empty while not open.
@@ -49,8 +49,8 @@ class SourceControl {
   /// The item of a "$/" spec; null when there is none. Error while not open.
   [[nodiscard]] virtual std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) = 0;
 
-  /// While the result is held, answers come from one picture of the database taken now, so that
-  /// many questions cost no more than a few. Never fails itself: the answers do.
+  /// While the result is held, all answers come from one snapshot of the database taken now, so
+  /// that many questions cost little. It never fails itself; the questions do.
   [[nodiscard]] virtual std::shared_ptr<void> Snapshot() { return nullptr; }
 };
 

@@ -25,7 +25,7 @@ struct ToolCall {
 
   std::string input{};  ///< what the tool reads
 
-  /// How long it may run before it is ended; nothing for as long as it likes.
+  /// How long it may run before it is ended; nothing for no limit.
   std::optional<std::chrono::milliseconds> patience{};
 };
 
@@ -35,7 +35,7 @@ struct ToolResult {
   std::string errorOutput{};
 };
 
-/// A tool that could not be started is told apart from one that ended badly.
+/// Distinguishes a tool that could not be started from one that ended badly.
 using ToolOutcome = std::variant<ToolResult, RuntimeError>;
 
 class ToolRunner {

@@ -36,7 +36,7 @@ void ChangeScan::Scan(Procedure& on) {
   }
 }
 
-// What fails is passed over, but not in silence for those who want to know.
+// A project that cannot be compared is skipped; listeners are told why.
 bool ChangeScan::IsChanged(const Project& project) {
   std::string failure;
   const auto tried = [&](const auto& question) -> decltype(question()) {

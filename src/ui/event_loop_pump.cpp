@@ -9,7 +9,7 @@ namespace {
 
 // The loop's own dispatching instead of the toolkit's yield, which refuses to nest.
 void Handle(wxEventLoopBase& loop) {
-  // What is being waited for must be looked at again even under a storm of events.
+  // The caller must get to check its wait again, even with very many events.
   constexpr long kLongestMilliseconds = 100;
   const wxStopWatch watch;
   while (loop.Pending() && watch.Time() < kLongestMilliseconds) loop.Dispatch();

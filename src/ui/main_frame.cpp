@@ -48,7 +48,7 @@ bool IsInProject(const TreeView& tree) {
   return node != nullptr && node->Parent() != nullptr;
 }
 
-// What only a window can do.
+// Commands that only a window can run.
 std::array<Command*, 4> OwnCommands(MainMenu& menu) {
   return {&menu.mnuHelpAbout, &menu.mnuToolsFind, &menu.mnuToolsFindNext,
           &menu.mnuToolsFindPrevious};
@@ -281,7 +281,7 @@ void MainFrame::FollowState() {
 
 // The state knows the window's place, or the one it would have if it were not maximized.
 void MainFrame::FollowPosition() {
-  // What is painted has its size; before that a window's place and panes are only wishes.
+  // A painted window has its final size; before that, place and panes are not reliable.
   queuePane_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
     event.Skip();
     if (!isPainted_) CallAfter([this] { Place(); });
@@ -384,7 +384,7 @@ void MainFrame::StoreLayout() {
 }
 
 void MainFrame::OnClose(wxCloseEvent& event) {
-  // Only the system can ask now. Whoever waits for the answer still needs the window.
+  // Only the system can ask now. The code that waits for the answer still needs the window.
   if (openDialogs_.Any()) {
     isCloseWanted_ = true;
     if (event.CanVeto()) event.Veto();

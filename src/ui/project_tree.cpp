@@ -66,7 +66,7 @@ void ProjectTree::Follow() {
   });
 }
 
-// What was in sight stays in sight.
+// The visible rows stay visible.
 void ProjectTree::CatchUp() {
   if (isUnchosen_ && state_.Selected() != nullptr) Reveal(*state_.Selected());
   if (isStale_) {

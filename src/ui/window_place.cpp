@@ -23,7 +23,7 @@ float Twips(int dips) {
   return static_cast<float>(dips) * kTwipsPerDip;
 }
 
-// What of the title bar must be on a screen for the user to take hold of the window.
+// The part of the title bar that must be on a screen, so that the user can move the window.
 bool CanBeMoved(const wxRect& window, const wxRect& screen) {
   constexpr int kHold = 60;
   constexpr int kTitleBar = 24;

@@ -74,7 +74,7 @@ bool IsNamed(const ByteReader& resources, std::uint32_t entryName, std::string_v
   return true;
 }
 
-// What the first fitting entry of a directory points to.
+// The target of the first fitting entry of a directory.
 template <typename Fits>
 std::optional<std::uint32_t> FirstEntry(const ByteReader& resources, std::uint32_t directory,
                                         const Fits& fits) {

@@ -17,8 +17,8 @@ std::vector<std::string> WithoutMergeOptions(const std::string& key) {
   return {"--config-env=" + key + "=" + kNoMergeOptions};
 }
 
-// What the user's configuration may add would stash changes away or overwrite ignored files. A
-// merge into a branch without commits overwrites those whatever it is told, so there the branch is
+// Options from the user's configuration could stash changes away or overwrite ignored files. A
+// merge into a branch without commits overwrites those in any case, so there the branch is
 // made at the commit instead.
 std::vector<std::string> WayTo(const std::string& commit, const GitStatus& before) {
   if (!before.HasCommit()) {
@@ -48,7 +48,7 @@ Incoming::Paths FastForward(const GitRunner& git, const std::string& tip, const 
   try {
     git.Run(GitCall::Change, WayTo(commit, before));
   } catch (const RuntimeError& failure) {
-    // What looks half-done then is another's work.
+    // Half-done work is then somebody else's.
     if (IsLockedOut(failure)) throw;
     // Another git brought the branch there while this one looked at it.
     if (IsReached(git, commit)) return incoming.submodules;

@@ -68,7 +68,7 @@ void HalfDone::TakeBackOrSplit(const Paths& touched, const std::set<std::string>
     TakeBackAll(touched, missing);
   } catch (const RuntimeError& failure) {
     if (touched.size() < 2 || --attempts <= 0 || IsLockedOut(failure)) {
-      // What was added to compare it must not stay added.
+      // Files that were added for comparing must not stay added.
       static_cast<void>(git_.Try(GitCall::Change, WithPaths({"reset", "--quiet"}, touched)));
       return;
     }

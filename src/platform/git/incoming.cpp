@@ -52,7 +52,7 @@ Written WrittenFromNothing(const GitRunner& git, const std::string& commit) {
 
 }  // namespace
 
-// What git follows it looks after itself.
+// Git itself looks after the files that it follows.
 Incoming ReadIncoming(const GitRunner& git, const std::string& commit, const GitStatus& before) {
   auto written = before.HasCommit() ? WrittenFrom(git, before.commit, commit)
                                     : WrittenFromNothing(git, commit);

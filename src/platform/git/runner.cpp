@@ -66,7 +66,7 @@ std::map<std::string, std::optional<std::string>> Environment() {
   return variables;
 }
 
-// What a file holds makes it a changed one, not whether the host may run it.
+// A file is changed by other contents, not by its permission to run.
 std::vector<std::string> Options(GitCall kind) {
   std::vector<std::string> options;
   if (kind == GitCall::Question) options.emplace_back("--no-optional-locks");

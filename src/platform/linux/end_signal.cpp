@@ -46,7 +46,7 @@ void Note(int /*signal*/) {
 
 }  // namespace
 
-// Who started the program may have switched a signal off.
+// The starter of the program may have switched a signal off.
 void EndSignal::Obey() {
   for (const int signal : kSignals) {
     if (!IsIgnored(signal)) Handle(signal, End);

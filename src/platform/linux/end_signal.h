@@ -8,11 +8,12 @@ namespace gorbex {
 /// program.
 class EndSignal {
  public:
-  /// From now on it is obeyed at once, and what the program started ends too.
+  /// From now on it ends the program at once, with everything that it started.
   static void Obey();
 
-  /// From now on it is noted, once; the next one is obeyed. The descriptor can be read from when
-  /// there is one, and stays this class's own; -1 when the system gave none, and nothing is noted.
+  /// From now on the first one is noted; the next one ends the program. The descriptor can be read
+  /// from when there is one, and stays this class's own; -1 when the system gave none, and nothing
+  /// is noted.
   static int Listen();
   [[nodiscard]] static bool Wanted();
 

@@ -12,7 +12,7 @@
 namespace gorbex {
 namespace {
 
-// What is not looked into often is not worth its memory.
+// Cache only folders that are searched often.
 constexpr std::size_t kMostFolders = 64;
 
 // Some file systems count time in steps of two seconds: a folder that changed this recently could

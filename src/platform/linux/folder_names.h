@@ -12,8 +12,8 @@
 namespace gorbex {
 
 /// The names in folders of the host, found without regard to letter case. A folder that has not
-/// changed since it was read is not read again: files that are missing are looked for often, and
-/// each look would take as long as the folder is large.
+/// changed since it was read is not read again: missing files are looked for often, and reading a
+/// large folder takes long.
 class FolderNames {
  public:
   struct Look {
@@ -21,9 +21,9 @@ class FolderNames {
     std::optional<std::string> name{};
   };
 
-  /// The name in the folder, both given and found in the host's form and folder's path, that stands
-  /// for a name in the code page: that very one, or of those that differ from it in letter case
-  /// alone the first in byte order, so that the answer is stable.
+  /// The host's name, in the folder of that host path, of a name in the code page: the same name,
+  /// or else the first in byte order of those that differ only in letter case, so that the answer
+  /// is stable.
   [[nodiscard]] Look Find(const std::string& folder, std::string_view name);
 
  private:

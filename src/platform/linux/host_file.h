@@ -36,9 +36,9 @@ class Descriptor {
 /// Whether a new file is on the disk before it takes the place of the old one.
 enum class Flush { Wait, Later };
 
-/// Puts a new file in the place of the old one, which stays whole when anything fails. A symbolic
-/// link stays and its target is replaced. An old file hands down its mode; a new one gets the mode
-/// given.
+/// Puts a new file in the place of the old one, which stays complete when anything fails. A
+/// symbolic link stays and its target is replaced. An old file hands down its mode; a new one gets
+/// the mode given.
 void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t newFileMode,
                      Flush flush = Flush::Wait);
 

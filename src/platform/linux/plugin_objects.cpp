@@ -30,7 +30,7 @@ auto Creating(const std::string& identifier, Attempt&& attempt) {
   }
 }
 
-// Whatever a plug-in throws against its contract must not reach the program.
+// An exception that a plug-in throws against its contract must not reach the program.
 template <class... Parameters, class... Arguments>
 std::int32_t Called(std::int32_t (*function)(Parameters...), Arguments&&... arguments) {
   try {

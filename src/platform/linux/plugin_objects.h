@@ -9,8 +9,8 @@ namespace gorbex {
 struct PluginClass;
 
 /// Makes objects of plug-ins: shared libraries which the registry names as the in-process servers
-/// of classes, where Windows has DLLs. Both services must outlive it, but not what it made: every
-/// object keeps its own library loaded.
+/// of classes, where Windows has DLLs. Both services must outlive it, but need not outlive its
+/// objects: every object keeps its own library loaded.
 class PluginObjects : public ComponentObjects {
  public:
   PluginObjects(const RegistryReader& registry, const Prefix& prefix)

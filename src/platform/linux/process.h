@@ -19,7 +19,7 @@ class LinuxProcessLauncher : public ProcessLauncher {
   /// Runs the registration tool's arguments and gives its exit code.
   using RegSvr32 = std::function<std::uint32_t(std::string_view arguments)>;
 
-  /// Told once of every child whose end was seen.
+  /// Called once for every child whose end was seen.
   using OnEnded = std::function<void(bool underWine)>;
 
   LinuxProcessLauncher(const Prefix& prefix, std::string programFolder, OnEnded onEnded,
@@ -28,7 +28,7 @@ class LinuxProcessLauncher : public ProcessLauncher {
   [[nodiscard]] StartResult Start(const std::string& commandLine) override;
 
  private:
-  /// Where a program was found; no Windows path for one of the host's own PATH.
+  /// The place of a program; without a Windows path when it was found in the host's PATH.
   struct Program {
     std::string hostPath;
     std::string windowsPath;

@@ -12,7 +12,7 @@
 namespace gorbex {
 namespace {
 
-// Who may only read can hold the lock as well.
+// A user who may only read can hold the lock as well.
 constexpr int kFlags = O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 constexpr mode_t kForAllToRead = 0644;
 
@@ -50,7 +50,7 @@ std::shared_ptr<ProgramLock> ProgramLock::Try(const std::filesystem::path& file)
   return lock->Take() == State::Free ? lock : nullptr;
 }
 
-// Where no lock can be made nobody else can have made one.
+// Where no lock can be made, no other program can have made one.
 ProgramLock::State ProgramLock::Take() const {
   if (file_.Number() < 0 || flock(file_.Number(), LOCK_EX | LOCK_NB) == 0) return State::Free;
   return errno == EWOULDBLOCK || errno == EINTR ? State::Taken : State::Free;

@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// Stands in for the system's registration tool where there is no Wine to run it: reads a
+/// Replaces the system's registration tool where there is no Wine to run it: reads a
 /// component's type library and writes or removes the keys by which the component is found.
 class Registrar {
  public:

@@ -59,7 +59,7 @@ const RegistryKey* FindIn(const std::vector<const RegistryKey*>& tops, std::stri
   return nullptr;
 }
 
-// Keeps other programs from writing; null when they do not let go of it in time.
+// Keeps other programs from writing; null when they do not release it in time.
 std::unique_ptr<Descriptor> LockFile(const std::string& path) {
   auto file = std::make_unique<Descriptor>(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
   if (file->Number() < 0) return nullptr;
@@ -101,7 +101,8 @@ void LinuxRegistry::File::Load() {
     top = std::move(fresh);
     isReadable = true;
   } catch (const std::system_error& error) {
-    // One that was there a moment ago is not taken for absent, or the next change would empty it.
+    // A file that was there a moment ago does not count as absent, or the next change would empty
+    // it.
     isReadable = !stamp && error.code() == std::errc::no_such_file_or_directory;
     if (isReadable) top = RegistryKey();
     if (isReadable) senselessLines = 0;

@@ -18,11 +18,11 @@ namespace gorbex {
 /// they change, which is looked for every few milliseconds at most.
 ///
 /// Wine keeps its registry in memory and writes the files half a minute later or when its last
-/// program has ended for some seconds. So after a program under Wine ended, what it may have
-/// registered is asked of Wine itself: one part of the classes (such as "TypeLib") at a time, when
-/// it is first wanted. The user's own classes, which components hardly ever use, wait for the file.
+/// program has ended for some seconds. So after a program under Wine has ended, the registry asks
+/// Wine itself for the classes that it may have registered, one part (such as "TypeLib") at a time
+/// when it is first needed. The user's own classes, which components rarely use, wait for the file.
 ///
-/// As to a 32-bit program on 64-bit Windows, classes registered by 32-bit programs come first.
+/// Classes registered by 32-bit programs come first, as for a 32-bit program on 64-bit Windows.
 class LinuxRegistry : public Registry {
  public:
   /// The export of a key of the machine; see ExportWineKey().
@@ -30,11 +30,11 @@ class LinuxRegistry : public Registry {
 
   explicit LinuxRegistry(const std::filesystem::path& prefixRoot, LiveKey live = {});
 
-  /// Throws when a file is there that cannot be read: to take it for empty would forget which
-  /// components are registered, and whose requests are served.
+  /// Throws when an existing file cannot be read: treating it as empty would forget registered
+  /// components and allowed senders.
   void RequireReadable() const;
 
-  /// The next query looks whether the files changed. For when a child process ended.
+  /// Makes the next query check whether the files changed. Call it when a child process has ended.
   void Recheck();
 
   /// As Recheck(), when the child ran under Wine or Wine's files may be out of date for other

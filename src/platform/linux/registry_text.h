@@ -8,9 +8,8 @@
 
 namespace gorbex {
 
-/// Adds what a registry file in Wine's text format says to the key, a later value replacing an
-/// earlier one. Reads on behind everything that makes no sense, and returns how many lines made
-/// none.
+/// Adds the contents of a registry file in Wine's text format to the key; a later value replaces an
+/// earlier one. Skips lines it cannot parse and returns their number.
 std::size_t ReadRegistryText(std::string_view text, RegistryKey& into);
 
 /// The same for a registration file in UTF-16, as the system's registry editor exports it: its keys

@@ -48,7 +48,7 @@ class Output {
   [[nodiscard]] int ChildsEnd() const { return to_->Number(); }
   void CloseChildsEnd() { to_.reset(); }
 
-  /// A number that poll passes over once the stream has ended.
+  /// A number that poll ignores once the stream has ended.
   [[nodiscard]] int Number() const { return from_ ? from_->Number() : -1; }
 
   void Take() {

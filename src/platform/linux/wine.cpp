@@ -25,7 +25,7 @@ std::string WholeOf(const Descriptor& file) {
   return bytes;
 }
 
-// What the tool says on its output; nothing when it fails or takes too long.
+// The output of the tool; nothing when it fails or takes too long.
 std::optional<std::string> Hear(ChildStart start) {
   const Descriptor heard(memfd_create("registry", MFD_CLOEXEC));
   const Descriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));

@@ -12,7 +12,7 @@
 namespace gorbex {
 
 // Classes of registered components, by their programmatic identifiers. Error 429, which names the
-// identifier and the reason, when there is no such class or when it gives away no object.
+// identifier and the reason, when there is no such class or it makes no object.
 
 [[noreturn]] void RefuseObject(const std::string& identifier, const std::string& reason);
 [[nodiscard]] CLSID ClassOf(const std::string& identifier);

@@ -10,7 +10,7 @@
 
 namespace gorbex {
 
-/// Error 440 for a call of an object's member that failed without a word of the object.
+/// Error 440 for a call of an object's member that failed without a message.
 [[nodiscard]] RuntimeError AutomationFailure(HRESULT result, const std::string& member);
 
 /// An object's report of its failure, with what that owns.

@@ -66,7 +66,7 @@ struct AutomationThread::Queue {
     ends = true;
     SetEvent(news.Get());
   }
-  /// What has not begun is not to be done any more.
+  /// Drops jobs that have not started.
   void TakeBack(const std::shared_ptr<Job>& job) {
     const std::lock_guard lock(mutex);
     std::erase(jobs, job);

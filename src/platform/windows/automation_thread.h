@@ -28,7 +28,7 @@ class AutomationThread {
   explicit AutomationThread(EventPump* events,
                             std::optional<std::chrono::milliseconds> patience = {});
 
-  /// Ends the thread when its work is done. One that does not answer is left to itself.
+  /// Ends the thread when its work is done. A thread that does not answer keeps running.
   ~AutomationThread();
   AutomationThread(const AutomationThread&) = delete;
   AutomationThread& operator=(const AutomationThread&) = delete;

@@ -158,7 +158,7 @@ ChildProcess::ChildProcess(const ChildStart& start) : job_(CreateJobObjectW(null
   ResumeThread(thread.Get());
 }
 
-// What is let go of goes on; only the death of this program ends it.
+// A child goes on when its object is destroyed; this program's end no longer ends it.
 ChildProcess::~ChildProcess() {
   if (job_) LimitToOurLife(job_, false);
 }

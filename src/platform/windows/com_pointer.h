@@ -27,7 +27,7 @@ class ComPointer {
   Interface* operator->() const { return object_; }
   explicit operator bool() const { return object_ != nullptr; }
 
-  /// Where a call puts the object that it gives away. Only while there is none yet.
+  /// The address where a call stores a new object. Only while there is none yet.
   Interface** Place() { return &object_; }
 
  private:

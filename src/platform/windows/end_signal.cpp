@@ -21,7 +21,7 @@ BOOL WINAPI Note(DWORD signal) {
   return TRUE;
 }
 
-// As long as this does not return the session waits, which the system limits.
+// The session waits until this returns; the system limits that time.
 LRESULT CALLBACK OnSessionMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
   if (message == WM_QUERYENDSESSION) {
     ShutdownBlockReasonCreate(window, L"What is at work is being ended.");

@@ -95,8 +95,8 @@ void TakeOwnerOf(const std::wstring& file, const std::wstring& from) {
   SetFileSecurityW(file.c_str(), kOwner, owner.data());
 }
 
-// With the system's last error when it cannot. Asked first, since a system may leave a file of its
-// own behind when it replaces in vain.
+// Sets the system's last error when it cannot. Asked first, because a system may leave a file over
+// when the replacing fails.
 bool CanBeReplaced(const std::wstring& target) {
   return static_cast<bool>(Handle(CreateFileW(target.c_str(), GENERIC_READ | DELETE, kShareAll,
                                               nullptr, OPEN_EXISTING, 0, nullptr)));

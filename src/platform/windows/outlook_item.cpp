@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kFlagged = "2";
 
-// What an older Outlook does not know, or a mail does not have, is not told.
+// Empty for a property that an older Outlook does not know or that a mail does not have.
 template <class Question>
 std::string TextOrNone(Question&& question) {
   try {

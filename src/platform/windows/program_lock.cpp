@@ -46,7 +46,7 @@ std::shared_ptr<ProgramLock> ProgramLock::Try(const std::string& file) {
   return lock->Take() == State::Free ? lock : nullptr;
 }
 
-// Where no lock can be made nobody else can have made one.
+// Where no lock can be made, no other program can have made one.
 ProgramLock::State ProgramLock::Take() const {
   if (!file_ || Lock(file_)) return State::Free;
   const DWORD error = GetLastError();

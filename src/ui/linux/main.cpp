@@ -93,7 +93,7 @@ class LinuxApp : public ui::WindowApp, private wxEventLoopSourceHandler {
   }
 
   void OnReadWaiting() override {
-    // Who does not want to close now may be asked again.
+    // A user who does not want to close now may be asked again.
     static_cast<void>(EndSignal::Listen());
     if (wxWindow* top = GetTopWindow()) top->Close();
     // A window that closed goes away when the program has nothing to do, which it is to notice.

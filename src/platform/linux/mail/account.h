@@ -29,7 +29,7 @@ struct MailServer {
 
 struct MaildirStore {
   std::string folder;
-  bool isDefault = false;  ///< the user's own, not one that was asked for
+  bool isDefault = false;  ///< the user's own, because the URL names none
 };
 
 struct SendmailProgram {

@@ -30,12 +30,12 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-// Sets that say nothing of the upper half, which is taken for the code page's.
+// Sets that do not define the upper half, which then counts as the code page's.
 bool IsCodePage(const std::string& name) {
   return name.empty() || name == "us-ascii" || name == "ascii" || name == "x-user-defined";
 }
 
-// Senders themselves take these for one.
+// Senders use these names for the same set.
 bool IsWindows1252(const std::string& name) {
   return name == "iso-8859-1" || name == "latin1" || name == "windows-1252" || name == "cp1252";
 }

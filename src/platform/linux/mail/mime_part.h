@@ -6,8 +6,8 @@
 
 namespace gorbex {
 
-/// A mail, or a part of one: what its header says of its contents. Looks into the text it was made
-/// from, which outlives it.
+/// A mail, or a part of one, as its header describes it. Refers to the text it was made from, which
+/// outlives it.
 class MimePart {
  public:
   explicit MimePart(std::string_view text);
@@ -23,7 +23,7 @@ class MimePart {
   [[nodiscard]] bool IsFlowed() const { return isFlowed_; }
   [[nodiscard]] bool DropsFlowBlanks() const { return dropsFlowBlanks_; }
 
-  /// The contents as they were before they were encoded for their way.
+  /// The decoded contents.
   [[nodiscard]] std::string Contents() const;
 
   /// Calls back for one part after the other until an answer is true. Parts are not read ahead.

@@ -60,7 +60,7 @@ class TimeLimitFactory : public vmime::net::timeoutHandlerFactory {
   Patience& patience_;
 };
 
-// What a server answered, or what the network's side says.
+// The answer of a server, or the error of the network.
 std::string Words(const vmime::exception& error) {
   if (dynamic_cast<const vmime::exceptions::operation_timed_out*>(&error) != nullptr) return "";
   if (dynamic_cast<const vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException*>(&error) !=
@@ -127,7 +127,7 @@ class PasswordLogin : public vmime::security::sasl::defaultSASLAuthenticator {
  public:
   using Mechanisms = std::vector<vmime::shared_ptr<vmime::security::sasl::SASLMechanism>>;
 
-  // A way to log in that wants a token would end the login, instead of giving way to the next one.
+  // A way to log in that needs a token would end the login instead of letting the next way try.
   const Mechanisms getAcceptableMechanisms(
       const Mechanisms& available,
       vmime::shared_ptr<vmime::security::sasl::SASLMechanism> suggested) const override {

@@ -33,8 +33,8 @@ void Prepare(vmime::net::service& service, const MailServer& server, const std::
 void AtFirstAddress(const MailServer& server,
                     const std::function<void(const std::string& address)>& connect);
 
-/// Talks to a server. What goes wrong becomes a RuntimeError (440) that names the server and says
-/// what it said, without the password; a MailboxAway unless the server refused a command.
+/// Talks to a server. A failure becomes a RuntimeError (440) that names the server and quotes its
+/// words, without the password; a MailboxAway unless the server refused a command.
 void TalkTo(const MailServer& server, const std::function<void()>& talk);
 
 }  // namespace gorbex

@@ -33,7 +33,7 @@ MailServer MailToken::Ready(const MailServer& server) {
   return ready;
 }
 
-// What it printed is a secret and is told to nobody, not even when it failed.
+// Its output is a secret and is never shown, not even when it failed.
 std::string MailToken::Asked() const {
   auto words = SplitArguments(command_);
   if (words.empty()) Fail("is not set");

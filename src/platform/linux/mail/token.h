@@ -18,7 +18,7 @@ class MailToken {
   /// The command (UTF-8) as its user typed it; no shell sees it.
   void Use(const std::string& command);
 
-  /// Does a work with the server as it can be logged in at, with a new token when an older one is
+  /// Calls the work with the server and a token, again with a new token when an older one is
   /// refused. A MailboxAway when there is no token.
   template <class Work>
   auto With(const MailServer& server, const Work& work) {

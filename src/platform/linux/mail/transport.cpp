@@ -63,7 +63,7 @@ Delivery::Outcome Meaning(const vmime::net::smtp::SMTPCommandError& error) {
   return code == kTooMuchStorage && !isMailboxFull ? Outcome::TooLarge : Outcome::Refused;
 }
 
-// What a program says may be long, and may look like lines of a log.
+// The output of a program may be long, and may look like lines of a log.
 std::string Short(std::string words) {
   constexpr std::size_t kMost = 300;
   words.resize(std::min(words.size(), kMost));

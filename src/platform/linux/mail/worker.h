@@ -9,8 +9,8 @@
 
 namespace gorbex {
 
-/// How long a piece of work waits: for a while without any news, and not forever even when news
-/// trickles in, and no longer once nobody wants its result.
+/// Limits how long a piece of work waits: without any news, in all, and only while its result is
+/// wanted.
 class Patience {
  public:
   explicit Patience(std::chrono::milliseconds longestSilence) : longestSilence_(longestSilence) {}
