@@ -37,27 +37,25 @@ std::string Written(const WaitingMail& mail) {
   return bytes.append(mail.text).append(mail.smallerText);
 }
 
-/// Takes the value of a line that begins with a name off the front of a text.
-std::optional<std::string> TakeValue(std::string_view& text, std::string_view name) {
+/// Takes the value of a line that begins with a name off the front of a text. False when the text
+/// begins otherwise.
+bool TakeValue(std::string_view& text, std::string_view name, std::string& value) {
   const auto end = text.find(kLineEnd);
-  if (!text.starts_with(name) || end == std::string_view::npos) return std::nullopt;
-  std::string value(text.substr(name.size(), end - name.size()));
+  if (!text.starts_with(name) || end == std::string_view::npos) return false;
+  value = text.substr(name.size(), end - name.size());
   text.remove_prefix(end + kLineEnd.size());
-  return value;
+  return true;
 }
 
 std::optional<WaitingMail> Parsed(std::string_view bytes) {
   WaitingMail mail;
-  const auto from = TakeValue(bytes, kFrom);
-  for (auto to = TakeValue(bytes, kTo); to.has_value(); to = TakeValue(bytes, kTo)) {
-    mail.to.push_back(to.value());
-  }
-  const auto length = TakeValue(bytes, kLength);
-  if (!from || mail.to.empty() || !length) return std::nullopt;
+  std::string to, length;
+  const bool hasSender = TakeValue(bytes, kFrom, mail.from);
+  while (TakeValue(bytes, kTo, to)) mail.to.push_back(to);
+  if (!hasSender || mail.to.empty() || !TakeValue(bytes, kLength, length)) return std::nullopt;
   std::size_t size = 0;
-  const auto read = std::from_chars(length->data(), length->data() + length->size(), size);
+  const auto read = std::from_chars(length.data(), length.data() + length.size(), size);
   if (read.ec != std::errc() || size > bytes.size()) return std::nullopt;
-  mail.from = *from;
   mail.text = bytes.substr(0, size);
   mail.smallerText = bytes.substr(size);
   return mail;

@@ -46,7 +46,7 @@ std::string MailToken::Asked() const {
   const auto& result = std::get<ToolResult>(outcome);
   if (result.exitCode != 0) Fail("ended with status " + std::to_string(result.exitCode));
   std::string_view printed = result.output;
-  const std::string token(TakeLine(printed));
+  std::string token(TakeLine(printed));
   if (token.empty()) Fail("printed nothing");
   return token;
 }
