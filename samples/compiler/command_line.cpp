@@ -46,7 +46,7 @@ class Parser {
     if (found->task) TakeTask(*found->task);
     if (found->value == nullptr) return 1;
     if (at + 1 == arguments.size() || arguments[at + 1].starts_with('/')) {
-      return Fail("A value is missing behind " + arguments[at]);
+      return Fail("A value is missing after " + arguments[at]);
     }
     line_.*found->value = arguments[at + 1];
     return 2;

@@ -93,7 +93,9 @@ class Build {
   // Names in a type library ignore letter case.
   std::optional<Fault> TakeClass(const ProjectItem& item, const std::string& path) {
     auto offered = ReadOffer(item, files_.Read(path));
-    if (!IsName(offered.name)) return Unloadable(path, "'" + offered.name + "' is no class name");
+    if (!IsName(offered.name)) {
+      return Unloadable(path, "'" + offered.name + "' is not a class name");
+    }
     const auto bearsName = [&](const OfferedClass& other) {
       return EqualsIgnoringCase(other.name, offered.name);
     };
@@ -114,7 +116,7 @@ class Build {
       files_.Write(output_, WithResources(foundation_.programImage, {VersionResource(Version())}));
       return std::nullopt;
     }
-    if (!IsName(project_.name)) return BuildFault("'" + project_.name + "' is no project name");
+    if (!IsName(project_.name)) return BuildFault("'" + project_.name + "' is not a project name");
     const auto library =
         ComponentLibrary(project_, classes_, KeptLibrary(), foundation_.identities);
     AddEnumsOfReferences();

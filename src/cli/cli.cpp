@@ -70,7 +70,7 @@ int RunCli(const std::vector<std::string>& arguments, const Streams& streams,
   app.set_version_flag("--version", "gorbex " GORBEX_VERSION);
   app.add_option(
          "--prefix", frame.prefix,
-         "The folder that stands for a Windows installation (also GORBEX_PREFIX, WINEPREFIX)")
+         "The folder that serves as a Windows installation (also GORBEX_PREFIX, WINEPREFIX)")
       ->check(
           [](const std::string& typed) { return std::string(typed.empty() ? "is empty" : ""); });
   app.require_subcommand(1);

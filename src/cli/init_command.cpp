@@ -128,7 +128,7 @@ void AddInitCommand(CLI::App& app, Frame& frame) {
   command.add_option("--build-dir", arguments->buildFolder,
                      "Folder that all binaries are built to");
   command.add_flag("--crlf", arguments->crLf,
-                   "Give project files whose lines end in LF alone the CR LF the compiler wants");
+                   "Give project files whose lines end in LF only the CR LF the compiler wants");
   command.add_flag("--force", arguments->force, "Replace an existing file");
   command.callback([&frame, arguments] { Init(frame, *arguments); });
 }

@@ -127,7 +127,9 @@ std::optional<std::string> ProjectFileProblem(std::string_view text) {
   }
   if (auto problem = LineEndProblem(text)) return *problem + "; the compiler wants CR LF";
   if (auto problem = ByteOrderMarkProblem(text)) return *problem + "; the compiler wants none";
-  if (text.find('=') == std::string_view::npos) return "it is no project file: no key=value line";
+  if (text.find('=') == std::string_view::npos) {
+    return "it is not a project file: no key=value line";
+  }
   return std::nullopt;
 }
 

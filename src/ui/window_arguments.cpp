@@ -15,7 +15,7 @@ std::string Help(PrefixOption prefix) {
       "  show          tell how the compiler is registered\n";
   if (isOffered) {
     text +=
-        "  --prefix DIR  the folder that stands for a Windows installation\n"
+        "  --prefix DIR  the folder that serves as a Windows installation\n"
         "                (also GORBEX_PREFIX, WINEPREFIX)\n";
   }
   return text +

@@ -37,7 +37,7 @@ void RequireText(const std::string& path, std::string_view text) {
   };
   const auto found = std::find_if(text.begin(), text.end(), isControl);
   if (found == text.end()) return;
-  RefuseFile(path, "is no plain text: character " + std::to_string(found - text.begin() + 1) +
+  RefuseFile(path, "is not a plain text: character " + std::to_string(found - text.begin() + 1) +
                        " is the control character " + std::to_string(static_cast<int>(*found)));
 }
 

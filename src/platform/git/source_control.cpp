@@ -46,7 +46,7 @@ GitPlace PlaceOf(const GitRunner& git, const GitSettings& settings) {
   }
   if (!place.isDetached) {
     const auto reference = Line(head.output);
-    if (!reference.starts_with(kBranches)) Refuse("'" + FromGit(reference) + "' is no branch");
+    if (!reference.starts_with(kBranches)) Refuse("'" + FromGit(reference) + "' is not a branch");
     const auto name = reference.substr(kBranches.size());
     if (place.branch.empty()) place.branch = name;
     if (place.branch != name) {

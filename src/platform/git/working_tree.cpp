@@ -241,8 +241,7 @@ void GitWorkingTree::RequireNoLink(const Entry& entry) const {
     if (!FolderExists(files_, folder)) return;
     if (IsLinkIn(files_.List(folder), entry.path.substr(start, end - start))) {
       Refuse(Quoted(LocalPath(entry.path.substr(0, end))) +
-             " is a link; only a file that stands in the working copy itself can be checked out or "
-             "in");
+             " is a link; only a file in the working copy itself can be checked out or in");
     }
     start = end + 1;
   }

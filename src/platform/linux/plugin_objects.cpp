@@ -222,7 +222,7 @@ std::string HostFile(const Prefix& prefix, const std::string& windowsPath) {
   if (!entry) Refuse("'" + windowsPath + "' does not exist");
   std::error_code error;
   const auto real = std::filesystem::canonical(entry->path, error);
-  if (error || !S_ISREG(entry->info.st_mode)) Refuse("'" + windowsPath + "' is no plain file");
+  if (error || !S_ISREG(entry->info.st_mode)) Refuse("'" + windowsPath + "' is not a plain file");
   return real.native();
 }
 

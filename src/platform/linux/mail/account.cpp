@@ -99,7 +99,7 @@ bool IsThisMachine(const std::string& host) {
 MailServer ServerOf(const Url& url, std::uint16_t usualPort, const MailDefaults& defaults,
                     const std::string& what) {
   if (url.host.empty()) Refuse(what, "names no host");
-  if (url.path.size() > 1) Refuse(what, "has a path where only a host can stand");
+  if (url.path.size() > 1) Refuse(what, "has a path where only a host can be");
   MailServer server{url.host, PortOf(url, usualPort, what), url.user};
   if (!url.user.empty()) server.password = url.password.value_or(defaults.password);
   const bool isSecure = url.scheme.ends_with('s');
