@@ -109,10 +109,10 @@ std::string BoundProject(std::string_view bindingText) {
 }
 
 std::optional<std::string> LineEndProblem(std::string_view text) {
-  if (text.find('\n') == std::string_view::npos || text.find('\r') != std::string_view::npos) {
-    return std::nullopt;
-  }
-  return "its lines end with LF alone";
+  const bool hasLineFeed = text.find('\n') != std::string_view::npos;
+  const bool hasReturn = text.find('\r') != std::string_view::npos;
+  if (hasLineFeed == hasReturn) return std::nullopt;
+  return hasLineFeed ? "its lines end with LF alone" : "its lines end with CR alone";
 }
 
 std::optional<std::string> ByteOrderMarkProblem(std::string_view text) {

@@ -21,8 +21,8 @@ struct ProjectFile {
 /// The source-control spec in the text of a binding file; empty when it names none.
 [[nodiscard]] std::string BoundProject(std::string_view bindingText);
 
-/// Why a key=value text cannot be read line by line: its lines end with LF only. Nothing when they
-/// can.
+/// Why a key=value text cannot be read line by line: its lines end with LF only, or with CR
+/// only. Nothing when they can.
 [[nodiscard]] std::optional<std::string> LineEndProblem(std::string_view text);
 
 /// Why the first line of a key=value text cannot be read: it begins with a UTF-8 byte order mark.

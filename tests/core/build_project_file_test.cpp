@@ -120,6 +120,7 @@ TEST_F(BuildProjectFileTest, RefusesWhatWouldLoadAsAnEmptyBuildProject) {
   const std::string has = "; a build project file has ";
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"project=C:\\x\nversion=1\n", "its lines end with LF alone" + has + "CR LF"},
+      {"project=C:\\x\rversion=1\r", "its lines end with CR alone" + has + "CR LF"},
       {"\xEF\xBB\xBFproject=C:\\x\r\n", "it begins with a UTF-8 byte order mark" + has + "none"},
       {std::string("project=\0", 9), "no build project file"},
       {"notes\r\n", "no build project file"}};
