@@ -81,15 +81,18 @@ void List(Frame& frame, const Program& program) {
   if (frame.json) frame.streams.out << Written(object) << '\n';
 }
 
+void RequireLength(std::string_view name, std::string_view value) {
+  const auto problem = RegistryTools::LengthProblem(value);
+  if (problem) throw Failure(ExitStatus::Unusable, std::string(name) + ": the value " + *problem);
+}
+
 std::string SettingText(std::string_view name, const std::string& typed) {
   const auto value = FromUtf8(typed);
   if (!value) {
     throw Failure(ExitStatus::Unusable,
                   std::string(name) + ": the value holds a character no setting can hold");
   }
-  if (const auto problem = RegistryTools::LengthProblem(*value)) {
-    throw Failure(ExitStatus::Unusable, std::string(name) + ": the value " + *problem);
-  }
+  RequireLength(name, *value);
   return *value;
 }
 
@@ -112,7 +115,10 @@ void Change(clsOptions& options, const Setting& setting, const std::string& type
 // A file is known to the program by its Windows path; an empty text takes the setting back.
 std::string TypedValue(const Session& session, std::string_view name, const std::string& typed) {
   const bool isPath = name == session_setting::kIniPath && !typed.empty();
-  return isPath ? session.ProgramPath(typed) : SettingText(name, typed);
+  if (!isPath) return SettingText(name, typed);
+  std::string path = session.ProgramPath(typed);
+  RequireLength(name, path);
+  return path;
 }
 
 void ShowOrChangeOther(Frame& frame, Session& session, std::string_view name,

@@ -150,6 +150,9 @@ TEST_F(CliTest, SourceControlCommandsRememberWhereItIs) {
   EXPECT_EQ(Run({"settings", "INIPath"}).out, std::string(kIni) + "\n");
   EXPECT_EQ(Run({"settings", "user"}).out, "builder\n");
   EXPECT_EQ(Run({"get", file, Group::Path("Core")}).status, 0);
+  const Result tooLong = Run({"settings", "INIPath", "C:\\" + std::string(252, 'x')});
+  EXPECT_EQ(tooLong.status, 2);
+  EXPECT_NE(tooLong.err.find("INIPath: the value is longer than 254"), std::string::npos);
   EXPECT_EQ(Run({"settings", "INIPath", ""}).out, "\n");
   EXPECT_EQ(Run({"get", file}).status, 2);
 }
