@@ -72,8 +72,8 @@ std::string TestCase(const RunRecord::Project& project) {
          "</failure></testcase>\n";
 }
 
-std::string_view Problem(RunResult result) {
-  switch (result) {
+std::string_view Problem(const RunEnded& end) {
+  switch (end.result) {
     case RunResult::Refused:
     case RunResult::KeptReferences:
       return "the run was refused at a question";
@@ -84,12 +84,12 @@ std::string_view Problem(RunResult result) {
     case RunResult::Finished:
       break;
   }
-  return "";
+  return end.unamended.empty() ? "" : "project files could not be changed as asked";
 }
 
-// The run itself when it did not come to its end; nothing otherwise.
+// The run itself when it did not come to its end, or not as asked; nothing otherwise.
 std::string RunCase(const RunRecord& record, const std::string& title) {
-  const std::string problem(Problem(record.End().result));
+  const std::string problem(Problem(record.End()));
   if (problem.empty()) return "";
   const std::string words = record.Messages().empty() ? "" : record.Messages().back();
   return "  <testcase classname=\"" + Escaped(title) + "\" name=\"run\" time=\"" +

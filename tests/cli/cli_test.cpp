@@ -492,6 +492,19 @@ TEST(RunReportsTest, JUnitTellsOfARunThatWasAborted) {
       "</testsuite>\n");
 }
 
+TEST(RunReportsTest, JUnitTellsOfProjectFilesThatWereNotChanged) {
+  cli::RunRecord record({"C:\\a.vbp"});
+  record.On(ProjectCompiled{"C:\\a.vbp", true, std::chrono::milliseconds(0), "ok", ""});
+  record.On(QuestionAnswered{{"These could not be changed:\r\nC:\\a.vbp"}, Answer::Ok});
+  record.On(RunEnded{RunResult::Finished, 1, 0, std::chrono::milliseconds(20), {"C:\\a.vbp"}});
+  const std::string report = cli::JUnitReport(record, "C:\\g.bpf");
+  EXPECT_NE(report.find("tests=\"2\" failures=\"0\" errors=\"1\""), std::string::npos);
+  EXPECT_NE(
+      report.find("<error message=\"project files could not be changed as asked\">These could "
+                  "not be changed:&#10;C:\\a.vbp</error>"),
+      std::string::npos);
+}
+
 TEST(RunReportsTest, JUnitTellsBuiltFailedAndLeftProjectsApart) {
   using std::chrono::milliseconds;
   cli::RunRecord record({"C:\\a&b.vbp", "C:\\c.vbp", "C:\\d.vbp", "C:\\e.vbp"});
