@@ -14,6 +14,7 @@
 #include "platform/linux/system_code_page.h"
 #include "platform/linux/tool.h"
 #include "platform/linux/wine.h"
+#include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
@@ -22,7 +23,9 @@ constexpr const char* kProgramFolder = "C:\\Program Files\\GorbexBuilder";
 
 // The prefix has made the program's folder.
 Outbox::Uses OutboxOf(const Prefix& prefix) {
-  return {std::filesystem::path(prefix.Existing(kProgramFolder).value()) / "Outbox",
+  const auto folder = prefix.Existing(kProgramFolder);
+  if (!folder.has_value()) throw RuntimeError(ErrorNumber::PathNotFound, kProgramFolder);
+  return {std::filesystem::path(*folder) / "Outbox",
           [](const auto& file, const auto& bytes) { ReplaceHostFile(file, bytes, 0600); },
           &ProgramLock::Try};
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <system_error>
@@ -54,7 +55,7 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  explicit operator bool() const { return table_ != reinterpret_cast<iconv_t>(-1); }
+  explicit operator bool() const { return reinterpret_cast<std::intptr_t>(table_) != -1; }
 
   /// The characters that one byte makes: none or several for a part of a longer character.
   [[nodiscard]] std::u16string CharactersOf(char byte) const {
