@@ -15,7 +15,7 @@
 namespace gorbex::ui {
 namespace {
 
-constexpr std::size_t kLongest = 64 * 1024;
+constexpr std::size_t kLongest = std::size_t{64} * 1024;
 
 struct Choice {
   Buttons buttons;
