@@ -242,7 +242,7 @@ TEST_F(CliTest, ReferencesAreEmptiedOnlyAfterAYes) {
   std::vector<std::string> agreed = build;
   agreed.emplace_back("--yes");
   EXPECT_EQ(Run(agreed).status, 0);
-  EXPECT_EQ(platform.files.Text(Group::Path("Money")).find("{"), std::string::npos);
+  EXPECT_EQ(platform.files.Text(Group::Path("Money")).find('{'), std::string::npos);
 
   // Core is built first into a folder whose name is whole, but comes without an identity.
   platform.files.AddFile(Group::Path("Money"), money);
