@@ -1,6 +1,6 @@
 #include <functional>
 
-#include "tests/build/build_fixture.h"
+#include "tests/support/build_fixture.h"
 
 namespace gorbex::test {
 namespace {

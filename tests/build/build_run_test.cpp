@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "tests/build/build_fixture.h"
+#include "tests/support/build_fixture.h"
 
 namespace gorbex::test {
 namespace {

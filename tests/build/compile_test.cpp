@@ -1,5 +1,5 @@
 #include "core/shell.h"
-#include "tests/build/build_fixture.h"
+#include "tests/support/build_fixture.h"
 
 namespace gorbex::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/build/build_fixture.h"
+#include "tests/support/build_fixture.h"
 
 namespace gorbex::test {
 namespace {

@@ -14,9 +14,17 @@
 
 namespace gorbex::test {
 
-/// Runs the command line in this process over a memory platform. Typed paths are Windows paths.
+/// Runs the command line in this process over a memory platform, on a group in which Till uses
+/// Money and both use Core. Typed paths are Windows paths.
 class CliFixture : public ::testing::Test {
  protected:
+  CliFixture() {
+    group.Library("Core").Line("CompatibleMode=\"2\"");
+    group.Library("Money").Uses("Core").Line("CompatibleMode=\"2\"");
+    group.Executable("Till").Uses("Money").Uses("Core").Line("CompatibleMode=\"2\"");
+    file = group.BuildProject({"breakcompat=False"});
+  }
+
   struct Result {
     int status = -1;
     std::string out;
@@ -53,9 +61,12 @@ class CliFixture : public ::testing::Test {
     };
   }
 
+  static constexpr const char* kIni = "C:\\scc.ini";
+
   bool animates = false;
   MemoryPlatform platform;
   Group group{platform};
+  std::string file;  ///< the group's build project
 
  private:
   class MemoryHost : public cli::Host {

@@ -29,9 +29,7 @@ class BuildProjectFileTest : public ProgramFixture {
   std::string Recent() {
     std::string paths;
     for (const char* name : {"MRU1", "MRU2", "MRU3", "MRU4", "MRU5"}) {
-      paths += platform.registry.Text(RegistryRoot::CurrentUser,
-                                      "Software\\Tovarren\\GorbexBuilder", name) +
-               " ";
+      paths += platform.registry.Text(RegistryRoot::CurrentUser, kSettingsKey, name) + " ";
     }
     return paths;
   }

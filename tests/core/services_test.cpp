@@ -10,7 +10,6 @@ namespace {
 
 using ServicesTest = ProgramFixture;
 constexpr auto kUser = RegistryRoot::CurrentUser;
-const std::string kKey = "Software\\Tovarren\\GorbexBuilder";
 
 TEST_F(ServicesTest, LogKeepsOneFilePerDayInAFolderItMakes) {
   program.log.WriteLog("last");
@@ -128,15 +127,15 @@ TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
   saved.AutoBuildDependant = saved.Compatible = true;
   saved.SaveSettings();
   std::string written;
-  for (std::string& line : Effects()) written += line.erase(0, 27 + kKey.size()) + "|";
+  for (std::string& line : Effects()) written += line.erase(0, 27 + kSettingsKey.size()) + "|";
   EXPECT_EQ(written,
             "| Interval=90| AutoStart=False| GetLatest=False| Compatible=True| ChangeRefs=False| "
             "StopProcessing=False| BuildPath=C:\\\xC4| WatchFolder=| ReplyTo=-7| ReplyUser=| "
             "AutoDependant=True| AutoLaunch Name=| AutoLaunch VBP=False| Debug Build=True|");
 
-  platform.registry.AddText(kUser, kKey, "Compatible", "1");
-  platform.registry.AddText(kUser, kKey, "GetLatest", "tRUE");
-  platform.registry.AddText(kUser, kKey, "ReplyTo", "40000");
+  platform.registry.AddText(kUser, kSettingsKey, "Compatible", "1");
+  platform.registry.AddText(kUser, kSettingsKey, "GetLatest", "tRUE");
+  platform.registry.AddText(kUser, kSettingsKey, "ReplyTo", "40000");
   dialogs.answers = {Answer::Ignore};
   clsOptions loaded(program.registry, program.report);
   loaded.LoadSettings();
@@ -150,14 +149,15 @@ TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
 TEST_F(ServicesTest, SettingsThatCouldNotBeReadAreNotWritten) {
   const std::vector<std::pair<std::string, std::string>> stored = {
       {"Interval", "99999999999"}, {"AutoStart", "True"}, {"BuildPath", "C:\\Kept\\"}};
-  for (const auto& [name, text] : stored) platform.registry.AddText(kUser, kKey, name, text);
+  for (const auto& [name, text] : stored)
+    platform.registry.AddText(kUser, kSettingsKey, name, text);
   EXPECT_FALSE(program.options.LoadSettings()) << "the report is answered with Abort";
   program.options.ReplyUser = "me";
   program.options.SaveSettings();
   for (const auto& [name, text] : stored) {
-    EXPECT_EQ(platform.registry.Text(kUser, kKey, name), text);
+    EXPECT_EQ(platform.registry.Text(kUser, kSettingsKey, name), text);
   }
-  EXPECT_EQ(platform.registry.Text(kUser, kKey, "ReplyUser"), "me") << "set since";
+  EXPECT_EQ(platform.registry.Text(kUser, kSettingsKey, "ReplyUser"), "me") << "set since";
   program.options.Interval = 30;
   program.options.SaveSettings();
   EXPECT_TRUE(program.options.LoadSettings() && program.options.AutoStart);

@@ -8,6 +8,9 @@
 
 namespace gorbex::test {
 
+/// Where the program keeps its settings, below the current user.
+inline const std::string kSettingsKey = "Software\\Tovarren\\GorbexBuilder";
+
 /// A registry in memory. Journals "registry HKEY_CURRENT_USER\Software\... name=value" for each
 /// value set (numbers and bytes in hexadecimal) and "registry ROOT\KEY" for each key made.
 class MemoryRegistry : public Registry {

@@ -1,0 +1,180 @@
+#include "tests/cli/cli_fixture.h"
+#include "tests/support/window_journal.h"
+
+namespace gorbex::test {
+namespace {
+
+using Json = nlohmann::json;
+using BuildCommandTest = CliFixture;
+
+TEST_F(BuildCommandTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
+  InstallCompiler({"Money"});
+  const Result failed = Run({"build", file, "--json"});
+  EXPECT_EQ(failed.status, 1);
+  const Json json = failed.Json();
+  EXPECT_EQ(json["built"], 2);
+  EXPECT_EQ(json["errors"], 1);
+  EXPECT_EQ(json["projects"][0], (Json{{"path", Group::Path("Core")},
+                                       {"result", "built"},
+                                       {"log", "\r\nBuild of 'x' succeeded."},
+                                       {"got", nullptr}}));
+  EXPECT_EQ(json["projects"][1]["result"], "failed");
+  EXPECT_EQ(json["messages"], Json::array({"Errors during the build process"}));
+
+  InstallCompiler();
+  EXPECT_EQ(Run({"build", file}).status, 0);
+  EXPECT_EQ(Run({"build", "C:\\missing.bpf"}).status, 2);
+  EXPECT_EQ(Run({"build", file, "--version", "7"}).status, 2);
+  platform.journal.clear();
+  for (const char* wrong : {"3000.1000.1000", "9999.9999.9999"}) {
+    EXPECT_EQ(Run({"build", file, "--version", wrong}).status, 2) << wrong;
+  }
+  const std::string own = group.BuildProject({"version=2147.4836.48"});
+  const Result refused = Run({"build", own});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_NE(refused.err.find("2147.4836.48: a version"), std::string::npos) << refused.err;
+  EXPECT_EQ(Run({"build", file, "--compiler", "C:\\none.exe"}).status, 2);
+  EXPECT_EQ(
+      std::count(platform.journal.begin(), platform.journal.end(), "write " + Group::Path("Core")),
+      0);
+  EXPECT_EQ(Run({"build", file, "C:\\nobody.vbp"}).status, 2);
+  EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
+  platform.files.AddFile("C:\\marked.bpf", "\xEF\xBB\xBF" + platform.files.Text(file));
+  EXPECT_EQ(Run({"queue", "C:\\marked.bpf", "--save"}).status, 2);
+}
+
+TEST_F(BuildCommandTest, BuildTakesNamedProjectsAloneAndNothingCheckedIsToldApart) {
+  InstallCompiler();
+  const Json named = Run({"build", file, group.Path("Money"), "--json"}).Json();
+  ASSERT_EQ(named["projects"].size(), 1U);
+  EXPECT_EQ(named["projects"][0]["path"], Group::Path("Money"));
+
+  for (const char* name : {"Core", "Money", "Till"}) {
+    ASSERT_EQ(Run({"queue", file, "unmark", Group::Path(name), "--save"}).status, 0);
+  }
+  EXPECT_EQ(Run({"build", file}).status, 3);
+  EXPECT_EQ(Run({"build", file, "--all", "--json"}).Json()["projects"].size(), 3U);
+}
+
+TEST_F(BuildCommandTest, BuildEndsWithOneWhenSourcesWereNotGot) {
+  InstallCompiler();
+  const std::vector<std::string> build = {"build",
+                                          file,
+                                          "--get",
+                                          "--json",
+                                          "--user",
+                                          "builder",
+                                          "--junit",
+                                          "C:\\junit.xml",
+                                          "--ini",
+                                          kIni,
+                                          Group::Path("Core"),
+                                          Group::Path("Money")};
+  EXPECT_EQ(Run({"build", file, "--get"}).status, 2) << "no initialisation file is known";
+  EXPECT_EQ(Run(build).status, 2) << "there is no such file";
+  platform.files.AddFile(kIni, "[git]");
+  platform.files.AddFile("C:\\Group\\Core\\mssccprj.scc", "SCC_Project_Name = \"$/Core\", AAAA");
+  EXPECT_EQ(Journal(), Only(platform.journal, {"start"}));
+  const Result failed = Run(build);
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_EQ(Only(platform.journal, {"start"}).size(), 2U) << "it goes on";
+  Json projects = failed.Json()["projects"];
+  EXPECT_EQ(projects[0]["got"], false);
+  EXPECT_EQ(projects[1]["got"], nullptr) << "not under source control";
+  const std::string report = platform.files.Text("C:\\junit.xml");
+  EXPECT_NE(report.find("errors=\"1\""), std::string::npos);
+  EXPECT_NE(report.find("<error message=\"The latest sources were not got: There is no item"),
+            std::string::npos);
+  platform.sourceControl.files["$/Core/a.cls"] = {"1", "1", "1"};
+  const Result done = Run(build);
+  EXPECT_EQ(done.status, 0);
+  EXPECT_EQ(done.Json()["projects"][0]["got"], true);
+  EXPECT_EQ(Run({"settings", "INIPath"}).out, "\n") << "for this run only";
+}
+
+TEST_F(BuildCommandTest, OverridesHoldForOneRunAlone) {
+  InstallCompiler();
+  platform.files.AddFolder("C:\\Out");
+  ASSERT_EQ(Run({"build", file, "--version", "3.1.4", "--build-dir", "C:\\Out", "--stop-on-error"})
+                .status,
+            0);
+  bool out = false;
+  for (const auto& line : platform.journal) {
+    out = out || line.find("/outdir \"C:\\Out\\\"") != std::string::npos;
+  }
+  EXPECT_TRUE(out);
+  const Json settings = Run({"show", file, "--json"}).Json()["settings"];
+  EXPECT_EQ(settings["VersionComponents"], "");
+  EXPECT_EQ(settings["StopProcessing"], false);
+  EXPECT_EQ(Run({"value", "get", Group::Path("Core"), "MinorVer"}).status, 0);
+}
+
+TEST_F(BuildCommandTest, QuestionsAreAnsweredByOptionByTypingOrSafely) {
+  group.Library("Loose").Line("CompatibleMode=\"0\"");
+  file = group.BuildProject({"breakcompat=False"});
+  InstallCompiler();
+  const auto built = [&](const std::vector<std::string>& options, const std::string& typed,
+                         bool asks) {
+    std::vector<std::string> arguments = {"build", file, "--json"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return Run(arguments, typed, asks).Json()["built"].get<int>();
+  };
+  EXPECT_EQ(built({}, "", false), 0);
+  EXPECT_EQ(built({"--no"}, "", false), 0);
+  EXPECT_EQ(built({"--yes"}, "", false), 4);
+  EXPECT_EQ(built({}, "perhaps\ny\n", true), 4);
+  EXPECT_EQ(built({}, "", true), 0) << "the end of the input is the safe answer";
+  const Result refused = Run({"build", file, "--junit", "C:\\run.xml"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_NE(refused.err.find("answered: No"), std::string::npos);
+  EXPECT_NE(refused.err.find("with --yes such a build goes on"), std::string::npos);
+  EXPECT_NE(platform.files.Text("C:\\run.xml").find("errors=\"1\" skipped=\"4\""),
+            std::string::npos);
+}
+
+TEST_F(BuildCommandTest, AsksForTheCompilerUntilThereIsOne) {
+  InstallCompiler();
+  platform.registry.AddText(RegistryRoot::ClassesRoot, "VisualBasic.Project\\shell\\open\\command",
+                            "", "");
+  platform.files.AddFile("C:\\VB\\VB6.EXE", "");
+  const Result asked = Run({"build", file}, "C:\\none.exe\nC:\\VB\\VB6.EXE\n", true);
+  EXPECT_EQ(asked.status, 0) << asked.err;
+  EXPECT_NE(asked.err.find("C:\\none.exe: no such file"), std::string::npos) << asked.err;
+}
+
+TEST_F(BuildCommandTest, ReferencesAreEmptiedOnlyAfterAYes) {
+  InstallCompiler();
+  const std::string money = platform.files.Text(Group::Path("Money"));
+  const std::vector<std::string> build = {"build", file, Group::Path("Money"), "--change-refs"};
+  const Result refused = Run(build);
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_NE(refused.err.find("Money.vbp: C:\\Group\\BinCore.dll"), std::string::npos);
+  EXPECT_EQ(platform.files.Text(Group::Path("Money")), money);
+  std::vector<std::string> agreed = build;
+  agreed.emplace_back("--yes");
+  EXPECT_EQ(Run(agreed).status, 0);
+  EXPECT_EQ(platform.files.Text(Group::Path("Money")).find('{'), std::string::npos);
+
+  // Core is built first into a folder whose name is whole, but comes without an identity.
+  platform.files.AddFile(Group::Path("Money"), money);
+  platform.files.AddFolder("C:\\Out");
+  const Result late = Run({"build", file, "--change-refs", "--build-dir", "C:\\Out"});
+  EXPECT_EQ(late.status, 0);
+  EXPECT_NE(late.err.find("Money.vbp: C:\\Out\\Core.dll"), std::string::npos);
+  EXPECT_EQ(platform.files.Text(Group::Path("Money")), money);
+}
+
+TEST_F(BuildCommandTest, TheBarIsErasedOnEveryConsole) {
+  InstallCompiler();
+  animates = true;
+  const std::string bars = Run({"build", file}).err;
+  EXPECT_EQ(bars.find('\033'), std::string::npos);
+  const auto till = bars.rfind("Till.vbp");
+  ASSERT_NE(till, std::string::npos);
+  const auto erased = bars.find('\r', till);
+  const std::size_t width = erased - bars.rfind('\r', till) - 1;
+  EXPECT_EQ(bars.substr(erased, width + 2), "\r" + std::string(width, ' ') + "\r");
+}
+
+}  // namespace
+}  // namespace gorbex::test

@@ -1,0 +1,68 @@
+#include "cli/junit_report.h"
+
+#include <gtest/gtest.h>
+
+#include "cli/run_record.h"
+
+namespace gorbex::test {
+namespace {
+
+TEST(JUnitReportTest, TellsOfARunThatWasAborted) {
+  cli::RunRecord record({"C:\\a.vbp"});
+  record.On(QuestionAnswered{{"Error 61: \r\nDisk full"}, Answer::Abort});
+  record.On(RunEnded{RunResult::Aborted, 0, 0, std::chrono::milliseconds(20)});
+  EXPECT_EQ(
+      cli::JUnitReport(record, "C:\\g.bpf"),
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+      "<testsuite name=\"C:\\g.bpf\" tests=\"2\" failures=\"0\" errors=\"1\" skipped=\"1\" "
+      "time=\"0.020\">\n"
+      "  <testcase classname=\"C:\\a.vbp\" name=\"a.vbp\" time=\"0.000\"><skipped/></testcase>\n"
+      "  <testcase classname=\"C:\\g.bpf\" name=\"run\" time=\"0.020\"><error message=\"the run "
+      "was aborted at an error\">Error 61: &#10;Disk full</error></testcase>\n"
+      "</testsuite>\n");
+}
+
+TEST(JUnitReportTest, TellsOfProjectFilesThatWereNotChanged) {
+  cli::RunRecord record({"C:\\a.vbp"});
+  record.On(ProjectCompiled{"C:\\a.vbp", true, std::chrono::milliseconds(0), "ok", ""});
+  record.On(QuestionAnswered{{"These could not be changed:\r\nC:\\a.vbp"}, Answer::Ok});
+  record.On(RunEnded{RunResult::Finished, 1, 0, std::chrono::milliseconds(20), {"C:\\a.vbp"}});
+  const std::string report = cli::JUnitReport(record, "C:\\g.bpf");
+  EXPECT_NE(report.find("tests=\"2\" failures=\"0\" errors=\"1\""), std::string::npos);
+  EXPECT_NE(
+      report.find("<error message=\"project files could not be changed as asked\">These could "
+                  "not be changed:&#10;C:\\a.vbp</error>"),
+      std::string::npos);
+}
+
+TEST(JUnitReportTest, TellsBuiltFailedAndLeftProjectsApart) {
+  using std::chrono::milliseconds;
+  cli::RunRecord record({"C:\\a&b.vbp", "C:\\c.vbp", "C:\\d.vbp", "C:\\e.vbp"});
+  const LatestResult notGot{LatestResult::Kind::Failed, "fatal: <gone>\nhint"};
+  record.On(LatestGot{"C:\\c.vbp", notGot});
+  record.On(LatestGot{"C:\\e.vbp", notGot});
+  record.On(ProjectCompiled{"C:\\e.vbp", true, milliseconds(0), "ok", ""});
+  record.On(ProjectCompiled{"C:\\a&b.vbp", true, milliseconds(1500), "ok", ""});
+  record.On(ProjectCompiled{"C:\\c.vbp", false, milliseconds(20),
+                            "\r\nLine 4 : \"<bad>\" \x01\xe9\r\nBuild of 'c' failed.", ""});
+  record.On(RunEnded{RunResult::Finished, 1, 1, milliseconds(1520)});
+  EXPECT_EQ(
+      cli::JUnitReport(record, "C:\\g.bpf"),
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+      "<testsuite name=\"C:\\g.bpf\" tests=\"4\" failures=\"1\" errors=\"1\" skipped=\"1\" "
+      "time=\"1.520\">\n"
+      "  <testcase classname=\"C:\\a&amp;b.vbp\" name=\"a&amp;b.vbp\" time=\"1.500\"/>\n"
+      "  <testcase classname=\"C:\\c.vbp\" name=\"c.vbp\" time=\"0.020\"><failure "
+      "message=\"Line 4 : &quot;&lt;bad&gt;&quot; \xc3\xa9\">The latest sources were not got: "
+      "fatal: &lt;gone&gt;&#10;hint&#10;&#10;Line 4 : "
+      "&quot;&lt;bad&gt;&quot; \xc3\xa9&#10;Build of 'c' failed.</failure></testcase>\n"
+      "  <testcase classname=\"C:\\d.vbp\" name=\"d.vbp\" time=\"0.000\"><skipped/></testcase>\n"
+      "  <testcase classname=\"C:\\e.vbp\" name=\"e.vbp\" time=\"0.000\"><error message=\"The "
+      "latest "
+      "sources were not got: fatal: &lt;gone&gt;\">The latest sources were not got: fatal: "
+      "&lt;gone&gt;&#10;hint</error></testcase>\n"
+      "</testsuite>\n");
+}
+
+}  // namespace
+}  // namespace gorbex::test
