@@ -14,7 +14,17 @@ clang_packages="clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-14"
 
 say() { printf '\n== %s\n' "$1"; }
 
-as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
+# Runs a command as root.
+as_root() {
+  if [ "$(id -u)" = 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    echo "this wants root, and there is no sudo: $*" >&2
+    return 1
+  fi
+}
 
 # Installs the packages that are not there yet.
 need() {

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""The mail service among real servers: exactly_once_test.py GORBEX COMPILER STOREFRONT
+"""The mail service among real servers: exactly_once_test.py GORBEX COMPILER STOREFRONT REQUESTS
 
-500 requests arrive at a dovecot; replies leave through a postfix. While they are served both servers are stopped and started
+The requests arrive at a dovecot; replies leave through a postfix. While they are served both servers are stopped and started
 again, and the service is killed five times at work. In the end every request has one answer, and no more. Needs root: postfix
 starts as nobody else. Both servers live in a folder of this test's own, on ports of this machine."""
 
@@ -24,7 +24,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "platform"))
 from dovecot import free_ports, make_certificate, start_dovecot
 
 GORBEX, COMPILER, STOREFRONT = sys.argv[1:4]
-REQUESTS = 500
+REQUESTS = int(sys.argv[4])
 NOBODY = 65534
 USER, PASSWORD = "builder", "s3cret"
 
@@ -260,7 +260,7 @@ def check_answers(service, postfix):
 
 
 def main():
-    check(os.geteuid() == 0, "root alone can start postfix")
+    check(os.geteuid() == 0, "only root can start postfix")
     with tempfile.TemporaryDirectory() as name:
         root = pathlib.Path(name)
         root.chmod(0o755)
