@@ -98,14 +98,14 @@ bool MailTick::IsWelcome(const MailItem& mail) {
   return false;
 }
 
-// The mail stays unread and comes back with every tick; one line for each sender is enough.
+// The mail stays unread and comes back with every tick; each sender and reason gets one line.
 void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
   // Thousands of invented senders must fill neither the log nor the memory.
   if (uses_.refused.size() >= kMostRefused) return;
   const std::string address = mail.SenderAddress();
   const std::string sender = OnOneLine(address.empty() ? mail.SenderName() : address);
-  if (!uses_.refused.insert(sender).second) return;
-  At([&] { uses_.log.WriteLog("Email Request from " + sender + " left alone: " + reason); });
+  const std::string line = "Email Request from " + sender + " left alone: " + reason;
+  if (uses_.refused.insert(line).second) At([&] { uses_.log.WriteLog(line); });
 }
 
 void MailTick::Serve() {

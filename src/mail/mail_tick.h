@@ -37,9 +37,9 @@ class MailTick {
     Compile& compile;
     EventPump& events;
     SenderList senders;
-    std::set<std::string>& refused;                     ///< senders whose refusal has been logged
-    std::function<bool()> stops;                        ///< asked between two requests
-    std::function<void()> serves;                       ///< told when a request begins
+    std::set<std::string>& refused;  ///< what the log has said of requests left alone
+    std::function<bool()> stops;     ///< asked between two requests
+    std::function<void()> serves;    ///< told when a request begins
     std::function<void(const std::string& why)> waits;  ///< told when requests are left for later
   };
 

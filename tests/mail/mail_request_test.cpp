@@ -20,6 +20,7 @@ TEST_F(MailRequestTest, LeavesAloneWhatIsNoRequest) {
       {.body = body, .senderName = "Eve\r\nfake", .senderAddress = ""},
       {.body = body, .senderName = "Nobody", .senderAddress = "", .replyAddress = ""},
       {.body = body, .senderAddress = "ada@team.example", .replyAddress = "x@evil.example"},
+      {.body = body, .senderAddress = "ada@team.example", .isAutomatic = true},
       {.body = body, .senderName = "Bo", .senderAddress = "BO@team.example"}};
   const Journal first = Tick(mails);
   EXPECT_EQ(Only(first, {"log", "mail read"}),
@@ -31,7 +32,9 @@ TEST_F(MailRequestTest, LeavesAloneWhatIsNoRequest) {
                      "log Email Request from Nobody left alone: there is nobody to answer",
                      "log Email Request from ada@team.example left alone: its Reply-To "
                      "x@evil.example is not allowed",
-                     "log Processing Email Request from Bo", "mail read 11"}));
+                     "log Email Request from ada@team.example left alone: sent by a program or a "
+                     "list",
+                     "log Processing Email Request from Bo", "mail read 12"}));
   EXPECT_EQ(mail.sent.size(), 2U);
   Set("AllowedSenders", " , ");
   EXPECT_TRUE(Only(Tick({{.body = body, .senderAddress = "x@y"}}), {"mail send"}).empty());
