@@ -159,24 +159,24 @@ std::vector<std::string> Outbox::Deliver(const Send& send) {
   const auto isDue = [this](const Entry& entry) { return IsDue(entry); };
   // A server that is back has time for all. The first one finds out.
   const bool areAllDue = isServerAway_ && std::any_of(entries.begin(), entries.end(), isDue);
-  for (const auto& entry : entries) {
-    if (!areAllDue && !isDue(entry)) continue;
-    const auto outcome = DeliverOne(entry, send, news);
-    isServerAway_ = outcome == Delivery::Outcome::ServerAway;
+  for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+    if (!areAllDue && !isDue(*entry)) continue;
+    const auto delivery = DeliverOne(*entry, send, news);
+    isServerAway_ = delivery.outcome == Delivery::Outcome::ServerAway;
     if (!isServerAway_) continue;
-    for (const auto& other : entries) PutOff(other);
+    while (++entry != entries.end()) PutOff(*entry, delivery.words, news);
     break;
   }
   return news;
 }
 
-Delivery::Outcome Outbox::DeliverOne(const Entry& entry, const Send& send, News& news) {
+Delivery Outbox::DeliverOne(const Entry& entry, const Send& send, News& news) {
   using Outcome = Delivery::Outcome;
   const auto mail = Parsed(ReadFile(entry.path));
   if (!mail) {
     SetAside(entry);
     news.push_back("The file '" + entry.path.filename().string() + "' in the outbox is not a mail");
-    return Outcome::Refused;
+    return {Outcome::Refused};
   }
   const std::string reply = "The reply to " + Recipients(*mail);
   auto delivery = send(*mail, mail->text);
@@ -186,22 +186,27 @@ Delivery::Outcome Outbox::DeliverOne(const Entry& entry, const Send& send, News&
   }
   const bool canWait =
       delivery.outcome == Outcome::ServerAway || delivery.outcome == Outcome::NotNow;
-  const bool isNew = entry.tried == kNever;
   if (delivery.outcome == Outcome::Taken) {
     fs::remove(entry.path);
-    if (!isNew) news.push_back(reply + " is sent");
+    if (entry.tried != kNever) news.push_back(reply + " is sent");
   } else if (!canWait || uses_.now() - entry.since > kLongestWait) {
     SetAside(entry);
     news.push_back(reply + (canWait ? " could not be sent for five days" : " was refused") +
                    " and is in Outbox\\failed. " + delivery.words);
   } else {
-    PutOff(entry);
-    if (isNew) news.push_back(reply + " waits in the outbox. " + delivery.words);
+    PutOff(entry, delivery.words, news);
   }
-  return delivery.outcome;
+  return delivery;
 }
 
-void Outbox::PutOff(const Entry& entry) const {
+// Told once of each mail.
+void Outbox::PutOff(const Entry& entry, const std::string& words, News& news) const {
+  const auto mail = entry.tried == kNever ? Parsed(ReadFile(entry.path)) : std::nullopt;
+  if (mail) news.push_back("The reply to " + Recipients(*mail) + " waits in the outbox. " + words);
+  SetTried(entry);
+}
+
+void Outbox::SetTried(const Entry& entry) const {
   std::error_code ignored;
   fs::last_write_time(entry.path, fs::file_time_type::clock::from_sys(uses_.now()), ignored);
 }
@@ -210,6 +215,7 @@ void Outbox::PutOff(const Entry& entry) const {
 void Outbox::SetAside(const Entry& entry) const {
   const auto folder = uses_.folder / "failed";
   MakePrivateFolder(folder);
+  SetTried(entry);
   fs::rename(entry.path, folder / (entry.path.stem().string() + std::string(kFailed)));
   std::vector<fs::directory_entry> failed(fs::directory_iterator(folder), {});
   std::sort(failed.begin(), failed.end(), std::greater<>());

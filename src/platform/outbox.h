@@ -77,8 +77,9 @@ class Outbox {
 
   [[nodiscard]] std::vector<Entry> Waiting() const;
   [[nodiscard]] bool IsDue(const Entry& entry) const;
-  Delivery::Outcome DeliverOne(const Entry& entry, const Send& send, News& news);
-  void PutOff(const Entry& entry) const;
+  Delivery DeliverOne(const Entry& entry, const Send& send, News& news);
+  void PutOff(const Entry& entry, const std::string& words, News& news) const;
+  void SetTried(const Entry& entry) const;
   void SetAside(const Entry& entry) const;
 
   Uses uses_;

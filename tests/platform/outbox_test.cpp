@@ -101,8 +101,14 @@ TEST_F(OutboxTest, AsksAServerThatIsAwayOnceForAll) {
   for (const char* text : {"1", "2", "3"}) Put(text);
   answers = {{"1", Outcome::ServerAway}, {"2", Outcome::ServerAway}, {"3", Outcome::ServerAway}};
   EXPECT_EQ(Deliver(), Texts{"1"});
+  Texts waits;
+  for (const std::string number : {"1", "2", "3"}) {
+    waits.push_back("The reply to " + number + "@y.example waits in the outbox. why");
+  }
+  EXPECT_EQ(news, waits) << "each is told of";
   now += 70s;
   EXPECT_EQ(Deliver(), Texts{"1"});
+  EXPECT_EQ(news, Texts{}) << "once";
   answers.clear();
   Put("4");
   EXPECT_EQ(Deliver(), (Texts{"1", "2", "3", "4"})) << "it is back";
@@ -127,6 +133,9 @@ TEST_F(OutboxTest, SetsAsideWhatWillNeverBeTaken) {
                          "The file '1-1.mail' in the outbox is not a mail"}));
   EXPECT_EQ(WaitingMails(), 0U);
   EXPECT_EQ(FailedMails(), 3U);
+  for (const auto& file : fs::directory_iterator(root.Path() / "outbox" / "failed")) {
+    EXPECT_EQ(fs::file_time_type::clock::to_sys(file.last_write_time()), now) << file.path();
+  }
 }
 
 TEST_F(OutboxTest, HasBounds) {
