@@ -84,11 +84,24 @@ std::string Words(const vmime::exception& error) {
   return words;
 }
 
-/// What may be wrong where a server is silent or not understood.
+/// What may be wrong where a server is silent or not understood: the usual port of another scheme.
 std::string Hint(const MailServer& server) {
-  if (server.encryption == Encryption::FromTheStart) return "";
-  if (server.port == 993) return " (port 993 is for imaps://)";
-  return server.port == 465 ? " (port 465 is for smtps://)" : "";
+  struct UsualPort {
+    std::uint16_t port;
+    const char* scheme;
+    bool isSecure;
+  };
+  constexpr std::array<UsualPort, 5> kPorts{{{143, "imap", false},
+                                             {993, "imaps", true},
+                                             {25, "smtp", false},
+                                             {587, "smtp", false},
+                                             {465, "smtps", true}}};
+  const bool isSecure = server.encryption == Encryption::FromTheStart;
+  for (const auto& usual : kPorts) {
+    if (usual.port != server.port || usual.isSecure == isSecure) continue;
+    return " (port " + std::to_string(usual.port) + " is for " + usual.scheme + "://)";
+  }
+  return "";
 }
 
 bool IsRefusedConnection(const vmime::exception& error) {
@@ -120,7 +133,7 @@ std::string Situation(const vmime::exception& error, const MailServer& server) {
   }
   const auto* refused = dynamic_cast<const vmime::exceptions::command_error*>(&error);
   if (refused != nullptr && refused->command() == "STARTTLS") return "offers no encryption";
-  return refused != nullptr ? "refuses the request" : "cannot be used";
+  return refused != nullptr ? "refuses the request" : "cannot be used" + Hint(server);
 }
 
 class PasswordLogin : public vmime::security::sasl::defaultSASLAuthenticator {
