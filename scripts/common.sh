@@ -6,7 +6,7 @@ jobs=$(nproc)
 
 build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.2-dev libvmime-dev pkgconf"
 screen_packages="xvfb openbox xdotool"
-package_packages="dpkg-dev file"
+package_packages="dpkg-dev file systemd"
 bench_packages="make gnuplot-nox python3"
 test_packages="libgtest-dev git python3 valgrind dovecot-imapd openssl libxml2-utils binutils-mingw-w64-i686
   binutils-mingw-w64-x86-64 mingw-w64-tools $screen_packages"
