@@ -8,7 +8,7 @@ namespace gorbex::mail_setting {
 std::string ProblemWith(std::string_view name, const std::string& value) {
   if (value.empty()) return {};
   const bool isUrl = name == kStore || name == kTransport;
-  if (isUrl && value.find("://") == std::string::npos) return "is no URL such as imaps://host/";
+  if (isUrl && value.find("://") == std::string::npos) return "is not a URL such as imaps://host/";
   if (name == kFrom && !NamesMailAddress(value)) {
     return "is not a mail address such as builder@example.com or Builder <builder@example.com>";
   }

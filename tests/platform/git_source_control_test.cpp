@@ -263,7 +263,7 @@ TEST(GitSourceControl, LeavesSubmodulesToTheUserAndSaysSo) {
   for (const std::string spec : {"$/Part", "$/part/App", "$/Part/App/x"}) {
     const auto item = bench.client.VSSItem(spec);
     ASSERT_TRUE(item) << spec;
-    const auto words = " is in the submodule 'Part', a repository of its own";
+    const auto words = " is in the submodule 'Part', a separate repository";
     ExpectWords(ErrorOf([&] { item->Get(item->LocalSpec(), 0); }), words);
     if (spec.ends_with('x')) continue;
     ExpectWords(ErrorOf([&] { static_cast<void>(item->Items()); }), words);

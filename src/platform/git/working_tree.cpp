@@ -174,7 +174,7 @@ void GitWorkingTree::RefuseUnknown(const Entry& entry, const GitTree& tree) cons
   const auto submodule = tree.SubmoduleOf(entry.path);
   if (!submodule.empty()) {
     Refuse(Quoted("$/" + entry.path) + " is in the submodule " + Quoted(submodule) +
-           ", a repository of its own, which is neither compared nor got here");
+           ", a separate repository, which is neither compared nor got here");
   }
   Refuse("There is no item " + Quoted("$/" + entry.path) + " in the branch " +
          Quoted(FromGit(place_.branch)) + " of " + Quoted(FromGit(place_.remote)));
