@@ -43,27 +43,32 @@ Handle Inheritable(HANDLE stream) {
   return Nothing();
 }
 
-/// The handles that a child inherits, which are its standard streams and no others.
-class ChildStreams {
+/// What a child has from its first moment: the handles that it inherits, which are its standard
+/// streams and no others, and the job that it belongs to, where there is one.
+class ChildAttributes {
  public:
-  explicit ChildStreams(const ChildStart& start)
+  ChildAttributes(const ChildStart& start, HANDLE job)
       : input_(Inheritable(start.input)),
         output_(Inheritable(start.output)),
         errorOutput_(Inheritable(start.errorOutput)),
-        handles_{input_.Get(), output_.Get(), errorOutput_.Get()} {
+        handles_{input_.Get(), output_.Get(), errorOutput_.Get()},
+        job_(job) {
+    constexpr DWORD kCount = 2;
     SIZE_T size = 0;
-    InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+    InitializeProcThreadAttributeList(nullptr, kCount, 0, &size);
     memory_.resize(size);
-    Require(InitializeProcThreadAttributeList(List(), 1, 0, &size) != 0);
+    Require(InitializeProcThreadAttributeList(List(), kCount, 0, &size) != 0);
     isMade_ = true;
-    Require(UpdateProcThreadAttribute(List(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(),
-                                      sizeof(handles_), nullptr, nullptr) != 0);
+    Require(Set(PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(), sizeof(handles_)));
+    // Systems before Windows 10 have no such attribute.
+    constexpr DWORD_PTR kJobList = 0x0002000D;  // PROC_THREAD_ATTRIBUTE_JOB_LIST
+    if (job != nullptr) static_cast<void>(Set(kJobList, &job_, sizeof(job_)));
   }
-  ~ChildStreams() {
+  ~ChildAttributes() {
     if (isMade_) DeleteProcThreadAttributeList(List());
   }
-  ChildStreams(const ChildStreams&) = delete;
-  ChildStreams& operator=(const ChildStreams&) = delete;
+  ChildAttributes(const ChildAttributes&) = delete;
+  ChildAttributes& operator=(const ChildAttributes&) = delete;
 
   [[nodiscard]] STARTUPINFOEXW StartupInfo() {
     STARTUPINFOEXW info{};
@@ -80,19 +85,23 @@ class ChildStreams {
   LPPROC_THREAD_ATTRIBUTE_LIST List() {
     return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(memory_.data());
   }
+  bool Set(DWORD_PTR attribute, void* value, std::size_t size) {
+    return UpdateProcThreadAttribute(List(), 0, attribute, value, size, nullptr, nullptr) != 0;
+  }
 
   Handle input_;
   Handle output_;
   Handle errorOutput_;
   std::array<HANDLE, 3> handles_;
+  HANDLE job_;
   std::vector<char> memory_;
   bool isMade_ = false;
 };
 
 // The child waits until it is told to begin, so that it starts nothing outside its job.
-PROCESS_INFORMATION Spawn(const ChildStart& start) {
-  ChildStreams streams(start);
-  auto info = streams.StartupInfo();
+PROCESS_INFORMATION Spawn(const ChildStart& start, HANDLE job) {
+  ChildAttributes attributes(start, job);
+  auto info = attributes.StartupInfo();
   auto commandLine = start.commandLine;
   auto environment = start.environment;
   const DWORD ownConsole =
@@ -100,10 +109,13 @@ PROCESS_INFORMATION Spawn(const ChildStart& start) {
   constexpr DWORD kFlags =
       EXTENDED_STARTUPINFO_PRESENT | CREATE_UNICODE_ENVIRONMENT | CREATE_SUSPENDED;
   PROCESS_INFORMATION made{};
-  Require(CreateProcessW(start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                         kFlags | ownConsole, environment.empty() ? nullptr : environment.data(),
-                         start.folder.empty() ? nullptr : start.folder.c_str(), &info.StartupInfo,
-                         &made) != 0);
+  const BOOL isMade = CreateProcessW(
+      start.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, kFlags | ownConsole,
+      environment.empty() ? nullptr : environment.data(),
+      start.folder.empty() ? nullptr : start.folder.c_str(), &info.StartupInfo, &made);
+  // A job around this program may refuse jobs within it.
+  if (isMade == 0 && job != nullptr) return Spawn(start, nullptr);
+  Require(isMade != 0);
   return made;
 }
 
@@ -136,6 +148,11 @@ void LimitToOurLife(const Handle& job, bool isLimited) {
   SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof(limits));
 }
 
+bool IsIn(const Handle& job, const Handle& process) {
+  BOOL isIn = FALSE;
+  return IsProcessInJob(process.Get(), job.Get(), &isIn) != 0 && isIn != FALSE;
+}
+
 std::wstring WithoutQuotes(std::wstring folder) {
   std::erase(folder, L'"');
   return folder;
@@ -149,12 +166,16 @@ bool IsAbsolute(std::wstring_view folder) {
 
 }  // namespace
 
+// The job is limited before the child exists: a program that is killed between two of these steps
+// leaves no child that waits forever.
 ChildProcess::ChildProcess(const ChildStart& start) : job_(CreateJobObjectW(nullptr, nullptr)) {
-  const auto made = Spawn(start);
+  if (job_) LimitToOurLife(job_, true);
+  const auto made = Spawn(start, job_.Get());
   process_ = Handle(made.hProcess);
   const Handle thread(made.hThread);
-  if (job_ && AssignProcessToJobObject(job_.Get(), process_.Get()) == 0) job_.Close();
-  if (job_) LimitToOurLife(job_, true);
+  if (job_ && !IsIn(job_, process_) && AssignProcessToJobObject(job_.Get(), process_.Get()) == 0) {
+    job_.Close();
+  }
   ResumeThread(thread.Get());
 }
 
