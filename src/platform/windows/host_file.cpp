@@ -42,9 +42,14 @@ DWORD WriteSome(const Handle& file, std::string_view bytes) {
   return written;
 }
 
-void WriteAll(const Handle& file, std::string_view bytes) {
+// Leaves in `rest` what was not written.
+void WriteRest(const Handle& file, std::string_view& rest) {
   constexpr std::size_t kMostAtOnce = std::size_t{64} << 20U;
-  while (!bytes.empty()) bytes.remove_prefix(WriteSome(file, bytes.substr(0, kMostAtOnce)));
+  while (!rest.empty()) rest.remove_prefix(WriteSome(file, rest.substr(0, kMostAtOnce)));
+}
+
+void WriteAll(const Handle& file, std::string_view bytes) {
+  WriteRest(file, bytes);
 }
 
 std::size_t ReadSome(const Handle& file, char* to, std::size_t size) {
@@ -193,13 +198,18 @@ void Fill(const Handle& file, std::string_view bytes, std::size_t oldSize) {
   Require(FlushFileBuffers(file.Get()) != 0);
 }
 
-std::string ReadAll(const Handle& file) {
+std::uint64_t SizeOf(const Handle& file) {
   LARGE_INTEGER size{};
   Require(GetFileSizeEx(file.Get(), &size) != 0);
-  if (static_cast<std::uint64_t>(size.QuadPart) > kLargestFile) Raise(ERROR_NOT_ENOUGH_MEMORY);
+  return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+std::string ReadAll(const Handle& file) {
+  const auto size = SizeOf(file);
+  if (size > kLargestFile) Raise(ERROR_NOT_ENOUGH_MEMORY);
 
   // One byte more than the file holds, so that its end shows without growing the buffer.
-  std::string bytes(static_cast<std::size_t>(size.QuadPart) + 1, '\0');
+  std::string bytes(static_cast<std::size_t>(size) + 1, '\0');
   std::size_t used = 0;
   while (const auto count = ReadSome(file, bytes.data() + used, bytes.size() - used)) {
     used += count;
@@ -221,6 +231,18 @@ void Overwrite(const Handle& file, std::string_view bytes) {
       // The first failure is the one to report.
     }
     throw;
+  }
+}
+
+// Removes what was added last, unless another program has added to it meanwhile. The caller has a
+// failure to report already.
+void TakeBack(const std::wstring& path, std::uint64_t before, std::size_t added) {
+  if (added == 0) return;
+  try {
+    const Handle file = Open(path, GENERIC_WRITE, OPEN_EXISTING);
+    if (SizeOf(file) == before + added) SetSize(file, static_cast<std::size_t>(before));
+  } catch (const std::system_error&) {
+    return;
   }
 }
 
@@ -251,7 +273,14 @@ void ReplaceHostFile(const std::wstring& path, const std::string& bytes) {
 
 void AppendHostFile(const std::wstring& path, const std::string& bytes) {
   const Handle file = Open(path, FILE_APPEND_DATA, OPEN_ALWAYS);
-  WriteAll(file, bytes);
+  const auto before = SizeOf(file);
+  std::string_view rest = bytes;
+  try {
+    WriteRest(file, rest);
+  } catch (const std::system_error&) {
+    TakeBack(path, before, bytes.size() - rest.size());
+    throw;
+  }
 }
 
 }  // namespace gorbex

@@ -18,7 +18,7 @@ inline constexpr std::size_t kLargestFile = std::size_t{512} << 20U;
 /// than a second, is overwritten where it is, as far as its rights and that program allow it.
 void ReplaceHostFile(const std::wstring& path, const std::string& bytes);
 
-/// Adds at the end with one system write.
+/// Adds at the end with one system write; nothing is added when it fails.
 void AppendHostFile(const std::wstring& path, const std::string& bytes);
 
 }  // namespace gorbex

@@ -1,5 +1,3 @@
-#include "tests/faults/linux/failing_calls.h"
-
 #include <fcntl.h>
 #include <sys/types.h>
 
@@ -8,10 +6,12 @@
 #include <cstddef>
 #include <string_view>
 
-namespace gorbex::test {
+#include "tests/faults/failing_calls.h"
+
 namespace {
 
-FailingCalls* now = nullptr;
+using gorbex::test::FailingCalls;
+using gorbex::test::Fault;
 
 // The file systems of the host that hold no files of a user, unless it is a disk in memory.
 bool IsCounted(const char* path) {
@@ -20,42 +20,16 @@ bool IsCounted(const char* path) {
   return !isSystems || text.starts_with("/dev/shm");
 }
 
+bool Fails(const Fault* fault) {
+  if (fault != nullptr) errno = fault->error;
+  return fault != nullptr;
+}
+
 bool Strikes() {
-  return now != nullptr && now->Strikes();
+  return Fails(FailingCalls::Strikes());
 }
 
 }  // namespace
-
-FailingCalls::FailingCalls(int failing, int error, Kind kind)
-    : plan_{failing}, error_(error), kind_(kind) {
-  now = this;
-}
-
-FailingCalls::~FailingCalls() {
-  now = nullptr;
-}
-
-FailingCalls* FailingCalls::Now() {
-  return now;
-}
-
-bool FailingCalls::Strikes() {
-  const bool strikes = plan_.Strikes();
-  if (strikes) errno = error_;
-  return strikes;
-}
-
-// The next call, which tries to write the rest, is the one that fails.
-void FailingCalls::Halved() {
-  isHalved_ = true;
-  plan_.failing = plan_.count + 1;
-}
-
-}  // namespace gorbex::test
-
-using gorbex::test::FailingCalls;
-using gorbex::test::IsCounted;
-using gorbex::test::Strikes;
 
 extern "C" {
 
@@ -89,10 +63,7 @@ ssize_t __wrap_read(int file, void* to, std::size_t size) {
 }
 
 ssize_t __wrap_write(int file, const void* from, std::size_t size) {
-  if (!Strikes()) return __real_write(file, from, size);
-  if (size < 2 || !FailingCalls::Now()->Halves()) return -1;
-  FailingCalls::Now()->Halved();
-  return __real_write(file, from, size / 2);
+  return Fails(FailingCalls::StrikesWrite(size)) ? -1 : __real_write(file, from, size);
 }
 
 // A test does not need its data on the disk at once; leaving this out saves time.

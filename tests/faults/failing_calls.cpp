@@ -1,0 +1,34 @@
+#include "tests/faults/failing_calls.h"
+
+#include <utility>
+
+namespace gorbex::test {
+namespace {
+
+FailingCalls* now = nullptr;
+
+}  // namespace
+
+FailingCalls::FailingCalls(int failing, const Fault& fault) : plan_{failing}, fault_(fault) {
+  now = this;
+}
+
+FailingCalls::~FailingCalls() {
+  now = nullptr;
+}
+
+const Fault* FailingCalls::Strikes(Fault::Kind kind) {
+  const bool isOfKind = now != nullptr && now->fault_.kind == kind;
+  return isOfKind && now->plan_.Strikes() ? &now->fault_ : nullptr;
+}
+
+const Fault* FailingCalls::FailsRest() {
+  return now != nullptr && std::exchange(now->failsRest_, false) ? &now->fault_ : nullptr;
+}
+
+const Fault* FailingCalls::ExpectRest() {
+  now->failsRest_ = true;
+  return nullptr;
+}
+
+}  // namespace gorbex::test
