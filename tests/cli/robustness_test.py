@@ -6,6 +6,8 @@ ended     told to end in the middle of a compile, it ends the compiler and gives
 together  many programs change one prefix, one build project and one project file at once, and lose nothing
 mail      the service over a real Maildir and a real sendmail answers each of thousands of requests once and grows no
           larger; told to end it answers the present request first; killed during a build it has lost no request
+
+Windows programs run under Wine, in a copy of the installation that WINEPREFIX names: killed (50 times) and together.
 """
 
 import collections
@@ -26,7 +28,8 @@ import time
 
 CASE, GORBEX, COMPILER, STOREFRONT = sys.argv[1:5]
 SEED = int(sys.argv[5]) if len(sys.argv) > 5 else 20260304
-KILLS = 200
+UNDER_WINE = GORBEX.endswith(".exe")
+KILLS = 50 if UNDER_WINE else 200
 PATIENCE = 60
 BATCHES, REQUESTS = 8, 250
 
@@ -83,6 +86,7 @@ class Product:
         self.folder = self.prefix / "drive_c" / "Storefront"
         self.file = self.folder / "Storefront.bpf"
         self.environment = dict(os.environ, HOME=root, GORBEX_PREFIX=str(self.prefix))
+        self.prepare()
         self.run(COMPILER, "/regserver")
         shutil.copytree(STOREFRONT, self.folder)
         for path in self.folder.rglob("*"):
@@ -91,8 +95,14 @@ class Product:
         self.sources = [p for p in self.folder.rglob("*.*") if p.suffix in (".vbp", ".frm", ".bas", ".cls", ".ctl")]
         self.before = {path: masked(path.read_bytes()) for path in self.sources}
 
+    def prepare(self):
+        """Makes the prefix, unless the programs do."""
+
+    def words(self, command):
+        return [str(word) for word in command]
+
     def start(self, *command, **options):
-        return subprocess.Popen([str(word) for word in command], env=self.environment, text=True,
+        return subprocess.Popen(self.words(command), env=self.environment, text=True,
                                 stdout=subprocess.PIPE, stderr=subprocess.STDOUT, **options)
 
     def run(self, *command, status=0):
@@ -101,13 +111,29 @@ class Product:
         check(process.returncode == status, f"{command} ended with {process.returncode}: {said}")
         return said
 
+    def kill(self, process):
+        """True when that was its end. The compiler of that moment goes with it, or would go on beside the next one."""
+        compilers = children(process)
+        process.kill()
+        for compiler in compilers:
+            with contextlib.suppress(ProcessLookupError):
+                os.killpg(compiler, signal.SIGKILL)
+        process.communicate()
+        return True
+
+    def forget_components(self):
+        (self.prefix / "gorbexbuilder.reg").unlink()
+
+    def end(self):
+        """Ends what the programs leave running."""
+
     def build_anew(self):
         """As from source control, on a machine where nothing is registered."""
         for path in self.sources:
             shutil.copyfile(pathlib.Path(STOREFRONT) / path.relative_to(self.folder), path)
         for path in (self.folder / "Bin").glob("Store*"):
             path.unlink()
-        (self.prefix / "gorbexbuilder.reg").unlink()
+        self.forget_components()
         self.run(COMPILER, "/regserver")
         self.run(GORBEX, "build", self.file, "--all", "--yes")
 
@@ -133,17 +159,80 @@ class Product:
             check(masked(now) == text, f"{when}: {path} is torn: {now!r}")
         log = self.log()
         check(not LOG_LINE.sub(b"", log), f"{when}: a torn log line: {LOG_LINE.sub(b'', log)!r}")
+        self.require_whole_registry(when)
+
+    def require_whole_registry(self, when):
         for line in (self.prefix / "gorbexbuilder.reg").read_bytes().split(b"\n"):
             check(REGISTRY_LINE.fullmatch(line), f"{when}: the registry file is torn: {line!r}")
+
+    def left_over(self):
+        """The temporary files of killed programs."""
+        programs = self.prefix / "drive_c/Program Files"
+        return [*self.prefix.glob(".gorbex-*"), *self.folder.rglob(".gorbex-*"), *programs.rglob(".gorbex-*")]
+
+
+class WineProduct(Product):
+    """The sample product and the programs for Windows in their own Windows installation."""
+
+    RUNNER = pathlib.Path(__file__).parents[2] / "cmake" / "run-under-wine"
+
+    def prepare(self):
+        base = pathlib.Path(os.environ["WINEPREFIX"])
+        self.environment["WINEPREFIX"] = str(self.prefix)
+        drive = self.prefix / "drive_c"
+        drive.mkdir(parents=True)
+        # The system's own files are many, and nobody changes them.
+        subprocess.run(["cp", "-al", base / "drive_c" / "windows", drive], check=True)
+        subprocess.run(f"tar -C '{base}' -c --exclude ./drive_c/windows --exclude ./drive_c/Storefront . |"
+                       f" tar -C '{self.prefix}' -x", shell=True, check=True)
+        self.installed = {}
+        for program, folder in ((GORBEX, "Program Files/GorbexBuilder"), (COMPILER, "Compiler")):
+            (drive / folder).mkdir(parents=True, exist_ok=True)
+            self.installed[program] = pathlib.Path(shutil.copy(program, drive / folder))
+        # What Wine starts with its first program would keep a reader of that one's output waiting.
+        subprocess.run([self.RUNNER, "cmd", "/c", "exit"], env=self.environment, check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def windows_path(self, path):
+        return "C:\\" + str(path.relative_to(self.prefix / "drive_c")).replace("/", "\\")
+
+    def words(self, command):
+        words = [self.installed.get(word, word) for word in command]
+        return [str(self.RUNNER), *(self.windows_path(w) if isinstance(w, pathlib.Path) else str(w) for w in words)]
+
+    def compilers(self):
+        name = self.installed[COMPILER].name.encode()
+        mine = f"WINEPREFIX={self.prefix}".encode()
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            with contextlib.suppress(OSError):
+                if name in (process / "cmdline").read_bytes() and mine in (process / "environ").read_bytes().split(b"\0"):
+                    yield process.name
+
+    def kill(self, process):
+        killer = self.start("taskkill", "/F", "/IM", "gorbex.exe")
+        killer.communicate(timeout=PATIENCE)
+        process.communicate(timeout=PATIENCE)
+        until(lambda: not any(runs(compiler) for compiler in self.compilers()), "the compiler ends with the program",
+              patience=5)
+        return killer.returncode == 0
+
+    def forget_components(self):
+        """Those that are registered stay."""
+
+    def require_whole_registry(self, when):
+        """It is Wine's."""
+
+    def end(self):
+        subprocess.run(["/usr/lib/wine/wineserver64", "-k"], env=self.environment)
 
 
 def killed(product):
     random.seed(SEED)
     product.run(GORBEX, "build", product.file, "--all", "--yes")
-    build_project, kills, left, mended, number, lasted = product.build_project(), 0, 0, 0, 0, {}
+    build_project, kills, left, number, lasted = product.build_project(), 0, 0, 0, {}
     while kills < KILLS:
         number += 1
-        some = [str(path) for path in random.sample(product.projects, 2)]
+        some = random.sample(product.projects, 2)
         version = f"1.{random.randrange(100)}.{random.randrange(100)}"
         command = random.choice([
             ["queue", product.file, random.choice(["mark", "unmark"]), *some, "--save"],
@@ -161,27 +250,20 @@ def killed(product):
             process.communicate(timeout=patience)
             lasted[kind] = time.monotonic() - begin
         except subprocess.TimeoutExpired:
-            # The compiler of that moment goes with it, or would go on beside the next command.
-            compilers = children(process)
-            process.kill()
-            for compiler in compilers:
-                with contextlib.suppress(ProcessLookupError):
-                    os.killpg(compiler, signal.SIGKILL)
-            process.communicate()
-            kills += 1
+            kills += product.kill(process)
         when = f"command {number}, {command}"
         product.require_whole_files(when)
         check(product.build_project() == build_project, f"{when}: the build project is torn")
         said = product.run(GORBEX, "show", product.file, "--json")
         shown = json.loads(said[said.index("{"):])
-        mended += "Wrote back the debug values" in said
         check(len(shown["projects"]) == len(product.projects), f"{when}: a project is lost")
         product.require_own_debug_values(when)
-        for path in product.prefix.rglob(".gorbex-*"):
+        for path in product.left_over():
             path.unlink()
             left += 1
         if number % 10 == 0:
             product.build_anew()
+    mended = product.log().count(b"Wrote back the debug values")
     check(mended > 0, "no debug build was killed")
     print(f"{kills} kills survived; {mended} times debug values were written back; {left} temporary files were left")
 
@@ -381,5 +463,9 @@ def mail(product):
 
 
 with tempfile.TemporaryDirectory() as root:
-    {"killed": killed, "ended": ended, "together": together, "mail": mail}[CASE](Product(root))
+    product = WineProduct(root) if UNDER_WINE else Product(root)
+    try:
+        {"killed": killed, "ended": ended, "together": together, "mail": mail}[CASE](product)
+    finally:
+        product.end()
 print(f"{CASE}: all as expected")
