@@ -97,4 +97,8 @@ class GitOverHttp : public GitBench {
                         EnvironmentWith({})}};
 };
 
+inline void ExpectWords(const std::string& error, const std::string& words) {
+  EXPECT_NE(error.find(words), std::string::npos) << "no \"" << words << "\" in: " << error;
+}
+
 }  // namespace gorbex::test
