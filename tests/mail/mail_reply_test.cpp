@@ -1,4 +1,4 @@
-#include "core/text.h"
+#include "platform/code_page.h"
 #include "tests/mail/mail_fixture.h"
 
 namespace gorbex::test {
