@@ -90,14 +90,12 @@ bool IsThere(const std::wstring& path) {
   return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-// Only who may take over files can hand one to its old owner, and nobody else needs to.
-void TakeOwnerOf(const std::wstring& file, const std::wstring& from) {
-  constexpr SECURITY_INFORMATION kOwner = OWNER_SECURITY_INFORMATION;
+void CopySecurity(const std::wstring& from, const std::wstring& to, SECURITY_INFORMATION part) {
   DWORD size = 0;
-  GetFileSecurityW(from.c_str(), kOwner, nullptr, 0, &size);
-  std::vector<std::byte> owner(size);
-  if (size == 0 || !GetFileSecurityW(from.c_str(), kOwner, owner.data(), size, &size)) return;
-  SetFileSecurityW(file.c_str(), kOwner, owner.data());
+  GetFileSecurityW(from.c_str(), part, nullptr, 0, &size);
+  std::vector<std::byte> security(size);
+  if (size == 0 || !GetFileSecurityW(from.c_str(), part, security.data(), size, &size)) return;
+  SetFileSecurityW(to.c_str(), part, security.data());
 }
 
 // Sets the system's last error when it cannot. Asked first, because a system may leave a file over
@@ -118,6 +116,14 @@ class TemporaryFile {
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
+  /// Not every system takes over the target's rights with its place, and nobody else may read the
+  /// text meanwhile. Only who may take over files can hand one to its old owner, and nobody else
+  /// needs to.
+  void TakeRightsOf(const std::wstring& target) const {
+    CopySecurity(target, path_, DACL_SECURITY_INFORMATION);
+    CopySecurity(target, path_, OWNER_SECURITY_INFORMATION);
+  }
+
   void Fill(std::string_view bytes) {
     WriteAll(file_, bytes);
     Require(FlushFileBuffers(file_.Get()) != 0);
@@ -130,12 +136,11 @@ class TemporaryFile {
     moved_ = true;
   }
 
-  /// Takes over the target's rights, attributes, owner and streams with its place. False when the
+  /// Takes over the target's attributes and streams with its place. False when the
   /// target stays, because other programs hold it or the system refuses for other reasons.
   bool Replace(const std::wstring& target) {
     constexpr ULONGLONG kPatience = 1000;
     constexpr DWORD kPause = 20;
-    TakeOwnerOf(path_, target);
     Require(SetFileAttributesW(path_.c_str(), GetFileAttributesW(target.c_str())) != 0);
     const ULONGLONG start = GetTickCount64();
     while (!CanBeReplaced(target) ||
@@ -265,8 +270,10 @@ std::string ReadHostFile(const std::wstring& path) {
 void ReplaceHostFile(const std::wstring& path, const std::string& bytes) {
   const auto target = RealTarget(path);
   TemporaryFile file(target);
+  const bool isNew = !IsThere(target);
+  if (!isNew) file.TakeRightsOf(target);
   file.Fill(bytes);
-  if (!IsThere(target)) return file.MoveTo(target);
+  if (isNew) return file.MoveTo(target);
   if (HasOneName(target) && file.Replace(target)) return;
   Overwrite(Open(target, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING), bytes);
 }

@@ -8,8 +8,9 @@
 namespace gorbex {
 namespace {
 
+// A user who may only read can hold the lock as well.
 Handle LockFile(const std::string& path) {
-  return Handle(CreateFileW(ToWide(path).c_str(), GENERIC_READ | GENERIC_WRITE,
+  return Handle(CreateFileW(ToWide(path).c_str(), GENERIC_READ,
                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                             OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
 }

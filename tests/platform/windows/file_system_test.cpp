@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <thread>
+#include <vector>
 
 #include "platform/windows/program_folder.h"
+#include "platform/windows/program_lock.h"
 #include "system_bench.h"
 #include "tests/platform/outcome.h"
 
@@ -26,6 +29,43 @@ TEST(WindowsFiles, KeepAttributesAndLeaveNothingBehind) {
   EXPECT_EQ(NumberOf([&] { bench.files.Write(file, "newer"); }), 70);
   EXPECT_EQ(NumberOf([&] { static_cast<void>(bench.files.Read(file)); }), 70);
   EXPECT_EQ(bench.files.List(bench.root).size(), 1U);
+}
+
+using Security = std::vector<std::byte>;
+
+Security SecurityOf(const std::wstring& file, SECURITY_INFORMATION part) {
+  Security security(1024);
+  DWORD size = 0;
+  GetFileSecurityW(file.c_str(), part, security.data(), 1024, &size);
+  security.resize(size);
+  return security;
+}
+
+void LetOnlyOwnerIn(const std::wstring& file) {
+  auto owner = SecurityOf(file, OWNER_SECURITY_INFORMATION);
+  PSID name = nullptr;
+  BOOL isDefault = FALSE;
+  GetSecurityDescriptorOwner(owner.data(), &name, &isDefault);
+  alignas(ACL) std::array<std::byte, 256> room{};
+  auto* const list = reinterpret_cast<ACL*>(room.data());
+  InitializeAcl(list, room.size(), ACL_REVISION);
+  AddAccessAllowedAce(list, ACL_REVISION, FILE_ALL_ACCESS, name);
+  SECURITY_DESCRIPTOR rights{};
+  InitializeSecurityDescriptor(&rights, SECURITY_DESCRIPTOR_REVISION);
+  SetSecurityDescriptorDacl(&rights, TRUE, list, FALSE);
+  SetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, &rights);
+}
+
+TEST(WindowsFiles, KeepTheirRights) {
+  FilesOnSystem bench;
+  const auto path = ToWide(bench.root + "f");
+  bench.files.Write(bench.root + "f", "old");
+  const auto common = SecurityOf(path, DACL_SECURITY_INFORMATION);
+  LetOnlyOwnerIn(path);
+  const auto own = SecurityOf(path, DACL_SECURITY_INFORMATION);
+  ASSERT_NE(own, common);
+  bench.files.Write(bench.root + "f", "new");
+  EXPECT_EQ(SecurityOf(path, DACL_SECURITY_INFORMATION), own);
 }
 
 TEST(WindowsFiles, KeepTheirOtherNamesAndPassOverThoseLeftByOthers) {
@@ -88,6 +128,19 @@ TEST(WindowsFiles, MarkNamesThatTheCodePageCannotSpell) {
     names += entry.name + (entry.isReachable ? " " : " is not reachable ");
   }
   EXPECT_EQ(names, "?.txt is not reachable \x80.txt ");
+}
+
+TEST(WindowsFiles, LockOutOtherProgramsThatMayOnlyRead) {
+  FilesOnSystem bench;
+  const auto file = bench.root + "lock";
+  bench.files.Write(file, "");
+  bench.files.SetAttributes(file, file_attribute::kReadOnly);
+  auto held = ProgramLock::Try(file);
+  EXPECT_TRUE(held);
+  EXPECT_FALSE(ProgramLock::Try(file));
+  held.reset();
+  EXPECT_TRUE(ProgramLock::Try(file));
+  bench.files.SetAttributes(file, 0);
 }
 
 TEST(WindowsFiles, FindAProgramFolderOfAnyName) {
