@@ -213,7 +213,7 @@ class WineProduct(Product):
         killer.communicate(timeout=PATIENCE)
         process.communicate(timeout=PATIENCE)
         until(lambda: not any(runs(compiler) for compiler in self.compilers()), "the compiler ends with the program",
-              patience=5)
+              patience=20)
         return killer.returncode == 0
 
     def forget_components(self):
