@@ -17,9 +17,12 @@ FailingCalls::~FailingCalls() {
   now = nullptr;
 }
 
+bool FailingCalls::Tries(Fault::Kind kind) {
+  return now != nullptr && now->fault_.kind == kind;
+}
+
 const Fault* FailingCalls::Strikes(Fault::Kind kind) {
-  const bool isOfKind = now != nullptr && now->fault_.kind == kind;
-  return isOfKind && now->plan_.Strikes() ? &now->fault_ : nullptr;
+  return Tries(kind) && now->plan_.Strikes() ? &now->fault_ : nullptr;
 }
 
 const Fault* FailingCalls::FailsRest() {

@@ -36,6 +36,9 @@ class FailingCalls {
   /// Whether the present call is to fail, and how; null when it is to succeed.
   static const Fault* Strikes(Fault::Kind kind = Fault::Kind::Error);
 
+  /// Whether calls are made to fail in that way.
+  static bool Tries(Fault::Kind kind);
+
   /// As Strikes, for a write. When it is to take only half, `size` is halved and it succeeds.
   template <class Size>
   static const Fault* StrikesWrite(Size& size) {

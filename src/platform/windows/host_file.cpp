@@ -105,6 +105,20 @@ bool CanBeReplaced(const std::wstring& target) {
                                               nullptr, OPEN_EXISTING, 0, nullptr)));
 }
 
+// Whether a file has nothing that a new one could not be given: no streams beside its text, and no
+// form on the disk that was chosen for it.
+bool HasOnlyText(const std::wstring& path) {
+  constexpr DWORD kForms =
+      FILE_ATTRIBUTE_ENCRYPTED | FILE_ATTRIBUTE_COMPRESSED | FILE_ATTRIBUTE_SPARSE_FILE;
+  if ((GetFileAttributesW(path.c_str()) & kForms) != 0) return false;
+  WIN32_FIND_STREAM_DATA stream{};
+  const HANDLE search = FindFirstStreamW(path.c_str(), FindStreamInfoStandard, &stream, 0);
+  if (search == INVALID_HANDLE_VALUE) return true;
+  const bool isOnlyOne = FindNextStreamW(search, &stream) == 0;
+  FindClose(search);
+  return isOnlyOne;
+}
+
 // A file beside its target; gone again unless it took the target's place.
 class TemporaryFile {
  public:
@@ -143,8 +157,7 @@ class TemporaryFile {
     constexpr DWORD kPause = 20;
     Require(SetFileAttributesW(path_.c_str(), GetFileAttributesW(target.c_str())) != 0);
     const ULONGLONG start = GetTickCount64();
-    while (!CanBeReplaced(target) ||
-           ReplaceFileW(target.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr) == 0) {
+    while (!CanBeReplaced(target) || !(MovesOver(target) || Replaces(target))) {
       const DWORD error = GetLastError();
       // The system can fail when the old file is gone already.
       if (!IsThere(target)) {
@@ -163,6 +176,18 @@ class TemporaryFile {
     return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
            error == ERROR_ACCESS_DENIED || error == ERROR_USER_MAPPED_FILE ||
            error == ERROR_UNABLE_TO_REMOVE_REPLACED;
+  }
+
+  // In one step: a program that is killed leaves the old file or the new one.
+  [[nodiscard]] bool MovesOver(const std::wstring& target) const {
+    return HasOnlyText(target) &&
+           MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+  }
+
+  // In several steps, between which neither file has the name. Keeps more of the old file, and can
+  // replace one that other programs have open.
+  [[nodiscard]] bool Replaces(const std::wstring& target) const {
+    return ReplaceFileW(target.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr) != 0;
   }
 
   // A program that was killed may have had our number, and left a name behind.

@@ -62,7 +62,6 @@ WRAP_PLAINLY(GetFileAttributesExW);
 WRAP_PLAINLY(GetFileAttributesW);
 WRAP_PLAINLY(GetFileInformationByHandle);
 WRAP_PLAINLY(GetFileSizeEx);
-WRAP_PLAINLY(MoveFileExW);
 WRAP_PLAINLY(ReadFile);
 WRAP_PLAINLY(SetEndOfFile);
 WRAP_PLAINLY(SetFileAttributesW);
@@ -71,6 +70,7 @@ WRAP_PLAINLY(SetFilePointerEx);
 REAL(CreateFileW);
 REAL(FindFirstFileW);
 REAL(GetTickCount64);
+REAL(MoveFileExW);
 REAL(ReplaceFileW);
 REAL(WriteFile);
 
@@ -95,6 +95,17 @@ BOOL WINAPI Write(HANDLE file, const void* from, DWORD size, DWORD* written, OVE
 // A test does not need its data on the disk at once; leaving this out saves time.
 BOOL WINAPI Flush(HANDLE /*file*/) {
   return Fails(FailingCalls::Strikes()) ? FALSE : TRUE;
+}
+
+// Over a file that another program has open nothing is moved.
+BOOL WINAPI Move(const wchar_t* file, const wchar_t* target, DWORD flags) {
+  const bool isOpen = areHeld || FailingCalls::Tries(Fault::Kind::LostFile);
+  if (isOpen && __real___imp_GetFileAttributesW(target) != INVALID_FILE_ATTRIBUTES) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+  }
+  if (Fails(FailingCalls::Strikes())) return FALSE;
+  return __real___imp_MoveFileExW(file, target, flags);
 }
 
 BOOL WINAPI Replace(const wchar_t* target, const wchar_t* file, const wchar_t* backup, DWORD flags,
@@ -127,6 +138,7 @@ WRAP(CreateFileW, &Create);
 WRAP(FindFirstFileW, &FindFirst);
 WRAP(FlushFileBuffers, &Flush);
 WRAP(GetTickCount64, &Ticks);
+WRAP(MoveFileExW, &Move);
 WRAP(ReplaceFileW, &Replace);
 WRAP(Sleep, &Slept);
 WRAP(WriteFile, &Write);
