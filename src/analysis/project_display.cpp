@@ -77,13 +77,13 @@ void ProjectDisplay::RefreshReferences() {
   if (selected >= 1 && selected <= list.Count()) list.Select(&list.At(selected));
 }
 
-void ProjectDisplay::RepointReferences(const std::string& project, const std::string& oldPath,
-                                       const std::string& newPath) {
-  window_.ProjectMembers.ReplaceInReferences(project, oldPath, newPath);
+void ProjectDisplay::RepointReferences(const std::string& project, const std::string& oldText,
+                                       const std::string& newText) {
+  window_.ProjectMembers.ReplaceInReferences(project, oldText, newText);
   if (const TreeNode* node = window_.tvwProjects.Find(NodeKey(node_prefix::kProject, project))) {
     ForEachReference(*node, [&](TreeNode& reference) {
       std::string text = reference.Text();
-      ReplaceIgnoringCase(text, oldPath, newPath);
+      ReplaceIgnoringCase(text, oldText, newText);
       if (text == reference.Text()) return;
       reference.SetText(text);
       MarkReferenceNode(reference);
@@ -94,8 +94,8 @@ void ProjectDisplay::RepointReferences(const std::string& project, const std::st
   // The list shows references in lower case; the chosen name is shown as it was chosen.
   for (const auto& row : window_.lvwData.Rows()) {
     const std::string& component = row->SubItem(reference_column::kComponent);
-    if (EqualsIgnoringCase(component, newPath)) {
-      row->SetSubItem(reference_column::kComponent, newPath);
+    if (EqualsIgnoringCase(component, newText)) {
+      row->SetSubItem(reference_column::kComponent, newText);
     }
   }
 }

@@ -32,10 +32,10 @@ class ProjectDisplay : public ProjectViews {
   /// Fills the detail list again with new verdicts; the selection stays.
   void RefreshReferences();
 
-  /// Updates record, nodes and rows of a project after its file was pointed at another component.
-  /// Error 5 when the project has no record.
-  void RepointReferences(const std::string& project, const std::string& oldPath,
-                         const std::string& newPath);
+  /// Replaces a component's path or identity in record, nodes and rows of a project, as its file
+  /// has it now. Error 5 when the project has no record.
+  void RepointReferences(const std::string& project, const std::string& oldText,
+                         const std::string& newText);
 
   void MarkReferenceNode(TreeNode& node) { marking_.MarkReferenceNode(node); }
   void MarkProject(const TreeNode& project) override { marking_.MarkProject(project); }

@@ -81,7 +81,7 @@ bool ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
       isWritten = false;
       continue;
     }
-    on([&] { window_.ProjectMembers.ReplaceInReferences(project.path, oldGuid, *newGuid); });
+    on([&] { display_.RepointReferences(project.path, oldGuid, *newGuid); });
   }
   return isWritten;
 }

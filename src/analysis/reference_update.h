@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/project_display.h"
 #include "core/main_window.h"
 #include "core/procedure.h"
 #include "core/registry_tools.h"
@@ -18,17 +19,19 @@ namespace gorbex {
 class ReferenceUpdate {
  public:
   ReferenceUpdate(frmBuilder& window, FileSystem& files, const RegistryTools& registry,
-                  const ComponentInspector& components, ErrorReport& report)
+                  const ComponentInspector& components, ProjectDisplay& display,
+                  ErrorReport& report)
       : window_(window),
         files_(files),
         registry_(registry),
         components_(components),
+        display_(display),
         report_(report) {}
 
   /// Replaces, in the project's file and in its forms and modules, the type-library identities of
   /// the projects above it in the queue by those registered now. A component whose
-  /// identity cannot be read has an empty one. The project's record follows its file. False when a
-  /// file could not be rewritten.
+  /// identity cannot be read has an empty one. Record, tree and detail list follow the project's
+  /// file. False when a file could not be rewritten.
   bool UpdateProjectReferences(const std::string& projectKey);
 
   using IsComing = std::function<bool(const std::string& projectKey)>;
@@ -60,6 +63,7 @@ class ReferenceUpdate {
   FileSystem& files_;
   const RegistryTools& registry_;
   const ComponentInspector& components_;
+  ProjectDisplay& display_;
   ErrorReport& report_;
 };
 

@@ -21,7 +21,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
                     display, findings}),
       treeCommands(window, reader, display, findings, platform.files, dialogs),
       search(window, display),
-      referenceUpdate(window, platform.files, registry, platform.components, report),
+      referenceUpdate(window, platform.files, registry, platform.components, display, report),
       replaced(platform.files, log, platform.programFolder),
       compiler(window, registry, dialogs),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files,

@@ -19,14 +19,10 @@ std::string_view TextOf(ErrorNumber number) {
       return "Bad file name or number";
     case ErrorNumber::FileNotFound:
       return "File not found";
-    case ErrorNumber::FileAlreadyOpen:
-      return "File already open";
     case ErrorNumber::DeviceError:
       return "Device I/O error";
     case ErrorNumber::DiskFull:
       return "Disk full";
-    case ErrorNumber::InputPastEnd:
-      return "Input past end of file";
     case ErrorNumber::TooManyFiles:
       return "Too many files";
     case ErrorNumber::PermissionDenied:

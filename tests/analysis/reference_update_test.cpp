@@ -1,5 +1,7 @@
 #include "analysis/reference_update.h"
 
+#include "core/node_key.h"
+#include "core/reference_nodes.h"
 #include "platform/code_page.h"
 
 #include "tests/support/program_fixture.h"
@@ -80,7 +82,7 @@ TEST_F(ReferenceUpdateTest, UnchangedIdentitiesAreLeftAndUnreadableOnesEmptied) 
                                 Reported(5, call + "'C:\\y.vbp'", name)}));
 }
 
-TEST_F(ReferenceUpdateTest, TheRecordFollowsTheFileFromOneRunToTheNext) {
+TEST_F(ReferenceUpdateTest, WhatIsShownFollowsTheFileFromOneRunToTheNext) {
   auto& core = group.Library("Core");
   auto& app = group.Executable("App").Uses("Core");
   Load();
@@ -88,6 +90,13 @@ TEST_F(ReferenceUpdateTest, TheRecordFollowsTheFileFromOneRunToTheNext) {
     Rebuilt(core, next);
     program.referenceUpdate.UpdateProjectReferences(app.Path());
     EXPECT_NE(platform.files.Text(app.Path()).find(next), std::string::npos);
+    const TreeNode& node =
+        program.window.tvwProjects.Item(NodeKey(node_prefix::kProject, app.Path()));
+    std::string shown;
+    ForEachReference(node, [&](TreeNode& reference) { shown = reference.Text(); });
+    EXPECT_NE(shown.find(next), std::string::npos);
+    program.display.ShowProjectReferences(app.Path());
+    EXPECT_EQ(program.window.lvwData.At(1).Text(), LowerCase(next));
   }
 }
 
