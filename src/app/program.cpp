@@ -1,5 +1,7 @@
 #include "app/program.h"
 
+#include "app/offered_commands.h"
+
 namespace gorbex {
 
 Program::Program(const PlatformServices& services, Dialogs& frontEnd)
@@ -9,7 +11,8 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       log(platform.files, platform.clock, dialogs, platform.programFolder),
       registry(platform.registry, report),
       options(registry, report),
-      shell(platform.processes, platform.events),
+      work(platform.keepOthersOut),
+      shell(platform.processes, platform.events, work),
       group(window.ProjectMembers),
       references(registry, platform.files, platform.components, report),
       marking(window, references, group, log, report),
@@ -25,8 +28,8 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       replaced(platform.files, log, platform.programFolder),
       compiler(window, registry, dialogs),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files,
-             compiler, replaced, [this] { return compile.TakeTurn(); }}),
-      session(window, platform.sourceControl, dialogs, report),
+             compiler, replaced, work}),
+      session(window, platform.sourceControl, work, dialogs, report),
       latest(window, session, log, dialogs, report),
       changes(window, session),
       labelling(window, session, dialogs, report),
@@ -34,27 +37,29 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       values(platform.files),
       version(values, options, dialogs),
       script(window, platform.files, dialogs, report),
-      compile({window, platform.files, shell, dialogs, log, compiler, platform.programFolder}),
-      run({window, options, log, dialogs, report, platform.events, platform.clock, shell, latest,
-           referenceUpdate, values, version, script, compile, replaced}),
+      compile(
+          {window, platform.files, shell, dialogs, log, compiler, work, platform.programFolder}),
+      run({window, options, log, dialogs, report, platform.events, platform.clock, shell, work,
+           latest, referenceUpdate, values, version, script, compile, replaced}),
       failed(run.events, compile.ended),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
-            compile, platform.events}),
+            compile, work, platform.events}),
       registration(window, shell, dialogs, report, platform.registrationAdvice,
                    [this] { display.RefreshReferences(); }),
-      shutDown({window, registry, options, log, dialogs, report, buildProject, run, shell, session,
-                mail, replaced}),
+      shutDown(
+          {window, registry, options, log, dialogs, report, buildProject, run, work, replaced}),
       immediate({window, dialogs, report, script, compile}),
       settings(window, options, dialogs, report),
       logViewer(logs, log, platform.files, dialogs, report),
       componentTest({window, selectControl, testControl, platform.objects, dialogs, report}) {
-  turns_ = compile.turnTaken.Connect([this] { replaced.WriteBack(); });
+  turns_ = work.turnTaken.Connect([this] { replaced.WriteBack(); });
   ConnectFileMenu();
   ConnectQueueMenu();
   ConnectToolsMenu();
   ConnectSourceControl();
   ConnectComponentTest();
   ConnectMail();
+  OfferCommands(*this);
 }
 
 void Program::ConnectFileMenu() {
@@ -68,8 +73,8 @@ void Program::ConnectFileMenu() {
   menu.mnuFileGenScript.enabled.Set(false);
   menu.mnuFileStop.SetHandler([this] { run.mnuFileStop_Click(); });
   menu.mnuFileStop.enabled.Set(false);
-  waits_ =
-      shell.waitsChanged.Connect([this] { window.menu.mnuFileStop.enabled.Set(shell.Waits()); });
+  works_ = work.changed.Connect(
+      [this] { window.menu.mnuFileStop.enabled.Set(work.Goes(Task::Program)); });
   menu.mnuFileExit.SetHandler([this] { shutDown.mnuFileExit_Click(); });
   for (std::size_t i = 0; i < menu.mnuFileMRU.size(); ++i) {
     menu.mnuFileMRU[i].SetHandler([this, i] { buildProject.mnuFileMRU_Click(i); });

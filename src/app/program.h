@@ -38,6 +38,7 @@
 #include "core/select_control_form.h"
 #include "core/shell.h"
 #include "core/test_control_form.h"
+#include "core/work.h"
 #include "mail/mail_service.h"
 #include "platform/services.h"
 #include "scc/change_scan.h"
@@ -65,6 +66,7 @@ class Program {
   ActivityLog log;
   RegistryTools registry;
   clsOptions options;
+  Work work;
   Shell shell;
 
   GroupDependency group;
@@ -105,7 +107,7 @@ class Program {
   ComponentTest componentTest;
 
  private:
-  Subscription waits_;
+  Subscription works_;
   Subscription ticks_;
   Subscription turns_;
   Subscription starts_;

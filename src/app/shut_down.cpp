@@ -6,7 +6,7 @@
 namespace gorbex {
 
 bool ShutDown::Form_QueryUnload() {
-  if (Busy()) {
+  if (IsAtWork()) {
     AskToStop();
     return false;
   }
@@ -24,8 +24,7 @@ bool ShutDown::Form_QueryUnload() {
 
 // The run that is ended does its own clean-up only after this call, which may be too late.
 void ShutDown::SessionEnds() {
-  const bool builds = uses_.run.Running();
-  uses_.mail.EndTick();
+  const bool builds = uses_.work.Goes(Task::Run);
   uses_.run.End();
   if (builds) uses_.replaced.WriteBack();
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
@@ -40,14 +39,18 @@ void ShutDown::AskToStop() {
     return;
   }
   const Answer answer = uses_.dialogs.Show(
-      {Builds() ? "A build is running. Do you wish to close when the current project is done?"
-                : "Source-Control is busy. Do you wish to close when it is done?",
+      {uses_.work.Builds()
+           ? "A build is running. Do you wish to close when the current project is done?"
+           : "Source-Control is busy. Do you wish to close when it is done?",
        Buttons::YesNo, MessageIcon::Question});
   if (answer != Answer::Yes) return;
   wanted_ = true;
-  uses_.mail.EndTick();
   // A lone program is given its time; the next attempt offers to end it.
-  if (uses_.run.Running()) uses_.run.mnuFileStop_Click();
+  if (uses_.work.Goes(Task::Run)) {
+    uses_.run.mnuFileStop_Click();
+  } else {
+    uses_.work.StopAfterThis();
+  }
 }
 
 void ShutDown::StoreState(Procedure& on) {

@@ -9,9 +9,7 @@
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/registry_tools.h"
-#include "core/shell.h"
-#include "mail/mail_service.h"
-#include "scc/source_safe_session.h"
+#include "core/work.h"
 
 namespace gorbex {
 
@@ -28,9 +26,7 @@ class ShutDown {
     ErrorReport& report;
     BuildProjectFile& buildProject;
     BuildRun& run;
-    Shell& shell;
-    const SourceSafeSession& session;
-    MailService& mail;
+    Work& work;
     ReplacedValues& replaced;
   };
 
@@ -51,13 +47,12 @@ class ShutDown {
   void SessionEnds();
 
   /// True when the user asked to close during work that has ended since.
-  [[nodiscard]] bool Due() const { return wanted_ && !Busy(); }
+  [[nodiscard]] bool Due() const { return wanted_ && !IsAtWork(); }
 
  private:
-  [[nodiscard]] bool Builds() const {
-    return uses_.run.Running() || uses_.shell.Waits() || uses_.mail.Serving();
+  [[nodiscard]] bool IsAtWork() const {
+    return uses_.work.Builds() || !uses_.work.MayUseSourceControl();
   }
-  [[nodiscard]] bool Busy() const { return Builds() || uses_.session.Busy(); }
   void AskToStop();
   void StoreState(Procedure& on);
 

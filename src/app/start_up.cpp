@@ -14,7 +14,7 @@ void StartUp::ReadSession() {
 
 // The note of another program that is at work is not ours to touch.
 void StartUp::WriteBackReplacedValues() {
-  if (uses_.replaced.Any()) static_cast<void>(uses_.takeTurn());
+  if (uses_.replaced.Any()) static_cast<void>(uses_.work.TakeTurn());
 }
 
 bool StartUp::ReadState() {

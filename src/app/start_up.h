@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <memory>
 #include <string>
 
 #include "build/compiler_path.h"
@@ -13,6 +11,7 @@
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/registry_tools.h"
+#include "core/work.h"
 
 namespace gorbex {
 
@@ -31,10 +30,7 @@ class StartUp {
     const FileReader& files;
     CompilerPath& compiler;
     ReplacedValues& replaced;
-
-    /// This program's turn to build; null while another program has it. Whoever gets it writes back
-    /// what a killed run has left.
-    std::function<std::shared_ptr<void>()> takeTurn;
+    Work& work;  ///< who takes the turn to build writes back what a killed run has left
   };
 
   explicit StartUp(const Uses& uses) : uses_(uses) {}

@@ -47,8 +47,8 @@ void BuildRun::mnuFileBuild_Click() {
   if (turn == nullptr) return;
   const auto start = uses_.clock.Elapsed();
   Counters counters;
-  running_ = true;
-  stopping_ = mayEmpty_ = false;
+  auto task = uses_.work.Begin(Task::Run);
+  mayEmpty_ = false;
   gets_ = {};
   RunResult result = RunResult::Aborted;
   const Subscription lines =
@@ -63,31 +63,33 @@ void BuildRun::mnuFileBuild_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileBuild_Click").Run([&](Procedure& on) {
     result = Run(on, counters);
   });
-  if (!unamended_.empty() && !ending_) TellUnamended();
-  running_ = launched_ = false;
+  if (!unamended_.empty() && !uses_.work.Ends()) TellUnamended();
+  task.reset();
   events.Emit(
       RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start, unamended_});
 }
 
 void BuildRun::mnuFileStop_Click() {
-  if (running_ && !stopping_) {
-    stopping_ = true;
+  Work& work = uses_.work;
+  const bool isLaunched = work.Goes(Task::TestProject);
+  if (work.Goes(Task::Run) && !work.Stops()) {
+    work.StopAfterThis();
     uses_.window.SetStatus(
-        launched_ ? "Nothing is stopped: the build is done, and the test project is running"
-                  : "Stopping after this project");
+        isLaunched ? "Nothing is stopped: the build is done, and the test project is running"
+                   : "Stopping after this project");
     return;
   }
-  if (!uses_.shell.Waits()) return;
+  if (!work.Goes(Task::Program)) return;
   const Answer answer =
-      uses_.dialogs.Show({launched_ ? "The test project is still running. End it now?"
-                                    : "The compiler is still running. End it now?",
+      uses_.dialogs.Show({isLaunched ? "The test project is still running. End it now?"
+                                     : "The compiler is still running. End it now?",
                           Buttons::YesNo, MessageIcon::Exclamation});
   if (answer == Answer::Yes) uses_.shell.TerminateAll();
 }
 
 void BuildRun::End() {
-  stopping_ = ending_ = true;
-  uses_.shell.Close();
+  uses_.work.EndNow();
+  uses_.shell.TerminateAll();
 }
 
 RunResult BuildRun::Run(Procedure& on, Counters& counters) {
@@ -171,7 +173,7 @@ bool BuildRun::MayEmptyReferences() {
 
 // In the run: a project above may have failed.
 bool BuildRun::MayEmptyReferences(const std::string& path) {
-  if (mayEmpty_ || ending_) return mayEmpty_;
+  if (mayEmpty_ || uses_.work.Ends()) return mayEmpty_;
   auto lost = uses_.references.ComponentsWithoutIdentity(path, [](const auto&) { return false; });
   for (std::string& file : lost) file.insert(0, path + ": ");
   return lost.empty() || AskToEmpty(lost, "Do you wish to update this project's references?");
@@ -195,7 +197,7 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   const std::size_t count = window.lvwQueue.Count();
   std::size_t number = 0;
   const auto batch = uses_.latest.BeginBatch();
-  for (std::size_t i = 1; i <= count && !stopping_; ++i) {
+  for (std::size_t i = 1; i <= count && !uses_.work.Stops(); ++i) {
     const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
     if (row == nullptr || !row->Checked()) continue;
     const std::string path = row->SubItem(queue_column::kProject);
@@ -233,14 +235,14 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   debug.Undo(on);
   events.Emit(ProjectCompiled{path, succeeded, uses_.clock.Elapsed() - start,
                               uses_.compile.LastResult(), uses_.compile.LastProblem()});
-  if (succeeded || ending_ || !uses_.options.StopProcessing) return Pass::GoOn;
+  if (succeeded || uses_.work.Ends() || !uses_.options.StopProcessing) return Pass::GoOn;
   return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
 }
 
 void BuildRun::Prepare(Procedure& on, const std::string& path, DebugBuild& debug) {
   const clsOptions& options = uses_.options;
   if (options.GetLatest) GetLatest(on, path);
-  if (ending_) return;
+  if (uses_.work.Ends()) return;
   if (!options.Compatible) {
     events.Emit(StepStarted{path, BuildStep::Compatibility});
     on([&] { uses_.log.WriteLog("Breaking compatability on " + path); });
@@ -348,7 +350,7 @@ bool BuildRun::AskToGoOn(const std::string& path) {
 // Tells which projects were built from older sources, before the number of built projects.
 void BuildRun::TellOfLatest(Procedure& on) {
   const std::string text = gets_.Text();
-  if (!text.empty() && !ending_) on([&] { Tell(text); });
+  if (!text.empty() && !uses_.work.Ends()) on([&] { Tell(text); });
 }
 
 void BuildRun::NoteUnamended(const std::string& path) {
@@ -373,7 +375,7 @@ void BuildRun::Summarise(Procedure& on, const Counters& counters) {
     if (!uses_.options.StopProcessing) on([&] { Tell("Errors during the build process"); });
   } else if (counters.built == 0) {
     on([&] { Tell("No projects checked for build"); });
-  } else if (uses_.options.AutoLaunchVBP && !ending_) {
+  } else if (uses_.options.AutoLaunchVBP && !uses_.work.Ends()) {
     OfferAutoLaunch(on, counters);
   } else {
     on([&] { Tell("Built " + std::to_string(counters.built) + " components."); });
@@ -389,8 +391,7 @@ void BuildRun::OfferAutoLaunch(Procedure& on, const Counters& counters) {
   });
   if (answer != Answer::Yes) return;
   // The user works in it: it is not ended with this program.
-  launched_ = true;
-  stopping_ = false;
+  const auto task = uses_.work.Begin(Task::TestProject);
   on([&] {
     uses_.shell.RunAndWait(
         uses_.window.compilerPath + " \"" + uses_.options.AutoLaunchName + "\" /run",

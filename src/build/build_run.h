@@ -23,6 +23,7 @@
 #include "core/procedure.h"
 #include "core/run_events.h"
 #include "core/shell.h"
+#include "core/work.h"
 #include "platform/clock.h"
 #include "platform/event_pump.h"
 
@@ -41,6 +42,7 @@ class BuildRun {
     EventPump& events;
     const Clock& clock;
     Shell& shell;
+    Work& work;
     LatestSource& latest;
     ReferenceUpdate& references;
     ProjectValue& values;
@@ -62,8 +64,6 @@ class BuildRun {
   /// Ends the run without asking: ends the program being waited for, gives its project its values
   /// back, and starts nothing more.
   void End();
-
-  [[nodiscard]] bool Running() const { return running_; }
 
   RunEvents events;
 
@@ -119,12 +119,8 @@ class BuildRun {
 
   Uses uses_;
   std::vector<std::string> unamended_;  ///< by the present or the last run
-  bool running_ = false;
-  bool stopping_ = false;
-  bool launched_ = false;  ///< the run is at its test project
-  bool ending_ = false;
-  bool mayEmpty_ = false;  ///< the user has agreed that this run empties references
-  LatestReport gets_;      ///< of the present run
+  bool mayEmpty_ = false;               ///< the user has agreed that this run empties references
+  LatestReport gets_;                   ///< of the present run
 };
 
 }  // namespace gorbex

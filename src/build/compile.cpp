@@ -62,25 +62,14 @@ void Compile::RemoveStaleLog() {
   });
 }
 
-std::shared_ptr<void> Compile::TakeTurn() {
-  auto turn = turn_.lock();
-  if (turn != nullptr) return turn;
-  turn = keepOthersOut ? keepOthersOut() : std::make_shared<int>();
-  turn_ = turn;
-  if (turn != nullptr) turnTaken.Emit();
-  return turn;
+std::shared_ptr<void> Compile::BeginBuild() {
+  return Begin(Task::Build, uses_.work.MayBuild());
 }
 
-std::shared_ptr<void> Compile::BeginBuild() {
-  const bool isOurs = busy_ || !build_.expired();
-  auto turn = isOurs ? nullptr : TakeTurn();
-  if (turn == nullptr) {
-    uses_.window.SetStatus(isOurs ? kOwnTurn : kOthersTurn);
-    return nullptr;
-  }
-  auto build = std::make_shared<std::shared_ptr<void>>(std::move(turn));
-  build_ = build;
-  return build;
+std::shared_ptr<void> Compile::Begin(Task task, bool isFree) {
+  auto begun = isFree ? uses_.work.BeginAlone(task) : nullptr;
+  if (begun == nullptr) uses_.window.SetStatus(isFree ? kOthersTurn : kOwnTurn);
+  return begun;
 }
 
 bool Compile::CompileProject(const std::string& projectPath, const std::string& outDir) {
@@ -92,14 +81,12 @@ bool Compile::CompileInPlace(const std::string& projectPath) {
 }
 
 bool Compile::CompileInto(const std::string& folder, const std::string& projectPath) {
-  const auto turn = busy_ ? nullptr : TakeTurn();
-  if (turn == nullptr) {
-    if (!busy_) problem_ = kOthersTurn;
-    uses_.window.SetStatus(busy_ ? kOwnTurn : kOthersTurn);
+  const bool isFree = !uses_.work.Goes(Task::Compile);
+  const auto compile = Begin(Task::Compile, isFree);
+  if (compile == nullptr) {
+    if (isFree) problem_ = kOthersTurn;
     return false;
   }
-  busy_ = true;
-  const std::shared_ptr<void> done(nullptr, [this](void*) { busy_ = false; });
   Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { AskForCompiler(); }); });
   uses_.window.resultLogPath = QuotedResultLog();
   RemoveStaleLog();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,6 +12,7 @@
 #include "core/run_events.h"
 #include "core/shell.h"
 #include "core/signal.h"
+#include "core/work.h"
 #include "platform/file_system.h"
 
 namespace gorbex {
@@ -27,6 +27,7 @@ class Compile {
     Dialogs& dialogs;
     ActivityLog& log;
     CompilerPath& compiler;
+    Work& work;
     std::string programFolder;
   };
 
@@ -42,23 +43,9 @@ class Compile {
   /// Announces every compile that was not refused.
   Signal<CompileEnded> ended;
 
-  /// Whether a project is being compiled. All compiles share one result log, so there is only ever
-  /// one at a time: another is refused.
-  [[nodiscard]] bool Busy() const { return busy_; }
-
   /// The right of a command to build, until the result is released. Nothing, told on the status
   /// line, while another command or another program builds.
   [[nodiscard]] std::shared_ptr<void> BeginBuild();
-
-  /// Keeps other programs from building until all its results are released. Nothing while
-  /// another one builds.
-  [[nodiscard]] std::shared_ptr<void> TakeTurn();
-
-  /// Announced when the turn has just become this program's, before TakeTurn returns it.
-  Signal<> turnTaken;
-
-  /// How other programs are kept from building, as TakeTurn says; without it nobody else builds.
-  std::function<std::shared_ptr<void>()> keepOthersOut;
 
   /// Whether a result log tells of success. The text of a failure is added to the log text box.
   bool CheckLogFile(const std::string& logPath, const std::string& projectPath);
@@ -86,13 +73,11 @@ class Compile {
   [[nodiscard]] bool Compiled(const std::string& folder, const std::string& projectPath);
   [[nodiscard]] std::string CommandLine(const std::string& folder,
                                         const std::string& projectPath) const;
+  [[nodiscard]] std::shared_ptr<void> Begin(Task task, bool isFree);
   void RemoveStaleLog();
 
   Uses uses_;
   ErrorReport report_;
-  bool busy_ = false;
-  std::weak_ptr<void> turn_;
-  std::weak_ptr<void> build_;  ///< the command that builds
   std::string problem_;
   std::string resultLogProject_;
 };

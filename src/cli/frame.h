@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -8,10 +7,8 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <thread>
 
-#include "platform/event_pump.h"
-#include "platform/services.h"
+#include "platform/host.h"
 
 namespace gorbex::cli {
 
@@ -27,38 +24,6 @@ class Failure : public std::runtime_error {
  private:
   ExitStatus status_;
 };
-
-/// The system that the command line runs on.
-class Host {
- public:
-  virtual ~Host() = default;
-
-  [[nodiscard]] virtual PlatformServices Services(EventPump& events) = 0;
-
-  /// The program's path form of a path as the user typed it: a path of the host, or a Windows path.
-  /// Error 52 when it holds characters that no path of the program can hold.
-  [[nodiscard]] virtual std::string ProgramPath(const std::string& typed) const = 0;
-
-  /// Keeps other programs from building on the same system until the result is let go of. Null
-  /// while another program builds.
-  [[nodiscard]] virtual std::shared_ptr<void> BuildAlone() { return std::make_shared<int>(); }
-
-  /// Keeps other programs from changing build projects on the same system until the result is let
-  /// go of. Calls `onWait` before it waits for one that does so already.
-  [[nodiscard]] virtual std::shared_ptr<void> ChangeAlone(const std::function<void()>& /*onWait*/) {
-    return nullptr;
-  }
-
-  /// From now on the system's wish that the program end is noted instead of ending it at once.
-  virtual void ListenForEnd() {}
-  [[nodiscard]] virtual bool EndWanted() const { return false; }
-
-  /// Waits, but not on when the end is wanted.
-  virtual void Wait(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
-};
-
-/// Makes the host for the prefix named on the command line, if any.
-using HostFactory = std::function<std::unique_ptr<Host>(const std::optional<std::string>& prefix)>;
 
 /// Where a command reads and writes. Output is UTF-8.
 struct Streams {

@@ -62,7 +62,7 @@ void Serve(Frame& frame, const ServeArguments& arguments) {
   TimeLimit limit(session, std::chrono::seconds(arguments.timeLimit));
   session.onIdle = [&] {
     limit.Tick();
-    if (host.EndWanted()) program.mail.EndTick();
+    if (host.EndWanted()) program.work.StopAfterThis();
     session.EndStepOnRequest();
   };
   Start(program);

@@ -15,7 +15,6 @@ Session::Session(const Frame& frame) : frame_(frame), pump_(*this), dialogs_(fra
     throw Failure(ExitStatus::Unusable, Plain(error.Description()));
   }
   dialogs_.isEnding = [this] { return host_->EndWanted(); };
-  program_->compile.keepOthersOut = [this] { return host_->BuildAlone(); };
   dialogs_.fileOf = [this](const std::string& typed) { return FileOf(typed); };
   ListenForProblems();
   hasSettings_ = program_->start.ReadState();
@@ -48,7 +47,7 @@ void Session::Warn(const std::string& utf8) const {
 std::string Session::ProgramPath(const std::string& typed) const {
   if (typed.empty()) throw Failure(ExitStatus::Unusable, "the name of a file or folder is empty");
   try {
-    return host_->ProgramPath(typed);
+    return host_->TypedPath(typed);
   } catch (const RuntimeError& error) {
     if (error.Code() == ErrorNumber::BadFileName) {
       throw Failure(ExitStatus::Unusable,
@@ -62,7 +61,7 @@ std::string Session::ProgramPath(const std::string& typed) const {
 
 std::optional<std::string> Session::FileOf(const std::string& typed) const {
   try {
-    std::string path = host_->ProgramPath(typed);
+    std::string path = host_->TypedPath(typed);
     return FileExists(program_->platform.files, path) ? std::optional(path) : std::nullopt;
   } catch (const RuntimeError&) {
     return std::nullopt;
@@ -117,11 +116,11 @@ std::string Session::LoadedProject(const std::string& typedPath) const {
 }
 
 std::shared_ptr<void> Session::BuildAlone() const {
-  auto turn = program_->compile.TakeTurn();
+  auto turn = program_->work.TakeTurn();
   if (turn == nullptr) Warn("another build is running; waiting for its end");
   while (turn == nullptr && !host_->EndWanted()) {
     host_->Wait(std::chrono::milliseconds(100));
-    turn = program_->compile.TakeTurn();
+    turn = program_->work.TakeTurn();
   }
   return turn;
 }
@@ -132,7 +131,9 @@ std::shared_ptr<void> Session::ChangeAlone() const {
 }
 
 void Session::EndStepOnRequest() {
-  if (hasEndedStep_ || !host_->EndWanted() || !program_->session.AtWork()) return;
+  const Work& work = program_->work;
+  const bool isClientAtWork = work.Goes(Task::SourceControl) || work.Goes(Task::Login);
+  if (hasEndedStep_ || !host_->EndWanted() || !isClientAtWork) return;
   hasEndedStep_ = true;
   throw RuntimeError::WithDescription(ErrorNumber::AutomationError, "Ended on request");
 }

@@ -7,9 +7,10 @@ namespace gorbex::cli {
 TimeLimit::TimeLimit(Session& session, std::chrono::seconds limit)
     : session_(session), limit_(limit) {
   Program& program = session.program();
-  listening_ = program.shell.waitsChanged.Connect([this, &program] {
-    begun_.reset();
-    if (program.shell.Waits()) begun_ = program.platform.clock.Elapsed();
+  listening_ = program.work.changed.Connect([this, &program] {
+    const bool isWaiting = program.work.Goes(Task::Program);
+    if (!isWaiting) begun_.reset();
+    if (isWaiting && !begun_) begun_ = program.platform.clock.Elapsed();
   });
 }
 

@@ -24,7 +24,14 @@ class Command {
 
   [[nodiscard]] bool IsHandled() const { return static_cast<bool>(handler_); }
 
-  /// Runs the handler; false when the entry is disabled or has none.
+  /// Adds to `enabled` what has to hold when a user runs the entry.
+  void SetPossible(std::function<bool()> possible) { possible_ = std::move(possible); }
+
+  /// Whether a user can run the entry now: it is enabled, and what it needs holds. Front ends ask
+  /// before they run it.
+  [[nodiscard]] bool IsPossible() const { return enabled.Get() && (!possible_ || possible_()); }
+
+  /// Runs the handler, which reports what it lacks; false when the entry is disabled or has none.
   bool Execute() {
     if (!enabled.Get() || !handler_) return false;
     handler_();
@@ -40,6 +47,7 @@ class Command {
   std::string name_;
   std::string shortcut_;
   std::function<void()> handler_;
+  std::function<bool()> possible_;
 };
 
 }  // namespace gorbex

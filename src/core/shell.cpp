@@ -10,15 +10,11 @@ namespace gorbex {
 /// Keeps a process in the list of those waited for.
 class Shell::Waiting {
  public:
-  Waiting(Shell& shell, Process& process) : shell_(shell) {
+  Waiting(Shell& shell, Process& process) : shell_(shell), task_(shell.work_.Begin(Task::Program)) {
     shell_.running_.push_back({&process, false});
-    if (shell_.running_.size() == 1) shell_.waitsChanged.Emit();
   }
   // Waits nest, so the last to begin is the first to end.
-  ~Waiting() {
-    shell_.running_.pop_back();
-    if (shell_.running_.empty()) shell_.waitsChanged.Emit();
-  }
+  ~Waiting() { shell_.running_.pop_back(); }
   Waiting(const Waiting&) = delete;
   Waiting& operator=(const Waiting&) = delete;
 
@@ -26,6 +22,7 @@ class Shell::Waiting {
 
  private:
   Shell& shell_;
+  std::shared_ptr<void> task_;
 };
 
 bool Shell::ShellAndWait(const std::string& commandLine) {
@@ -35,7 +32,7 @@ bool Shell::ShellAndWait(const std::string& commandLine) {
 Shell::Ended Shell::RunAndWait(const std::string& commandLine, Life life) {
   // Long enough to leave the processor to the child, short enough for a window to feel alive.
   constexpr std::chrono::milliseconds kPatience{10};
-  if (isClosed_) return Ended::ByUs;
+  if (work_.Ends()) return Ended::ByUs;
   starting.Emit();
   const StartResult started = processes_.Start(commandLine);
   if (const auto* failure = std::get_if<RuntimeError>(&started)) throw *failure;
@@ -49,11 +46,6 @@ Shell::Ended Shell::RunAndWait(const std::string& commandLine, Life life) {
     if (waiting.IsTerminated()) return Ended::ByUs;
     return *exitCode == 0 ? Ended::Well : Ended::Badly;
   }
-}
-
-void Shell::Close() {
-  isClosed_ = true;
-  TerminateAll();
 }
 
 void Shell::TerminateAll() {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/signal.h"
+#include "core/work.h"
 #include "platform/event_pump.h"
 #include "platform/process.h"
 
@@ -12,7 +13,8 @@ namespace gorbex {
 /// Runs programs and waits for them while the user interface goes on.
 class Shell {
  public:
-  Shell(ProcessLauncher& processes, EventPump& events) : processes_(processes), events_(events) {}
+  Shell(ProcessLauncher& processes, EventPump& events, Work& work)
+      : processes_(processes), events_(events), work_(work) {}
 
   /// True exactly when the command ended with exit code 0. There is no time-out: a compiler may
   /// take its time. The error of the launcher when the command cannot be started.
@@ -23,24 +25,15 @@ class Shell {
   /// Whether a program is ended, where the system can do that, when this one is killed.
   enum class Life { EndsWithUs, ItsOwn };
 
-  /// As ShellAndWait, but an end by TerminateAll has its own result.
+  /// As ShellAndWait, but an end by TerminateAll has its own result, and so has a command that is
+  /// not started because everything is to end.
   Ended RunAndWait(const std::string& commandLine, Life life = Life::EndsWithUs);
 
   /// Announced before a program is started.
   Signal<> starting;
 
-  /// Announced when the first wait begins and when the last one ends.
-  Signal<> waitsChanged;
-
-  /// Whether a program is being waited for.
-  [[nodiscard]] bool Waits() const { return !running_.empty(); }
-
   /// Ends every program that is being waited for.
   void TerminateAll();
-
-  /// Ends every program that is being waited for and starts no other: from now on a command counts
-  /// as ended by the user before it began.
-  void Close();
 
  private:
   class Waiting;
@@ -51,7 +44,7 @@ class Shell {
 
   ProcessLauncher& processes_;
   EventPump& events_;
-  bool isClosed_ = false;
+  Work& work_;
   std::vector<Running> running_;  ///< waits can nest: a window lets the user start another
 };
 

@@ -32,7 +32,7 @@ void MailService::mnuToolsInBox_Click() {
         if (!entry.checked.Get()) {
           on([&] { uses_.window.tmrOutlook.enabled.Set(false); });
           kept_.reset();
-        } else if (!starting_) {
+        } else if (!uses_.work.Goes(Task::MailStart)) {
           Start(on);
         }
       });
@@ -41,8 +41,7 @@ void MailService::mnuToolsInBox_Click() {
 
 void MailService::Start(Procedure& on) {
   frmBuilder& window = uses_.window;
-  starting_ = true;
-  const std::shared_ptr<void> done(nullptr, [this](void*) { starting_ = false; });
+  const auto task = uses_.work.Begin(Task::MailStart);
   on([&] { uses_.mail.Open(Account()); });
   refused_.clear();
   told_.clear();
@@ -56,16 +55,13 @@ void MailService::Start(Procedure& on) {
 }
 
 void MailService::tmrOutlook_Timer() {
-  if (ticking_ || uses_.compile.Busy() || uses_.session.Busy()) return;
-  const auto turn = uses_.compile.TakeTurn();
-  if (turn == nullptr) return;
-  ticking_ = true;
-  const std::shared_ptr<void> done(nullptr, [this](void*) {
-    uses_.window.mousePointer.Set(MousePointer::Default);
-    ticking_ = serving_ = ending_ = false;
-  });
+  Work& work = uses_.work;
+  if (work.Goes(Task::Mailbox) || !work.MayBuild() || !work.MayUseSourceControl()) return;
+  const auto task = work.BeginAlone(Task::Mailbox);
+  if (task == nullptr) return;
   uses_.window.tmrOutlook.enabled.Set(false);
   RunTick();
+  uses_.window.mousePointer.Set(MousePointer::Default);
 }
 
 std::unique_ptr<MailTick> MailService::NewTick() {
@@ -73,8 +69,7 @@ std::unique_ptr<MailTick> MailService::NewTick() {
       uses_.window, uses_.options, uses_.files, uses_.log, uses_.mail, uses_.session, uses_.latest,
       uses_.compile, uses_.events,
       SenderList(uses_.registry.fnsGetRegistryValue(kProgramKey, mail_setting::kAllowedSenders)),
-      refused_, [this] { return ending_; }, [this] { serving_ = true; },
-      [this](const std::string& why) { TellOnce(why); }});
+      refused_, uses_.work, [this](const std::string& why) { TellOnce(why); }});
 }
 
 void MailService::RunTick() {

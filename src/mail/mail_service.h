@@ -11,6 +11,7 @@
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/registry_tools.h"
+#include "core/work.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/mail.h"
@@ -35,6 +36,7 @@ class MailService {
     SourceSafeSession& session;
     LatestSource& latest;
     Compile& compile;
+    Work& work;
     EventPump& events;
   };
 
@@ -48,14 +50,8 @@ class MailService {
   /// with source control; the next tick tries again.
   void tmrOutlook_Timer();
 
-  /// Whether a request is being performed.
-  [[nodiscard]] bool Serving() const { return serving_; }
-
   /// Whether the server of the mailbox went away; requests wait until it is back.
   [[nodiscard]] bool MailboxIsAway() const { return isAway_; }
-
-  /// Ends the tick when the request that is being performed is answered.
-  void EndTick() { ending_ = ticking_; }
 
  private:
   [[nodiscard]] MailAccount Account() const;
@@ -70,10 +66,6 @@ class MailService {
 
   Uses uses_;
   std::set<std::string> refused_;
-  bool starting_ = false;
-  bool ticking_ = false;
-  bool serving_ = false;
-  bool ending_ = false;
   std::set<std::string> told_;
   std::unique_ptr<MailTick> kept_;  ///< has a request to mark when its server is back
   bool hasSeenMailbox_ = false;

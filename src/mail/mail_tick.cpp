@@ -49,7 +49,7 @@ void MailTick::Run() {
   }
   sawMailbox_ = true;
   const std::size_t count = At([&] { return folder->Count(); });
-  for (std::size_t i = 1; i <= count && !uses_.stops(); ++i) {
+  for (std::size_t i = 1; i <= count && !uses_.work.Stops(); ++i) {
     mail_.reset();
     sender_.clear();
     mail_ = At([&] { return folder->Item(i); });
@@ -59,7 +59,7 @@ void MailTick::Run() {
       break;
     }
     At([&] { uses_.events.DoEvents(); });
-    if (!uses_.stops()) Serve();
+    if (!uses_.work.Stops()) Serve();
   }
 }
 
@@ -110,7 +110,7 @@ void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
 
 void MailTick::Serve() {
   At([&] { uses_.window.menu.mnuFileBuild.enabled.Set(false); });
-  uses_.serves();
+  const auto task = uses_.work.Begin(Task::Request);
   sender_ = OnOneLine(mail_->SenderName());
   const auto body = At([&] { return mail_->Body(); });
   if (!body) return;

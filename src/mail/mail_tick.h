@@ -12,6 +12,7 @@
 #include "core/latest_source.h"
 #include "core/main_window.h"
 #include "core/options.h"
+#include "core/work.h"
 #include "mail/mail_reply.h"
 #include "mail/mail_request.h"
 #include "mail/sender_list.h"
@@ -38,8 +39,7 @@ class MailTick {
     EventPump& events;
     SenderList senders;
     std::set<std::string>& refused;  ///< what the log has said of requests left alone
-    std::function<bool()> stops;     ///< asked between two requests
-    std::function<void()> serves;    ///< told when a request begins
+    Work& work;
     std::function<void(const std::string& why)> waits;  ///< told when requests are left for later
   };
 

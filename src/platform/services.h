@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
 #include "platform/clock.h"
@@ -27,6 +29,9 @@ struct PlatformServices {
   SourceControl& sourceControl;
   Mail& mail;
   std::string programFolder;  ///< Windows path of the program's own folder
+
+  /// Keeps other programs from building while the result lives; null while another one builds.
+  std::function<std::shared_ptr<void>()> keepOthersOut;
 
   /// The usual reason why a component cannot be registered here; empty for none.
   std::string registrationAdvice{};

@@ -9,28 +9,15 @@ RuntimeError NoSuchItem(const std::string& spec) {
                                        "There is no item '" + spec + "' in the database");
 }
 
-std::shared_ptr<void> SourceSafeSession::Use() {
-  ++uses_;
-  return {nullptr, [this](void*) { --uses_; }};
-}
-
-std::shared_ptr<void> SourceSafeSession::Reserve() {
-  ++reservations_;
-  return {nullptr, [this](void*) { --reservations_; }};
-}
-
-std::shared_ptr<void> SourceSafeSession::Asking() {
-  asking_ = true;
-  return {nullptr, [this](void*) { asking_ = false; }};
-}
-
 bool SourceSafeSession::Refuses() {
-  if (Busy()) window_.SetStatus("Source-Control is busy");
-  return Busy();
+  if (work_.MayUseSourceControl()) return false;
+  window_.SetStatus("Source-Control is busy");
+  return true;
 }
 
 void SourceSafeSession::LoginToSourceSafe() {
-  if (loggedIn_ || disabled_ || asking_) return;
+  // A timer or the user may call for a login while one goes on.
+  if (loggedIn_ || disabled_ || work_.Goes(Task::Login)) return;
   Procedure(report_, ": frmBuilder.LoginToSourceSafe").Run([&](Procedure& on) {
     if (window_.IniPath.empty()) {
       on([&] { mnuToolsLogin_Click(); });
@@ -41,9 +28,9 @@ void SourceSafeSession::LoginToSourceSafe() {
 }
 
 void SourceSafeSession::mnuToolsLogin_Click() {
-  if (asking_) return;
+  if (work_.Goes(Task::Login)) return;
   Procedure(report_, ": frmBuilder.mnuToolsLogin_Click").Run([&](Procedure& on) {
-    auto asking = Asking();
+    auto asking = work_.Begin(Task::Login);
     const auto path = on([&] {
       return dialogs_.OpenFile({"Open SourceSafe database", "INI FIles (*.ini)|*.ini", "*.ini"});
     });
@@ -59,7 +46,7 @@ void SourceSafeSession::Login(Procedure& on) {
   form.txtUserName.text.Set(window_.UserName);
   form.mayStayEmpty = database_.KnowsUsers(window_.IniPath);
   LoginDialog dialog(form, database_, dialogs_, report_);
-  const auto asking = Asking();
+  const auto asking = work_.Begin(Task::Login);
   on([&] { dialog.ShowLogin(window_.IniPath); });
   failure_ = form.failure;
   if (form.LoginSucceeded) {

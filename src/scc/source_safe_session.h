@@ -6,6 +6,7 @@
 #include "core/dialogs.h"
 #include "core/main_window.h"
 #include "core/procedure.h"
+#include "core/work.h"
 #include "platform/runtime_error.h"
 #include "platform/source_control.h"
 
@@ -24,9 +25,9 @@ struct LocalPlace {
 /// until the program ends. A login that the user cancels switches source control off for the run.
 class SourceSafeSession {
  public:
-  SourceSafeSession(frmBuilder& window, SourceControl& database, Dialogs& dialogs,
+  SourceSafeSession(frmBuilder& window, SourceControl& database, Work& work, Dialogs& dialogs,
                     ErrorReport& report)
-      : window_(window), database_(database), dialogs_(dialogs), report_(report) {}
+      : window_(window), database_(database), work_(work), dialogs_(dialogs), report_(report) {}
 
   /// Called at the start of every source-control command; does nothing when the session is open,
   /// switched off, or being opened at this moment.
@@ -53,15 +54,10 @@ class SourceSafeSession {
   [[nodiscard]] SourceControl& Database() { return database_; }
 
   /// Held during any work with the database. The client lets the user act meanwhile.
-  [[nodiscard]] std::shared_ptr<void> Use();
+  [[nodiscard]] std::shared_ptr<void> Use() { return work_.Begin(Task::SourceControl); }
 
   /// Held during repeated work with the database, while no other command may change it.
-  [[nodiscard]] std::shared_ptr<void> Reserve();
-
-  [[nodiscard]] bool Busy() const { return uses_ > 0 || reservations_ > 0; }
-
-  /// Whether the client may be at work: in use, or the database is being opened.
-  [[nodiscard]] bool AtWork() const { return uses_ > 0 || asking_; }
+  [[nodiscard]] std::shared_ptr<void> Reserve() { return work_.Begin(Task::Batch); }
 
   /// True, shown on the status line, when another command is at work.
   [[nodiscard]] bool Refuses();
@@ -70,17 +66,14 @@ class SourceSafeSession {
   void Login(Procedure& on);
   void Open(Procedure& on, const std::string& user);
   void StayClosed(Procedure& on, bool cancelled);
-  [[nodiscard]] std::shared_ptr<void> Asking();
 
   frmBuilder& window_;
   SourceControl& database_;
+  Work& work_;
   Dialogs& dialogs_;
   ErrorReport& report_;
   bool loggedIn_ = false;
   bool disabled_ = false;
-  bool asking_ = false;  ///< a timer or the user may call for a login while one goes on
-  int uses_ = 0;
-  int reservations_ = 0;
   std::string failure_;  ///< of the last login
 };
 

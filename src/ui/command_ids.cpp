@@ -1,7 +1,5 @@
 #include "ui/command_ids.h"
 
-#include <utility>
-
 namespace gorbex::ui {
 
 int CommandIds::IdOf(Command& command) {
@@ -11,27 +9,18 @@ int CommandIds::IdOf(Command& command) {
   const int id = entry->second;
   frame_.Bind(
       wxEVT_MENU,
-      [this, &command](wxCommandEvent&) {
-        if (IsPossible(command)) command.Execute();
+      [&command](wxCommandEvent&) {
+        if (command.IsPossible()) command.Execute();
       },
       id);
   frame_.Bind(
-      wxEVT_UPDATE_UI, [this, &command](wxUpdateUIEvent& event) { OnUpdate(command, event); }, id);
+      wxEVT_UPDATE_UI,
+      [&command](wxUpdateUIEvent& event) {
+        event.Enable(command.IsPossible());
+        if (event.IsCheckable()) event.Check(command.checked.Get());
+      },
+      id);
   return id;
-}
-
-void CommandIds::OfferOnlyWhen(Command& command, std::function<bool()> possible) {
-  possible_.insert_or_assign(&command, std::move(possible));
-}
-
-bool CommandIds::IsPossible(const Command& command) const {
-  const auto found = possible_.find(&command);
-  return found == possible_.end() || found->second();
-}
-
-void CommandIds::OnUpdate(const Command& command, wxUpdateUIEvent& event) {
-  event.Enable(command.enabled.Get() && IsPossible(command));
-  if (event.IsCheckable()) event.Check(command.checked.Get());
 }
 
 }  // namespace gorbex::ui

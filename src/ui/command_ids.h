@@ -3,7 +3,6 @@
 #include <wx/frame.h>
 #include <wx/windowid.h>
 
-#include <functional>
 #include <unordered_map>
 
 #include "core/command.h"
@@ -20,16 +19,9 @@ class CommandIds {
   /// frame.
   [[nodiscard]] int IdOf(Command& command);
 
-  /// Greys a command out, in addition to its own state, while `possible` is false.
-  void OfferOnlyWhen(Command& command, std::function<bool()> possible);
-
  private:
-  [[nodiscard]] bool IsPossible(const Command& command) const;
-  void OnUpdate(const Command& command, wxUpdateUIEvent& event);
-
   wxFrame& frame_;
   std::unordered_map<const Command*, wxWindowIDRef> ids_;  ///< reserved for the commands
-  std::unordered_map<const Command*, std::function<bool()>> possible_;
 };
 
 }  // namespace gorbex::ui

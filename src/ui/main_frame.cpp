@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 
+#include "app/offered_commands.h"
 #include "core/node_key.h"
 #include "ui/about.h"
 #include "ui/details_block.h"
@@ -34,20 +35,6 @@ std::vector<ListColumn> ReferenceColumns() {
           {"Registered", 84}, {"Description", 84}, {"Verdict", 190}};
 }
 
-bool HasProjects(const TreeView& tree) {
-  return tree.Count() > 1;
-}
-
-bool IsProjectSelected(const TreeView& tree) {
-  const TreeNode* node = tree.Selected();
-  return node != nullptr && node->KeyStartsWith(node_prefix::kProject);
-}
-
-bool IsInProject(const TreeView& tree) {
-  const TreeNode* node = tree.Selected();
-  return node != nullptr && node->Parent() != nullptr;
-}
-
 // Commands that only a window can run.
 std::array<Command*, 4> OwnCommands(MainMenu& menu) {
   return {&menu.mnuHelpAbout, &menu.mnuToolsFind, &menu.mnuToolsFindNext,
@@ -72,7 +59,6 @@ MainFrame::MainFrame(Program& program)
   status_ = new RunStatusBar(this, program_.window, program_.run.events);
   SetStatusBar(status_);
   MakePanes();
-  OfferCommands();
   BindData();
   BindQueue();
   FollowState();
@@ -162,52 +148,13 @@ Pane* MainFrame::MakeQueuePane(wxWindow* parent) {
   hint->SetName("queueHint");
   pane->SetContent(queue_, hint);
   const auto drop = [this] {
-    if (!program_.run.Running()) program_.queue.lvwQueue_DragDrop("tvwProjects");
+    if (program_.window.menu.mnuQueueAdd.IsPossible()) {
+      program_.queue.lvwQueue_DragDrop("tvwProjects");
+    }
   };
   queue_->SetDropTarget(new ProjectDropTarget(drop));
   hint->SetDropTarget(new ProjectDropTarget(drop));
   return pane;
-}
-
-void MainFrame::OfferCommands() {
-  frmBuilder& window = program_.window;
-  MainMenu& menu = window.menu;
-  const auto offer = [this](std::initializer_list<Command*> commands,
-                            const std::function<bool()>& possible) {
-    for (Command* command : commands) ids_.OfferOnlyWhen(*command, possible);
-  };
-  // A run walks the queue and its projects, and all compiles share one result log.
-  const auto isIdle = [this] { return !program_.run.Running(); };
-  const auto compiles = [this] { return program_.run.Running() || program_.compile.Busy(); };
-  offer({&menu.mnuFileNew, &menu.mnuFileOpen}, isIdle);
-  for (Command& entry : menu.mnuFileMRU) offer({&entry}, isIdle);
-  const auto isFree = [this] { return !program_.session.Busy(); };
-  offer({&menu.mnuFileBuild}, [=] { return !compiles() && isFree(); });
-  offer({&menu.mnuQueueMoveUp, &menu.mnuQueueMoveDown, &menu.mnuQueueRemove},
-        [=, &window] { return isIdle() && window.lvwQueue.Selected() != nullptr; });
-  offer({&menu.mnuQueueTest}, [&] { return window.lvwQueue.Selected() != nullptr; });
-  offer({&menu.mnuQueueBuild},
-        [=, &window] { return !compiles() && window.lvwQueue.Selected() != nullptr; });
-  offer({&menu.mnuQueueArrange, &menu.mnuQueueEmpty},
-        [=, &window] { return isIdle() && window.lvwQueue.Count() > 0; });
-  offer({&menu.mnuQueueMarkAll, &menu.mnuQueueUnMarkAll},
-        [&] { return window.lvwQueue.Count() > 0; });
-  offer({&menu.mnuTreePopupGetLatest},
-        [=, &window] { return isFree() && IsProjectSelected(window.tvwProjects); });
-  offer({&menu.mnuToolsLabel, &menu.mnuToolsHighlight}, isFree);
-  offer({&menu.mnuTreePopupRemoveProject},
-        [=, &window] { return isIdle() && IsProjectSelected(window.tvwProjects); });
-  offer({&menu.mnuTreePopupBuildNowDefault, &menu.mnuTreePopupBuildNowNewLocation},
-        [=, &window] { return !compiles() && IsProjectSelected(window.tvwProjects); });
-  offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
-        [=, &menu] { return isFree() && menu.mnuToolsGetLatest.enabled.Get(); });
-  offer({&menu.mnuQueueAdd}, [=, &window] { return isIdle() && IsInProject(window.tvwProjects); });
-  offer({&menu.mnuQueueAddAll},
-        [=, &window] { return isIdle() && HasProjects(window.tvwProjects); });
-  offer({&menu.mnuDataPopupReg, &menu.mnuDataPopupUnReg},
-        [&] { return window.lvwData.Selected() != nullptr; });
-  offer({&menu.mnuDataPopupBrowse},
-        [=, &window] { return isFree() && window.lvwData.Selected() != nullptr; });
 }
 
 ProjectTree::Gestures MainFrame::TreeGesturesOf() {
@@ -238,11 +185,8 @@ void MainFrame::BindData() {
 void MainFrame::BindQueue() {
   queue_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { Popup(menus_->QueuePopup()); });
   queue_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
-    ListRow* row = program_.window.lvwQueue.Selected();
-    const int key = event.GetKeyCode();
-    if (key == WXK_DELETE && row != nullptr && !program_.run.Running()) {
-      program_.window.menu.mnuQueueRemove.Execute();
-    }
+    Command& remove = program_.window.menu.mnuQueueRemove;
+    if (event.GetKeyCode() == WXK_DELETE && remove.IsPossible()) remove.Execute();
     event.Skip();
   });
   // Some systems' lists take the space bar for a double click and tell of no key.
@@ -401,7 +345,7 @@ void MainFrame::OnClose(wxCloseEvent& event) {
 // When the scan is over: its client lets the window go on while it works.
 void MainFrame::TellNotCompared() {
   constexpr std::size_t kMost = 10;
-  if (notCompared_.empty() || program_.session.Busy() || openDialogs_.Any()) return;
+  if (notCompared_.empty() || !program_.work.MayUseSourceControl() || openDialogs_.Any()) return;
   std::string text = "These projects could not be compared:\r\n";
   for (std::size_t i = 0; i < std::min(kMost, notCompared_.size()); ++i) {
     text += "\r\n" + notCompared_[i];

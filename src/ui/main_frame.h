@@ -37,7 +37,6 @@ class MainFrame : public wxFrame {
   [[nodiscard]] ProjectTree::Gestures TreeGesturesOf();
   void BindData();
   void BindQueue();
-  void OfferCommands();
   void FollowState();
   void FollowPosition();
   void TellPosition();

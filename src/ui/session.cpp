@@ -4,13 +4,13 @@
 #include <wx/weakref.h>
 
 #include "ui/main_frame.h"
+#include "ui/system_window.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 
 Session::Session(Host& host)
     : host_(host), dialogs_(host), program_(host.Services(events_), dialogs_) {
-  program_.compile.keepOthersOut = [this] { return host_.BuildAlone(); };
   findings_ = program_.findings.told.Connect([this](const std::string& text) {
     dialogs_.Show({text, Buttons::Ok, MessageIcon::Exclamation});
   });
@@ -35,14 +35,14 @@ void Session::FollowUsersSession(wxFrame* frame) {
   const wxWeakRef<wxFrame> window(frame);
   wxTheApp->Bind(wxEVT_QUERY_END_SESSION, [this, window](wxCloseEvent& event) {
     if (!window || program_.shutDown.SessionMayEnd() || !event.CanVeto()) return;
-    host_.TellWhySessionWaits(*window, "The build project is not saved.");
+    TellWhySessionWaits(*window, "The build project is not saved.");
     event.Veto();
     window->CallAfter([window] {
       if (window) window->Close();
     });
   });
   wxTheApp->Bind(wxEVT_END_SESSION, [this, window](wxCloseEvent&) {
-    if (window) host_.TellWhySessionWaits(*window, "A build is being ended.");
+    if (window) TellWhySessionWaits(*window, "A build is being ended.");
     program_.shutDown.SessionEnds();
   });
 }
@@ -50,7 +50,11 @@ void Session::FollowUsersSession(wxFrame* frame) {
 std::string Session::CommandLine(const std::string& typed) const {
   if (typed.empty() || typed == "show") return typed;
   // The program reports that it cannot open a file without a path.
-  return host_.TypedPath(typed).value_or(FromWx(wxString::FromUTF8(typed)));
+  try {
+    return host_.TypedPath(typed);
+  } catch (const RuntimeError&) {
+    return FromWx(wxString::FromUTF8(typed));
+  }
 }
 
 }  // namespace gorbex::ui

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "app/program.h"
+#include "platform/host.h"
 #include "ui/event_loop_pump.h"
-#include "ui/host.h"
 #include "ui/window_dialogs.h"
 
 namespace gorbex::ui {

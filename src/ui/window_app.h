@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "ui/host.h"
+#include "platform/host.h"
 #include "ui/session.h"
 
 namespace gorbex::ui {

@@ -15,6 +15,7 @@
 #include "ui/login_window.h"
 #include "ui/message_window.h"
 #include "ui/options_window.h"
+#include "ui/system_window.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
@@ -29,13 +30,13 @@ std::string WholeFilter(const std::string& filter) {
   return filter.find('|') == std::string::npos ? filter + "|*" : filter;
 }
 
-wxString WildcardOf(const std::string& filter, const HostPaths& paths) {
+wxString WildcardOf(const std::string& filter) {
   if (filter.empty()) return wxFileSelectorDefaultWildcardStr;
   wxString wildcard;
   bool isPattern = false;
   for (const auto part : Split(WholeFilter(filter), '|')) {
     if (!wildcard.empty()) wildcard += '|';
-    wildcard += ToWx(isPattern ? paths.FilePattern(std::string(part)) : std::string(part));
+    wildcard += ToWx(isPattern ? FilePattern(std::string(part)) : std::string(part));
     isPattern = !isPattern;
   }
   return wildcard;
@@ -71,7 +72,7 @@ Answer WindowDialogs::Show(const Message& message) {
 }
 
 std::optional<std::string> WindowDialogs::Chosen(const wxString& hostPath) {
-  auto path = paths_.ProgramPath(hostPath.utf8_string());
+  auto path = host_.ProgramPath(hostPath.utf8_string());
   if (!path) {
     Show({FromWx(hostPath) +
               " holds a character that is not in the system's code page, or in no Windows path.",
@@ -82,10 +83,9 @@ std::optional<std::string> WindowDialogs::Chosen(const wxString& hostPath) {
 
 std::optional<std::string> WindowDialogs::ChooseFile(const FileChoice& choice, long style) {
   const bool isPattern = choice.name.find('*') != std::string::npos;
-  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(paths_.FirstFolder());
+  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(host_.FirstFolder());
   wxFileDialog dialog(Parent(), TitleOf(choice.title, "Save"), lastFolder_,
-                      isPattern ? wxString() : ToWx(choice.name), WildcardOf(choice.filter, paths_),
-                      style);
+                      isPattern ? wxString() : ToWx(choice.name), WildcardOf(choice.filter), style);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   lastFolder_ = dialog.GetDirectory();
   if ((style & wxFD_SAVE) == 0) return Chosen(dialog.GetPath());
@@ -116,7 +116,7 @@ std::optional<std::string> WindowDialogs::SaveFile(const FileChoice& choice) {
 }
 
 std::optional<std::string> WindowDialogs::BrowseForDir(const std::string& title) {
-  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(paths_.FirstFolder());
+  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(host_.FirstFolder());
   wxDirDialog dialog(Parent(), ToWx(title), lastFolder_, wxDD_DEFAULT_STYLE);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   return Chosen(dialog.GetPath());

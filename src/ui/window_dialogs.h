@@ -6,15 +6,15 @@
 #include <string>
 
 #include "core/dialogs.h"
-#include "ui/host_paths.h"
+#include "platform/host.h"
 
 namespace gorbex::ui {
 
 /// The program's questions in windows of the toolkit.
 class WindowDialogs : public Dialogs {
  public:
-  /// The paths must outlive this object.
-  explicit WindowDialogs(const HostPaths& paths) : paths_(paths) {}
+  /// The host must outlive this object.
+  explicit WindowDialogs(const Host& host) : host_(host) {}
 
   /// The window above which dialogs appear; it is shown before the first. Null for none.
   void SetParent(wxWindow* parent) { parent_ = parent; }
@@ -36,7 +36,7 @@ class WindowDialogs : public Dialogs {
   [[nodiscard]] std::optional<std::string> ChosenWithExtension(const wxString& hostPath,
                                                                const std::string& filter);
 
-  const HostPaths& paths_;
+  const Host& host_;
   wxWindow* parent_ = nullptr;
   wxString lastFolder_;
 };

@@ -130,7 +130,7 @@ TEST_F(BuildInterruptionTest, LeavesItsTurnToAnotherProgram) {
   frmBuilder& window = program.window;
   std::weak_ptr<void> held;
   bool isFree = false;
-  program.compile.keepOthersOut = [&]() -> std::shared_ptr<void> {
+  platform.turn = [&]() -> std::shared_ptr<void> {
     EXPECT_TRUE(held.expired()) << "a run and its compiles share one turn";
     if (!isFree) return nullptr;
     auto turn = std::make_shared<int>();
@@ -165,8 +165,9 @@ TEST_F(BuildInterruptionTest, IsPutRightByTheNextStartWhenItWasKilled) {
   program.options.DebugBuild = "True";
   std::string project, note;
   DuringTheCompile([&] {
-    Program other(platform.Services(), dialogs);
-    other.compile.keepOthersOut = [] { return nullptr; };
+    PlatformServices services = platform.Services();
+    services.keepOthersOut = [] { return nullptr; };
+    Program other(services, dialogs);
     other.start.Form_Load();
     project = platform.files.Text(kCore);
     note = platform.files.Text(kNote);

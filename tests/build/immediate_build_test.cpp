@@ -79,7 +79,7 @@ TEST_F(ImmediateBuildTest, IsRefusedWhileAnotherProjectIsCompiled) {
   Run(here);
   EXPECT_TRUE(asked);
   EXPECT_EQ(compiledSources.size(), 1U);
-  EXPECT_FALSE(program.compile.Busy());
+  EXPECT_FALSE(program.work.Goes(Task::Compile));
 }
 
 TEST_F(ImmediateBuildTest, SpoilsNothingOfWhoeverElseBuilds) {
@@ -92,7 +92,7 @@ TEST_F(ImmediateBuildTest, SpoilsNothingOfWhoeverElseBuilds) {
   program.run.mnuFileBuild_Click();
   Steps();
   EXPECT_EQ(CountOf(window.registrationScript, "\r\n"), 7U);
-  program.compile.keepOthersOut = [] { return nullptr; };
+  platform.turn = [] { return nullptr; };
   for (Command* entry : {&here, &elsewhere, &menu.mnuQueueBuild}) {
     EXPECT_EQ(Run(*entry),
               Journal{"status Another program is building; try again when it is done"});

@@ -69,16 +69,19 @@ class CliFixture : public ::testing::Test {
   std::string file;  ///< the group's build project
 
  private:
-  class MemoryHost : public cli::Host {
+  class MemoryHost : public Host {
    public:
     explicit MemoryHost(MemoryPlatform& memory) : memory_(memory) {}
     PlatformServices Services(EventPump& events) override {
       const PlatformServices all = memory_.Services();
-      return {all.files, all.registry,      all.processes,         all.clock,
-              events,    all.components,    all.objects,           all.sourceControl,
-              all.mail,  all.programFolder, all.registrationAdvice};
+      return {all.files, all.registry,      all.processes,     all.clock,
+              events,    all.components,    all.objects,       all.sourceControl,
+              all.mail,  all.programFolder, all.keepOthersOut, all.registrationAdvice};
     }
-    [[nodiscard]] std::string ProgramPath(const std::string& typed) const override { return typed; }
+    [[nodiscard]] std::string TypedPath(const std::string& typed) const override { return typed; }
+    [[nodiscard]] std::optional<std::string> ProgramPath(const std::string& path) const override {
+      return path;
+    }
     [[nodiscard]] bool EndWanted() const override { return waits_ > 2; }
     void Wait(std::chrono::milliseconds time) override {
       memory_.journal.push_back("wait " + std::to_string(time.count()));

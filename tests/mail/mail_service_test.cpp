@@ -171,7 +171,7 @@ TEST_F(MailServiceTest, StepsBackBehindWhatTheUserDoes) {
   const std::string body = "BUILD,PRO " + core + ",";
   const auto compile = platform.processes.otherwise;
   platform.processes.otherwise = [&](const std::string& command) {
-    EXPECT_TRUE(program.mail.Serving());
+    EXPECT_TRUE(program.work.Goes(Task::Request));
     dialogs.answers = {Answer::Yes};
     EXPECT_FALSE(program.shutDown.Form_QueryUnload());
     window.tmrOutlook.elapsed.Emit();

@@ -121,8 +121,7 @@ TEST(GitLogin, ShowsThePasswordToTheRightHostAlone) {
         "Password for 'https://one:80': ", "Password for 'http://one@evil': ",
         "Password for 'http://one': ", "Password for 'http://two': ",
         "Password for 'ftp://one:80': ", "Password for 'http://two/@evil': ", "show"}) {
-    const char* arguments[] = {"gorbex", question};
-    const auto status = AnswerAskPass(2, arguments, environment, out);
+    const auto status = AnswerAskPass({question}, environment, out);
     codes += status ? std::to_string(*status) : "-";
   }
   EXPECT_EQ(codes + out.str(), "000011111-anna\npw\npw\npw\n");

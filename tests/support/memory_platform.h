@@ -23,6 +23,7 @@ struct MemoryPlatform {
   MemoryComponents objects{journal};
   MemorySourceControl sourceControl{journal};
   MemoryMail mail{journal, files};
+  std::function<std::shared_ptr<void>()> turn = [] { return std::make_shared<int>(); };
   std::string programFolder = "C:\\Program Files\\GorbexBuilder";
 
   MemoryPlatform() { files.AddFolder(programFolder); }
@@ -40,6 +41,7 @@ struct MemoryPlatform {
             sourceControl,
             mail,
             programFolder,
+            [this] { return turn(); },
             "ask an administrator"};
   }
 };

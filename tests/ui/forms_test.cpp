@@ -91,17 +91,15 @@ TEST_F(FormsTest, TheLogOfADayIsShownBesideTheMainWindow) {
 }
 
 TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
-  class Paths : public ui::HostPaths {
+  class NoHost : public Host {
+    PlatformServices Services(EventPump&) override { throw RuntimeError(ErrorNumber::InvalidCall); }
+    [[nodiscard]] std::string TypedPath(const std::string& typed) const override { return typed; }
     [[nodiscard]] std::optional<std::string> ProgramPath(const std::string&) const override {
       return std::nullopt;
     }
-    [[nodiscard]] std::string FirstFolder() const override { return {}; }
-    [[nodiscard]] std::string FilePattern(const std::string& pattern) const override {
-      return pattern;
-    }
   };
-  const Paths paths;
-  ui::WindowDialogs windows(paths);
+  const NoHost host;
+  ui::WindowDialogs windows(host);
   windows.SetParent(frame);
   struct Case {
     Buttons buttons;

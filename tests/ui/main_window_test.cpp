@@ -104,7 +104,8 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   Asked();
 
   user.Presses(WXK_F7);
-  ASSERT_TRUE(User::Sees([&] { return !program->run.Running() && Icons() == "buildok buildok"; }));
+  ASSERT_TRUE(
+      User::Sees([&] { return !program->work.Goes(Task::Run) && Icons() == "buildok buildok"; }));
   EXPECT_EQ(Asked(), Journal{"show Built 2 components."});
   auto& queue = The<StateList>("lvwQueue");
   EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
@@ -144,7 +145,7 @@ TEST_F(MainWindowTest, ListsEveryFailedProjectWithWhatTheCompilerWrote) {
   window.compilerPath = compiler;
   std::filesystem::rename(bench.Product() / "kept", bench.Product() / "Core/modErrors.bas");
   user.Presses(WXK_F7);
-  ASSERT_TRUE(User::Sees([&] { return !program->run.Running(); }));
+  ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
   EXPECT_EQ(Icons().find("builderror"), std::string::npos);
   User::Waits();
   EXPECT_EQ(Shown("txtLogFile"), nullptr) << "nothing failed in the last run";
@@ -155,7 +156,7 @@ TEST_F(MainWindowTest, ShowsFailuresAndHidesThemAtTheNextClick) {
       << "Attribute VB_Name = \"modErrors\"\r\nSub Main()\r\n";
   Open(kProduct);
   user.Presses(WXK_F7);
-  ASSERT_TRUE(User::Sees([&] { return !program->run.Running(); }));
+  ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
   EXPECT_EQ(Icons().substr(0, 10), "builderror");
   auto& log = The<wxTextCtrl>("txtLogFile");
   EXPECT_NE(log.GetValue().Find("StoreCore.vbp"), wxNOT_FOUND);

@@ -3,70 +3,26 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "cli/cli.h"
 #include "platform/git/ask_pass.h"
 #include "platform/linux/end_signal.h"
-#include "platform/linux/platform.h"
-#include "platform/linux/program_lock.h"
-#include "platform/linux/typed_path.h"
+#include "platform/linux/host.h"
 
 namespace {
-
-std::optional<std::string> Environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
-}
-
-class LinuxHost : public gorbex::cli::Host {
- public:
-  explicit LinuxHost(const std::optional<std::string>& prefix)
-      : platform_(gorbex::Prefix::Choose(prefix, Environment)) {}
-
-  gorbex::PlatformServices Services(gorbex::EventPump& events) override {
-    return platform_.Services(events);
-  }
-
-  [[nodiscard]] std::string ProgramPath(const std::string& typed) const override {
-    return gorbex::ProgramPathOf(platform_.GetPrefix(), typed);
-  }
-
-  std::shared_ptr<void> BuildAlone() override {
-    return gorbex::ProgramLock::Try(gorbex::ProgramLock::ToBuild(platform_.GetPrefix().Root()));
-  }
-
-  std::shared_ptr<void> ChangeAlone(const std::function<void()>& onWait) override {
-    const auto lock = gorbex::ProgramLock::ToChange(platform_.GetPrefix().Root());
-    return std::make_shared<gorbex::ProgramLock>(lock, onWait);
-  }
-
-  void ListenForEnd() override { static_cast<void>(gorbex::EndSignal::Listen()); }
-  [[nodiscard]] bool EndWanted() const override { return gorbex::EndSignal::Wanted(); }
-  void Wait(std::chrono::milliseconds time) override { gorbex::EndSignal::Wait(time); }
-
- private:
-  gorbex::LinuxPlatform platform_;
-};
 
 // A file opened later must not take the place of a stream that the caller closed.
 void OpenStandardStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(stream, F_GETFD) < 0 && errno == EBADF) static_cast<void>(open("/dev/null", O_RDWR));
   }
-}
-
-// The password is for this program; what it starts does not inherit it.
-std::string TakePassword() {
-  constexpr const char* kName = "GORBEX_SCC_PASSWORD";
-  std::string password = Environment(kName).value_or("");
-  unsetenv(kName);
-  return password;
 }
 
 constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
@@ -147,7 +103,8 @@ int StatusWithOutput(int status) {
 
 int main(int count, char** values) {
   OpenStandardStreams();
-  const auto answered = gorbex::AnswerAskPass(count, values, Environment, std::cout);
+  const std::vector<std::string> arguments(values + std::min(count, 1), values + count);
+  const auto answered = gorbex::AnswerAskPass(arguments, gorbex::Environment, std::cout);
   if (answered) return *answered;
   // A run goes on when the reader of its lines leaves: project files must get their values back.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
@@ -161,14 +118,13 @@ int main(int count, char** values) {
                                      isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0,
                                      isatty(STDERR_FILENO) != 0,
                                      ReadSecret,
-                                     TakePassword(),
+                                     gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
                                      AwaitInput};
   try {
     return StatusWithOutput(
-        gorbex::cli::RunCli(std::vector<std::string>(values + 1, values + count), streams,
-                            [](const std::optional<std::string>& prefix) {
-                              return std::make_unique<LinuxHost>(prefix);
-                            }));
+        gorbex::cli::RunCli(arguments, streams, [](const std::optional<std::string>& prefix) {
+          return std::make_unique<gorbex::LinuxHost>(prefix);
+        }));
   } catch (const std::exception& error) {
     std::cerr << "gorbex: " << error.what() << '\n';
     return static_cast<int>(gorbex::cli::ExitStatus::Unusable);

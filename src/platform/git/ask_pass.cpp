@@ -96,11 +96,11 @@ std::map<std::string, std::optional<std::string>> AskPassEnvironment(
 }
 
 std::optional<int> AnswerAskPass(
-    int count, const char* const* values,
+    const std::vector<std::string>& arguments,
     const std::function<std::optional<std::string>(const char*)>& environment, std::ostream& out) {
   const auto origins = environment(kOrigins);
-  if (!origins || count != 2) return std::nullopt;
-  const std::string question(values[1]);
+  if (!origins || arguments.size() != 1) return std::nullopt;
+  const std::string& question = arguments.front();
   const bool asksUser = question.starts_with("Username for ");
   if (!asksUser && !question.starts_with("Password for ")) return std::nullopt;
   const auto answer = environment(asksUser ? kUser : kPassword);

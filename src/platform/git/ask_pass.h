@@ -32,10 +32,10 @@ struct GitLogin {
 [[nodiscard]] std::map<std::string, std::optional<std::string>> AskPassEnvironment(
     const std::string& program, const GitLogin& login, const std::vector<std::string>& origins);
 
-/// Answers git's question and gives the exit status; nothing when this is an ordinary start. To be
-/// called before anything else looks at the arguments.
+/// Answers git's question, the one argument, and gives the exit status; nothing when this is an
+/// ordinary start. To be called before anything else looks at the arguments.
 [[nodiscard]] std::optional<int> AnswerAskPass(
-    int count, const char* const* values,
+    const std::vector<std::string>& arguments,
     const std::function<std::optional<std::string>(const char*)>& environment, std::ostream& out);
 
 }  // namespace gorbex

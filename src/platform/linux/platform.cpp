@@ -81,9 +81,17 @@ const Prefix& LinuxPlatform::GetPrefix() const {
 PlatformServices LinuxPlatform::Services(EventPump& events) {
   parts_->tools.Handle(events);
   parts_->mail.Handle(events);
-  return {parts_->files, parts_->registry,   parts_->processes, parts_->clock,
-          events,        parts_->components, parts_->objects,   parts_->sourceControl,
-          parts_->mail,  kProgramFolder};
+  return {parts_->files,
+          parts_->registry,
+          parts_->processes,
+          parts_->clock,
+          events,
+          parts_->components,
+          parts_->objects,
+          parts_->sourceControl,
+          parts_->mail,
+          kProgramFolder,
+          [lock = ProgramLock::ToBuild(parts_->prefix.Root())] { return ProgramLock::Try(lock); }};
 }
 
 }  // namespace gorbex

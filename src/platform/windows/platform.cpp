@@ -13,6 +13,7 @@
 #include "platform/windows/outlook.h"
 #include "platform/windows/process.h"
 #include "platform/windows/program_folder.h"
+#include "platform/windows/program_lock.h"
 #include "platform/windows/registry.h"
 #include "platform/windows/source_control.h"
 #include "platform/windows/system_code_page.h"
@@ -76,9 +77,18 @@ PlatformServices WindowsPlatform::Services(EventPump& events) {
   parts_->tools.Handle(events);
   parts_->sourceControl.Handle(events);
   parts_->mail.Handle(events);
-  return {parts_->files, parts_->registry,      parts_->processes,   parts_->clock,
-          events,        parts_->components,    *parts_->objects,    parts_->sourceControl,
-          parts_->mail,  parts_->programFolder, RegistrationAdvice()};
+  return {parts_->files,
+          parts_->registry,
+          parts_->processes,
+          parts_->clock,
+          events,
+          parts_->components,
+          *parts_->objects,
+          parts_->sourceControl,
+          parts_->mail,
+          parts_->programFolder,
+          [lock = ProgramLock::ToBuild(parts_->programFolder)] { return ProgramLock::Try(lock); },
+          RegistrationAdvice()};
 }
 
 }  // namespace gorbex

@@ -84,7 +84,8 @@ std::string Words(const vmime::exception& error) {
   return words;
 }
 
-/// What may be wrong where a server is silent or not understood: the usual port of another scheme.
+/// A likely reason why a server does not answer, or answers in a way nobody understands: the usual
+/// port of another scheme.
 std::string Hint(const MailServer& server) {
   struct UsualPort {
     std::uint16_t port;

@@ -1,0 +1,87 @@
+#include "app/offered_commands.h"
+
+#include <functional>
+#include <initializer_list>
+
+#include "core/node_key.h"
+
+namespace gorbex {
+namespace {
+
+using Possible = std::function<bool()>;
+
+void Offer(std::initializer_list<Command*> commands, const Possible& possible) {
+  for (Command* command : commands) command->SetPossible(possible);
+}
+
+bool IsProjectSelected(const TreeView& tree) {
+  const TreeNode* node = tree.Selected();
+  return node != nullptr && node->KeyStartsWith(node_prefix::kProject);
+}
+
+bool IsInProject(const TreeView& tree) {
+  const TreeNode* node = tree.Selected();
+  return node != nullptr && node->Parent() != nullptr;
+}
+
+bool IsRowSelected(const ListView& list) {
+  return list.Selected() != nullptr;
+}
+
+// A run walks the queue and its projects.
+void OfferFileMenu(MainMenu& menu, const Work& work) {
+  const Possible possible = [&work] { return work.MayChangeQueue(); };
+  Offer({&menu.mnuFileNew, &menu.mnuFileOpen}, possible);
+  for (Command& entry : menu.mnuFileMRU) entry.SetPossible(possible);
+  menu.mnuFileBuild.SetPossible([&work] { return work.MayBuild() && work.MayUseSourceControl(); });
+}
+
+void OfferQueueMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
+  const ListView& queue = window.lvwQueue;
+  const TreeView& tree = window.tvwProjects;
+  menu.mnuQueueAdd.SetPossible([&] { return work.MayChangeQueue() && IsInProject(tree); });
+  menu.mnuQueueAddAll.SetPossible([&] { return work.MayChangeQueue() && HasProjects(tree); });
+  Offer({&menu.mnuQueueMoveUp, &menu.mnuQueueMoveDown, &menu.mnuQueueRemove},
+        [&] { return work.MayChangeQueue() && IsRowSelected(queue); });
+  Offer({&menu.mnuQueueArrange, &menu.mnuQueueEmpty},
+        [&] { return work.MayChangeQueue() && queue.Count() > 0; });
+  Offer({&menu.mnuQueueMarkAll, &menu.mnuQueueUnMarkAll}, [&] { return queue.Count() > 0; });
+  menu.mnuQueueTest.SetPossible([&] { return IsRowSelected(queue); });
+  menu.mnuQueueBuild.SetPossible([&] { return work.MayBuild() && IsRowSelected(queue); });
+}
+
+void OfferTreeMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
+  const TreeView& tree = window.tvwProjects;
+  menu.mnuTreePopupRemoveProject.SetPossible(
+      [&] { return work.MayChangeQueue() && IsProjectSelected(tree); });
+  Offer({&menu.mnuTreePopupBuildNowDefault, &menu.mnuTreePopupBuildNowNewLocation},
+        [&] { return work.MayBuild() && IsProjectSelected(tree); });
+  menu.mnuTreePopupGetLatest.SetPossible(
+      [&] { return work.MayUseSourceControl() && IsProjectSelected(tree); });
+}
+
+void OfferToolsMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
+  Offer({&menu.mnuToolsLabel, &menu.mnuToolsHighlight}, [&] { return work.MayUseSourceControl(); });
+  Offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
+        [&] { return work.MayUseSourceControl() && menu.mnuToolsGetLatest.enabled.Get(); });
+  Offer({&menu.mnuDataPopupReg, &menu.mnuDataPopupUnReg},
+        [&] { return IsRowSelected(window.lvwData); });
+  menu.mnuDataPopupBrowse.SetPossible(
+      [&] { return work.MayUseSourceControl() && IsRowSelected(window.lvwData); });
+}
+
+}  // namespace
+
+bool HasProjects(const TreeView& tree) {
+  return tree.Count() > 1;
+}
+
+void OfferCommands(Program& program) {
+  MainMenu& menu = program.window.menu;
+  OfferFileMenu(menu, program.work);
+  OfferQueueMenu(menu, program.work, program.window);
+  OfferTreeMenu(menu, program.work, program.window);
+  OfferToolsMenu(menu, program.work, program.window);
+}
+
+}  // namespace gorbex

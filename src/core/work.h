@@ -1,0 +1,88 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <memory>
+
+#include "core/signal.h"
+
+namespace gorbex {
+
+/// What can be going on. Several can be at once, because waiting lets the user act.
+enum class Task {
+  Run,            ///< a run walks the queue
+  TestProject,    ///< the test project that a run ends with
+  Build,          ///< a command that builds: a run or an immediate build
+  Compile,        ///< of one project; all compiles share one result log
+  Program,        ///< a started program is waited for
+  MailStart,      ///< the mail system is opened
+  Mailbox,        ///< a look into the mailbox
+  Request,        ///< a request by mail is performed
+  SourceControl,  ///< its client works
+  Batch,          ///< several gets that are to bring one state of the database
+  Login,          ///< to source control
+};
+
+/// Knows who is at work in the program, and so what may begin.
+class Work {
+ public:
+  /// The system's way to keep other programs from building while the result lives; null while
+  /// another one builds.
+  using KeepOthersOut = std::function<std::shared_ptr<void>()>;
+
+  explicit Work(KeepOthersOut keepOthersOut) : keepOthersOut_(std::move(keepOthersOut)) {}
+
+  /// The task goes on until the result is released, which this object must outlive. A stop that
+  /// was asked for earlier does not concern a run, a look into the mailbox or a test project that
+  /// begins now.
+  [[nodiscard]] std::shared_ptr<void> Begin(Task task);
+
+  /// As Begin, with other programs kept from building; null while another one builds.
+  [[nodiscard]] std::shared_ptr<void> BeginAlone(Task task);
+
+  /// Keeps other programs from building until all its results are released. Null while another
+  /// one builds.
+  [[nodiscard]] std::shared_ptr<void> TakeTurn();
+
+  [[nodiscard]] bool Goes(Task task) const { return counts_[Index(task)] > 0; }
+
+  [[nodiscard]] bool MayChangeQueue() const { return !Goes(Task::Run); }
+  [[nodiscard]] bool MayBuild() const { return !Goes(Task::Build) && !Goes(Task::Compile); }
+  [[nodiscard]] bool MayUseSourceControl() const {
+    return !Goes(Task::SourceControl) && !Goes(Task::Batch);
+  }
+
+  /// Whether something would be lost if the program ended now.
+  [[nodiscard]] bool Builds() const {
+    return Goes(Task::Run) || Goes(Task::Program) || Goes(Task::Request);
+  }
+
+  /// Asks a run to end after its project, and a look into the mailbox after its request.
+  void StopAfterThis() { stops_ = Goes(Task::Run) || Goes(Task::Mailbox); }
+  [[nodiscard]] bool Stops() const { return stops_ || ends_; }
+
+  /// Asks everything to end as soon as it can; from now on no program is started.
+  void EndNow() { ends_ = true; }
+  [[nodiscard]] bool Ends() const { return ends_; }
+
+  /// Announced when a kind of task begins or has ended.
+  Signal<> changed;
+
+  /// Announced when this program has just taken its turn to build.
+  Signal<> turnTaken;
+
+ private:
+  static constexpr std::size_t kTasks = static_cast<std::size_t>(Task::Login) + 1;
+  static constexpr std::size_t Index(Task task) { return static_cast<std::size_t>(task); }
+
+  void End(Task task);
+
+  KeepOthersOut keepOthersOut_;
+  std::array<int, kTasks> counts_{};
+  std::weak_ptr<void> turn_;
+  bool stops_ = false;
+  bool ends_ = false;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,15 @@
+#include "ui/system_window.h"
+
+#include <windows.h>
+
+namespace gorbex::ui {
+
+std::string FilePattern(const std::string& pattern) {
+  return pattern;
+}
+
+void TellWhySessionWaits(wxWindow& window, const wxString& why) {
+  ShutdownBlockReasonCreate(window.GetHWND(), why.wc_str());
+}
+
+}  // namespace gorbex::ui
