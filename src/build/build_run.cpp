@@ -51,8 +51,6 @@ void BuildRun::mnuFileBuild_Click() {
   mayEmpty_ = false;
   gets_ = {};
   RunResult result = RunResult::Aborted;
-  const Subscription lines =
-      uses_.log.written.Connect([&](const std::string& text) { events.Emit(LogLine{text}); });
   const Subscription questions =
       uses_.dialogs.answered.Connect([&](const Message& message, Answer answer) {
         events.Emit(QuestionAnswered{message, answer});

@@ -25,7 +25,11 @@ void RunPrinter::On(const RunEvent& event) {
     number_ = project->number;
     of_ = project->of;
     start_ = clock_.Elapsed();
+    step_.clear();
     notGot_.reset();
+    DrawBar();
+  } else if (const auto* step = std::get_if<StepStarted>(&event)) {
+    step_ = NameOf(step->step);
     DrawBar();
   } else if (const auto* latest = std::get_if<LatestGot>(&event)) {
     if (!latest->result.Succeeded()) notGot_ = latest->result.problem;
@@ -76,7 +80,7 @@ void RunPrinter::DrawBar() {
   const std::size_t filled = kBarWidth * (number_ - 1) / of_;
   Draw("[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "] " +
        std::to_string(number_) + " of " + std::to_string(of_) + "  " + current_ + "  " +
-       Seconds(drawn_ - start_));
+       Seconds(drawn_ - start_) + (step_.empty() ? "" : "  " + step_));
 }
 
 void RunPrinter::ClearBar() {

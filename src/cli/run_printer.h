@@ -37,6 +37,7 @@ class RunPrinter {
   std::ostream& lines_;
   const Clock& clock_;
   std::string current_;                ///< the project being built; empty between projects
+  std::string step_;                   ///< of the project being built
   std::optional<std::string> notGot_;  ///< why its latest sources were not got
   std::set<std::string> toldProblems_;
   std::size_t number_ = 0;

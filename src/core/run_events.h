@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -30,6 +31,9 @@ enum class RunResult {
 
 enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compile };
 
+/// For the user, such as "compiling".
+[[nodiscard]] std::string_view NameOf(BuildStep step);
+
 /// The announcements of a build run, in the order they happen. Listeners only look on; none can
 /// change the run.
 struct RunStarted {
@@ -47,9 +51,6 @@ struct StepStarted {
 struct LatestGot {
   std::string path;
   LatestResult result;
-};
-struct LogLine {
-  std::string text;
 };
 struct ProjectCompiled {
   std::string path;
@@ -70,8 +71,8 @@ struct RunEnded {
   std::vector<std::string> unamended{};  ///< project files that could not be changed as asked
 };
 
-using RunEvent = std::variant<RunStarted, ProjectStarted, StepStarted, LatestGot, LogLine,
-                              ProjectCompiled, QuestionAnswered, RunEnded>;
+using RunEvent = std::variant<RunStarted, ProjectStarted, StepStarted, LatestGot, ProjectCompiled,
+                              QuestionAnswered, RunEnded>;
 using RunEvents = Signal<RunEvent>;
 
 }  // namespace gorbex

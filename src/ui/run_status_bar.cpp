@@ -15,7 +15,7 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
       gauge_(new wxGauge(this, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize,
                          wxGA_HORIZONTAL | wxGA_SMOOTH, wxDefaultValidator, "progress")),
       timer_(this) {
-  const int widths[] = {-1, FromDIP(80), FromDIP(150), FromDIP(140), FromDIP(70)};
+  const int widths[] = {-1, FromDIP(80), FromDIP(230), FromDIP(140), FromDIP(70)};
   SetFieldsCount(5, widths);
   gauge_->Hide();
   SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
@@ -38,6 +38,7 @@ void RunStatusBar::ShowUnsaved(bool unsaved) {
 void RunStatusBar::Hear(const RunEvent& event) {
   if (const auto* started = std::get_if<RunStarted>(&event)) Begin(*started);
   if (const auto* project = std::get_if<ProjectStarted>(&event)) Next(*project);
+  if (const auto* step = std::get_if<StepStarted>(&event)) Show(*step);
   if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Done(*compiled);
   if (const auto* ended = std::get_if<RunEnded>(&event)) End(*ended);
 }
@@ -54,9 +55,14 @@ void RunStatusBar::Begin(const RunStarted& run) {
 
 void RunStatusBar::Next(const ProjectStarted& project) {
   gauge_->SetValue(static_cast<int>(project.number) - 1);
-  SetStatusText(wxString::Format("%zu of %zu", project.number, project.of), kCount);
+  number_ = wxString::Format("%zu of %zu", project.number, project.of);
+  SetStatusText(number_, kCount);
   project_.Start();
   ShowTime();
+}
+
+void RunStatusBar::Show(const StepStarted& step) {
+  SetStatusText(number_ + ", " + ToWx(std::string(NameOf(step.step))), kCount);
 }
 
 // Questions about a project's result take the user's time, not the compiler's.

@@ -26,6 +26,7 @@ class RunStatusBar : public wxStatusBar {
   void Hear(const RunEvent& event);
   void Begin(const RunStarted& run);
   void Next(const ProjectStarted& project);
+  void Show(const StepStarted& step);
   void Done(const ProjectCompiled& project);
   void End(const RunEnded& run);
   void ShowTime();
@@ -35,6 +36,7 @@ class RunStatusBar : public wxStatusBar {
   wxTimer timer_;
   wxStopWatch project_;
   bool isUnsaved_ = false;
+  wxString number_;                    ///< of the project being built, and of how many
   std::chrono::milliseconds total_{};  ///< of all projects of the run
   std::vector<Subscription> subscriptions_;
 };
