@@ -39,7 +39,8 @@ std::optional<std::string> ValueIn(const std::filesystem::path& registryFile) {
     const auto& values = key.Make("Key")->values;
     const auto found = values.find(kValue);
     if (found == values.end()) return std::nullopt;
-    return found->second.bytes.substr(0, found->second.bytes.find('\0'));
+    std::string number = found->second.bytes.substr(0, found->second.bytes.find('\0'));
+    return number.empty() ? std::nullopt : std::optional(std::move(number));
   } catch (const std::system_error&) {
     return std::nullopt;  // whoever reads the whole registry says that it cannot be read
   }

@@ -67,6 +67,7 @@ TEST(Prefix, ChoosesTheCodePage) {
       {start + key + "\n[Last] 1\n\"ACP\"=\"1250\"\n", ""},
       {start + key + "\"10000\"=\"mac\"\n\"ACP\"=\"1250\"\n\n[Last] 1\n", "C:\\\xA3.vbp"},
       {start + key + "\"ACP\"=\"1257\"", "C:\\\xD9.vbp"},
+      {start + key + "\"ACP\"=\"\"\n", ""},
       {start + key + "\"ACP\"=\"932\"\n", "5"},
       {start + key + "\"ACP\"=\"1252//\"\n", "5"},
   };
