@@ -302,14 +302,15 @@ bool ProjectTree::StepInto(const Row& row, int key) {
 // letter typed again and again steps through all that begin with it.
 void ProjectTree::OnChar(wxKeyEvent& event) {
   const wxString letter = wxString(event.GetUnicodeKey()).Lower();
-  const bool goesOn = !typed_.empty() && sinceTyped_.Time() < kTypingPause;
+  // The time of typing, not of its coming here: a window may be busy.
+  const bool goesOn = !typed_.empty() && event.GetTimestamp() - typedAt_ < kTypingPause;
   const bool isOfName = !letter.empty() && (wxIsalnum(letter[0]) || (goesOn && letter != " "));
   if (event.HasModifiers() || !isOfName || wxIscntrl(letter[0])) {
     event.Skip();
     return;
   }
   typed_ = goesOn && typed_ != letter ? typed_ + letter : letter;
-  sinceTyped_.Start();
+  typedAt_ = event.GetTimestamp();
   GoToTyped();
 }
 

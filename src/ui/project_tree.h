@@ -1,7 +1,6 @@
 #pragma once
 
 #include <wx/bmpbndl.h>
-#include <wx/stopwatch.h>
 #include <wx/vector.h>
 #include <wx/vlbox.h>
 
@@ -79,8 +78,8 @@ class ProjectTree : public wxVListBox {
   wxPoint pressedAt_;
   TreeNode* pressed_ = nullptr;  ///< may be dragged
   int tipRow_ = wxNOT_FOUND;
-  wxString typed_;  ///< letters of a file name
-  wxStopWatch sinceTyped_;
+  wxString typed_;    ///< letters of a file name
+  long typedAt_ = 0;  ///< when the last of them was typed, in milliseconds
 };
 
 }  // namespace gorbex::ui

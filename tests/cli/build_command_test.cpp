@@ -168,7 +168,7 @@ TEST_F(BuildCommandTest, TheBarIsErasedOnEveryConsole) {
   InstallCompiler();
   animates = true;
   const std::string bars = Run({"build", file}).err;
-  EXPECT_NE(bars.find("Till.vbp  0.0 s  compiling"), std::string::npos);
+  EXPECT_NE(bars.find(" s  compiling\r"), std::string::npos);
   EXPECT_EQ(bars.find('\033'), std::string::npos);
   const auto till = bars.rfind("Till.vbp");
   ASSERT_NE(till, std::string::npos);

@@ -78,8 +78,11 @@ TEST_F(FormsTest, TheLogOfADayIsShownBesideTheMainWindow) {
   for (const std::string line : {"Application Started", "Second", "Third"}) {
     // The day is the only entry of the list, also when it was chosen before.
     isDropped = false;
-    user.Clicks(days, wxPoint(days.GetClientSize().x - 10, days.GetClientSize().y / 2));
-    EXPECT_TRUE(User::Sees([&] { return isDropped; }));
+    // A click that comes before the list has closed again goes nowhere.
+    for (int tries = 0; tries < 5 && !isDropped; ++tries) {
+      user.Clicks(days, wxPoint(days.GetClientSize().x - 10, days.GetClientSize().y / 2));
+    }
+    EXPECT_TRUE(isDropped);
     user.Presses(WXK_DOWN);
     user.Presses(WXK_RETURN);
     EXPECT_TRUE(User::Sees([&] { return log.GetValue().Find(line) != wxNOT_FOUND; })) << line;

@@ -6,6 +6,7 @@
 #include <wx/timer.h>
 #include <wx/utils.h>
 
+#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -54,8 +55,9 @@ void User::Presses(int key, int modifiers) {
 }
 
 void User::Types(const char* text) {
+  constexpr std::size_t kLettersInAWait = 3;
   simulator_.Text(text);
-  Waits();
+  for (std::size_t i = 0; i <= std::strlen(text); i += kLettersInAWait) Waits();
 }
 
 void User::Clicks(wxWindow& control) {

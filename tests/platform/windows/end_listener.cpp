@@ -6,11 +6,22 @@
 
 namespace {
 
+// Other programs of ours may be running beside the tests.
+HWND OwnSessionWindow() {
+  HWND window = nullptr;
+  DWORD owner = 0;
+  do {
+    window = FindWindowExW(nullptr, window, L"GorbexSession", nullptr);
+    if (window != nullptr) GetWindowThreadProcessId(window, &owner);
+  } while (window != nullptr && owner != GetCurrentProcessId());
+  return window;
+}
+
 // As the system does when the user logs off.
 bool EndSession() {
   HWND window = nullptr;
   for (int tries = 0; window == nullptr && tries < 200; ++tries, Sleep(50)) {
-    window = FindWindowW(L"GorbexSession", nullptr);
+    window = OwnSessionWindow();
   }
   return SendMessageW(window, WM_QUERYENDSESSION, 0, 0) == TRUE && !gorbex::EndSignal::Wanted() &&
          PostMessageW(window, WM_ENDSESSION, TRUE, 0) != 0;
