@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "build/terms_in_force.h"
 #include "build/version_stamp.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
@@ -195,6 +196,10 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   MarkForBuild(session, arguments);
 
   Program& program = session.program();
+  if (frame.streams.animates) {
+    const auto terms = TermsInForce(program.window, program.options);
+    frame.streams.err << Plain(TermsLine(terms)) << '\n';
+  }
   RunRecord record(CheckedProjects(program.window.lvwQueue));
   std::ostream& lines = frame.json ? frame.streams.err : frame.streams.out;
   RunPrinter printer(frame, lines, program.platform.clock);

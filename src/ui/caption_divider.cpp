@@ -27,7 +27,8 @@ void CaptionDivider::SetCaption(const wxString& caption) {
 }
 
 wxSize CaptionDivider::DoGetBestClientSize() const {
-  return {FromDIP(80), GetTextExtent("Ag").y + FromDIP(8)};
+  const wxSize text = GetTextExtent(caption_);
+  return {FromDIP(kSide) + text.x + FromDIP(kCaptionGap), text.y + FromDIP(8)};
 }
 
 void CaptionDivider::OnPaint(wxPaintEvent& /*event*/) {

@@ -142,6 +142,8 @@ Pane* MainFrame::MakeReferencesPane(wxWindow* parent) {
 
 Pane* MainFrame::MakeQueuePane(wxWindow* parent) {
   auto* pane = new Pane(parent, "Build Queue");
+  terms_ = new LinkLine(pane);
+  pane->AddBesideCaption(terms_);
   queue_ = new QueueList(pane, program_.window.lvwQueue, program_.run.events);
   auto* hint = new EmptyHint(pane, ids_, "Drag projects here from the tree, or add them all.",
                              {&program_.window.menu.mnuQueueAddAll});
@@ -362,6 +364,7 @@ void MainFrame::OnIdle(wxIdleEvent& event) {
   ShowEmptyPanes();
   TellNotCompared();
   status_->ShowUnsaved(program_.buildProject.Changed());
+  terms_->Show(TermsInForce(program_.window, program_.options));
   const bool isCloseDue = isCloseWanted_ && !openDialogs_.Any();
   if (isCloseDue) isCloseWanted_ = false;
   if (isCloseDue || program_.shutDown.Due()) CallAfter([this] { Close(); });

@@ -11,6 +11,8 @@
 #include "app/program.h"
 #include "ui/command_ids.h"
 #include "ui/find_bar.h"
+#include "ui/link_line.h"
+#include "ui/log_pane.h"
 #include "ui/open_dialogs.h"
 #include "ui/pane.h"
 #include "ui/project_tree.h"
@@ -66,6 +68,7 @@ class MainFrame : public wxFrame {
   ProjectTree* tree_ = nullptr;
   StateList* data_ = nullptr;
   QueueList* queue_ = nullptr;
+  LinkLine* terms_ = nullptr;
   RunStatusBar* status_ = nullptr;
   FindBar* find_ = nullptr;
   wxTimer mailTimer_;

@@ -30,4 +30,9 @@ wxColour HintColour() {
   return Faded(kHint);
 }
 
+wxColour WarningColour() {
+  const bool isDark = wxSystemSettings::GetAppearance().IsUsingDarkBackground();
+  return isDark ? wxColour(255, 150, 80) : wxColour(178, 60, 0);
+}
+
 }  // namespace gorbex::ui

@@ -13,4 +13,7 @@ namespace gorbex::ui {
 /// Text that explains and does not matter for the work.
 [[nodiscard]] wxColour HintColour();
 
+/// What the user should notice before going on.
+[[nodiscard]] wxColour WarningColour();
+
 }  // namespace gorbex::ui

@@ -5,10 +5,18 @@
 namespace gorbex::ui {
 
 Pane::Pane(wxWindow* parent, const wxString& caption)
-    : wxPanel(parent), caption_(new CaptionDivider(this, caption)) {
+    : wxPanel(parent),
+      caption_(new CaptionDivider(this, caption)),
+      head_(new wxBoxSizer(wxHORIZONTAL)) {
   auto* sizer = new wxBoxSizer(wxVERTICAL);
-  sizer->Add(caption_, wxSizerFlags().Expand());
+  head_->Add(caption_, wxSizerFlags(1).CentreVertical());
+  sizer->Add(head_, wxSizerFlags().Expand());
   SetSizer(sizer);
+}
+
+void Pane::AddBesideCaption(wxWindow* beside) {
+  head_->GetItem(caption_)->SetProportion(0);
+  head_->Add(beside, wxSizerFlags(1).CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(4)));
 }
 
 void Pane::AddHeader(wxWindow* header) {

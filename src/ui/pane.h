@@ -13,6 +13,9 @@ class Pane : public wxPanel {
  public:
   Pane(wxWindow* parent, const wxString& caption);
 
+  /// Something that takes all of the row after the caption.
+  void AddBesideCaption(wxWindow* beside);
+
   /// A row of fixed height between the caption and the content.
   void AddHeader(wxWindow* header);
 
@@ -24,6 +27,7 @@ class Pane : public wxPanel {
 
  private:
   CaptionDivider* caption_;
+  wxSizer* head_;
   wxWindow* content_ = nullptr;
   EmptyHint* hint_ = nullptr;
 };

@@ -164,6 +164,15 @@ TEST_F(BuildCommandTest, ReferencesAreEmptiedOnlyAfterAYes) {
   EXPECT_EQ(platform.files.Text(Group::Path("Money")), money);
 }
 
+TEST_F(BuildCommandTest, SaysOnceOnATerminalWhatIsInForce) {
+  InstallCompiler();
+  const std::string line =
+      "Keeps compatibility - debug - each project's version - to C:\\Group\\Bin\n";
+  EXPECT_EQ(CountOf(Run({"build", file, "--debug"}).err, line), 0U);
+  animates = true;
+  EXPECT_EQ(CountOf(Run({"build", file, "--debug"}).err, line), 1U);
+}
+
 TEST_F(BuildCommandTest, TheBarIsErasedOnEveryConsole) {
   InstallCompiler();
   animates = true;

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "tests/ui/window_fixture.h"
+#include "ui/link_line.h"
 #include "ui/project_tree.h"
 #include "ui/state_list.h"
 #include "ui/window_place.h"
@@ -18,6 +19,7 @@
 namespace gorbex::test {
 namespace {
 
+using ui::LinkLine;
 using ui::ProjectTree;
 using ui::StateList;
 
