@@ -63,6 +63,12 @@ bool BuildQueue::Add(const std::string& path) {
   return true;
 }
 
+void BuildQueue::ShowProjectFacts(const std::string& path) {
+  ListRow* row = window_.lvwQueue.Find(path);
+  const clsMember* member = window_.ProjectMembers.Find(path);
+  if (row != nullptr && member != nullptr) ShowProjectFacts(*row, *member);
+}
+
 void BuildQueue::ShowProjectFacts(ListRow& row, const clsMember& member) const {
   row.SetSubItem(queue_column::kBuilt,
                  GetFileAmmendedTime(files_, JoinPath(window_.buildDirectory, member.EXEName)));

@@ -26,6 +26,9 @@ class BuildQueue {
   /// Adds a checked row for a project; false when the project is queued already.
   bool Add(const std::string& path);
 
+  /// Shows a project's compatibility and the date of its binary in its row, if it has one.
+  void ShowProjectFacts(const std::string& path);
+
   /// Adds the tree's selected project when the dragged control is the tree; a project that is
   /// already queued does not change.
   void lvwQueue_DragDrop(std::string_view sourceControl);

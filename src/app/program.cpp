@@ -42,6 +42,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, work,
            latest, referenceUpdate, values, version, script, compile, replaced}),
       failed(run.events, compile.ended),
+      compiled({window, platform.files, queue, display, work}, compile.ended),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, work, platform.events}),
       registration(window, shell, dialogs, report, platform.registrationAdvice,

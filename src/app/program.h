@@ -3,6 +3,7 @@
 #include <string>
 
 #include "analysis/build_queue.h"
+#include "analysis/compiled_projects.h"
 #include "analysis/dependency_marking.h"
 #include "analysis/group_dependency.h"
 #include "analysis/project_display.h"
@@ -95,6 +96,7 @@ class Program {
   Compile compile;
   BuildRun run;
   FailedProjects failed;
+  CompiledProjects compiled;
   MailService mail;
   ComponentRegistration registration;
   ShutDown shutDown;

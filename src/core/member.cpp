@@ -55,6 +55,14 @@ const clsMember& MemberCollection::Item(const std::string& path) const {
   return *record;
 }
 
+void MemberCollection::TakeBuildFacts(const clsMember& read) {
+  static_cast<void>(Item(read.path));
+  clsMember& member = *byPath_.at(read.path);
+  member.BinaryCompat = read.BinaryCompat;
+  member.Compatibility = read.Compatibility;
+  member.Version = read.Version;
+}
+
 void MemberCollection::ReplaceInReferences(const std::string& path, const std::string& oldText,
                                            const std::string& newText) {
   static_cast<void>(Item(path));

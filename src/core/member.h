@@ -50,6 +50,10 @@ class MemberCollection {
   void ReplaceInReferences(const std::string& path, const std::string& oldText,
                            const std::string& newText);
 
+  /// Takes compatibility and version, which a build can write, from a newly read record. Error 5
+  /// when its path has no record here.
+  void TakeBuildFacts(const clsMember& read);
+
   /// Null when the path has no record.
   [[nodiscard]] const clsMember* Find(const std::string& path) const;
 

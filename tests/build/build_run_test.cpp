@@ -58,6 +58,57 @@ TEST_F(BuildRunTest, NamesTheProjectsThatItCouldNotChange) {
   EXPECT_EQ(unamended, std::vector<std::string>{kCore});
 }
 
+TEST_F(BuildRunTest, ShowsWhatItWroteAndRegistered) {
+  group.Library("Core").Line("CompatibleMode=\"2\"").Line("MajorVer=1").Line("MinorVer=2");
+  GroupProject& shop = group.Executable("Shop").Uses("Core").Line("CompatibleMode=\"2\"");
+  shop.Line("Reference=*\\G{AB}#1.0#0#C:\\Other\\x.dll#");
+  Load();
+  frmBuilder& window = program.window;
+  const TreeNode& core = window.tvwProjects.Item("x)" + kCore);
+  program.display.tvwProjects_MouseDown(&window.tvwProjects.Item("x)" + kCore));
+  ASSERT_EQ(window.lblVersion.Get(), "1.2.");
+  ASSERT_EQ(Row("Core").SubItem(3) + Row("Core").SubItem(4), "CompatibleNot Found");
+  const TreeNode& foreign = *window.tvwProjects.Item("r)" + kShop).Children().back();
+  ASSERT_EQ(foreign.ImageOf(), Image::InvalidReference);
+  int marked = 0;
+  const auto marks = window.tvwProjects.nodeChanged.Connect(
+      [&](const TreeNode& node, NodeChange) { marked += &node == &foreign ? 1 : 0; });
+  platform.processes.otherwise = [&](const std::string& commandLine) {
+    platform.files.AddFile("C:\\Out\\Core.dll", "");
+    platform.registry.AddText(RegistryRoot::ClassesRoot, "TypeLib\\{AB}\\1.0\\0\\win32", "",
+                              "C:\\Out\\Core.dll");
+    EXPECT_FALSE(foreign.Checked()) << "not while something builds";
+    return CompileProject(commandLine);
+  };
+  program.options.Compatible = false;
+  program.options.VersionComponents = "3.4.5";
+  Build();
+  EXPECT_EQ(window.ProjectMembers.Item(kCore).BinaryCompat, false);
+  EXPECT_EQ(window.lblVersion.Get(), "3.4.");
+  EXPECT_EQ(Row("Core").SubItem(3), "NOT Compatible!");
+  EXPECT_NE(Row("Core").SubItem(4), "Not Found");
+  EXPECT_EQ(Icons(), "buildok buildok") << "what the run showed stays";
+  EXPECT_TRUE(foreign.Checked());
+  EXPECT_EQ(foreign.ImageOf(), Image::CheckReference);
+  EXPECT_LE(marked, 4) << "once for the whole run";
+  EXPECT_EQ(window.stbStatus.Get(), "Build Process finished");
+  EXPECT_EQ(core.ImageOf(), Image::VbProject);
+}
+
+TEST_F(BuildRunTest, CountsNoQuestionAsTimeOfAProject) {
+  Load({"Core"});
+  platform.files.AddFile(kCore, "CompatibleMode=\"2\"\r\nMajorVer=9\r\n");
+  program.options.VersionComponents = "1.0.0";
+  const auto thinks = program.dialogs.answered.Connect(
+      [&](const Message&, Answer) { platform.clock.elapsed += std::chrono::minutes(5); });
+  std::chrono::milliseconds told{};
+  const auto listening = program.run.events.Connect([&](const RunEvent& event) {
+    if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) told = compiled->duration;
+  });
+  EXPECT_EQ(Only(Build(), {"show"}).size(), 2U) << "a question, and the end";
+  EXPECT_LT(told, std::chrono::minutes(1));
+}
+
 TEST_F(BuildRunTest, TakesEveryStepInItsOrder) {
   LoadShop();
   clsOptions& options = program.options;

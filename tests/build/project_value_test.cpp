@@ -28,6 +28,7 @@ TEST_F(ProjectValueTest, KeepsTheValuesThatADebugBuildReplaces) {
     std::string before, compiled, after;
   };
   const std::string two = "\r\n\r\n";
+  const std::string keeps = "CompatibleMode=\"2\"\r\n";
   const std::string debug = "OptimizationType=2\r\nCodeViewDebugInfo=-1\r\n";
   const std::string kept = "OptimizationType=1\r\nCodeViewDebugInfo=0\r\n";
   const Case cases[] = {
@@ -39,11 +40,11 @@ TEST_F(ProjectValueTest, KeepsTheValuesThatADebugBuildReplaces) {
   program.options.DebugBuild = "True";
   for (const Case& c : cases) {
     SCOPED_TRACE(c.before);
-    platform.files.AddFile(Group::Path("Core"), c.before);
+    platform.files.AddFile(Group::Path("Core"), keeps + c.before);
     failing = c.fails ? "Core" : "";
     Build();
-    EXPECT_EQ(compiledSources.back(), c.compiled + two);
-    EXPECT_EQ(platform.files.Text(Group::Path("Core")), c.after + two + two);
+    EXPECT_EQ(compiledSources.back(), keeps + c.compiled + two);
+    EXPECT_EQ(platform.files.Text(Group::Path("Core")), keeps + c.after + two + two);
   }
 }
 
