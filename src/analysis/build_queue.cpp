@@ -1,5 +1,6 @@
 #include "analysis/build_queue.h"
 
+#include <algorithm>
 #include <memory>
 #include <unordered_map>
 #include <utility>
@@ -104,7 +105,17 @@ void BuildQueue::mnuQueueArrange_Click() {
     });
     on([&] { Apply(plan, shown); });
     on([&] { RefreshQueue(); });
+    on([&] { TellMoved(plan); });
   });
+}
+
+void BuildQueue::TellMoved(const QueueArrangement& plan) {
+  const auto& order = plan.Order();
+  const auto moved =
+      std::count_if(order.begin(), order.end(), [&](std::size_t row) { return plan.Moved(row); });
+  if (order.empty()) return;
+  window_.SetStatus(moved == 1 ? "1 row moved and unchecked"
+                               : std::to_string(moved) + " rows moved and unchecked");
 }
 
 // Brings the list from the order shown to the order of the plan; rows that moved are made anew.

@@ -55,6 +55,7 @@ class BuildQueue {
   void MarkAll(bool checked);
   [[nodiscard]] std::string DependencyOf(const clsMember& member) const;
   void ShowProjectFacts(ListRow& row, const clsMember& member) const;
+  void TellMoved(const QueueArrangement& plan);
   void Apply(const QueueArrangement& plan, std::vector<std::size_t>& shown);
 
   frmBuilder& window_;

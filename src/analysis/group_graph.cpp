@@ -97,6 +97,20 @@ class ComponentSearch {
   std::vector<std::vector<std::size_t>> components_;
 };
 
+std::vector<std::size_t> Reached(std::size_t start,
+                                 const std::vector<std::vector<std::size_t>>& next) {
+  std::vector<bool> isReached(next.size(), false);
+  std::vector<std::size_t> reached = {start};
+  isReached[start] = true;
+  for (std::size_t i = 0; i < reached.size(); ++i) {
+    for (const std::size_t project : next[reached[i]]) {
+      if (!isReached[project]) reached.push_back(project);
+      isReached[project] = true;
+    }
+  }
+  return reached;
+}
+
 class UseCollector {
  public:
   UseCollector(const MemberCollection& members, const GroupDependency& group) : group_(group) {
@@ -144,6 +158,22 @@ class UseCollector {
 GroupGraph::GroupGraph(const MemberCollection& members, const GroupDependency& group) {
   const UseCollector collector(members, group);
   for (const auto& member : members) uses_.push_back(collector.UsesOf(*member));
+}
+
+std::vector<std::vector<std::size_t>> GroupGraph::Users() const {
+  std::vector<std::vector<std::size_t>> users(Count());
+  for (std::size_t project = 0; project < Count(); ++project) {
+    for (const std::size_t used : uses_[project]) users[used].push_back(project);
+  }
+  return users;
+}
+
+std::vector<std::size_t> GroupGraph::WithUses(std::size_t project) const {
+  return Reached(project, uses_);
+}
+
+std::vector<std::size_t> GroupGraph::WithUsers(std::size_t project) const {
+  return Reached(project, Users());
 }
 
 std::vector<std::vector<std::size_t>> GroupGraph::Components() const {

@@ -21,6 +21,13 @@ class GroupGraph {
     return uses_[project];
   }
 
+  /// The projects that use a project, for every project; the other direction of UsesOf.
+  [[nodiscard]] std::vector<std::vector<std::size_t>> Users() const;
+
+  /// A project and all that it uses, or all that use it, directly or through others, each once.
+  [[nodiscard]] std::vector<std::size_t> WithUses(std::size_t project) const;
+  [[nodiscard]] std::vector<std::size_t> WithUsers(std::size_t project) const;
+
   /// Every project after all that it uses, as far as cycles allow; otherwise in number order.
   [[nodiscard]] std::vector<std::size_t> BuildOrder() const;
 

@@ -1,5 +1,6 @@
 #include "app/offered_commands.h"
 
+#include <algorithm>
 #include <functional>
 #include <initializer_list>
 
@@ -46,8 +47,27 @@ void OfferQueueMenu(MainMenu& menu, const Work& work, const frmBuilder& window) 
   Offer({&menu.mnuQueueArrange, &menu.mnuQueueEmpty},
         [&] { return work.MayChangeQueue() && queue.Count() > 0; });
   Offer({&menu.mnuQueueMarkAll, &menu.mnuQueueUnMarkAll}, [&] { return queue.Count() > 0; });
+  Offer({&menu.mnuQueueMarkUses, &menu.mnuQueueMarkUsers}, [&] { return IsRowSelected(queue); });
   menu.mnuQueueTest.SetPossible([&] { return IsRowSelected(queue); });
   menu.mnuQueueBuild.SetPossible([&] { return work.MayBuild() && IsRowSelected(queue); });
+}
+
+void OfferFailed(MainMenu& menu, const Program& program) {
+  const auto hasFailedRow = [&program] {
+    const auto& failed = program.failed.All();
+    return std::any_of(failed.begin(), failed.end(), [&](const FailedProject& project) {
+      return program.window.lvwQueue.Find(project.path) != nullptr;
+    });
+  };
+  menu.mnuWindowFailed.SetPossible([&program] { return !program.failed.All().empty(); });
+  menu.mnuQueueMarkFailed.SetPossible(hasFailedRow);
+  menu.mnuQueueBuildFailed.SetPossible([hasFailedRow, &work = program.work] {
+    return work.MayBuild() && work.MayUseSourceControl() && hasFailedRow();
+  });
+  menu.mnuQueueWhyFailed.SetPossible([&program] {
+    const ListRow* row = program.window.lvwQueue.Selected();
+    return row != nullptr && program.failed.Find(row->Key()) != nullptr;
+  });
 }
 
 void OfferTreeMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
@@ -80,6 +100,7 @@ void OfferCommands(Program& program) {
   MainMenu& menu = program.window.menu;
   OfferFileMenu(menu, program.work);
   OfferQueueMenu(menu, program.work, program.window);
+  OfferFailed(menu, program);
   OfferTreeMenu(menu, program.work, program.window);
   OfferToolsMenu(menu, program.work, program.window);
 }

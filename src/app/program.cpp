@@ -40,9 +40,12 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       compile(
           {window, platform.files, shell, dialogs, log, compiler, work, platform.programFolder}),
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, work,
-           latest, referenceUpdate, values, version, script, compile, replaced}),
+           latest, referenceUpdate, values, version, script, compile, replaced, group,
+           platform.files}),
       failed(run.events, compile.ended),
       compiled({window, platform.files, queue, display, work}, compile.ended),
+      marks(window, group, failed, report),
+      failedBuild(window, marks, run),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, work, platform.events}),
       registration(window, shell, dialogs, report, platform.registrationAdvice,
@@ -94,6 +97,10 @@ void Program::ConnectQueueMenu() {
   menu.mnuQueueEmpty.SetHandler([this] { queue.mnuQueueEmpty_Click(); });
   menu.mnuQueueMarkAll.SetHandler([this] { queue.mnuQueueMarkAll_Click(); });
   menu.mnuQueueUnMarkAll.SetHandler([this] { queue.mnuQueueUnMarkAll_Click(); });
+  menu.mnuQueueMarkUses.SetHandler([this] { marks.mnuQueueMarkUses_Click(); });
+  menu.mnuQueueMarkUsers.SetHandler([this] { marks.mnuQueueMarkUsers_Click(); });
+  menu.mnuQueueMarkFailed.SetHandler([this] { marks.mnuQueueMarkFailed_Click(); });
+  menu.mnuQueueBuildFailed.SetHandler([this] { failedBuild.mnuQueueBuildFailed_Click(); });
   menu.mnuQueueBuild.SetHandler([this] { immediate.mnuQueueBuild_Click(); });
 }
 

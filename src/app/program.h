@@ -8,6 +8,7 @@
 #include "analysis/group_dependency.h"
 #include "analysis/project_display.h"
 #include "analysis/project_search.h"
+#include "analysis/queue_marks.h"
 #include "analysis/reference_resolution.h"
 #include "analysis/reference_update.h"
 #include "analysis/tree_commands.h"
@@ -19,6 +20,7 @@
 #include "build/compiler_path.h"
 #include "build/component_registration.h"
 #include "build/component_test.h"
+#include "build/failed_build.h"
 #include "build/immediate_build.h"
 #include "build/project_value.h"
 #include "build/registration_script.h"
@@ -97,6 +99,8 @@ class Program {
   BuildRun run;
   FailedProjects failed;
   CompiledProjects compiled;
+  QueueMarks marks;
+  FailedBuild failedBuild;
   MailService mail;
   ComponentRegistration registration;
   ShutDown shutDown;

@@ -51,8 +51,13 @@ void BuildRun::mnuFileBuild_Click() {
   mayEmpty_ = false;
   gets_ = {};
   RunResult result = RunResult::Aborted;
-  const Subscription questions =
+  const Subscription questions = uses_.dialogs.asking.Connect([&](const Message& message) {
+    questionTime_.Asked();
+    events.Emit(QuestionAsked{message});
+  });
+  const Subscription answers =
       uses_.dialogs.answered.Connect([&](const Message& message, Answer answer) {
+        questionTime_.Answered();
         events.Emit(QuestionAnswered{message, answer});
       });
   unamended_.clear();
@@ -194,16 +199,32 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   events.Emit(RunStarted{checked});
   const std::size_t count = window.lvwQueue.Count();
   std::size_t number = 0;
+  usersOfFailed_.reset();
   const auto batch = uses_.latest.BeginBatch();
   for (std::size_t i = 1; i <= count && !uses_.work.Stops(); ++i) {
     const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
     if (row == nullptr || !row->Checked()) continue;
     const std::string path = row->SubItem(queue_column::kProject);
-    events.Emit(ProjectStarted{path, ++number, checked});
+    if (Skips(on, path, ++number, checked)) continue;
+    events.Emit(ProjectStarted{path, number, checked});
     if (BuildProject(on, path, counters) == Pass::Stop) break;
   }
   on([&] { uses_.script.End(); });
   on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
+}
+
+bool BuildRun::Skips(Procedure& on, const std::string& path, std::size_t number, std::size_t of) {
+  if (!uses_.options.SkipUsersOfFailed || !usersOfFailed_) return false;
+  const ProjectSkipped skipped{path, number, of, usersOfFailed_->FailedUseOf(path)};
+  if (skipped.failed.empty()) return false;
+  on([&] { uses_.log.WriteLog("Skipped " + path + ": " + ReasonOf(skipped)); });
+  events.Emit(skipped);
+  return true;
+}
+
+void BuildRun::NoteFailed(const std::string& path) {
+  if (!usersOfFailed_) usersOfFailed_.emplace(uses_.window.ProjectMembers, uses_.group);
+  usersOfFailed_->Add(path);
 }
 
 ListRow& BuildRun::RowOf(const std::string& path) const {
@@ -214,7 +235,7 @@ ListRow& BuildRun::RowOf(const std::string& path) const {
 
 BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Counters& counters) {
   frmBuilder& window = uses_.window;
-  const auto start = uses_.clock.Elapsed();
+  const auto start = WorkingTime();
   on([&] { RowOf(path).SetIcon(Image::Building); });
   on([&] { RowOf(path).EnsureVisible(); });
   on([&] { window.lvwQueue.Refresh(); });
@@ -230,11 +251,16 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   });
   on([&] { uses_.events.DoEvents(); });
   Record(on, path, exeName, succeeded, counters);
+  if (!succeeded) NoteFailed(path);
   debug.Undo(on);
-  events.Emit(ProjectCompiled{path, succeeded, uses_.clock.Elapsed() - start,
-                              uses_.compile.LastResult(), uses_.compile.LastProblem()});
+  events.Emit(ProjectCompiled{path, succeeded, WorkingTime() - start, uses_.compile.LastResult(),
+                              uses_.compile.LastProblem()});
   if (succeeded || uses_.work.Ends() || !uses_.options.StopProcessing) return Pass::GoOn;
   return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
+}
+
+std::chrono::milliseconds BuildRun::WorkingTime() const {
+  return uses_.clock.Elapsed() - questionTime_.Total();
 }
 
 void BuildRun::Prepare(Procedure& on, const std::string& path, DebugBuild& debug) {

@@ -8,10 +8,13 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/group_dependency.h"
 #include "analysis/reference_update.h"
+#include "analysis/users_of_failed.h"
 #include "build/compile.h"
 #include "build/latest_report.h"
 #include "build/project_value.h"
+#include "build/question_time.h"
 #include "build/registration_script.h"
 #include "build/replaced_values.h"
 #include "build/version_stamp.h"
@@ -26,6 +29,7 @@
 #include "core/work.h"
 #include "platform/clock.h"
 #include "platform/event_pump.h"
+#include "platform/file_system.h"
 
 namespace gorbex {
 
@@ -50,9 +54,11 @@ class BuildRun {
     RegistrationScript& script;
     Compile& compile;
     ReplacedValues& replaced;
+    const GroupDependency& group;
+    const FileReader& files;
   };
 
-  explicit BuildRun(const Uses& uses) : uses_(uses) {}
+  explicit BuildRun(const Uses& uses) : uses_(uses), questionTime_(uses.clock) {}
 
   void mnuFileBuild_Click();
 
@@ -93,6 +99,9 @@ class BuildRun {
   void UpdateReferences(Procedure& on, const std::string& path);
   void RestoreMailTimer();
   void BuildQueueRows(Procedure& on, Counters& counters);
+
+  /// Time that runs only while no question is open.
+  [[nodiscard]] std::chrono::milliseconds WorkingTime() const;
   [[nodiscard]] Pass BuildProject(Procedure& on, const std::string& path, Counters& counters);
 
   /// The queue may change while a compile lets the user act, so a row is never held across steps.
@@ -121,6 +130,8 @@ class BuildRun {
   std::vector<std::string> unamended_;  ///< by the present or the last run
   bool mayEmpty_ = false;               ///< the user has agreed that this run empties references
   LatestReport gets_;                   ///< of the present run
+  QuestionTime questionTime_;
+  std::optional<UsersOfFailed> usersOfFailed_;  ///< nothing until a project of the run has failed
 };
 
 }  // namespace gorbex

@@ -31,7 +31,7 @@ void OptionsDialog::FollowEdits(Property<T>& value) {
 void OptionsDialog::ConnectControls() {
   for (CheckBox* box :
        {&form_.chkGetLatest, &form_.chkAutoStart, &form_.chkCompatability, &form_.chkChangeRefs,
-        &form_.chkAutoDependant, &form_.chkStopOnErrors, &form_.chkDebug}) {
+        &form_.chkAutoDependant, &form_.chkStopOnErrors, &form_.chkSkipUsers, &form_.chkDebug}) {
     FollowEdits(box->value);
   }
   for (TextBox* box :
@@ -65,6 +65,7 @@ void OptionsDialog::ShowSettings() {
   form_.chkChangeRefs.value.Set(options_.ChangeRefs);
   form_.chkAutoDependant.value.Set(options_.AutoBuildDependant);
   form_.chkStopOnErrors.value.Set(options_.StopProcessing);
+  form_.chkSkipUsers.value.Set(options_.SkipUsersOfFailed);
   form_.txtBuildPath.text.Set(options_.BuildPath);
   form_.txtInterval.text.Set(std::to_string(options_.Interval));
   form_.txtVBPName.text.Set(options_.AutoLaunchName);
@@ -81,6 +82,7 @@ void OptionsDialog::TakeControls(Procedure& on) {
   options_.ChangeRefs = form_.chkChangeRefs.value.Get();
   options_.AutoBuildDependant = form_.chkAutoDependant.value.Get();
   options_.StopProcessing = form_.chkStopOnErrors.value.Get();
+  options_.SkipUsersOfFailed = form_.chkSkipUsers.value.Get();
   on([&] { options_.BuildPath = form_.txtBuildPath.text.Get(); });
   on([&] { options_.Interval = ToLong(NumericValue(form_.txtInterval.text.Get())); });
   on([&] { options_.AutoLaunchName = form_.txtVBPName.text.Get(); });

@@ -29,6 +29,7 @@ struct BuildArguments {
   bool breakCompat = false;
   bool changeRefs = false;
   bool stopOnError = false;
+  bool skipUsersOfFailed = false;
   std::string version;
   std::string buildFolder;
   std::string compiler;
@@ -78,6 +79,7 @@ void Override(Session& session, const BuildArguments& arguments) {
   if (arguments.breakCompat) options.Compatible = false;
   if (arguments.changeRefs) options.ChangeRefs = true;
   if (arguments.stopOnError) options.StopProcessing = true;
+  if (arguments.skipUsersOfFailed) options.SkipUsersOfFailed = true;
   if (!arguments.version.empty()) {
     if (!IsVersion(arguments.version)) {
       throw Failure(ExitStatus::Unusable,
@@ -256,6 +258,8 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
   command.add_option("--compiler", arguments->compiler,
                      "Use this compiler instead of the registered one");
   command.add_flag("--stop-on-error", arguments->stopOnError, "Ask after each failed project");
+  command.add_flag("--skip-users-of-failed", arguments->skipUsersOfFailed,
+                   "Skip projects that use one that failed");
   command.add_option("--script", arguments->script, "Write the registration script to this file");
   command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
   AddTimeLimit(command, arguments->timeLimit);

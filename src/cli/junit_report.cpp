@@ -63,7 +63,9 @@ std::string TestCase(const RunRecord::Project& project) {
     case RunRecord::Outcome::Built:
       return xml + (project.IsNotGot() ? ">" + Error(project) + "</testcase>\n" : "/>\n");
     case RunRecord::Outcome::NotBuilt:
-      return xml + "><skipped/></testcase>\n";
+      return xml + "><skipped" +
+             (project.log.empty() ? "" : " message=\"" + Escaped(project.log) + "\"") +
+             "/></testcase>\n";
     case RunRecord::Outcome::Failed:
       break;
   }

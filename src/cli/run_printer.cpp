@@ -31,6 +31,11 @@ void RunPrinter::On(const RunEvent& event) {
   } else if (const auto* step = std::get_if<StepStarted>(&event)) {
     step_ = NameOf(step->step);
     DrawBar();
+  } else if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
+    ClearBar();
+    of_ = skipped->of;
+    lines_ << Counted(skipped->number, skipped->of) << Padded(FileName(skipped->path), kNameWidth)
+           << "skipped  " << Plain(ReasonOf(*skipped)) << std::endl;
   } else if (const auto* latest = std::get_if<LatestGot>(&event)) {
     if (!latest->result.Succeeded()) notGot_ = latest->result.problem;
   } else if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) {
@@ -62,11 +67,7 @@ void RunPrinter::TellNotGot() {
 }
 
 void RunPrinter::TellEnd(const RunEnded& ended) {
-  const std::size_t done =
-      static_cast<std::size_t>(ended.built) + static_cast<std::size_t>(ended.errors);
-  lines_ << ended.built << " built, " << ended.errors << " failed";
-  if (done < of_) lines_ << ", " << of_ - done << " left";
-  lines_ << " in " << Seconds(ended.duration) << '\n';
+  lines_ << CountsText(ended, of_) << " in " << Seconds(ended.duration) << '\n';
 }
 
 void RunPrinter::Tick() {

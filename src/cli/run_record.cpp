@@ -10,6 +10,9 @@ RunRecord::RunRecord(const std::vector<std::string>& paths) {
 
 void RunRecord::On(const RunEvent& event) {
   if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Take(*compiled);
+  if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
+    if (Project* project = Find(skipped->path)) project->log = ReasonOf(*skipped);
+  }
   if (const auto* latest = std::get_if<LatestGot>(&event)) Take(*latest);
   if (const auto* question = std::get_if<QuestionAnswered>(&event)) {
     messages_.push_back(question->message.text);

@@ -18,7 +18,7 @@ class RunRecord {
     std::string path;
     Outcome outcome = Outcome::NotBuilt;
     std::chrono::milliseconds duration{0};
-    std::string log{};          ///< the compiler's words, or why there are none
+    std::string log{};          ///< the compiler's words, or why it was not asked or wrote none
     std::optional<bool> got{};  ///< the latest sources; nothing when none were to be got
     std::string notGot{};       ///< why not
 

@@ -1,5 +1,7 @@
 #include "core/failed_projects.h"
 
+#include <algorithm>
+
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -24,11 +26,24 @@ std::string FailedProject::Text() const {
 FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles)
     : subscriptions_{runs.Connect([this](const RunEvent& event) {
                        if (std::holds_alternative<RunStarted>(event)) Clear();
+                       const auto* skipped = std::get_if<ProjectSkipped>(&event);
+                       if (skipped != nullptr) Take(*skipped);
                      }),
                      compiles.Connect([this](const CompileEnded& compile) { Take(compile); })} {}
 
+const FailedProject* FailedProjects::Find(const std::string& path) const {
+  const auto found = std::find_if(all_.begin(), all_.end(),
+                                  [&](const FailedProject& failed) { return failed.path == path; });
+  return found == all_.end() ? nullptr : &*found;
+}
+
 void FailedProjects::Clear() {
   all_.clear();
+  changed.Emit();
+}
+
+void FailedProjects::Take(const ProjectSkipped& skipped) {
+  all_.push_back({skipped.path, "Not built: " + ReasonOf(skipped), ""});
   changed.Emit();
 }
 

@@ -17,19 +17,24 @@ struct FailedProject {
   [[nodiscard]] std::string Text() const;
 };
 
-/// The projects that failed last: in a run, and in the single builds since. A project is in the
-/// list once, until it is built or the next run begins.
+/// The projects that failed last: in a run, and in the single builds since; also those that the run
+/// skipped because they use one that failed. A project is in the list once, until it is built or
+/// the next run begins.
 class FailedProjects {
  public:
   FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles);
 
   [[nodiscard]] const std::vector<FailedProject>& All() const { return all_; }
 
+  /// Null when the project did not fail.
+  [[nodiscard]] const FailedProject* Find(const std::string& path) const;
+
   mutable Signal<> changed;
 
  private:
   void Clear();
   void Take(const CompileEnded& compile);
+  void Take(const ProjectSkipped& skipped);
 
   std::vector<FailedProject> all_;
   std::vector<Subscription> subscriptions_;

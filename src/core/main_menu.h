@@ -32,7 +32,12 @@ struct MainMenu {
   Command mnuQueueEmpty{"mnuQueueEmpty", "&Empty"};
   Command mnuQueueMarkAll{"mnuQueueMarkAll", "&Mark All"};
   Command mnuQueueUnMarkAll{"mnuQueueUnMarkAll", "U&nmark All"};
+  Command mnuQueueMarkUses{"mnuQueueMarkUses", "Mark with All It U&ses"};
+  Command mnuQueueMarkUsers{"mnuQueueMarkUsers", "Mark with All T&hat Use It"};
+  Command mnuQueueMarkFailed{"mnuQueueMarkFailed", "Mar&k Failed"};
   Command mnuQueueBuild{"mnuQueueBuild", "&Build Selected Item", "Shift+F7"};
+  Command mnuQueueBuildFailed{"mnuQueueBuildFailed", "Build &Failed Again", "Ctrl+Shift+F7"};
+  Command mnuQueueWhyFailed{"mnuQueueWhyFailed", "Show &Why It Failed"};
   Command mnuQueueTest{"mnuQueueTest", "&Test...", "Ctrl+T"};
 
   Command mnuToolsFind{"mnuToolsFind", "&Find...", "Ctrl+F"};
@@ -51,6 +56,7 @@ struct MainMenu {
   Command mnuToolsGetLatestChanged{"mnuToolsGetLatestChanged", "&Changed Projects"};
 
   Command mnuWindowViewLogs{"mnuWindowViewLogs", "View &Logs...", "Ctrl+L"};
+  Command mnuWindowFailed{"mnuWindowFailed", "&Failed Projects", "F8"};
   Command mnuHelpAbout{"mnuHelpAbout", "&About GorbexBuilder"};
 
   Command mnuDataPopupReg{"mnuDataPopupReg", "&Register"};

@@ -14,6 +14,7 @@ class ObservedDialogs : public Dialogs {
   explicit ObservedDialogs(Dialogs& frontEnd) : frontEnd_(frontEnd) {}
 
   Answer Show(const Message& message) override {
+    asking.Emit(message);
     const Answer answer = frontEnd_.Show(message);
     answered.Emit(message, answer);
     return answer;
@@ -34,6 +35,7 @@ class ObservedDialogs : public Dialogs {
   void ShowLogin(frmLogin& form) override { frontEnd_.ShowLogin(form); }
   void ShowLabel(frmLabel& form) override { frontEnd_.ShowLabel(form); }
 
+  Signal<Message> asking;
   Signal<Message, Answer> answered;
 
  private:

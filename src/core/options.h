@@ -56,6 +56,7 @@ class clsOptions {
   bool GetLatest = false;
   bool AutoStart = false;
   std::int32_t Interval = 0;  ///< seconds
+  bool SkipUsersOfFailed = false;
 
  private:
   void Load(std::size_t number);

@@ -36,6 +36,7 @@ struct frmOptions {
   CheckBox chkChangeRefs;
   CheckBox chkAutoDependant;
   CheckBox chkStopOnErrors;
+  CheckBox chkSkipUsers;
   CheckBox chkDebug;
   TextBox txtBuildPath;
   Command cmdBrowse{"cmdBrowse", "&Browse..."};

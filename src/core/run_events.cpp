@@ -20,4 +20,17 @@ std::string_view NameOf(BuildStep step) {
   return {};
 }
 
+std::string ReasonOf(const ProjectSkipped& skipped) {
+  return "it uses " + skipped.failed + ", which failed";
+}
+
+std::string CountsText(const RunEnded& run, std::size_t checked) {
+  const auto done = static_cast<std::size_t>(run.built) + static_cast<std::size_t>(run.errors);
+  const bool isWhole = done >= checked;
+  std::string text = std::to_string(run.built) + " built";
+  if (isWhole || run.errors > 0) text += ", " + std::to_string(run.errors) + " failed";
+  if (!isWhole) text += ", " + std::to_string(checked - done) + " not built";
+  return text;
+}
+
 }  // namespace gorbex

@@ -44,6 +44,13 @@ struct ProjectStarted {
   std::size_t number;  ///< from 1
   std::size_t of;
 };
+/// Instead of ProjectStarted, for a project that is passed over.
+struct ProjectSkipped {
+  std::string path;
+  std::size_t number;  ///< from 1
+  std::size_t of;
+  std::string failed;  ///< the project that it uses
+};
 struct StepStarted {
   std::string path;
   BuildStep step;
@@ -55,9 +62,12 @@ struct LatestGot {
 struct ProjectCompiled {
   std::string path;
   bool succeeded;
-  std::chrono::milliseconds duration;  ///< of all steps of the project
+  std::chrono::milliseconds duration;  ///< of all its steps, without the time questions were open
   std::string log;                     ///< what the compiler wrote, empty when it wrote nothing
   std::string problem;                 ///< why it wrote nothing, when the program knows
+};
+struct QuestionAsked {
+  Message message;
 };
 struct QuestionAnswered {
   Message message;
@@ -71,8 +81,15 @@ struct RunEnded {
   std::vector<std::string> unamended{};  ///< project files that could not be changed as asked
 };
 
-using RunEvent = std::variant<RunStarted, ProjectStarted, StepStarted, LatestGot, ProjectCompiled,
-                              QuestionAnswered, RunEnded>;
+using RunEvent = std::variant<RunStarted, ProjectStarted, ProjectSkipped, StepStarted, LatestGot,
+                              ProjectCompiled, QuestionAsked, QuestionAnswered, RunEnded>;
 using RunEvents = Signal<RunEvent>;
+
+/// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
+[[nodiscard]] std::string ReasonOf(const ProjectSkipped& skipped);
+
+/// What came of a run, such as "9 built, 1 failed", or "4 built, 6 not built" of ten checked
+/// projects when it ended early.
+[[nodiscard]] std::string CountsText(const RunEnded& run, std::size_t checked);
 
 }  // namespace gorbex

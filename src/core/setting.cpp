@@ -72,6 +72,7 @@ const std::array<Setting, kSettings>& AllSettings() {
       {"AutoLaunchName", "AutoLaunch Name", &clsOptions::AutoLaunchName},
       {"AutoLaunchVBP", "AutoLaunch VBP", &clsOptions::AutoLaunchVBP},
       {"DebugBuild", "Debug Build", Setting::Word{&clsOptions::DebugBuild}},
+      {"SkipUsersOfFailed", "SkipUsersOfFailed", &clsOptions::SkipUsersOfFailed},
       {"VersionComponents", "", &clsOptions::VersionComponents},
       {"WatchSource", "", &clsOptions::WatchSource},
   }};

@@ -27,13 +27,16 @@ void ChangeScan::Scan(Procedure& on) {
   for (const auto& member : window_.ProjectMembers) {
     if (!member->VSSProject.empty()) projects.push_back({member->path, member->VSSProject});
   }
+  std::size_t changed = 0;
   for (const Project& project : projects) {
     if (!on([&] { return IsChanged(project); })) continue;
+    ++changed;
     on([&] {
       window_.tvwProjects.Item(NodeKey(node_prefix::kProject, project.path))
           .SetImage(Image::ProjectWarning);
     });
   }
+  scanned.Emit(changed);
 }
 
 // A project that cannot be compared is skipped; listeners are told why.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "core/main_window.h"
@@ -17,6 +18,9 @@ class ChangeScan {
   /// Compares the files that lie directly in each project's own folder. A mark of an earlier scan
   /// stays.
   void mnuToolsHighlight_Click();
+
+  /// A scan is over; the number of projects it found changed.
+  Signal<std::size_t> scanned;
 
   /// A project that could not be compared, and why.
   Signal<std::string, std::string> notCompared;

@@ -4,8 +4,8 @@
 #include <wx/sizer.h>
 
 #include <cstddef>
-#include <string>
 
+#include "core/file_tools.h"
 #include "ui/caption_divider.h"
 #include "ui/text_conversion.h"
 
@@ -14,35 +14,41 @@ namespace {
 
 // The toolkit takes seconds to lay out ten megabytes.
 constexpr std::size_t kMostShown = 1'000'000;
-
-// One compiler that writes without end must not push the other projects out.
-std::string TextOf(const std::vector<FailedProject>& failed) {
-  std::string text;
-  for (const FailedProject& project : failed) {
-    if (!text.empty()) text += '\n';
-    text += Excerpt(project.Text(), kMostShown / failed.size());
-  }
-  return text;
-}
+constexpr int kListWidth = 170;
 
 }  // namespace
 
 LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box)
     : wxPanel(parent),
       failed_(failed),
+      projects_(new wxListBox(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
+                              wxLB_SINGLE, wxDefaultValidator, "failedProjects")),
       text_(new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                            wxTE_MULTILINE | wxTE_READONLY, wxDefaultValidator, "txtLogFile")),
       subscription_(failed.changed.Connect([this] { isStale_ = true; })) {
   text_->SetFont(wxFontInfo(text_->GetFont().GetPointSize()).Family(wxFONTFAMILY_TELETYPE));
-  auto* close = wxBitmapButton::NewCloseButton(this, wxID_ANY);
-  close->SetToolTip("Hide the failed projects");
-  close->Bind(wxEVT_BUTTON, [&box](wxCommandEvent&) { box.visible.Set(false); });
-  auto* head = new wxBoxSizer(wxHORIZONTAL);
-  head->Add(new CaptionDivider(this, "Failed Projects"), wxSizerFlags(1).CentreVertical());
-  head->Add(close, wxSizerFlags().CentreVertical());
+  projects_->SetMinSize(wxSize(FromDIP(kListWidth), -1));
+  projects_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) {
+    const auto number = static_cast<std::size_t>(event.GetSelection());
+    if (event.GetSelection() >= 0 && number < failed_.All().size()) {
+      shown_ = failed_.All()[number].path;
+      ShowSection();
+    }
+  });
+  // Filled before it has its size, the list would begin below the chosen project.
+  projects_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    CallAfter([this] {
+      const int chosen = projects_->GetSelection();
+      if (chosen != wxNOT_FOUND) projects_->EnsureVisible(chosen);
+    });
+  });
+  auto* content = new wxBoxSizer(wxHORIZONTAL);
+  content->Add(projects_, wxSizerFlags().Expand().Border(wxRIGHT, FromDIP(4)));
+  content->Add(text_, wxSizerFlags(1).Expand());
   auto* sizer = new wxBoxSizer(wxVERTICAL);
-  sizer->Add(head, wxSizerFlags().Expand());
-  sizer->Add(text_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4)));
+  sizer->Add(Head(box), wxSizerFlags().Expand());
+  sizer->Add(content, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4)));
   SetSizer(sizer);
   Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
     event.Skip();
@@ -50,9 +56,46 @@ LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box)
   });
 }
 
+wxSizer* LogPane::Head(TextBox& box) {
+  auto* close = wxBitmapButton::NewCloseButton(this, wxID_ANY);
+  close->SetToolTip("Hide the failed projects");
+  close->Bind(wxEVT_BUTTON, [&box](wxCommandEvent&) { box.visible.Set(false); });
+  auto* head = new wxBoxSizer(wxHORIZONTAL);
+  head->Add(new CaptionDivider(this, "Failed Projects"), wxSizerFlags(1).CentreVertical());
+  head->Add(close, wxSizerFlags().CentreVertical());
+  return head;
+}
+
+void LogPane::GoTo(const std::string& path) {
+  if (failed_.Find(path) == nullptr || (path == shown_ && !isStale_)) return;
+  shown_ = path;
+  ShowFailures();
+}
+
+void LogPane::Enter() {
+  if (isStale_) ShowFailures();
+  projects_->SetFocus();
+}
+
+// A section that somebody reads stays as long as its project is in the list.
 void LogPane::ShowFailures() {
   isStale_ = false;
-  text_->ChangeValue(ToWx(TextOf(failed_.All())));
+  const auto& failed = failed_.All();
+  if (failed_.Find(shown_) == nullptr) shown_ = failed.empty() ? "" : failed.front().path;
+  wxArrayString names;
+  int chosen = wxNOT_FOUND;
+  for (const FailedProject& project : failed) {
+    if (project.path == shown_) chosen = static_cast<int>(names.size());
+    names.push_back(ToWx(GetFileFromPath(project.path)));
+  }
+  projects_->Set(names);
+  projects_->SetSelection(chosen);
+  ShowSection();
+}
+
+void LogPane::ShowSection() {
+  const FailedProject* project = failed_.Find(shown_);
+  text_->ChangeValue(project == nullptr ? wxString() : ToWx(Excerpt(project->Text(), kMostShown)));
 }
 
 }  // namespace gorbex::ui

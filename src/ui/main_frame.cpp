@@ -12,7 +12,6 @@
 #include "ui/details_block.h"
 #include "ui/icons.h"
 #include "ui/layout_store.h"
-#include "ui/log_pane.h"
 #include "ui/logs_window.h"
 #include "ui/project_drag.h"
 #include "ui/run_status_bar.h"
@@ -36,9 +35,9 @@ std::vector<ListColumn> ReferenceColumns() {
 }
 
 // Commands that only a window can run.
-std::array<Command*, 4> OwnCommands(MainMenu& menu) {
-  return {&menu.mnuHelpAbout, &menu.mnuToolsFind, &menu.mnuToolsFindNext,
-          &menu.mnuToolsFindPrevious};
+std::array<Command*, 6> OwnCommands(MainMenu& menu) {
+  return {&menu.mnuHelpAbout,         &menu.mnuToolsFind,    &menu.mnuToolsFindNext,
+          &menu.mnuToolsFindPrevious, &menu.mnuWindowFailed, &menu.mnuQueueWhyFailed};
 }
 
 }  // namespace
@@ -80,6 +79,16 @@ void MainFrame::HandleCommands() {
   menu.mnuToolsFind.SetHandler([this] { find_->Open(); });
   menu.mnuToolsFindNext.SetHandler([this] { find_->Find(ProjectSearch::Direction::Next); });
   menu.mnuToolsFindPrevious.SetHandler([this] { find_->Find(ProjectSearch::Direction::Previous); });
+  menu.mnuWindowFailed.SetHandler([this] {
+    const bool shows = !details_->IsSplit();
+    program_.window.txtLogFile.visible.Set(shows);
+    if (shows) log_->Enter();
+  });
+  menu.mnuQueueWhyFailed.SetHandler([this] {
+    program_.window.txtLogFile.visible.Set(true);
+    log_->GoTo(program_.window.lvwQueue.SelectedRow().Key());
+    log_->Enter();
+  });
 }
 
 // They stay beside the window for its whole life and show themselves when their state says so.
@@ -215,8 +224,17 @@ void MainFrame::FollowState() {
   follow(window.caption.changed, [this](const std::string& text) { SetTitle(ToWx(text)); });
   follow(window.txtLogFile.visible.changed, [this](const bool&) { ShowFailures(); });
   follow(program_.failed.changed, [this] { ShowFailures(); });
+  follow(program_.compile.ended, [this](const CompileEnded& compile) {
+    if (!program_.work.Goes(Task::Run)) log_->GoTo(compile.path);
+  });
+  follow(window.lvwQueue.selectionChanged, [this] {
+    const ListRow* row = program_.window.lvwQueue.Selected();
+    if (row != nullptr && details_->IsSplit()) log_->GoTo(row->Key());
+  });
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
+  follow(program_.changes.scanned,
+         [this](const std::size_t& projects) { status_->ShowChanged(projects); });
   follow(program_.changes.notCompared, [this](const std::string& path, const std::string& reason) {
     notCompared_.push_back(path + ": " + reason);
   });

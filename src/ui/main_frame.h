@@ -61,7 +61,7 @@ class MainFrame : public wxFrame {
   wxSplitterWindow* rows_ = nullptr;     ///< everything else above the queue
   wxSplitterWindow* columns_ = nullptr;  ///< the tree beside what is known of a project
   wxSplitterWindow* details_ = nullptr;  ///< references above the compiler's log
-  wxWindow* log_ = nullptr;
+  LogPane* log_ = nullptr;
   Pane* treePane_ = nullptr;
   Pane* dataPane_ = nullptr;
   Pane* queuePane_ = nullptr;

@@ -99,6 +99,8 @@ void OptionsWindow::MakeBuildPage() {
            "chkAutoDependant", form_.chkAutoDependant);
   AddCheck(page, "Ask to continue after each &failed project", "chkStopOnErrors",
            form_.chkStopOnErrors);
+  AddCheck(page, "&Skip projects that use one that failed in the same run", "chkSkipUsers",
+           form_.chkSkipUsers);
   AddCheck(page, "&Debug build (no optimization, symbolic debug information)", "chkDebug",
            form_.chkDebug);
   wxSizer& content = ContentOf(page);

@@ -1,6 +1,8 @@
 #include "ui/queue_list.h"
 
+#include "core/file_tools.h"
 #include "ui/elapsed_time.h"
+#include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
@@ -21,14 +23,17 @@ QueueList::QueueList(wxWindow* parent, ListView& state, RunEvents& events)
 wxString QueueList::ExtraText(const ListRow& row, long column) const {
   if (column != kTimeColumn) return {};
   const auto found = times_.find(row.Key());
-  return found == times_.end() ? wxString() : ElapsedText(found->second);
+  return found == times_.end() ? wxString() : found->second;
 }
 
 void QueueList::Hear(const RunEvent& event) {
   if (std::holds_alternative<RunStarted>(event)) {
     times_.clear();
   } else if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) {
-    times_[compiled->path] = compiled->duration;
+    times_[compiled->path] = ElapsedText(compiled->duration);
+  } else if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
+    times_[skipped->path] = "skipped: " + ToWx(GetFileFromPath(skipped->failed)) + " failed";
+    MeasureLater();
   } else {
     return;
   }

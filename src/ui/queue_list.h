@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <string>
 #include <unordered_map>
 
@@ -9,7 +8,7 @@
 
 namespace gorbex::ui {
 
-/// The build queue with the time each project took in the last run.
+/// The build queue with the time each project took in the last run, or why the run skipped it.
 class QueueList : public StateList {
  public:
   QueueList(wxWindow* parent, ListView& state, RunEvents& events);
@@ -18,7 +17,7 @@ class QueueList : public StateList {
   [[nodiscard]] wxString ExtraText(const ListRow& row, long column) const override;
   void Hear(const RunEvent& event);
 
-  std::unordered_map<std::string, std::chrono::milliseconds> times_;
+  std::unordered_map<std::string, wxString> times_;  ///< or why there is none
   Subscription subscription_;
 };
 

@@ -35,16 +35,27 @@ void RunStatusBar::ShowUnsaved(bool unsaved) {
   SetStatusText(unsaved ? "Unsaved" : "", kUnsaved);
 }
 
+void RunStatusBar::ShowChanged(std::size_t projects) {
+  SetStatusText(projects == 1 ? wxString("1 changed project")
+                              : wxString::Format("%zu changed projects", projects),
+                kCount);
+}
+
 void RunStatusBar::Hear(const RunEvent& event) {
   if (const auto* started = std::get_if<RunStarted>(&event)) Begin(*started);
   if (const auto* project = std::get_if<ProjectStarted>(&event)) Next(*project);
   if (const auto* step = std::get_if<StepStarted>(&event)) Show(*step);
+  if (std::holds_alternative<ProjectSkipped>(event)) gauge_->SetValue(gauge_->GetValue() + 1);
+  // Questions take the user's time, not the project's.
+  if (std::holds_alternative<QuestionAsked>(event)) project_.Pause();
+  if (std::holds_alternative<QuestionAnswered>(event)) project_.Resume();
   if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Done(*compiled);
   if (const auto* ended = std::get_if<RunEnded>(&event)) End(*ended);
 }
 
 void RunStatusBar::Begin(const RunStarted& run) {
   constexpr int kTick = 500;
+  checked_ = run.projects;
   gauge_->SetRange(std::max(1, static_cast<int>(run.projects)));
   gauge_->SetValue(0);
   total_ = {};
@@ -78,7 +89,7 @@ void RunStatusBar::End(const RunEnded& run) {
   timer_.Stop();
   gauge_->Hide();
   if (run.result != RunResult::Finished && run.result != RunResult::Aborted) return;
-  SetStatusText(wxString::Format("%d built, %d failed", run.built, run.errors), kCount);
+  SetStatusText(ToWx(CountsText(run, checked_)), kCount);
   SetStatusText(ElapsedText(total_), kTime);
 }
 

@@ -6,6 +6,7 @@
 #include <wx/timer.h>
 
 #include <chrono>
+#include <cstddef>
 #include <vector>
 
 #include "build/build_run.h"
@@ -18,6 +19,9 @@ namespace gorbex::ui {
 class RunStatusBar : public wxStatusBar {
  public:
   RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& events);
+
+  /// Shows how many projects a scan found changed, until the next scan or run.
+  void ShowChanged(std::size_t projects);
 
   /// Shows whether there are unsaved changes.
   void ShowUnsaved(bool unsaved);
@@ -37,6 +41,7 @@ class RunStatusBar : public wxStatusBar {
   wxStopWatch project_;
   bool isUnsaved_ = false;
   wxString number_;                    ///< of the project being built, and of how many
+  std::size_t checked_ = 0;            ///< projects of the run
   std::chrono::milliseconds total_{};  ///< of all projects of the run
   std::vector<Subscription> subscriptions_;
 };

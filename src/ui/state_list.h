@@ -43,6 +43,9 @@ class StateList : public wxListCtrl {
   /// Paints the changes once the program is idle.
   void ShowLater() { isStale_ = true; }
 
+  /// As ShowLater, with columns that follow the texts anew.
+  void MeasureLater() { isUnmeasured_ = isStale_ = true; }
+
  private:
   [[nodiscard]] wxString OnGetItemText(long item, long column) const override;
   [[nodiscard]] wxString WholeText(long item, long column) const;

@@ -64,7 +64,7 @@ WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
                      &m.mnuToolsDependancies, nullptr, &m.mnuToolsLogin, &m.mnuToolsGetLatest,
                      &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox, nullptr,
                      &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
-  AddMenu("&Window", {&m.mnuWindowViewLogs});
+  AddMenu("&Window", {&m.mnuWindowFailed, &m.mnuWindowViewLogs});
   AddMenu("&Help", {&m.mnuHelpAbout});
   frame_.SetMenuBar(bar_);
   MakeArrowKeys({&m.mnuQueueMoveUp, &m.mnuQueueMoveDown});
@@ -93,8 +93,13 @@ WindowMenus::Entries WindowMenus::QueueEntries() {
           nullptr,
           &m.mnuQueueMarkAll,
           &m.mnuQueueUnMarkAll,
+          &m.mnuQueueMarkUses,
+          &m.mnuQueueMarkUsers,
+          &m.mnuQueueMarkFailed,
           nullptr,
           &m.mnuQueueBuild,
+          &m.mnuQueueBuildFailed,
+          &m.mnuQueueWhyFailed,
           &m.mnuQueueTest};
 }
 

@@ -89,6 +89,11 @@ TEST_F(BuildQueueTest, ArrangePutsRowsBelowTheirsAndReportsThoseItLoses) {
     dialogs.answers = {c.answer};
     program.window.menu.mnuQueueArrange.Execute();
     EXPECT_EQ(Order(), c.first);
+    const auto moved = std::count(c.first.begin(), c.first.end(), '-');
+    const std::string told = std::to_string(moved) + " rows moved and unchecked";
+    if (c.reports == 0 && moved > 1) {
+      EXPECT_EQ(program.window.stbStatus.Get(), told);
+    }
     const ListRow* selected = queue.Selected();
     EXPECT_TRUE(selected == nullptr || queue.Find(selected->Key()) == selected);
     const auto reports = Effects();

@@ -61,15 +61,16 @@ TEST_F(BuildSettingsTest, SaysWhatIsInForceAndWhichCommandSetsIt) {
 
 TEST_F(BuildSettingsTest, ShowsAndAppliesEachSettingInItsControl) {
   auto& o = options;
-  bool* const flags[] = {&o.GetLatest,          &o.AutoStart,      &o.Compatible,   &o.ChangeRefs,
-                         &o.AutoBuildDependant, &o.StopProcessing, &o.AutoLaunchVBP};
+  bool* const flags[] = {&o.GetLatest,     &o.AutoStart,          &o.Compatible,
+                         &o.ChangeRefs,    &o.AutoBuildDependant, &o.StopProcessing,
+                         &o.AutoLaunchVBP, &o.SkipUsersOfFailed};
   for (std::size_t i = 0; i < std::size(flags); ++i) *flags[i] = i % 2 == 0;
   options.ReplyUser = "a", options.BuildPath = "b", options.AutoLaunchName = "c";
   options.DebugBuild = "TRUE", options.ReplyTo = 1;
   dialogs.useOptions = [&](frmOptions& form) {
     CheckBox* const boxes[] = {
         &form.chkGetLatest,     &form.chkAutoStart,    &form.chkCompatability, &form.chkChangeRefs,
-        &form.chkAutoDependant, &form.chkStopOnErrors, &form.chkAutoLaunchVBP};
+        &form.chkAutoDependant, &form.chkStopOnErrors, &form.chkAutoLaunchVBP, &form.chkSkipUsers};
     for (std::size_t i = 0; i < std::size(boxes); ++i) {
       EXPECT_EQ(boxes[i]->value.Get(), i % 2 == 0);
       boxes[i]->value.Set(!*flags[i]);

@@ -128,6 +128,32 @@ TEST_F(CompileTest, RemembersWhatFailedUntilItIsBuiltOrTheNextRun) {
   EXPECT_TRUE(failed.empty());
 }
 
+TEST_F(CompileTest, BuildsWhatFailedOnceMoreAndKeepsTheMarks) {
+  group.Library("Base").Line("CompatibleMode=\"2\"");
+  group.Library("Core").Uses("Base").Line("CompatibleMode=\"2\"");
+  group.Library("Else").Line("CompatibleMode=\"2\"");
+  group.Library("Top").Uses("Core").Line("CompatibleMode=\"2\"");
+  Load();
+  program.options.SkipUsersOfFailed = true;
+  failing = "Base";
+  EXPECT_EQ(Only(Build(), {"start"}).size(), 2U);
+  const auto& failed = program.failed;
+  ASSERT_EQ(failed.All().size(), 3U);
+  EXPECT_EQ(failed.Find(Group::Path("Top"))->reason,
+            "Not built: it uses " + Group::Path("Base") + ", which failed");
+  EXPECT_EQ(failed.Find(Group::Path("Else")), nullptr);
+
+  failing = "";
+  Row("Top").SetChecked(false);
+  program.window.menu.mnuQueueBuildFailed.Execute();
+  const Journal started = Only(Steps(), {"start"});
+  ASSERT_EQ(started.size(), 3U);
+  EXPECT_NE(started[2].find(Group::Path("Top")), std::string::npos);
+  EXPECT_TRUE(failed.All().empty());
+  EXPECT_FALSE(program.window.menu.mnuQueueBuildFailed.IsPossible());
+  EXPECT_TRUE(Row("Else").Checked() && !Row("Top").Checked());
+}
+
 TEST_F(CompileTest, WaitsForAProcessWhileTheUserActs) {
   constexpr std::uint32_t kLooksActive = 259;
   platform.processes.polls = 3;

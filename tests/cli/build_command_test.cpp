@@ -1,4 +1,5 @@
 #include "tests/cli/cli_fixture.h"
+#include "tests/support/build_fixture.h"
 #include "tests/support/window_journal.h"
 
 namespace gorbex::test {
@@ -41,6 +42,25 @@ TEST_F(BuildCommandTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
   EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
   platform.files.AddFile("C:\\marked.bpf", "\xEF\xBB\xBF" + platform.files.Text(file));
   EXPECT_EQ(Run({"queue", "C:\\marked.bpf", "--save"}).status, 2);
+}
+
+TEST_F(BuildCommandTest, SkipsWhatUsesAFailedProjectAndSaysWhy) {
+  InstallCompiler({"Core"});
+  const std::vector<std::string> build = {"build", file, "--skip-users-of-failed", "--junit",
+                                          "C:\\run.xml"};
+  const Result run = Run(build);
+  EXPECT_EQ(run.status, 1);
+  const std::string reason = "it uses " + Group::Path("Core") + ", which failed";
+  EXPECT_NE(run.out.find("skipped  " + reason), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("0 built, 1 failed, 2 not built in"), std::string::npos) << run.out;
+  EXPECT_EQ(CountOf(platform.files.Text("C:\\run.xml"), "<skipped message=\"" + reason + "\"/>"),
+            2U);
+  EXPECT_EQ(Run({"settings", "SkipUsersOfFailed", "true"}).out, "true\n");
+  const Json projects = Run({"build", file, "--json"}).Json()["projects"];
+  EXPECT_EQ(projects[2], (Json{{"path", Group::Path("Till")},
+                               {"result", "notBuilt"},
+                               {"log", reason},
+                               {"got", nullptr}}));
 }
 
 TEST_F(BuildCommandTest, BuildTakesNamedProjectsAloneAndNothingCheckedIsToldApart) {

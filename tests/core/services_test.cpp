@@ -131,7 +131,8 @@ TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
   EXPECT_EQ(written,
             "| Interval=90| AutoStart=False| GetLatest=False| Compatible=True| ChangeRefs=False| "
             "StopProcessing=False| BuildPath=C:\\\xC4| WatchFolder=| ReplyTo=-7| ReplyUser=| "
-            "AutoDependant=True| AutoLaunch Name=| AutoLaunch VBP=False| Debug Build=True|");
+            "AutoDependant=True| AutoLaunch Name=| AutoLaunch VBP=False| Debug Build=True| "
+            "SkipUsersOfFailed=False|");
 
   platform.registry.AddText(kUser, kSettingsKey, "Compatible", "1");
   platform.registry.AddText(kUser, kSettingsKey, "GetLatest", "tRUE");

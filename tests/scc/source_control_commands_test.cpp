@@ -103,8 +103,12 @@ TEST_F(SourceControlCommandsTest, ScanMarksProjectsByTheFilesDirectlyInTheirFold
   EXPECT_EQ(Marked(), "Base Shop ") << "a mark of an earlier scan stays";
   EXPECT_EQ(passedOver, (Journal{Group::Path("Core"), "offline"}));
   database.failures = {{{"type", "$/Base/a.cls"}, "no type"}, {{"type", "$/Base/b.cls"}, "none"}};
+  std::optional<std::size_t> found;
+  const auto scans =
+      program.changes.scanned.Connect([&](const std::size_t& projects) { found = projects; });
   EXPECT_EQ(Run(menu.mnuToolsHighlight).back(), "status Finished scanning for changes");
   EXPECT_EQ(passedOver, (Journal{Group::Path("Base"), "no type"}));
+  EXPECT_EQ(found, 1U) << "Shop, once more";
   EXPECT_EQ(program.window.mousePointer.Get(), MousePointer::Default);
 }
 

@@ -153,6 +153,35 @@ TEST_F(MainWindowTest, ListsEveryFailedProjectWithWhatTheCompilerWrote) {
   EXPECT_EQ(Shown("txtLogFile"), nullptr) << "nothing failed in the last run";
 }
 
+TEST_F(MainWindowTest, LeadsFromARedRowToItsFailureAndBackAgain) {
+  for (const char* file : {"Core/modErrors.bas", "Money/Amount.cls"}) {
+    std::filesystem::remove(bench.Product() / file);
+  }
+  Open(kProduct);
+  user.Presses(WXK_F7);
+  ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
+  ASSERT_GE(program->failed.All().size(), 2U);
+  const auto text = [] { return The<wxTextCtrl>("txtLogFile").GetValue(); };
+  EXPECT_TRUE(text().StartsWith(Path("Core")));
+  frmBuilder& window = program->window;
+  window.lvwQueue.Select(window.lvwQueue.Find(Path("Money")));
+  User::Waits();
+  EXPECT_TRUE(text().StartsWith(Path("Money"))) << text();
+  user.Presses(WXK_F8);
+  EXPECT_EQ(Shown("failedProjects"), nullptr);
+  user.Presses(WXK_F8);
+  ASSERT_NE(Shown("failedProjects"), nullptr);
+  user.Presses(WXK_HOME);
+  EXPECT_TRUE(text().StartsWith(Path("Core"))) << "the list has the focus";
+  user.Presses(WXK_F8);
+  window.menu.mnuQueueWhyFailed.Execute();
+  User::Waits();
+  EXPECT_TRUE(text().StartsWith(Path("Money")));
+  window.lvwQueue.Select(window.lvwQueue.Find(Path("Till")));
+  EXPECT_EQ(window.menu.mnuQueueWhyFailed.IsPossible(),
+            program->failed.Find(Path("Till")) != nullptr);
+}
+
 TEST_F(MainWindowTest, ShowsFailuresAndHidesThemAtTheNextClick) {
   std::ofstream(bench.Product() / "Core/modErrors.bas", std::ios::binary)
       << "Attribute VB_Name = \"modErrors\"\r\nSub Main()\r\n";
@@ -197,6 +226,46 @@ TEST_F(MainWindowTest, AsksBeforeItClosesAndRemembersItsPlace) {
   EXPECT_TRUE(User::Sees([&] { return panes->GetSashPosition() == 300; }));
   EXPECT_TRUE(Close());
   EXPECT_TRUE(Asked().empty());
+}
+
+TEST_F(MainWindowTest, LinksWhatIsInForceToWhereItIsSet) {
+  Open(kProduct);
+  auto& line = The<LinkLine>("termsInForce");
+  int opened = 0;
+  dialogs.useOptions = [&](frmOptions& form) {
+    ++opened;
+    form.chkCompatability.value.Set(!form.chkCompatability.value.Get());
+    form.cmdOK.Execute();
+  };
+  const wxRect whole = line.PlaceOf(0);
+  user.Clicks(line, {whole.x + whole.width / 2, whole.y + whole.height / 2});
+  EXPECT_EQ(opened, 1);
+  EXPECT_NE(line.PlaceOf(0).width, whole.width) << "it says what holds now";
+  line.SetFocus();
+  user.Presses(WXK_RETURN);
+  EXPECT_EQ(opened, 2);
+  user.Presses(WXK_RIGHT);
+  dialogs.choices = {"4.5.6"};
+  user.Presses(WXK_SPACE);
+  EXPECT_EQ(program->options.VersionComponents, "4.5.6");
+  const std::string longFolder = "C:\\" + std::string(300, 'x') + "\\";
+  program->window.buildDirectory = longFolder;
+  User::Waits();
+  EXPECT_TRUE(wxRect(line.GetClientSize()).Contains(line.PlaceOf(2))) << "its end is in sight";
+}
+
+TEST_F(MainWindowTest, TellsHowManyAStoppedRunLeft) {
+  Open(kProduct);
+  const auto listening = program->run.events.Connect([&](const RunEvent& event) {
+    const auto* started = std::get_if<ProjectStarted>(&event);
+    if (started != nullptr && started->number == 2) program->run.mnuFileStop_Click();
+  });
+  user.Presses(WXK_F7);
+  ASSERT_TRUE(User::Sees([&] { return Icons().starts_with("buildok buildok"); }));
+  ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
+  const auto rows = program->window.lvwQueue.Count();
+  EXPECT_EQ(frame->GetStatusBar()->GetStatusText(2),
+            wxString::Format("2 built, %zu not built", rows - 2));
 }
 
 TEST_F(MainWindowTest, StaysOpenUntilTheRunningProjectIsDone) {
