@@ -66,6 +66,7 @@ void BuildRun::mnuFileBuild_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileBuild_Click").Run([&](Procedure& on) {
     result = Run(on, counters);
   });
+  if (result == RunResult::Aborted) RecoverFromAbort();
   if (!unamended_.empty() && !uses_.work.Ends()) TellUnamended();
   task.reset();
   events.Emit(
@@ -125,6 +126,17 @@ RunResult BuildRun::Run(Procedure& on, Counters& counters) {
   });
   on([&] { RestoreMailTimer(); });
   return compiles ? RunResult::Finished : RunResult::NoCompiler;
+}
+
+void BuildRun::RecoverFromAbort() {
+  frmBuilder& window = uses_.window;
+  window.menu.mnuFileBuild.enabled.Set(true);
+  window.mousePointer.Set(MousePointer::Default);
+  const bool isMailOff =
+      window.menu.mnuToolsInBox.checked.Get() && !window.tmrOutlook.enabled.Get();
+  window.SetStatus(isMailOff ? "Build aborted; the remaining projects stayed as they were, and the "
+                               "inbox is not checked until Check Inbox is switched off and on"
+                             : "Build aborted; the remaining projects stayed as they were");
 }
 
 void BuildRun::RestoreMailTimer() {
@@ -240,10 +252,12 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   on([&] { RowOf(path).EnsureVisible(); });
   on([&] { window.lvwQueue.Refresh(); });
   on([&] { window.SetStatus("Building " + path); });
-  const std::string exeName = on([&] { return window.ProjectMembers.Item(path).EXEName; });
+  const bool isGone = IsGone(path, window.ProjectMembers, uses_.files);
+  const std::string exeName =
+      on([&] { return isGone ? "" : window.ProjectMembers.Item(path).EXEName; });
 
   DebugBuild debug(*this, path);
-  Prepare(on, path, debug);
+  if (!isGone) Prepare(on, path, debug);
   events.Emit(StepStarted{path, BuildStep::Compile});
   const bool succeeded = on([&] { return uses_.compile.CompileProject(path, ""); });
   on([&] {

@@ -104,6 +104,14 @@ class BuildRun {
   [[nodiscard]] std::chrono::milliseconds WorkingTime() const;
   [[nodiscard]] Pass BuildProject(Procedure& on, const std::string& path, Counters& counters);
 
+  /// Whether the setting passes over this project, because it uses one that failed in this run.
+  [[nodiscard]] bool Skips(Procedure& on, const std::string& path, std::size_t number,
+                           std::size_t of);
+  void NoteFailed(const std::string& path);
+
+  /// Makes the next run possible. The inbox stays unchecked, which the status bar tells.
+  void RecoverFromAbort();
+
   /// The queue may change while a compile lets the user act, so a row is never held across steps.
   /// Error 35601 when it was removed meanwhile.
   [[nodiscard]] ListRow& RowOf(const std::string& path) const;

@@ -19,6 +19,10 @@ std::string Quoted(std::string_view text) {
 
 }  // namespace
 
+bool IsGone(const std::string& path, const MemberCollection& members, const FileReader& files) {
+  return !members.Contains(path) && !FileExists(files, path);
+}
+
 Compile::Compile(const Uses& uses)
     : uses_(uses), report_(uses.dialogs, [this](const std::string& line) {
         problem_ = "the compiler wrote no result log that can be read";
@@ -111,6 +115,9 @@ bool Compile::Attempt(const std::string& folder, const std::string& projectPath)
 }
 
 bool Compile::Compiled(const std::string& folder, const std::string& projectPath) {
+  if (IsGone(projectPath, uses_.window.ProjectMembers, uses_.files)) {
+    throw RuntimeError(ErrorNumber::FileNotFound, projectPath);
+  }
   static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
   RequireFileArgument(projectPath);
   RequireArgument(folder);

@@ -17,6 +17,10 @@
 
 namespace gorbex {
 
+/// Whether a project was not loaded because its file is missing, as it still is.
+[[nodiscard]] bool IsGone(const std::string& path, const MemberCollection& members,
+                          const FileReader& files);
+
 /// Compiles single projects and judges the compiler's result log.
 class Compile {
  public:

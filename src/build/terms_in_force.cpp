@@ -24,6 +24,7 @@ std::vector<BuildTerm> TermsInForce(frmBuilder& window, const clsOptions& option
   const std::string& folder = window.buildDirectory;
   add(folder.empty() ? "to each project's folder" : "to " + folder, menu.mnuToolsBuildPath);
   addIf(options.StopProcessing, "asks after a failure", menu.mnuToolsBuildOptions);
+  addIf(options.SkipUsersOfFailed, "skips users of failed projects", menu.mnuToolsBuildOptions);
   addIf(menu.mnuToolsInBox.checked.Get(), "mail requests on", menu.mnuToolsInBox);
   return terms;
 }

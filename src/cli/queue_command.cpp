@@ -17,6 +17,9 @@ struct QueueArguments {
   std::string file;
   std::vector<std::string> words;
   bool save = false;
+  bool removeMissing = false;
+  bool withUses = false;
+  bool withUsers = false;
 };
 
 // One word of the queue's little language and what it does to a project.
@@ -62,14 +65,27 @@ const Verb* FindVerb(const std::string& word) {
   return named == verbs.end() ? nullptr : &*named;
 }
 
-void Execute(Session& session, const std::vector<std::string>& words) {
+void RequireMarks(const QueueArguments& arguments) {
+  const auto& words = arguments.words;
+  const bool marks = std::find(words.begin(), words.end(), "mark") != words.end();
+  if (marks || (!arguments.withUses && !arguments.withUsers)) return;
+  throw Failure(ExitStatus::Unusable, "--with-uses and --with-users go with mark");
+}
+
+// What --with-uses and --with-users add to "mark".
+void MarkMore(QueueMarks& marks, const QueueArguments& arguments, const std::string& path) {
+  if (arguments.withUses) marks.MarkWithUses(path);
+  if (arguments.withUsers) marks.MarkWithUsers(path);
+}
+
+void Execute(Session& session, const QueueArguments& arguments) {
   const Verb* verb = nullptr;
   const Verb* unused = nullptr;
   const auto requireUse = [&] {
     if (unused == nullptr) return;
     throw Failure(ExitStatus::Unusable, std::string(unused->name) + ": no project named");
   };
-  for (const std::string& word : words) {
+  for (const std::string& word : arguments.words) {
     if (word == "arrange") {
       requireUse();
       session.program().window.menu.mnuQueueArrange.Execute();
@@ -80,7 +96,9 @@ void Execute(Session& session, const std::vector<std::string>& words) {
     } else if (verb == nullptr) {
       throw Failure(ExitStatus::Unusable, word + ": no queue command");
     } else {
-      verb->apply(session.program(), session.LoadedProject(word));
+      const std::string path = session.LoadedProject(word);
+      verb->apply(session.program(), path);
+      if (verb->name == "mark") MarkMore(session.program().marks, arguments, path);
       unused = nullptr;
     }
   }
@@ -88,10 +106,12 @@ void Execute(Session& session, const std::vector<std::string>& words) {
 }
 
 void Queue(Frame& frame, const QueueArguments& arguments) {
+  RequireMarks(arguments);
   Session session(frame);
   const auto alone = arguments.save ? session.ChangeAlone() : nullptr;
-  session.Open(arguments.file);
-  Execute(session, arguments.words);
+  arguments.removeMissing ? session.OpenWithoutMissing(arguments.file)
+                          : session.Open(arguments.file);
+  Execute(session, arguments);
   if (arguments.save) session.Save();
   const ListView& queue = session.program().window.lvwQueue;
   if (frame.json) {
@@ -110,6 +130,12 @@ void AddQueueCommand(CLI::App& app, Frame& frame) {
   command.add_option("COMMAND", arguments->words,
                      "add P.vbp..., arrange, up P.vbp, down P.vbp, remove P.vbp, mark P.vbp..., "
                      "unmark P.vbp...");
+  command.add_flag("--with-uses", arguments->withUses,
+                   "Mark what the named projects use, too, directly or through others");
+  command.add_flag("--with-users", arguments->withUsers,
+                   "Mark what uses the named projects, too, directly or through others");
+  command.add_flag("--remove-missing", arguments->removeMissing,
+                   "Take projects out whose files are missing");
   command.add_flag("--save", arguments->save, "Write the file");
   AddAnswers(command, frame);
   command.callback([&frame, arguments] { Queue(frame, *arguments); });

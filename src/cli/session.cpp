@@ -75,14 +75,23 @@ void Session::RequireSettings() const {
 }
 
 void Session::Open(const std::string& typedPath) {
-  Open(typedPath, BuildProjectFile::UnreadRows::AreErrors);
+  Open(typedPath, BuildProjectFile::Unread::IsKept);
+  const auto& missing = program_->buildProject.Missing();
+  if (missing.empty()) return;
+  std::string text = typedPath + ": project files are missing:";
+  for (const std::string& path : missing) text += "\n  " + Plain(path);
+  throw Failure(ExitStatus::Unusable, text);
 }
 
 void Session::OpenToLook(const std::string& typedPath) {
-  Open(typedPath, BuildProjectFile::UnreadRows::AreLeftOut);
+  Open(typedPath, BuildProjectFile::Unread::IsLeftOut);
 }
 
-void Session::Open(const std::string& typedPath, BuildProjectFile::UnreadRows unread) {
+void Session::OpenWithoutMissing(const std::string& typedPath) {
+  Open(typedPath, BuildProjectFile::Unread::IsRemoved);
+}
+
+void Session::Open(const std::string& typedPath, BuildProjectFile::Unread unread) {
   RequireSettings();
   const std::string path = ProgramPath(typedPath);
   opened_ = RequiredBuildProject(path, typedPath);

@@ -25,8 +25,12 @@ class Session {
   /// Failure when the stored settings could not be read: a command must not use others instead.
   void RequireSettings() const;
 
-  /// Loads a build project file. Failure when it cannot be loaded as a whole.
+  /// Loads a build project file. Failure when it cannot be loaded as a whole, or when project files
+  /// of it are missing.
   void Open(const std::string& typedPath);
+
+  /// As Open, with missing project files taken out of the build project.
+  void OpenWithoutMissing(const std::string& typedPath);
 
   /// As Open, for commands that only look: queue rows whose projects could not be read are left out
   /// with a warning.
@@ -75,7 +79,7 @@ class Session {
   };
 
   void ListenForProblems();
-  void Open(const std::string& typedPath, BuildProjectFile::UnreadRows unread);
+  void Open(const std::string& typedPath, BuildProjectFile::Unread unread);
   [[nodiscard]] std::optional<std::string> FileOf(const std::string& typed) const;
   [[nodiscard]] std::string RequiredBuildProject(const std::string& path,
                                                  const std::string& typedPath) const;

@@ -1,5 +1,6 @@
 #include "core/build_project_file.h"
 
+#include <unordered_set>
 #include <utility>
 
 #include "core/file_tools.h"
@@ -58,7 +59,7 @@ std::optional<std::string> BuildProjectFile::ReadFile(Procedure& on, const std::
   return std::nullopt;
 }
 
-bool BuildProjectFile::LoadProject(const std::string& path, UnreadRows unread) {
+bool BuildProjectFile::LoadProject(const std::string& path, Unread unread) {
   frmBuilder& window = uses_.window;
   TreeNode* lastRead = nullptr;
   bool loaded = false;
@@ -67,18 +68,25 @@ bool BuildProjectFile::LoadProject(const std::string& path, UnreadRows unread) {
     if (!text) return;
     window.fileName.clear();
     leftOut_.clear();
+    ForgetMissing();
+    notesMissing_ = unread != Unread::IsLeftOut;
     on([&] { window.ClearBuildProject(); });
     PairReader pairs(*text);
     while (const auto pair = pairs.Next()) Take(on, *pair, lastRead);
-    if (unread == UnreadRows::AreLeftOut) LeaveOutUnreadRows();
+    notesMissing_ ? NoteMissingRows() : LeaveOutUnreadRows();
     on([&] { uses_.views.RefreshQueue(); });
     ShowBuiltFiles(on);
     on([&] { uses_.log.WriteLog("Opened Project " + path); });
     on([&] { uses_.views.ScanLoadedProjects(); });
     loaded = true;
   });
-  if (loaded) window.fileName = path;
+  if (loaded) {
+    window.fileName = path;
+    kept_ = FileText();
+    window.ProjectChanged = false;
+  }
   if (lastRead != nullptr) uses_.reader.Show(*lastRead);
+  if (loaded && MayRemoveMissing(unread)) RemoveMissing();
   for (auto& project : uses_.findings.Tell()) leftOut_.push_back(std::move(project));
   return loaded;
 }
@@ -105,7 +113,13 @@ void BuildProjectFile::Take(Procedure& on, const Pair& pair, TreeNode*& lastRead
 }
 
 void BuildProjectFile::TakeProject(Procedure& on, const Pair& pair, TreeNode*& lastRead) {
-  TreeNode* read = on([&] { return uses_.reader.ReadUnmarked(std::string(pair.value)); });
+  const std::string path(pair.value);
+  if (notesMissing_ && !FileExists(uses_.files, path)) {
+    NoteMissing(path);
+    missingLines_ = missing_.size();
+    return;
+  }
+  TreeNode* read = on([&] { return uses_.reader.ReadUnmarked(path); });
   if (read != nullptr) lastRead = read;
 }
 
@@ -154,9 +168,52 @@ void BuildProjectFile::LeaveOutUnreadRows() {
   }
 }
 
+void BuildProjectFile::NoteMissing(const std::string& path) {
+  if (isMissing_.insert(path).second) missing_.push_back(path);
+}
+
+void BuildProjectFile::ForgetMissing() {
+  missing_.clear();
+  missingLines_ = 0;
+  isMissing_.clear();
+}
+
+// A row can name a file that has no line of its own.
+void BuildProjectFile::NoteMissingRows() {
+  for (const auto& row : uses_.window.lvwQueue.Rows()) {
+    const std::string& path = row->SubItem(queue_column::kProject);
+    if (uses_.window.ProjectMembers.Contains(path) || FileExists(uses_.files, path)) continue;
+    NoteMissing(path);
+    row->SetTextColour(Colour::ButtonShadow);
+  }
+}
+
+bool BuildProjectFile::MayRemoveMissing(Unread unread) {
+  if (missing_.empty() || unread == Unread::IsKept) return false;
+  if (unread == Unread::IsRemoved) return true;
+  std::string text = "These project files are missing:";
+  text.append(kLineBreak).append(ShortList(missing_)).append(kLineBreak);
+  text.append("Do you wish to remove them from the build project?");
+  return uses_.dialogs.Show({text, Buttons::YesNo, MessageIcon::Exclamation}) == Answer::Yes;
+}
+
+void BuildProjectFile::RemoveMissing() {
+  ListView& queue = uses_.window.lvwQueue;
+  ListView::Storage kept;
+  ListView::Storage removed;
+  for (auto& row : queue.TakeRows()) {
+    const bool goes = isMissing_.contains(row->SubItem(queue_column::kProject));
+    (goes ? removed : kept).push_back(std::move(row));
+  }
+  queue.PutRows(std::move(kept));
+  ForgetMissing();
+  uses_.views.RefreshQueue();
+}
+
 void BuildProjectFile::ShowBuiltFiles(Procedure& on) {
   const frmBuilder& window = uses_.window;
   for (const auto& row : window.lvwQueue.Rows()) {
+    if (isMissing_.contains(row->SubItem(queue_column::kProject))) continue;
     const clsMember* member =
         on([&] { return &window.ProjectMembers.Item(row->SubItem(queue_column::kProject)); });
     if (member == nullptr) continue;
@@ -172,6 +229,10 @@ void BuildProjectFile::ShowBuiltFiles(Procedure& on) {
 std::string BuildProjectFile::FileText() const {
   std::string text;
   for (const TreeNode* node : uses_.window.ProjectNodes()) text += Line("project", node->Text());
+  for (std::size_t i = 0; i < missingLines_; ++i) {
+    const bool isThereAgain = uses_.window.ProjectMembers.Contains(missing_[i]);
+    if (!isThereAgain) text += Line("project", missing_[i]);
+  }
   for (const auto& row : uses_.window.lvwQueue.Rows()) {
     text += Line("queue", (row->Checked() ? "*" : "") + row->SubItem(queue_column::kProject) + "," +
                               row->SubItem(queue_column::kDependency));
@@ -265,14 +326,11 @@ void BuildProjectFile::SetTitle(const std::string& path) {
   uses_.window.caption.Set(title);
 }
 
-bool BuildProjectFile::OpenProject(const std::string& path, UnreadRows unread) {
+bool BuildProjectFile::OpenProject(const std::string& path, Unread unread) {
   const bool loaded = LoadProject(path, unread);
   SetTitle(uses_.window.fileName);
   if (uses_.window.fileName.empty()) kept_.reset();
-  if (!loaded) return false;
-  kept_ = FileText();
-  uses_.window.ProjectChanged = false;
-  return true;
+  return loaded;
 }
 
 void BuildProjectFile::mnuFileNew_Click() {
@@ -282,6 +340,7 @@ void BuildProjectFile::mnuFileNew_Click() {
     on([&] { SetTitle(""); });
     uses_.window.fileName.clear();
     leftOut_.clear();
+    ForgetMissing();
     uses_.window.ProjectChanged = false;
     kept_.reset();
   });

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "core/activity_log.h"
@@ -41,18 +43,26 @@ class BuildProjectFile {
 
   explicit BuildProjectFile(const Uses& uses) : uses_(uses) {}
 
-  /// How to treat queue rows whose projects could not be read. Who only looks can do without
-  /// them.
-  enum class UnreadRows { AreErrors, AreLeftOut };
+  /// What becomes of projects whose files are gone, and of queue rows without a project.
+  enum class Unread {
+    IsAskedAbout,  ///< one question names the missing files and offers to remove them
+    IsKept,        ///< missing ones stay in the build project; see Missing()
+    IsRemoved,     ///< missing ones are taken out of the build project
+    IsLeftOut,     ///< of what is shown, as are all rows without a project: for who only looks
+  };
 
   /// Loads a file in place of the open build project and tells of the projects that are not sound.
   /// False when the file cannot be read or is not a build project file: what is open stays. Also
   /// false when a later error was answered with Abort: what was loaded so far stays, and the build
   /// project then has no file name.
-  bool LoadProject(const std::string& path, UnreadRows unread = UnreadRows::AreErrors);
+  bool LoadProject(const std::string& path, Unread unread = Unread::IsAskedAbout);
 
   /// Loads a file and shows what is then open in the title. False as LoadProject.
-  bool OpenProject(const std::string& path, UnreadRows unread = UnreadRows::AreErrors);
+  bool OpenProject(const std::string& path, Unread unread = Unread::IsAskedAbout);
+
+  /// The project files that were missing when the build project was loaded and that are kept in it:
+  /// saving writes their lines again. Queue rows of theirs are grey.
+  [[nodiscard]] const std::vector<std::string>& Missing() const { return missing_; }
 
   /// The project of a queue row that was left out.
   Signal<std::string> rowLeftOut;
@@ -95,6 +105,11 @@ class BuildProjectFile {
   void TakeVersion(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void TakeBuildFolder(Procedure& on, const Pair& pair, TreeNode*& lastRead);
   void LeaveOutUnreadRows();
+  void NoteMissing(const std::string& path);
+  void ForgetMissing();
+  void NoteMissingRows();
+  [[nodiscard]] bool MayRemoveMissing(Unread unread);
+  void RemoveMissing();
   [[nodiscard]] std::optional<std::string> ReadFile(Procedure& on, const std::string& path);
   void ShowBuiltFiles(Procedure& on);
   [[nodiscard]] std::string FileText() const;
@@ -104,7 +119,11 @@ class BuildProjectFile {
 
   Uses uses_;
   std::vector<std::string> leftOut_;  ///< projects of the open file that could not be read
-  std::optional<std::string> kept_;   ///< the text of the open file; nothing while it has no file
+  std::vector<std::string> missing_;  ///< those with lines of their own first
+  std::size_t missingLines_ = 0;      ///< how many have lines of their own
+  std::unordered_set<std::string> isMissing_;
+  bool notesMissing_ = false;        ///< projects that are missing are noted, not read
+  std::optional<std::string> kept_;  ///< the text of the open file; nothing while it has no file
 };
 
 }  // namespace gorbex

@@ -218,6 +218,21 @@ TEST_F(BuildInterruptionTest, WritesBackNothingButWhatTheKilledRunPutThere) {
   }
 }
 
+TEST_F(BuildInterruptionTest, NamesAProjectFileThatIsGoneAndGoesOn) {
+  group.Library("Base").Line("CompatibleMode=\"2\"");
+  group.Library("Core").Line("CompatibleMode=\"2\"");
+  const std::string file = group.BuildProject();
+  platform.files.Remove(kBase);
+  program.options.VersionComponents = "1.2.3";
+  ASSERT_TRUE(program.buildProject.LoadProject(file));
+  program.window.buildDirectory = "C:\\Out\\";
+  Steps();
+  EXPECT_EQ(Only(Build(), {"show", "start"}).size(), 2U) << "one compile, and the end";
+  EXPECT_EQ(Icons(), "builderror buildok");
+  ASSERT_NE(program.failed.Find(kBase), nullptr);
+  EXPECT_EQ(program.failed.Find(kBase)->reason, "File not found: '" + kBase + "'");
+}
+
 TEST_F(BuildInterruptionTest, FollowsTheAnswerToAnErrorReport) {
   const std::string report =
       Reported(5, "Invalid procedure call or argument: '" + kBase + "'", kBuildProcedure);
@@ -237,14 +252,15 @@ TEST_F(BuildInterruptionTest, FollowsTheAnswerToAnErrorReport) {
   });
   dialogs.answers = {Answer::Abort};
   steps = Build();
-  EXPECT_EQ(steps.back(), report);
+  EXPECT_EQ(Only(steps, {"show"}), Journal{report});
   EXPECT_EQ(end.result, RunResult::Aborted);
   EXPECT_EQ(end.built, 0) << "nothing was compiled";
   EXPECT_EQ(Icons(), "building vbproject");
   const frmBuilder& window = program.window;
-  EXPECT_FALSE(window.menu.mnuFileBuild.enabled.Get());
+  EXPECT_TRUE(window.menu.mnuFileBuild.IsPossible()) << "without a restart";
   EXPECT_FALSE(window.tmrOutlook.enabled.Get());
-  EXPECT_EQ(window.mousePointer.Get(), MousePointer::Hourglass);
+  EXPECT_TRUE(window.stbStatus.Get().ends_with("until Check Inbox is switched off and on"));
+  EXPECT_EQ(window.mousePointer.Get(), MousePointer::Default);
   EXPECT_EQ(CountOf(window.registrationScript, "\r\n"), 3U);
 }
 

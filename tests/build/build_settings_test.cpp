@@ -38,6 +38,7 @@ TEST_F(BuildSettingsTest, SaysWhatIsInForceAndWhichCommandSetsIt) {
   options.Compatible = false;
   options.GetLatest = options.ChangeRefs = options.StopProcessing = true;
   options.DebugBuild = "TRUE";
+  options.SkipUsersOfFailed = true;
   options.VersionComponents = "2.1.0";
   window.buildDirectory = "C:\\Out\\";
   menu.mnuToolsInBox.checked.Set(true);
@@ -49,6 +50,7 @@ TEST_F(BuildSettingsTest, SaysWhatIsInForceAndWhichCommandSetsIt) {
       {"version 2.1.0", &menu.mnuToolsVersion},
       {"to C:\\Out\\", &menu.mnuToolsBuildPath},
       {"asks after a failure", &menu.mnuToolsBuildOptions},
+      {"skips users of failed projects", &menu.mnuToolsBuildOptions},
       {"mail requests on", &menu.mnuToolsInBox}};
   const auto terms = TermsInForce(window, options);
   ASSERT_EQ(terms.size(), std::size(words));

@@ -68,7 +68,7 @@ TEST_F(CompileTest, FailsSilentlyWithoutACompileAndReportsAMissingLog) {
   EXPECT_FALSE(program.compile.CompileProject(kCore, ""));
   EXPECT_EQ(program.compile.LastProblem(), "File not found: 'C:\\VB\\VB6.EXE'");
   EXPECT_FALSE(program.compile.CompileProject("C:\\Other.vbp", ""));
-  EXPECT_EQ(program.compile.LastProblem(), "Invalid procedure call or argument: 'C:\\Other.vbp'");
+  EXPECT_EQ(program.compile.LastProblem(), "File not found: 'C:\\Other.vbp'");
   clsMember odd;
   odd.path = "C:\\Core.vbp\\";
   program.window.ProjectMembers.Add(odd);

@@ -55,6 +55,29 @@ TEST_F(ProjectCommandsTest, QueueCommandsWorkInTheOrderTyped) {
   EXPECT_EQ(Run({"queue", file, "up", "C:\\nobody.vbp"}).status, 2);
 }
 
+TEST_F(ProjectCommandsTest, QueueMarksWhatProjectsUseOrAreUsedBy) {
+  group.Library("Alone").Line("CompatibleMode=\"2\"");
+  file = group.BuildProject();
+  const std::string money = Group::Path("Money");
+  const auto marked = [&](const std::string& option) {
+    std::vector<std::string> words = {"queue", file, "unmark"};
+    for (const char* name : {"Core", "Money", "Till", "Alone"}) words.push_back(Group::Path(name));
+    for (const std::string& word : {std::string("mark"), money, option, std::string("--json")}) {
+      if (!word.empty()) words.push_back(word);
+    }
+    std::string names;
+    for (const Json& row : Run(words).Json()) {
+      const std::string key = row["key"];
+      if (row["checked"]) names += key.substr(key.rfind('\\') + 1) + " ";
+    }
+    return names;
+  };
+  EXPECT_EQ(marked(""), "Money.vbp ");
+  EXPECT_EQ(marked("--with-uses"), "Core.vbp Money.vbp ");
+  EXPECT_EQ(marked("--with-users"), "Money.vbp Till.vbp ");
+  EXPECT_EQ(Run({"queue", file, "unmark", money, "--with-uses"}).status, 2);
+}
+
 TEST_F(ProjectCommandsTest, SavingNeverDropsProjectsThatCouldNotBeRead) {
   const std::string before = platform.files.Text(file);
   platform.files.Remove(Group::Path("Till"));
@@ -62,7 +85,7 @@ TEST_F(ProjectCommandsTest, SavingNeverDropsProjectsThatCouldNotBeRead) {
       file, "project=" + Group::Path("Core") + "\r\nproject=" + Group::Path("Till") + "\r\n");
   const Result result = Run({"queue", file, "add", Group::Path("Core"), "--save"});
   EXPECT_EQ(result.status, 2);
-  EXPECT_NE(result.err.find("Till.vbp: left out: File not found"), std::string::npos);
+  EXPECT_NE(result.err.find("missing:\n  " + Group::Path("Till")), std::string::npos);
   EXPECT_NE(platform.files.Text(file).find("Till.vbp"), std::string::npos);
   // A queue row without its project stops only those who build or write.
   platform.files.AddFile(file, before);
@@ -75,9 +98,15 @@ TEST_F(ProjectCommandsTest, SavingNeverDropsProjectsThatCouldNotBeRead) {
   platform.files.AddFile(kIni, "[git]");
   EXPECT_EQ(Run({"changes", file, "--ini", kIni, "--user", "me"}).status, 0);
   for (const char* command : {"build", "get", "queue"}) {
-    EXPECT_EQ(Run({command, file, "--yes"}).status, 2) << command;
+    const Result refused = Run({command, file, "--yes"});
+    EXPECT_EQ(refused.status, 2) << command;
+    EXPECT_NE(refused.err.find("project files are missing:\n  " + Group::Path("Till") + "\n"),
+              std::string::npos);
   }
   EXPECT_EQ(platform.files.Text(file), before);
+  EXPECT_EQ(Run({"queue", file, "--remove-missing", "--save"}).status, 0);
+  EXPECT_EQ(platform.files.Text(file).find("Till.vbp"), std::string::npos);
+  EXPECT_EQ(Run({"queue", file}).status, 0);
 }
 
 TEST_F(ProjectCommandsTest, GraphNamesEveryEdgeOnceAndEveryCircle) {

@@ -104,13 +104,14 @@ TEST_F(BuildProjectFileTest, ErrorsAreReportedAtTheirLineAndAnswered) {
     EXPECT_EQ(program.window.caption.Get(), loaded ? "GorbexBuilder [C:\\a.bpf]" : "GorbexBuilder");
   };
   const std::string project = "project=" + core + "\r\n";
+  platform.files.AddFile("C:\\x.vbp", "Type=Exe\r\n");
   expect(flag, {Answer::Abort}, {mismatch}, "", false);
   expect(flag, {Answer::Retry, Answer::Ignore}, {mismatch, mismatch}, "1" + coreRow + state);
   expect("queue=C:\\x.vbp\r\n" + project + "queue=" + core, {Answer::Ignore}, {missing},
          "1C:\\x.vbp|C:\\x.vbp|||\n2" + coreRow + state);
   expect(project + "queue=*" + core + ",a,b\r\nqueue=" + core, {Answer::Ignore}, {twice},
          "1*" + core + "|" + core + "|a,b|" + state);
-  expect("project=C:\\gone.vbp\r\n" + project + project, {}, {}, "");
+  expect(project + project, {}, {}, "");
 }
 
 TEST_F(BuildProjectFileTest, RefusesWhatWouldLoadAsAnEmptyBuildProject) {
@@ -139,15 +140,20 @@ TEST_F(BuildProjectFileTest, TellsOnceOfProjectsThatAreNotSoundAndAsksBeforeThey
   const auto listening =
       program.findings.told.Connect([&](const std::string& text) { told.push_back(text); });
   const std::string whole =
-      "project=" + core + "\r\nproject=C:\\lf.vbp\r\nproject=C:\\gone.vbp\r\n";
-  ASSERT_TRUE(Load(whole));
+      "project=" + core + "\r\nproject=C:\\lf.vbp\r\nproject=C:\\bare.vbp\r\n";
+  platform.files.AddFile("C:\\bare.vbp", "Type=Exe\r\n");
+  const auto load = [&] {
+    platform.files.Fail(FileOperation::Read, "C:\\bare.vbp", ErrorNumber::PermissionDenied);
+    return Load(whole);
+  };
+  ASSERT_TRUE(load());
   EXPECT_EQ(told, Journal{"These projects could not be read and are left out:\r\n"
-                          "C:\\gone.vbp: File not found: 'C:\\gone.vbp'\r\n\r\n"
+                          "C:\\bare.vbp: Permission denied: 'C:\\bare.vbp'\r\n\r\n"
                           "The compiler will not load these projects:\r\nC:\\lf.vbp: its lines "
                           "end with LF alone; the compiler wants CR LF\r\n\r\n"});
   const std::string question =
       "show [YesNo Exclamation] These projects could not be read and would be lost from the file:"
-      "\r\nC:\\gone.vbp\r\n\r\nDo you wish to save without them?";
+      "\r\nC:\\bare.vbp\r\n\r\nDo you wish to save without them?";
   auto& menu = program.window.menu;
   menu.mnuFileSave.Execute();
   EXPECT_EQ(Messages(), Journal{question});
@@ -158,15 +164,40 @@ TEST_F(BuildProjectFileTest, TellsOnceOfProjectsThatAreNotSoundAndAsksBeforeThey
   menu.mnuFileSave.Execute();
   EXPECT_EQ(Messages(), Journal{question}) << "they are gone now";
 
-  ASSERT_TRUE(Load(whole));
-  group.Library("Money");
-  platform.files.AddFile("C:\\gone.vbp", platform.files.Text(Group::Path("Money")));
-  dialogs.choices = {"C:\\lf.vbp", "C:\\gone.vbp"};
+  ASSERT_TRUE(load());
+  dialogs.choices = {"C:\\lf.vbp", "C:\\bare.vbp"};
   menu.mnuTreePopupAddProject.Execute();
   menu.mnuTreePopupAddProject.Execute();
   Messages();
   menu.mnuFileSave.Execute();
   EXPECT_EQ(Messages(), Journal{}) << "it is there again";
+}
+
+TEST_F(BuildProjectFileTest, AsksOnceAboutMissingProjectsAndKeepsOrRemovesThem) {
+  const auto core = group.Library("Core").Path();
+  const std::string rows = "queue=C:\\a.vbp,\r\nqueue=*" + core + ",\r\nqueue=*C:\\b.vbp,\r\n";
+  const std::string found = "project=" + core + "\r\n";
+  const std::string whole = found + "project=C:\\a.vbp\r\n" + rows + kSettings;
+  const Journal question = {
+      "show [YesNo Exclamation] These project files are missing:\r\nC:\\a.vbp\r\nC:\\b.vbp\r\n\r\n"
+      "Do you wish to remove them from the build project?"};
+  for (const Answer keeps : {Answer::No, Answer::Cancel}) {
+    dialogs.answers = {keeps};
+    ASSERT_TRUE(Load(whole));
+    EXPECT_EQ(Messages(), question);
+    EXPECT_EQ(program.window.lvwQueue.Count(), 3U);
+    EXPECT_FALSE(program.buildProject.Changed());
+    program.window.menu.mnuFileSave.Execute();
+    EXPECT_EQ(Messages(), Journal{});
+    EXPECT_EQ(platform.files.Text("C:\\a.bpf"), whole);
+  }
+  dialogs.answers = {Answer::Yes};
+  ASSERT_TRUE(Load(whole));
+  EXPECT_EQ(Messages(), question);
+  EXPECT_EQ(Queue(), "1*" + core + "|" + core + "||NOT Compatible!|Not Found\n");
+  EXPECT_TRUE(program.buildProject.Changed());
+  program.window.menu.mnuFileSave.Execute();
+  EXPECT_EQ(platform.files.Text("C:\\a.bpf"), found + "queue=*" + core + ",\r\n" + kSettings);
 }
 
 TEST_F(BuildProjectFileTest, UnreadableFileKeepsWhatIsOpenAndUnwritableOneTheTitle) {
