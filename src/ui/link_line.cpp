@@ -1,5 +1,6 @@
 #include "ui/link_line.h"
 
+#include <wx/control.h>
 #include <wx/dcclient.h>
 #include <wx/renderer.h>
 #include <wx/settings.h>
