@@ -44,7 +44,7 @@ void RunStatusBar::ShowChanged(std::size_t projects) {
 void RunStatusBar::Hear(const RunEvent& event) {
   if (const auto* started = std::get_if<RunStarted>(&event)) Begin(*started);
   if (const auto* project = std::get_if<ProjectStarted>(&event)) Next(*project);
-  if (const auto* step = std::get_if<StepStarted>(&event)) Show(*step);
+  if (const auto* step = std::get_if<StepStarted>(&event)) Take(*step);
   if (std::holds_alternative<ProjectSkipped>(event)) gauge_->SetValue(gauge_->GetValue() + 1);
   // Questions take the user's time, not the project's.
   if (std::holds_alternative<QuestionAsked>(event)) project_.Pause();
@@ -72,7 +72,7 @@ void RunStatusBar::Next(const ProjectStarted& project) {
   ShowTime();
 }
 
-void RunStatusBar::Show(const StepStarted& step) {
+void RunStatusBar::Take(const StepStarted& step) {
   SetStatusText(number_ + ", " + ToWx(std::string(NameOf(step.step))), kCount);
 }
 

@@ -30,7 +30,7 @@ class RunStatusBar : public wxStatusBar {
   void Hear(const RunEvent& event);
   void Begin(const RunStarted& run);
   void Next(const ProjectStarted& project);
-  void Show(const StepStarted& step);
+  void Take(const StepStarted& step);
   void Done(const ProjectCompiled& project);
   void End(const RunEnded& run);
   void ShowTime();
