@@ -77,17 +77,23 @@ void ProjectDisplay::RefreshReferences() {
   if (selected >= 1 && selected <= list.Count()) list.Select(&list.At(selected));
 }
 
+void ProjectDisplay::FollowFile(const std::string& project, const std::string& oldText,
+                                const std::string& newText) {
+  window_.ProjectMembers.ReplaceInReferences(project, oldText, newText);
+  const TreeNode* node = window_.tvwProjects.Find(NodeKey(node_prefix::kProject, project));
+  if (node == nullptr) return;
+  ForEachReference(*node, [&](TreeNode& reference) {
+    std::string text = reference.Text();
+    ReplaceIgnoringCase(text, oldText, newText);
+    if (text != reference.Text()) reference.SetText(text);
+  });
+}
+
 void ProjectDisplay::RepointReferences(const std::string& project, const std::string& oldText,
                                        const std::string& newText) {
-  window_.ProjectMembers.ReplaceInReferences(project, oldText, newText);
+  FollowFile(project, oldText, newText);
   if (const TreeNode* node = window_.tvwProjects.Find(NodeKey(node_prefix::kProject, project))) {
-    ForEachReference(*node, [&](TreeNode& reference) {
-      std::string text = reference.Text();
-      ReplaceIgnoringCase(text, oldText, newText);
-      if (text == reference.Text()) return;
-      reference.SetText(text);
-      MarkReferenceNode(reference);
-    });
+    marking_.MarkProject(*node);
   }
   if (window_.lvwData.Tag() != project) return;
   RefreshReferences();

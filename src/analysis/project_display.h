@@ -32,8 +32,12 @@ class ProjectDisplay : public ProjectViews {
   /// Fills the detail list again with new verdicts; the selection stays.
   void RefreshReferences();
 
-  /// Replaces a component's path or identity in record, nodes and rows of a project, as its file
-  /// has it now. Error 5 when the project has no record.
+  /// Replaces a component's path or identity in a project's record and nodes, as its file has it
+  /// now. Error 5 when the project has no record.
+  void FollowFile(const std::string& project, const std::string& oldText,
+                  const std::string& newText);
+
+  /// As FollowFile, and judges the project's references again, in the detail list too.
   void RepointReferences(const std::string& project, const std::string& oldText,
                          const std::string& newText);
 

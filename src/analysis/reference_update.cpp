@@ -81,7 +81,7 @@ bool ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
       isWritten = false;
       continue;
     }
-    on([&] { display_.RepointReferences(project.path, oldGuid, *newGuid); });
+    on([&] { display_.FollowFile(project.path, oldGuid, *newGuid); });
   }
   return isWritten;
 }

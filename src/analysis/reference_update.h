@@ -30,8 +30,8 @@ class ReferenceUpdate {
 
   /// Replaces, in the project's file and in its forms and modules, the type-library identities of
   /// the projects above it in the queue by those registered now. A component whose
-  /// identity cannot be read has an empty one. Record, tree and detail list follow the project's
-  /// file. False when a file could not be rewritten.
+  /// identity cannot be read has an empty one. The project's record and its branch of the tree
+  /// follow its file. False when a file could not be rewritten.
   bool UpdateProjectReferences(const std::string& projectKey);
 
   using IsComing = std::function<bool(const std::string& projectKey)>;

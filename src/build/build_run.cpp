@@ -76,7 +76,7 @@ void BuildRun::mnuFileBuild_Click() {
 void BuildRun::mnuFileStop_Click() {
   Work& work = uses_.work;
   const bool isLaunched = work.Goes(Task::TestProject);
-  if (work.Goes(Task::Run) && !work.Stops()) {
+  if (work.Goes(Task::Run) && !work.RunStops()) {
     work.StopAfterThis();
     uses_.window.SetStatus(
         isLaunched ? "Nothing is stopped: the build is done, and the test project is running"
@@ -213,7 +213,7 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   std::size_t number = 0;
   usersOfFailed_.reset();
   const auto batch = uses_.latest.BeginBatch();
-  for (std::size_t i = 1; i <= count && !uses_.work.Stops(); ++i) {
+  for (std::size_t i = 1; i <= count && !uses_.work.RunStops(); ++i) {
     const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
     if (row == nullptr || !row->Checked()) continue;
     const std::string path = row->SubItem(queue_column::kProject);

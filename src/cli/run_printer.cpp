@@ -17,6 +17,19 @@ std::string Counted(std::size_t number, std::size_t of) {
   return "[" + shown + "/" + total + "] ";
 }
 
+// Only a bar in one row of the terminal can be erased.
+std::string InOneRow(std::string bar) {
+  constexpr std::size_t kColumns = 79;
+  const auto isPartOfCharacter = [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+  };
+  while (Width(bar) > kColumns) {
+    while (isPartOfCharacter(bar.back())) bar.pop_back();
+    bar.pop_back();
+  }
+  return bar;
+}
+
 }  // namespace
 
 void RunPrinter::On(const RunEvent& event) {
@@ -89,7 +102,8 @@ void RunPrinter::ClearBar() {
 }
 
 // Blanks erase the bar before: not every console knows a code for that.
-void RunPrinter::Draw(const std::string& bar) {
+void RunPrinter::Draw(const std::string& whole) {
+  const std::string bar = InOneRow(whole);
   frame_.streams.err << "\r" + std::string(barWidth_, ' ') + "\r" + bar << std::flush;
   barWidth_ = Width(bar);
 }

@@ -31,7 +31,7 @@ class RunPrinter {
   void TellEnd(const RunEnded& ended);
   void DrawBar();
   void ClearBar();
-  void Draw(const std::string& bar);
+  void Draw(const std::string& whole);
 
   const Frame& frame_;
   std::ostream& lines_;

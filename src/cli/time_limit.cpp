@@ -1,6 +1,7 @@
 #include "cli/time_limit.h"
 
 #include <string>
+#include <utility>
 
 namespace gorbex::cli {
 
@@ -9,8 +10,9 @@ TimeLimit::TimeLimit(Session& session, std::chrono::seconds limit)
   Program& program = session.program();
   listening_ = program.work.changed.Connect([this, &program] {
     const bool isWaiting = program.work.Goes(Task::Program);
-    if (!isWaiting) begun_.reset();
-    if (isWaiting && !begun_) begun_ = program.platform.clock.Elapsed();
+    if (std::exchange(isWaiting_, isWaiting) == isWaiting) return;
+    begun_.reset();
+    if (isWaiting) begun_ = program.platform.clock.Elapsed();
   });
 }
 

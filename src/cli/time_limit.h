@@ -21,6 +21,7 @@ class TimeLimit {
  private:
   Session& session_;
   std::chrono::seconds limit_;
+  bool isWaiting_ = false;
   std::optional<std::chrono::milliseconds> begun_;  ///< nothing between two waits, or once told
   Subscription listening_;
 };

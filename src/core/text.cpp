@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -145,9 +146,7 @@ Whole Rounded(double value) {
 }  // namespace
 
 std::string_view TrimBlanks(std::string_view text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+  return Trimmed(text, " ");
 }
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {

@@ -1,15 +1,32 @@
 #include "core/work.h"
 
+#include <new>
+#include <utility>
+
 namespace gorbex {
 
 std::shared_ptr<void> Work::Begin(Task task) {
-  if (task == Task::Run || task == Task::TestProject || task == Task::Mailbox) stops_ = false;
-  if (++counts_[Index(task)] == 1) changed.Emit();
-  return {nullptr, [this, task](void*) { End(task); }};
+  if (task == Task::Run || task == Task::TestProject) runStops_ = false;
+  if (task == Task::Mailbox) lookStops_ = false;
+  ++counts_[Index(task)];
+  std::shared_ptr<void> begun(nullptr, [this, task](void*) { End(task); });
+  if (counts_[Index(task)] == 1) changed.Emit();
+  return begun;
 }
 
+// A task also ends while an error leaves a function.
 void Work::End(Task task) {
-  if (--counts_[Index(task)] == 0) changed.Emit();
+  if (--counts_[Index(task)] > 0) return;
+  try {
+    changed.Emit();
+  } catch (const std::bad_alloc&) {
+    return;  // whoever listens asks again at the next change
+  }
+}
+
+void Work::StopAfterThis() {
+  runStops_ = Goes(Task::Run);
+  lookStops_ = Goes(Task::Mailbox);
 }
 
 std::shared_ptr<void> Work::BeginAlone(Task task) {

@@ -34,7 +34,7 @@ class Work {
   explicit Work(KeepOthersOut keepOthersOut) : keepOthersOut_(std::move(keepOthersOut)) {}
 
   /// The task goes on until the result is released, which this object must outlive. A stop that
-  /// was asked for earlier does not concern a run, a look into the mailbox or a test project that
+  /// was asked for earlier does not concern a run, a test project or a look into the mailbox that
   /// begins now.
   [[nodiscard]] std::shared_ptr<void> Begin(Task task);
 
@@ -59,8 +59,9 @@ class Work {
   }
 
   /// Asks a run to end after its project, and a look into the mailbox after its request.
-  void StopAfterThis() { stops_ = Goes(Task::Run) || Goes(Task::Mailbox); }
-  [[nodiscard]] bool Stops() const { return stops_ || ends_; }
+  void StopAfterThis();
+  [[nodiscard]] bool RunStops() const { return runStops_ || ends_; }
+  [[nodiscard]] bool LookStops() const { return lookStops_ || ends_; }
 
   /// Asks everything to end as soon as it can; from now on no program is started.
   void EndNow() { ends_ = true; }
@@ -81,7 +82,8 @@ class Work {
   KeepOthersOut keepOthersOut_;
   std::array<int, kTasks> counts_{};
   std::weak_ptr<void> turn_;
-  bool stops_ = false;
+  bool runStops_ = false;
+  bool lookStops_ = false;
   bool ends_ = false;
 };
 

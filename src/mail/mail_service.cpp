@@ -56,12 +56,14 @@ void MailService::Start(Procedure& on) {
 
 void MailService::tmrOutlook_Timer() {
   Work& work = uses_.work;
-  if (work.Goes(Task::Mailbox) || !work.MayBuild() || !work.MayUseSourceControl()) return;
+  const bool isBusy = work.Goes(Task::Mailbox) || work.Goes(Task::Run) || work.Goes(Task::Compile);
+  if (isBusy || !work.MayUseSourceControl()) return;
   const auto task = work.BeginAlone(Task::Mailbox);
   if (task == nullptr) return;
+  const std::shared_ptr<void> done(
+      nullptr, [this](void*) { uses_.window.mousePointer.Set(MousePointer::Default); });
   uses_.window.tmrOutlook.enabled.Set(false);
   RunTick();
-  uses_.window.mousePointer.Set(MousePointer::Default);
 }
 
 std::unique_ptr<MailTick> MailService::NewTick() {
@@ -109,6 +111,7 @@ void MailService::Leave(std::unique_ptr<MailTick> tick, const MailboxAway& reaso
     uses_.log.WriteLog("Email requests wait, because the mailbox is away: " +
                        OnOneLine(reason.Description()));
   }
+  tick->Rest();
   if (tick->HasUnmarked()) kept_ = std::move(tick);
   FinishTick();
 }

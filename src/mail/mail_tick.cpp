@@ -49,7 +49,7 @@ void MailTick::Run() {
   }
   sawMailbox_ = true;
   const std::size_t count = At([&] { return folder->Count(); });
-  for (std::size_t i = 1; i <= count && !uses_.work.Stops(); ++i) {
+  for (std::size_t i = 1; i <= count && !uses_.work.LookStops(); ++i) {
     mail_.reset();
     sender_.clear();
     mail_ = At([&] { return folder->Item(i); });
@@ -59,7 +59,7 @@ void MailTick::Run() {
       break;
     }
     At([&] { uses_.events.DoEvents(); });
-    if (!uses_.work.Stops()) Serve();
+    if (!uses_.work.LookStops()) Serve();
   }
 }
 
@@ -98,7 +98,8 @@ bool MailTick::IsWelcome(const MailItem& mail) {
   return false;
 }
 
-// The mail stays unread and comes back with every tick; each sender and reason gets one line.
+// The mail stays unread, so every tick finds it again. The log gets one line for each sender and
+// reason.
 void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
   // Thousands of invented senders must fill neither the log nor the memory.
   if (uses_.refused.size() >= kMostRefused) return;
@@ -110,7 +111,7 @@ void MailTick::NoteRefusal(const MailItem& mail, const std::string& reason) {
 
 void MailTick::Serve() {
   At([&] { uses_.window.menu.mnuFileBuild.enabled.Set(false); });
-  const auto task = uses_.work.Begin(Task::Request);
+  if (serving_ == nullptr) serving_ = uses_.work.Begin(Task::Request);
   sender_ = OnOneLine(mail_->SenderName());
   const auto body = At([&] { return mail_->Body(); });
   if (!body) return;
@@ -239,7 +240,7 @@ void MailTick::Attach() {
   });
 }
 
-// After a failed get it is the result log of whatever was built before.
+// After a failed get, the attached result log is the one of an earlier build.
 void MailTick::NoteResultLog() {
   const std::string& project = uses_.compile.ResultLogProject();
   Log("The reply carries the result log of " +

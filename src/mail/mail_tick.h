@@ -55,6 +55,9 @@ class MailTick {
   /// Whether a request was performed whose mail could not be marked before its server went away.
   /// The tick then has to be kept until Resume() has marked and answered it.
   [[nodiscard]] bool HasUnmarked() const { return isPerformed_; }
+
+  /// The tick is kept, and no request is being performed until it is resumed.
+  void Rest() { serving_.reset(); }
   void Resume();
 
   /// Replies to the failed request with the error. False when there is nobody to tell.
@@ -97,6 +100,7 @@ class MailTick {
 
   Uses uses_;
   unsigned line_ = 0;
+  std::shared_ptr<void> serving_;   ///< from the first request on
   std::unique_ptr<MailItem> mail_;  ///< the request that is being performed
   std::unique_ptr<OutgoingMail> reply_;
   MailRequest request_;

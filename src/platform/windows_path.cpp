@@ -66,7 +66,7 @@ void AddNames(ParsedPath& path, std::string_view text) {
 }
 
 // The system drops blanks and dots at the end of a path.
-std::string_view Trimmed(std::string_view text) {
+std::string_view WithoutDroppedEnd(std::string_view text) {
   const auto last = text.find_last_not_of(" .");
   const auto name = text.find_last_of(kSeparators);
   const auto begin = name == std::string_view::npos ? 0 : name + 1;
@@ -96,7 +96,7 @@ std::optional<ParsedPath> ParseWindowsPath(std::string_view text) {
     if (!IsSeparator(character) && !IsNameCharacter(character)) return std::nullopt;
   }
   path.names.reserve(8);
-  AddNames(path, Trimmed(text));
+  AddNames(path, WithoutDroppedEnd(text));
   return path;
 }
 

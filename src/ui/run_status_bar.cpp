@@ -79,6 +79,7 @@ void RunStatusBar::Take(const StepStarted& step) {
 // Questions about a project's result take the user's time, not the compiler's.
 void RunStatusBar::Done(const ProjectCompiled& project) {
   total_ += project.duration;
+  SetStatusText(number_, kCount);
   ShowTime();
   project_.Pause();
   gauge_->SetValue(gauge_->GetValue() + 1);

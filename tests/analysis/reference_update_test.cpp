@@ -95,7 +95,7 @@ TEST_F(ReferenceUpdateTest, WhatIsShownFollowsTheFileFromOneRunToTheNext) {
     std::string shown;
     ForEachReference(node, [&](TreeNode& reference) { shown = reference.Text(); });
     EXPECT_NE(shown.find(next), std::string::npos);
-    program.display.ShowProjectReferences(app.Path());
+    program.display.RefreshReferences();
     EXPECT_EQ(program.window.lvwData.At(1).Text(), LowerCase(next));
   }
 }

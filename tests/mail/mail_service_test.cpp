@@ -167,6 +167,18 @@ TEST_F(MailServiceTest, IsSwitchedByTheMenuAndAtTheStart) {
             "status The inbox is never looked into: set an interval in the options");
 }
 
+TEST_F(MailServiceTest, KeepsTheProgramOpenBetweenTwoRequests) {
+  int asked = 0;
+  platform.events.onEvents = [&] {
+    if (mail.sent.size() != 1 || asked++ > 0) return;
+    dialogs.answers = {Answer::No};
+    EXPECT_FALSE(program.shutDown.Form_QueryUnload());
+  };
+  Tick({{.body = "BUILD,PRO " + core + ","}, {.body = "BUILD,PRO " + core + ","}});
+  EXPECT_GT(asked, 0);
+  EXPECT_EQ(mail.sent.size(), 2U);
+}
+
 TEST_F(MailServiceTest, StepsBackBehindWhatTheUserDoes) {
   const std::string body = "BUILD,PRO " + core + ",";
   const auto compile = platform.processes.otherwise;

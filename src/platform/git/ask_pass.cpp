@@ -1,8 +1,9 @@
 #include "platform/git/ask_pass.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string_view>
+
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -45,19 +46,6 @@ char LowerCaseLetter(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-// A part of a URL without its "%41".
-std::string Decoded(std::string_view text) {
-  std::string decoded;
-  while (!text.empty()) {
-    unsigned code = 0;
-    const bool isCode = text.size() > 2 && text.front() == '%' &&
-                        std::from_chars(&text[1], &text[1] + 2, code, 16).ptr == &text[1] + 2;
-    decoded += isCode ? static_cast<char>(code) : text.front();
-    text.remove_prefix(isCode ? 3 : 1);
-  }
-  return decoded;
-}
-
 // In "http://one/@two" the host is "one" to some readers and "two" to others.
 bool IsAmbiguous(const std::string& question) {
   const auto rest = BehindScheme(question);
@@ -84,7 +72,7 @@ bool OverridesLogin(const std::string& url, const GitLogin& login) {
   if (!OriginInUrl(url).starts_with("http")) return false;
   const auto own = authority.substr(0, end);
   if (own.find(':') != std::string_view::npos) return true;
-  return !login.user.empty() && Decoded(own) != login.user;
+  return !login.user.empty() && PercentDecoded(own) != login.user;
 }
 
 std::map<std::string, std::optional<std::string>> AskPassEnvironment(

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 #include "platform/windows_path.h"
 
@@ -15,12 +16,6 @@ constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
 
 [[noreturn]] void RefuseFile(const std::string& path, const std::string& why) {
   throw RuntimeError::WithDescription(ErrorNumber::InvalidCall, "'" + path + "' " + why);
-}
-
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t";
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
 std::string_view TakeLine(std::string_view& text) {

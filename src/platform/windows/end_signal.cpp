@@ -16,7 +16,8 @@ HANDLE wakening = nullptr;
 BOOL WINAPI Note(DWORD signal) {
   if (wanted.exchange(true)) return FALSE;
   SetEvent(wakening);
-  // After these the program ends with this call's return; its time is limited by the system.
+  // After any other signal the system ends the program when this call returns, so the call waits;
+  // the system limits how long.
   if (signal != CTRL_C_EVENT && signal != CTRL_BREAK_EVENT) Sleep(INFINITE);
   return TRUE;
 }

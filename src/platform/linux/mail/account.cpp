@@ -1,11 +1,13 @@
 #include "platform/linux/mail/account.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
 
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -22,21 +24,13 @@ struct Url {
 }
 
 std::string Decoded(std::string_view text, const std::string& what) {
-  std::string decoded;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    unsigned value = static_cast<unsigned char>(text[i]);
-    if (text[i] == '%') {
-      const auto digits = text.substr(i + 1, 2);
-      const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-      if (digits.size() < 2 || end.ptr != digits.data() + 2) {
-        Refuse(what, "has a '%' without two hexadecimal digits");
-      }
-      i += 2;
-    }
-    if (value < 0x20) Refuse(what, "holds a control character");
-    decoded += static_cast<char>(value);
-  }
-  return decoded;
+  auto decoded = PercentDecoded(text);
+  if (!decoded) Refuse(what, "has a '%' without two hexadecimal digits");
+  const bool hasControl = std::any_of(decoded->begin(), decoded->end(), [](char letter) {
+    return static_cast<unsigned char>(letter) < 0x20;
+  });
+  if (hasControl) Refuse(what, "holds a control character");
+  return *std::move(decoded);
 }
 
 /// Cuts text in two at a separator; without one everything is before it.

@@ -17,7 +17,7 @@ enum class Encryption {
   None,
 };
 
-/// A server that mails are fetched from or handed to.
+/// A server that holds the mailbox, or one that sends mails.
 struct MailServer {
   std::string host;
   std::uint16_t port = 0;

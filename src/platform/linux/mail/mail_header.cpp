@@ -13,6 +13,7 @@
 #include "platform/header_fields.h"
 #include "platform/linux/mail/character_set.h"
 #include "platform/mail_address.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -22,10 +23,8 @@ struct Sender {
   std::string address;
 };
 
-std::string Trimmed(const std::string& text) {
-  const std::string line = OnOneLine(text);
-  const auto start = std::min(line.find_first_not_of(' '), line.size());
-  return line.substr(start, line.find_last_not_of(' ') + 1 - start);
+std::string LineOf(const std::string& text) {
+  return std::string(Trimmed(OnOneLine(text), " "));
 }
 
 std::string Text(const vmime::text& words) {
@@ -36,14 +35,14 @@ std::string Text(const vmime::text& words) {
     text += name == vmime::charsets::US_ASCII ? FromAnyCharacterSet(word->getBuffer())
                                               : FromCharacterSet(word->getBuffer(), name);
   }
-  return Trimmed(text);
+  return LineOf(text);
 }
 
 std::string Decoded(const std::string& value) {
   try {
     return Text(*vmime::text::decodeAndUnfold(value));
   } catch (const std::exception&) {
-    return Trimmed(FromAnyCharacterSet(value));
+    return LineOf(FromAnyCharacterSet(value));
   }
 }
 
@@ -82,7 +81,7 @@ Sender ReadSender(const std::string& value) {
     }
     return {name.empty() ? address : name, address};
   } catch (const std::exception&) {
-    return {Trimmed(FromAnyCharacterSet(value)), {}};
+    return {LineOf(FromAnyCharacterSet(value)), {}};
   }
 }
 

@@ -28,6 +28,7 @@
 #include "platform/code_page.h"
 #include "platform/linux/mail/certificate_verifier.h"
 #include "platform/mail.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -204,14 +205,6 @@ bool RefusesConnections(const std::string& address, std::uint16_t port) {
   return error == ECONNREFUSED;
 }
 
-std::string Trimmed(const std::string& text) {
-  constexpr const char* kBlanks = " \t\r\n";
-  const auto start = text.find_first_not_of(kBlanks);
-  return start == std::string::npos
-             ? ""
-             : text.substr(start, text.find_last_not_of(kBlanks) + 1 - start);
-}
-
 /// The one who refuses a command is there; whatever else goes wrong, the server is away.
 bool RefusesCommand(const std::exception& error) {
   const auto* refused = dynamic_cast<const vmime::exceptions::command_error*>(&error);
@@ -227,7 +220,7 @@ bool RefusesCommand(const std::exception& error) {
   const auto said = Trimmed(words);
   const bool tellsPassword =
       !server.password.empty() && said.find(server.password) != std::string::npos;
-  if (!said.empty() && !tellsPassword) text += ": " + said;
+  if (!said.empty() && !tellsPassword) text.append(": ").append(said);
   if (dynamic_cast<const vmime::exceptions::authentication_error*>(&error) != nullptr) {
     throw LoginRefused(FromUtf8Roughly(text));
   }

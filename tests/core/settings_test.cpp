@@ -1,43 +1,15 @@
-#include "core/activity_log.h"
 #include "core/file_tools.h"
 #include "core/options.h"
-#include "core/procedure.h"
 #include "core/registry_tools.h"
 #include "tests/support/program_fixture.h"
 
 namespace gorbex::test {
 namespace {
 
-using ServicesTest = ProgramFixture;
+using SettingsTest = ProgramFixture;
 constexpr auto kUser = RegistryRoot::CurrentUser;
 
-TEST_F(ServicesTest, LogKeepsOneFilePerDayInAFolderItMakes) {
-  program.log.WriteLog("last");
-  platform.clock.now = {2026, 12, 31, 23, 59, 59};
-  program.log.WriteLog("bare", false);
-  platform.clock.now = {2027, 1, 1, 0, 0, 0};
-  program.log.WriteLog("first");
-  Journal expected = {"mkdir " + platform.programFolder + "\\logs"};
-  for (const auto& [name, text] : {std::pair("04032026.log", "[04/03/2026 15:06:07] last\r\n"),
-                                   {"31122026.log", "bare\r\n"},
-                                   {"01012027.log", "[01/01/2027 00:00:00] first\r\n"}}) {
-    expected.push_back("append " + platform.programFolder + "\\Logs\\" + name);
-    EXPECT_EQ(platform.files.Text(platform.programFolder + "\\Logs\\" + name), text);
-  }
-  EXPECT_EQ(Effects(), expected);
-}
-
-TEST_F(ServicesTest, LogFolderIsMadeUnderItsOtherNameAndALostLineIsTold) {
-  ActivityLog log(platform.files, platform.clock, dialogs, "C:\\");
-  platform.files.Fail(FileOperation::CreateFolder, "C:\\\\logs", ErrorNumber::PermissionDenied);
-  log.WriteLog("lost");
-  log.WriteLog("x");
-  const std::string denied = "Permission denied: 'C:\\\\logs'";
-  EXPECT_EQ(Effects(), (Journal{"show Failed to write to log-file :" + denied, "mkdir C:\\\\logs",
-                                "append C:\\Logs\\04032026.log"}));
-}
-
-TEST_F(ServicesTest, FileTimesAreUniversalAndMissingIsNotUnreadable) {
+TEST_F(SettingsTest, FileTimesAreUniversalAndMissingIsNotUnreadable) {
   constexpr std::uint64_t kSecond = 10'000'000;
   constexpr std::uint64_t kDay = 86'400 * kSecond;
   const std::vector<std::pair<std::uint64_t, std::string>> times = {
@@ -56,7 +28,7 @@ TEST_F(ServicesTest, FileTimesAreUniversalAndMissingIsNotUnreadable) {
   EXPECT_EQ(GetFileAmmendedTime(Untimed(platform.journal), "C:\\a"), "N/A");
 }
 
-TEST_F(ServicesTest, RegistryReadsByTypeAndFallsBackToTheDefault) {
+TEST_F(SettingsTest, RegistryReadsByTypeAndFallsBackToTheDefault) {
   platform.registry.AddText(kUser, "K", "text", "True");
   platform.registry.AddText(kUser, "K", "empty", "");
   platform.registry.AddText(kUser, "K", "254", std::string(254, 'x'));
@@ -89,7 +61,7 @@ TEST_F(ServicesTest, RegistryReadsByTypeAndFallsBackToTheDefault) {
   EXPECT_FALSE(program.registry.KeyExists("HKEY_CURRENT_USER\\k\\l"));
 }
 
-TEST_F(ServicesTest, RegistryWritesByTypeAndSkipsWhatItCannot) {
+TEST_F(SettingsTest, RegistryWritesByTypeAndSkipsWhatItCannot) {
   const auto set = [&](const std::string& key, const std::string& value, const std::string& type) {
     program.registry.subSetRegistryValue(key, "n", value, type);
   };
@@ -116,7 +88,7 @@ TEST_F(ServicesTest, RegistryWritesByTypeAndSkipsWhatItCannot) {
                                 Reported(6, "Overflow", ": RegistryTools.subSetRegistryValue")}));
 }
 
-TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
+TEST_F(SettingsTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
   clsOptions& saved = program.options;
   saved.LoadSettings();
   EXPECT_EQ(saved.DebugBuild, "False");
@@ -147,7 +119,7 @@ TEST_F(ServicesTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
             Journal{Reported(6, "Overflow: 'ReplyTo=40000'", ": clsOptions.LoadSettings")});
 }
 
-TEST_F(ServicesTest, SettingsThatCouldNotBeReadAreNotWritten) {
+TEST_F(SettingsTest, SettingsThatCouldNotBeReadAreNotWritten) {
   const std::vector<std::pair<std::string, std::string>> stored = {
       {"Interval", "99999999999"}, {"AutoStart", "True"}, {"BuildPath", "C:\\Kept\\"}};
   for (const auto& [name, text] : stored)
@@ -163,62 +135,6 @@ TEST_F(ServicesTest, SettingsThatCouldNotBeReadAreNotWritten) {
   program.options.SaveSettings();
   EXPECT_TRUE(program.options.LoadSettings() && program.options.AutoStart);
   EXPECT_EQ(program.options.Interval, 30);
-}
-
-using LogViewerTest = ProgramFixture;
-
-TEST_F(LogViewerTest, ShowsTheLogOfADayAsItIsWhenChosen) {
-  const std::string folder = platform.programFolder + "\\Logs\\";
-  frmLogs& form = program.logs;
-  const auto open = [&] {
-    program.window.menu.mnuWindowViewLogs.Execute();
-    EXPECT_TRUE(form.visible.Get() && form.txtLog.text.Get().empty());
-    return form.cboLogDate.items.Get();
-  };
-  const auto choose = [&](std::size_t item) {
-    form.cboLogDate.selected.Set(item);
-    return form.txtLog.text.Get();
-  };
-  EXPECT_TRUE(open().empty());
-  for (const char* name : {"Notes.LOG", "old.log.txt", "log", "Kept.log\\x"}) {
-    platform.files.AddFile(folder + name, name);
-  }
-  program.log.WriteLog("one", false);
-  EXPECT_EQ(open(), (std::vector<std::string>{"04032026", "Notes"}));
-  EXPECT_EQ(choose(1) + choose(0), "Notes.LOGone\r\n");
-  program.log.WriteLog("two", false);
-  EXPECT_EQ(choose(0), "one\r\ntwo\r\n");
-  platform.files.Remove(folder + "04032026.log");
-  EXPECT_EQ(choose(0), "Error loading logfile :File not found: '" + folder + "04032026.log'");
-  EXPECT_EQ(open(), std::vector<std::string>{"Notes"});
-  EXPECT_TRUE(form.cmdClose.Execute() && !form.visible.Get());
-}
-
-using ProcedureTest = ProgramFixture;
-
-TEST_F(ProcedureTest, ReportNamesNumberDescriptionLineAndProcedure) {
-  unsigned line = 0;
-  Procedure(program.report, ": frmBuilder.SaveProject").Run([&](Procedure& on) {
-    line = __LINE__ + 1;
-    on([] { throw RuntimeError(ErrorNumber::PathNotFound, "C:\\x"); });
-  });
-  EXPECT_EQ(platform.journal,
-            Journal{"show [AbortRetryIgnore Exclamation GorbexBuilder Error.] Error 76: \r\n"
-                    "Path not found: 'C:\\x'\r\nOccurred at line " +
-                    std::to_string(line) + "in GorbexBuilder: frmBuilder.SaveProject"});
-}
-
-TEST_F(ProcedureTest, AbortLeavesTheInnerProcedureAloneAndOutOfMemoryIsReported) {
-  Procedure(program.report, ": outer.p").Run([&](Procedure& outer) {
-    outer([&] {
-      Procedure(program.report, ": inner.p").Run([](Procedure& on) {
-        on([] { throw std::bad_alloc(); });
-      });
-    });
-    throw RuntimeError(ErrorNumber::Overflow);
-  });
-  EXPECT_EQ(Effects(), (Journal{Reported(7, "Out of memory", ": inner.p"),
-                                Reported(6, "Overflow", ": outer.p")}));
 }
 
 }  // namespace
