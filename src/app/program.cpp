@@ -1,6 +1,7 @@
 #include "app/program.h"
 
 #include "app/offered_commands.h"
+#include "core/file_tools.h"
 
 namespace gorbex {
 
@@ -11,7 +12,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       log(platform.files, platform.clock, dialogs, platform.programFolder),
       registry(platform.registry, report),
       options(registry, report),
-      work(platform.keepOthersOut),
+      work([this] { return platform.keepOthersOut(StripPath(window.fileName)); }),
       shell(platform.processes, platform.events, work),
       group(window.ProjectMembers),
       references(registry, platform.files, platform.components, report),

@@ -166,7 +166,7 @@ TEST_F(BuildInterruptionTest, IsPutRightByTheNextStartWhenItWasKilled) {
   std::string project, note;
   DuringTheCompile([&] {
     PlatformServices services = platform.Services();
-    services.keepOthersOut = [] { return nullptr; };
+    services.keepOthersOut = [](const auto&) { return nullptr; };
     Program other(services, dialogs);
     other.start.Form_Load();
     project = platform.files.Text(kCore);

@@ -76,7 +76,7 @@ DayOfWork::DayOfWork(FileSystem& files, Registry& registry, Disk disk, Answer to
       user_(platform.journal, toReports),
       program_({files, registry, platform.processes, platform.clock, platform.events,
                 platform.components, platform.objects, platform.sourceControl, mail_,
-                platform.programFolder, platform.turn},
+                platform.programFolder, [](const auto&) { return std::make_shared<int>(); }},
                user_),
       listening_(program_.values.failed.Connect(
           [this](const std::string&, const RuntimeError&) { ++notAmended_; })) {

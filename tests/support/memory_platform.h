@@ -41,7 +41,7 @@ struct MemoryPlatform {
             sourceControl,
             mail,
             programFolder,
-            [this] { return turn(); },
+            [this](const std::string&) { return turn(); },
             "ask an administrator"};
   }
 };

@@ -1,5 +1,7 @@
 #include "platform/linux/platform.h"
 
+#include <array>
+
 #include "platform/git/source_control.h"
 #include "platform/linux/clock.h"
 #include "platform/linux/component_inspector.h"
@@ -30,12 +32,23 @@ Outbox::Uses OutboxOf(const Prefix& prefix) {
           &ProgramLock::Try};
 }
 
+using Locks = std::array<std::shared_ptr<void>, 2>;
+
 }  // namespace
 
 struct LinuxPlatform::Parts {
   explicit Parts(const std::filesystem::path& root) : prefix(root) {
     LookAtRegistry(false);
     registry.RequireReadable();
+  }
+
+  // A folder that is not there can be nobody's.
+  std::shared_ptr<void> KeepOthersOut(const std::string& product) {
+    std::shared_ptr<void> here = ProgramLock::Try(ProgramLock::ToBuild(prefix.Root()));
+    const auto folder = product.empty() ? std::nullopt : prefix.Existing(product);
+    if (here == nullptr || !folder) return here;
+    std::shared_ptr<void> there = ProgramLock::TryProduct(*folder);
+    return there == nullptr ? nullptr : std::make_shared<Locks>(Locks{here, there});
   }
 
   // A native program may have run others under Wine.
@@ -91,7 +104,7 @@ PlatformServices LinuxPlatform::Services(EventPump& events) {
           parts_->sourceControl,
           parts_->mail,
           kProgramFolder,
-          [lock = ProgramLock::ToBuild(parts_->prefix.Root())] { return ProgramLock::Try(lock); }};
+          [this](const std::string& product) { return parts_->KeepOthersOut(product); }};
 }
 
 }  // namespace gorbex

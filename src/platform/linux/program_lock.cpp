@@ -34,10 +34,8 @@ std::filesystem::path ProgramLock::ToChange(const std::filesystem::path& prefixR
   return prefixRoot / "gorbexbuilder.change.lock";
 }
 
-ProgramLock::ProgramLock(const std::filesystem::path& file) : file_(Opened(file)) {}
-
 ProgramLock::ProgramLock(const std::filesystem::path& file, const std::function<void()>& onWait)
-    : ProgramLock(file) {
+    : ProgramLock(Opened(file)) {
   if (Take() == State::Free) return;
   onWait();
   while (!EndSignal::Wanted() && Take() == State::Taken) {
@@ -46,7 +44,13 @@ ProgramLock::ProgramLock(const std::filesystem::path& file, const std::function<
 }
 
 std::shared_ptr<ProgramLock> ProgramLock::Try(const std::filesystem::path& file) {
-  std::shared_ptr<ProgramLock> lock(new ProgramLock(file));
+  std::shared_ptr<ProgramLock> lock(new ProgramLock(Opened(file)));
+  return lock->Take() == State::Free ? lock : nullptr;
+}
+
+std::shared_ptr<ProgramLock> ProgramLock::TryProduct(const std::filesystem::path& folder) {
+  constexpr int kFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+  std::shared_ptr<ProgramLock> lock(new ProgramLock(open(folder.c_str(), kFolder)));
   return lock->Take() == State::Free ? lock : nullptr;
 }
 

@@ -25,10 +25,14 @@ class ProgramLock {
   /// Nothing when another program holds the lock.
   [[nodiscard]] static std::shared_ptr<ProgramLock> Try(const std::filesystem::path& file);
 
+  /// As Try, for a build of the product in that folder, whatever prefix the other program uses. The
+  /// folder itself is locked, so nothing is left in it.
+  [[nodiscard]] static std::shared_ptr<ProgramLock> TryProduct(const std::filesystem::path& folder);
+
  private:
   enum class State { Free, Taken };
 
-  explicit ProgramLock(const std::filesystem::path& file);
+  explicit ProgramLock(int file) : file_(file) {}
   [[nodiscard]] State Take() const;
 
   Descriptor file_;

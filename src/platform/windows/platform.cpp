@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <utility>
 
 #include "platform/windows/automation_objects.h"
@@ -40,11 +41,20 @@ std::string RegistrationAdvice() {
          "administrator";
 }
 
+using Locks = std::array<std::shared_ptr<void>, 2>;
+
 }  // namespace
 
 struct WindowsPlatform::Parts {
   explicit Parts(std::unique_ptr<ComponentObjects> componentObjects)
       : objects(std::move(componentObjects)) {}
+
+  [[nodiscard]] std::shared_ptr<void> KeepOthersOut(const std::string& product) const {
+    std::shared_ptr<void> here = ProgramLock::Try(ProgramLock::ToBuild(programFolder));
+    if (here == nullptr || product.empty()) return here;
+    std::shared_ptr<void> there = ProgramLock::TryProduct(product);
+    return there == nullptr ? nullptr : std::make_shared<Locks>(Locks{here, there});
+  }
 
   std::string programFolder = SpelledFolder(OwnFolder());
   WindowsFileSystem files;
@@ -87,7 +97,7 @@ PlatformServices WindowsPlatform::Services(EventPump& events) {
           parts_->sourceControl,
           parts_->mail,
           parts_->programFolder,
-          [lock = ProgramLock::ToBuild(parts_->programFolder)] { return ProgramLock::Try(lock); },
+          [this](const std::string& product) { return parts_->KeepOthersOut(product); },
           RegistrationAdvice()};
 }
 

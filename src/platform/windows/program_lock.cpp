@@ -1,7 +1,10 @@
 #include "platform/windows/program_lock.h"
 
+#include <algorithm>
 #include <chrono>
+#include <utility>
 
+#include "platform/code_page.h"
 #include "platform/windows/end_signal.h"
 #include "platform/windows/wide_text.h"
 
@@ -45,6 +48,16 @@ ProgramLock::ProgramLock(const std::string& file, const std::function<void()>& o
 std::shared_ptr<ProgramLock> ProgramLock::Try(const std::string& file) {
   std::shared_ptr<ProgramLock> lock(new ProgramLock(file));
   return lock->Take() == State::Free ? lock : nullptr;
+}
+
+// The name is there as long as somebody has it. One that another user has cannot be opened.
+std::shared_ptr<Handle> ProgramLock::TryProduct(const std::string& folder) {
+  std::string name = LowerCase(folder);
+  std::replace(name.begin(), name.end(), '\\', '/');
+  Handle held(CreateMutexW(nullptr, FALSE, (L"Global\\GorbexBuilder " + ToWide(name)).c_str()));
+  const DWORD error = GetLastError();
+  const bool isTaken = error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
+  return isTaken ? nullptr : std::make_shared<Handle>(std::move(held));
 }
 
 // Where no lock can be made, no other program can have made one.

@@ -26,6 +26,10 @@ class ProgramLock {
   /// Nothing when another program holds the lock.
   [[nodiscard]] static std::shared_ptr<ProgramLock> Try(const std::string& file);
 
+  /// As Try, for a build of the product in that folder, by any program of this machine that names
+  /// the folder alike. Nothing is left in it.
+  [[nodiscard]] static std::shared_ptr<Handle> TryProduct(const std::string& folder);
+
  private:
   enum class State { Free, Taken };
 

@@ -72,10 +72,11 @@ class LongRunTest : public testing::Test {
   LinuxProcessLauncher processes_{prefix_, "C:\\Program Files\\GorbexBuilder", [](bool) {}};
   MemoryPlatform platform_;
   ScriptedDialogs dialogs_{platform_.journal};
-  Program program_{{files_, registry_, processes_, platform_.clock, platform_.events,
-                    platform_.components, platform_.objects, platform_.sourceControl,
-                    platform_.mail, platform_.programFolder, platform_.turn},
-                   dialogs_};
+  Program program_{
+      {files_, registry_, processes_, platform_.clock, platform_.events, platform_.components,
+       platform_.objects, platform_.sourceControl, platform_.mail, platform_.programFolder,
+       [](const auto&) { return std::make_shared<int>(); }},
+      dialogs_};
 };
 
 TEST_F(LongRunTest, TenThousandBuildsHoldNoMoreThanTheFirstThousand) {

@@ -9,6 +9,7 @@
 #include "platform/linux/platform.h"
 #include "platform/runtime_error.h"
 #include "tests/platform/temporary_folder.h"
+#include "tests/support/recording_events.h"
 
 namespace gorbex::test {
 namespace {
@@ -86,6 +87,23 @@ TEST(Prefix, ChoosesTheCodePage) {
     EXPECT_EQ(found, expected) << registry;
   }
   CodePage::Use(CodePage::Windows1252());
+}
+
+TEST(Prefix, LetsOneProgramOfAnyPrefixBuildAProduct) {
+  const TemporaryFolder one, other, product;
+  RecordingEvents events;
+  LinuxPlatform here(one.Path()), there(other.Path());
+  const auto folder = here.GetPrefix().WindowsPath(product.Path());
+  const auto build = [&](LinuxPlatform& platform, const std::string& of) {
+    return platform.Services(events).keepOthersOut(of);
+  };
+  auto held = build(here, folder);
+  EXPECT_TRUE(held);
+  EXPECT_FALSE(build(there, folder));
+  EXPECT_TRUE(build(there, "")) << "nothing of this product";
+  held.reset();
+  EXPECT_TRUE(build(there, folder));
+  EXPECT_TRUE(std::filesystem::is_empty(product.Path()));
 }
 
 TEST(Prefix, LooksAgainIntoAFolderThatChanged) {

@@ -143,6 +143,16 @@ TEST(WindowsFiles, LockOutOtherProgramsThatMayOnlyRead) {
   bench.files.SetAttributes(file, 0);
 }
 
+TEST(WindowsFiles, LockAProductWithoutLeavingAnythingThere) {
+  FilesOnSystem bench;
+  auto held = ProgramLock::TryProduct("C:\\Group");
+  EXPECT_TRUE(held);
+  EXPECT_FALSE(ProgramLock::TryProduct("c:\\group"));
+  EXPECT_TRUE(ProgramLock::TryProduct("C:\\Group\\Other"));
+  held.reset();
+  EXPECT_TRUE(ProgramLock::TryProduct("C:\\Group"));
+}
+
 TEST(WindowsFiles, FindAProgramFolderOfAnyName) {
   FilesOnSystem bench;
   EXPECT_EQ(SpelledFolder(L"C:\\Gr\u00FC\u00DF"), "C:\\Gr\xFC\xDF");
