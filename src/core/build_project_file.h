@@ -43,7 +43,7 @@ class BuildProjectFile {
 
   explicit BuildProjectFile(const Uses& uses) : uses_(uses) {}
 
-  /// What becomes of projects whose files are gone, and of queue rows without a project.
+  /// Says how to treat projects whose files are missing, and queue rows without a project.
   enum class Unread {
     IsAskedAbout,  ///< one question names the missing files and offers to remove them
     IsKept,        ///< missing ones stay in the build project; see Missing()

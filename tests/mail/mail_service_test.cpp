@@ -102,7 +102,7 @@ TEST_F(MailServiceTest, WaitsForAMailboxThatIsAway) {
         (Journal{"log Processing Email Request from Anna Berg",
                  "mail send Your Build was successfull. to Anna Berg", "log The mailbox is back"}));
   }
-  // What was done before it went away is not done again.
+  // The work done before the mailbox went away is not repeated.
   compiledSources.clear();
   mail.GoAway("mark");
   EXPECT_TRUE(Only(Tick(request), {"mail send", "mail read"}).empty());

@@ -60,7 +60,7 @@ TEST_F(SourceSafeSessionTest, AsksForTheFileThenForTheUserUntilTheDatabaseOpens)
 TEST_F(SourceSafeSessionTest, StaysOffForTheRunAfterCancel) {
   program.window.IniPath = "C:\\srcsafe.ini";
   dialogs.useLogin = nullptr;
-  // Nobody gets in while the user reads that there is no source control.
+  // A login is refused while the message about switched-off source control is shown.
   const auto meanwhile = program.dialogs.answered.Connect([&](const Message&, Answer) {
     dialogs.LogsIn();
     program.session.LoginToSourceSafe();

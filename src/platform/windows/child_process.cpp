@@ -43,8 +43,8 @@ Handle Inheritable(HANDLE stream) {
   return Nothing();
 }
 
-/// What a child has from its first moment: the handles that it inherits, which are its standard
-/// streams and no others, and the job that it belongs to, where there is one.
+/// The attributes with which a child is created. It inherits only the handles of its standard
+/// streams, and belongs to a job where there is one.
 class ChildAttributes {
  public:
   ChildAttributes(const ChildStart& start, HANDLE job)

@@ -39,7 +39,7 @@ class Registration {
   Registrar registrar_{bench_.files, bench_.registry};
 };
 
-// What failed once is done as a whole by the next attempt.
+// After a failure the next attempt does the whole work.
 TEST(SystemFaults, LeaveARegistrationDoneOrUndone) {
   for (const bool isFirst : {true, false}) {
     Registration usual(isFirst);
