@@ -133,6 +133,15 @@ TEST_F(SystemTools, AreEndedWithWhatTheyStarted) {
   EXPECT_EQ(std::filesystem::file_size(ticks), before);
 }
 
+TEST_F(SystemTools, DoNotStartWhenTheProgramIsAboutToEnd) {
+  struct EndWanted : EventPump {
+    void DoEvents() override { throw RuntimeError(ErrorNumber::AutomationError); }
+  } end;
+  bench.tools.Handle(end);
+  EXPECT_THROW(static_cast<void>(Run({"stay"})), RuntimeError);
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(bench.root.Path()) / bench.ticks));
+}
+
 TEST_F(SystemTools, SayWhatIsMissing) {
   EXPECT_EQ(ErrorOf(bench.tools.Run({"no_such_tool", {}, bench.folder})),
             ErrorNumber::FileNotFound);

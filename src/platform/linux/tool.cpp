@@ -147,6 +147,8 @@ ToolOutcome LinuxToolRunner::Run(const ToolCall& call) {
   if (!folder) return RuntimeError(ErrorNumber::PathNotFound, call.folder);
   ChildStart start{{*program}, EnvironmentWith(call.environment), *folder};
   start.arguments.insert(start.arguments.end(), call.arguments.begin(), call.arguments.end());
+  // A wish to end the program is heard before the tool can do anything, not only while it runs.
+  if (events_ != nullptr) events_->DoEvents();
   try {
     LinuxTool tool(std::move(start), call);
     return AwaitEnd(tool, call, events_);

@@ -144,6 +144,8 @@ ToolOutcome WindowsToolRunner::Run(const ToolCall& call) {
   if (!program) return RuntimeError(ErrorNumber::FileNotFound, call.program);
   const auto folder = FolderOf(call.folder);
   if (!folder) return RuntimeError(ErrorNumber::PathNotFound, call.folder);
+  // A wish to end the program is heard before the tool can do anything, not only while it runs.
+  if (events_ != nullptr) events_->DoEvents();
   try {
     ChildStart start{*program, CommandLineOf(*program, call), EnvironmentWith(call.environment),
                      *folder};
