@@ -67,6 +67,26 @@ void ProjectDisplay::ShowProjectReferences(const std::string& projectPath) {
   });
 }
 
+void ProjectDisplay::FollowQueue() {
+  const ListRow* row = window_.lvwQueue.Selected();
+  if (row == nullptr || row == RowOfSelectedNode()) return;
+  TreeNode* project = window_.tvwProjects.Find(NodeKey(node_prefix::kProject, row->Key()));
+  if (project == nullptr) return;
+  window_.tvwProjects.Select(project);
+  ShowProjectDetails(*project);
+}
+
+void ProjectDisplay::FollowTree() {
+  ListRow* row = RowOfSelectedNode();
+  if (row != nullptr && row != window_.lvwQueue.Selected()) window_.lvwQueue.Select(row);
+}
+
+ListRow* ProjectDisplay::RowOfSelectedNode() const {
+  const TreeNode* node = window_.tvwProjects.Selected();
+  const TreeNode* project = node == nullptr ? nullptr : ProjectOf(*node);
+  return project == nullptr ? nullptr : window_.lvwQueue.Find(project->Text());
+}
+
 void ProjectDisplay::RefreshReferences() {
   ListView& list = window_.lvwData;
   const std::string shown = list.Tag();

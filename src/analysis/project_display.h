@@ -29,6 +29,15 @@ class ProjectDisplay : public ProjectViews {
   /// Fills the detail list, unless it shows that project already.
   void ShowProjectReferences(const std::string& projectPath) override;
 
+  // The same project is selected in the tree and in the queue. Both change nothing when it is
+  // selected already or not there.
+
+  /// Selects the project of the queue's selected row in the tree, and shows it.
+  void FollowQueue();
+
+  /// Selects the row of the project that the tree's selected node belongs to.
+  void FollowTree();
+
   /// Fills the detail list again with new verdicts; the selection stays.
   void RefreshReferences();
 
@@ -49,6 +58,7 @@ class ProjectDisplay : public ProjectViews {
 
  private:
   void ShowLabels(Procedure& on, const TreeNode& project, const clsMember& member);
+  [[nodiscard]] ListRow* RowOfSelectedNode() const;
 
   frmBuilder& window_;
   DependencyMarking& marking_;

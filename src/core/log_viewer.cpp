@@ -1,5 +1,6 @@
 #include "core/log_viewer.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -35,7 +36,15 @@ void LogViewer::mnuWindowViewLogs_Click() {
   Procedure(report_, ": frmBuilder.mnuWindowViewLogs_Click").Run([&](Procedure& on) {
     on([&] { SetLogFilePath(log_.Folder()); });
     on([&] { ShowLogs(); });
+    on([&] { ChooseToday(); });
   });
+}
+
+void LogViewer::ChooseToday() {
+  const auto& days = form_.cboLogDate.items.Get();
+  const auto today = std::find(days.begin(), days.end(), log_.Today());
+  if (!form_.visible.Get() || today == days.end()) return;
+  form_.cboLogDate.selected.Set(static_cast<std::size_t>(today - days.begin()));
 }
 
 void LogViewer::SetLogFilePath(std::string folder) {

@@ -22,7 +22,7 @@ class LogViewer {
   LogViewer(const LogViewer&) = delete;
   LogViewer& operator=(const LogViewer&) = delete;
 
-  /// Shows the logs of this program.
+  /// Shows the logs of this program and in them today's, if there is one.
   void mnuWindowViewLogs_Click();
 
   /// The folder of the log files, given with or without a "\" at its end.
@@ -41,6 +41,7 @@ class LogViewer {
   [[nodiscard]] std::vector<std::string> LogNames() const;
   [[nodiscard]] std::optional<std::vector<std::string>> LogNamesOrMessage();
   [[nodiscard]] std::string TextOf(const std::string& path) const;
+  void ChooseToday();
 
   frmLogs& form_;
   const ActivityLog& log_;

@@ -47,6 +47,8 @@ std::vector<Command*> MainMenu::All() {
           &mnuToolsGetLatestChanged,
           &mnuWindowViewLogs,
           &mnuWindowFailed,
+          &mnuWindowNextPane,
+          &mnuWindowPreviousPane,
           &mnuHelpAbout,
           &mnuDataPopupReg,
           &mnuDataPopupUnReg,
@@ -55,7 +57,10 @@ std::vector<Command*> MainMenu::All() {
           &mnuTreePopupRemoveProject,
           &mnuTreePopupGetLatest,
           &mnuTreePopupBuildNowDefault,
-          &mnuTreePopupBuildNowNewLocation};
+          &mnuTreePopupBuildNowNewLocation,
+          &mnuPopupOpenFolder,
+          &mnuPopupCopyPath,
+          &mnuPopupCopyGuid};
 }
 
 }  // namespace gorbex

@@ -57,6 +57,8 @@ struct MainMenu {
 
   Command mnuWindowViewLogs{"mnuWindowViewLogs", "View &Logs...", "Ctrl+L"};
   Command mnuWindowFailed{"mnuWindowFailed", "&Failed Projects", "F8"};
+  Command mnuWindowNextPane{"mnuWindowNextPane", "&Next Pane", "F6"};
+  Command mnuWindowPreviousPane{"mnuWindowPreviousPane", "&Previous Pane", "Shift+F6"};
   Command mnuHelpAbout{"mnuHelpAbout", "&About GorbexBuilder"};
 
   Command mnuDataPopupReg{"mnuDataPopupReg", "&Register"};
@@ -69,6 +71,11 @@ struct MainMenu {
   Command mnuTreePopupGetLatest{"mnuTreePopupGetLatest", "&Get Latest"};
   Command mnuTreePopupBuildNowDefault{"mnuTreePopupBuildNowDefault", "&Build Now", "Ctrl+F7"};
   Command mnuTreePopupBuildNowNewLocation{"mnuTreePopupBuildNowNewLocation", "Build Now &To..."};
+
+  // Of what a pop-up menu was opened on, in any pane.
+  Command mnuPopupOpenFolder{"mnuPopupOpenFolder", "&Open Folder"};
+  Command mnuPopupCopyPath{"mnuPopupCopyPath", "Copy &Path"};
+  Command mnuPopupCopyGuid{"mnuPopupCopyGuid", "Copy GU&ID"};
 
   /// In menu order.
   [[nodiscard]] std::vector<Command*> All();

@@ -1,5 +1,7 @@
 #include "core/reference_value.h"
 
+#include <algorithm>
+
 #include "core/text.h"
 #include "platform/runtime_error.h"
 
@@ -33,6 +35,18 @@ std::string_view ComponentPath(std::string_view value) {
   const auto separator = field.find(';');
   if (separator == std::string_view::npos) return {};
   return TrimBlanks(field.substr(separator + 1));
+}
+
+std::string_view ReferenceTitle(std::string_view value) {
+  constexpr std::ptrdiff_t kSeparators = 4;  // of a type library's whole line
+  // A control's file is after the last ";"; a reference to a project has nothing but its path.
+  std::string_view path = value.substr(value.find_last_of("#;") + 1);
+  if (std::count(value.begin(), value.end(), '#') >= kSeparators) {
+    const auto description = TrimBlanks(ReferenceField(value, 4));
+    if (!description.empty()) return description;
+    path = ReferenceField(value, 3);
+  }
+  return TrimBlanks(path.substr(path.find_last_of('\\') + 1));
 }
 
 }  // namespace gorbex

@@ -29,6 +29,11 @@ class Host {
   [[nodiscard]] virtual std::optional<std::string> ProgramPath(
       const std::string& hostPath) const = 0;
 
+  /// The host's UTF-8 path of a file or folder of the program; empty when it has none.
+  [[nodiscard]] virtual std::string HostPath(const std::string& /*programPath*/) const {
+    return {};
+  }
+
   /// The host's UTF-8 path of the folder where the first file dialog begins; empty lets the system
   /// choose.
   [[nodiscard]] virtual std::string FirstFolder() const { return {}; }

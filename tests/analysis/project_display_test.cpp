@@ -1,5 +1,8 @@
 #include "analysis/project_display.h"
 
+#include <map>
+
+#include "analysis/pointed_item.h"
 #include "tests/support/program_fixture.h"
 
 namespace gorbex::test {
@@ -65,6 +68,37 @@ TEST_F(ProjectDisplayTest, ListIsFilledAgainOnlyForAnotherProjectOrOnRefresh) {
   Show("x)" + bare);
   EXPECT_EQ(list.Count(), 0U);
   EXPECT_EQ(Effects(), Journal{});
+}
+
+TEST_F(ProjectDisplayTest, WhatIsPointedAtHasAFileAndAnIdentity) {
+  auto& app = group.Executable("App").Line("Reference=*\\G{A}#1#0#..\\Bin\\a.dll#A");
+  app.Line("Object={C}#1.0#0; c.ocx").Line("Reference=*\\ACore.vbp").Line("Class=K; k.cls");
+  const std::string path = app.Path();
+  platform.registry.AddText(RegistryRoot::ClassesRoot, "TypeLib\\{C}\\1.0\\0\\win32", "",
+                            "C:\\Lib\\C.ocx");
+  program.reader.ReadProject(path);
+  const std::string home = path.substr(0, path.rfind('\\') + 1);
+  const auto pointed = [&](const std::string& key) {
+    const TreeNode& node = program.window.tvwProjects.Item(key);
+    const auto item = PointedNode(node, program.references);
+    return item.path + "|" + item.guid;
+  };
+  const std::string registered = "c:\\lib\\c.ocx|{C}";
+  const std::string relative = "C:\\Group\\Bin\\a.dll|{A}";
+  for (const auto& [key, item] :
+       std::map<std::string, std::string>{{"root", "|"},
+                                          {"x)" + path, path + "|"},
+                                          {"o)" + path, path + "|"},
+                                          {"r-1" + path, relative},
+                                          {"r-2" + path, home + "Core.vbp|"},
+                                          {"o-1" + path, registered},
+                                          {"u-1" + path, home + "k.cls|"},
+                                          {"r-1" + core.Path(), "|{A}"}}) {
+    EXPECT_EQ(pointed(key), item) << key;
+  }
+  const ListView& list = program.window.lvwData;
+  const auto third = PointedReference(list.At(3), path);
+  EXPECT_EQ(third.path + "|" + third.guid, "c:\\lib\\c.ocx|{c}");
 }
 
 TEST_F(ProjectDisplayTest, PopUpCommandsAddAndRemoveProjects) {

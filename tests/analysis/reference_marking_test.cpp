@@ -15,12 +15,15 @@ class ReferenceMarkingTest : public ProgramFixture {
 };
 
 TEST(ReferenceValue, PartsAreFoundOrMissing) {
-  using Row = std::array<std::string, 3>;
-  for (const Row& row : {Row{"*\\G{A}#1#0#C:\\a#d", "{A}", "C:\\a"}, Row{"abc{1-2#0#; x ", "", "x"},
-                         Row{"x{A}y{B}#0#0; a;b ", "{A}", "a;b"}, Row{"}{A}#0#0", "{A}", ""},
-                         Row{"*\\A..\\o.vbp", "", "error"}, Row{"{A}#1", "{A}", "error"},
-                         Row{"", "", "error"}, Row{"*\\###x", "", "x"}}) {
+  using Row = std::array<std::string, 4>;
+  for (const Row& row :
+       {Row{"*\\G{A}#1#0#C:\\a#d", "{A}", "C:\\a", "d"}, Row{"abc{1-2#0#; x ", "", "x", "x"},
+        Row{"x{A}y{B}#0#0; a;b ", "{A}", "a;b", "b"}, Row{"}{A}#0#0", "{A}", "", "0"},
+        Row{"*\\A..\\o.vbp", "", "error", "o.vbp"}, Row{"{A}#1", "{A}", "error", "1"},
+        Row{"", "", "error", ""}, Row{"*\\###x", "", "x", "x"},
+        Row{"*\\G{A}#1#0#..\\b.dll# ", "{A}", "..\\b.dll", "b.dll"}}) {
     EXPECT_EQ(GetGUID(row[0]), row[1]) << row[0];
+    EXPECT_EQ(ReferenceTitle(row[0]), row[3]) << row[0];
     try {
       EXPECT_EQ(ComponentPath(row[0]), row[2]) << row[0];
     } catch (const RuntimeError& error) {

@@ -40,7 +40,8 @@ TEST_F(LogViewerTest, ShowsTheLogOfADayAsItIsWhenChosen) {
   frmLogs& form = program.logs;
   const auto open = [&] {
     program.window.menu.mnuWindowViewLogs.Execute();
-    EXPECT_TRUE(form.visible.Get() && form.txtLog.text.Get().empty());
+    EXPECT_TRUE(form.visible.Get());
+    EXPECT_EQ(form.cboLogDate.selected.Get().has_value(), !form.txtLog.text.Get().empty());
     return form.cboLogDate.items.Get();
   };
   const auto choose = [&](std::size_t item) {
@@ -53,6 +54,7 @@ TEST_F(LogViewerTest, ShowsTheLogOfADayAsItIsWhenChosen) {
   }
   program.log.WriteLog("one", false);
   EXPECT_EQ(open(), (std::vector<std::string>{"04032026", "Notes"}));
+  EXPECT_EQ(form.txtLog.text.Get(), "one\r\n") << "today's";
   EXPECT_EQ(choose(1) + choose(0), "Notes.LOGone\r\n");
   program.log.WriteLog("two", false);
   EXPECT_EQ(choose(0), "one\r\ntwo\r\n");

@@ -25,7 +25,11 @@ std::optional<std::string> LinuxHost::ProgramPath(const std::string& hostPath) c
 }
 
 std::string LinuxHost::FirstFolder() const {
-  return platform_.GetPrefix().Existing("C:\\").value_or("");
+  return HostPath("C:\\");
+}
+
+std::string LinuxHost::HostPath(const std::string& programPath) const {
+  return platform_.GetPrefix().Existing(programPath).value_or("");
 }
 
 std::shared_ptr<void> LinuxHost::ChangeAlone(const std::function<void()>& onWait) {

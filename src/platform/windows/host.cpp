@@ -1,5 +1,6 @@
 #include "platform/windows/host.h"
 
+#include "platform/code_page.h"
 #include "platform/runtime_error.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/end_signal.h"
@@ -19,6 +20,10 @@ std::optional<std::string> WindowsHost::ProgramPath(const std::string& hostPath)
   } catch (const RuntimeError&) {
     return std::nullopt;
   }
+}
+
+std::string WindowsHost::HostPath(const std::string& programPath) const {
+  return ToUtf8(programPath);
 }
 
 std::shared_ptr<void> WindowsHost::ChangeAlone(const std::function<void()>& onWait) {

@@ -20,6 +20,7 @@ class WindowsHost : public Host {
   PlatformServices Services(EventPump& events) override { return platform_.Services(events); }
   [[nodiscard]] std::string TypedPath(const std::string& typed) const override;
   [[nodiscard]] std::optional<std::string> ProgramPath(const std::string& hostPath) const override;
+  [[nodiscard]] std::string HostPath(const std::string& programPath) const override;
   std::shared_ptr<void> ChangeAlone(const std::function<void()>& onWait) override;
   void ListenForEnd() override;
   [[nodiscard]] bool EndWanted() const override;
