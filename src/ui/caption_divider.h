@@ -11,6 +11,10 @@ class CaptionDivider : public wxPanel {
 
   void SetCaption(const wxString& caption);
 
+  // Nothing here is for the keyboard.
+  [[nodiscard]] bool AcceptsFocus() const override { return false; }
+  [[nodiscard]] bool AcceptsFocusFromKeyboard() const override { return false; }
+
  private:
   void OnPaint(wxPaintEvent& event);
   [[nodiscard]] wxSize DoGetBestClientSize() const override;

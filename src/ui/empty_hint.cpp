@@ -13,6 +13,8 @@ namespace gorbex::ui {
 EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
                      const std::vector<Command*>& commands)
     : wxPanel(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL) {
+  // Only its buttons are for the keyboard.
+  m_container.DisableSelfFocus();
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
   auto* label = new wxStaticText(this, wxID_ANY, text, wxDefaultPosition, wxDefaultSize,
                                  wxALIGN_CENTRE_HORIZONTAL);

@@ -4,19 +4,15 @@
 #include <wx/button.h>
 #include <wx/sizer.h>
 
+#include <utility>
+
 #include "ui/spacing.h"
-#include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 
-using Direction = ProjectSearch::Direction;
-
-FindBar::FindBar(wxWindow* parent, ProjectSearch& search, wxWindow& tree, wxWindow& queue)
+FindBar::FindBar(wxWindow* parent, std::vector<Place> places, const wxString& hint)
     : wxPanel(parent),
-      search_(search),
-      tree_(tree),
-      queue_(queue),
-      place_(&tree),
+      places_(std::move(places)),
       heading_(new wxStaticText(this, wxID_ANY, {})),
       text_(new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxSize(FromDIP(260), -1), 0,
                            wxDefaultValidator, "txtFind")),
@@ -39,14 +35,17 @@ FindBar::FindBar(wxWindow* parent, ProjectSearch& search, wxWindow& tree, wxWind
   close->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ShowBar(false); });
   add(close);
   SetSizer(sizer);
-  text_->SetHint("Name, path, component or GUID");
+  text_->SetHint(hint);
   Bind(wxEVT_CHAR_HOOK, &FindBar::OnKey, this);
   Hide();
 }
 
 void FindBar::Open() {
-  if (!text_->HasFocus()) place_ = queue_.HasFocus() ? &queue_ : &tree_;
-  heading_->SetLabel(place_ == &queue_ ? "Find in the queue:" : "Find in the projects:");
+  if (!text_->HasFocus()) {
+    place_ = places_.size() - 1;
+    while (place_ > 0 && !places_[place_].control->HasFocus()) --place_;
+  }
+  heading_->SetLabel(places_[place_].heading);
   found_->SetLabel({});
   ShowBar(true);
   text_->SetFocus();
@@ -54,13 +53,12 @@ void FindBar::Open() {
 }
 
 void FindBar::Find(Direction direction) {
-  const std::string wanted = FromWx(text_->GetValue());
+  const wxString wanted = text_->GetValue();
   if (wanted.empty()) {
     Open();
     return;
   }
-  const auto hit =
-      place_ == &queue_ ? search_.FindRow(wanted, direction) : search_.FindNode(wanted, direction);
+  const Hit hit = places_[place_].find(wanted, direction);
   found_->SetLabel(hit.of == 0 ? wxString("Not found")
                                : wxString::Format("%zu of %zu", hit.number, hit.of));
 }
@@ -79,7 +77,7 @@ void FindBar::OnKey(wxKeyEvent& event) {
 void FindBar::ShowBar(bool shown) {
   Show(shown);
   GetParent()->Layout();
-  if (!shown) place_->SetFocus();
+  if (!shown) places_[place_].control->SetFocus();
 }
 
 }  // namespace gorbex::ui

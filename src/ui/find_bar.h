@@ -4,32 +4,44 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <cstddef>
+#include <functional>
+#include <vector>
+
 #include "analysis/project_search.h"
 
 namespace gorbex::ui {
 
-/// A line below the panes that finds projects and references in the pane that the user comes from.
-/// Return finds the next, Shift+Return the previous, Esc closes the line.
+/// A line below what can be searched. Return finds the next, Shift+Return the previous, Esc closes
+/// the line.
 class FindBar : public wxPanel {
  public:
-  /// The panes must outlive the bar.
-  FindBar(wxWindow* parent, ProjectSearch& search, wxWindow& tree, wxWindow& queue);
+  using Hit = ProjectSearch::Hit;
+  using Direction = ProjectSearch::Direction;
 
-  /// Shows the bar; what is typed is then looked for in the queue if that has the focus, else in
-  /// the tree.
+  /// Something that can be searched; the control must outlive the bar.
+  struct Place {
+    wxWindow* control;
+    wxString heading;  ///< before what is typed
+    std::function<Hit(const wxString&, Direction)> find;
+  };
+
+  /// The first place is searched while no other has the focus when the bar is opened. The hint says
+  /// what can be found.
+  FindBar(wxWindow* parent, std::vector<Place> places, const wxString& hint);
+
+  /// Shows the bar; what is typed is then looked for in the place that has the focus.
   void Open();
 
   /// As Open while nothing was typed yet.
-  void Find(ProjectSearch::Direction direction);
+  void Find(Direction direction);
 
  private:
   void OnKey(wxKeyEvent& event);
   void ShowBar(bool shown);
 
-  ProjectSearch& search_;
-  wxWindow& tree_;
-  wxWindow& queue_;
-  wxWindow* place_;  ///< that is searched
+  std::vector<Place> places_;
+  std::size_t place_ = 0;  ///< that is searched
   wxStaticText* heading_;
   wxTextCtrl* text_;
   wxStaticText* found_;

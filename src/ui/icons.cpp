@@ -1,5 +1,7 @@
 #include "ui/icons.h"
 
+#include <algorithm>
+
 #include "ui/embedded_files.h"
 
 namespace gorbex::ui {
@@ -9,6 +11,12 @@ wxBitmapBundle Icon(std::string_view name, int size) {
   if (source.empty()) return {};
   return wxBitmapBundle::FromSVG(reinterpret_cast<const wxByte*>(source.data()), source.size(),
                                  wxSize(size, size));
+}
+
+int IconSize(const wxWindow& window) {
+  constexpr int kUsual = 16;
+  constexpr int kUsualText = 18;
+  return std::max(kUsual, window.ToDIP(window.GetCharHeight()) * kUsual / kUsualText);
 }
 
 wxIconBundle ProgramIcons() {
@@ -22,13 +30,13 @@ wxIconBundle ProgramIcons() {
   return icons;
 }
 
-wxVector<wxBitmapBundle> RowIcons() {
+wxVector<wxBitmapBundle> RowIcons(int size) {
   constexpr auto kImages = static_cast<std::size_t>(Image::BuildError) + 1;
   wxVector<wxBitmapBundle> icons;
   for (std::size_t image = 0; image < kImages; ++image) {
-    const auto icon = Icon(ImageKey(static_cast<Image>(image)));
+    const auto icon = Icon(ImageKey(static_cast<Image>(image)), size);
     // Every index needs a picture; what has none is an empty one.
-    icons.push_back(icon.IsOk() ? icon : wxBitmapBundle::FromImage(wxImage(16, 16)));
+    icons.push_back(icon.IsOk() ? icon : wxBitmapBundle::FromImage(wxImage(size, size)));
   }
   return icons;
 }

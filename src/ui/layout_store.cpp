@@ -8,7 +8,7 @@
 namespace gorbex::ui {
 
 std::vector<int> LayoutStore::Read(const std::string& part, std::size_t count) const {
-  constexpr int kLargest = 4000;
+  constexpr int kLargest = 20000;
   std::vector<int> sizes;
   try {
     const std::string stored = registry_.fnsGetRegistryValue(kPositionKey, part);

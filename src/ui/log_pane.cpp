@@ -57,7 +57,7 @@ LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box)
 }
 
 wxSizer* LogPane::Head(TextBox& box) {
-  auto* close = wxBitmapButton::NewCloseButton(this, wxID_ANY);
+  auto* close = wxBitmapButton::NewCloseButton(this, wxID_ANY, "hideFailed");
   close->SetToolTip("Hide the failed projects");
   close->Bind(wxEVT_BUTTON, [&box](wxCommandEvent&) { box.visible.Set(false); });
   auto* head = new wxBoxSizer(wxHORIZONTAL);

@@ -2,8 +2,10 @@
 
 #include <wx/sizer.h>
 
+#include "ui/clipboard.h"
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
+#include "ui/text_search.h"
 
 namespace gorbex::ui {
 
@@ -16,27 +18,29 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
                            wxCB_READONLY, wxDefaultValidator, "cboLogDate")),
       text_(new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                            wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP, wxDefaultValidator,
-                           "txtLog")) {
+                           "txtLog")),
+      find_(new FindBar(this,
+                        {{text_, "Find:",
+                          [this](const wxString& wanted, FindBar::Direction direction) {
+                            return FindText(*text_, wanted, direction);
+                          }}},
+                        "Text")) {
   text_->SetFont(wxFontInfo(text_->GetFont().GetPointSize()).Family(wxFONTFAMILY_TELETYPE));
   auto* close = new wxButton(this, wxID_CLOSE, {}, wxDefaultPosition, wxDefaultSize, 0,
                              wxDefaultValidator, "cmdClose");
   fields_.Join(*close, form_.cmdClose);
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(heading_, wxSizerFlags().CentreVertical());
-  row->Add(days_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
-  auto* reload = new wxButton(this, wxID_ANY, "&Reload");
-  row->Add(reload, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
-  reload->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ShowDay(); });
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   const int margin = FromDIP(kMargin);
-  sizer->Add(row, wxSizerFlags().Border(wxALL, margin));
+  sizer->Add(Head(), wxSizerFlags().Border(wxALL, margin));
   sizer->Add(text_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, margin));
+  sizer->Add(find_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, margin - FromDIP(kGap) / 2));
   sizer->Add(close, wxSizerFlags().Right().Border(wxALL, margin));
   SetSizer(sizer);
   SetMinClientSize(FromDIP(wxSize(360, 240)));
   SetClientSize(FromDIP(wxSize(680, 440)));
 
   ShowDays();
+  Bind(wxEVT_CHAR_HOOK, &LogsWindow::OnKey, this);
   subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
     if (visible) days_->SetFocus();
   }));
@@ -52,6 +56,43 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
     text_->ChangeValue(ToWx(text));
     text_->ShowPosition(text_->GetLastPosition());
   }));
+}
+
+wxSizer* LogsWindow::Head() {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(heading_, wxSizerFlags().CentreVertical());
+  const auto add = [&](wxWindow* part) {
+    row->Add(part, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  };
+  add(days_);
+  const auto button = [&](const wxString& label, const wxString& name,
+                          const std::function<void()>& press) {
+    auto* made = new wxButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0,
+                              wxDefaultValidator, name);
+    made->Bind(wxEVT_BUTTON, [press](wxCommandEvent&) { press(); });
+    add(made);
+  };
+  button("&Reload", "cmdReload", [this] { ShowDay(); });
+  button("&Find...", "cmdFind", [this] { find_->Open(); });
+  button("C&opy", "cmdCopy", [this] { Copy(); });
+  return row;
+}
+
+// What is selected, else everything.
+void LogsWindow::Copy() {
+  const wxString selected = text_->GetStringSelection();
+  CopyText(selected.empty() ? text_->GetValue() : selected);
+}
+
+void LogsWindow::OnKey(wxKeyEvent& event) {
+  const bool isFind = event.GetKeyCode() == 'F' && event.GetModifiers() == wxMOD_CONTROL;
+  if (isFind) {
+    find_->Open();
+  } else if (event.GetKeyCode() == WXK_F3) {
+    find_->Find(event.ShiftDown() ? FindBar::Direction::Previous : FindBar::Direction::Next);
+  } else {
+    event.Skip();
+  }
 }
 
 void LogsWindow::ShowDay() {

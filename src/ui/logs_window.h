@@ -7,16 +7,20 @@
 
 #include "core/logs_form.h"
 #include "ui/field_binding.h"
+#include "ui/find_bar.h"
 #include "ui/form_window.h"
 
 namespace gorbex::ui {
 
-/// The log viewer over its state.
+/// The log viewer over its state. What it shows can be searched and copied.
 class LogsWindow : public FormWindow {
  public:
   LogsWindow(wxWindow* parent, frmLogs& form);
 
  private:
+  [[nodiscard]] wxSizer* Head();
+  void Copy();
+  void OnKey(wxKeyEvent& event);
   void ShowDays();
   void ShowDay();
 
@@ -24,6 +28,7 @@ class LogsWindow : public FormWindow {
   wxStaticText* heading_;  ///< made before the list, to which its access key leads
   wxComboBox* days_;
   wxTextCtrl* text_;
+  FindBar* find_;
   FieldBinding fields_;
   std::vector<Subscription> subscriptions_;
 };

@@ -5,17 +5,21 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <utility>
 
 #include "app/offered_commands.h"
+#include "core/file_tools.h"
 #include "core/node_key.h"
 #include "ui/about.h"
-#include "ui/details_block.h"
+#include "ui/clipboard.h"
 #include "ui/icons.h"
 #include "ui/layout_store.h"
 #include "ui/logs_window.h"
 #include "ui/project_drag.h"
 #include "ui/run_status_bar.h"
 #include "ui/select_control_window.h"
+#include "ui/selection_renderer.h"
 #include "ui/test_control_window.h"
 #include "ui/text_conversion.h"
 #include "ui/window_place.h"
@@ -25,33 +29,42 @@ namespace {
 
 const wxSize kDesignedSize(1100, 740);
 const wxSize kSmallestSize(640, 420);
-constexpr int kTreeWidth = 360;
-constexpr int kQueueHeight = 250;
+constexpr double kTreeShare = 0.33;
+constexpr double kQueueShare = 0.4;
 constexpr const char* kPanes = "Panes";
 
 std::vector<ListColumn> ReferenceColumns() {
-  return {{"GUID", 84},       {"Version", 58},     {"Component", 104},
-          {"Registered", 84}, {"Description", 84}, {"Verdict", 190}};
+  return {{"GUID", 70, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
+          {"Registered", 84, false, 2}, {"Description", 84, false, 3}, {"Verdict", 190, false, 8}};
+}
+
+int PartOf(int all, double share) {
+  return static_cast<int>(std::lround(all * share));
 }
 
 // Commands that only a window can run.
-std::array<Command*, 6> OwnCommands(MainMenu& menu) {
-  return {&menu.mnuHelpAbout,         &menu.mnuToolsFind,    &menu.mnuToolsFindNext,
-          &menu.mnuToolsFindPrevious, &menu.mnuWindowFailed, &menu.mnuQueueWhyFailed};
+std::array<Command*, 11> OwnCommands(MainMenu& menu) {
+  return {&menu.mnuHelpAbout,         &menu.mnuToolsFind,          &menu.mnuToolsFindNext,
+          &menu.mnuToolsFindPrevious, &menu.mnuWindowFailed,       &menu.mnuQueueWhyFailed,
+          &menu.mnuWindowNextPane,    &menu.mnuWindowPreviousPane, &menu.mnuPopupOpenFolder,
+          &menu.mnuPopupCopyPath,     &menu.mnuPopupCopyGuid};
 }
 
 }  // namespace
 
-MainFrame::MainFrame(Program& program)
+MainFrame::MainFrame(Program& program, ShowFolder showFolder)
     : wxFrame(nullptr, wxID_ANY, "GorbexBuilder", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE, "frmBuilder"),
       program_(program),
+      showFolder_(std::move(showFolder)),
       ids_(*this),
       mailTimer_(this) {
   SetMinClientSize(FromDIP(kSmallestSize));
   SetSize(FromDIP(kDesignedSize));
   SetIcons(ProgramIcons());
+  SelectionRenderer::Use();
   HandleCommands();
+  HandlePopups();
   menus_ = std::make_unique<WindowMenus>(*this, program_.window.menu, ids_);
   // The status text is the program's; menus have no help texts to put in its place.
   SetStatusBarPane(-1);
@@ -89,6 +102,22 @@ void MainFrame::HandleCommands() {
     log_->GoTo(program_.window.lvwQueue.SelectedRow().Key());
     log_->Enter();
   });
+  menu.mnuWindowNextPane.SetHandler([this] { cycle_->Go(PaneCycle::Direction::Forward); });
+  menu.mnuWindowPreviousPane.SetHandler([this] { cycle_->Go(PaneCycle::Direction::Backward); });
+}
+
+void MainFrame::HandlePopups() {
+  MainMenu& menu = program_.window.menu;
+  menu.mnuPopupOpenFolder.SetHandler([this] { OpenFolder(); });
+  menu.mnuPopupCopyPath.SetHandler([this] { CopyText(ToWx(pointed_.path)); });
+  menu.mnuPopupCopyGuid.SetHandler([this] { CopyText(ToWx(pointed_.guid)); });
+}
+
+void MainFrame::OpenFolder() {
+  const std::string folder = StripPath(pointed_.path);
+  if (showFolder_(folder)) return;
+  program_.dialogs.Show(
+      {"The system cannot show the folder " + folder, Buttons::Ok, MessageIcon::Exclamation});
 }
 
 // They stay beside the window for its whole life and show themselves when their state says so.
@@ -108,11 +137,12 @@ void MainFrame::MakePanes() {
     made->SetSashGravity(gravity);
     return made;
   };
-  // Tree and queue keep their sizes when the window changes its own.
-  rows_ = splitter(this, 1.0);
-  columns_ = splitter(rows_, 0.0);
-  details_ = splitter(columns_, 0.6);
+  // All parts take part when the window changes its size.
+  rows_ = splitter(this, 1 - kQueueShare);
+  columns_ = splitter(rows_, kTreeShare);
+  // Tab goes through them in the order in which they are made.
   treePane_ = MakeTreePane(columns_);
+  details_ = splitter(columns_, 0.6);
   dataPane_ = MakeReferencesPane(details_);
   queuePane_ = MakeQueuePane(rows_);
   log_ = new LogPane(details_, program_.failed, program_.window.txtLogFile);
@@ -122,10 +152,25 @@ void MainFrame::MakePanes() {
   rows_->SplitHorizontally(columns_, queuePane_);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(rows_, wxSizerFlags(1).Expand());
-  find_ = new FindBar(this, program_.search, *tree_, *queue_);
+  MakeFindBar();
   sizer->Add(find_, wxSizerFlags().Expand());
   SetSizer(sizer);
+  cycle_ = std::make_unique<PaneCycle>(std::vector<wxWindow*>{
+      tree_, &treePane_->Hint(), block_, data_, queue_, &queuePane_->Hint(), log_});
   ShowEmptyPanes();
+}
+
+void MainFrame::MakeFindBar() {
+  using Direction = FindBar::Direction;
+  const auto inTree = [this](const wxString& wanted, Direction direction) {
+    return program_.search.FindNode(FromWx(wanted), direction);
+  };
+  const auto inQueue = [this](const wxString& wanted, Direction direction) {
+    return program_.search.FindRow(FromWx(wanted), direction);
+  };
+  find_ = new FindBar(
+      this, {{tree_, "Find in the projects:", inTree}, {queue_, "Find in the queue:", inQueue}},
+      "Name, path, component or GUID");
 }
 
 Pane* MainFrame::MakeTreePane(wxWindow* parent) {
@@ -141,7 +186,8 @@ Pane* MainFrame::MakeTreePane(wxWindow* parent) {
 
 Pane* MainFrame::MakeReferencesPane(wxWindow* parent) {
   auto* pane = new Pane(parent, "Project");
-  pane->AddHeader(new DetailsBlock(pane, program_.window));
+  block_ = new DetailsBlock(pane, program_.window);
+  pane->AddHeader(block_);
   data_ = new StateList(pane, "lvwData", program_.window.lvwData, ReferenceColumns(),
                         StateList::Checks::No);
   pane->SetContent(data_,
@@ -176,7 +222,8 @@ ProjectTree::Gestures MainFrame::TreeGesturesOf() {
   return {press, [press](TreeNode& node) { press(&node); },
           [this](TreeNode* node) {
             const bool isProject = program_.display.tvwProjects_MouseDown(node);
-            Popup(isProject ? menus_->TreePopup() : menus_->GroupPopup());
+            Popup(isProject ? menus_->TreePopup() : menus_->GroupPopup(),
+                  node == nullptr ? PointedItem() : PointedNode(*node, program_.references));
           },
           [this](TreeNode& node) {
             if (node.KeyStartsWith(node_prefix::kProject)) DragProject(tree_);
@@ -185,7 +232,9 @@ ProjectTree::Gestures MainFrame::TreeGesturesOf() {
 
 void MainFrame::BindData() {
   data_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) {
-    if (program_.window.lvwData.Selected() != nullptr) Popup(menus_->DataPopup());
+    const ListView& list = program_.window.lvwData;
+    if (list.Selected() == nullptr) return;
+    Popup(menus_->DataPopup(), PointedReference(*list.Selected(), list.Tag()));
   });
   data_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
     if (event.GetKeyCode() == WXK_F5) program_.display.RefreshReferences();
@@ -194,7 +243,15 @@ void MainFrame::BindData() {
 }
 
 void MainFrame::BindQueue() {
-  queue_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { Popup(menus_->QueuePopup()); });
+  queue_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) {
+    const ListRow* row = program_.window.lvwQueue.Selected();
+    Popup(menus_->QueuePopup(), row == nullptr ? PointedItem() : PointedItem{row->Key(), ""});
+  });
+  queue_->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) {
+    program_.display.FollowQueue();
+    tree_->ShowSelected();
+    tree_->SetFocus();
+  });
   queue_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
     Command& remove = program_.window.menu.mnuQueueRemove;
     if (event.GetKeyCode() == WXK_DELETE && remove.IsPossible()) remove.Execute();
@@ -211,7 +268,14 @@ void MainFrame::BindQueue() {
   });
 }
 
-void MainFrame::Popup(std::unique_ptr<wxMenu> menu) {
+void MainFrame::Popup(std::unique_ptr<wxMenu> menu, PointedItem item) {
+  pointed_ = std::move(item);
+  MainMenu& commands = program_.window.menu;
+  const bool hasPath = !pointed_.path.empty();
+  commands.mnuPopupOpenFolder.enabled.Set(
+      hasPath && FolderExists(program_.platform.files, StripPath(pointed_.path)));
+  commands.mnuPopupCopyPath.enabled.Set(hasPath);
+  commands.mnuPopupCopyGuid.enabled.Set(!pointed_.guid.empty());
   UpdateWindowUI();
   PopupMenu(menu.get());
 }
@@ -230,7 +294,9 @@ void MainFrame::FollowState() {
   follow(window.lvwQueue.selectionChanged, [this] {
     const ListRow* row = program_.window.lvwQueue.Selected();
     if (row != nullptr && details_->IsSplit()) log_->GoTo(row->Key());
+    program_.display.FollowQueue();
   });
+  follow(window.tvwProjects.selectionChanged, [this] { program_.display.FollowTree(); });
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
   follow(program_.changes.scanned,
@@ -276,6 +342,8 @@ void MainFrame::Place() {
   }
   Layout();
   RestoreLayout();
+  tree_->ShowSelected();
+  queue_->ShowSelected();
   TellPosition();
 }
 
@@ -326,10 +394,12 @@ void MainFrame::ShowPointer(MousePointer pointer) {
 
 void MainFrame::RestoreLayout() {
   const LayoutStore store(program_.registry);
-  auto panes = store.Read(kPanes, 2);
-  if (panes.empty()) panes = {kTreeWidth, kQueueHeight};
-  columns_->SetSashPosition(FromDIP(panes[0]));
-  rows_->SetSashPosition(-FromDIP(panes[1]));
+  const auto panes = store.Read(kPanes, 4);
+  const auto share = [&](std::size_t part, double designed) {
+    return panes.empty() ? designed : static_cast<double>(panes[part]) / panes[part + 1];
+  };
+  columns_->SetSashPosition(PartOf(columns_->GetClientSize().x, share(0, kTreeShare)));
+  rows_->SetSashPosition(-PartOf(rows_->GetClientSize().y, share(2, kQueueShare)));
   for (StateList* list : {data_, static_cast<StateList*>(queue_)}) {
     const auto widths =
         store.Read(list->GetName().utf8_string(), static_cast<std::size_t>(list->GetColumnCount()));
@@ -339,9 +409,10 @@ void MainFrame::RestoreLayout() {
 
 void MainFrame::StoreLayout() {
   LayoutStore store(program_.registry);
-  // The queue keeps its own height, whatever height the window has.
-  store.Write(kPanes, {ToDIP(columns_->GetSashPosition()),
-                       ToDIP(rows_->GetClientSize().y - rows_->GetSashPosition())});
+  // Tree and queue, each with all that they share: the next window may have another size.
+  const wxSize all = ToDIP(rows_->GetClientSize());
+  store.Write(kPanes, {ToDIP(columns_->GetSashPosition()), all.x,
+                       all.y - ToDIP(rows_->GetSashPosition()), all.y});
   for (const StateList* list : {data_, static_cast<StateList*>(queue_)}) {
     if (list->HasOwnWidths()) store.Write(list->GetName().utf8_string(), list->ColumnWidths());
   }

@@ -4,17 +4,21 @@
 #include <wx/splitter.h>
 #include <wx/timer.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "analysis/pointed_item.h"
 #include "app/program.h"
 #include "ui/command_ids.h"
+#include "ui/details_block.h"
 #include "ui/find_bar.h"
 #include "ui/link_line.h"
 #include "ui/log_pane.h"
 #include "ui/open_dialogs.h"
 #include "ui/pane.h"
+#include "ui/pane_cycle.h"
 #include "ui/project_tree.h"
 #include "ui/queue_list.h"
 #include "ui/run_status_bar.h"
@@ -25,14 +29,19 @@ namespace gorbex::ui {
 /// The main window: draws the program's window state and turns gestures into its commands.
 class MainFrame : public wxFrame {
  public:
+  /// Shows a folder in the system's file manager; false when it cannot.
+  using ShowFolder = std::function<bool(const std::string& folder)>;
+
   /// The program must outlive the window.
-  explicit MainFrame(Program& program);
+  MainFrame(Program& program, ShowFolder showFolder);
   ~MainFrame() override;
 
  private:
   void MakeForms();
   void HandleCommands();
+  void HandlePopups();
   void MakePanes();
+  void MakeFindBar();
   [[nodiscard]] Pane* MakeTreePane(wxWindow* parent);
   [[nodiscard]] Pane* MakeReferencesPane(wxWindow* parent);
   [[nodiscard]] Pane* MakeQueuePane(wxWindow* parent);
@@ -53,15 +62,18 @@ class MainFrame : public wxFrame {
   void OnClose(wxCloseEvent& event);
   void OnIdle(wxIdleEvent& event);
   void TellNotCompared();
-  void Popup(std::unique_ptr<wxMenu> menu);
+  void OpenFolder();
+  void Popup(std::unique_ptr<wxMenu> menu, PointedItem item);
 
   Program& program_;
+  ShowFolder showFolder_;
   CommandIds ids_;
   std::unique_ptr<WindowMenus> menus_;
   wxSplitterWindow* rows_ = nullptr;     ///< everything else above the queue
   wxSplitterWindow* columns_ = nullptr;  ///< the tree beside what is known of a project
   wxSplitterWindow* details_ = nullptr;  ///< references above the compiler's log
   LogPane* log_ = nullptr;
+  DetailsBlock* block_ = nullptr;
   Pane* treePane_ = nullptr;
   Pane* dataPane_ = nullptr;
   Pane* queuePane_ = nullptr;
@@ -71,6 +83,8 @@ class MainFrame : public wxFrame {
   LinkLine* terms_ = nullptr;
   RunStatusBar* status_ = nullptr;
   FindBar* find_ = nullptr;
+  std::unique_ptr<PaneCycle> cycle_;
+  PointedItem pointed_;  ///< that the last pop-up menu was opened on
   wxTimer mailTimer_;
   OpenDialogs openDialogs_;
   bool isCloseWanted_ = false;  ///< by the system, while a dialog was open

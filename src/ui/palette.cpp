@@ -9,25 +9,31 @@ unsigned char Mixed(unsigned char one, unsigned char other, double share) {
   return static_cast<unsigned char>(one * share + other * (1 - share));
 }
 
-// A theme's own shadow colour may vanish on its list background, so ours lies between both.
-wxColour Faded(double share) {
-  const wxColour text = wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOXTEXT);
+// A colour between that one and the background of lists.
+wxColour Faded(wxSystemColour colour, double share) {
+  const wxColour full = wxSystemSettings::GetColour(colour);
   const wxColour back = wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX);
-  return {Mixed(text.Red(), back.Red(), share), Mixed(text.Green(), back.Green(), share),
-          Mixed(text.Blue(), back.Blue(), share)};
+  return {Mixed(full.Red(), back.Red(), share), Mixed(full.Green(), back.Green(), share),
+          Mixed(full.Blue(), back.Blue(), share)};
 }
 
 }  // namespace
 
 wxColour TextColour(Colour colour) {
+  // A theme's own shadow colour may vanish on its list background.
   constexpr double kShadow = 0.55;
-  return colour == Colour::ButtonShadow ? Faded(kShadow)
+  return colour == Colour::ButtonShadow ? Faded(wxSYS_COLOUR_LISTBOXTEXT, kShadow)
                                         : wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOXTEXT);
 }
 
 wxColour HintColour() {
   constexpr double kHint = 0.6;
-  return Faded(kHint);
+  return Faded(wxSYS_COLOUR_LISTBOXTEXT, kHint);
+}
+
+wxColour PaleSelectionColour() {
+  constexpr double kPale = 0.3;
+  return Faded(wxSYS_COLOUR_HIGHLIGHT, kPale);
 }
 
 wxColour WarningColour() {

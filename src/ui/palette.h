@@ -13,6 +13,10 @@ namespace gorbex::ui {
 /// Text that explains and does not matter for the work.
 [[nodiscard]] wxColour HintColour();
 
+/// Behind a list's selected row while the list does not have the keyboard; its text keeps the
+/// colour of the others.
+[[nodiscard]] wxColour PaleSelectionColour();
+
 /// What the user should notice before going on.
 [[nodiscard]] wxColour WarningColour();
 

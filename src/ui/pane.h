@@ -24,6 +24,7 @@ class Pane : public wxPanel {
 
   void ShowEmpty(bool empty);
   [[nodiscard]] CaptionDivider& Caption() { return *caption_; }
+  [[nodiscard]] EmptyHint& Hint() { return *hint_; }
 
  private:
   CaptionDivider* caption_;

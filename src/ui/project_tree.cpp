@@ -9,6 +9,8 @@
 
 #include "core/node_key.h"
 #include "core/reference_nodes.h"
+#include "core/reference_value.h"
+#include "ui/cut_text.h"
 #include "ui/icons.h"
 #include "ui/palette.h"
 #include "ui/text_conversion.h"
@@ -17,26 +19,26 @@ namespace gorbex::ui {
 namespace {
 
 constexpr long kTypingPause = 1000;  // milliseconds
-constexpr int kIcon = 16;
 constexpr int kIconGap = 4;
-constexpr int kIndent = 18;
+constexpr int kNoteGap = 16;
+
+// What a reference is known by, which its text has among its numbers.
+wxString NoteOf(const TreeNode& node) {
+  return IsReferenceNode(node) ? ToWx(std::string(ReferenceTitle(node.Text()))) : wxString();
+}
 
 }  // namespace
 
 ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
-    : state_(state),
-      gestures_(std::move(gestures)),
-      images_(RowIcons()),
-      registered_(Icon("state-checked")),
-      unregistered_(Icon("state-unchecked")) {
+    : state_(state), gestures_(std::move(gestures)) {
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_THEME | wxWANTS_CHARS,
          "tvwProjects");
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
   // A window without its own font asks the toolkit for one at every row.
   SetFont(GetFont());
-  MeasureRow();
+  Measure();
   Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
-    MeasureRow();
+    Measure();
     event.Skip();
   });
   Follow();
@@ -57,7 +59,7 @@ void ProjectTree::Follow() {
   subscriptions_.push_back(state_.cleared.Connect([this] {
     rows_.clear();
     pressed_ = nullptr;
-    isStale_ = true;
+    isStale_ = isUnseen_ = true;
   }));
   subscriptions_.push_back(state_.selectionChanged.Connect([this] { isUnchosen_ = true; }));
   Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
@@ -80,6 +82,7 @@ void ProjectTree::CatchUp() {
   if (isStale_ || isUnchosen_) ShowSelection();
   if (isStale_ || isFaded_) Refresh();
   isStale_ = isFaded_ = isUnchosen_ = false;
+  if (isUnseen_ && GetSelection() != wxNOT_FOUND) ShowSelected();
 }
 
 void ProjectTree::Add(const TreeNode& node, int depth) {
@@ -92,6 +95,17 @@ void ProjectTree::ShowSelection() {
   const int row = RowOf(state_.Selected());
   if (row == GetSelection()) return;
   SetSelection(row);
+}
+
+void ProjectTree::ShowSelected() {
+  isUnseen_ = false;
+  CatchUp();
+  const int row = GetSelection();
+  if (row == wxNOT_FOUND) return;
+  const wxRect place = GetItemRect(static_cast<std::size_t>(row));
+  if (!place.IsEmpty() && GetClientRect().Contains(place)) return;
+  const int above = GetClientSize().y / rowHeight_ / 2;
+  ScrollToRow(static_cast<std::size_t>(std::max(0, row - above)));
 }
 
 void ProjectTree::Reveal(const TreeNode& node) {
@@ -121,20 +135,30 @@ wxRect ProjectTree::PlaceOf(const TreeNode& node) const {
   return row == wxNOT_FOUND ? wxRect() : GetItemRect(static_cast<std::size_t>(row));
 }
 
+// Where the button of a row is; the icons are a level further in.
+int ProjectTree::RowLeft(const Row& row) const {
+  return FromDIP(kIconGap) + row.depth * (icon_ + FromDIP(2));
+}
+
 int ProjectTree::TextLeft(const Row& row) const {
   const int icons = IsReferenceNode(*row.node) ? 2 : 1;
-  return FromDIP(kIconGap + row.depth * kIndent + kIndent + icons * (kIcon + kIconGap));
+  return RowLeft({row.node, row.depth + 1}) + icons * (icon_ + FromDIP(kIconGap));
 }
 
 bool ProjectTree::IsOnButton(const wxPoint& point, int row) const {
   const TreeNode* node = NodeOf(row);
   if (node == nullptr || node->Children().empty()) return false;
-  const int left = FromDIP(kIconGap + rows_[static_cast<std::size_t>(row)].depth * kIndent);
-  return point.x >= left - FromDIP(kIconGap) && point.x < left + FromDIP(kIndent);
+  const int left = RowLeft(rows_[static_cast<std::size_t>(row)]);
+  return point.x >= left - FromDIP(kIconGap) && point.x < left + icon_ + FromDIP(2);
 }
 
-void ProjectTree::MeasureRow() {
-  rowHeight_ = std::max(GetCharHeight(), FromDIP(kIcon)) + FromDIP(5);
+void ProjectTree::Measure() {
+  const int size = IconSize(*this);
+  icon_ = FromDIP(size);
+  images_ = RowIcons(size);
+  registered_ = Icon("state-checked", size);
+  unregistered_ = Icon("state-unchecked", size);
+  rowHeight_ = std::max(GetCharHeight(), icon_) + FromDIP(5);
 }
 
 void ProjectTree::OnDrawBackground(wxDC& dc, const wxRect& rect, size_t row) const {
@@ -146,9 +170,7 @@ void ProjectTree::OnDrawBackground(wxDC& dc, const wxRect& rect, size_t row) con
 
 void ProjectTree::DrawButton(wxDC& dc, const wxRect& rect, const Row& row) const {
   if (row.node->Children().empty()) return;
-  const int size = FromDIP(kIcon);
-  const wxRect button(FromDIP(kIconGap + row.depth * kIndent), rect.y + (rect.height - size) / 2,
-                      size, size);
+  const wxRect button(RowLeft(row), rect.y + (rect.height - icon_) / 2, icon_, icon_);
   wxRendererNative::Get().DrawTreeItemButton(const_cast<ProjectTree*>(this), dc, button,
                                              row.node->Expanded() ? int{wxCONTROL_EXPANDED} : 0);
 }
@@ -156,22 +178,38 @@ void ProjectTree::DrawButton(wxDC& dc, const wxRect& rect, const Row& row) const
 void ProjectTree::OnDrawItem(wxDC& dc, const wxRect& rect, size_t index) const {
   if (index >= rows_.size()) return;
   const Row& row = rows_[index];
-  const TreeNode& node = *row.node;
   DrawButton(dc, rect, row);
-  const int y = rect.y + (rect.height - FromDIP(kIcon)) / 2;
-  int x = TextLeft(row) - FromDIP(kIcon + kIconGap);
-  dc.DrawBitmap(images_[static_cast<std::size_t>(node.ImageOf())].GetBitmapFor(this), x, y);
-  if (IsReferenceNode(node)) {
-    x -= FromDIP(kIcon + kIconGap);
-    dc.DrawBitmap((node.Checked() ? registered_ : unregistered_).GetBitmapFor(this), x, y);
-  }
+  DrawIcons(dc, rect, row);
   dc.SetFont(GetFont());
-  dc.SetTextForeground(IsSelected(index) ? wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT)
-                                         : TextColour(node.TextColour()));
+  const bool isLight = IsSelected(index) && HasFocus();
+  dc.SetTextForeground(isLight ? wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT)
+                               : TextColour(row.node->TextColour()));
   const int left = TextLeft(row);
-  const wxString text = wxControl::Ellipsize(ToWx(node.Text()), dc, wxELLIPSIZE_MIDDLE,
-                                             rect.width - left - FromDIP(kIconGap));
-  dc.DrawText(text, left, rect.y + (rect.height - dc.GetCharHeight()) / 2);
+  const int top = rect.y + (rect.height - dc.GetCharHeight()) / 2;
+  DrawTexts(dc, {left, top, rect.width - left - FromDIP(kIconGap), rect.height}, *row.node);
+}
+
+void ProjectTree::DrawIcons(wxDC& dc, const wxRect& rect, const Row& row) const {
+  const TreeNode& node = *row.node;
+  const int y = rect.y + (rect.height - icon_) / 2;
+  int x = TextLeft(row) - icon_ - FromDIP(kIconGap);
+  dc.DrawBitmap(images_[static_cast<std::size_t>(node.ImageOf())].GetBitmapFor(this), x, y);
+  if (!IsReferenceNode(node)) return;
+  x -= icon_ + FromDIP(kIconGap);
+  dc.DrawBitmap((node.Checked() ? registered_ : unregistered_).GetBitmapFor(this), x, y);
+}
+
+// What a reference is known by follows its text where there is room.
+void ProjectTree::DrawTexts(wxDC& dc, const wxRect& room, const TreeNode& node) const {
+  const wxString text = ToWx(node.Text());
+  const wxString note = NoteOf(node);
+  const std::size_t end = note.empty() ? text.rfind('\\') : text.rfind(note);
+  dc.DrawText(CutText(text, end, dc, room.width), room.x, room.y);
+  if (note.empty()) return;
+  const int noteLeft = dc.GetTextExtent(text).x + FromDIP(kNoteGap);
+  if (noteLeft + dc.GetTextExtent(note).x > room.width) return;
+  if (dc.GetTextForeground() == TextColour(node.TextColour())) dc.SetTextForeground(HintColour());
+  dc.DrawText(note, room.x + noteLeft, room.y);
 }
 
 void ProjectTree::Toggle(const TreeNode& node) {
@@ -232,7 +270,10 @@ void ProjectTree::ShowToolTip(int row) {
   const bool fits = node == nullptr || TextLeft(rows_[static_cast<std::size_t>(row)]) +
                                                GetTextExtent(text).x + FromDIP(kIconGap) <=
                                            GetClientSize().x;
-  if (fits) {
+  const wxString note = node == nullptr ? wxString() : NoteOf(*node);
+  if (!note.empty()) {
+    SetToolTip(text + "\n" + note);
+  } else if (fits) {
     UnsetToolTip();
   } else {
     SetToolTip(text);
@@ -244,6 +285,8 @@ void ProjectTree::BindKeys() {
   Bind(wxEVT_CHAR, &ProjectTree::OnChar, this);
   Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) { Choose(event.GetSelection()); });
   const auto redraw = [this](wxFocusEvent& event) {
+    // Nobody would see where the keyboard is.
+    if (HasFocus() && GetSelection() == wxNOT_FOUND) Choose(0);
     Refresh();
     event.Skip();
   };

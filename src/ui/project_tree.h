@@ -28,6 +28,9 @@ class ProjectTree : public wxVListBox {
   /// The node of a row; null when there is no such row.
   [[nodiscard]] TreeNode* NodeOf(int row) const;
 
+  /// Scrolls the selected node to the middle, unless it is in sight.
+  void ShowSelected();
+
   /// Where a node is shown, in the control's own pixels; empty while it is out of sight.
   [[nodiscard]] wxRect PlaceOf(const TreeNode& node) const;
 
@@ -42,7 +45,7 @@ class ProjectTree : public wxVListBox {
   [[nodiscard]] wxCoord OnMeasureItem(size_t /*row*/) const override { return rowHeight_; }
 
   void Follow();
-  void MeasureRow();
+  void Measure();
   void BindMouse();
   void BindKeys();
   void CatchUp();
@@ -54,8 +57,11 @@ class ProjectTree : public wxVListBox {
   [[nodiscard]] int RowOf(const TreeNode* node) const;
   [[nodiscard]] int RowAt(const wxPoint& point) const;
   [[nodiscard]] bool IsOnButton(const wxPoint& point, int row) const;
+  [[nodiscard]] int RowLeft(const Row& row) const;
   [[nodiscard]] int TextLeft(const Row& row) const;
   void DrawButton(wxDC& dc, const wxRect& rect, const Row& row) const;
+  void DrawIcons(wxDC& dc, const wxRect& rect, const Row& row) const;
+  void DrawTexts(wxDC& dc, const wxRect& room, const TreeNode& node) const;
   void OnPress(wxMouseEvent& event);
   void OnMotion(wxMouseEvent& event);
   void OnKey(wxKeyEvent& event);
@@ -66,6 +72,7 @@ class ProjectTree : public wxVListBox {
 
   TreeView& state_;
   Gestures gestures_;
+  int icon_ = 0;  ///< the size of an icon
   wxVector<wxBitmapBundle> images_;
   wxBitmapBundle registered_;
   wxBitmapBundle unregistered_;
@@ -75,6 +82,7 @@ class ProjectTree : public wxVListBox {
   bool isStale_ = true;     ///< which rows there are has changed
   bool isFaded_ = true;     ///< how a row looks has changed
   bool isUnchosen_ = true;  ///< the selection has changed
+  bool isUnseen_ = true;    ///< nothing of what was opened was scrolled to
   wxPoint pressedAt_;
   TreeNode* pressed_ = nullptr;  ///< may be dragged
   int tipRow_ = wxNOT_FOUND;

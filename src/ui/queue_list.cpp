@@ -10,8 +10,9 @@ namespace {
 constexpr long kTimeColumn = 5;
 
 std::vector<ListColumn> Columns() {
-  return {{"No.", 64},         {"Project", 160},  {"Depends on", 160}, {"Compatibility", 110},
-          {"Last built", 130}, {"Time", 70, true}};
+  return {{"No.", 90, false, 9},         {"Project", 160, false, 8},
+          {"Depends on", 110, false, 4}, {"Compatibility", 84, false, 5},
+          {"Last built", 110, false, 3}, {"Time", 50, true, 5}};
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "ui/session.h"
 
 #include <wx/app.h>
+#include <wx/utils.h>
 #include <wx/weakref.h>
 
 #include "ui/main_frame.h"
@@ -17,7 +18,8 @@ Session::Session(Host& host)
 }
 
 void Session::Start(const std::string& typed) {
-  auto* frame = new MainFrame(program_);
+  auto* frame =
+      new MainFrame(program_, [this](const std::string& folder) { return ShowFolder(folder); });
   dialogs_.SetParent(frame);
   frame->Bind(wxEVT_DESTROY, [this, frame](wxWindowDestroyEvent& event) {
     if (event.GetEventObject() == frame) dialogs_.SetParent(nullptr);
@@ -27,6 +29,11 @@ void Session::Start(const std::string& typed) {
   program_.start.SetCommandLine(CommandLine(typed));
   program_.start.Form_Load();
   frame->Show();
+}
+
+bool Session::ShowFolder(const std::string& folder) const {
+  const std::string path = host_.HostPath(folder);
+  return !path.empty() && wxLaunchDefaultApplication(wxString::FromUTF8(path));
 }
 
 // While the system waits for the answer nobody is asked: what is to be asked is asked afterwards,

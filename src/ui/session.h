@@ -22,6 +22,7 @@ class Session {
 
  private:
   [[nodiscard]] std::string CommandLine(const std::string& typed) const;
+  [[nodiscard]] bool ShowFolder(const std::string& folder) const;
   void FollowUsersSession(wxFrame* frame);
 
   Host& host_;

@@ -3,8 +3,8 @@
 #include <wx/dcclient.h>
 
 #include <algorithm>
-#include <numeric>
 
+#include "ui/cut_text.h"
 #include "ui/icons.h"
 #include "ui/palette.h"
 #include "ui/text_conversion.h"
@@ -13,7 +13,7 @@ namespace gorbex::ui {
 namespace {
 
 constexpr int kCellMargin = 24;
-constexpr int kIconsWidth = 40;  // check box and image of the first column
+constexpr int kCheckWidth = 24;  // with its margin
 
 }  // namespace
 
@@ -25,7 +25,7 @@ StateList::StateList(wxWindow* parent, const wxString& name, ListView& state,
       state_(state),
       columns_(columns) {
   if (checks == Checks::Yes) EnableCheckBoxes();
-  SetSmallImages(RowIcons());
+  SetSmallImages(RowIcons(IconSize(*this)));
   for (const auto& column : columns_) {
     AppendColumn(wxString::FromUTF8(column.heading),
                  column.isNumber ? wxLIST_FORMAT_RIGHT : wxLIST_FORMAT_LEFT, FromDIP(column.width));
@@ -37,10 +37,7 @@ StateList::StateList(wxWindow* parent, const wxString& name, ListView& state,
 void StateList::Follow() {
   subscriptions_.push_back(state_.rowChanged.Connect(
       [this](const ListRow& row, RowChange change) { Change(row, change); }));
-  const auto all = [this] {
-    isUnmeasured_ = true;
-    ShowLater();
-  };
+  const auto all = [this] { MeasureLater(); };
   subscriptions_.push_back(state_.cleared.Connect(all));
   subscriptions_.push_back(state_.reordered.Connect(all));
   subscriptions_.push_back(state_.selectionChanged.Connect([this] { ShowLater(); }));
@@ -68,18 +65,33 @@ void StateList::BindEvents() {
   Bind(wxEVT_LIST_ITEM_UNCHECKED, [this](wxListEvent& event) {
     if (ListRow* row = RowOf(event.GetIndex())) row->SetChecked(false);
   });
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    isUnmeasured_ = true;
-    ShowLater();
+  const auto fitAnew = [this](wxSizeEvent& event) {
+    if (RoomForColumns() != fittedRoom_) MeasureLater();
     event.Skip();
-  });
+  };
+  Bind(wxEVT_SIZE, fitAnew);
+  const auto mark = [this](wxFocusEvent& event) {
+    MarkCurrent();
+    event.Skip();
+  };
+  Bind(wxEVT_SET_FOCUS, mark);
   Bind(wxEVT_LIST_COL_END_DRAG, [this](wxListEvent& event) {
     hasOwnWidths_ = true;
     event.Skip();
   });
   // Where the toolkit draws a list itself, its rows are a separate window.
-  for (wxWindow* child : GetChildren()) child->Bind(wxEVT_MOTION, &StateList::OnMotion, this);
+  for (wxWindow* child : GetChildren()) {
+    child->Bind(wxEVT_MOTION, &StateList::OnMotion, this);
+    child->Bind(wxEVT_SIZE, fitAnew);
+    child->Bind(wxEVT_SET_FOCUS, mark);
+  }
   Bind(wxEVT_MOTION, &StateList::OnMotion, this);
+}
+
+// Without a selection nobody would see where the keyboard is.
+void StateList::MarkCurrent() {
+  const bool isMarked = GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_FOCUSED) >= 0;
+  if (!isMarked && GetItemCount() > 0) SetItemState(0, wxLIST_STATE_FOCUSED, wxLIST_STATE_FOCUSED);
 }
 
 void StateList::Change(const ListRow& row, RowChange change) {
@@ -101,6 +113,12 @@ void StateList::CatchUp() {
   if (isUnmeasured_ && !hasOwnWidths_) FitColumns();
   isUnmeasured_ = false;
   if (count > 0) RefreshItems(GetTopItem(), std::min(GetTopItem() + GetCountPerPage(), count - 1));
+}
+
+void StateList::ShowSelected() {
+  CatchUp();
+  const long selected = GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED);
+  if (selected >= 0) EnsureVisible(selected);
 }
 
 void StateList::ShowSelection() {
@@ -135,7 +153,7 @@ wxString StateList::OnGetItemText(long item, long column) const {
   if (column == 0 || text.Find('\\') == wxNOT_FOUND || Fits(text, column)) return text;
   wxClientDC dc(const_cast<StateList*>(this));
   dc.SetFont(GetFont());
-  return wxControl::Ellipsize(text, dc, wxELLIPSIZE_MIDDLE, RoomIn(column));
+  return CutPath(text, dc, RoomIn(column));
 }
 
 int StateList::RoomIn(long column) const {
@@ -187,52 +205,55 @@ std::vector<int> StateList::ColumnWidths() const {
 }
 
 void StateList::FitColumns() {
-  std::vector<int> widths;
-  widths.reserve(columns_.size());
-  for (int column = 0; column < GetColumnCount(); ++column) {
-    widths.push_back(FittingWidth(column));
-  }
-  const int available = GetClientSize().x - FromDIP(kCellMargin);
-  ShrinkTo(available, widths);
-  // The rest of the width goes to the last text.
-  const int rest = available - std::accumulate(widths.begin(), widths.end(), 0);
-  if (rest > 0 && !columns_.back().isNumber) widths.back() += rest;
+  std::vector<ColumnNeed> needs;
+  needs.reserve(columns_.size());
+  for (long column = 0; column < GetColumnCount(); ++column) needs.push_back(NeedOf(column));
+  fittedRoom_ = RoomForColumns();
+  const auto widths = ColumnWidthsFor(fittedRoom_, needs);
   for (std::size_t i = 0; i < widths.size(); ++i) SetColumnWidth(static_cast<int>(i), widths[i]);
   // The headings do not follow by themselves.
   for (wxWindow* child : GetChildren()) child->Refresh();
 }
 
-// Every column keeps its least width; what it has beyond that it shares with the others.
-void StateList::ShrinkTo(int available, std::vector<int>& widths) const {
-  std::vector<int> least;
-  least.reserve(columns_.size());
-  for (long column = 0; column < GetColumnCount(); ++column) least.push_back(LeastWidth(column));
-  const int wanted = std::accumulate(widths.begin(), widths.end(), 0);
-  const int needed = std::accumulate(least.begin(), least.end(), 0);
-  if (wanted <= std::max(available, needed)) return;
-  const double share = std::max(0.0, static_cast<double>(available - needed) / (wanted - needed));
-  for (std::size_t i = 0; i < widths.size(); ++i) {
-    widths[i] = least[i] + static_cast<int>((widths[i] - least[i]) * share);
-  }
+// Where the toolkit draws a list itself, the scroll bar is beside the rows and inside the list.
+int StateList::RoomForColumns() const {
+  int room = GetClientSize().x;
+  for (const wxWindow* child : GetChildren()) room = std::min(room, child->GetClientSize().x);
+  return room;
 }
 
-int StateList::LeastWidth(long column) const {
+ColumnNeed StateList::NeedOf(long column) const {
   const auto& designed = columns_[static_cast<std::size_t>(column)];
-  const int heading = GetTextExtent(wxString::FromUTF8(designed.heading)).x;
-  return std::max(FromDIP(designed.width), heading + FromDIP(kCellMargin));
+  const int icon = IconSize(*this);
+  const int margin = FromDIP(kCellMargin);
+  const int heading = GetTextExtent(wxString::FromUTF8(designed.heading)).x + margin;
+  int icons = 0;
+  if (column == 0) icons = FromDIP(icon) + (HasCheckBoxes() ? FromDIP(kCheckWidth) : 0);
+  ColumnNeed need;
+  need.wanted = std::max(heading, WidestText(column) + margin + icons);
+  need.least = std::min(need.wanted, std::max(heading, FromDIP(designed.width * icon / 16)));
+  need.bare = std::min(need.least, icons + margin);
+  need.worth = designed.worth;
+  need.grows = !designed.isNumber && column > 0;
+  return need;
 }
 
-// The rows at the top speak for all; one long text must not push the other columns away.
-int StateList::FittingWidth(long column) const {
-  constexpr std::size_t kMeasured = 100;
-  constexpr int kWidest = 360;
-  int width = 0;
-  for (std::size_t i = 0; i < std::min(kMeasured, state_.Count()); ++i) {
-    width = std::max(width, GetTextExtent(WholeText(static_cast<long>(i), column)).x);
+// Of many texts only the longest are measured.
+int StateList::WidestText(long column) const {
+  constexpr std::size_t kMeasured = 5;
+  std::vector<wxString> texts;
+  for (long item = 0; item < static_cast<long>(state_.Count()); ++item) {
+    texts.push_back(WholeText(item, column));
   }
-  width = std::min(width + FromDIP(kCellMargin), FromDIP(kWidest));
-  if (column == 0) width += FromDIP(kIconsWidth);
-  return std::max(width, LeastWidth(column));
+  const auto measured = texts.begin() + static_cast<long>(std::min(kMeasured, texts.size()));
+  std::partial_sort(texts.begin(), measured, texts.end(), [](const auto& one, const auto& other) {
+    return one.length() > other.length();
+  });
+  int width = 0;
+  for (auto text = texts.begin(); text != measured; ++text) {
+    width = std::max(width, GetTextExtent(*text).x);
+  }
+  return width;
 }
 
 // Cut-off texts are shown whole while the pointer rests on their row.

@@ -6,13 +6,15 @@
 #include <vector>
 
 #include "core/list_view.h"
+#include "ui/column_widths.h"
 
 namespace gorbex::ui {
 
 struct ListColumn {
   std::string heading;
-  int width = 0;  ///< in DIP, before anything was measured
+  int width = 0;  ///< its least one as long as there is room, in DIP and for a font of usual size
   bool isNumber = false;
+  int worth = 1;  ///< of two columns the one that is worth more gets room first
 };
 
 /// Draws a list's state: rows are asked for when they are painted, and many changes make one
@@ -32,6 +34,9 @@ class StateList : public wxListCtrl {
 
   /// Whether the user or a call set the widths.
   [[nodiscard]] bool HasOwnWidths() const { return hasOwnWidths_; }
+
+  /// Scrolls so far that the selected row is in sight.
+  void ShowSelected();
 
   /// Null when the item shows no row.
   [[nodiscard]] ListRow* RowOf(long item) const;
@@ -59,11 +64,12 @@ class StateList : public wxListCtrl {
   void Change(const ListRow& row, RowChange change);
   void BindEvents();
   void CatchUp();
+  void MarkCurrent();
   void ShowSelection();
   void FitColumns();
-  void ShrinkTo(int available, std::vector<int>& widths) const;
-  [[nodiscard]] int LeastWidth(long column) const;
-  [[nodiscard]] int FittingWidth(long column) const;
+  [[nodiscard]] int RoomForColumns() const;
+  [[nodiscard]] ColumnNeed NeedOf(long column) const;
+  [[nodiscard]] int WidestText(long column) const;
   void OnMotion(wxMouseEvent& event);
   [[nodiscard]] wxString CutOffTexts(long item) const;
 
@@ -71,7 +77,8 @@ class StateList : public wxListCtrl {
   std::vector<ListColumn> columns_;
   std::vector<Subscription> subscriptions_;
   mutable wxItemAttr attribute_;
-  long tipItem_ = -1;  ///< whose tool tip is set
+  long tipItem_ = -1;   ///< whose tool tip is set
+  int fittedRoom_ = 0;  ///< that the columns share
   bool isStale_ = true;
   bool isUnmeasured_ = true;
   bool hasOwnWidths_ = false;

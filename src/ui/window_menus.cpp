@@ -9,8 +9,6 @@
 namespace gorbex::ui {
 namespace {
 
-constexpr int kToolSize = 24;
-
 /// The picture of a command by its name; empty for none.
 std::string_view IconNameOf(const Command& command) {
   static const std::unordered_map<std::string_view, std::string_view> kIcons = {
@@ -64,7 +62,8 @@ WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
                      &m.mnuToolsDependancies, nullptr, &m.mnuToolsLogin, &m.mnuToolsGetLatest,
                      &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox, nullptr,
                      &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
-  AddMenu("&Window", {&m.mnuWindowFailed, &m.mnuWindowViewLogs});
+  AddMenu("&Window", {&m.mnuWindowFailed, &m.mnuWindowViewLogs, nullptr, &m.mnuWindowNextPane,
+                      &m.mnuWindowPreviousPane});
   AddMenu("&Help", {&m.mnuHelpAbout});
   frame_.SetMenuBar(bar_);
   MakeArrowKeys({&m.mnuQueueMoveUp, &m.mnuQueueMoveDown});
@@ -107,20 +106,27 @@ std::unique_ptr<wxMenu> WindowMenus::TreePopup() {
   MainMenu& m = commands_;
   return MenuOf({&m.mnuTreePopupAddProject, &m.mnuTreePopupRemoveProject, nullptr, &m.mnuQueueAdd,
                  &m.mnuTreePopupGetLatest, nullptr, &m.mnuTreePopupBuildNowDefault,
-                 &m.mnuTreePopupBuildNowNewLocation});
+                 &m.mnuTreePopupBuildNowNewLocation, nullptr, &m.mnuPopupOpenFolder,
+                 &m.mnuPopupCopyPath});
 }
 
 std::unique_ptr<wxMenu> WindowMenus::GroupPopup() {
-  return MenuOf({&commands_.mnuTreePopupAddProject, &commands_.mnuQueueAddAll});
+  MainMenu& m = commands_;
+  return MenuOf({&m.mnuTreePopupAddProject, &m.mnuQueueAddAll, nullptr, &m.mnuPopupOpenFolder,
+                 &m.mnuPopupCopyPath, &m.mnuPopupCopyGuid});
 }
 
 std::unique_ptr<wxMenu> WindowMenus::DataPopup() {
-  return MenuOf({&commands_.mnuDataPopupReg, &commands_.mnuDataPopupUnReg, nullptr,
-                 &commands_.mnuDataPopupBrowse});
+  MainMenu& m = commands_;
+  return MenuOf({&m.mnuDataPopupReg, &m.mnuDataPopupUnReg, nullptr, &m.mnuDataPopupBrowse, nullptr,
+                 &m.mnuPopupOpenFolder, &m.mnuPopupCopyPath, &m.mnuPopupCopyGuid});
 }
 
 std::unique_ptr<wxMenu> WindowMenus::QueuePopup() {
-  return MenuOf(QueueEntries());
+  MainMenu& m = commands_;
+  Entries entries = QueueEntries();
+  entries.insert(entries.end(), {nullptr, &m.mnuPopupOpenFolder, &m.mnuPopupCopyPath});
+  return MenuOf(entries);
 }
 
 std::unique_ptr<wxMenu> WindowMenus::MenuOf(const Entries& entries) {
@@ -147,7 +153,7 @@ void WindowMenus::Append(wxMenu& menu, Command& command) {
   auto* item = new wxMenuItem(&menu, ids_.IdOf(command),
                               ToWx(command.caption.Get()) + ShortcutSuffix(command), {},
                               isSwitch ? wxITEM_CHECK : wxITEM_NORMAL);
-  const auto icon = Icon(IconNameOf(command));
+  const auto icon = Icon(IconNameOf(command), IconSize(frame_));
   if (icon.IsOk() && !isSwitch) item->SetBitmap(icon);
   menu.Append(item);
 }
@@ -185,6 +191,7 @@ void WindowMenus::ShowRecentFiles() {
 
 void WindowMenus::MakeToolBar(const Entries& entries) {
   wxToolBar* tools = frame_.CreateToolBar(wxTB_HORIZONTAL | wxTB_FLAT);
+  const int size = IconSize(frame_) * 3 / 2;
   for (Command* command : entries) {
     if (command == nullptr) {
       tools->AddSeparator();
@@ -195,7 +202,7 @@ void WindowMenus::MakeToolBar(const Entries& entries) {
     const auto help = command->Shortcut().empty()
                           ? caption
                           : caption + " (" + wxString(command->Shortcut()) + ")";
-    tools->AddTool(ids_.IdOf(*command), caption, Icon(IconNameOf(*command), kToolSize), help);
+    tools->AddTool(ids_.IdOf(*command), caption, Icon(IconNameOf(*command), size), help);
   }
   tools->Realize();
 }

@@ -93,6 +93,38 @@ TEST_F(FormsTest, TheLogOfADayIsShownBesideTheMainWindow) {
   EXPECT_NE(frame, nullptr);
 }
 
+TEST_F(FormsTest, ALogIsSearchedAndCopied) {
+  for (const char* line : {"first Needle", "hay", "needle and needle"}) program->log.WriteLog(line);
+  user.Presses('L', wxMOD_CONTROL);
+  auto& log = The<wxTextCtrl>("txtLog");
+  EXPECT_NE(log.GetValue().Find("hay"), wxNOT_FOUND) << "opens with today's";
+  log.SetInsertionPoint(0);
+  user.Presses('F', wxMOD_CONTROL);
+  user.Types("needle");
+  const auto found = [] {
+    wxWindow* bar = Shown("txtFind")->GetParent();
+    return wxWindow::FindWindowByName("lblFound", bar)->GetLabel();
+  };
+  struct Step {
+    int key;
+    int modifiers;
+    const char* found;
+    const char* selected;
+  };
+  for (const Step& step :
+       {Step{WXK_RETURN, wxMOD_NONE, "1 of 3", "Needle"},
+        Step{WXK_F3, wxMOD_NONE, "2 of 3", "needle"}, Step{WXK_F3, wxMOD_NONE, "3 of 3", "needle"},
+        Step{WXK_F3, wxMOD_NONE, "1 of 3", "Needle"},
+        Step{WXK_F3, wxMOD_SHIFT, "3 of 3", "needle"}}) {
+    user.Presses(step.key, step.modifiers);
+    EXPECT_EQ(found(), step.found);
+    EXPECT_EQ(log.GetStringSelection(), step.selected);
+  }
+  user.Presses(WXK_ESCAPE);
+  user.Clicks(The<wxButton>("cmdCopy"));
+  EXPECT_EQ(Clipboard(), "needle");
+}
+
 TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
   class NoHost : public Host {
     PlatformServices Services(EventPump&) override { throw RuntimeError(ErrorNumber::InvalidCall); }

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <utility>
 
+#include "core/node_key.h"
 #include "tests/ui/window_fixture.h"
 #include "ui/link_line.h"
 #include "ui/project_tree.h"
@@ -322,6 +323,100 @@ TEST_F(MainWindowTest, IsDrivenByTheKeyboardAlone) {
   dialogs.answers = {Answer::Yes};
   user.Presses(WXK_DELETE);
   EXPECT_EQ(program->window.lvwQueue.Find(second), nullptr);
+}
+
+TEST_F(MainWindowTest, LeadsFromTheQueueToTheProjectAndBack) {
+  Open(kProduct);
+  frmBuilder& window = program->window;
+  auto& tree = The<ProjectTree>("tvwProjects");
+  const auto inSight = [&] {
+    const wxRect place = tree.PlaceOf(*window.tvwProjects.Selected());
+    return !place.IsEmpty() && tree.GetClientRect().Contains(place);
+  };
+  EXPECT_TRUE(inSight()) << "the project that was opened last";
+  auto& queue = The<StateList>("lvwQueue");
+  queue.SetFocus();
+  user.Presses(WXK_HOME);
+  const std::string first = window.lvwQueue.At(1).Key();
+  EXPECT_EQ(window.tvwProjects.Selected()->Key(), "x)" + first);
+  EXPECT_EQ(window.lblFilename.Get(), first);
+  EXPECT_TRUE(inSight());
+  user.Presses(WXK_RETURN);
+  EXPECT_TRUE(tree.HasFocus());
+  user.Presses(WXK_END);
+  EXPECT_EQ(NodeKey(node_prefix::kProject, window.lvwQueue.SelectedRow().Key()),
+            window.tvwProjects.Selected()->Key());
+}
+
+TEST_F(MainWindowTest, TakesTheKeyboardFromPaneToPane) {
+  std::filesystem::remove(bench.Product() / "Core/modErrors.bas");
+  Open(kProduct);
+  // A list may have the keyboard through a window of its own.
+  const auto focus = [] {
+    const wxWindow* window = wxWindow::FindFocus();
+    if (window == nullptr) return std::string("nothing");
+    const bool isPart = dynamic_cast<const StateList*>(window->GetParent()) != nullptr;
+    return (isPart ? window->GetParent() : window)->GetName().utf8_string();
+  };
+  Shown("tvwProjects")->SetFocus();
+  user.Presses(WXK_F7);
+  ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
+  for (const char* pane : {"details", "lvwData", "lvwQueue", "failedProjects", "tvwProjects"}) {
+    user.Presses(WXK_F6);
+    EXPECT_EQ(focus(), pane);
+  }
+  user.Presses(WXK_F6, wxMOD_SHIFT);
+  EXPECT_EQ(focus(), "failedProjects");
+  Shown("tvwProjects")->SetFocus();
+  for (const char* stop : {"details", "lvwData", "failedProjects", "txtLogFile", "hideFailed",
+                           "termsInForce", "lvwQueue", "tvwProjects"}) {
+    user.Presses(WXK_TAB);
+    EXPECT_EQ(focus(), stop) << "Tab stops nowhere that cannot be seen";
+  }
+}
+
+TEST_F(MainWindowTest, UsesTheRoomItHas) {
+  Open(kProduct);
+  frame->SetSize(wxRect(0, 0, 1390, 960));
+  User::Waits();
+  auto& queue = The<StateList>("lvwQueue");
+  auto& references = The<StateList>("lvwData");
+  EXPECT_GT(queue.GetSize().y * 3, frame->GetClientSize().y);
+  const auto width = [](const StateList& list) {
+    int all = 0;
+    for (int i = 0; i < list.GetColumnCount(); ++i) all += list.GetColumnWidth(i);
+    return all;
+  };
+  const auto fills = [&](const StateList& list) {
+    return std::abs(list.GetClientSize().x - width(list)) <= list.FromDIP(24);
+  };
+  EXPECT_TRUE(fills(queue) && fills(references)) << width(queue) << " " << width(references);
+  frame->SetSize(wxRect(0, 0, 800, 600));
+  references.SetFont(references.GetFont().Scaled(1.5F));
+  references.SetSize(references.GetSize() - wxSize(1, 0));
+  User::Waits();
+  EXPECT_LE(width(references), references.GetClientSize().x) << "the verdict is in sight";
+}
+
+TEST_F(MainWindowTest, CopiesAndOpensWhatAPopUpMenuIsOpenedOn) {
+  Open(kProduct);
+  frmBuilder& window = program->window;
+  const auto choose = [&](const char* pane, int accessKey) {
+    Shown(pane)->SetFocus();
+    User::Then([&] { user.Presses(accessKey); });
+    user.Presses(WXK_F10, wxMOD_SHIFT);
+  };
+  choose("tvwProjects", 'P');
+  EXPECT_EQ(Clipboard().utf8_string(), window.tvwProjects.Selected()->Text());
+  window.lvwData.Select(&window.lvwData.At(1));
+  User::Waits();
+  choose("lvwData", 'I');
+  EXPECT_EQ(Clipboard().utf8_string(), window.lvwData.At(1).Text());
+  Asked();
+  window.lvwQueue.Select(window.lvwQueue.Find(Path("Money")));
+  User::Waits();
+  choose("lvwQueue", 'O');
+  EXPECT_EQ(Asked(), Journal{"folder C:\\Storefront\\Money"});
 }
 
 TEST_F(MainWindowTest, FindsInThePaneThatTheUserComesFrom) {

@@ -1,6 +1,7 @@
 #include "tests/ui/user.h"
 
 #include <wx/app.h>
+#include <wx/clipbrd.h>
 #include <wx/evtloop.h>
 #include <wx/stopwatch.h>
 #include <wx/timer.h>
@@ -88,6 +89,13 @@ void User::Then(std::function<void()> act) {
     now();
   });
   timer->StartOnce(kUntilItStands);
+}
+
+wxString Clipboard() {
+  const wxClipboardLocker lock;
+  wxTextDataObject text;
+  wxTheClipboard->GetData(text);
+  return text.GetText();
 }
 
 wxWindow* Shown(const char* name) {

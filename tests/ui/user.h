@@ -31,6 +31,9 @@ class User {
   wxUIActionSimulator simulator_;
 };
 
+/// The text in the clipboard.
+[[nodiscard]] wxString Clipboard();
+
 /// A control by its name, anywhere; null when there is none that is shown.
 [[nodiscard]] wxWindow* Shown(const char* name);
 

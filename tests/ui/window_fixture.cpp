@@ -17,7 +17,10 @@ WindowFixture::~WindowFixture() {
 
 void WindowFixture::Open(const std::string& commandLine) {
   program = std::make_unique<Program>(bench.Services(pump), dialogs);
-  frame = new ui::MainFrame(*program);
+  frame = new ui::MainFrame(*program, [this](const std::string& folder) {
+    journal.push_back("folder " + folder);
+    return true;
+  });
   frame->Bind(wxEVT_DESTROY, [this](wxWindowDestroyEvent& event) {
     if (event.GetEventObject() == frame) frame = nullptr;
     event.Skip();

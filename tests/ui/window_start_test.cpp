@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "ui/column_widths.h"
 #include "ui/window_place.h"
 
 namespace gorbex::ui {
@@ -69,6 +70,16 @@ TEST(WindowPlace, IsKeptInTwips) {
   EXPECT_EQ(InDips(InTwips(place)), place);
   EXPECT_EQ(InDips({0, std::numeric_limits<float>::quiet_NaN(), 1e30F, 15}),
             wxRect(0, 0, 100000, 1));
+}
+
+TEST(ColumnWidths, GrowWithTheRoomAndShrinkByTheirWorth) {
+  const std::vector<ColumnNeed> needs = {
+      {20, 50, 100, 1, true}, {20, 60, 300, 2, true}, {10, 40, 40, 8, false}};
+  const std::pair<int, std::vector<int>> cases[] = {
+      {1000, {240, 720, 40}}, {440, {100, 300, 40}}, {240, {80, 120, 40}},
+      {150, {50, 60, 40}},    {110, {20, 50, 40}},   {30, {20, 20, 10}},
+  };
+  for (const auto& [room, widths] : cases) EXPECT_EQ(ColumnWidthsFor(room, needs), widths) << room;
 }
 
 }  // namespace
