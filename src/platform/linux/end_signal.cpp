@@ -70,12 +70,12 @@ bool EndSignal::Wanted() {
 }
 
 void EndSignal::Wait(std::chrono::milliseconds time) {
-  using Clock = std::chrono::steady_clock;
-  const auto end = Clock::now() + time;
+  const auto end = std::chrono::steady_clock::now() + time;
   pollfd waking{wakening[0], POLLIN, 0};
   for (auto left = time; left.count() > 0 && !wanted;) {
     static_cast<void>(poll(&waking, 1, static_cast<int>(left.count())));
-    left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+    left = std::chrono::duration_cast<std::chrono::milliseconds>(end -
+                                                                 std::chrono::steady_clock::now());
   }
 }
 

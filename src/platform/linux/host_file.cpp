@@ -1,4 +1,5 @@
 #include "platform/linux/host_file.h"
+#include "platform/linux/system_error.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -17,18 +18,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void Raise(int number) {
-  throw std::system_error(number, std::generic_category());
-}
-
-void Require(bool succeeded) {
-  if (!succeeded) Raise(errno);
-}
-
 struct stat PlainFileInfo(int descriptor) {
   struct stat info {};
-  Require(fstat(descriptor, &info) == 0);
-  if (!S_ISREG(info.st_mode)) Raise(ENODEV);
+  RequireSuccess(fstat(descriptor, &info) == 0);
+  if (!S_ISREG(info.st_mode)) RaiseSystemError(ENODEV);
   return info;
 }
 
@@ -37,8 +30,8 @@ void WriteAll(int descriptor, std::string_view& bytes) {
   while (!bytes.empty()) {
     const auto written = write(descriptor, bytes.data(), bytes.size());
     if (written < 0 && errno == EINTR) continue;
-    Require(written >= 0);
-    if (written == 0) Raise(EIO);
+    RequireSuccess(written >= 0);
+    if (written == 0) RaiseSystemError(EIO);
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
 }
@@ -47,7 +40,7 @@ std::size_t ReadSome(int descriptor, char* to, std::size_t size) {
   for (;;) {
     const auto count = read(descriptor, to, size);
     if (count >= 0) return static_cast<std::size_t>(count);
-    Require(errno == EINTR);
+    RequireSuccess(errno == EINTR);
   }
 }
 
@@ -59,17 +52,17 @@ std::string RealTarget(std::string path) {
     if (lstat(path.c_str(), &info) != 0 || !S_ISLNK(info.st_mode)) return path;
     path = (fs::path(path).parent_path() / fs::read_symlink(path)).native();
   }
-  Raise(ELOOP);
+  RaiseSystemError(ELOOP);
 }
 
 std::optional<struct stat> OldFile(const std::string& path) {
   struct stat info {};
   if (lstat(path.c_str(), &info) != 0) {
-    Require(errno == ENOENT);
+    RequireSuccess(errno == ENOENT);
     return std::nullopt;
   }
-  if (!S_ISREG(info.st_mode)) Raise(ENODEV);
-  Require(faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0);
+  if (!S_ISREG(info.st_mode)) RaiseSystemError(ENODEV);
+  RequireSuccess(faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0);
   return info;
 }
 
@@ -83,7 +76,7 @@ class TemporaryFile {
     path_ = (folder_ / ".gorbex-XXXXXX").native();
     descriptor_ = mkostemp(path_.data(), O_CLOEXEC);
     isNamed_ = descriptor_ >= 0;
-    Require(isNamed_);
+    RequireSuccess(isNamed_);
   }
   ~TemporaryFile() {
     if (descriptor_ >= 0) close(descriptor_);
@@ -95,11 +88,11 @@ class TemporaryFile {
   [[nodiscard]] int Number() const { return descriptor_; }
 
   void MoveTo(const std::string& target, Flush flush) {
-    if (flush == Flush::Wait) Require(fdatasync(descriptor_) == 0);
+    if (flush == Flush::Wait) RequireSuccess(fdatasync(descriptor_) == 0);
     if (!isNamed_) Name();
     const int closing = std::exchange(descriptor_, -1);
-    Require(close(closing) == 0);
-    Require(rename(path_.c_str(), target.c_str()) == 0);
+    RequireSuccess(close(closing) == 0);
+    RequireSuccess(rename(path_.c_str(), target.c_str()) == 0);
     isNamed_ = false;
   }
 
@@ -125,7 +118,7 @@ class TemporaryFile {
           (folder_ / (".gorbex-" + std::to_string(getpid()) + "-" + std::to_string(i))).native();
       isNamed_ = linkat(AT_FDCWD, LinkTo(descriptor_).c_str(), AT_FDCWD, path_.c_str(),
                         AT_SYMLINK_FOLLOW) == 0;
-      Require(isNamed_ || (errno == EEXIST && i < kMost));
+      RequireSuccess(isNamed_ || (errno == EEXIST && i < kMost));
     }
   }
 
@@ -163,23 +156,23 @@ Descriptor::~Descriptor() {
 
 std::string ReadHostFile(const std::string& path) {
   auto bytes = ReadHostFileIfThere(path);
-  if (!bytes) Raise(ENOENT);
+  if (!bytes) RaiseSystemError(ENOENT);
   return std::move(*bytes);
 }
 
 std::optional<std::string> ReadHostFileIfThere(const std::string& path) {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (file.Number() < 0 && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
-  Require(file.Number() >= 0);
+  RequireSuccess(file.Number() >= 0);
   const auto size = static_cast<std::size_t>(PlainFileInfo(file.Number()).st_size);
-  if (size > kLargestFile) Raise(ENOMEM);
+  if (size > kLargestFile) RaiseSystemError(ENOMEM);
 
   // One byte more than the file holds, so that its end shows without growing the buffer.
   std::string bytes(size + 1, '\0');
   std::size_t used = 0;
   while (const auto count = ReadSome(file.Number(), bytes.data() + used, bytes.size() - used)) {
     used += count;
-    if (used > kLargestFile) Raise(ENOMEM);
+    if (used > kLargestFile) RaiseSystemError(ENOMEM);
     if (used == size) break;
     if (used == bytes.size()) bytes.resize(std::max<std::size_t>(2 * used, 4096));
   }
@@ -196,13 +189,13 @@ void ReplaceHostFile(const std::string& path, const std::string& bytes, mode_t n
   WriteAll(file.Number(), rest);
   // Only root can hand the file to its old owner, and nobody else needs to.
   if (old) static_cast<void>(fchown(file.Number(), old->st_uid, old->st_gid) == 0);
-  Require(fchmod(file.Number(), old ? old->st_mode & 07777U : newFileMode) == 0);
+  RequireSuccess(fchmod(file.Number(), old ? old->st_mode & 07777U : newFileMode) == 0);
   file.MoveTo(target, flush);
 }
 
 void AppendHostFile(const std::string& path, const std::string& bytes) {
   const Descriptor file(open(path.c_str(), kAppending | O_CREAT, 0666));
-  Require(file.Number() >= 0);
+  RequireSuccess(file.Number() >= 0);
   static_cast<void>(PlainFileInfo(file.Number()));
   AddAtEnd(file, bytes);
 }

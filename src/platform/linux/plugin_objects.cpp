@@ -40,7 +40,7 @@ std::int32_t Called(std::int32_t (*function)(Parameters...), Arguments&&... argu
   }
 }
 
-ErrorNumber NumberOf(std::int32_t status) {
+ErrorNumber ErrorOf(std::int32_t status) {
   switch (status) {
     case GORBEX_INVALID_VALUE:
       return ErrorNumber::InvalidCall;
@@ -139,8 +139,8 @@ class Instance {
 
   [[noreturn]] void Raise(std::int32_t status, const std::string& property) {
     const auto words = Words();
-    if (words.empty()) throw RuntimeError(NumberOf(status), property);
-    throw RuntimeError::WithDescription(NumberOf(status), words);
+    if (words.empty()) throw RuntimeError(ErrorOf(status), property);
+    throw RuntimeError::WithDescription(ErrorOf(status), words);
   }
 
   [[nodiscard]] std::string Words() {

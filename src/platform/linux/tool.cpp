@@ -18,6 +18,7 @@
 
 #include "platform/linux/child_process.h"
 #include "platform/linux/host_file.h"
+#include "platform/linux/system_error.h"
 #include "platform/running_tool.h"
 
 namespace gorbex {
@@ -25,24 +26,20 @@ namespace {
 
 using namespace std::chrono_literals;
 
-void Require(bool succeeded) {
-  if (!succeeded) throw std::system_error(errno, std::generic_category());
-}
-
 /// The output of a tool on one of its streams. Only the content of the pipe is waited for: a helper
 /// that the tool leaves running may hold its end open forever.
 class Output {
  public:
   explicit Output(std::string& text) : text_(text) {
     std::array<int, 2> ends{};
-    Require(pipe2(ends.data(), O_CLOEXEC) == 0);
+    RequireSuccess(pipe2(ends.data(), O_CLOEXEC) == 0);
     // Above the standard streams, which a child's start fills one by one.
     const Descriptor from(ends[0]);
     const Descriptor to(ends[1]);
     from_ = std::make_unique<Descriptor>(fcntl(ends[0], F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     to_ = std::make_unique<Descriptor>(fcntl(ends[1], F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-    Require(from_->Number() >= 0 && to_->Number() >= 0);
-    Require(fcntl(from_->Number(), F_SETFL, O_NONBLOCK) == 0);
+    RequireSuccess(from_->Number() >= 0 && to_->Number() >= 0);
+    RequireSuccess(fcntl(from_->Number(), F_SETFL, O_NONBLOCK) == 0);
   }
 
   [[nodiscard]] int ChildsEnd() const { return to_->Number(); }
@@ -74,17 +71,17 @@ class Input {
   explicit Input(const std::string& text) {
     if (text.empty()) return;
     file_ = std::make_unique<Descriptor>(memfd_create("input", MFD_CLOEXEC));
-    Require(file_->Number() >= 0);
+    RequireSuccess(file_->Number() >= 0);
     if (file_->Number() <= STDERR_FILENO) {
       file_ =
           std::make_unique<Descriptor>(fcntl(file_->Number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     }
     for (std::string_view rest = text; !rest.empty();) {
       const auto count = write(file_->Number(), rest.data(), rest.size());
-      Require(count >= 0 || errno == EINTR);
+      RequireSuccess(count >= 0 || errno == EINTR);
       rest.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     }
-    Require(lseek(file_->Number(), 0, SEEK_SET) == 0);
+    RequireSuccess(lseek(file_->Number(), 0, SEEK_SET) == 0);
   }
 
   [[nodiscard]] int Number() const { return file_ ? file_->Number() : -1; }

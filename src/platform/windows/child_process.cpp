@@ -9,15 +9,11 @@
 #include <utility>
 
 #include "platform/windows/full_path.h"
+#include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex {
 namespace {
-
-void Require(bool succeeded) {
-  if (succeeded) return;
-  throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
-}
 
 Handle Nothing() {
   SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
@@ -57,9 +53,9 @@ class ChildAttributes {
     SIZE_T size = 0;
     InitializeProcThreadAttributeList(nullptr, kCount, 0, &size);
     memory_.resize(size);
-    Require(InitializeProcThreadAttributeList(List(), kCount, 0, &size) != 0);
+    RequireSuccess(InitializeProcThreadAttributeList(List(), kCount, 0, &size) != 0);
     isMade_ = true;
-    Require(Set(PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(), sizeof(handles_)));
+    RequireSuccess(Set(PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(), sizeof(handles_)));
     // Systems before Windows 10 have no such attribute.
     constexpr DWORD_PTR kJobList = 0x0002000D;  // PROC_THREAD_ATTRIBUTE_JOB_LIST
     if (job != nullptr) static_cast<void>(Set(kJobList, &job_, sizeof(job_)));
@@ -115,7 +111,7 @@ PROCESS_INFORMATION Spawn(const ChildStart& start, HANDLE job) {
       start.folder.empty() ? nullptr : start.folder.c_str(), &info.StartupInfo, &made);
   // A job around this program may refuse jobs within it.
   if (isMade == 0 && job != nullptr) return Spawn(start, nullptr);
-  Require(isMade != 0);
+  RequireSuccess(isMade != 0);
   return made;
 }
 

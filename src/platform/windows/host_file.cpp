@@ -12,33 +12,26 @@
 #include <vector>
 
 #include "platform/windows/handle.h"
+#include "platform/windows/system_error.h"
 
 namespace gorbex {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-[[noreturn]] void Raise(DWORD number) {
-  throw std::system_error(static_cast<int>(number), std::system_category());
-}
-
-void Require(bool succeeded) {
-  if (!succeeded) Raise(GetLastError());
-}
-
 Handle Open(const std::wstring& path, DWORD rights, DWORD disposition, DWORD flags = 0) {
   Handle file(CreateFileW(path.c_str(), rights, kShareAll, nullptr, disposition,
                           FILE_ATTRIBUTE_NORMAL | flags, nullptr));
-  Require(static_cast<bool>(file));
-  if (GetFileType(file.Get()) != FILE_TYPE_DISK) Raise(ERROR_INVALID_FUNCTION);
+  RequireSuccess(static_cast<bool>(file));
+  if (GetFileType(file.Get()) != FILE_TYPE_DISK) RaiseSystemError(ERROR_INVALID_FUNCTION);
   return file;
 }
 
 DWORD WriteSome(const Handle& file, std::string_view bytes) {
   DWORD written = 0;
   const auto size = static_cast<DWORD>(bytes.size());
-  Require(WriteFile(file.Get(), bytes.data(), size, &written, nullptr) != 0);
-  if (written == 0) Raise(ERROR_WRITE_FAULT);
+  RequireSuccess(WriteFile(file.Get(), bytes.data(), size, &written, nullptr) != 0);
+  if (written == 0) RaiseSystemError(ERROR_WRITE_FAULT);
   return written;
 }
 
@@ -56,7 +49,7 @@ std::size_t ReadSome(const Handle& file, char* to, std::size_t size) {
   constexpr std::size_t kMostAtOnce = std::size_t{64} << 20U;
   DWORD count = 0;
   const auto most = static_cast<DWORD>(std::min(size, kMostAtOnce));
-  Require(ReadFile(file.Get(), to, most, &count, nullptr) != 0);
+  RequireSuccess(ReadFile(file.Get(), to, most, &count, nullptr) != 0);
   return count;
 }
 
@@ -71,7 +64,7 @@ std::wstring RealTarget(const std::wstring& path) {
   std::wstring target(32768, L'\0');
   const DWORD length = GetFinalPathNameByHandleW(
       file.Get(), target.data(), static_cast<DWORD>(target.size()), FILE_NAME_NORMALIZED);
-  Require(length > 0 && length < target.size());
+  RequireSuccess(length > 0 && length < target.size());
   target.resize(length);
   return target;
 }
@@ -140,13 +133,13 @@ class TemporaryFile {
 
   void Fill(std::string_view bytes) {
     WriteAll(file_, bytes);
-    Require(FlushFileBuffers(file_.Get()) != 0);
+    RequireSuccess(FlushFileBuffers(file_.Get()) != 0);
     file_.Close();
   }
 
   /// For a target that is not there yet.
   void MoveTo(const std::wstring& target) {
-    Require(MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0);
+    RequireSuccess(MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0);
     moved_ = true;
   }
 
@@ -155,7 +148,7 @@ class TemporaryFile {
   bool Replace(const std::wstring& target) {
     constexpr ULONGLONG kPatience = 1000;
     constexpr DWORD kPause = 20;
-    Require(SetFileAttributesW(path_.c_str(), GetFileAttributesW(target.c_str())) != 0);
+    RequireSuccess(SetFileAttributesW(path_.c_str(), GetFileAttributesW(target.c_str())) != 0);
     const ULONGLONG start = GetTickCount64();
     while (!CanBeReplaced(target) || !(MovesOver(target) || Replaces(target))) {
       const DWORD error = GetLastError();
@@ -211,12 +204,12 @@ class TemporaryFile {
 void MoveInFile(const Handle& file, std::size_t place) {
   LARGE_INTEGER offset{};
   offset.QuadPart = static_cast<LONGLONG>(place);
-  Require(SetFilePointerEx(file.Get(), offset, nullptr, FILE_BEGIN) != 0);
+  RequireSuccess(SetFilePointerEx(file.Get(), offset, nullptr, FILE_BEGIN) != 0);
 }
 
 void SetSize(const Handle& file, std::size_t size) {
   MoveInFile(file, size);
-  Require(SetEndOfFile(file.Get()) != 0);
+  RequireSuccess(SetEndOfFile(file.Get()) != 0);
 }
 
 // A file that grows gets its room first, so that a full disk changes nothing.
@@ -225,25 +218,25 @@ void Fill(const Handle& file, std::string_view bytes, std::size_t oldSize) {
   MoveInFile(file, 0);
   WriteAll(file, bytes);
   SetSize(file, bytes.size());
-  Require(FlushFileBuffers(file.Get()) != 0);
+  RequireSuccess(FlushFileBuffers(file.Get()) != 0);
 }
 
 std::uint64_t SizeOf(const Handle& file) {
   LARGE_INTEGER size{};
-  Require(GetFileSizeEx(file.Get(), &size) != 0);
+  RequireSuccess(GetFileSizeEx(file.Get(), &size) != 0);
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
 std::string ReadAll(const Handle& file) {
   const auto size = SizeOf(file);
-  if (size > kLargestFile) Raise(ERROR_NOT_ENOUGH_MEMORY);
+  if (size > kLargestFile) RaiseSystemError(ERROR_NOT_ENOUGH_MEMORY);
 
   // One byte more than the file holds, so that its end shows without growing the buffer.
   std::string bytes(static_cast<std::size_t>(size) + 1, '\0');
   std::size_t used = 0;
   while (const auto count = ReadSome(file, bytes.data() + used, bytes.size() - used)) {
     used += count;
-    if (used > kLargestFile) Raise(ERROR_NOT_ENOUGH_MEMORY);
+    if (used > kLargestFile) RaiseSystemError(ERROR_NOT_ENOUGH_MEMORY);
     if (used == bytes.size()) bytes.resize(std::max<std::size_t>(2 * used, 4096));
   }
   bytes.resize(used);
@@ -278,7 +271,7 @@ void TakeBack(const std::wstring& path, std::uint64_t before, std::size_t added)
 
 DWORD NamesOf(const Handle& file) {
   BY_HANDLE_FILE_INFORMATION info{};
-  Require(GetFileInformationByHandle(file.Get(), &info) != 0);
+  RequireSuccess(GetFileInformationByHandle(file.Get(), &info) != 0);
   return info.nNumberOfLinks;
 }
 

@@ -26,6 +26,14 @@
 #include "platform/runtime_error.h"
 
 namespace gorbex {
+
+/// An account as it is used until the next one is opened.
+struct OpenAccount {
+  MailStore store;
+  MailTransport transport;
+  Correspondent from;
+};
+
 namespace {
 
 std::string HomeFolder() {
@@ -52,13 +60,6 @@ std::string TakePassword() {
   unsetenv(kName);
   return password;
 }
-
-/// An account as it is used until the next one is opened.
-struct OpenAccount {
-  MailStore store;
-  MailTransport transport;
-  Correspondent from;
-};
 
 Correspondent SenderOf(const MailAccount& account) {
   if (account.from.empty()) return CorrespondentOf(OwnAddress());
