@@ -14,7 +14,7 @@ namespace gorbex {
 namespace {
 
 // A signal handler reaches nothing but globals. The pipe wakes a wait without a race.
-std::atomic<bool> wanted{false};
+std::atomic<bool> endWanted{false};
 std::array<int, 2> wakening{-1, -1};
 
 constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
@@ -39,7 +39,7 @@ bool IsIgnored(int signal) {
 
 void Note(int /*signal*/) {
   EndSignal::Obey();
-  wanted = true;
+  endWanted = true;
   const char byte = 0;
   static_cast<void>(!write(wakening[1], &byte, 1));
 }
@@ -57,7 +57,7 @@ int EndSignal::Listen() {
   if (wakening[0] < 0 && pipe2(wakening.data(), O_CLOEXEC | O_NONBLOCK) != 0) return -1;
   std::array<char, 16> earlier{};
   while (read(wakening[0], earlier.data(), earlier.size()) > 0) continue;
-  wanted = false;
+  endWanted = false;
   for (const int signal : kSignals) {
     // Nohup means it; a script ignores the others for all that it starts in the background.
     if (signal != SIGHUP || !IsIgnored(signal)) Handle(signal, Note);
@@ -66,13 +66,13 @@ int EndSignal::Listen() {
 }
 
 bool EndSignal::Wanted() {
-  return wanted;
+  return endWanted;
 }
 
 void EndSignal::Wait(std::chrono::milliseconds time) {
   const auto end = std::chrono::steady_clock::now() + time;
   pollfd waking{wakening[0], POLLIN, 0};
-  for (auto left = time; left.count() > 0 && !wanted;) {
+  for (auto left = time; left.count() > 0 && !endWanted;) {
     static_cast<void>(poll(&waking, 1, static_cast<int>(left.count())));
     left = std::chrono::duration_cast<std::chrono::milliseconds>(end -
                                                                  std::chrono::steady_clock::now());

@@ -10,11 +10,11 @@ namespace gorbex {
 namespace {
 
 // The system's call reaches nothing but globals. The event wakes a wait without a race.
-std::atomic<bool> wanted{false};
+std::atomic<bool> endWanted{false};
 HANDLE wakening = nullptr;
 
 BOOL WINAPI Note(DWORD signal) {
-  if (wanted.exchange(true)) return FALSE;
+  if (endWanted.exchange(true)) return FALSE;
   SetEvent(wakening);
   // After any other signal the system ends the program when this call returns, so the call waits;
   // the system limits how long.
@@ -32,7 +32,7 @@ LRESULT CALLBACK OnSessionMessage(HWND window, UINT message, WPARAM first, LPARA
   if (message != WM_ENDSESSION || first == FALSE) {
     return DefWindowProcW(window, message, first, second);
   }
-  wanted = true;
+  endWanted = true;
   SetEvent(wakening);
   Sleep(INFINITE);
   return 0;
@@ -64,7 +64,7 @@ void EndSignal::Listen() {
 }
 
 bool EndSignal::Wanted() {
-  return wanted;
+  return endWanted;
 }
 
 void EndSignal::Wait(std::chrono::milliseconds time) {
