@@ -9,7 +9,7 @@ FailingCalls* now = nullptr;
 
 }  // namespace
 
-FailingCalls::FailingCalls(int failing, const Fault& fault) : plan_{failing}, fault_(fault) {
+FailingCalls::FailingCalls(int failing, const Fault& fault) : failing_(failing), fault_(fault) {
   now = this;
 }
 
@@ -22,7 +22,7 @@ bool FailingCalls::Tries(Fault::Kind kind) {
 }
 
 const Fault* FailingCalls::Strikes(Fault::Kind kind) {
-  return Tries(kind) && now->plan_.Strikes() ? &now->fault_ : nullptr;
+  return Tries(kind) && ++now->count_ == now->failing_ ? &now->fault_ : nullptr;
 }
 
 const Fault* FailingCalls::FailsRest() {

@@ -2,8 +2,6 @@
 
 #include <vector>
 
-#include "tests/faults/fault_plan.h"
-
 namespace gorbex::test {
 
 /// A way in which a call to the system can fail.
@@ -31,7 +29,7 @@ class FailingCalls {
   FailingCalls& operator=(const FailingCalls&) = delete;
 
   /// The calls until now that can fail in the way of the fault.
-  [[nodiscard]] int Count() const { return plan_.count; }
+  [[nodiscard]] int Count() const { return count_; }
 
   /// Whether the present call is to fail, and how; null when it is to succeed.
   static const Fault* Strikes(Fault::Kind kind = Fault::Kind::Error);
@@ -54,7 +52,8 @@ class FailingCalls {
   static const Fault* FailsRest();
   static const Fault* ExpectRest();
 
-  FaultPlan plan_;
+  int failing_;  ///< the number of the call that is to fail; 0 for none
+  int count_ = 0;
   Fault fault_;
   bool failsRest_ = false;
 };

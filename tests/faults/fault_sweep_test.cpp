@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "tests/faults/day_of_work.h"
-#include "tests/faults/faulty_services.h"
 
 namespace gorbex::test {
 namespace {
@@ -11,10 +10,7 @@ namespace {
 /// A day over a system in memory, one operation of which fails.
 struct Day {
   Day(int failing, ErrorNumber error, Answer toReports)
-      : plan{failing},
-        files(inner.files, plan, error),
-        registry(inner.registry, plan),
-        work(files, registry,
+      : work(inner.files, inner.registry,
              {[this](const auto& path, const auto& bytes) { inner.files.AddFile(path, bytes); },
               [this](const auto& path) { return inner.files.Text(path); }},
              toReports) {
@@ -22,13 +18,15 @@ struct Day {
                            "{5E700000-0000-4000-8000-0000C0DEC0DE}");
     inner.files.AddFolder(inner.programFolder);
     work.Prepare();
+    inner.registry.fails = [=, this] { return ++count == failing; };
+    inner.files.fails = [=, this] {
+      return inner.registry.fails() ? std::optional(error) : std::nullopt;
+    };
     work.Run();
   }
 
+  int count = 0;  ///< operations until now
   MemoryPlatform inner;
-  FaultPlan plan;
-  FaultyFiles files;
-  FaultyRegistry registry;
   DayOfWork work;
 };
 
@@ -36,7 +34,7 @@ TEST(Faults, WithoutOneEverythingIsDone) {
   const Day day(0, ErrorNumber::DiskFull, Answer::Abort);
   EXPECT_EQ(day.work.Complaints(), std::vector<std::string>{});
   EXPECT_EQ(day.work.Reports(), 0);
-  EXPECT_GT(day.plan.count, 120);
+  EXPECT_GT(day.count, 120);
 }
 
 // Every operation fails once with every error, and the user goes on or tries again.
@@ -44,7 +42,7 @@ TEST(Faults, LeaveEveryFileWholeAndTheProgramReady) {
   constexpr ErrorNumber kErrors[] = {ErrorNumber::FileNotFound, ErrorNumber::PermissionDenied,
                                      ErrorNumber::DiskFull, ErrorNumber::DeviceError};
   const Day usual(0, ErrorNumber::DiskFull, Answer::Abort);
-  for (int failing = 1; failing <= usual.plan.count; ++failing) {
+  for (int failing = 1; failing <= usual.count; ++failing) {
     for (const auto error : kErrors) {
       for (const auto answer : {Answer::Ignore, Answer::Retry}) {
         SCOPED_TRACE("operation " + std::to_string(failing) + ", error " +

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -13,6 +14,36 @@
 #include "tests/support/journal.h"
 
 namespace gorbex::test {
+
+inline constexpr std::string_view kLineMark = "Occurred at line ";
+
+/// The journal's line for a message: "show TEXT" when it is plain, else buttons, icon and caption
+/// before the text: "show [AbortRetryIgnore Exclamation GorbexBuilder Error.] TEXT".
+[[nodiscard]] inline std::string Shown(const Message& message) {
+  constexpr std::array kButtons = {"Ok", "OkCancel", "YesNo", "AbortRetryIgnore"};
+  constexpr std::array kIcons = {"None", "Question", "Exclamation", "CriticalStop"};
+  std::string how = kButtons.at(static_cast<std::size_t>(message.buttons));
+  how.append(" ").append(kIcons.at(static_cast<std::size_t>(message.icon)));
+  if (!message.caption.empty()) how += " " + message.caption;
+  return (how == "Ok None" ? "show " : "show [" + how + "] ") + message.text;
+}
+
+/// The journal's line for the standard report of an error, without its line number ("line *in").
+[[nodiscard]] inline std::string Reported(int number, std::string_view description,
+                                          std::string_view procedure) {
+  std::string text = "Error " + std::to_string(number) + ": \r\n";
+  text.append(description).append("\r\n").append(kLineMark);
+  text.append("*in GorbexBuilder").append(procedure);
+  return Shown({text, Buttons::AbortRetryIgnore, MessageIcon::Exclamation, "GorbexBuilder Error."});
+}
+
+/// A journal line with the line number of an error report replaced by "*".
+[[nodiscard]] inline std::string WithoutLineNumber(std::string line) {
+  const auto mark = line.find(kLineMark);
+  if (mark == std::string::npos) return line;
+  const auto number = mark + kLineMark.size();
+  return line.replace(number, line.find_first_not_of("0123456789", number) - number, "*");
+}
 
 /// A user who answers what a test queued; asked for more, one who gives the safe answer and cancels
 /// every choice. Journals messages (see Shown), "open TITLE|FILTER|NAME", "save TITLE|FILTER|NAME",
@@ -37,7 +68,14 @@ class ScriptedDialogs : public Dialogs {
     };
   }
 
-  Answer Show(const Message& message) override;
+  Answer Show(const Message& message) override {
+    journal_.push_back(Shown(message));
+    const bool isReport = message.buttons == Buttons::AbortRetryIgnore;
+    if (answers.empty()) return isReport && toReports ? *toReports : SafeAnswer(message.buttons);
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
   std::optional<std::string> OpenFile(const FileChoice& choice) override {
     return Choose("open " + choice.title + "|" + choice.filter + "|" + choice.name);
   }
@@ -64,20 +102,15 @@ class ScriptedDialogs : public Dialogs {
   }
 
  private:
-  std::optional<std::string> Choose(const std::string& line);
+  std::optional<std::string> Choose(const std::string& line) {
+    journal_.push_back(line);
+    if (choices.empty()) return std::nullopt;
+    auto choice = choices.front();
+    choices.pop_front();
+    return choice;
+  }
 
   Journal& journal_;
 };
-
-/// The journal's line for a message: "show TEXT" when it is plain, else buttons, icon and caption
-/// before the text: "show [AbortRetryIgnore Exclamation GorbexBuilder Error.] TEXT".
-[[nodiscard]] std::string Shown(const Message& message);
-
-/// The journal's line for the standard report of an error, without its line number ("line *in").
-[[nodiscard]] std::string Reported(int number, std::string_view description,
-                                   std::string_view procedure);
-
-/// A journal line with the line number of an error report replaced by "*".
-[[nodiscard]] std::string WithoutLineNumber(std::string line);
 
 }  // namespace gorbex::test
