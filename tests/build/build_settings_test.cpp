@@ -1,4 +1,3 @@
-#include "build/terms_in_force.h"
 #include "core/options_form.h"
 #include "tests/support/build_fixture.h"
 
@@ -29,36 +28,6 @@ TEST_F(BuildSettingsTest, TakesABuildFolderAndAVersionOrKeepsWhatThereIs) {
                       before});
   }
   EXPECT_EQ(options.VersionComponents, "");
-}
-
-TEST_F(BuildSettingsTest, SaysWhatIsInForceAndWhichCommandSetsIt) {
-  frmBuilder& window = program.window;
-  EXPECT_EQ(TermsLine(TermsInForce(window, options)),
-            "Keeps compatibility - each project's version - to each project's folder");
-  options.Compatible = false;
-  options.GetLatest = options.ChangeRefs = options.StopProcessing = true;
-  options.DebugBuild = "TRUE";
-  options.SkipUsersOfFailed = true;
-  options.VersionComponents = "2.1.0";
-  window.buildDirectory = "C:\\Out\\";
-  menu.mnuToolsInBox.checked.Set(true);
-  const std::pair<const char*, Command*> words[] = {
-      {"Breaks compatibility", &menu.mnuToolsBuildOptions},
-      {"latest sources", &menu.mnuToolsBuildOptions},
-      {"updates references", &menu.mnuToolsBuildOptions},
-      {"debug", &menu.mnuToolsBuildOptions},
-      {"version 2.1.0", &menu.mnuToolsVersion},
-      {"to C:\\Out\\", &menu.mnuToolsBuildPath},
-      {"asks after a failure", &menu.mnuToolsBuildOptions},
-      {"skips users of failed projects", &menu.mnuToolsBuildOptions},
-      {"mail requests on", &menu.mnuToolsInBox}};
-  const auto terms = TermsInForce(window, options);
-  ASSERT_EQ(terms.size(), std::size(words));
-  for (std::size_t i = 0; i < terms.size(); ++i) {
-    EXPECT_EQ(terms[i].text, words[i].first);
-    EXPECT_EQ(terms[i].setBy, words[i].second) << terms[i].text;
-    EXPECT_EQ(terms[i].weight == BuildTerm::Weight::Warning, i == 0) << terms[i].text;
-  }
 }
 
 TEST_F(BuildSettingsTest, ShowsAndAppliesEachSettingInItsControl) {

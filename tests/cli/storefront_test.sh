@@ -148,16 +148,9 @@ failures() { # a version is stamped; only a broken source fails; a missing compi
 }
 
 inputs_that_are_none() {
-  mkdir "$scratch/folder.bpf"
-  : >"$scratch/empty.bpf"
   printf 'breakonerror=perhaps\r\n' >"$scratch/flag.bpf"
-  expect 2 gorbex show "$scratch/missing.bpf"
-  holds "missing.bpf: File not found"
-  expect 2 gorbex show "$scratch/folder.bpf"
   expect 2 gorbex show "$scratch/flag.bpf"
   holds "Error 13"
-  expect 0 gorbex show "$scratch/empty.bpf"
-  expect 3 gorbex build "$scratch/empty.bpf"
   expect 2 gorbex
   expect 2 gorbex init "" -o "$scratch/all.bpf"
   # A build folder cannot pass further arguments to the compiler.

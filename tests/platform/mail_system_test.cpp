@@ -1,7 +1,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/mail/server_session.h"
 #include "tests/platform/mail_bench.h"
 
 namespace gorbex::test {
@@ -189,28 +188,6 @@ TEST(MailServers, AreTrustedWhenTheirCertificatesAre) {
   EXPECT_EQ(getenv("GORBEX_MAIL_PASSWORD"), nullptr);
   later.Open({ServerBench::Url("imap", bench.imap, "anna@") + "?tls=none", "", "b@h.example"});
   EXPECT_EQ(later.Folder("Builder")->Count(), 1U);
-}
-
-TEST(MailServers, AreSaidToHaveAnotherSchemeAtTheirPort) {
-  const struct {
-    std::uint16_t port;
-    Encryption encryption;
-    std::string hint;
-  } cases[] = {{993, Encryption::WhenOffered, " (port 993 is for imaps://)"},
-               {465, Encryption::Required, " (port 465 is for smtps://)"},
-               {143, Encryption::FromTheStart, " (port 143 is for imap://)"},
-               {587, Encryption::FromTheStart, " (port 587 is for smtp://)"},
-               {993, Encryption::FromTheStart, ""},
-               {1587, Encryption::FromTheStart, ""}};
-  for (const auto& c : cases) {
-    const MailServer server{"host", c.port, "", "", c.encryption};
-    EXPECT_EQ(
-        ErrorOf([&] { TalkTo(server, [] { throw vmime::exceptions::operation_timed_out(); }); }),
-        "440 The mail server 'host' does not answer in time" + c.hint);
-    EXPECT_EQ(
-        ErrorOf([&] { TalkTo(server, [] { throw vmime::exceptions::tls_exception("odd"); }); }),
-        "440 The mail server 'host' cannot be used" + c.hint + ": odd");
-  }
 }
 
 TEST(MailServers, MayHaveTheFolderBelowTheInboxOrBesideIt) {
