@@ -3,9 +3,9 @@
 #include <utility>
 #include <vector>
 
+#include "platform/code_page.h"
 #include "platform/git/half_done.h"
 #include "platform/git/incoming.h"
-#include "platform/git/words.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -62,7 +62,7 @@ Incoming::Paths FastForward(const GitRunner& git, const std::string& tip, const 
   if (IsReached(git, commit)) return incoming.submodules;
   throw RuntimeError::WithDescription(
       ErrorNumber::AutomationError,
-      "The branch '" + FromGit(before.branch) +
+      "The branch '" + FromUtf8Roughly(before.branch) +
           "' was not brought up to date: a hook or a setting of git's kept it from the commit " +
           commit);
 }

@@ -1,6 +1,6 @@
 #include "platform/git/incoming.h"
 
-#include "platform/git/words.h"
+#include "platform/code_page.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -69,7 +69,8 @@ void RequireFreeWay(const Incoming& incoming) {
   if (incoming.inTheWay.empty()) return;
   throw RuntimeError::WithDescription(
       ErrorNumber::AutomationError,
-      "'" + FromGit(*incoming.inTheWay.begin()) + "' in the working copy is a link or a file of " +
+      "'" + FromUtf8Roughly(*incoming.inTheWay.begin()) +
+          "' in the working copy is a link or a file of " +
           "your own where the database has a folder; move it away first");
 }
 

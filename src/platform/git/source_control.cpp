@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #include "platform/code_page.h"
 #include "platform/git/initialisation_file.h"
-#include "platform/git/item.h"
 #include "platform/git/spec.h"
 #include "platform/git/words.h"
 #include "platform/runtime_error.h"
@@ -14,6 +15,47 @@ namespace gorbex {
 namespace {
 
 constexpr std::string_view kBranches = "refs/heads/";
+
+/// One folder or file of a working tree as a source-control item.
+class GitItem : public SourceControlItem {
+ public:
+  GitItem(std::shared_ptr<GitWorkingTree> tree, GitTree::Entry entry)
+      : tree_(std::move(tree)), entry_(std::move(entry)) {}
+
+  [[nodiscard]] std::string LocalSpec() const override { return tree_->LocalPath(entry_.path); }
+  [[nodiscard]] SourceItemType Type() const override {
+    return entry_.isFolder ? SourceItemType::Project : SourceItemType::File;
+  }
+  [[nodiscard]] std::vector<std::unique_ptr<SourceControlItem>> Items() override {
+    std::vector<std::unique_ptr<SourceControlItem>> items;
+    if (!entry_.isFolder) return items;
+    for (auto& child : tree_->Children(entry_)) {
+      items.push_back(std::make_unique<GitItem>(tree_, std::move(child)));
+    }
+    return items;
+  }
+  [[nodiscard]] bool IsDifferent() override { return tree_->Differs(entry_); }
+
+  /// Whatever the item and the flags, the whole branch is brought up to date: git knows no other
+  /// way that keeps the working copy one commit's. Error 5 for any place but the working copy.
+  std::string Get(const std::string& localPath, std::uint32_t /*flags*/) override {
+    if (EqualsIgnoringCase(localPath, LocalSpec())) return tree_->Get(entry_);
+    throw RuntimeError(ErrorNumber::InvalidCall, localPath);
+  }
+
+  /// Labels the whole tip: a tag of git's names no folder.
+  void Label(const std::string& label, const std::string& comment) override {
+    tree_->Label(entry_, label, comment);
+  }
+
+  /// Git does not record check-outs, so the comment is not kept.
+  void Checkout(const std::string& /*comment*/) override { tree_->Checkout(entry_); }
+  void Checkin(const std::string& comment) override { tree_->Checkin(entry_, comment); }
+
+ private:
+  std::shared_ptr<GitWorkingTree> tree_;
+  GitTree::Entry entry_;
+};
 
 GitSettings RequireSettings(const FileReader& files, const std::string& iniPath,
                             const HostPathReader& hostPath) {
@@ -46,11 +88,12 @@ GitPlace PlaceOf(const GitRunner& git, const GitSettings& settings) {
   }
   if (!place.isDetached) {
     const auto reference = Line(head.output);
-    if (!reference.starts_with(kBranches)) Refuse("'" + FromGit(reference) + "' is not a branch");
+    if (!reference.starts_with(kBranches))
+      Refuse("'" + FromUtf8Roughly(reference) + "' is not a branch");
     const auto name = reference.substr(kBranches.size());
     if (place.branch.empty()) place.branch = name;
     if (place.branch != name) {
-      Refuse("The branch checked out in '" + settings.worktree + "' is '" + FromGit(name) +
+      Refuse("The branch checked out in '" + settings.worktree + "' is '" + FromUtf8Roughly(name) +
              "', not '" + settings.branch + "'");
     }
   }
@@ -104,7 +147,8 @@ void RequireRemoteBranch(const GitRunner& git, const GitPlace& place) {
   const auto found = git.Try(
       GitCall::Remote, {"ls-remote", "--exit-code", "--quiet", "--", place.remote, reference});
   if (found.exitCode == kNoneFound) {
-    Refuse("'" + FromGit(place.remote) + "' has no branch '" + FromGit(place.branch) + "'");
+    Refuse("'" + FromUtf8Roughly(place.remote) + "' has no branch '" +
+           FromUtf8Roughly(place.branch) + "'");
   }
   if (found.exitCode != 0) git.Raise(found);
 }
@@ -120,7 +164,7 @@ void RequirePlain(const std::string& what, const std::string& text) {
 
 std::string UserOf(const GitRunner& git) {
   const auto answer = git.Try(GitCall::Question, {"config", "--get", "user.name"});
-  const auto name = answer.exitCode == 0 ? FromGit(Line(answer.output)) : std::string();
+  const auto name = answer.exitCode == 0 ? FromUtf8Roughly(Line(answer.output)) : std::string();
   return name.empty() ? "git" : name;
 }
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/git/words.h"
+#include "platform/code_page.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -46,7 +46,7 @@ void RequireNothingUnderWay(const GitRunner& git, const FileReader& files,
   for (const auto& trace : kTraces) {
     const auto line = rest.substr(0, rest.find('\n'));
     rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-    if (line.empty() || !files.Look(WindowsPath(folder, FromGit(line)))) continue;
+    if (line.empty() || !files.Look(WindowsPath(folder, FromUtf8Roughly(line)))) continue;
     throw RuntimeError::WithDescription(ErrorNumber::AutomationError,
                                         "A " + std::string(trace.operation) + " is under way in '" +
                                             folder + "'; finish it or give it up first");

@@ -11,14 +11,6 @@ namespace {
 
 constexpr std::string_view kMask = "***";
 
-std::size_t LengthOfCharacter(std::string_view utf8) {
-  std::size_t length = 1;
-  while (length < utf8.size() && (static_cast<unsigned char>(utf8[length]) & 0xC0U) == 0x80U) {
-    ++length;
-  }
-  return length;
-}
-
 // The end of the URL whose "://" is there: a quoted one at the quotation mark that began it.
 std::size_t EndOfUrl(std::string_view text, std::size_t colon) {
   const auto isOfScheme = [](char letter) {
@@ -76,23 +68,13 @@ std::string Essence(std::string_view text) {
 
 }  // namespace
 
-std::string FromGit(std::string_view utf8) {
-  std::string text;
-  while (!utf8.empty()) {
-    const auto length = LengthOfCharacter(utf8);
-    text += FromUtf8(utf8.substr(0, length)).value_or("?");
-    utf8.remove_prefix(length);
-  }
-  return text;
-}
-
 std::string WordsOf(const ToolResult& failure, const std::string& password) {
   auto words = Essence(failure.errorOutput);
   if (words.empty()) words = Essence(failure.output);
   if (words.empty()) words = "git ended with status " + std::to_string(failure.exitCode);
   MaskUrls(words);
   MaskPassword(words, password);
-  return FromGit(words);
+  return FromUtf8Roughly(words);
 }
 
 void Refuse(const std::string& why) {

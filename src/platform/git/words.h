@@ -7,9 +7,6 @@
 
 namespace gorbex {
 
-/// A text of git's in the code page; a character that it lacks becomes "?".
-[[nodiscard]] std::string FromGit(std::string_view utf8);
-
 /// Git's words when it failed: its error output without advice, else its output. No password is
 /// in it, neither the one given nor one in a URL.
 [[nodiscard]] std::string WordsOf(const ToolResult& failure, const std::string& password);

@@ -161,7 +161,8 @@ void GitWorkingTree::RequireBranch(const GitStatus& status) const {
     return;
   }
   Refuse("The branch checked out in " + Quoted(place_.folder) + " is " +
-         Quoted(FromGit(status.branch)) + ", not " + Quoted(FromGit(place_.branch)));
+         Quoted(FromUtf8Roughly(status.branch)) + ", not " +
+         Quoted(FromUtf8Roughly(place_.branch)));
 }
 
 void GitWorkingTree::RequireKnown(const Entry& entry) const {
@@ -177,7 +178,7 @@ void GitWorkingTree::RefuseUnknown(const Entry& entry, const GitTree& tree) cons
            ", a separate repository, which is neither compared nor got here");
   }
   Refuse("There is no item " + Quoted("$/" + entry.path) + " in the branch " +
-         Quoted(FromGit(place_.branch)) + " of " + Quoted(FromGit(place_.remote)));
+         Quoted(FromUtf8Roughly(place_.branch)) + " of " + Quoted(FromUtf8Roughly(place_.remote)));
 }
 
 std::string GitWorkingTree::Get(const Entry& entry) {
@@ -196,7 +197,8 @@ std::string GitWorkingTree::Get(const Entry& entry) {
 std::string GitWorkingTree::ToDoFor(const PathSet& submodules) const {
   if (submodules.empty()) return {};
   std::string names;
-  for (const auto& path : submodules) names += (names.empty() ? "" : ", ") + Quoted(FromGit(path));
+  for (const auto& path : submodules)
+    names += (names.empty() ? "" : ", ") + Quoted(FromUtf8Roughly(path));
   return "The get has moved the submodule " + names +
          ", whose files git leaves as they are: run 'git submodule update --init' in " +
          Quoted(place_.folder);
@@ -269,7 +271,7 @@ void GitWorkingTree::Stage(const std::string& path, const std::string& staged) c
 void GitWorkingTree::RequirePublished() const {
   const auto ahead = git_.Run(GitCall::Question, {"rev-list", "--count", Tip() + "..HEAD"});
   if (Line(ahead) == "0") return;
-  Refuse("The working copy has commits that " + Quoted(FromGit(place_.remote)) +
+  Refuse("The working copy has commits that " + Quoted(FromUtf8Roughly(place_.remote)) +
          " does not have; push them first");
 }
 
