@@ -88,7 +88,8 @@ void DependencyMarking::MarkProject(const TreeNode& project) {
   ForEachReference(project, [&](TreeNode& node) { MarkReferenceNode(node); });
 }
 
-// Only a reference that the tree shows as invalid or as a dependency can be invalid in the list.
+// Expands the project when its detail list would show the reference as invalid. A reference whose
+// image is neither of the two cannot be, so the slower judgement is left out.
 void DependencyMarking::MarkLoadedNode(TreeNode& project, TreeNode& node) {
   MarkReferenceNode(node);
   const bool mayBeInvalid =

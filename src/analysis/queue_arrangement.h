@@ -22,7 +22,8 @@ class QueueArrangement {
     bool linked = false;     ///< left over from an earlier arrangement
   };
 
-  /// Called when a linked row is lost because its dependency is not in the queue.
+  /// Called with a row that is removed from the queue: it waits for a dependency that is not there,
+  /// or for itself.
   using RowLost = std::function<void(std::size_t row)>;
 
   explicit QueueArrangement(const std::vector<Row>& rows);

@@ -102,8 +102,8 @@ bool ReferenceUpdate::ReplaceInFile(const std::string& file, std::string_view ol
   return ReplaceAll(file, {{std::string(oldText), std::string(newText)}}, &FileSystem::Write);
 }
 
-// One change after the other, as if each were a separate pass over the file; the file is read and
-// written once.
+// Makes the changes one after the other in the file's text, so that a change also finds what those
+// before it wrote. The file is read once and written once.
 bool ReferenceUpdate::ReplaceAll(const std::string& file, const std::vector<Change>& changes,
                                  Writing write) {
   bool isWritten = false;

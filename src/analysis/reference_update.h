@@ -28,10 +28,10 @@ class ReferenceUpdate {
         display_(display),
         report_(report) {}
 
-  /// Replaces, in the project's file and in its forms and modules, the type-library identities of
-  /// the projects above it in the queue by those registered now. A component whose
-  /// identity cannot be read has an empty one. The project's record and its branch of the tree
-  /// follow its file. False when a file could not be rewritten.
+  /// Writes the identities that are registered now for the components of the projects above this
+  /// one in the queue into the project's file, forms and modules, in place of the old ones. An
+  /// identity that cannot be read is written as an empty one. The project's record and its branch
+  /// of the tree change with its file. False when a file could not be rewritten.
   bool UpdateProjectReferences(const std::string& projectKey);
 
   using IsComing = std::function<bool(const std::string& projectKey)>;

@@ -26,9 +26,9 @@ class ConsoleDialogs : public Dialogs {
   /// Does nothing: a console edits settings with another command.
   void ShowOptions(frmOptions& form) override;
 
-  /// Asks for user and password where somebody can answer. Elsewhere logs in once with the user
-  /// known from before and the password of the environment's GORBEX_SCC_PASSWORD; nobody cancels
-  /// there, so that the next command tries again.
+  /// Asks for user and password where somebody can answer. Elsewhere logs in once, with the user of
+  /// the last login and the password in the environment's GORBEX_SCC_PASSWORD. A login that fails
+  /// there is not cancelled: the next command tries again.
   void ShowLogin(frmLogin& form) override;
 
   /// Labels with what the form says, at once.

@@ -14,13 +14,14 @@ struct CommandLine {
   std::string_view arguments;  ///< the text after the program, a view into the command line
 };
 
-/// Finds the program: quoted, the text up to the closing quote; unquoted, the text up to each blank
-/// in turn. Each is tried as it is, then with ".exe" when its last component has no ".". Nothing
-/// when no candidate is a file.
+/// Finds the program at the start of the command line. In quotes it is the text up to the closing
+/// quote. Without quotes it may end at any blank: the shortest text is tried first. Each text is
+/// tried as it is and, when its last component has no ".", also with ".exe". The first that is a
+/// file is the program; nothing when none is.
 [[nodiscard]] std::optional<CommandLine> FindProgram(
     std::string_view commandLine, const std::function<bool(const std::string&)>& isFile);
 
-/// The first candidate of the rule above, to name a program that was not found.
+/// The first text that FindProgram tries, to name a program that was not found.
 [[nodiscard]] std::string ProgramText(std::string_view commandLine);
 
 /// Arguments as the compiler's C run-time library hands them to a program.

@@ -36,8 +36,9 @@ bool Session::ShowFolder(const std::string& folder) const {
   return !path.empty() && wxLaunchDefaultApplication(wxString::FromUTF8(path));
 }
 
-// While the system waits for the answer nobody is asked: what is to be asked is asked afterwards,
-// and the system goes on when the window has closed.
+// The system wants its answer at once, so no question is asked while it waits. When the session may
+// not end yet, the window closes afterwards as usual and asks then; the system ends the session
+// when the window is gone.
 void Session::FollowUsersSession(wxFrame* frame) {
   const wxWeakRef<wxFrame> window(frame);
   wxTheApp->Bind(wxEVT_QUERY_END_SESSION, [this, window](wxCloseEvent& event) {

@@ -66,8 +66,9 @@ std::optional<struct stat> OldFile(const std::string& path) {
   return info;
 }
 
-// A private file beside its target; gone again unless it took the target's place. Where the file
-// system allows it, it has no name until it is whole, so that a killed program leaves none behind.
+// A new file in the target's folder that is to take the target's place; until it has, its end
+// removes it. Where the file system allows it, the file gets its name only when it is complete: a
+// program that is killed before leaves no file.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const std::string& target)

@@ -162,8 +162,8 @@ bool IsAbsolute(std::wstring_view folder) {
 
 }  // namespace
 
-// The job is limited before the child exists: a program that is killed between two of these steps
-// leaves no child that waits forever.
+// The job is told to end with this program before there is a child, and the child starts inside it.
+// So a program that is killed at any point here leaves no child that waits forever to be resumed.
 ChildProcess::ChildProcess(const ChildStart& start) : job_(CreateJobObjectW(nullptr, nullptr)) {
   if (job_) LimitToOurLife(job_, true);
   const auto made = Spawn(start, job_.Get());

@@ -5,8 +5,9 @@
 
 namespace gorbex {
 
-/// The text that a reader sees of an HTML text (code page): no tags, scripts or styles, characters
-/// for their names, and line feeds where blocks and forced breaks end lines.
+/// The text that a reader of an HTML page sees; both are in the code page. Tags, scripts and styles
+/// are left out, names of characters ("&amp;") become the characters, and a line feed follows each
+/// block and each forced break.
 [[nodiscard]] std::string HtmlText(std::string_view html);
 
 }  // namespace gorbex

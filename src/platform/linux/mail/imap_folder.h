@@ -13,7 +13,8 @@ namespace gorbex {
 /// build may run that outlasts any server's patience.
 class ImapFolder : public StoredFolder {
  public:
-  /// The name is below the inbox, or beside it where the server has none there. Both outlive it.
+  /// A folder of this name inside the inbox or, when there is none, next to the inbox. The server
+  /// and the patience outlive this object.
   ImapFolder(const MailServer& server, std::string name, Patience& patience)
       : server_(server), name_(std::move(name)), patience_(patience) {}
 

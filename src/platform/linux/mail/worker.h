@@ -9,8 +9,8 @@
 
 namespace gorbex {
 
-/// Limits how long a piece of work waits: without any news, in all, and only while its result is
-/// wanted.
+/// How long a piece of work may wait. It is over when nothing came in for too long, when the whole
+/// took too long, or when nobody wants the result any more.
 class Patience {
  public:
   explicit Patience(std::chrono::milliseconds longestSilence) : longestSilence_(longestSilence) {}
