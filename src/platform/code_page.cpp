@@ -163,6 +163,13 @@ bool IsAscii(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= 0; });
 }
 
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    if (!TakeUtf8(text)) return false;
+  }
+  return true;
+}
+
 std::string OnOneLine(std::string_view text) {
   std::string line(text);
   std::replace_if(

@@ -71,6 +71,8 @@ class CodePage {
 /// Such bytes are the same in every code page and in UTF-8.
 [[nodiscard]] bool IsAscii(std::string_view text);
 
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
 /// The text with a blank for every control character: one line, whatever it held.
 [[nodiscard]] std::string OnOneLine(std::string_view text);
 

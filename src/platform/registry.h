@@ -24,6 +24,11 @@ enum class RegistryType : std::uint32_t {
   MultiText = 7
 };
 
+[[nodiscard]] constexpr bool IsText(RegistryType type) {
+  return type == RegistryType::Text || type == RegistryType::ExpandText ||
+         type == RegistryType::MultiText;
+}
+
 /// A value as the registry holds it: texts with their terminating zero in code-page bytes, numbers
 /// as four bytes, lowest first.
 struct RegistryValue {

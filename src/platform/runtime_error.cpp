@@ -68,4 +68,9 @@ RuntimeError RuntimeError::WithDescription(ErrorNumber number, const std::string
   return {Verbatim{}, number, description};
 }
 
+RuntimeError RuntimeError::WithReason(ErrorNumber number, std::string_view subject,
+                                      const std::string& reason) {
+  return WithDescription(number, Describe(number, subject) + " (" + reason + ")");
+}
+
 }  // namespace gorbex

@@ -41,6 +41,10 @@ class RuntimeError : public std::runtime_error {
   /// For services that bring their own words, such as a source-control client.
   static RuntimeError WithDescription(ErrorNumber number, const std::string& description);
 
+  /// The number's own text for a subject, with the reason in brackets.
+  static RuntimeError WithReason(ErrorNumber number, std::string_view subject,
+                                 const std::string& reason);
+
   [[nodiscard]] int Number() const { return static_cast<int>(number_); }
   [[nodiscard]] ErrorNumber Code() const { return number_; }
   [[nodiscard]] std::string Description() const { return what(); }

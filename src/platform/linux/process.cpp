@@ -114,9 +114,8 @@ StartResult LinuxProcessLauncher::Start(const std::string& commandLine) {
     return std::make_unique<ChildProcess>(start,
                                           [ended = onEnded_, underWine] { ended(underWine); });
   } catch (const std::system_error& error) {
-    const RuntimeError refused(ErrorNumber::InvalidCall, found->program);
-    return RuntimeError::WithDescription(
-        refused.Code(), refused.Description() + " (" + error.code().message() + ")");
+    return RuntimeError::WithReason(ErrorNumber::InvalidCall, found->program,
+                                    error.code().message());
   } catch (const RuntimeError& error) {
     return error;
   }

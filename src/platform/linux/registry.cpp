@@ -262,13 +262,7 @@ bool LinuxRegistry::HasSubKeys(RegistryRoot root, std::string_view subKey) const
 
 bool LinuxRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
                              const RegistryValue& value) {
-  Recheck();
-  const auto path = OwnPath(root, subKey);
-  return path && Change([&](RegistryKey& own) {
-           auto* key = own.Make(*path);
-           if (key != nullptr) key->values.insert_or_assign(std::string(name), value);
-           return key != nullptr;
-         });
+  return SetValues(root, {{std::string(subKey), std::string(name), value}});
 }
 
 bool LinuxRegistry::SetValues(RegistryRoot root, const std::vector<RegistryEntry>& entries) {

@@ -16,11 +16,6 @@ namespace {
 constexpr std::string_view kHeader = "WINE REGISTRY Version 2";
 constexpr std::string_view kExportHeader = "Windows Registry Editor Version 5.00";
 
-bool IsText(RegistryType type) {
-  return type == RegistryType::Text || type == RegistryType::ExpandText ||
-         type == RegistryType::MultiText;
-}
-
 char ByteOf(std::uint32_t character) {
   return FromUnicode(character).value_or('?');
 }

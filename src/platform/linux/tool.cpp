@@ -150,9 +150,7 @@ ToolOutcome LinuxToolRunner::Run(const ToolCall& call) {
     LinuxTool tool(std::move(start), call);
     return AwaitEnd(tool, call, events_);
   } catch (const std::system_error& error) {
-    const RuntimeError refused(ErrorNumber::InvalidCall, call.program);
-    return RuntimeError::WithDescription(
-        refused.Code(), refused.Description() + " (" + error.code().message() + ")");
+    return RuntimeError::WithReason(ErrorNumber::InvalidCall, call.program, error.code().message());
   }
 }
 

@@ -15,20 +15,10 @@
 namespace gorbex {
 namespace {
 
-using FolderCall = UINT (*)(wchar_t* buffer, UINT size);
-
-std::wstring SystemFolder(FolderCall call) {
+std::wstring SystemFolder(decltype(&GetSystemDirectoryW) call) {
   std::wstring folder(MAX_PATH, L'\0');
   folder.resize(call(folder.data(), MAX_PATH));
   return folder;
-}
-
-UINT SystemPrograms(wchar_t* buffer, UINT size) {
-  return GetSystemDirectoryW(buffer, size);
-}
-
-UINT WindowsPrograms(wchar_t* buffer, UINT size) {
-  return GetWindowsDirectoryW(buffer, size);
 }
 
 }  // namespace
@@ -38,8 +28,8 @@ std::optional<std::wstring> WindowsProcessLauncher::Locate(const std::string& na
   if (!full) return std::nullopt;
   const bool isBare = name.find_first_of("\\/:") == std::string::npos;
   if (!isBare) return IsFile(*full) ? full : std::nullopt;
-  for (const auto& folder :
-       {SystemFolder(SystemPrograms), SystemFolder(WindowsPrograms), ToWide(programFolder_)}) {
+  for (const auto& folder : {SystemFolder(&GetSystemDirectoryW),
+                             SystemFolder(&GetWindowsDirectoryW), ToWide(programFolder_)}) {
     auto place = folder + L"\\" + ToWide(name);
     if (IsFile(place)) return place;
   }
@@ -58,10 +48,9 @@ StartResult WindowsProcessLauncher::Start(const std::string& commandLine) {
     const ChildStart start{*program, L"\"" + *program + L"\"" + ToWide(found->arguments)};
     return std::make_unique<ChildProcess>(start);
   } catch (const std::system_error& error) {
-    const RuntimeError refused(ErrorNumber::InvalidCall, found->program);
     const auto number = static_cast<std::uint32_t>(error.code().value());
-    return RuntimeError::WithDescription(
-        refused.Code(), refused.Description() + " (" + SystemMessage(number) + ")");
+    return RuntimeError::WithReason(ErrorNumber::InvalidCall, found->program,
+                                    SystemMessage(number));
   }
 }
 

@@ -66,11 +66,6 @@ OpenKey Make(RegistryRoot root, std::string_view subKey, REGSAM rights) {
   return OpenKey(status == ERROR_SUCCESS ? key : nullptr);
 }
 
-bool IsText(RegistryType type) {
-  return type == RegistryType::Text || type == RegistryType::ExpandText ||
-         type == RegistryType::MultiText;
-}
-
 std::string TextOf(std::string_view bytes) {
   std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
   std::memcpy(wide.data(), bytes.data(), wide.size() * sizeof(wchar_t));

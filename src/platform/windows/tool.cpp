@@ -152,10 +152,8 @@ ToolOutcome WindowsToolRunner::Run(const ToolCall& call) {
     WindowsTool tool(std::move(start), call);
     return AwaitEnd(tool, call, events_);
   } catch (const std::system_error& error) {
-    const RuntimeError refused(ErrorNumber::InvalidCall, call.program);
     const auto number = static_cast<std::uint32_t>(error.code().value());
-    return RuntimeError::WithDescription(
-        refused.Code(), refused.Description() + " (" + SystemMessage(number) + ")");
+    return RuntimeError::WithReason(ErrorNumber::InvalidCall, call.program, SystemMessage(number));
   }
 }
 

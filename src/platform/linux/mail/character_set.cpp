@@ -1,7 +1,5 @@
 #include "platform/linux/mail/character_set.h"
 
-#include <algorithm>
-#include <array>
 #include <exception>
 #include <vmime/charset.hpp>
 
@@ -9,26 +7,6 @@
 
 namespace gorbex {
 namespace {
-
-std::size_t LengthOfCharacter(std::string_view utf8) {
-  std::size_t length = 1;
-  while (length < utf8.size() && (static_cast<unsigned char>(utf8[length]) & 0xC0U) == 0x80U) {
-    ++length;
-  }
-  return length;
-}
-
-bool IsUtf8(std::string_view text) {
-  constexpr std::array<unsigned, 5> kMask = {0, 0x80, 0xE0, 0xF0, 0xF8};
-  constexpr std::array<unsigned, 5> kLead = {0, 0x00, 0xC0, 0xE0, 0xF0};
-  while (!text.empty()) {
-    const auto length = LengthOfCharacter(text);
-    const auto lead = static_cast<unsigned char>(text.front());
-    if (length >= kMask.size() || (lead & kMask[length]) != kLead[length]) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
 
 // Sets that do not define the upper half, which then counts as the code page's.
 bool IsCodePage(const std::string& name) {

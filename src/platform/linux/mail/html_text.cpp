@@ -30,20 +30,10 @@ struct NamedCharacter {
   char32_t character;
 };
 
-constexpr std::array<NamedCharacter, 14> kNames = {{{"amp", '&'},
-                                                    {"lt", '<'},
-                                                    {"gt", '>'},
-                                                    {"quot", '"'},
-                                                    {"apos", '\''},
-                                                    {"euro", 0x20AC},
-                                                    {"ndash", 0x2013},
-                                                    {"mdash", 0x2014},
-                                                    {"lsquo", 0x2018},
-                                                    {"rsquo", 0x2019},
-                                                    {"ldquo", 0x201C},
-                                                    {"rdquo", 0x201D},
-                                                    {"bull", 0x2022},
-                                                    {"hellip", 0x2026}}};
+constexpr NamedCharacter kNames[] = {
+    {"amp", '&'},      {"lt", '<'},       {"gt", '>'},       {"quot", '"'},     {"apos", '\''},
+    {"euro", 0x20AC},  {"ndash", 0x2013}, {"mdash", 0x2014}, {"lsquo", 0x2018}, {"rsquo", 0x2019},
+    {"ldquo", 0x201C}, {"rdquo", 0x201D}, {"bull", 0x2022},  {"hellip", 0x2026}};
 
 constexpr std::array<std::string_view, 21> kBlocks = {
     "address", "blockquote", "br", "dd", "div", "dl", "dt",  "h1",    "h2", "h3", "h4",
@@ -63,9 +53,9 @@ std::optional<char32_t> NumberedCharacter(std::string_view digits) {
 
 std::optional<char32_t> CharacterOf(std::string_view name) {
   if (name.starts_with('#')) return NumberedCharacter(name.substr(1));
-  const auto* named = std::find_if(kNames.begin(), kNames.end(),
+  const auto* named = std::find_if(std::begin(kNames), std::end(kNames),
                                    [&](const auto& known) { return known.name == name; });
-  if (named != kNames.end()) return named->character;
+  if (named != std::end(kNames)) return named->character;
   const auto* latin = std::find(kLatinNames.begin(), kLatinNames.end(), name);
   if (latin == kLatinNames.end()) return std::nullopt;
   return static_cast<char32_t>(160 + (latin - kLatinNames.begin()));

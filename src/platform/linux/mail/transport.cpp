@@ -68,9 +68,7 @@ std::string Short(std::string words) {
   constexpr std::size_t kMost = 300;
   words.resize(std::min(words.size(), kMost));
   words.resize(words.find_last_not_of(" \r\n") + 1);
-  std::replace_if(
-      words.begin(), words.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-  return words;
+  return OnOneLine(words);
 }
 
 constexpr const char* kWithoutAttachment =
