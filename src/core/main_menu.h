@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <vector>
 
 #include "core/command.h"
 
@@ -76,9 +75,6 @@ struct MainMenu {
   Command mnuPopupOpenFolder{"mnuPopupOpenFolder", "&Open Folder"};
   Command mnuPopupCopyPath{"mnuPopupCopyPath", "Copy &Path"};
   Command mnuPopupCopyGuid{"mnuPopupCopyGuid", "Copy GU&ID"};
-
-  /// In menu order.
-  [[nodiscard]] std::vector<Command*> All();
 };
 
 }  // namespace gorbex

@@ -20,10 +20,8 @@ class WindowJournal {
   /// All three must outlive the journal's writer.
   WindowJournal(frmBuilder& window, ActivityLog& log, Journal& journal) : journal_(journal) {
     FollowQueue(window.lvwQueue);
-    for (Command* entry : window.menu.All()) {
-      // Stop is enabled exactly while a run goes on.
-      if (entry == &window.menu.mnuFileStop) continue;
-      Follow(entry->enabled.changed, "enabled " + std::string(entry->Name()));
+    for (Command* entry : {&window.menu.mnuFileBuild, &window.menu.mnuFileGenScript}) {
+      Follow(entry->enabled.changed, "enabled " + entry->Name());
     }
     Follow(window.tmrOutlook.enabled.changed, "timer");
     Follow(window.tmrOutlook.interval.changed, "interval");
