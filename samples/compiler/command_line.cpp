@@ -18,7 +18,6 @@ struct Switch {
 
 constexpr std::array kSwitches = {
     Switch{"/d", {}, &CommandLine::constants},
-    Switch{"/identity", Task::ShowIdentity, &CommandLine::name},
     Switch{"/make", Task::Make, nullptr},
     Switch{"/out", {}, &CommandLine::resultLog},
     Switch{"/outdir", {}, &CommandLine::outputFolder},
@@ -65,8 +64,8 @@ class Parser {
 
   void CheckWhole() {
     if (!task_) {
-      Fail("Nothing to do: /make, /run, /regserver or /identity is missing");
-    } else if ((*task_ == Task::Make || *task_ == Task::Run) && line_.project.empty()) {
+      Fail("Nothing to do: /make, /run or /regserver is missing");
+    } else if (*task_ != Task::Install && line_.project.empty()) {
       Fail("The project is missing");
     } else if (*task_ == Task::Make && line_.resultLog.empty()) {
       Fail("The result log (/out FILE) is missing");

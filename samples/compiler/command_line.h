@@ -6,7 +6,7 @@
 
 namespace gorbex::standin {
 
-enum class Task { Make, Run, Install, ShowIdentity };
+enum class Task { Make, Run, Install };
 
 struct CommandLine {
   Task task = Task::Make;
@@ -14,7 +14,6 @@ struct CommandLine {
   std::string resultLog;
   std::string outputFolder;  ///< empty: the project's own
   std::string constants;     ///< accepted for the command line's sake; no check depends on them
-  std::string name;          ///< the project name whose identity is asked for
 };
 
 struct UsageError {

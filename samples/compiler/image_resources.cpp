@@ -21,6 +21,26 @@ std::uint32_t RoundedUp(std::uint64_t size, std::uint32_t step) {
   return static_cast<std::uint32_t>((size + step - 1) / step * step);
 }
 
+// What a resource section that is loaded at the address holds: the directories of the resource's
+// type, number and language, the record that tells where its bytes are, its type's name (its length
+// and its letters, two bytes each) and the bytes.
+std::string ResourceSection(std::string_view library, std::uint32_t address) {
+  constexpr std::string_view kType = "TYPELIB";
+  constexpr std::uint32_t kHighBit = 0x80000000;  // a name, or a directory below
+  constexpr std::uint32_t kDirectorySize = 24;    // with its only entry
+  constexpr std::uint32_t kRecord = 3 * kDirectorySize;
+  constexpr std::uint32_t kTypeName = kRecord + 16;
+  constexpr std::uint32_t kBytes = (kTypeName + 2 + 2 * kType.size() + 7) / 8 * 8;
+  ByteWriter out;
+  out.FillTo(12).U16(1).U16(0).U32(kHighBit | kTypeName).U32(kHighBit | kDirectorySize);
+  out.FillTo(kDirectorySize + 12).U16(0).U16(1).U32(1).U32(kHighBit | 2 * kDirectorySize);
+  out.FillTo(2 * kDirectorySize + 12).U16(0).U16(1).U32(0).U32(kRecord);
+  out.U32(address + kBytes).U32(static_cast<std::uint32_t>(library.size())).U32(0).U32(0);
+  out.U16(kType.size());
+  for (const char letter : kType) out.U16(static_cast<unsigned char>(letter));
+  return out.FillTo(kBytes).Text(library).Bytes();
+}
+
 /// An image whose headers are read and changed in place.
 class Image {
  public:
@@ -34,13 +54,13 @@ class Image {
     resources_ = optional_ + directories + 2 * 8;
   }
 
-  std::string Add(const std::vector<Resource>& resources) {
+  std::string Add(std::string_view library) {
     const auto place = sections_ + count_ * kSectionSize;
     const auto headers = Read(optional_ + 60);
     if (Read(resources_) != 0 || place + kSectionSize > headers) throw DamagedBytes();
     const auto fileStep = Read(optional_ + 36);
     const auto address = Read(optional_ + 56);  // after what is loaded now
-    const auto content = ResourceSection(resources, address);
+    const auto content = ResourceSection(library, address);
     const auto size = static_cast<std::uint32_t>(content.size());
     const auto offset = RoundedUp(bytes_.size(), fileStep);
 
@@ -79,9 +99,9 @@ class Image {
 
 }  // namespace
 
-std::string WithResources(std::string image, const std::vector<Resource>& resources) {
+std::string WithTypeLibrary(std::string image, std::string_view library) {
   try {
-    return Image(std::move(image)).Add(resources);
+    return Image(std::move(image)).Add(library);
   } catch (const DamagedBytes&) {
     throw RuntimeError::WithDescription(ErrorNumber::InvalidCall,
                                         "The image has no room for resources");

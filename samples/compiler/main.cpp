@@ -54,10 +54,6 @@ int RunInstall(Host& host, PlatformServices services) {
 }
 
 int Perform(const CommandLine& line) {
-  if (line.task == Task::ShowIdentity) {
-    std::cout << FirstIdentity(line.name) << '\n';
-    return kDone;
-  }
   Host host;
   NoEvents events;
   const auto services = host.Services(events);

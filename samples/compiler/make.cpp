@@ -1,8 +1,6 @@
 #include "compiler/make.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdint>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -21,7 +19,6 @@
 #include "compiler/result_log.h"
 #include "compiler/source_text.h"
 #include "compiler/type_library_image.h"
-#include "compiler/version_resource.h"
 #include "compiler/windows_path.h"
 #include "platform/code_page.h"
 #include "platform/component/component_keys.h"
@@ -31,13 +28,6 @@
 
 namespace gorbex::standin {
 namespace {
-
-// Zero for anything but a number of 16 bits.
-std::uint16_t VersionNumber(const std::string& text) {
-  std::uint16_t number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
-}
 
 class Build {
  public:
@@ -113,7 +103,7 @@ class Build {
       return BuildFault(RuntimeError(ErrorNumber::PathNotFound, folder_).Description());
     }
     if (!IsComponent(project_.type)) {
-      files_.Write(output_, WithResources(foundation_.programImage, {VersionResource(Version())}));
+      files_.Write(output_, foundation_.programImage);
       return std::nullopt;
     }
     if (!IsName(project_.name)) return BuildFault("'" + project_.name + "' is not a project name");
@@ -123,9 +113,8 @@ class Build {
     const auto members = MembersOf(classes_, library, [this](std::string_view name) {
       return enums_.contains(LowerCase(name));
     });
-    const Resource resource{"TYPELIB", 0, 1, 0, TypeLibraryImage(library, members)};
     const auto& image = IsInProcess() ? foundation_.libraryImage : foundation_.programImage;
-    files_.Write(output_, WithResources(image, {resource, VersionResource(Version())}));
+    files_.Write(output_, WithTypeLibrary(image, TypeLibraryImage(library, members)));
     return Register(library);
   }
 
@@ -145,15 +134,6 @@ class Build {
 
   [[nodiscard]] bool IsInProcess() const {
     return project_.type == ProjectType::OleDll || project_.type == ProjectType::Control;
-  }
-
-  [[nodiscard]] FileVersion Version() const {
-    return {{VersionNumber(project_.major), VersionNumber(project_.minor),
-             VersionNumber(project_.revision)},
-            project_.name,
-            project_.description,
-            project_.exeName,
-            IsInProcess()};
   }
 
   // The library that this build must stay compatible with.

@@ -51,11 +51,8 @@ constexpr std::array kValues = {
     ValueRule{"CompatibleMode", &Project::compatibleMode},
     ValueRule{"Description", &Project::description},
     ValueRule{"ExeName32", &Project::exeName},
-    ValueRule{"MajorVer", &Project::major},
-    ValueRule{"MinorVer", &Project::minor},
     ValueRule{"Name", &Project::name},
     ValueRule{"Path32", &Project::outputFolder},
-    ValueRule{"RevisionVer", &Project::revision},
 };
 
 // "modMain; modMain.bas" names the file after the module, "Label.ctl" only the file.

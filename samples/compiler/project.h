@@ -31,9 +31,6 @@ struct Project {
   std::string outputFolder;
   std::string compatibleMode;
   std::string compatibleFile;
-  std::string major = "1";
-  std::string minor = "0";
-  std::string revision = "0";
   std::vector<ProjectItem> items;  ///< in file order
 };
 

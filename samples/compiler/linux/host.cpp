@@ -1,24 +1,15 @@
 #include "compiler/host.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 
+#include "platform/host.h"
 #include "platform/linux/platform.h"
 
 namespace gorbex::standin {
-namespace {
-
-std::optional<std::string> EnvironmentValue(const char* name) {
-  const char* const value = std::getenv(name);
-  if (value == nullptr) return std::nullopt;
-  return value;
-}
-
-}  // namespace
 
 struct Host::System {
-  LinuxPlatform platform{Prefix::Choose(std::nullopt, EnvironmentValue)};
+  LinuxPlatform platform{Prefix::Choose(std::nullopt, Environment)};
 };
 
 Host::Host() : system_(std::make_unique<System>()) {}

@@ -3,12 +3,21 @@
 #include <windows.h>
 
 #include "platform/command_line.h"
+#include "platform/runtime_error.h"
 #include "platform/windows/full_path.h"
 #include "platform/windows/platform.h"
-#include "platform/windows/typed_path.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex::standin {
+namespace {
+
+std::string InCodePage(const std::wstring& path) {
+  const auto text = FromWide(path);
+  if (!text) throw RuntimeError(ErrorNumber::BadFileName);
+  return *text;
+}
+
+}  // namespace
 
 struct Host::System {
   WindowsPlatform platform;
@@ -23,11 +32,11 @@ PlatformServices Host::Services(EventPump& events) {
 }
 
 std::string Host::CurrentFolder() const {
-  return ProgramPathOf(".");
+  return InCodePage(FullPathOf(".").value_or(L""));
 }
 
 std::string Host::Program() const {
-  return ProgramPathOf(Utf8FromWide(OwnFile()));
+  return InCodePage(OwnFile());
 }
 
 // The images of resource numbers 1 and 2 are those of this compiler's own processor.
