@@ -46,7 +46,7 @@
 #include "platform/services.h"
 #include "scc/change_scan.h"
 #include "scc/get_latest.h"
-#include "scc/labelling.h"
+#include "scc/label_dialog.h"
 #include "scc/reference_browse.h"
 #include "scc/source_safe_session.h"
 

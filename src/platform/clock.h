@@ -21,7 +21,10 @@ class Clock {
   [[nodiscard]] virtual CivilTime LocalNow() const = 0;
 
   /// Time since some fixed moment; never runs backwards. For durations.
-  [[nodiscard]] virtual std::chrono::milliseconds Elapsed() const = 0;
+  [[nodiscard]] virtual std::chrono::milliseconds Elapsed() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+  }
 };
 
 }  // namespace gorbex

@@ -3,21 +3,14 @@
 #include <algorithm>
 
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
 
 constexpr std::size_t kLongestValue = 8192;
 
-bool IsBlank(char letter) {
-  return letter == ' ' || letter == '\t';
-}
-
-std::string_view WithoutBlanks(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
+constexpr std::string_view kSpaceOrTab = " \t";
 
 }  // namespace
 
@@ -34,15 +27,15 @@ std::optional<std::string> FieldOf(std::string_view header, std::string_view nam
   while (!header.empty()) {
     const auto line = TakeLine(header);
     if (line.empty()) break;
-    if (!IsBlank(line.front())) {
+    if (kSpaceOrTab.find(line.front()) == std::string_view::npos) {
       if (value) break;
       const auto colon = line.find(':');
       if (colon == std::string_view::npos) continue;
-      if (EqualsIgnoringCase(WithoutBlanks(line.substr(0, colon)), name)) {
-        value = WithoutBlanks(line.substr(colon + 1));
+      if (EqualsIgnoringCase(Trimmed(line.substr(0, colon), kSpaceOrTab), name)) {
+        value = Trimmed(line.substr(colon + 1), kSpaceOrTab);
       }
     } else if (value && value->size() < kLongestValue) {
-      value->append(" ").append(WithoutBlanks(line));
+      value->append(" ").append(Trimmed(line, kSpaceOrTab));
     }
   }
   if (!value) return value;
@@ -58,6 +51,24 @@ std::size_t EndOfHeader(std::string_view text) {
   while (!rest.empty() && !TakeLine(rest).empty()) {
   }
   return text.size() - rest.size();
+}
+
+bool IsAutomaticMail(std::string_view header) {
+  const auto lower = [&](const char* name) {
+    return LowerCase(FieldOf(header, name).value_or(""));
+  };
+  const auto submitted = lower("Auto-Submitted");
+  if (!submitted.empty() && submitted.substr(0, submitted.find_first_of("; (")) != "no") {
+    return true;
+  }
+  const auto precedence = lower("Precedence");
+  for (const char* kind : {"bulk", "junk", "list", "auto_reply"}) {
+    if (precedence.substr(0, precedence.find_first_of("; (")) == kind) return true;
+  }
+  if (lower("From").find("mailer-daemon@") != std::string::npos) return true;
+  std::string path = lower("Return-Path");
+  std::erase(path, ' ');
+  return path == "<>" || FieldOf(header, "List-Id").has_value();
 }
 
 }  // namespace gorbex

@@ -17,4 +17,8 @@ namespace gorbex {
 /// Where the header of a mail or of a part of it ends: the offset of what follows the empty line.
 [[nodiscard]] std::size_t EndOfHeader(std::string_view text);
 
+/// True when the header of a mail, as it came, says that a program sent the mail by itself: a
+/// notice of absence, a bounce or a list's mail.
+[[nodiscard]] bool IsAutomaticMail(std::string_view header);
+
 }  // namespace gorbex

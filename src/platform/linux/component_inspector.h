@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/component/library_file.h"
+#include "platform/component/own_interface.h"
 #include "platform/component_inspector.h"
 #include "platform/file_system.h"
 
@@ -11,7 +13,11 @@ class LinuxComponentInspector : public ComponentInspector {
   explicit LinuxComponentInspector(const FileReader& files) : files_(files) {}
 
   [[nodiscard]] std::string InterfaceGuid(const std::string& componentFile,
-                                          const std::string& defaultText) const override;
+                                          const std::string& defaultText) const override {
+    const auto library = TypeLibraryOf(files_, componentFile);
+    const auto guid = library ? OwnInterfaceOf(*library) : std::string();
+    return guid.empty() ? defaultText : guid;
+  }
 
  private:
   const FileReader& files_;

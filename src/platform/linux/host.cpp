@@ -1,19 +1,40 @@
 #include "platform/linux/host.h"
 
+#include <algorithm>
 #include <cstdlib>
 
+#include "platform/code_page.h"
 #include "platform/linux/end_signal.h"
 #include "platform/linux/program_lock.h"
-#include "platform/linux/typed_path.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
+namespace {
+
+bool IsSeparator(char letter) {
+  return letter == '\\' || letter == '/';
+}
+
+bool IsWindowsPath(const std::string& typed) {
+  return typed.starts_with('\\') || (typed.size() > 2 && typed[1] == ':' && IsSeparator(typed[2]));
+}
+
+std::string WithSeparator(std::string path, char separator) {
+  std::replace_if(path.begin(), path.end(), IsSeparator, separator);
+  return path;
+}
+
+}  // namespace
 
 LinuxHost::LinuxHost(const std::optional<std::string>& prefix)
     : platform_(Prefix::Choose(prefix, Environment)) {}
 
 std::string LinuxHost::TypedPath(const std::string& typed) const {
-  return ProgramPathOf(platform_.GetPrefix(), typed);
+  // No file that the program can reach has a "\" in its name, so it separates here too.
+  if (!IsWindowsPath(typed)) return platform_.GetPrefix().WindowsPath(WithSeparator(typed, '/'));
+  const auto path = FromUtf8(WithSeparator(typed, '\\'));
+  if (!path) throw RuntimeError(ErrorNumber::BadFileName);
+  return *path;
 }
 
 std::optional<std::string> LinuxHost::ProgramPath(const std::string& hostPath) const {

@@ -1,13 +1,17 @@
 #pragma once
 
+#include <windows.h>
+
 #include "platform/clock.h"
 
 namespace gorbex {
 
-class WindowsClock : public Clock {
- public:
-  [[nodiscard]] CivilTime LocalNow() const override;
-  [[nodiscard]] std::chrono::milliseconds Elapsed() const override;
+struct WindowsClock : Clock {
+  [[nodiscard]] CivilTime LocalNow() const override {
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond};
+  }
 };
 
 }  // namespace gorbex

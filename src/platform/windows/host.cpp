@@ -4,19 +4,23 @@
 #include "platform/runtime_error.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/end_signal.h"
+#include "platform/windows/full_path.h"
 #include "platform/windows/program_lock.h"
-#include "platform/windows/typed_path.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex {
 
 std::string WindowsHost::TypedPath(const std::string& typed) const {
-  return ProgramPathOf(typed);
+  const auto text = FromUtf8(typed);
+  const auto full = text ? FullPathOf(*text) : std::nullopt;
+  const auto path = full ? FromWide(*full) : std::nullopt;
+  if (!path) throw RuntimeError(ErrorNumber::BadFileName);
+  return *path;
 }
 
 std::optional<std::string> WindowsHost::ProgramPath(const std::string& hostPath) const {
   try {
-    return ProgramPathOf(hostPath);
+    return TypedPath(hostPath);
   } catch (const RuntimeError&) {
     return std::nullopt;
   }

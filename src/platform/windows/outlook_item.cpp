@@ -4,8 +4,8 @@
 #include <array>
 #include <string_view>
 
-#include "platform/automatic_mail.h"
 #include "platform/code_page.h"
+#include "platform/header_fields.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {

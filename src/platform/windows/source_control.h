@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/file_system.h"
+#include "platform/git/initialisation_file.h"
 #include "platform/git/source_control.h"
 #include "platform/tool.h"
 #include "platform/windows/source_safe.h"
@@ -23,7 +24,12 @@ class WindowsSourceControl : public SourceControl {
   void Handle(EventPump& events) { sourceSafe_.Handle(events); }
 
   void Open(const std::string& iniPath, const std::string& user,
-            const std::string& password) override;
+            const std::string& password) override {
+    SourceControl* chosen = &sourceSafe_;
+    if (ReadGitSettings(files_, iniPath)) chosen = &git_;
+    chosen->Open(iniPath, user, password);
+    open_ = chosen;
+  }
   [[nodiscard]] bool KnowsUsers(const std::string& iniPath) const override {
     return git_.KnowsUsers(iniPath);
   }

@@ -9,7 +9,6 @@
 #include <vmime/mailboxList.hpp>
 #include <vmime/text.hpp>
 
-#include "platform/automatic_mail.h"
 #include "platform/header_fields.h"
 #include "platform/linux/mail/character_set.h"
 #include "platform/mail_address.h"
