@@ -44,6 +44,7 @@ TEST_F(SourceControlCommandsTest, SourceControlTellsWhatIsNotUnderIt) {
         << result.err;
   }
   EXPECT_EQ(run({"get", file, Group::Path("Till")}).err, "");
+  EXPECT_EQ(run({"label", file, "1.0", "-m", "", "--spec", "$/Till"}).status, 2);
   const Result label = run({"label", file, "1.0", "-m", "first"});
   EXPECT_EQ(label.status, 2);
   EXPECT_NE(label.err.find("Core.vbp: the first project is not under source control: --spec"),

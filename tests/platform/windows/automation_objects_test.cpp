@@ -44,7 +44,8 @@ TEST(AutomationObjects, AreHeardInTheirOwnWordsUnderTheirOwnNumber) {
   EXPECT_EQ(object->Get("Caption"), "caf\xE9");
   EXPECT_EQ(servers.Journal(), "Component.Caption = \"caf\u00E9\"\nComponent.Caption\n");
   const std::pair<std::string, std::string> cases[] = {
-      {"!80040201|own words", "-2147220991 own words"},
+      {"!80040201|caf\u00E9 \u0416", "-2147220991 caf\xE9 ?"},
+      {"!80020005|own words", "13 own words"},
       {"!800A0005|own words", "5 own words"},
       {"!0|own words", "440 own words"}};
   for (const auto& [failure, error] : cases) {
