@@ -23,7 +23,6 @@ class Pane : public wxPanel {
   void SetContent(wxWindow* content, EmptyHint* hint);
 
   void ShowEmpty(bool empty);
-  [[nodiscard]] CaptionDivider& Caption() { return *caption_; }
   [[nodiscard]] EmptyHint& Hint() { return *hint_; }
 
  private:

@@ -45,11 +45,9 @@ class LibraryReader {
         referencesLeft_(references_.Size() / kReferenceSize) {}
 
   [[nodiscard]] TypeLibrary Read() {
-    constexpr std::uint32_t kWin64 = 3;
     TypeLibrary library;
     library.guid = Guid(file_.U32(0x08));
     library.lcid = file_.U32(0x10);
-    library.is64Bit = (file_.U32(0x14) & 0xFU) == kWin64;
     library.major = file_.U16(0x18);
     library.minor = file_.U16(0x1A);
     library.flags = file_.U16(0x1C);

@@ -13,7 +13,6 @@ enum class TypeKind { Enum, Record, Module, Interface, Dispatch, Coclass, Alias,
 
 /// Bits of TypeInfo::flags.
 namespace type_flag {
-inline constexpr std::uint32_t kAppObject = 0x1;
 inline constexpr std::uint32_t kCanCreate = 0x2;
 inline constexpr std::uint32_t kHidden = 0x10;
 inline constexpr std::uint32_t kControl = 0x20;
@@ -37,7 +36,6 @@ struct TypeLibrary {
   std::uint16_t minor = 0;
   std::uint32_t lcid = 0;
   std::uint16_t flags = 0;
-  bool is64Bit = false;
   std::string name;
   std::string helpString;
   std::vector<TypeInfo> types;
