@@ -17,12 +17,9 @@ struct Switch {
 };
 
 constexpr std::array kSwitches = {
-    Switch{"/d", {}, &CommandLine::constants},
-    Switch{"/make", Task::Make, nullptr},
-    Switch{"/out", {}, &CommandLine::resultLog},
-    Switch{"/outdir", {}, &CommandLine::outputFolder},
-    Switch{"/regserver", Task::Install, nullptr},
-    Switch{"/run", Task::Run, nullptr},
+    Switch{"/d", {}, &CommandLine::constants},    Switch{"/make", Task::Make, nullptr},
+    Switch{"/out", {}, &CommandLine::resultLog},  Switch{"/outdir", {}, &CommandLine::outputFolder},
+    Switch{"/regserver", Task::Install, nullptr}, Switch{"/run", Task::Run, nullptr},
 };
 
 class Parser {
