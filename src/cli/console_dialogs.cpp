@@ -4,6 +4,7 @@
 #include <istream>
 #include <ostream>
 #include <string_view>
+#include <utility>
 
 #include "cli/text_output.h"
 #include "core/label_form.h"
@@ -107,6 +108,16 @@ std::optional<std::string> ConsoleDialogs::OpenFile(const FileChoice& choice) {
     if (auto path = fileOf ? fileOf(*typed) : FromUtf8(*typed)) return path;
     frame_.streams.err << *typed << ": no such file\n";
   }
+}
+
+std::vector<std::string> ConsoleDialogs::OpenFiles(const FileChoice& choice) {
+  std::vector<std::string> paths;
+  while (auto path = OpenFile(choice)) paths.push_back(std::move(*path));
+  return paths;
+}
+
+std::optional<std::string> ConsoleDialogs::OpenFileOrFolder(const FileChoice& choice) {
+  return Input(choice.title, "");
 }
 
 std::optional<std::string> ConsoleDialogs::SaveFile(const FileChoice& choice) {

@@ -17,8 +17,11 @@ class ConsoleDialogs : public Dialogs {
 
   Answer Show(const Message& message) override;
 
-  /// Asks until there is a file of the path typed, or nothing is typed.
+  /// Asks until there is a file of the path typed, or nothing is typed. Several files are asked for
+  /// one by one.
   std::optional<std::string> OpenFile(const FileChoice& choice) override;
+  std::vector<std::string> OpenFiles(const FileChoice& choice) override;
+  std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) override;
   std::optional<std::string> SaveFile(const FileChoice& choice) override;
   std::optional<std::string> BrowseForDir(const std::string& title) override;
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;

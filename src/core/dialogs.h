@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace gorbex {
 
@@ -22,8 +23,9 @@ struct Message {
 
 struct FileChoice {
   std::string title;
-  std::string filter;  ///< "Text|pattern|Text|pattern"
-  std::string name;    ///< the proposed name or pattern
+  std::string filter;     ///< "Text|pattern|Text|pattern"
+  std::string name;       ///< the proposed name or pattern
+  std::string purpose{};  ///< what the choice is for, where a front end has room for it
 };
 
 /// The answer that changes nothing and ends the asking command: for a front end that nobody
@@ -50,6 +52,11 @@ class Dialogs {
 
   virtual Answer Show(const Message& message) = 0;
   virtual std::optional<std::string> OpenFile(const FileChoice& choice) = 0;
+  /// None when it was cancelled.
+  virtual std::vector<std::string> OpenFiles(const FileChoice& choice) = 0;
+
+  /// A file as of OpenFile, or a folder.
+  virtual std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) = 0;
   virtual std::optional<std::string> SaveFile(const FileChoice& choice) = 0;
   virtual std::optional<std::string> BrowseForDir(const std::string& title) = 0;
   virtual std::optional<std::string> Input(const std::string& prompt,

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/dialogs.h"
 #include "core/signal.h"
@@ -21,6 +22,12 @@ class ObservedDialogs : public Dialogs {
   }
   std::optional<std::string> OpenFile(const FileChoice& choice) override {
     return frontEnd_.OpenFile(choice);
+  }
+  std::vector<std::string> OpenFiles(const FileChoice& choice) override {
+    return frontEnd_.OpenFiles(choice);
+  }
+  std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) override {
+    return frontEnd_.OpenFileOrFolder(choice);
   }
   std::optional<std::string> SaveFile(const FileChoice& choice) override {
     return frontEnd_.SaveFile(choice);

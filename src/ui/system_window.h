@@ -6,9 +6,10 @@
 
 namespace gorbex::ui {
 
-/// A pattern of a file filter ("*.bpf;*.vbp") as the system's file dialogs want it to find names in
-/// any letter case.
-[[nodiscard]] std::string FilePattern(const std::string& pattern);
+/// An entry of a file filter (a text and its pattern, such as "*.bpf") in the form "text|pattern"
+/// as the system's file dialogs want it: they find names in any letter case, and every program
+/// where an executable is asked for.
+[[nodiscard]] std::string FileFilter(const std::string& text, const std::string& pattern);
 
 /// Shows the user why this window delays the end of the session, until the window is destroyed.
 /// Does nothing where the system cannot show it.

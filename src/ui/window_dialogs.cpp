@@ -8,9 +8,13 @@
 #include <wx/textdlg.h>
 #include <wx/utils.h>
 
+#include <utility>
+
+#include "core/file_tools.h"
 #include "core/procedure.h"
 #include "core/text.h"
 #include "ui/event_loop_pump.h"
+#include "ui/file_or_folder_window.h"
 #include "ui/label_window.h"
 #include "ui/login_window.h"
 #include "ui/message_window.h"
@@ -20,6 +24,8 @@
 
 namespace gorbex::ui {
 namespace {
+
+constexpr long kOpen = wxFD_OPEN | wxFD_FILE_MUST_EXIST;
 
 wxString TitleOf(const std::string& title, const wxString& otherwise) {
   return title.empty() ? otherwise : ToWx(title);
@@ -32,12 +38,12 @@ std::string WholeFilter(const std::string& filter) {
 
 wxString WildcardOf(const std::string& filter) {
   if (filter.empty()) return wxFileSelectorDefaultWildcardStr;
+  const std::string whole = WholeFilter(filter);
+  const auto parts = Split(whole, '|');
   wxString wildcard;
-  bool isPattern = false;
-  for (const auto part : Split(WholeFilter(filter), '|')) {
+  for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
     if (!wildcard.empty()) wildcard += '|';
-    wildcard += ToWx(isPattern ? FilePattern(std::string(part)) : std::string(part));
-    isPattern = !isPattern;
+    wildcard += ToWx(FileFilter(std::string(parts[i]), std::string(parts[i + 1])));
   }
   return wildcard;
 }
@@ -71,25 +77,57 @@ Answer WindowDialogs::Show(const Message& message) {
   return box.Ask().value_or(isYesOrNo ? Answer::Cancel : SafeAnswer(message.buttons));
 }
 
+void WindowDialogs::TellUnusable(const wxString& path) {
+  Show({FromWx(path) +
+            " holds a character that is not in the system's code page, or in no Windows path.",
+        Buttons::Ok, MessageIcon::Exclamation});
+}
+
 std::optional<std::string> WindowDialogs::Chosen(const wxString& hostPath) {
   auto path = host_.ProgramPath(hostPath.utf8_string());
-  if (!path) {
-    Show({FromWx(hostPath) +
-              " holds a character that is not in the system's code page, or in no Windows path.",
-          Buttons::Ok, MessageIcon::Exclamation});
-  }
+  if (!path) TellUnusable(hostPath);
   return path;
 }
 
-std::optional<std::string> WindowDialogs::ChooseFile(const FileChoice& choice, long style) {
+std::optional<std::string> WindowDialogs::Typed(const wxString& path) {
+  try {
+    return host_.TypedPath(path.utf8_string());
+  } catch (const RuntimeError&) {
+    TellUnusable(path);
+    return std::nullopt;
+  }
+}
+
+wxString WindowDialogs::FolderFor(const std::string& chooser) {
+  const std::string project = buildProject_ ? buildProject_() : "";
+  const std::string beside = project.empty() ? "" : host_.HostPath(StripPath(project));
+  const std::string folder = folders_.Begin(chooser, beside);
+  return wxString::FromUTF8(folder.empty() ? host_.FirstFolder() : folder);
+}
+
+wxArrayString WindowDialogs::ChooseFiles(const FileChoice& choice, long style) {
   const bool isPattern = choice.name.find('*') != std::string::npos;
-  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(host_.FirstFolder());
-  wxFileDialog dialog(Parent(), TitleOf(choice.title, "Save"), lastFolder_,
+  wxFileDialog dialog(Parent(), TitleOf(choice.title, "Save"), FolderFor(choice.title),
                       isPattern ? wxString() : ToWx(choice.name), WildcardOf(choice.filter), style);
-  if (dialog.ShowModal() != wxID_OK) return std::nullopt;
-  lastFolder_ = dialog.GetDirectory();
-  if ((style & wxFD_SAVE) == 0) return Chosen(dialog.GetPath());
-  return ChosenWithExtension(dialog.GetPath(), choice.filter);
+  wxArrayString paths;
+  if (dialog.ShowModal() != wxID_OK) return paths;
+  dialog.GetPaths(paths);
+  if (!paths.empty()) {
+    folders_.Remember(choice.title, wxFileName(paths[0]).GetPath().utf8_string());
+  }
+  return paths;
+}
+
+wxString WindowDialogs::ChooseFile(const FileChoice& choice, long style) {
+  const wxArrayString paths = ChooseFiles(choice, style);
+  return paths.empty() ? wxString() : paths[0];
+}
+
+wxString WindowDialogs::ChooseFolder(const std::string& title) {
+  wxDirDialog dialog(Parent(), ToWx(title), FolderFor(title), wxDD_DEFAULT_STYLE);
+  if (dialog.ShowModal() != wxID_OK) return {};
+  folders_.Remember(title, dialog.GetPath().utf8_string());
+  return dialog.GetPath();
 }
 
 // A name typed without its extension gets the one that the filter asks for. The file dialog has not
@@ -108,18 +146,33 @@ std::optional<std::string> WindowDialogs::ChosenWithExtension(const wxString& ho
 }
 
 std::optional<std::string> WindowDialogs::OpenFile(const FileChoice& choice) {
-  return ChooseFile(choice, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  const wxString chosen = ChooseFile(choice, kOpen);
+  return chosen.empty() ? std::nullopt : Chosen(chosen);
+}
+
+std::vector<std::string> WindowDialogs::OpenFiles(const FileChoice& choice) {
+  std::vector<std::string> paths;
+  for (const wxString& chosen : ChooseFiles(choice, kOpen | wxFD_MULTIPLE)) {
+    if (auto path = Chosen(chosen)) paths.push_back(std::move(*path));
+  }
+  return paths;
+}
+
+std::optional<std::string> WindowDialogs::OpenFileOrFolder(const FileChoice& choice) {
+  FileOrFolderWindow window(
+      Parent(), choice, [&] { return ChooseFile(choice, kOpen); },
+      [&] { return ChooseFolder(choice.title); });
+  return window.ShowModal() == wxID_OK ? Typed(window.Path()) : std::nullopt;
 }
 
 std::optional<std::string> WindowDialogs::SaveFile(const FileChoice& choice) {
-  return ChooseFile(choice, wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  const wxString chosen = ChooseFile(choice, wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  return chosen.empty() ? std::nullopt : ChosenWithExtension(chosen, choice.filter);
 }
 
 std::optional<std::string> WindowDialogs::BrowseForDir(const std::string& title) {
-  if (lastFolder_.empty()) lastFolder_ = wxString::FromUTF8(host_.FirstFolder());
-  wxDirDialog dialog(Parent(), ToWx(title), lastFolder_, wxDD_DEFAULT_STYLE);
-  if (dialog.ShowModal() != wxID_OK) return std::nullopt;
-  return Chosen(dialog.GetPath());
+  const wxString chosen = ChooseFolder(title);
+  return chosen.empty() ? std::nullopt : Chosen(chosen);
 }
 
 std::optional<std::string> WindowDialogs::Input(const std::string& prompt,

@@ -6,11 +6,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/dialogs.h"
 #include "core/label_form.h"
 #include "core/login_form.h"
 #include "core/options_form.h"
+#include "core/text.h"
 #include "tests/support/journal.h"
 
 namespace gorbex::test {
@@ -54,7 +56,8 @@ class ScriptedDialogs : public Dialogs {
 
   std::deque<Answer> answers;
   std::optional<Answer> toReports;  ///< to every error report for which nothing is queued
-  std::deque<std::optional<std::string>> choices;  ///< of files, folders and inputs alike
+  /// Of files, folders and inputs alike; several files are separated by "|".
+  std::deque<std::optional<std::string>> choices;
   // What the user does in the forms.
   std::function<void(frmOptions&)> useOptions;
   std::function<void(frmLogin&)> useLogin;
@@ -78,6 +81,15 @@ class ScriptedDialogs : public Dialogs {
   }
   std::optional<std::string> OpenFile(const FileChoice& choice) override {
     return Choose("open " + choice.title + "|" + choice.filter + "|" + choice.name);
+  }
+  std::vector<std::string> OpenFiles(const FileChoice& choice) override {
+    const auto files = OpenFile(choice);
+    if (!files) return {};
+    const auto paths = Split(*files, '|');
+    return {paths.begin(), paths.end()};
+  }
+  std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) override {
+    return Choose("open or folder " + choice.title + "|" + choice.filter + "|" + choice.name);
   }
   std::optional<std::string> SaveFile(const FileChoice& choice) override {
     return Choose("save " + choice.title + "|" + choice.filter + "|" + choice.name);

@@ -6,6 +6,7 @@
 #include <wx/textctrl.h>
 
 #include "tests/ui/window_fixture.h"
+#include "ui/file_or_folder_window.h"
 #include "ui/label_window.h"
 #include "ui/login_window.h"
 #include "ui/options_window.h"
@@ -168,6 +169,25 @@ TEST_F(FormsTest, MessagesAreAnsweredByTheirButtons) {
     EXPECT_EQ(windows.Show({text, row.buttons, row.icon}), row.answer)
         << static_cast<int>(row.buttons) << " " << row.key;
   }
+}
+
+TEST_F(FormsTest, AFileOrFolderIsTypedOrChosen) {
+  int asked = 0;
+  const auto choose = [&]() -> wxString { return ++asked == 1 ? "" : "C:\\Chosen"; };
+  ui::FileOrFolderWindow window(frame, {"New", "Groups (*.vbg)|*.vbg", "*.vbg", "For a test."},
+                                choose, [] { return wxString(); });
+  User::Then([&] {
+    User::Waits();
+    EXPECT_FALSE(window.FindWindow(wxID_OK)->IsEnabled());
+    user.Types("x");
+    EXPECT_TRUE(window.FindWindow(wxID_OK)->IsEnabled());
+    user.Clicks(The<wxButton>("cmdFile"));
+    EXPECT_EQ(window.Path(), "x") << "cancelled";
+    user.Clicks(The<wxButton>("cmdFile"));
+    user.Presses(WXK_RETURN);
+  });
+  EXPECT_EQ(window.ShowModal(), wxID_OK);
+  EXPECT_EQ(window.Path(), "C:\\Chosen");
 }
 
 TEST_F(FormsTest, TheSystemsWishToEndWaitsForAnOpenForm) {

@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "ui/chooser_folders.h"
 #include "ui/column_widths.h"
 #include "ui/window_place.h"
 
@@ -40,6 +41,19 @@ TEST(WindowArguments, NameOneFileAndAPrefixWhereThereIsOne) {
     EXPECT_EQ(arguments.typed, typed) << first;
     EXPECT_EQ(arguments.prefix.value_or(""), prefix) << first;
   }
+}
+
+TEST(ChooserFolders, BeginBesideTheBuildProjectAndThenWhereTheyWereLast) {
+  ChooserFolders folders;
+  EXPECT_EQ(folders.Begin("open", ""), "");
+  folders.Remember("open", "/a");
+  EXPECT_EQ(folders.Begin("add", ""), "/a") << "nothing is open yet";
+  EXPECT_EQ(folders.Begin("add", "/project"), "/project");
+  folders.Remember("add", "/b");
+  EXPECT_EQ(folders.Begin("add", "/project"), "/b");
+  EXPECT_EQ(folders.Begin("open", "/project"), "/project");
+  EXPECT_EQ(folders.Begin("add", ""), "/b") << "a new one has no folder yet";
+  EXPECT_EQ(folders.Begin("add", "/other"), "/other");
 }
 
 TEST(WindowPlace, StaysWhereItCanBeTakenHoldOf) {

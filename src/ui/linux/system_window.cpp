@@ -3,11 +3,10 @@
 #include <cctype>
 
 namespace gorbex::ui {
+namespace {
 
-// "*.b" as "*.[bB]": the toolkit's patterns tell the cases of letters apart. Programs have any name
-// here.
-std::string FilePattern(const std::string& pattern) {
-  if (pattern == "*.exe") return "*";
+// "*.b" as "*.[bB]": the toolkit's patterns tell the cases of letters apart.
+std::string InAnyCase(const std::string& pattern) {
   std::string any;
   for (const char letter : pattern) {
     const auto byte = static_cast<unsigned char>(letter);
@@ -16,6 +15,14 @@ std::string FilePattern(const std::string& pattern) {
     any += lower == upper ? std::string(1, letter) : std::string{'[', lower, upper, ']'};
   }
   return any;
+}
+
+}  // namespace
+
+// Programs of this system have any name.
+std::string FileFilter(const std::string& text, const std::string& pattern) {
+  const std::string programs = pattern == "*.exe" ? "All programs|*|" : "";
+  return programs + text + "|" + InAnyCase(pattern);
 }
 
 void TellWhySessionWaits(wxWindow& /*window*/, const wxString& /*why*/) {}

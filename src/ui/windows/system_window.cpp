@@ -4,8 +4,8 @@
 
 namespace gorbex::ui {
 
-std::string FilePattern(const std::string& pattern) {
-  return pattern;
+std::string FileFilter(const std::string& text, const std::string& pattern) {
+  return text + "|" + pattern;
 }
 
 void TellWhySessionWaits(wxWindow& window, const wxString& why) {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace gorbex::ui {
+
+/// Where the choosers of files and folders begin: beside the open build project, and each where it
+/// was last after that. Paths are the host's, in UTF-8.
+class ChooserFolders {
+ public:
+  /// The folder for a chooser, known by its title; empty when there is none. `project` is the
+  /// folder of the open build project; all choosers begin there anew when it is another one.
+  [[nodiscard]] std::string Begin(const std::string& chooser, const std::string& project);
+
+  /// Where something was chosen.
+  void Remember(const std::string& chooser, const std::string& folder);
+
+ private:
+  std::string project_;
+  std::string last_;  ///< of any chooser, for those that begin with no build project open
+  std::map<std::string, std::string> folders_;
+};
+
+}  // namespace gorbex::ui
