@@ -30,7 +30,7 @@ void CompiledProjects::MarkWhenDone() {
   const Work& work = uses_.work;
   if (!isStale_ || !work.MayBuild() || work.Goes(Task::Request)) return;
   isStale_ = false;
-  for (const TreeNode* project : uses_.window.ProjectNodes()) uses_.display.MarkProject(*project);
+  uses_.display.MarkAll();
   uses_.display.RefreshReferences();
 }
 

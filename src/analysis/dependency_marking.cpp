@@ -122,6 +122,12 @@ void DependencyMarking::Scan(const Mark& mark) {
     }
     on([&] { window_.SetStatus("Dependancy scan now complete."); });
   });
+  marked.Emit();
+}
+
+void DependencyMarking::MarkAll() {
+  for (const TreeNode* project : window_.ProjectNodes()) MarkProject(*project);
+  marked.Emit();
 }
 
 }  // namespace gorbex

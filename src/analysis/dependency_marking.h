@@ -32,6 +32,10 @@ class DependencyMarking {
 
   /// Marks every node of the tree again.
   void mnuToolsDependancies_Click();
+  void MarkAll();  ///< without a word in status bar and log
+
+  /// Every node of the tree has been marked.
+  Signal<> marked;
 
  private:
   using Mark = std::function<void(TreeNode& project, TreeNode& node)>;

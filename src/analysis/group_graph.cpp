@@ -194,4 +194,16 @@ std::vector<std::vector<std::size_t>> GroupGraph::Cycles() const {
   return components;
 }
 
+std::vector<std::vector<std::string>> CyclesOf(const GroupGraph& graph,
+                                               const MemberCollection& members) {
+  std::vector<std::string> paths;
+  for (const auto& member : members) paths.push_back(member->path);
+  std::vector<std::vector<std::string>> cycles;
+  for (const auto& cycle : graph.Cycles()) {
+    auto& names = cycles.emplace_back();
+    for (const std::size_t project : cycle) names.push_back(paths[project]);
+  }
+  return cycles;
+}
+
 }  // namespace gorbex

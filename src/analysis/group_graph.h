@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "analysis/group_dependency.h"
@@ -40,5 +41,9 @@ class GroupGraph {
 
   std::vector<std::vector<std::size_t>> uses_;
 };
+
+/// As Cycles, by the paths of the projects.
+[[nodiscard]] std::vector<std::vector<std::string>> CyclesOf(const GroupGraph& graph,
+                                                             const MemberCollection& members);
 
 }  // namespace gorbex

@@ -87,6 +87,23 @@ ListRow* ProjectDisplay::RowOfSelectedNode() const {
   return project == nullptr ? nullptr : window_.lvwQueue.Find(project->Text());
 }
 
+bool ProjectDisplay::ShowReference(const std::string& project, const std::string& reference) {
+  TreeNode* node = window_.tvwProjects.Find(NodeKey(node_prefix::kProject, project));
+  if (node == nullptr) return false;
+  window_.tvwProjects.Select(node);
+  ShowProjectDetails(*node);
+  // The list has a row for each of these nodes, in the same order.
+  std::size_t position = 0;
+  std::size_t found = 0;
+  ForEachReference(*node, [&](const TreeNode& each) {
+    ++position;
+    if (found == 0 && each.Text() == reference) found = position;
+  });
+  if (found >= 1 && found <= window_.lvwData.Count())
+    window_.lvwData.Select(&window_.lvwData.At(found));
+  return true;
+}
+
 void ProjectDisplay::RefreshReferences() {
   ListView& list = window_.lvwData;
   const std::string shown = list.Tag();

@@ -38,6 +38,10 @@ class ProjectDisplay : public ProjectViews {
   /// Selects the row of the project that the tree's selected node belongs to.
   void FollowTree();
 
+  /// Selects a project in the tree and one of its references, by its whole value, in the detail
+  /// list. False when the project is not in the tree.
+  bool ShowReference(const std::string& project, const std::string& reference);
+
   /// Fills the detail list again with new verdicts; the selection stays.
   void RefreshReferences();
 
@@ -51,6 +55,7 @@ class ProjectDisplay : public ProjectViews {
                          const std::string& newText);
 
   void MarkReferenceNode(TreeNode& node) { marking_.MarkReferenceNode(node); }
+  void MarkAll() { marking_.MarkAll(); }
   void MarkProject(const TreeNode& project) override { marking_.MarkProject(project); }
   void ScanLoadedProjects() override { marking_.ScanLoadedProjects(); }
   void RefreshQueue() override { queue_.RefreshQueue(); }

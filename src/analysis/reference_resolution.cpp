@@ -30,14 +30,14 @@ Verdict ReferenceResolution::RefType(std::string_view guid, std::string_view ver
   Verdict verdict{Image::VbReference, "Reference OK", ""};
   Procedure(report_, ": frmBuilder.RefType").Run([&](Procedure& on) {
     if (!on([&] { return IsvalidRef(guid); })) {
-      verdict.text = "Invalid GUID";
+      verdict.text = kInvalidGuid;
       verdict.image = Image::InvalidReference;
       return;
     }
     const std::string library = on([&] { return LibraryPath(guid, version); });
     verdict.registryPath = LowerCase(library);
     if (on([&] { return library.empty() || !FileExists(files_, library); })) {
-      verdict.text = "No Path for this GUID in registry";
+      verdict.text = kNoPath;
       verdict.image = Image::InvalidReference;
       return;
     }

@@ -11,6 +11,10 @@
 
 namespace gorbex {
 
+// The verdicts on what InvalidReference marks.
+inline constexpr std::string_view kInvalidGuid = "Invalid GUID";
+inline constexpr std::string_view kNoPath = "No Path for this GUID in registry";
+
 /// The registry's answer about one reference.
 struct Verdict {
   Image image = Image::None;

@@ -6,12 +6,13 @@ namespace gorbex {
 
 void TreeCommands::mnuTreePopupAddProject_Click() {
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
-    const auto path = on([&] {
-      return dialogs_.OpenFile(
+    const auto paths = on([&] {
+      return dialogs_.OpenFiles(
           {"Select a VB Project to add to the list", "VB Project Files (*.vbp)|*.vbp", "*.vbp"});
     });
-    if (!path) return;
-    if (on([&] { return FileExists(files_, *path); })) on([&] { reader_.ReadProject(*path); });
+    if (paths.empty()) return;
+    // What cannot be read, or is gone meanwhile, is among the findings.
+    for (const std::string& path : paths) on([&] { reader_.ReadProject(path); });
     on([&] { window_.SetStatus("Re-Checking references"); });
     on([&] { views_.mnuToolsDependancies_Click(); });
     on([&] { window_.SetStatus("Project Loaded"); });

@@ -5,7 +5,6 @@
 #include "core/project_file_reader.h"
 #include "core/project_findings.h"
 #include "core/project_views.h"
-#include "platform/file_system.h"
 
 namespace gorbex {
 
@@ -13,14 +12,10 @@ namespace gorbex {
 class TreeCommands {
  public:
   TreeCommands(frmBuilder& window, ProjectFileReader& reader, ProjectViews& views,
-               ProjectFindings& findings, const FileReader& files, Dialogs& dialogs)
-      : window_(window),
-        reader_(reader),
-        views_(views),
-        findings_(findings),
-        files_(files),
-        dialogs_(dialogs) {}
+               ProjectFindings& findings, Dialogs& dialogs)
+      : window_(window), reader_(reader), views_(views), findings_(findings), dialogs_(dialogs) {}
 
+  /// Adds one project or several; tells which of them cannot be read.
   void mnuTreePopupAddProject_Click();
   void mnuTreePopupRemoveProject_Click();
 
@@ -29,7 +24,6 @@ class TreeCommands {
   ProjectFileReader& reader_;
   ProjectViews& views_;
   ProjectFindings& findings_;
-  const FileReader& files_;
   Dialogs& dialogs_;
 };
 

@@ -32,7 +32,7 @@ bool IsRowSelected(const ListView& list) {
 // A run walks the queue and its projects.
 void OfferFileMenu(MainMenu& menu, const Work& work) {
   const Possible possible = [&work] { return work.MayChangeQueue(); };
-  Offer({&menu.mnuFileNew, &menu.mnuFileOpen}, possible);
+  Offer({&menu.mnuFileNew, &menu.mnuFileNewFrom, &menu.mnuFileOpen}, possible);
   for (Command& entry : menu.mnuFileMRU) entry.SetPossible(possible);
   menu.mnuFileBuild.SetPossible([&work] { return work.MayBuild() && work.MayUseSourceControl(); });
 }
@@ -81,6 +81,7 @@ void OfferTreeMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
 }
 
 void OfferToolsMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
+  menu.mnuToolsMissing.SetPossible([&] { return HasProjects(window.tvwProjects); });
   Offer({&menu.mnuToolsLabel, &menu.mnuToolsHighlight}, [&] { return work.MayUseSourceControl(); });
   Offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
         [&] { return work.MayUseSourceControl() && menu.mnuToolsGetLatest.enabled.Get(); });

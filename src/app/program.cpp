@@ -23,8 +23,11 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       findings(reader),
       buildProject({window, platform.files, registry, options, log, dialogs, report, reader,
                     display, findings}),
-      treeCommands(window, reader, display, findings, platform.files, dialogs),
+      newBuildProject({window, platform.files, options, dialogs, report, buildProject, reader,
+                       findings, display, queue, group}),
+      treeCommands(window, reader, display, findings, dialogs),
       search(window, display),
+      missingList(missing, window, display, marking),
       referenceUpdate(window, platform.files, registry, platform.components, display, report),
       replaced(platform.files, log, platform.programFolder),
       compiler(window, registry, dialogs),
@@ -70,6 +73,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
 void Program::ConnectFileMenu() {
   MainMenu& menu = window.menu;
   menu.mnuFileNew.SetHandler([this] { buildProject.mnuFileNew_Click(); });
+  menu.mnuFileNewFrom.SetHandler([this] { newBuildProject.mnuFileNewFrom_Click(); });
   menu.mnuFileOpen.SetHandler([this] { buildProject.mnuFileOpen_Click(); });
   menu.mnuFileSave.SetHandler([this] { buildProject.mnuFileSave_Click(); });
   menu.mnuFileSaveAs.SetHandler([this] { buildProject.mnuFileSaveAs_Click(); });
@@ -112,6 +116,7 @@ void Program::ConnectToolsMenu() {
   menu.mnuToolsBuildOptions.SetHandler([this] { settings.mnuToolsBuildOptions_Click(); });
   menu.mnuWindowViewLogs.SetHandler([this] { logViewer.mnuWindowViewLogs_Click(); });
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
+  menu.mnuToolsMissing.SetHandler([this] { missingList.mnuToolsMissing_Click(); });
   menu.mnuDataPopupReg.SetHandler([this] { registration.mnuDataPopupReg_Click(); });
   menu.mnuDataPopupUnReg.SetHandler([this] { registration.mnuDataPopupUnReg_Click(); });
   menu.mnuTreePopupAddProject.SetHandler([this] { treeCommands.mnuTreePopupAddProject_Click(); });

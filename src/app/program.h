@@ -6,6 +6,8 @@
 #include "analysis/compiled_projects.h"
 #include "analysis/dependency_marking.h"
 #include "analysis/group_dependency.h"
+#include "analysis/missing_list.h"
+#include "analysis/new_build_project.h"
 #include "analysis/project_display.h"
 #include "analysis/project_search.h"
 #include "analysis/queue_marks.h"
@@ -32,6 +34,7 @@
 #include "core/log_viewer.h"
 #include "core/logs_form.h"
 #include "core/main_window.h"
+#include "core/missing_form.h"
 #include "core/observed_dialogs.h"
 #include "core/options.h"
 #include "core/procedure.h"
@@ -80,8 +83,11 @@ class Program {
   ProjectFileReader reader;
   ProjectFindings findings;
   BuildProjectFile buildProject;
+  NewBuildProject newBuildProject;
   TreeCommands treeCommands;
   ProjectSearch search;
+  frmMissing missing;
+  MissingList missingList;
   ReferenceUpdate referenceUpdate;
 
   ReplacedValues replaced;

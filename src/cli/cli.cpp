@@ -20,6 +20,7 @@ void AddCommands(CLI::App& app, Frame& frame) {
   AddReferencesCommand(app, frame);
   AddQueueCommand(app, frame);
   AddGraphCommand(app, frame);
+  AddMissingCommand(app, frame);
   AddInitCommand(app, frame);
   AddValueCommand(app, frame);
   AddRegisterCommands(app, frame);

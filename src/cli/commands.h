@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "analysis/group_graph.h"
 #include "app/program.h"
 #include "cli/frame.h"
 #include "cli/session.h"
@@ -17,6 +16,7 @@ void AddReferencesCommand(CLI::App& app, Frame& frame);
 void AddQueueCommand(CLI::App& app, Frame& frame);
 void AddGraphCommand(CLI::App& app, Frame& frame);
 void AddInitCommand(CLI::App& app, Frame& frame);
+void AddMissingCommand(CLI::App& app, Frame& frame);
 void AddValueCommand(CLI::App& app, Frame& frame);
 void AddRegisterCommands(CLI::App& app, Frame& frame);
 void AddSettingsCommand(CLI::App& app, Frame& frame);
@@ -32,7 +32,7 @@ CLI::App& AddJsonCommand(CLI::App& app, Frame& frame, const std::string& name,
 void AddAnswers(CLI::App& command, Frame& frame);
 
 /// Names every circle of projects with all its members.
-void WarnOfCycles(Session& session, const GroupGraph& graph);
+void WarnOfCycles(const Session& session, const std::vector<std::vector<std::string>>& cycles);
 
 /// A typed build folder in the form the program keeps it: with a trailing "\".
 [[nodiscard]] std::string BuildFolder(const Session& session, const std::string& typed);

@@ -62,20 +62,16 @@ void Graph(Frame& frame, const std::string& file) {
   } else {
     WriteDot(frame.streams.out, graph, members);
   }
-  WarnOfCycles(session, graph);
+  WarnOfCycles(session, CyclesOf(graph, collection));
 }
 
 }  // namespace
 
-void WarnOfCycles(Session& session, const GroupGraph& graph) {
-  const auto cycles = graph.Cycles();
-  if (cycles.empty()) return;
-  const auto members = Numbered(session.program().window.ProjectMembers);
+void WarnOfCycles(const Session& session, const std::vector<std::vector<std::string>>& cycles) {
   for (const auto& cycle : cycles) {
     std::string names;
-    for (const std::size_t project : cycle) {
-      names.append(names.empty() ? "" : ", ").append(Plain(members[project]->path));
-    }
+    for (const std::string& path : cycle)
+      names.append(names.empty() ? "" : ", ").append(Plain(path));
     session.Warn("these projects use one another in a circle: " + names);
   }
 }

@@ -333,16 +333,19 @@ bool BuildProjectFile::OpenProject(const std::string& path, Unread unread) {
   return loaded;
 }
 
+void BuildProjectFile::BeginNew() {
+  uses_.window.ClearBuildProject();
+  SetTitle("");
+  uses_.window.fileName.clear();
+  leftOut_.clear();
+  ForgetMissing();
+  uses_.window.ProjectChanged = false;
+  kept_.reset();
+}
+
 void BuildProjectFile::mnuFileNew_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileNew_Click").Run([&](Procedure& on) {
-    if (!OfferToSave(on)) return;
-    on([&] { uses_.window.ClearBuildProject(); });
-    on([&] { SetTitle(""); });
-    uses_.window.fileName.clear();
-    leftOut_.clear();
-    ForgetMissing();
-    uses_.window.ProjectChanged = false;
-    kept_.reset();
+    if (OfferToSave(on)) on([&] { BeginNew(); });
   });
 }
 

@@ -82,6 +82,9 @@ class BuildProjectFile {
   /// Reads the recent files into the menu.
   void ShowRecentFiles();
 
+  /// Puts an empty build project without a file in place of the open one.
+  void BeginNew();
+
   // These three offer to save first.
   void mnuFileNew_Click();
   void mnuFileOpen_Click();

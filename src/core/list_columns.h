@@ -22,6 +22,15 @@ inline constexpr std::size_t kDescription = 4;
 inline constexpr std::size_t kVerdict = 5;
 }  // namespace reference_column
 
+/// The numbers of the sub-items in the list of missing components.
+namespace missing_column {
+inline constexpr std::size_t kProjects = 1;
+inline constexpr std::size_t kVersion = 2;
+inline constexpr std::size_t kFile = 3;
+inline constexpr std::size_t kGuid = 4;
+inline constexpr std::size_t kVerdict = 5;
+}  // namespace missing_column
+
 /// The queue's texts for the compatibility column.
 [[nodiscard]] inline std::string CompatibilityText(bool isCompatible) {
   return isCompatible ? "Compatible" : "NOT Compatible!";

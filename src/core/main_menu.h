@@ -11,6 +11,7 @@ inline constexpr std::size_t kRecentFiles = 4;
 /// Every menu entry of the main window and of its pop-up menus.
 struct MainMenu {
   Command mnuFileNew{"mnuFileNew", "&New", "Ctrl+N"};
+  Command mnuFileNewFrom{"mnuFileNewFrom", "New &from Group or Folder...", "Ctrl+Shift+N"};
   Command mnuFileOpen{"mnuFileOpen", "&Open...", "Ctrl+O"};
   Command mnuFileSave{"mnuFileSave", "&Save", "Ctrl+S"};
   Command mnuFileSaveAs{"mnuFileSaveAs", "Save &As...", "Ctrl+Shift+S"};
@@ -46,6 +47,7 @@ struct MainMenu {
   Command mnuToolsVersion{"mnuToolsVersion", "&Version..."};
   Command mnuToolsBuildOptions{"mnuToolsBuildOptions", "Build &Options...", "Ctrl+,"};
   Command mnuToolsDependancies{"mnuToolsDependancies", "Scan &Dependancies", "Ctrl+D"};
+  Command mnuToolsMissing{"mnuToolsMissing", "&Missing Components...", "Ctrl+Shift+D"};
   Command mnuToolsInBox{"mnuToolsInBox", "Check &Inbox"};
   Command mnuToolsLogin{"mnuToolsLogin", "&Login..."};
   Command mnuToolsLabel{"mnuToolsLabel", "La&bel..."};

@@ -19,12 +19,13 @@ EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
   auto* label = new wxStaticText(this, wxID_ANY, text, wxDefaultPosition, wxDefaultSize,
                                  wxALIGN_CENTRE_HORIZONTAL);
   label->SetForegroundColour(HintColour());
-  auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+  // In a column, since a pane can be narrow.
+  auto* buttons = new wxBoxSizer(wxVERTICAL);
   for (Command* command : commands) {
     // By its id the button is greyed out together with the menu's entry.
     auto* button = new wxButton(this, ids.IdOf(*command), ToWx(command->caption.Get()));
     button->Bind(wxEVT_BUTTON, [command](wxCommandEvent&) { command->Execute(); });
-    buttons->Add(button, wxSizerFlags().Border(wxALL, FromDIP(4)));
+    buttons->Add(button, wxSizerFlags().Expand().Border(wxALL, FromDIP(4)));
   }
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->AddStretchSpacer(1);

@@ -22,7 +22,7 @@ FormWindow::FormWindow(wxWindow* parent, const wxString& title, const wxString& 
 }
 
 void FormWindow::ShowAsTold(bool visible) {
-  if (visible && !IsShown()) CentreOnParent();
+  if (visible && !IsShown()) Place();
   Show(visible);
   if (visible) Raise();
 }

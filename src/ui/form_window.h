@@ -15,6 +15,10 @@ class FormWindow : public wxDialog {
   FormWindow(wxWindow* parent, const wxString& title, const wxString& name, Property<bool>& visible,
              const std::function<void()>& unload);
 
+ protected:
+  /// Called before the window appears.
+  virtual void Place() { CentreOnParent(); }
+
  private:
   void ShowAsTold(bool visible);
 

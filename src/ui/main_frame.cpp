@@ -16,6 +16,7 @@
 #include "ui/icons.h"
 #include "ui/layout_store.h"
 #include "ui/logs_window.h"
+#include "ui/missing_window.h"
 #include "ui/project_drag.h"
 #include "ui/run_status_bar.h"
 #include "ui/select_control_window.h"
@@ -123,6 +124,7 @@ void MainFrame::OpenFolder() {
 // They stay beside the window for its whole life and show themselves when their state says so.
 void MainFrame::MakeForms() {
   new LogsWindow(this, program_.logs);
+  new MissingWindow(this, program_.missing, ids_);
   new SelectControlWindow(this, program_.selectControl,
                           [this] { program_.componentTest.frmSelectControl_Form_Unload(); });
   new TestControlWindow(this, program_.testControl,
@@ -179,8 +181,9 @@ Pane* MainFrame::MakeTreePane(wxWindow* parent) {
   tree_ = new ProjectTree(pane, program_.window.tvwProjects, TreeGesturesOf());
   pane->SetContent(tree_, new EmptyHint(pane, ids_,
                                         "No build project is open.\n"
-                                        "Open one, or add your VB projects.",
-                                        {&menu.mnuFileOpen, &menu.mnuTreePopupAddProject}));
+                                        "Open one, make one, or add your VB projects.",
+                                        {&menu.mnuFileOpen, &menu.mnuFileNewFrom,
+                                         &menu.mnuTreePopupAddProject}));
   return pane;
 }
 
@@ -297,6 +300,8 @@ void MainFrame::FollowState() {
     program_.display.FollowQueue();
   });
   follow(window.tvwProjects.selectionChanged, [this] { program_.display.FollowTree(); });
+  follow(program_.marking.marked, [this] { ShowMissing(); });
+  follow(window.tvwProjects.cleared, [this] { ShowMissing(); });
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
   follow(program_.changes.scanned,
@@ -383,6 +388,11 @@ void MainFrame::ShowEmptyPanes() {
   treePane_->ShowEmpty(!HasProjects(window.tvwProjects));
   dataPane_->ShowEmpty(window.lvwData.Tag().empty());
   queuePane_->ShowEmpty(window.lvwQueue.Count() == 0);
+}
+
+void MainFrame::ShowMissing() {
+  const auto components = program_.missingList.Refresh();
+  status_->ShowMissing(HasProjects(program_.window.tvwProjects) ? MissingText(components) : "");
 }
 
 void MainFrame::ShowPointer(MousePointer pointer) {

@@ -54,6 +54,7 @@ class MainFrame : public wxFrame {
   void FollowTimer();
   void ShowFailures();
   void ShowEmptyPanes();
+  void ShowMissing();
   void ShowPointer(MousePointer pointer);
   void Place();
   void MoveTo(const WindowPosition& position);

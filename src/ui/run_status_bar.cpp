@@ -15,7 +15,7 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
       gauge_(new wxGauge(this, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize,
                          wxGA_HORIZONTAL | wxGA_SMOOTH, wxDefaultValidator, "progress")),
       timer_(this) {
-  const int widths[] = {-1, FromDIP(80), FromDIP(230), FromDIP(140), FromDIP(70)};
+  const int widths[] = {-1, FromDIP(80), FromDIP(230), FromDIP(170), FromDIP(70)};
   SetFieldsCount(5, widths);
   gauge_->Hide();
   SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
@@ -39,6 +39,10 @@ void RunStatusBar::ShowChanged(std::size_t projects) {
   SetStatusText(projects == 1 ? wxString("1 changed project")
                               : wxString::Format("%zu changed projects", projects),
                 kCount);
+}
+
+void RunStatusBar::ShowMissing(const std::string& text) {
+  SetStatusText(ToWx(text), kGauge);
 }
 
 void RunStatusBar::Hear(const RunEvent& event) {

@@ -23,6 +23,9 @@ class RunStatusBar : public wxStatusBar {
   /// Shows how many projects a scan found changed, until the next scan or run.
   void ShowChanged(std::size_t projects);
 
+  /// Shows what the last scan found missing, except while a run's progress is in its place.
+  void ShowMissing(const std::string& text);
+
   /// Shows whether there are unsaved changes.
   void ShowUnsaved(bool unsaved);
 

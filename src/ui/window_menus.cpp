@@ -50,18 +50,20 @@ wxString ShortcutSuffix(const Command& command) {
 WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
     : frame_(frame), commands_(commands), ids_(ids), bar_(new wxMenuBar) {
   MainMenu& m = commands_;
-  AddMenu("&File", {&m.mnuFileNew, &m.mnuFileOpen, &m.mnuFileSave, &m.mnuFileSaveAs, nullptr,
-                    &m.mnuFileBuild, &m.mnuFileStop, &m.mnuFileGenScript, nullptr, &m.mnuFileExit});
+  AddMenu("&File",
+          {&m.mnuFileNew, &m.mnuFileNewFrom, &m.mnuFileOpen, &m.mnuFileSave, &m.mnuFileSaveAs,
+           nullptr, &m.mnuFileBuild, &m.mnuFileStop, &m.mnuFileGenScript, nullptr, &m.mnuFileExit});
   file_ = bar_->GetMenu(0);
   AddMenu("&Project", {&m.mnuTreePopupAddProject, &m.mnuTreePopupRemoveProject, nullptr,
                        &m.mnuTreePopupBuildNowDefault, &m.mnuTreePopupBuildNowNewLocation, nullptr,
                        &m.mnuTreePopupGetLatest, nullptr, &m.mnuDataPopupReg, &m.mnuDataPopupUnReg,
                        &m.mnuDataPopupBrowse});
   AddMenu("&Queue", QueueEntries());
-  AddMenu("&Tools", {&m.mnuToolsFind, &m.mnuToolsFindNext, &m.mnuToolsFindPrevious, nullptr,
-                     &m.mnuToolsDependancies, nullptr, &m.mnuToolsLogin, &m.mnuToolsGetLatest,
-                     &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox, nullptr,
-                     &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
+  AddMenu("&Tools",
+          {&m.mnuToolsFind, &m.mnuToolsFindNext, &m.mnuToolsFindPrevious, nullptr,
+           &m.mnuToolsDependancies, &m.mnuToolsMissing, nullptr, &m.mnuToolsLogin,
+           &m.mnuToolsGetLatest, &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox,
+           nullptr, &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
   AddMenu("&Window", {&m.mnuWindowFailed, &m.mnuWindowViewLogs, nullptr, &m.mnuWindowNextPane,
                       &m.mnuWindowPreviousPane});
   AddMenu("&Help", {&m.mnuHelpAbout});

@@ -111,13 +111,20 @@ TEST_F(ProjectDisplayTest, PopUpCommandsAddAndRemoveProjects) {
   const auto listening =
       window.stbStatus.changed.Connect([&](const std::string& text) { status += text + "|"; });
   auto& app = group.Executable("App").Uses("Core");
-  dialogs.choices = {"C:\\gone.vbp", app.Path()};
+  platform.files.AddFile("C:\\second.vbp", "Name=\"Second\"\r\n");
+  dialogs.choices = {"C:\\gone.vbp", app.Path() + "|C:\\gone.vbp|C:\\second.vbp"};
+  std::string told;
+  const auto hearing =
+      program.findings.told.Connect([&](const std::string& text) { told += text; });
   window.menu.mnuTreePopupAddProject.Execute();
   EXPECT_EQ(status,
             "Re-Checking references|Scanning dependancies, please wait.|"
             "Dependancy scan now complete.|Project Loaded|");
+  EXPECT_NE(std::exchange(told, "").find("C:\\gone.vbp: "), std::string::npos);
   window.menu.mnuTreePopupAddProject.Execute();
   EXPECT_TRUE(window.ProjectChanged);
+  EXPECT_NE(told.find("C:\\gone.vbp: "), std::string::npos) << "the others are added all the same";
+  EXPECT_TRUE(window.ProjectMembers.Contains("C:\\second.vbp"));
   const TreeNode& reference = window.tvwProjects.Item("r-1" + app.Path());
   EXPECT_EQ(ImageKey(reference.ImageOf()), "dependancy");
 

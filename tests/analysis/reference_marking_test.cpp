@@ -1,3 +1,4 @@
+#include "analysis/missing_components.h"
 #include "core/reference_value.h"
 #include "tests/support/program_fixture.h"
 
@@ -90,6 +91,36 @@ TEST_F(ReferenceMarkingTest, TreeMarksOwnBinaryAsDependantAndListDoesNot) {
   for (const auto& row : program.window.lvwData.Rows())
     icons.append(ImageKey(row->Icon())).append(" ");
   EXPECT_EQ(icons, "invalidreference dependancy vbreference ");
+}
+
+TEST_F(ReferenceMarkingTest, MissingComponentsAreGatheredFromTheMarks) {
+  group.Library("Core").Uses("Core").Line("Object={ocx}#2.0#0; GRID.OCX").Line("Reference=broken");
+  group.Library("Fine")
+      .Line("Reference=*\\G{A}#1.0#0#C:\\Lib\\A.dll#A")
+      .Line("Object={A}#1.0#0; a");
+  group.Library("Late")
+      .Line("Reference=*\\G{OCX}#2.0#0#..\\GRID.OCX#Grid Control")
+      .Line("Object={OCX}#2.0#0; Grid.ocx")
+      .Line("Reference=*\\AOther.vbp")
+      .Line("Reference=*\\G{OCX}#3.0#0#C:\\x\\Grid3.ocx#")
+      .Line("Reference=*\\G{GONE}#1.0#0#C:\\Lib\\Gone.dll#Gone");
+  program.buildProject.LoadProject(group.BuildProject());
+  platform.registry.AddText(RegistryRoot::ClassesRoot, "TypeLib\\{OCX}\\2.0\\0\\win32", "", "x");
+  std::string text;
+  for (const MissingComponent& missing : MissingComponents(program.window)) {
+    text += missing.name + "|" + missing.guid + "|" + missing.version + "|" + missing.file + "|" +
+            missing.verdict + "|";
+    for (const auto& use : missing.uses) text += " " + use.project.substr(9) + " " + use.reference;
+    text += "\n";
+  }
+  EXPECT_EQ(text,
+            "GRID.OCX|{ocx}|2.0|GRID.OCX|Invalid GUID| Core\\Core.vbp {ocx}#2.0#0; GRID.OCX "
+            "Late\\Late.vbp *\\G{OCX}#2.0#0#..\\GRID.OCX#Grid Control\n"
+            "broken||||No Path for this GUID in registry| Core\\Core.vbp broken\n"
+            "Gone|{GONE}|1.0|C:\\Lib\\Gone.dll|No Path for this GUID in registry| "
+            "Late\\Late.vbp *\\G{GONE}#1.0#0#C:\\Lib\\Gone.dll#Gone\n"
+            "Grid3.ocx|{OCX}|3.0|C:\\x\\Grid3.ocx|Invalid GUID| "
+            "Late\\Late.vbp *\\G{OCX}#3.0#0#C:\\x\\Grid3.ocx#\n");
 }
 
 // Everything of the window that reading projects and judging their references changes.

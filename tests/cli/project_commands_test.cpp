@@ -143,11 +143,31 @@ TEST_F(ProjectCommandsTest, LineFeedProjectsAreNamedAndConvertedOnRequest) {
   const std::string path = Group::Path("Core");
   platform.files.AddFile(path, "Type=OleDll\nName=\"Core\"\nExeName32=\"Core.dll\"\n");
   const Result plain = Run({"init", "C:\\Group", "-o", "C:\\a.bpf"});
+  EXPECT_NE(plain.err.find("CR LF?\n  [Yes/No] answered: No\n"), std::string::npos) << plain.err;
   EXPECT_NE(plain.err.find("Core.vbp: its lines end with LF alone"), std::string::npos);
   EXPECT_EQ(Run({"init", "C:\\Group", "-o", "C:\\b.bpf", "--crlf"}).err.find("Core.vbp: its lines"),
             std::string::npos);
   EXPECT_EQ(platform.files.Text(path),
             "Type=OleDll\r\nName=\"Core\"\r\nExeName32=\"Core.dll\"\r\n");
+}
+
+TEST_F(ProjectCommandsTest, MissingNamesComponentsAndTheirProjects) {
+  EXPECT_EQ(Run({"missing", file}).out, "No component missing\n");
+  group.Library("Grid").Line("Object={F}#1.0#0; grid.ocx");
+  file = group.BuildProject();
+  const std::string grid = Group::Path("Grid");
+  EXPECT_EQ(Run({"missing", file}).out,
+            "grid.ocx\n  GUID      {F}\n  version   1.0\n  file      grid.ocx\n"
+            "  verdict   Invalid GUID\n  projects  1\n    " +
+                grid + "\n1 component missing\n");
+  EXPECT_EQ(
+      Run({"missing", file, "--json"}).Json(),
+      Json::array({{{"name", "grid.ocx"},
+                    {"guid", "{F}"},
+                    {"version", "1.0"},
+                    {"file", "grid.ocx"},
+                    {"verdict", "Invalid GUID"},
+                    {"projects", {{{"path", grid}, {"reference", "{F}#1.0#0; grid.ocx"}}}}}}));
 }
 
 TEST_F(ProjectCommandsTest, ValuesAreReadAndReplaced) {

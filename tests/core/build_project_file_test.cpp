@@ -249,6 +249,40 @@ TEST_F(BuildProjectFileTest, OffersToSaveWhateverWouldBeLost) {
   EXPECT_EQ(platform.files.Text("C:\\a.bpf"), text) << "the last change is not in the file";
 }
 
+TEST_F(BuildProjectFileTest, ANewOneIsMadeOfAGroupOrFolder) {
+  group.Library("Money").Uses("Core");
+  group.Library("Core").Uses("Money");
+  const std::string lineFeeds = "C:\\Group\\Lf.vbp";
+  const std::string text = "Type=Exe\nName=\"Lf\"\n";
+  platform.files.AddFile(lineFeeds, text);
+  program.window.buildDirectory = "C:\\Other\\";
+  program.options.VersionComponents = "9.9.9";
+  const auto make = [&](const std::string& source, std::deque<Answer> answers) {
+    dialogs.choices = {source};
+    dialogs.answers = std::move(answers);
+    platform.files.AddFile(lineFeeds, text);
+    Effects();
+    program.window.menu.mnuFileNewFrom.Execute();
+    return program.window.stbStatus.Get() + " " + std::to_string(program.window.lvwQueue.Count());
+  };
+  EXPECT_EQ(make("C:\\Group", {Answer::Cancel}), "Cancelled 0");
+  EXPECT_EQ(make("C:\\Group", {Answer::Yes}), "3 projects queued 3");
+  EXPECT_EQ(platform.files.Text(lineFeeds), "Type=Exe\r\nName=\"Lf\"\r\n");
+  EXPECT_TRUE(program.buildProject.Changed());
+  EXPECT_EQ(program.options.BuildPath + program.options.VersionComponents, "");
+  EXPECT_TRUE(program.options.Compatible);
+  const std::string circle = "in a circle: " + Group::Path("Core") + ", " + Group::Path("Money");
+  EXPECT_TRUE(Effects().back().ends_with(circle));
+  // What is open is offered for saving first, and stays when there is nothing else.
+  EXPECT_EQ(make("C:\\Group", {Answer::Cancel}), "3 projects queued 3");
+  platform.files.AddFile("C:\\none.vbg", "VBGROUP 5.0\r\n");
+  EXPECT_EQ(make("C:\\none.vbg", {Answer::No}), "3 projects queued 3");
+  EXPECT_EQ(Effects().back(), "show [Ok Exclamation] C:\\none.vbg: no projects found");
+  make("C:\\gone.vbg", {Answer::No, Answer::Abort});
+  EXPECT_NE(Effects().back().find("mnuFileNewFrom_Click"), std::string::npos);
+  EXPECT_EQ(program.window.lvwQueue.Count(), 3U);
+}
+
 TEST_F(BuildProjectFileTest, RecentFilesMoveDownAndCanHoldAPathTwice) {
   const std::vector<std::pair<std::string, std::string>> saves = {
       {"C:\\1", "C:\\1    <absent> "},           {"C:\\1", "C:\\1    <absent> "},

@@ -419,6 +419,54 @@ TEST_F(MainWindowTest, CopiesAndOpensWhatAPopUpMenuIsOpenedOn) {
   EXPECT_EQ(Asked(), Journal{"folder C:\\Storefront\\Money"});
 }
 
+TEST_F(MainWindowTest, LeadsFromAMissingComponentToItsProjects) {
+  for (const char* folder : {"Money/StoreMoney.vbp", "Till/StoreTill.vbp"}) {
+    std::ofstream(bench.Product() / folder, std::ios::app | std::ios::binary)
+        << "Object={00000000-0000-4000-8000-0000000000FF}#2.0#0; GONE.OCX\r\n";
+  }
+  Open(kProduct);
+  const frmBuilder& window = program->window;
+  const auto count = [&] { return frame->GetStatusBar()->GetStatusText(3); };
+  EXPECT_EQ(count(), "1 component missing");
+  user.Presses('D', wxMOD_CONTROL | wxMOD_SHIFT);
+  auto& projects = The<StateList>("lvwProjects");
+  EXPECT_EQ(The<StateList>("lvwComponents").GetItemText(0, 1), "2");
+  ASSERT_EQ(projects.GetItemCount(), 2);
+  EXPECT_TRUE(Shown("frmMissing")->GetScreenRect().GetTop() > projects.GetParent()->FromDIP(300));
+  user.Presses(WXK_TAB);
+  EXPECT_TRUE(projects.HasFocus() || wxWindow::FindFocus()->GetParent() == &projects);
+  user.Presses(WXK_DOWN);
+  user.Presses(WXK_RETURN);
+  const ListRow* shown = program->missing.lvwProjects.Selected();
+  ASSERT_EQ(shown, &program->missing.lvwProjects.At(2));
+  EXPECT_EQ(window.tvwProjects.Selected()->Key(), "x)" + shown->Key());
+  EXPECT_EQ(window.lvwData.Tag(), shown->Key());
+  ASSERT_NE(window.lvwData.Selected(), nullptr);
+  EXPECT_EQ(window.lvwData.Selected()->SubItem(2), "gone.ocx");
+
+  program->registry.subSetRegistryValue(
+      "HKEY_CLASSES_ROOT\\TypeLib\\{00000000-0000-4000-8000-0000000000FF}\\2.0\\0\\win32", "",
+      Path("Till"));
+  user.Presses(WXK_F5);
+  EXPECT_EQ(count(), "No component missing");
+  EXPECT_EQ(Shown("lvwComponents"), nullptr) << "a hint is in its place";
+  user.Presses(WXK_ESCAPE);
+  EXPECT_EQ(Shown("frmMissing"), nullptr);
+}
+
+TEST_F(MainWindowTest, MakesABuildProjectOfAFolderAndAddsSeveralProjects) {
+  Open();
+  dialogs.choices = {"C:\\Storefront"};
+  user.Presses('N', wxMOD_CONTROL | wxMOD_SHIFT);
+  const auto queued = program->window.lvwQueue.Count();
+  EXPECT_GE(queued, 8U);
+  ASSERT_NE(Shown("tvwProjects"), nullptr);
+  program->window.menu.mnuFileNew.Execute();
+  dialogs.choices = {Path("Money") + "|" + Path("Core")};
+  user.Presses('A', wxMOD_CONTROL | wxMOD_SHIFT);
+  EXPECT_EQ(program->window.ProjectMembers.Count(), 2U);
+}
+
 TEST_F(MainWindowTest, FindsInThePaneThatTheUserComesFrom) {
   Open(kProduct);
   frmBuilder& window = program->window;

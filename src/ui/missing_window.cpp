@@ -1,0 +1,97 @@
+#include "ui/missing_window.h"
+
+#include <wx/sizer.h>
+
+#include <algorithm>
+
+#include "ui/spacing.h"
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr double kComponentsShare = 0.68;
+constexpr int kMostWidth = 1200;
+const wxSize kLeastSize(560, 220);
+constexpr int kFirstHeight = 300;
+
+std::vector<ListColumn> ComponentColumns() {
+  return {{"Component", 110, false, 5}, {"Projects", 50, true, 6}, {"Version", 50, false, 2},
+          {"File", 110, false, 4},      {"GUID", 60, false, 1},    {"Verdict", 110, false, 3}};
+}
+
+}  // namespace
+
+MissingWindow::MissingWindow(wxWindow* parent, frmMissing& form, CommandIds& ids)
+    : FormWindow(parent, "Missing Components", "frmMissing", form.visible,
+                 [&form] { form.cmdClose.Execute(); }),
+      form_(form),
+      columns_(new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                    wxSP_LIVE_UPDATE | wxSP_3DSASH)),
+      components_(new Pane(columns_, "Components")),
+      projects_(new Pane(columns_, "Referenced by")) {
+  list_ = new StateList(components_, "lvwComponents", form_.lvwComponents, ComponentColumns(),
+                        StateList::Checks::No);
+  Fill(*components_, list_, new EmptyHint(components_, ids, "No component is missing.", {}));
+  Fill(*projects_,
+       new StateList(projects_, "lvwProjects", form_.lvwProjects,
+                     {{"Project", 110}, {"Folder", 80}}, StateList::Checks::No),
+       new EmptyHint(projects_, ids, "Select a component to see its projects.", {}));
+  columns_->SetMinimumPaneSize(FromDIP(150));
+  columns_->SetSashGravity(kComponentsShare);
+  columns_->SplitVertically(components_, projects_);
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(columns_, wxSizerFlags(1).Expand());
+  sizer->Add(Buttons(), wxSizerFlags().Right().Border(wxALL, FromDIP(kMargin)));
+  SetSizer(sizer);
+  SetMinClientSize(FromDIP(kLeastSize));
+  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+    event.Skip();
+    ShowEmpty();
+  });
+  focus_ = form_.visible.changed.Connect([this](const bool& visible) {
+    ShowEmpty();
+    if (visible && list_->IsShown()) list_->SetFocus();
+  });
+}
+
+void MissingWindow::Fill(Pane& pane, StateList* list, EmptyHint* hint) {
+  list->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { form_.cmdGoTo.Execute(); });
+  list->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
+    if (event.GetKeyCode() == WXK_F5) form_.cmdCheck.Execute();
+    event.Skip();
+  });
+  pane.SetContent(list, hint);
+}
+
+wxSizer* MissingWindow::Buttons() {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  for (Command* command : {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdClose}) {
+    auto* button = new wxButton(this, wxID_ANY, ToWx(command->caption.Get()), wxDefaultPosition,
+                                wxDefaultSize, 0, wxDefaultValidator, ToWx(command->Name()));
+    fields_.Join(*button, *command);
+    row->Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
+    if (command == &form_.cmdGoTo) button->SetDefault();
+  }
+  return row;
+}
+
+void MissingWindow::ShowEmpty() {
+  const bool isEmpty = form_.lvwComponents.Count() == 0;
+  // A list that is hidden would take the keyboard with it.
+  if (isEmpty && list_->IsShown() && IsShown()) FindWindow("cmdClose")->SetFocus();
+  components_->ShowEmpty(isEmpty);
+  projects_->ShowEmpty(form_.lvwProjects.Count() == 0);
+}
+
+void MissingWindow::Place() {
+  if (isPlaced_) return;
+  isPlaced_ = true;
+  const wxRect below = GetParent()->GetRect();
+  const int width = std::min(below.width - 2 * FromDIP(kMargin), FromDIP(kMostWidth));
+  SetSize(width, FromDIP(kFirstHeight));
+  SetPosition({below.x + (below.width - GetSize().x) / 2, below.GetBottom() - GetSize().y});
+  columns_->SetSashPosition(static_cast<int>(width * kComponentsShare));
+}
+
+}  // namespace gorbex::ui
