@@ -25,7 +25,7 @@ std::string FieldOrNothing(const std::vector<std::string_view>& fields, std::siz
 
 std::string NameOf(const MissingComponent& component, const std::string& description) {
   if (!description.empty()) return description;
-  const std::string file = GetFileFromPath(component.file);
+  std::string file = GetFileFromPath(component.file);
   if (!file.empty()) return file;
   return component.file.empty() ? component.guid : component.file;
 }
