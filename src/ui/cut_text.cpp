@@ -20,6 +20,7 @@ wxString CutText(const wxString& text, std::size_t end, const wxDC& dc, int room
     const std::size_t letters = (longest + tooLong) / 2;
     (fits(letters) ? longest : tooLong) = letters;
   }
+  while (longest > 0 && text[longest - 1] == '.') --longest;
   return text.Left(longest) + tail;
 }
 

@@ -33,6 +33,14 @@ EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
   sizer->Add(buttons, wxSizerFlags().Centre());
   sizer->AddStretchSpacer(1);
   SetSizer(sizer);
+  Bind(wxEVT_SIZE, [this, label, text, buttons](wxSizeEvent& event) {
+    const int room = GetClientSize().x - FromDIP(16);
+    label->SetLabel(text);
+    label->Wrap(room);
+    buttons->SetOrientation(wxHORIZONTAL);
+    if (buttons->CalcMin().x > room) buttons->SetOrientation(wxVERTICAL);
+    event.Skip();
+  });
 }
 
 }  // namespace gorbex::ui

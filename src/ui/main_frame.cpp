@@ -36,7 +36,7 @@ constexpr const char* kPanes = "Panes";
 
 std::vector<ListColumn> ReferenceColumns() {
   return {{"GUID", 70, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
-          {"Registered", 84, false, 2}, {"Description", 84, false, 3}, {"Verdict", 190, false, 8}};
+          {"Registered", 84, false, 2}, {"Description", 84, false, 3}, {"Verdict", 270, false, 8}};
 }
 
 int PartOf(int all, double share) {

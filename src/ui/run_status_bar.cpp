@@ -1,5 +1,7 @@
 #include "ui/run_status_bar.h"
 
+#include <algorithm>
+
 #include "ui/elapsed_time.h"
 #include "ui/text_conversion.h"
 
@@ -15,8 +17,8 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
       gauge_(new wxGauge(this, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize,
                          wxGA_HORIZONTAL | wxGA_SMOOTH, wxDefaultValidator, "progress")),
       timer_(this) {
-  const int widths[] = {-1, FromDIP(80), FromDIP(230), FromDIP(170), FromDIP(70)};
-  SetFieldsCount(5, widths);
+  widths_ = {-1, 1, 1, 1, 1};
+  SetFieldsCount(static_cast<int>(widths_.size()), widths_.data());
   gauge_->Hide();
   SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
   subscriptions_.push_back(window.stbStatus.changed.Connect(
@@ -27,6 +29,30 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
     event.Skip();
   });
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { ShowTime(); });
+}
+
+void RunStatusBar::DoUpdateStatusText(int field) {
+  wxStatusBar::DoUpdateStatusText(field);
+  FitFields();
+}
+
+// The status text has all room that the others do not need. A field that shows something does not
+// become narrower, so that a time does not move it to and fro.
+void RunStatusBar::FitFields() {
+  constexpr int kGaugeWidth = 140;
+  std::vector<int> widths = widths_;
+  for (std::size_t i = 1; i < widths.size(); ++i) {
+    const wxString text = GetStatusText(static_cast<int>(i));
+    // The last field shares its room with the grip of the window.
+    const int margin = FromDIP(i + 1 < widths.size() ? 16 : 32);
+    const int needed = text.empty() ? 1 : GetTextExtent(text).x + margin;
+    widths[i] = text.empty() ? needed : std::max(needed, widths[i]);
+  }
+  if (gauge_->IsShown()) widths[kGauge] = std::max(widths[kGauge], FromDIP(kGaugeWidth));
+  if (widths == widths_) return;
+  widths_ = widths;
+  SetStatusWidths(static_cast<int>(widths_.size()), widths_.data());
+  PlaceGauge();
 }
 
 void RunStatusBar::ShowUnsaved(bool unsaved) {
@@ -64,6 +90,7 @@ void RunStatusBar::Begin(const RunStarted& run) {
   gauge_->SetValue(0);
   total_ = {};
   gauge_->Show(run.projects > 0);
+  FitFields();
   PlaceGauge();
   timer_.Start(kTick);
 }
@@ -93,6 +120,7 @@ void RunStatusBar::Done(const ProjectCompiled& project) {
 void RunStatusBar::End(const RunEnded& run) {
   timer_.Stop();
   gauge_->Hide();
+  FitFields();
   if (run.result != RunResult::Finished && run.result != RunResult::Aborted) return;
   SetStatusText(ToWx(CountsText(run, checked_)), kCount);
   SetStatusText(ElapsedText(total_), kTime);

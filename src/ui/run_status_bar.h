@@ -30,6 +30,8 @@ class RunStatusBar : public wxStatusBar {
   void ShowUnsaved(bool unsaved);
 
  private:
+  void DoUpdateStatusText(int field) override;
+  void FitFields();
   void Hear(const RunEvent& event);
   void Begin(const RunStarted& run);
   void Next(const ProjectStarted& project);
@@ -39,6 +41,7 @@ class RunStatusBar : public wxStatusBar {
   void ShowTime();
   void PlaceGauge();
 
+  std::vector<int> widths_;  ///< of the fields
   wxGauge* gauge_;
   wxTimer timer_;
   wxStopWatch project_;

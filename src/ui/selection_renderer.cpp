@@ -11,7 +11,8 @@ namespace gorbex::ui {
 void SelectionRenderer::Use() {
   // The toolkit makes its first renderer when it is asked for one.
   static_cast<void>(Get());
-  const std::unique_ptr<wxRendererNative> last(Set(new SelectionRenderer));
+  std::unique_ptr<wxRendererNative> renderer(new SelectionRenderer);
+  renderer.reset(Set(renderer.release()));
 }
 
 void SelectionRenderer::DrawItemSelectionRect(wxWindow* window, wxDC& dc, const wxRect& rect,
