@@ -330,8 +330,10 @@ TEST_F(MainWindowTest, LeadsFromTheQueueToTheProjectAndBack) {
   frmBuilder& window = program->window;
   auto& tree = The<ProjectTree>("tvwProjects");
   const auto inSight = [&] {
-    const wxRect place = tree.PlaceOf(*window.tvwProjects.Selected());
-    return !place.IsEmpty() && tree.GetClientRect().Contains(place);
+    const TreeNode& selected = *window.tvwProjects.Selected();
+    const wxRect place = tree.PlaceOf(selected);
+    return !place.IsEmpty() && tree.GetClientRect().Contains(place) &&
+           tree.NodeOf(tree.GetSelection()) == &selected;
   };
   EXPECT_TRUE(inSight()) << "the project that was opened last";
   auto& queue = The<StateList>("lvwQueue");
