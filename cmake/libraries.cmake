@@ -12,6 +12,15 @@ function(gorbex_header_library target folder)
   target_include_directories(${target} SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/headers)
 endfunction()
 
+# gorbex_use_header(TARGET HEADER): as gorbex_header_library, for a library that is one header.
+function(gorbex_use_header target header)
+  find_path(GORBEX_HOST_${header} ${header} PATHS /usr/include /usr/local/include
+    NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
+  file(CREATE_LINK ${GORBEX_HOST_${header}}/${header} ${CMAKE_BINARY_DIR}/headers/${header} SYMBOLIC)
+  target_include_directories(${target} SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/headers)
+endfunction()
+
 set(GORBEX_TOOLKIT "" CACHE PATH
   "Cross-compiled: where scripts/toolkit has put the window toolkit; without it the window is left out")
 

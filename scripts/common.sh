@@ -4,7 +4,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc)
 
-build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.2-dev libvmime-dev pkgconf"
+build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.2-dev libvmime-dev libxxhash-dev pkgconf"
 screen_packages="xvfb openbox xdotool"
 package_packages="dpkg-dev file systemd"
 bench_packages="make gnuplot-nox python3"

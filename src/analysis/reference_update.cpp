@@ -38,6 +38,20 @@ bool ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
   return isDone;
 }
 
+bool ReferenceUpdate::WouldChange(const std::string& projectKey) const {
+  const clsMember* project = window_.ProjectMembers.Find(projectKey);
+  if (project == nullptr) return false;
+  const auto above = ProjectsAbove(projectKey);
+  return std::any_of(above.begin(), above.end(), [&](const std::string& earlier) {
+    const clsMember* built = window_.ProjectMembers.Find(earlier);
+    if (built == nullptr || built->EXEName.empty()) return false;
+    return std::any_of(project->Refs.begin(), project->Refs.end(), [&](const std::string& entry) {
+      return NamesComponent(entry, built->EXEName) &&
+             RegisteredIdentity(ComponentFile(built->EXEName)) != GetGUID(entry);
+    });
+  });
+}
+
 std::vector<std::string> ReferenceUpdate::ComponentsWithoutIdentity(
     const std::string& projectKey, const IsComing& isComing) const {
   std::vector<std::string> missing;

@@ -34,6 +34,9 @@ class ReferenceUpdate {
   /// of the tree change with its file. False when a file could not be rewritten.
   bool UpdateProjectReferences(const std::string& projectKey);
 
+  /// Whether an update would change the project's references now.
+  [[nodiscard]] bool WouldChange(const std::string& projectKey) const;
+
   using IsComing = std::function<bool(const std::string& projectKey)>;
 
   /// The component files of projects above that have no identity: an update would leave the

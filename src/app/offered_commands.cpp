@@ -46,7 +46,8 @@ void OfferQueueMenu(MainMenu& menu, const Work& work, const frmBuilder& window) 
         [&] { return work.MayChangeQueue() && IsRowSelected(queue); });
   Offer({&menu.mnuQueueArrange, &menu.mnuQueueEmpty},
         [&] { return work.MayChangeQueue() && queue.Count() > 0; });
-  Offer({&menu.mnuQueueMarkAll, &menu.mnuQueueUnMarkAll}, [&] { return queue.Count() > 0; });
+  Offer({&menu.mnuQueueMarkAll, &menu.mnuQueueUnMarkAll, &menu.mnuQueueMarkOutdated},
+        [&] { return queue.Count() > 0; });
   Offer({&menu.mnuQueueMarkUses, &menu.mnuQueueMarkUsers}, [&] { return IsRowSelected(queue); });
   menu.mnuQueueTest.SetPossible([&] { return IsRowSelected(queue); });
   menu.mnuQueueBuild.SetPossible([&] { return work.MayBuild() && IsRowSelected(queue); });

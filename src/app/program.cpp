@@ -29,6 +29,8 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       search(window, display),
       missingList(missing, window, display, marking),
       referenceUpdate(window, platform.files, registry, platform.components, display, report),
+      freshness({window, options, platform.files, registry, platform.components, platform.clock,
+                 log, referenceUpdate, platform.programFolder}),
       replaced(platform.files, log, platform.programFolder),
       compiler(window, registry, dialogs),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files,
@@ -41,14 +43,15 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       values(platform.files),
       version(values, options, dialogs),
       script(window, platform.files, dialogs, report),
-      compile(
-          {window, platform.files, shell, dialogs, log, compiler, work, platform.programFolder}),
+      compile({window, platform.files, shell, dialogs, log, compiler, work, freshness,
+               platform.programFolder}),
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, work,
-           latest, referenceUpdate, values, version, script, compile, replaced, group,
+           latest, referenceUpdate, values, version, script, compile, replaced, freshness, group,
            platform.files}),
       failed(run.events, compile.ended),
       compiled({window, platform.files, queue, display, work}, compile.ended),
       marks(window, group, failed, report),
+      outdated(window, freshness),
       failedBuild(window, marks, run),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, work, platform.events}),
@@ -105,6 +108,7 @@ void Program::ConnectQueueMenu() {
   menu.mnuQueueMarkUses.SetHandler([this] { marks.mnuQueueMarkUses_Click(); });
   menu.mnuQueueMarkUsers.SetHandler([this] { marks.mnuQueueMarkUsers_Click(); });
   menu.mnuQueueMarkFailed.SetHandler([this] { marks.mnuQueueMarkFailed_Click(); });
+  menu.mnuQueueMarkOutdated.SetHandler([this] { outdated.mnuQueueMarkOutdated_Click(); });
   menu.mnuQueueBuildFailed.SetHandler([this] { failedBuild.mnuQueueBuildFailed_Click(); });
   menu.mnuQueueBuild.SetHandler([this] { immediate.mnuQueueBuild_Click(); });
 }

@@ -45,6 +45,8 @@
 #include "core/shell.h"
 #include "core/test_control_form.h"
 #include "core/work.h"
+#include "freshness/freshness.h"
+#include "freshness/outdated_marks.h"
 #include "mail/mail_service.h"
 #include "platform/services.h"
 #include "scc/change_scan.h"
@@ -89,6 +91,7 @@ class Program {
   frmMissing missing;
   MissingList missingList;
   ReferenceUpdate referenceUpdate;
+  Freshness freshness;
 
   ReplacedValues replaced;
   CompilerPath compiler;
@@ -106,6 +109,7 @@ class Program {
   FailedProjects failed;
   CompiledProjects compiled;
   QueueMarks marks;
+  OutdatedMarks outdated;
   FailedBuild failedBuild;
   MailService mail;
   ComponentRegistration registration;

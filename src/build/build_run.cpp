@@ -16,6 +16,12 @@ constexpr std::string_view kDebugInfoKey = "CodeViewDebugInfo";
 constexpr std::int32_t kNotOptimized = 2;
 constexpr std::int32_t kWithDebugInfo = -1;
 
+std::string DoneText(std::int32_t built, std::int32_t upToDate) {
+  if (upToDate == 0) return "Built " + std::to_string(built) + " components.";
+  const std::string rest = std::to_string(upToDate) + (upToDate == 1 ? " is" : " are");
+  return "Built " + std::to_string(built) + " components; " + rest + " up to date.";
+}
+
 }  // namespace
 
 /// The debug values of one project. The replaced values are written back when the project is done,
@@ -69,8 +75,8 @@ void BuildRun::mnuFileBuild_Click() {
   if (result == RunResult::Aborted) RecoverFromAbort();
   if (!unamended_.empty() && !uses_.work.Ends()) TellUnamended();
   task.reset();
-  events.Emit(
-      RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start, unamended_});
+  events.Emit(RunEnded{result, counters.built, counters.errors, uses_.clock.Elapsed() - start,
+                       unamended_, counters.upToDate});
 }
 
 void BuildRun::mnuFileStop_Click() {
@@ -149,6 +155,7 @@ bool BuildRun::ResetIcons(Procedure& on) {
   bool incompatible = false;
   for (const auto& row : uses_.window.lvwQueue.Rows()) {
     on([&] { row->SetIcon(Image::VbProject); });
+    row->SetNote("");
     incompatible = incompatible || (row->Checked() &&
                                     row->SubItem(queue_column::kCompatibility).starts_with("NOT"));
   }
@@ -212,6 +219,7 @@ void BuildRun::BuildQueueRows(Procedure& on, Counters& counters) {
   const std::size_t count = window.lvwQueue.Count();
   std::size_t number = 0;
   usersOfFailed_.reset();
+  uses_.freshness.LookAgain();
   const auto batch = uses_.latest.BeginBatch();
   for (std::size_t i = 1; i <= count && !uses_.work.RunStops(); ++i) {
     const ListRow* row = on([&] { return &window.lvwQueue.At(i); });
@@ -256,6 +264,8 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   const std::string exeName =
       on([&] { return isGone ? "" : window.ProjectMembers.Item(path).EXEName; });
 
+  if (!isGone && uses_.options.GetLatest) GetLatest(on, path);
+  if (!isGone && SkipsUpToDate(on, path, exeName, counters)) return Pass::GoOn;
   DebugBuild debug(*this, path);
   if (!isGone) Prepare(on, path, debug);
   events.Emit(StepStarted{path, BuildStep::Compile});
@@ -273,13 +283,27 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Co
   return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
 }
 
+// Its component belongs into the registration script as those that are built do.
+bool BuildRun::SkipsUpToDate(Procedure& on, const std::string& path, const std::string& exeName,
+                             Counters& counters) {
+  if (!uses_.options.SkipUpToDate || uses_.work.Ends()) return false;
+  const Judgement judgement = uses_.freshness.JudgeInRun(path);
+  on([&] { RowOf(path).SetNote(NoteOf(judgement)); });
+  if (!judgement.IsUpToDate()) return false;
+  ++counters.upToDate;
+  on([&] { RowOf(path).SetIcon(Image::UpToDate); });
+  on([&] { uses_.script.AddComponent(uses_.window.buildDirectory, exeName); });
+  on([&] { uses_.log.WriteLog("Skipped " + path + ": it is up to date"); });
+  events.Emit(ProjectUpToDate{path, judgement.since});
+  return true;
+}
+
 std::chrono::milliseconds BuildRun::WorkingTime() const {
   return uses_.clock.Elapsed() - questionTime_.Total();
 }
 
 void BuildRun::Prepare(Procedure& on, const std::string& path, DebugBuild& debug) {
   const clsOptions& options = uses_.options;
-  if (options.GetLatest) GetLatest(on, path);
   if (uses_.work.Ends()) return;
   if (!options.Compatible) {
     events.Emit(StepStarted{path, BuildStep::Compatibility});
@@ -411,19 +435,19 @@ void BuildRun::Summarise(Procedure& on, const Counters& counters) {
   if (counters.errors >= 1) {
     on([&] { uses_.window.txtLogFile.visible.Set(true); });
     if (!uses_.options.StopProcessing) on([&] { Tell("Errors during the build process"); });
-  } else if (counters.built == 0) {
+  } else if (counters.built == 0 && counters.upToDate == 0) {
     on([&] { Tell("No projects checked for build"); });
   } else if (uses_.options.AutoLaunchVBP && !uses_.work.Ends()) {
     OfferAutoLaunch(on, counters);
   } else {
-    on([&] { Tell("Built " + std::to_string(counters.built) + " components."); });
+    on([&] { Tell(DoneText(counters.built, counters.upToDate)); });
   }
 }
 
 void BuildRun::OfferAutoLaunch(Procedure& on, const Counters& counters) {
   const Answer answer = on([&] {
-    return uses_.dialogs.Show({"Built " + std::to_string(counters.built) +
-                                   " components. Do you want to auto-launch your VBP test project?",
+    return uses_.dialogs.Show({DoneText(counters.built, counters.upToDate) +
+                                   " Do you want to auto-launch your VBP test project?",
                                Buttons::YesNo, MessageIcon::Question,
                                std::string(kApplicationTitle)});
   });

@@ -27,6 +27,7 @@
 #include "core/run_events.h"
 #include "core/shell.h"
 #include "core/work.h"
+#include "freshness/freshness.h"
 #include "platform/clock.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
@@ -54,6 +55,7 @@ class BuildRun {
     RegistrationScript& script;
     Compile& compile;
     ReplacedValues& replaced;
+    Freshness& freshness;
     const GroupDependency& group;
     const FileReader& files;
   };
@@ -77,6 +79,7 @@ class BuildRun {
   struct Counters {
     std::int32_t built = 0;
     std::int32_t errors = 0;
+    std::int32_t upToDate = 0;
   };
 
   /// The values that a debug build replaces for the time of the compile.
@@ -108,6 +111,10 @@ class BuildRun {
   [[nodiscard]] bool Skips(Procedure& on, const std::string& path, std::size_t number,
                            std::size_t of);
   void NoteFailed(const std::string& path);
+
+  /// Whether the setting passes over this project, because it is up to date.
+  [[nodiscard]] bool SkipsUpToDate(Procedure& on, const std::string& path,
+                                   const std::string& exeName, Counters& counters);
 
   /// Makes the next run possible. The inbox stays unchecked, which the status bar tells.
   void RecoverFromAbort();

@@ -123,11 +123,14 @@ bool Compile::Compiled(const std::string& folder, const std::string& projectPath
   RequireArgument(folder);
   const std::string log = JoinPath(uses_.programFolder, kResultLog);
   if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
+  auto taken = uses_.freshness.Take(projectPath, folder);
   if (uses_.shell.RunAndWait(CommandLine(folder, projectPath)) == Shell::Ended::ByUs) {
     problem_ = "the compiler was ended before it was done";
     return false;
   }
-  return CheckLogFile(uses_.window.resultLogPath, projectPath);
+  const bool succeeded = CheckLogFile(uses_.window.resultLogPath, projectPath);
+  if (succeeded) uses_.freshness.Note(std::move(taken));
+  return succeeded;
 }
 
 bool Compile::CheckLogFile(const std::string& logPath, const std::string& projectPath) {

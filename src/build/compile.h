@@ -13,6 +13,7 @@
 #include "core/shell.h"
 #include "core/signal.h"
 #include "core/work.h"
+#include "freshness/freshness.h"
 #include "platform/file_system.h"
 
 namespace gorbex {
@@ -32,6 +33,7 @@ class Compile {
     ActivityLog& log;
     CompilerPath& compiler;
     Work& work;
+    Freshness& freshness;
     std::string programFolder;
   };
 

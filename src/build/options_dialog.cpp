@@ -29,9 +29,9 @@ void OptionsDialog::FollowEdits(Property<T>& value) {
 }
 
 void OptionsDialog::ConnectControls() {
-  for (CheckBox* box :
-       {&form_.chkGetLatest, &form_.chkAutoStart, &form_.chkCompatability, &form_.chkChangeRefs,
-        &form_.chkAutoDependant, &form_.chkStopOnErrors, &form_.chkSkipUsers, &form_.chkDebug}) {
+  for (CheckBox* box : {&form_.chkGetLatest, &form_.chkAutoStart, &form_.chkCompatability,
+                        &form_.chkChangeRefs, &form_.chkAutoDependant, &form_.chkStopOnErrors,
+                        &form_.chkSkipUsers, &form_.chkSkipUpToDate, &form_.chkDebug}) {
     FollowEdits(box->value);
   }
   for (TextBox* box :
@@ -66,6 +66,7 @@ void OptionsDialog::ShowSettings() {
   form_.chkAutoDependant.value.Set(options_.AutoBuildDependant);
   form_.chkStopOnErrors.value.Set(options_.StopProcessing);
   form_.chkSkipUsers.value.Set(options_.SkipUsersOfFailed);
+  form_.chkSkipUpToDate.value.Set(options_.SkipUpToDate);
   form_.txtBuildPath.text.Set(options_.BuildPath);
   form_.txtInterval.text.Set(std::to_string(options_.Interval));
   form_.txtVBPName.text.Set(options_.AutoLaunchName);
@@ -83,6 +84,7 @@ void OptionsDialog::TakeControls(Procedure& on) {
   options_.AutoBuildDependant = form_.chkAutoDependant.value.Get();
   options_.StopProcessing = form_.chkStopOnErrors.value.Get();
   options_.SkipUsersOfFailed = form_.chkSkipUsers.value.Get();
+  options_.SkipUpToDate = form_.chkSkipUpToDate.value.Get();
   on([&] { options_.BuildPath = form_.txtBuildPath.text.Get(); });
   on([&] { options_.Interval = ToLong(NumericValue(form_.txtInterval.text.Get())); });
   on([&] { options_.AutoLaunchName = form_.txtVBPName.text.Get(); });

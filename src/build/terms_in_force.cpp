@@ -25,6 +25,7 @@ std::vector<BuildTerm> TermsInForce(frmBuilder& window, const clsOptions& option
   add(folder.empty() ? "to each project's folder" : "to " + folder, menu.mnuToolsBuildPath);
   addIf(options.StopProcessing, "asks after a failure", menu.mnuToolsBuildOptions);
   addIf(options.SkipUsersOfFailed, "skips users of failed projects", menu.mnuToolsBuildOptions);
+  addIf(options.SkipUpToDate, "skips what is up to date", menu.mnuToolsBuildOptions);
   addIf(menu.mnuToolsInBox.checked.Get(), "mail requests on", menu.mnuToolsInBox);
   return terms;
 }

@@ -2,10 +2,10 @@
 #include <ostream>
 
 #include "build/terms_in_force.h"
-#include "build/version_stamp.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/junit_report.h"
+#include "cli/run_options.h"
 #include "cli/run_printer.h"
 #include "cli/run_record.h"
 #include "cli/session.h"
@@ -21,93 +21,24 @@ namespace {
 
 struct BuildArguments {
   std::string file;
-  std::vector<std::string> projects;
+  RunOptions run;
   SourceControlOptions sourceControl;
-  bool all = false;
   bool get = false;
-  bool debug = false;
-  bool breakCompat = false;
-  bool changeRefs = false;
   bool stopOnError = false;
   bool skipUsersOfFailed = false;
-  std::string version;
-  std::string buildFolder;
-  std::string compiler;
+  bool outdated = false;
   std::string script;
   std::string junit;
   int timeLimit = 0;  ///< seconds; 0 for none
 };
 
-// Longer numbers fit no project file.
-bool IsVersion(const std::string& text) {
-  const auto parts = Split(text, '.');
-  return parts.size() == 3 && std::all_of(parts.begin(), parts.end(), [](std::string_view part) {
-           return !part.empty() && part.size() <= 4 &&
-                  part.find_first_not_of("0123456789") == std::string_view::npos;
-         });
-}
-
-// The compiler needs an existing folder. It is also quoted in the compiler's command line,
-// where an impossible name could pose as further arguments.
-void RequireBuildFolder(const Program& program) {
-  const std::string& folder = program.window.buildDirectory;
-  if (folder.empty() || FolderExists(program.platform.files, folder)) return;
-  throw Failure(ExitStatus::Unusable, Plain(folder) + ": no such build folder");
-}
-
-// The build project may bring one, too.
-void RequireVersion(const std::string& version) {
-  if (version.empty() || CanBeStamped(version)) return;
-  throw Failure(ExitStatus::Unusable,
-                Plain(version) +
-                    ": a version is written x.x.x, and its numbers written one after the other "
-                    "must not exceed 2147483647");
-}
-
-// By the time the run would miss it, projects have been amended.
-std::string RequiredCompiler(Session& session, const std::string& typed) {
-  std::string path = session.ProgramPath(typed);
-  if (FileExists(session.program().platform.files, path)) return path;
-  throw Failure(ExitStatus::Unusable, typed + ": no such compiler");
-}
-
 void Override(Session& session, const BuildArguments& arguments) {
-  Program& program = session.program();
-  clsOptions& options = program.options;
+  clsOptions& options = session.program().options;
   if (arguments.get) options.GetLatest = true;
-  if (arguments.debug) options.DebugBuild = "True";
-  if (arguments.breakCompat) options.Compatible = false;
-  if (arguments.changeRefs) options.ChangeRefs = true;
   if (arguments.stopOnError) options.StopProcessing = true;
   if (arguments.skipUsersOfFailed) options.SkipUsersOfFailed = true;
-  if (!arguments.version.empty()) {
-    if (!IsVersion(arguments.version)) {
-      throw Failure(ExitStatus::Unusable,
-                    arguments.version + ": a version is written x.x.x, in numbers up to 9999");
-    }
-    options.VersionComponents = arguments.version;
-  }
-  RequireVersion(options.VersionComponents);
-  if (!arguments.buildFolder.empty()) {
-    program.window.buildDirectory = BuildFolder(session, arguments.buildFolder);
-  }
-  RequireBuildFolder(program);
-  if (!arguments.compiler.empty()) {
-    program.window.compilerPath = RequiredCompiler(session, arguments.compiler);
-  }
-}
-
-// Named projects are built whether they are queued and marked or not.
-void MarkForBuild(Session& session, const BuildArguments& arguments) {
-  frmBuilder& window = session.program().window;
-  if (arguments.all) window.menu.mnuQueueMarkAll.Execute();
-  if (arguments.projects.empty()) return;
-  window.menu.mnuQueueUnMarkAll.Execute();
-  for (const std::string& typed : arguments.projects) {
-    const std::string path = session.LoadedProject(typed);
-    session.program().queue.Add(path);
-    window.lvwQueue.Find(path)->SetChecked(true);
-  }
+  if (arguments.outdated) options.SkipUpToDate = true;
+  UseRunOptions(session, arguments.run);
 }
 
 std::vector<std::string> CheckedProjects(const ListView& queue) {
@@ -126,6 +57,8 @@ std::string_view OutcomeName(RunRecord::Outcome outcome) {
       return "failed";
     case RunRecord::Outcome::NotBuilt:
       return "notBuilt";
+    case RunRecord::Outcome::UpToDate:
+      return "upToDate";
   }
   return "";
 }
@@ -195,7 +128,6 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   UseSourceControl(session, arguments.sourceControl);
   if (arguments.get) RequireInitialisationFile(session);
   Override(session, arguments);
-  MarkForBuild(session, arguments);
 
   Program& program = session.program();
   if (frame.streams.animates) {
@@ -244,22 +176,15 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
       AddJsonCommand(app, frame, "build", "Build the checked projects of the queue");
   auto arguments = std::make_shared<BuildArguments>();
   command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
-  auto* projects = command.add_option("PROJECT.vbp", arguments->projects,
-                                      "Build these projects instead of the checked ones");
-  command.add_flag("--all", arguments->all, "Build every row of the queue")->excludes(projects);
+  AddRunOptions(command, arguments->run, "Build");
+  command.add_flag("--all", arguments->run.all, "Build every row of the queue")
+      ->excludes("PROJECT.vbp");
   command.add_flag("--get", arguments->get, "Get the latest sources before each project");
   AddSourceControlOptions(command, arguments->sourceControl);
-  command.add_option("--version", arguments->version, "Stamp this version (x.x.x)");
-  command.add_flag("--debug", arguments->debug, "Build with debug information");
-  command.add_flag("--break-compat", arguments->breakCompat, "Do not keep compatibility");
-  command.add_flag("--change-refs", arguments->changeRefs,
-                   "Repoint references to components rebuilt in this run");
-  command.add_option("--build-dir", arguments->buildFolder, "Build everything into this folder");
-  command.add_option("--compiler", arguments->compiler,
-                     "Use this compiler instead of the registered one");
   command.add_flag("--stop-on-error", arguments->stopOnError, "Ask after each failed project");
   command.add_flag("--skip-users-of-failed", arguments->skipUsersOfFailed,
                    "Skip projects that use one that failed");
+  command.add_flag("--outdated", arguments->outdated, "Skip projects that are up to date");
   command.add_option("--script", arguments->script, "Write the registration script to this file");
   command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
   AddTimeLimit(command, arguments->timeLimit);

@@ -19,6 +19,7 @@ void AddCommands(CLI::App& app, Frame& frame) {
   AddShowCommand(app, frame);
   AddReferencesCommand(app, frame);
   AddQueueCommand(app, frame);
+  AddPlanCommand(app, frame);
   AddGraphCommand(app, frame);
   AddMissingCommand(app, frame);
   AddInitCommand(app, frame);

@@ -62,6 +62,9 @@ std::string TestCase(const RunRecord::Project& project) {
   switch (project.outcome) {
     case RunRecord::Outcome::Built:
       return xml + (project.IsNotGot() ? ">" + Error(project) + "</testcase>\n" : "/>\n");
+    case RunRecord::Outcome::UpToDate:
+      if (project.IsNotGot()) return xml + ">" + Error(project) + "</testcase>\n";
+      [[fallthrough]];
     case RunRecord::Outcome::NotBuilt:
       return xml + "><skipped" +
              (project.log.empty() ? "" : " message=\"" + Escaped(project.log) + "\"") +
@@ -107,9 +110,13 @@ std::string JUnitReport(const RunRecord& record, const std::string& title) {
   std::size_t errors = 0;
   std::string cases;
   for (const auto& project : record.Projects()) {
-    skipped += project.outcome == RunRecord::Outcome::NotBuilt ? 1 : 0;
-    failed += project.outcome == RunRecord::Outcome::Failed ? 1 : 0;
-    errors += project.outcome == RunRecord::Outcome::Built && project.IsNotGot() ? 1U : 0U;
+    using Outcome = RunRecord::Outcome;
+    const bool isFresh = project.outcome == Outcome::UpToDate;
+    const bool isDone = isFresh || project.outcome == Outcome::Built;
+    const bool isError = isDone && project.IsNotGot();
+    skipped += project.outcome == Outcome::NotBuilt || (isFresh && !isError) ? 1U : 0U;
+    failed += project.outcome == Outcome::Failed ? 1U : 0U;
+    errors += isError ? 1U : 0U;
     cases += TestCase(project);
   }
   const std::string run = RunCase(record, title);

@@ -20,6 +20,7 @@ struct QueueArguments {
   bool removeMissing = false;
   bool withUses = false;
   bool withUsers = false;
+  bool outdated = false;
 };
 
 // One word of the queue's little language and what it does to a project.
@@ -68,8 +69,8 @@ const Verb* FindVerb(const std::string& word) {
 void RequireMarks(const QueueArguments& arguments) {
   const auto& words = arguments.words;
   const bool marks = std::find(words.begin(), words.end(), "mark") != words.end();
-  if (marks || (!arguments.withUses && !arguments.withUsers)) return;
-  throw Failure(ExitStatus::Unusable, "--with-uses and --with-users go with mark");
+  if (marks || (!arguments.withUses && !arguments.withUsers && !arguments.outdated)) return;
+  throw Failure(ExitStatus::Unusable, "--with-uses, --with-users and --outdated go with mark");
 }
 
 // What --with-uses and --with-users add to "mark".
@@ -93,6 +94,10 @@ void Execute(Session& session, const QueueArguments& arguments) {
     } else if (const Verb* named = FindVerb(word)) {
       requireUse();
       verb = unused = named;
+      if (arguments.outdated && named->name == "mark") {
+        session.program().window.menu.mnuQueueMarkOutdated.Execute();
+        unused = nullptr;
+      }
     } else if (verb == nullptr) {
       throw Failure(ExitStatus::Unusable, word + ": no queue command");
     } else {
@@ -134,6 +139,8 @@ void AddQueueCommand(CLI::App& app, Frame& frame) {
                    "Mark what the named projects use, too, directly or through others");
   command.add_flag("--with-users", arguments->withUsers,
                    "Mark what uses the named projects, too, directly or through others");
+  command.add_flag("--outdated", arguments->outdated,
+                   "Mark the projects that are out of date, and no others");
   command.add_flag("--remove-missing", arguments->removeMissing,
                    "Take projects out whose files are missing");
   command.add_flag("--save", arguments->save, "Write the file");

@@ -49,6 +49,11 @@ void RunPrinter::On(const RunEvent& event) {
     of_ = skipped->of;
     lines_ << Counted(skipped->number, skipped->of) << Padded(FileName(skipped->path), kNameWidth)
            << "skipped  " << Plain(ReasonOf(*skipped)) << std::endl;
+  } else if (std::holds_alternative<ProjectUpToDate>(event)) {
+    ClearBar();
+    lines_ << Counted(number_, of_) << Padded(current_, kNameWidth) << "up to date" << std::endl;
+    TellNotGot();
+    current_.clear();
   } else if (const auto* latest = std::get_if<LatestGot>(&event)) {
     if (!latest->result.Succeeded()) notGot_ = latest->result.problem;
   } else if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) {

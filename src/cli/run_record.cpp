@@ -13,6 +13,7 @@ void RunRecord::On(const RunEvent& event) {
   if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
     if (Project* project = Find(skipped->path)) project->log = ReasonOf(*skipped);
   }
+  if (const auto* fresh = std::get_if<ProjectUpToDate>(&event)) Take(*fresh);
   if (const auto* latest = std::get_if<LatestGot>(&event)) Take(*latest);
   if (const auto* question = std::get_if<QuestionAnswered>(&event)) {
     messages_.push_back(question->message.text);
@@ -24,6 +25,13 @@ RunRecord::Project* RunRecord::Find(const std::string& path) {
   const auto project = std::find_if(projects_.begin(), projects_.end(),
                                     [&](const Project& each) { return each.path == path; });
   return project == projects_.end() ? nullptr : &*project;
+}
+
+void RunRecord::Take(const ProjectUpToDate& fresh) {
+  Project* project = Find(fresh.path);
+  if (project == nullptr) return;
+  project->outcome = Outcome::UpToDate;
+  project->log = "up to date";
 }
 
 void RunRecord::Take(const LatestGot& latest) {

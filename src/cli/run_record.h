@@ -12,7 +12,7 @@ namespace gorbex::cli {
 /// The results of a build run, gathered from its announcements for the reports written at its end.
 class RunRecord {
  public:
-  enum class Outcome { NotBuilt, Built, Failed };
+  enum class Outcome { NotBuilt, Built, Failed, UpToDate };
 
   struct Project {
     std::string path;
@@ -37,6 +37,7 @@ class RunRecord {
  private:
   [[nodiscard]] Project* Find(const std::string& path);
   void Take(const ProjectCompiled& compiled);
+  void Take(const ProjectUpToDate& fresh);
   void Take(const LatestGot& latest);
 
   std::vector<Project> projects_;

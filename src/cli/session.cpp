@@ -35,6 +35,8 @@ void Session::ListenForProblems() {
   subscriptions_.push_back(
       program_->replaced.told.Connect([this](const std::string& line) { Warn(Plain(line)); }));
   subscriptions_.push_back(
+      program_->freshness.told.Connect([this](const std::string& line) { Warn(Plain(line)); }));
+  subscriptions_.push_back(
       program_->values.failed.Connect([=](const std::string& path, const RuntimeError& error) {
         warn(path, "not amended: " + error.Description());
       }));

@@ -21,6 +21,7 @@ enum class Image : std::uint8_t {
   Building,
   BuildOk,
   BuildError,
+  UpToDate,
 };
 
 /// The key under which front ends and reports know an icon, such as "vbproject".

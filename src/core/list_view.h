@@ -24,6 +24,10 @@ class ListRow {
   [[nodiscard]] const std::string& Key() const { return key_; }
   [[nodiscard]] const std::string& Text() const { return text_; }
   [[nodiscard]] const std::string& Tag() const { return tag_; }
+
+  /// What a front end tells of the row when asked, in lines; empty for nothing.
+  [[nodiscard]] const std::string& Note() const { return note_; }
+
   [[nodiscard]] Image Icon() const { return icon_; }
   [[nodiscard]] Colour TextColour() const { return colour_; }
   [[nodiscard]] bool Checked() const { return checked_; }
@@ -34,6 +38,7 @@ class ListRow {
   void SetText(std::string text);
   void SetSubItem(std::size_t column, std::string text);
   void SetTag(std::string tag) { tag_ = std::move(tag); }
+  void SetNote(std::string note) { note_ = std::move(note); }
   void SetIcon(Image icon);
   void SetTextColour(Colour colour);
   void SetChecked(bool checked);
@@ -49,6 +54,7 @@ class ListRow {
   std::string key_;
   std::string text_;
   std::string tag_;
+  std::string note_;
   std::vector<std::string> subItems_;
   Image icon_;
   bool checked_ = false;

@@ -35,6 +35,7 @@ struct MainMenu {
   Command mnuQueueMarkUses{"mnuQueueMarkUses", "Mark with All It U&ses"};
   Command mnuQueueMarkUsers{"mnuQueueMarkUsers", "Mark with All T&hat Use It"};
   Command mnuQueueMarkFailed{"mnuQueueMarkFailed", "Mar&k Failed"};
+  Command mnuQueueMarkOutdated{"mnuQueueMarkOutdated", "Mark &Out of Date"};
   Command mnuQueueBuild{"mnuQueueBuild", "&Build Selected Item", "Shift+F7"};
   Command mnuQueueBuildFailed{"mnuQueueBuildFailed", "Build &Failed Again", "Ctrl+Shift+F7"};
   Command mnuQueueWhyFailed{"mnuQueueWhyFailed", "Show &Why It Failed"};

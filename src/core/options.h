@@ -57,6 +57,7 @@ class clsOptions {
   bool AutoStart = false;
   std::int32_t Interval = 0;  ///< seconds
   bool SkipUsersOfFailed = false;
+  bool SkipUpToDate = false;
 
  private:
   void Load(std::size_t number);

@@ -37,6 +37,7 @@ struct frmOptions {
   CheckBox chkAutoDependant;
   CheckBox chkStopOnErrors;
   CheckBox chkSkipUsers;
+  CheckBox chkSkipUpToDate;
   CheckBox chkDebug;
   TextBox txtBuildPath;
   Command cmdBrowse{"cmdBrowse", "&Browse..."};

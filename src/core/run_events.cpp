@@ -25,10 +25,13 @@ std::string ReasonOf(const ProjectSkipped& skipped) {
 }
 
 std::string CountsText(const RunEnded& run, std::size_t checked) {
-  const auto done = static_cast<std::size_t>(run.built) + static_cast<std::size_t>(run.errors);
+  const auto done = static_cast<std::size_t>(run.built + run.errors + run.upToDate);
   const bool isWhole = done >= checked;
   std::string text = std::to_string(run.built) + " built";
-  if (isWhole || run.errors > 0) text += ", " + std::to_string(run.errors) + " failed";
+  if ((isWhole && run.upToDate == 0) || run.errors > 0) {
+    text += ", " + std::to_string(run.errors) + " failed";
+  }
+  if (run.upToDate > 0) text += ", " + std::to_string(run.upToDate) + " up to date";
   if (!isWhole) text += ", " + std::to_string(checked - done) + " not built";
   return text;
 }

@@ -51,6 +51,11 @@ struct ProjectSkipped {
   std::size_t of;
   std::string failed;  ///< the project that it uses
 };
+/// After ProjectStarted, instead of the steps that follow a get: there is nothing to be built.
+struct ProjectUpToDate {
+  std::string path;
+  std::string since;  ///< "dd/mm/yyyy hh:nn:ss"
+};
 struct StepStarted {
   std::string path;
   BuildStep step;
@@ -79,17 +84,19 @@ struct RunEnded {
   int errors;
   std::chrono::milliseconds duration;
   std::vector<std::string> unamended{};  ///< project files that could not be changed as asked
+  int upToDate = 0;
 };
 
-using RunEvent = std::variant<RunStarted, ProjectStarted, ProjectSkipped, StepStarted, LatestGot,
-                              ProjectCompiled, QuestionAsked, QuestionAnswered, RunEnded>;
+using RunEvent =
+    std::variant<RunStarted, ProjectStarted, ProjectSkipped, ProjectUpToDate, StepStarted,
+                 LatestGot, ProjectCompiled, QuestionAsked, QuestionAnswered, RunEnded>;
 using RunEvents = Signal<RunEvent>;
 
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
 [[nodiscard]] std::string ReasonOf(const ProjectSkipped& skipped);
 
 /// What came of a run, such as "9 built, 1 failed", or "4 built, 6 not built" of ten checked
-/// projects when it ended early.
+/// projects when it ended early, or "3 built, 7 up to date".
 [[nodiscard]] std::string CountsText(const RunEnded& run, std::size_t checked);
 
 }  // namespace gorbex

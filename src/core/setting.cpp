@@ -73,6 +73,7 @@ const std::array<Setting, kSettings>& AllSettings() {
       {"AutoLaunchVBP", "AutoLaunch VBP", &clsOptions::AutoLaunchVBP},
       {"DebugBuild", "Debug Build", Setting::Word{&clsOptions::DebugBuild}},
       {"SkipUsersOfFailed", "SkipUsersOfFailed", &clsOptions::SkipUsersOfFailed},
+      {"SkipUpToDate", "SkipUpToDate", &clsOptions::SkipUpToDate},
       {"VersionComponents", "", &clsOptions::VersionComponents},
       {"WatchSource", "", &clsOptions::WatchSource},
   }};

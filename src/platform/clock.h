@@ -1,6 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <ratio>
+
+#include "platform/file_system.h"
 
 namespace gorbex {
 
@@ -19,6 +24,15 @@ class Clock {
   virtual ~Clock() = default;
 
   [[nodiscard]] virtual CivilTime LocalNow() const = 0;
+
+  /// The present as file times tell it.
+  [[nodiscard]] virtual FileTime Now() const {
+    using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+    constexpr Ticks kTo1970 = std::chrono::seconds(11'644'473'600);
+    const auto since1970 = std::chrono::system_clock::now().time_since_epoch();
+    const Ticks ticks = kTo1970 + std::chrono::duration_cast<Ticks>(since1970);
+    return {static_cast<std::uint64_t>(std::max(ticks, Ticks::zero()).count())};
+  }
 
   /// Time since some fixed moment; never runs backwards. For durations.
   [[nodiscard]] virtual std::chrono::milliseconds Elapsed() const {

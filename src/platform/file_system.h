@@ -27,6 +27,10 @@ struct FileInfo {
   std::uint32_t attributes = file_attribute::kNormal;
   std::uint64_t size = 0;             ///< bytes; 0 for a folder
   std::optional<FileTime> lastWrite;  ///< nothing when the times cannot be read
+
+  /// Changes when another file takes the place of this one, and where the system knows of it when
+  /// the file's bytes do.
+  std::uint64_t identity = 0;
 };
 
 struct FolderEntry {

@@ -31,7 +31,7 @@ wxIconBundle ProgramIcons() {
 }
 
 wxVector<wxBitmapBundle> RowIcons(int size) {
-  constexpr auto kImages = static_cast<std::size_t>(Image::BuildError) + 1;
+  constexpr auto kImages = static_cast<std::size_t>(Image::UpToDate) + 1;
   wxVector<wxBitmapBundle> icons;
   for (std::size_t image = 0; image < kImages; ++image) {
     const auto icon = Icon(ImageKey(static_cast<Image>(image)), size);

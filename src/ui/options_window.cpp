@@ -101,6 +101,7 @@ void OptionsWindow::MakeBuildPage() {
            form_.chkStopOnErrors);
   AddCheck(page, "&Skip projects that use one that failed in the same run", "chkSkipUsers",
            form_.chkSkipUsers);
+  AddCheck(page, "Skip &projects that are up to date", "chkSkipUpToDate", form_.chkSkipUpToDate);
   AddCheck(page, "&Debug build (no optimization, symbolic debug information)", "chkDebug",
            form_.chkDebug);
   wxSizer& content = ContentOf(page);

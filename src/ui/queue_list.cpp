@@ -35,6 +35,9 @@ void QueueList::Hear(const RunEvent& event) {
   } else if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
     times_[skipped->path] = "skipped: " + ToWx(GetFileFromPath(skipped->failed)) + " failed";
     MeasureLater();
+  } else if (const auto* fresh = std::get_if<ProjectUpToDate>(&event)) {
+    times_[fresh->path] = "up to date";
+    MeasureLater();
   } else {
     return;
   }

@@ -76,6 +76,10 @@ void RunStatusBar::Hear(const RunEvent& event) {
   if (const auto* project = std::get_if<ProjectStarted>(&event)) Next(*project);
   if (const auto* step = std::get_if<StepStarted>(&event)) Take(*step);
   if (std::holds_alternative<ProjectSkipped>(event)) gauge_->SetValue(gauge_->GetValue() + 1);
+  if (std::holds_alternative<ProjectUpToDate>(event)) {
+    project_.Pause();
+    gauge_->SetValue(gauge_->GetValue() + 1);
+  }
   // Questions take the user's time, not the project's.
   if (std::holds_alternative<QuestionAsked>(event)) project_.Pause();
   if (std::holds_alternative<QuestionAnswered>(event)) project_.Resume();

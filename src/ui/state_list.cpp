@@ -282,7 +282,9 @@ wxString StateList::CutOffTexts(long item) const {
     if (!tip.empty()) tip += "\n";
     tip += wxString::FromUTF8(columns_[static_cast<std::size_t>(column)].heading) + ": " + text;
   }
-  return tip;
+  const wxString note = ToWx(RowOf(item)->Note());
+  if (!tip.empty() && !note.empty()) tip += "\n";
+  return tip + note;
 }
 
 }  // namespace gorbex::ui

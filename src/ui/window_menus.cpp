@@ -97,6 +97,7 @@ WindowMenus::Entries WindowMenus::QueueEntries() {
           &m.mnuQueueMarkUses,
           &m.mnuQueueMarkUsers,
           &m.mnuQueueMarkFailed,
+          &m.mnuQueueMarkOutdated,
           nullptr,
           &m.mnuQueueBuild,
           &m.mnuQueueBuildFailed,

@@ -23,7 +23,7 @@ TEST_F(CompileTest, WritesTheCompilersCommandLine) {
   for (const Case& c : cases) {
     program.window.buildDirectory = c.buildDirectory;
     Compile compile({program.window, platform.files, program.shell, program.dialogs, program.log,
-                     program.compiler, program.work, c.programFolder});
+                     program.compiler, program.work, program.freshness, c.programFolder});
     platform.files.AddFile(c.programFolder + "\\VBResult.log", "stale",
                            file_attribute::kReadOnly | file_attribute::kHidden);
     dialogs.answers = {Answer::Abort};

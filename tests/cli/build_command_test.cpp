@@ -63,6 +63,45 @@ TEST_F(BuildCommandTest, SkipsWhatUsesAFailedProjectAndSaysWhy) {
                                {"got", nullptr}}));
 }
 
+TEST_F(BuildCommandTest, PlansAndSkipsWhatIsUpToDate) {
+  InstallCompiler();
+  const auto writeLog = platform.processes.otherwise;
+  platform.processes.otherwise = [&](const std::string& line) {
+    platform.files.AddFile("C:\\Group\\Bin\\Core.dll", "built");
+    return writeLog(line);
+  };
+  platform.files.AddFile("C:\\VB\\VB6.EXE", "compiler");
+  const std::string core = Group::Path("Core");
+  ASSERT_EQ(Run({"settings", "Compatible", "true"}).status, 0);
+  Json planned = Run({"plan", file, core, "--json"}).Json();
+  EXPECT_EQ(planned["projects"][0]["reasons"][0]["kind"], "neverBuilt");
+  EXPECT_EQ(planned["projects"][0]["lastSeconds"], nullptr);
+  ASSERT_EQ(Run({"build", file, core}).status, 0);
+
+  const auto before = platform.journal.size();
+  const Result plan = Run({"plan", file, core});
+  EXPECT_EQ(plan.status, 0);
+  EXPECT_NE(plan.out.find("up to date  Core.vbp"), std::string::npos) << plan.out;
+  EXPECT_NE(plan.out.find("0 to build, 1 up to date\n"), std::string::npos) << plan.out;
+  EXPECT_EQ(platform.journal.size(), before) << "a plan changes nothing";
+  planned = Run({"plan", file, core, "--json", "--debug", "--version", "9.0.0"}).Json();
+  EXPECT_EQ(planned["projects"][0]["reasons"][0],
+            (Json{{"kind", "version"},
+                  {"subject", "9.0.0"},
+                  {"text", "9.0.0 is wanted, 1.0.0 was built"}}));
+
+  const Result run = Run({"build", file, core, "--outdated", "--junit", "C:\\run.xml"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.out.find("0 built, 1 up to date in"), std::string::npos) << run.out;
+  EXPECT_EQ(CountOf(platform.files.Text("C:\\run.xml"), "<skipped message=\"up to date\"/>"), 1U);
+  ASSERT_EQ(Run({"settings", "SkipUpToDate", "true"}).status, 0);
+  EXPECT_EQ(Run({"build", file, core, "--json"}).Json()["projects"][0]["result"], "upToDate");
+  const Json marked = Run({"queue", file, "mark", "--outdated", "--json"}).Json();
+  EXPECT_EQ(marked[0]["checked"].get<bool>(), false);
+  EXPECT_EQ(marked[1]["checked"].get<bool>(), true);
+  EXPECT_EQ(Run({"queue", file, "--outdated"}).status, 2);
+}
+
 TEST_F(BuildCommandTest, BuildTakesNamedProjectsAloneAndNothingCheckedIsToldApart) {
   InstallCompiler();
   const Json named = Run({"build", file, group.Path("Money"), "--json"}).Json();

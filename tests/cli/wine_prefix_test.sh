@@ -102,7 +102,24 @@ sed -i 's/\r$//' "$scratch"/said/windows/*
 plain "$scratch"/said/*/* "$scratch"/{windows,linux}/drive_c/"Program Files"/GorbexBuilder/Logs/*.log
 diff -r "$scratch/said/windows" "$scratch/said/linux" || fail "the programs say different things"
 diff -r "$scratch/windows/drive_c/Storefront" "$scratch/linux/drive_c/Storefront" || fail "the files differ"
-diff -r -x '*.lock' "$scratch"/{windows,linux}/drive_c/"Program Files"/GorbexBuilder || fail "the logs differ"
+diff -r -x '*.lock' -x gorbexbuilder.built "$scratch"/{windows,linux}/drive_c/"Program Files"/GorbexBuilder || fail "the logs differ"
 grep -q invalidreference "$scratch/said/linux/registered.show" && fail "a reference points at a ghost"
 grep -q 'StoreMoney.dll' "$scratch/said/linux/last.reg" || fail "nothing is registered"
+
+# What one program has built is up to date for the other, over the same prefix.
+choose linux
+cp "$storefront/Pricing/PriceList.cls" "$product/Pricing/PriceList.cls"
+counts() { tail -1 "$scratch/out" | tr -d '\r' | sed 's/ in .*//'; }
+outdated() { # outdated PROGRAM COUNTS
+  if [ "$1" = linux ]; then side=linux; else side=windows; fi
+  expect 0 gorbex build "$bpf" --outdated
+  [ "$(counts)" = "$2" ] || fail "$1: expected $2, but $(counts): $(cat "$scratch/out")"
+}
+expect 0 gorbex build "$bpf"
+end_wine "$WINEPREFIX"
+outdated windows "0 built, 10 up to date"
+printf "' a remark\r\n" >>"$product/Core/Guard.cls"
+outdated windows "1 built, 9 up to date"
+end_wine "$WINEPREFIX"
+outdated linux "0 built, 10 up to date"
 echo "one installation, two programs: all the same"

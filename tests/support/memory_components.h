@@ -11,7 +11,8 @@
 
 namespace gorbex::test {
 
-/// Component files with the interface GUIDs a test gave them.
+/// Component files with the interface GUIDs a test gave them. A file that begins with "{GUID}" has
+/// its first line as its type library, in version 1.0.
 struct FixedInspector : ComponentInspector {
   std::map<std::string, std::string> guids;
 
@@ -19,6 +20,11 @@ struct FixedInspector : ComponentInspector {
                                           const std::string& defaultText) const override {
     const auto found = guids.find(componentFile);
     return found == guids.end() ? defaultText : found->second;
+  }
+  [[nodiscard]] std::optional<InnerLibrary> LibraryIn(std::string_view file) const override {
+    if (!file.starts_with('{')) return std::nullopt;
+    return InnerLibrary{file.substr(0, file.find('\n')),
+                        std::string(file.substr(0, file.find('}') + 1)), "1.0"};
   }
 };
 

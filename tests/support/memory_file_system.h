@@ -32,7 +32,7 @@ class MemoryFileSystem : public FileSystem {
                std::uint32_t attributes = file_attribute::kArchive) {
     const auto whole = Normalised(path);
     AddFolder(FolderOf(whole));
-    nodes_[LowerCase(whole)] = {NameOf(whole), false, attributes, bytes};
+    nodes_[LowerCase(whole)] = {NameOf(whole), false, attributes, bytes, ++changes_};
   }
   void AddFolder(const std::string& path) {
     const auto whole = Normalised(path);
@@ -55,7 +55,8 @@ class MemoryFileSystem : public FileSystem {
     constexpr FileTime kLastWrite{59ULL * 86'400 * 10'000'000};
     const auto* node = fails && fails() ? nullptr : Find(path);
     if (node == nullptr) return std::nullopt;
-    return FileInfo{node->isFolder, node->attributes, node->bytes.size(), kLastWrite};
+    return FileInfo{node->isFolder, node->attributes, node->bytes.size(), kLastWrite,
+                    node->identity};
   }
   [[nodiscard]] std::string Read(const std::string& path) const override {
     RaiseInjected(path, FileOperation::Read);
@@ -115,6 +116,7 @@ class MemoryFileSystem : public FileSystem {
     bool isFolder = false;
     std::uint32_t attributes = file_attribute::kArchive;
     std::string bytes{};
+    std::uint64_t identity = 0;  ///< another one after each change
   };
 
   static bool IsPossible(const std::string& path) {
@@ -173,10 +175,12 @@ class MemoryFileSystem : public FileSystem {
     Node& node = nodes_.try_emplace(Key(path), Node{NameOf(Normalised(path))}).first->second;
     const bool isReadOnly = (node.attributes & file_attribute::kReadOnly) != 0;
     if (node.isFolder || isReadOnly) throw RuntimeError(ErrorNumber::PathFileAccess, path);
+    node.identity = ++changes_;
     return node;
   }
 
   Journal& journal_;
+  std::uint64_t changes_ = 0;
   std::map<std::string, Node> nodes_;  ///< by normalised lower-case path
   mutable std::map<std::pair<FileOperation, std::string>, ErrorNumber> faults_;
 };

@@ -15,8 +15,10 @@ namespace gorbex::test {
 struct ManualClock : Clock {
   CivilTime now{2026, 3, 4, 15, 6, 7};
   std::chrono::milliseconds elapsed{0};
+  FileTime fileNow{60ULL * 86'400 * 10'000'000};  ///< a day after the files' times
 
   [[nodiscard]] CivilTime LocalNow() const override { return now; }
+  [[nodiscard]] FileTime Now() const override { return fileNow; }
   [[nodiscard]] std::chrono::milliseconds Elapsed() const override { return elapsed; }
 };
 

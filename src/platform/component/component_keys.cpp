@@ -1,7 +1,5 @@
 #include "platform/component/component_keys.h"
 
-#include <array>
-#include <charconv>
 #include <string_view>
 
 #include "platform/code_page.h"
@@ -11,12 +9,6 @@ namespace {
 
 // The system's own proxy, which carries calls by what the type library says.
 constexpr std::string_view kLibraryProxy = "{00020424-0000-0000-C000-000000000046}";
-
-std::string Hexadecimal(std::uint32_t number) {
-  std::array<char, 8> digits{};
-  const auto end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
-  return {digits.begin(), end};
-}
 
 /// Gathers the text values below HKEY_CLASSES_ROOT that make up a component.
 class KeyWriter {
@@ -70,7 +62,7 @@ void WriteClass(KeyWriter& to, const ComponentKeys& keys, const ComponentKeys::C
 ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path) {
   ComponentKeys keys;
   keys.library = library.guid;
-  keys.version = Hexadecimal(library.major) + "." + Hexadecimal(library.minor);
+  keys.version = RegistryVersionOf(library);
   keys.lcid = library.lcid;
   keys.flags = library.flags;
   keys.name = library.name;

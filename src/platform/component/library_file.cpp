@@ -19,6 +19,17 @@ LibraryPlace PlaceOfLibrary(const FileReader& files, const std::string& path) {
   return {path.substr(0, separator), number};
 }
 
+std::optional<InnerLibrary> InnerLibraryOf(std::string_view file) {
+  try {
+    const auto bytes = file.starts_with("MSFT") ? file : FindPeResource(file, "TYPELIB");
+    const auto library = bytes ? ReadTypeLibrary(*bytes) : std::nullopt;
+    if (!library) return std::nullopt;
+    return InnerLibrary{*bytes, library->guid, RegistryVersionOf(*library)};
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
 std::optional<TypeLibrary> TypeLibraryOf(const FileReader& files,
                                          const std::string& componentFile) {
   try {

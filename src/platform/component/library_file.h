@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/component/type_library.h"
+#include "platform/component_inspector.h"
 #include "platform/file_system.h"
 
 namespace gorbex {
@@ -14,6 +16,10 @@ struct LibraryPlace {
   std::string file;
   std::optional<std::uint16_t> resource{};  ///< nothing for the file itself or its first library
 };
+
+/// The bytes of the type library in those of a component file, with its identity. Nothing when
+/// there is none in the MSFT format.
+[[nodiscard]] std::optional<InnerLibrary> InnerLibraryOf(std::string_view file);
 
 /// Takes a resource number ("...\script.dll\3") off a path that does not name a file with it.
 [[nodiscard]] LibraryPlace PlaceOfLibrary(const FileReader& files, const std::string& path);

@@ -1,5 +1,8 @@
 #include "platform/component/type_library.h"
 
+#include <array>
+#include <charconv>
+
 #include "platform/component/byte_reader.h"
 
 namespace gorbex {
@@ -139,6 +142,16 @@ class LibraryReader {
 };
 
 }  // namespace
+
+std::string Hexadecimal(std::uint32_t number) {
+  std::array<char, 8> digits{};
+  const auto end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
+  return {digits.begin(), end};
+}
+
+std::string RegistryVersionOf(const TypeLibrary& library) {
+  return Hexadecimal(library.major) + "." + Hexadecimal(library.minor);
+}
 
 std::optional<TypeLibrary> ReadTypeLibrary(std::string_view bytes) {
   try {

@@ -18,6 +18,9 @@ class LinuxComponentInspector : public ComponentInspector {
     const auto guid = library ? OwnInterfaceOf(*library) : std::string();
     return guid.empty() ? defaultText : guid;
   }
+  [[nodiscard]] std::optional<InnerLibrary> LibraryIn(std::string_view file) const override {
+    return InnerLibraryOf(file);
+  }
 
  private:
   const FileReader& files_;

@@ -78,6 +78,19 @@ std::optional<FileTime> LastWrite(const struct stat& info) {
   return FileTime{static_cast<std::uint64_t>(ticks)};
 }
 
+// The time of the last change of any kind cannot be set by a program, as the others can.
+std::uint64_t IdentityOf(const struct stat& info) {
+  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15;
+  std::uint64_t mixed = info.st_dev;
+  for (const std::uint64_t part :
+       {std::uint64_t{info.st_ino}, static_cast<std::uint64_t>(info.st_ctim.tv_sec),
+        static_cast<std::uint64_t>(info.st_ctim.tv_nsec)}) {
+    mixed = (mixed ^ part) * kMix;
+    mixed ^= mixed >> 29U;
+  }
+  return mixed;
+}
+
 mode_t UserFileMask() {
   const mode_t mask = umask(0);
   umask(mask);
@@ -122,6 +135,7 @@ std::optional<FileInfo> LinuxFileSystem::Look(const std::string& path) const {
   info.lastWrite = LastWrite(entry->info);
   if (info.isFolder) return info;
   info.size = static_cast<std::uint64_t>(entry->info.st_size);
+  info.identity = IdentityOf(entry->info);
   info.attributes = file_attribute::kArchive;
   if (IsReadOnly(entry->info)) info.attributes |= file_attribute::kReadOnly;
   return info;

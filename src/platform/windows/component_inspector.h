@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/component/library_file.h"
 #include "platform/component_inspector.h"
 #include "platform/file_system.h"
 
@@ -12,6 +13,9 @@ class WindowsComponentInspector : public ComponentInspector {
 
   [[nodiscard]] std::string InterfaceGuid(const std::string& componentFile,
                                           const std::string& defaultText) const override;
+  [[nodiscard]] std::optional<InnerLibrary> LibraryIn(std::string_view file) const override {
+    return InnerLibraryOf(file);
+  }
 
  private:
   const FileReader& files_;

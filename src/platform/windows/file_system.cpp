@@ -79,6 +79,10 @@ auto Reporting(const std::string& path, const Action& action) {
   }
 }
 
+std::uint64_t TicksOf(const FILETIME& time) {
+  return std::uint64_t{time.dwHighDateTime} << 32U | time.dwLowDateTime;
+}
+
 std::wstring PossiblePath(const std::string& path) {
   auto full = FullPathOf(path);
   if (!full) throw RuntimeError(ErrorNumber::BadFileName, path);
@@ -90,6 +94,7 @@ std::wstring PossiblePath(const std::string& path) {
 struct Facts {
   DWORD attributes = 0;
   FILETIME lastWrite{};
+  FILETIME created{};
   std::uint64_t size = 0;
 
   [[nodiscard]] bool IsFolder() const { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
@@ -98,7 +103,7 @@ struct Facts {
 
 template <class Data>
 Facts FactsOf(const Data& data) {
-  return {data.dwFileAttributes, data.ftLastWriteTime,
+  return {data.dwFileAttributes, data.ftLastWriteTime, data.ftCreationTime,
           std::uint64_t{data.nFileSizeHigh} << 32U | data.nFileSizeLow};
 }
 
@@ -168,11 +173,11 @@ std::optional<FileInfo> WindowsFileSystem::Look(const std::string& path) const {
   const auto& facts = found->facts;
   FileInfo info;
   info.isFolder = facts.IsFolder();
-  const auto ticks =
-      std::uint64_t{facts.lastWrite.dwHighDateTime} << 32U | facts.lastWrite.dwLowDateTime;
+  const auto ticks = TicksOf(facts.lastWrite);
   if (ticks != 0) info.lastWrite = FileTime{ticks};
   if (info.isFolder) return info;
   info.size = facts.size;
+  info.identity = TicksOf(facts.created);
   info.attributes = facts.attributes & kAttributes;
   return info;
 }

@@ -1,0 +1,104 @@
+#include <ostream>
+
+#include "cli/commands.h"
+#include "cli/json_views.h"
+#include "cli/run_options.h"
+#include "cli/session.h"
+#include "cli/text_output.h"
+#include "freshness/build_plan.h"
+
+namespace gorbex::cli {
+namespace {
+
+struct PlanArguments {
+  std::string file;
+  RunOptions run;
+  bool allReasons = false;
+};
+
+Json SecondsJson(const std::optional<std::chrono::milliseconds>& duration) {
+  return duration ? Json(static_cast<double>(duration->count()) / 1000) : Json();
+}
+
+Json ProjectJson(const PlannedProject& project) {
+  Json reasons = Json::array();
+  for (const Reason& reason : project.judgement.reasons) {
+    reasons.push_back({{"kind", NameOf(reason.kind)},
+                       {"subject", JsonText(reason.subject)},
+                       {"text", JsonText(reason.text)}});
+  }
+  return {{"path", JsonText(project.path)},
+          {"action", project.judgement.IsUpToDate() ? "upToDate" : "build"},
+          {"reasons", reasons},
+          {"lastSeconds", SecondsJson(project.judgement.lastDuration)}};
+}
+
+Json PlanJson(const BuildPlan& plan) {
+  Json projects = Json::array();
+  for (const PlannedProject& project : plan.projects) projects.push_back(ProjectJson(project));
+  return {{"projects", projects},
+          {"build", plan.toBuild},
+          {"upToDate", plan.upToDate},
+          {"estimatedSeconds", SecondsJson(plan.estimate)}};
+}
+
+std::string UnlessText(const PlannedProject& project) {
+  std::string names;
+  for (const std::string& path : project.unless) {
+    names.append(names.empty() ? "" : ", ").append(FileName(path));
+  }
+  return names.empty() ? "" : ", unless another interface comes of " + names;
+}
+
+std::string WhyText(const PlannedProject& project, bool allReasons) {
+  const Judgement& judgement = project.judgement;
+  if (judgement.IsUpToDate()) return "since " + Plain(judgement.since) + UnlessText(project);
+  if (!allReasons) return Plain(ShortText(judgement.reasons));
+  std::string text;
+  for (const Reason& reason : judgement.reasons) {
+    text.append(text.empty() ? "" : "; ").append(Plain(reason.text));
+  }
+  return text;
+}
+
+void PrintPlan(std::ostream& out, const BuildPlan& plan, bool allReasons) {
+  constexpr std::size_t kNameWidth = 32;
+  constexpr std::size_t kTimeWidth = 9;
+  for (const PlannedProject& project : plan.projects) {
+    const Judgement& judgement = project.judgement;
+    out << (judgement.IsUpToDate() ? "up to date  " : "build       ")
+        << Padded(FileName(project.path), kNameWidth)
+        << Padded(judgement.lastDuration ? Seconds(*judgement.lastDuration) : "", kTimeWidth)
+        << "  " << WhyText(project, allReasons) << '\n';
+  }
+  out << plan.toBuild << " to build, " << plan.upToDate << " up to date";
+  if (plan.estimate) out << ", about " << Seconds(*plan.estimate);
+  out << '\n';
+}
+
+void Plan(Frame& frame, const PlanArguments& arguments) {
+  Session session(frame);
+  session.OpenToLook(arguments.file);
+  UseRunOptions(session, arguments.run);
+  Program& program = session.program();
+  const BuildPlan plan = PlanOf(program.window, program.group, program.freshness);
+  if (frame.json) {
+    frame.streams.out << Written(PlanJson(plan)) << '\n';
+  } else {
+    PrintPlan(frame.streams.out, plan, arguments.allReasons);
+  }
+}
+
+}  // namespace
+
+void AddPlanCommand(CLI::App& app, Frame& frame) {
+  CLI::App& command =
+      AddJsonCommand(app, frame, "plan", "What \"build --outdated\" would do, and why");
+  auto arguments = std::make_shared<PlanArguments>();
+  command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
+  AddRunOptions(command, arguments->run, "Plan");
+  command.add_flag("--all", arguments->allReasons, "Print every reason");
+  command.callback([&frame, arguments] { Plan(frame, *arguments); });
+}
+
+}  // namespace gorbex::cli

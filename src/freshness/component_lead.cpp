@@ -1,0 +1,59 @@
+#include "freshness/component_lead.h"
+
+#include <charconv>
+#include <vector>
+
+#include "core/reference_value.h"
+#include "core/text.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+// A control's line has its version in decimal digits. A text that is no number stays as it is.
+std::string Hexadecimal(std::string_view decimal) {
+  unsigned number = 0;
+  const auto* const end = decimal.data() + decimal.size();
+  const auto [stop, error] = std::from_chars(decimal.data(), end, number);
+  if (error != std::errc() || stop != end) return std::string(decimal);
+  char digits[8];
+  return {digits, std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr};
+}
+
+std::string HexadecimalVersion(std::string_view version) {
+  const auto dot = version.find('.');
+  if (dot == std::string_view::npos) return Hexadecimal(version);
+  return Hexadecimal(version.substr(0, dot)) + "." + Hexadecimal(version.substr(dot + 1));
+}
+
+}  // namespace
+
+std::optional<std::string_view> ProjectFileOf(std::string_view referenceValue) {
+  if (!EqualsIgnoringCase(referenceValue.substr(0, 3), "*\\A")) return std::nullopt;
+  return referenceValue.substr(3, referenceValue.find('#') - 3);
+}
+
+std::optional<std::string> LibraryKeyOf(std::string_view referenceValue) {
+  const auto fields = Split(referenceValue, '#');
+  const auto guid = GetGUID(referenceValue);
+  if (fields.size() < 3 || guid.empty() || ProjectFileOf(referenceValue)) return std::nullopt;
+  const auto version = IsTypeLibraryReference(referenceValue) ? std::string(fields[1])
+                                                              : HexadecimalVersion(fields[1]);
+  const auto lcid = TrimBlanks(fields[2].substr(0, fields[2].find(';')));
+  return std::string(guid).append("#").append(version).append("#").append(lcid);
+}
+
+std::string RegisteredFile(const RegistryTools& registry, const std::string& libraryKey) {
+  const auto fields = Split(libraryKey, '#');
+  if (fields.size() != 3) return {};
+  std::string key("HKEY_CLASSES_ROOT\\TypeLib\\");
+  key.append(fields[0]).append("\\").append(fields[1]).append("\\");
+  const auto file = [&](std::string_view lcid) {
+    return registry.fnsGetRegistryValue(std::string(key).append(lcid).append("\\win32"), "");
+  };
+  std::string found = file(fields[2]);
+  if (found.empty() && fields[2] != "0") found = file("0");
+  return found;
+}
+
+}  // namespace gorbex

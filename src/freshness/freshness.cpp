@@ -1,0 +1,166 @@
+#include "freshness/freshness.h"
+
+#include <utility>
+
+#include "core/file_tools.h"
+#include "core/project_file.h"
+#include "core/reference_value.h"
+#include "core/text.h"
+#include "freshness/component_lead.h"
+#include "freshness/freshness_check.h"
+#include "platform/code_page.h"
+#include "platform/runtime_error.h"
+#include "platform/windows_path.h"
+
+namespace gorbex {
+namespace {
+
+constexpr std::string_view kFile = "gorbexbuilder.built";
+
+std::string ProgramOf(const std::string& compilerPath) {
+  return WithoutQuotes(compilerPath);
+}
+
+}  // namespace
+
+std::string NoteOf(const Judgement& judgement) {
+  if (judgement.IsUpToDate()) return "Up to date since " + judgement.since;
+  std::vector<std::string> texts;
+  for (const Reason& reason : judgement.reasons) texts.push_back(reason.text);
+  std::string note = "To be built:\n" + ShortList(texts);
+  std::erase(note, '\r');
+  note.pop_back();
+  return note;
+}
+
+Freshness::Freshness(const Uses& uses)
+    : uses_(uses),
+      looks_(uses.files, uses.components, uses.clock),
+      records_(uses.files, JoinPath(uses.programFolder, kFile)) {}
+
+void Freshness::LookAgain() {
+  looks_.LookAgain();
+  leads_.clear();
+}
+
+const std::string& Freshness::Lead(const std::string& libraryKey) {
+  const auto [place, isNew] = leads_.try_emplace(libraryKey);
+  if (isNew) place->second = RegisteredFile(uses_.registry, libraryKey);
+  return place->second;
+}
+
+// A reference that the registry does not know leads to the file that it names.
+BuildInput Freshness::ReferenceInput(const std::string& folder, const std::string& value) {
+  using Kind = BuildInput::Kind;
+  BuildInput input{Kind::Stray, value, ""};
+  if (const auto file = ProjectFileOf(value)) {
+    input.place = ResolvedPath(folder, *file);
+  } else if (const auto key = LibraryKeyOf(value)) {
+    input.name = *key;
+    input.place = Lead(*key);
+    if (!input.place.empty()) {
+      input.kind = Kind::Reference;
+    } else {
+      Procedure::IgnoringErrors().Run([&](Procedure& on) {
+        on([&] { input.place = ResolvedPath(folder, ComponentPath(value)); });
+      });
+    }
+  }
+  input.print = looks_.Of(input.place, Covered::Interface);
+  return input;
+}
+
+std::vector<BuildInput> Freshness::InputsOf(const std::string& project,
+                                            const ProjectSources& sources,
+                                            const std::string& output) {
+  using Kind = BuildInput::Kind;
+  const std::string folder = StripPath(project);
+  std::vector<BuildInput> inputs;
+  const auto add = [&](Kind kind, const std::string& name, const std::string& place,
+                       Covered covered) {
+    const std::string path = place.empty() ? ResolvedPath(folder, name) : place;
+    inputs.push_back({kind, name, place, looks_.Of(path, covered)});
+  };
+  for (const auto& name : sources.members) add(Kind::Member, name, "", Covered::Contents);
+  for (const auto& name : sources.companions) add(Kind::Companion, name, "", Covered::Contents);
+  for (const auto& value : sources.references) inputs.push_back(ReferenceInput(folder, value));
+  const std::string& compatible = sources.compatibleBinary;
+  const bool isOwn =
+      compatible.empty() || EqualsIgnoringCase(ResolvedPath(folder, compatible), output);
+  if (!isOwn) add(Kind::Compatible, compatible, "", Covered::Interface);
+  add(Kind::Compiler, "", ProgramOf(uses_.window.compilerPath), Covered::Contents);
+  return inputs;
+}
+
+std::optional<Freshness::Taken> Freshness::Take(const std::string& project,
+                                                const std::string& folder) {
+  LookAgain();
+  try {
+    const auto stamp = looks_.StampOf(project);
+    const std::string text = uses_.files.Read(project);
+    const ProjectSources sources = ReadSources(text);
+    Taken taken;
+    BuildRecord& record = taken.record;
+    record.project = project;
+    record.output = BuiltFile(ParseProjectFile(project, text).member, folder);
+    record.version = sources.version;
+    record.debug = sources.debug;
+    record.inputs = InputsOf(project, sources, record.output);
+    const Fingerprint print{Fingerprint::State::Read, sources.text, stamp};
+    record.inputs.insert(record.inputs.begin(), {BuildInput::Kind::ProjectFile, "", "", print});
+    taken.start = uses_.clock.Elapsed();
+    return taken;
+  } catch (const RuntimeError&) {
+    return std::nullopt;
+  }
+}
+
+void Freshness::Note(std::optional<Taken> taken) {
+  LookAgain();
+  if (!taken) return;
+  BuildRecord& record = taken->record;
+  record.duration = uses_.clock.Elapsed() - taken->start;
+  record.when = TimeStamp(uses_.clock.LocalNow());
+  BuildInput binary{BuildInput::Kind::Binary, "", record.output};
+  binary.print = looks_.Of(record.output, Covered::Contents);
+  if (binary.print.state != Fingerprint::State::Read) return;
+  try {
+    const std::string bytes = uses_.files.Read(record.output);
+    if (const auto library = uses_.components.LibraryIn(bytes)) {
+      const std::string key = library->guid + "#" + library->version + "#0";
+      if (EqualsIgnoringCase(Lead(key), record.output)) binary.name = key;
+    }
+  } catch (const RuntimeError&) {
+    return;
+  }
+  record.inputs.push_back(std::move(binary));
+  Save(record);
+}
+
+void Freshness::Save(const BuildRecord& record) {
+  try {
+    records_.Add({record});
+  } catch (const RuntimeError& error) {
+    const std::string line =
+        "What was built could not be noted, so that it will be built again: " + error.Description();
+    if (hasTold_) return;
+    hasTold_ = true;
+    uses_.log.WriteLog(line);
+    told.Emit(line);
+  }
+}
+
+Judgement Freshness::Judge(const std::string& project) {
+  return Check(*this, project).Run();
+}
+
+Judgement Freshness::JudgeInRun(const std::string& project) {
+  // A get may have brought other files.
+  if (uses_.options.GetLatest) LookAgain();
+  Check check(*this, project);
+  Judgement judgement = check.Run();
+  if (judgement.IsUpToDate() && check.HasNewLooks()) Save(check.Renewed());
+  return judgement;
+}
+
+}  // namespace gorbex

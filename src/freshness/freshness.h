@@ -1,0 +1,98 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "analysis/reference_update.h"
+#include "core/activity_log.h"
+#include "core/main_window.h"
+#include "core/options.h"
+#include "core/registry_tools.h"
+#include "core/signal.h"
+#include "freshness/build_record.h"
+#include "freshness/file_looks.h"
+#include "freshness/reason.h"
+#include "freshness/record_file.h"
+#include "platform/clock.h"
+#include "platform/component_inspector.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// Whether a project needs a build.
+struct Judgement {
+  std::vector<Reason> reasons;  ///< why it does; empty when it is up to date
+  std::string since;            ///< when it was built into its place; empty for never
+  std::optional<std::chrono::milliseconds> lastDuration;  ///< of that build
+
+  [[nodiscard]] bool IsUpToDate() const { return reasons.empty(); }
+};
+
+/// The reasons, one on each line, or since when a project is up to date.
+[[nodiscard]] std::string NoteOf(const Judgement& judgement);
+
+/// Knows what every binary was built from, and compares that with what is there now. A project is
+/// up to date when everything that its last successful build was made from is still the same, and
+/// so is the binary. Times of files decide nothing.
+class Freshness {
+ public:
+  struct Uses {
+    const frmBuilder& window;
+    const clsOptions& options;
+    FileSystem& files;
+    const RegistryTools& registry;
+    const ComponentInspector& components;
+    const Clock& clock;
+    ActivityLog& log;
+    const ReferenceUpdate& references;
+    std::string programFolder;
+  };
+
+  explicit Freshness(const Uses& uses);
+
+  /// A build that is about to begin.
+  struct Taken {
+    BuildRecord record;
+    std::chrono::milliseconds start{0};
+  };
+
+  /// What the compiler is about to build a project from, into a folder or (empty) its own. Nothing
+  /// when the project file cannot be read.
+  [[nodiscard]] std::optional<Taken> Take(const std::string& project, const std::string& folder);
+
+  /// Notes a build that has succeeded. A record that cannot be written is told once and logged.
+  void Note(std::optional<Taken> taken);
+
+  /// Judges a loaded project for a run with the present settings. Writes nothing.
+  [[nodiscard]] Judgement Judge(const std::string& project);
+
+  /// As Judge, for who has the turn to build: notes how the files of a project that is up to date
+  /// look now, so that they need not be read again.
+  [[nodiscard]] Judgement JudgeInRun(const std::string& project);
+
+  /// To be called when files or the registry may have changed.
+  void LookAgain();
+
+  Signal<std::string> told;
+
+ private:
+  class Check;
+
+  [[nodiscard]] std::vector<BuildInput> InputsOf(const std::string& project,
+                                                 const ProjectSources& sources,
+                                                 const std::string& output);
+  [[nodiscard]] BuildInput ReferenceInput(const std::string& folder, const std::string& value);
+  [[nodiscard]] const std::string& Lead(const std::string& libraryKey);
+  void Save(const BuildRecord& record);
+
+  Uses uses_;
+  FileLooks looks_;
+  RecordFile records_;
+  std::unordered_map<std::string, std::string> leads_;  ///< what the registry has said this round
+  bool hasTold_ = false;
+};
+
+}  // namespace gorbex

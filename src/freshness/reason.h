@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gorbex {
+
+/// Why a project is to be built.
+struct Reason {
+  enum class Kind {
+    NeverBuilt,
+    BinaryMissing,
+    BinaryReplaced,
+    ProjectFile,
+    Member,
+    MemberMissing,
+    Reference,
+    Interface,
+    CompatibleBinary,
+    Compiler,
+    BuildFolder,
+    Debug,
+    Version,
+    BreakCompatibility,
+  };
+
+  Kind kind = Kind::NeverBuilt;
+  std::string subject;  ///< a file, an identity or a version; may be empty
+  std::string text;     ///< for the user, such as "Amount.cls changed"
+};
+
+/// As JSON names it, such as "neverBuilt".
+[[nodiscard]] std::string_view NameOf(Reason::Kind kind);
+
+/// The reasons on one line, separated by semicolons: the first kinds, one of each, with the number
+/// of the others, such as "Amount.cls changed (and 2 more); another compiler".
+[[nodiscard]] std::string ShortText(const std::vector<Reason>& reasons, std::size_t kinds = 3);
+
+}  // namespace gorbex

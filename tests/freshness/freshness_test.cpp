@@ -1,0 +1,192 @@
+#include <functional>
+
+#include "freshness/build_plan.h"
+#include "tests/support/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+const std::string kShop = Group::Path("Shop");
+const std::string kCoreBinary = "C:\\Out\\Core.dll";
+const std::string kRecord = "C:\\Program Files\\GorbexBuilder\\gorbexbuilder.built";
+
+/// "Core", and "Shop", which uses it. The compiler writes what it makes of a project: the first
+/// line of "Core.cls" is the interface.
+class FreshnessTest : public BuildFixture {
+ protected:
+  FreshnessTest() {
+    group.Library("Core").Line("Class=Core; Core.cls").Line("CompatibleMode=\"2\"");
+    GroupProject& shop = group.Executable("Shop").Uses("Core").Line("CompatibleMode=\"2\"");
+    shop.Line("Form=Shop.frm").Line("OptimizationType=0").Line("CodeViewDebugInfo=0");
+    shop.Line("AutoIncrementVer=1").Line("MajorVer=2").Line("MinorVer=0").Line("RevisionVer=9");
+    platform.files.AddFile(kCompiler, "compiler");
+    platform.files.AddFile("C:\\Group\\Core\\Core.cls", guid + " a\nbody");
+    platform.files.AddFile("C:\\Group\\Shop\\Shop.frm", "form");
+    platform.files.AddFolder("C:\\Out");
+    platform.processes.otherwise = [this](const std::string& line) {
+      const bool isCore = line.find("Core.vbp") != std::string::npos;
+      const auto code = isCore ? platform.files.Text("C:\\Group\\Core\\Core.cls") : "exe";
+      platform.files.AddFile(isCore ? kCoreBinary : "C:\\Out\\Shop.exe", code);
+      if (isCore) Register(kCoreBinary);
+      return CompileProject(line);
+    };
+    Load();
+    program.options.SkipUpToDate = true;
+    Build();
+  }
+
+  void Register(const std::string& file) {
+    platform.registry.AddText(RegistryRoot::ClassesRoot, "TypeLib\\" + guid + "\\1.0\\0\\win32", "",
+                              file);
+  }
+
+  void Rewrite(const std::string& file, const std::string& from, const std::string& to) {
+    std::string text = platform.files.Text(file);
+    platform.files.AddFile(file, text.replace(text.find(from), from.size(), to));
+  }
+
+  /// The reasons of both projects, such as "Core: a | Shop: b; c".
+  std::string Reasons() {
+    std::string text;
+    for (const auto& project : PlanOf(program.window, program.group, program.freshness).projects) {
+      if (!text.empty()) text += " | ";
+      text += program.window.ProjectMembers.Item(project.path).Name;
+      text += ": " + ShortText(project.judgement.reasons, 9);
+      if (!project.unless.empty()) text += "(unless)";
+    }
+    return text;
+  }
+
+  const std::string guid = LibraryGuid();
+
+ private:
+  static std::string LibraryGuid() {
+    MemoryPlatform scratch;
+    Group other(scratch);
+    return other.Library("Core").Guid();
+  }
+};
+
+TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
+  auto& files = platform.files;
+  auto& options = program.options;
+  const std::string cls = "C:\\Group\\Core\\Core.cls";
+  const std::string form = "C:\\Group\\Shop\\Shop.frm";
+  ASSERT_EQ(Reasons(), "Core:  | Shop: ");
+  const std::string library = guid + " leads to another file now";
+  struct Case {
+    const char* name;
+    std::function<void()> change;
+    std::function<void()> undo;
+    std::string reasons;
+  };
+  const Case cases[] = {
+      {"touched", [&] { Rewrite(cls, "body", "body"); }, [] {}, "Core:  | Shop: "},
+      {"body", [&] { Rewrite(cls, "body", "BODY"); }, [&] { Rewrite(cls, "BODY", "body"); },
+       "Core: Core.cls changed | Shop: (unless)"},
+      {"member gone", [&] { files.Remove(form); }, [&] { files.AddFile(form, "form"); },
+       "Core:  | Shop: Shop.frm is missing"},
+      {"member is a folder", [&] { files.Remove(form), files.AddFolder(form); },
+       [&] { files.AddFile(form, "form"); }, "Core:  | Shop: Shop.frm cannot be read"},
+      {"companion", [&] { files.AddFile("C:\\Group\\Shop\\Shop.frx", "x"); },
+       [&] { files.Remove("C:\\Group\\Shop\\Shop.frx"); }, "Core:  | Shop: Shop.frx changed"},
+      {"interface", [&] { Rewrite(kCoreBinary, " a", " b"); },
+       [&] { Rewrite(kCoreBinary, " b", " a"); },
+       "Core: Core.dll is not the one that was built | Shop: the interface of Core.dll changed"},
+      {"binary gone", [&] { files.Remove("C:\\Out\\Shop.exe"); },
+       [&] { files.AddFile("C:\\Out\\Shop.exe", "exe"); }, "Core:  | Shop: Shop.exe is missing"},
+      {"registered elsewhere", [&] { Register("C:\\Old\\Core.dll"); },
+       [&] { Register(kCoreBinary); },
+       "Core: Core.dll is not the one that is registered | Shop: " + library},
+      {"blank lines and revision",
+       [&] { Rewrite(kShop, "RevisionVer=9\r\n", "RevisionVer=10\r\n\r\n"); },
+       [&] { Rewrite(kShop, "RevisionVer=10\r\n\r\n", "RevisionVer=9\r\n"); }, "Core:  | Shop: "},
+      {"own debug value", [&] { Rewrite(kShop, "OptimizationType=0", "OptimizationType=1"); },
+       [&] { Rewrite(kShop, "OptimizationType=1", "OptimizationType=0"); },
+       "Core:  | Shop: the project file changed"},
+      {"project", [&] { Rewrite(kShop, "Type=", "Title=\"\"\r\nType="); },
+       [&] { Rewrite(kShop, "Title=\"\"\r\nType=", "Type="); },
+       "Core:  | Shop: the project file changed"},
+      {"debug", [&] { options.DebugBuild = "True"; }, [&] { options.DebugBuild = "False"; },
+       "Core:  | Shop: a debug build is wanted"},
+      {"version", [&] { options.VersionComponents = "2.0.10"; },
+       [&] { options.VersionComponents = ""; },
+       "Core: 2.0.10 is wanted, 1.0.0 was built | Shop: 2.0.10 is wanted, 2.0.9 was built"},
+      {"built version", [&] { options.VersionComponents = "2.00.9"; },
+       [&] { options.VersionComponents = ""; },
+       "Core: 2.00.9 is wanted, 1.0.0 was built | Shop: (unless)"},
+      {"compatibility", [&] { options.Compatible = false; }, [&] { options.Compatible = true; },
+       "Core: compatibility is to be broken | Shop: compatibility is to be broken"},
+      {"folder", [&] { program.window.buildDirectory = "C:\\New\\"; },
+       [&] { program.window.buildDirectory = "C:\\Out\\"; },
+       "Core: another build folder | Shop: another build folder"},
+      {"compiler", [&] { files.AddFile(kCompiler, "newer"); },
+       [&] { files.AddFile(kCompiler, "compiler"); },
+       "Core: another compiler | Shop: another compiler"},
+      {"record", [&] { files.AddFile(kRecord, "2" + files.Text(kRecord).substr(1)); }, [] {},
+       "Core: never built here | Shop: (unless)"},
+  };
+  for (const Case& each : cases) {
+    each.change();
+    EXPECT_EQ(Reasons(), each.reasons) << each.name;
+    each.undo();
+  }
+}
+
+TEST_F(FreshnessTest, BuildsOnlyWhatNeedsItAndStopsWhereTheInterfaceIsTheSame) {
+  const auto run = [&] {
+    compiledSources.clear();
+    const Journal steps = Build();
+    const auto told = Only(steps, {"show"});
+    return std::to_string(compiledSources.size()) + " " + Icons() + " " +
+           (told.empty() ? "" : told.back());
+  };
+  EXPECT_EQ(run(), "0 uptodate uptodate show Built 0 components; 2 are up to date.");
+  EXPECT_EQ(program.window.registrationScript.find("Core.dll") != std::string::npos, true);
+  Rewrite("C:\\Group\\Core\\Core.cls", "body", "BODY");
+  EXPECT_EQ(run(), "1 buildok uptodate show Built 1 components; 1 is up to date.");
+  Rewrite("C:\\Group\\Core\\Core.cls", " a", " b");
+  EXPECT_EQ(run(), "2 buildok buildok show Built 2 components.");
+  EXPECT_EQ(Row("Core").Note(), "To be built:\nCore.cls changed");
+
+  failing = "Shop";
+  platform.files.AddFile("C:\\Group\\Shop\\Shop.frm", "broken");
+  EXPECT_EQ(run(), "1 uptodate builderror show Errors during the build process");
+  platform.files.AddFile("C:\\Group\\Shop\\Shop.frm", "form");
+  EXPECT_EQ(Reasons(), "Core:  | Shop: ") << "as it was before the failure";
+}
+
+TEST_F(FreshnessTest, ReadsWhatHasNotSettledEvenIfItLooksTheSame) {
+  platform.clock.fileNow = {0};  // set back
+  Rewrite("C:\\Group\\Core\\Core.cls", "body", "BODY");
+  Build();
+  EXPECT_EQ(Reasons(), "Core:  | Shop: ");
+  Rewrite("C:\\Group\\Core\\Core.cls", "BODY", "body");
+  EXPECT_EQ(Reasons(), "Core: Core.cls changed | Shop: (unless)");
+}
+
+TEST_F(FreshnessTest, MarksExactlyTheRowsThatAreOutOfDate) {
+  Rewrite("C:\\Group\\Core\\Core.cls", "body", "BODY");
+  Row("Core").SetChecked(false);
+  program.window.menu.mnuQueueMarkOutdated.Execute();
+  EXPECT_TRUE(Row("Core").Checked());
+  EXPECT_FALSE(Row("Shop").Checked());
+  EXPECT_EQ(Row("Shop").Note(), "Up to date since 04/03/2026 15:06:07");
+  EXPECT_EQ(program.window.stbStatus.Get(), "1 row marked, 1 up to date");
+}
+
+TEST_F(FreshnessTest, BuildsOnWhenNothingCanBeNoted) {
+  platform.files.SetAttributes(kRecord, file_attribute::kReadOnly);
+  Rewrite("C:\\Group\\Core\\Core.cls", " a", " b");
+  std::vector<std::string> told;
+  const Subscription hears =
+      program.freshness.told.Connect([&](const std::string& line) { told.push_back(line); });
+  Build();
+  EXPECT_EQ(Icons(), "buildok buildok");
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_NE(told[0].find("could not be noted"), std::string::npos);
+  EXPECT_NE(told[0].find(kRecord), std::string::npos);
+}
+
+}  // namespace
+}  // namespace gorbex::test
