@@ -22,14 +22,18 @@ std::uint32_t ClassFlags(const OfferedClass& offered) {
 }
 
 // A name can mean only one type.
-void AddEnums(TypeLibrary& library, const OfferedClass& offered) {
-  for (const auto& declared : offered.declarations.enums) {
-    const bool isTaken = std::any_of(
-        library.types.begin(), library.types.end(),
-        [&](const TypeInfo& type) { return EqualsIgnoringCase(type.name, declared.name); });
-    if (isTaken || declared.name.empty()) continue;
-    if (EqualsIgnoringCase(library.name, declared.name)) continue;
-    library.types.push_back({TypeKind::Enum, "", declared.name, 0, std::nullopt});
+void AddType(TypeLibrary& library, TypeKind kind, const std::string& name) {
+  const bool isTaken =
+      std::any_of(library.types.begin(), library.types.end(),
+                  [&](const TypeInfo& type) { return EqualsIgnoringCase(type.name, name); });
+  if (isTaken || name.empty() || EqualsIgnoringCase(library.name, name)) return;
+  library.types.push_back({kind, "", name, 0, std::nullopt});
+}
+
+void AddTypes(TypeLibrary& library, const OfferedClass& offered) {
+  for (const auto& each : offered.declarations.enums) AddType(library, TypeKind::Enum, each.name);
+  for (const auto& each : offered.declarations.records) {
+    AddType(library, TypeKind::Record, each.name);
   }
 }
 
@@ -116,7 +120,7 @@ TypeLibrary ComponentLibrary(const Project& project, const std::vector<OfferedCl
     library.types.push_back(
         {TypeKind::Coclass, rules.Class(name), name, ClassFlags(offered), interface});
   }
-  for (const auto& offered : classes) AddEnums(library, offered);
+  for (const auto& offered : classes) AddTypes(library, offered);
   return library;
 }
 

@@ -11,7 +11,7 @@
 namespace gorbex::standin {
 
 /// The type library of a project: for each class an interface "_Name" and a class "Name", then the
-/// enumerations of all classes.
+/// enumerations and records of all classes.
 /// - No compatibility: every identity is new.
 /// - Project compatibility: library and classes keep theirs, interfaces get new ones.
 /// - Binary compatibility: everything that was there before keeps its identity.

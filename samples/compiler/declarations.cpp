@@ -136,17 +136,56 @@ std::optional<std::int32_t> Number(std::string_view text) {
   return static_cast<std::int32_t>(number);
 }
 
+// As written, but for the width of its gaps.
+std::string Folded(std::string_view statement) {
+  std::string folded;
+  for (const char letter : statement) {
+    const bool isBlank = letter == ' ' || letter == '\t';
+    if (!isBlank) folded += letter;
+    if (isBlank && !folded.ends_with(' ')) folded += ' ';
+  }
+  return folded;
+}
+
+void AddLine(std::string& text, std::string_view statement) {
+  if (!text.empty()) text += "; ";
+  text += Folded(statement);
+}
+
+DeclaredMethod::Parameter ReadMethodParameter(std::string_view text) {
+  DeclaredMethod::Parameter parameter;
+  Words words(text);
+  parameter.isOptional = words.TakeIf("optional");
+  words.TakeIf("paramarray");
+  parameter.isByRef = !words.TakeIf("byval");
+  words.TakeIf("byref");
+  auto declared = ReadVariable(words.Rest());
+  parameter.name = std::move(declared.name);
+  parameter.type = std::move(declared.type);
+  return parameter;
+}
+
 class DeclarationReader {
  public:
   void Read(std::string_view statement) {
     Words words(statement);
     if (inEnum_) return ReadConstant(words);
+    if (inRecord_) return ReadField(words);
+    statement_ = statement;
     const bool isPublic = words.TakeIf("public");
     const bool isOpen = isPublic || !(words.TakeIf("private") || words.TakeIf("friend"));
     words.TakeIf("static");
     if (words.TakeIf("enum")) return BeginEnum(words.Take(), isOpen);
+    if (words.TakeIf("type")) return BeginRecord(words.Take(), isOpen);
+    if (!isOpen) return;
     if (words.TakeIf("property")) {
-      if (isOpen) ReadProcedure(words);
+      ReadProcedure(words);
+    } else if (words.TakeIf("event") || words.TakeIf("implements")) {
+      AddLine(found_.events, statement);
+    } else if (words.TakeIf("sub")) {
+      ReadMethod(words, DeclaredMethod::Kind::Call, false);
+    } else if (words.TakeIf("function")) {
+      ReadMethod(words, DeclaredMethod::Kind::Call, true);
     } else if (isPublic) {
       ReadVariables(words);
     }
@@ -161,6 +200,9 @@ class DeclarationReader {
     if (!words.Rest().starts_with(kMark)) return;
     const auto id = Number(Trimmed(words.Rest().substr(kMark.size())));
     if (auto* const property = Find(name)) property->id = id;
+    for (auto& method : found_.methods) {
+      if (EqualsIgnoringCase(method.name, name)) method.id = id;
+    }
   }
 
   Declarations Take() { return std::move(found_); }
@@ -180,23 +222,68 @@ class DeclarationReader {
       inEnum_ = false;
       return;
     }
-    if (words.Rest().starts_with('=')) next_ = Number(Trimmed(words.Rest().substr(1)));
+    if (words.Rest().starts_with('=')) {
+      next_ = Number(Trimmed(words.Rest().substr(1)));
+      if (!next_ && isOpenEnum_) {
+        AddLine(found_.enums.back().expressions, name + " " + std::string(words.Rest()));
+      }
+    }
     if (!next_ || name.empty()) return;
     if (isOpenEnum_) found_.enums.back().constants.push_back({name, *next_});
     next_ = *next_ == INT32_MAX ? std::nullopt : std::optional(*next_ + 1);
   }
 
-  void ReadProcedure(Words words) {
+  void BeginRecord(const std::string& name, bool isOpen) {
+    inRecord_ = true;
+    isOpenRecord_ = isOpen;
+    if (isOpen) found_.records.push_back({name, {}, {}});
+  }
+
+  void ReadField(const Words& words) {
+    if (FirstWord(words.Rest()) == "end") {
+      inRecord_ = false;
+      return;
+    }
+    if (!isOpenRecord_) return;
+    auto& record = found_.records.back();
+    AddLine(record.text, words.Rest());
+    auto declared = ReadVariable(words.Rest());
+    if (declared.name.empty()) return;
+    record.fields.push_back({std::move(declared.name), std::move(declared.type)});
+  }
+
+  void ReadMethod(Words words, DeclaredMethod::Kind kind, bool hasResult) {
+    DeclaredMethod method;
+    method.kind = kind;
+    method.name = words.Take();
+    auto type = TakeSign(words);
+    const auto brackets = words.TakeBrackets();
+    for (const auto part : Parts(brackets.value_or(std::string_view()))) {
+      method.parameters.push_back(ReadMethodParameter(part));
+    }
+    if (hasResult) method.result = type.empty() ? TakeType(words) : type;
+    method.text = Folded(statement_);
+    found_.methods.push_back(std::move(method));
+  }
+
+  void ReadProcedure(const Words& procedure) {
+    Words words = procedure;
     const auto kind = LowerCase(words.Take());
+    const Words afterKind = words;
     const auto name = words.Take();
     auto type = TakeSign(words);
     const auto brackets = words.TakeBrackets();
     const auto parameters = Parts(brackets.value_or(std::string_view()));
     const bool isGet = kind == "get";
-    if (parameters.size() != (isGet ? 0 : 1)) return;
+    if (parameters.size() != (isGet ? 0 : 1)) {
+      using Kind = DeclaredMethod::Kind;
+      const Kind other = kind == "set" ? Kind::Set : Kind::Let;
+      return ReadMethod(afterKind, isGet ? Kind::Get : other, isGet);
+    }
     if (isGet && type.empty()) type = TakeType(words);
     if (!isGet) type = ReadParameter(parameters.front()).type;
     auto& property = Property(name, type);
+    AddLine(property.text, statement_);
     if (isGet) property.isReadable = true;
     if (kind == "let") property.isWritable = true;
     if (kind == "set") property.isSettable = true;
@@ -210,7 +297,9 @@ class DeclarationReader {
     for (const auto part : Parts(words.Rest())) {
       const auto declared = ReadVariable(part);
       if (declared.name.empty()) continue;
-      Property(declared.name, declared.type).isVariable = true;
+      auto& property = Property(declared.name, declared.type);
+      property.isVariable = true;
+      AddLine(property.text, part);
     }
   }
 
@@ -228,6 +317,9 @@ class DeclarationReader {
   }
 
   Declarations found_;
+  std::string_view statement_;
+  bool inRecord_ = false;
+  bool isOpenRecord_ = false;
   bool inEnum_ = false;
   bool isOpenEnum_ = false;
   std::optional<std::int32_t> next_ = 0;
@@ -237,7 +329,7 @@ class DeclarationReader {
 
 Declarations ReadDeclarations(std::string_view file) {
   DeclarationReader reader;
-  const auto code = CodeView(file);
+  const auto code = CodeView(file, Texts::AsDigits);
   if (!code) return {};
   for (const auto& line : *code) {
     for (const auto& statement : line.statements) reader.Read(statement);

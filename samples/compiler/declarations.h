@@ -17,9 +17,39 @@ struct DeclaredProperty {
   bool isWritable = false;           ///< by assignment
   bool isSettable = false;           ///< by reference, as objects are
   std::optional<std::int32_t> id{};  ///< where the source gives one
+  std::string text{};                ///< the declarations as written
 };
 
-/// A public enumeration. Constants whose values are expressions are left out.
+/// A procedure of a class: a method, or a property with parameters.
+struct DeclaredMethod {
+  enum class Kind { Call, Get, Let, Set };
+  struct Parameter {
+    std::string name;  ///< empty for one whose declaration is not understood
+    std::string type;
+    bool isByRef = true;
+    bool isOptional = false;
+  };
+
+  Kind kind = Kind::Call;
+  std::string name;
+  std::vector<Parameter> parameters;
+  std::optional<std::string> result;  ///< its type, empty when none is said; nothing for a Sub
+  std::optional<std::int32_t> id{};   ///< where the source gives one
+  std::string text{};                 ///< the declaration as written
+};
+
+/// A public record.
+struct DeclaredRecord {
+  struct Field {
+    std::string name;
+    std::string type;
+  };
+  std::string name;
+  std::vector<Field> fields;
+  std::string text{};  ///< the declarations of the fields as written
+};
+
+/// A public enumeration. Constants whose values are expressions are among its expressions only.
 struct DeclaredEnum {
   struct Constant {
     std::string name;
@@ -27,11 +57,15 @@ struct DeclaredEnum {
   };
   std::string name;
   std::vector<Constant> constants;
+  std::string expressions{};
 };
 
 struct Declarations {
   std::vector<DeclaredProperty> properties;
+  std::vector<DeclaredMethod> methods;
   std::vector<DeclaredEnum> enums;
+  std::vector<DeclaredRecord> records;
+  std::string events;  ///< and the interfaces that the class implements, as written
 };
 
 /// The declarations in a source file that other projects can use.

@@ -17,6 +17,7 @@
 #include "compiler/references.h"
 #include "compiler/registration.h"
 #include "compiler/result_log.h"
+#include "compiler/source_digest.h"
 #include "compiler/source_text.h"
 #include "compiler/type_library_image.h"
 #include "compiler/windows_path.h"
@@ -45,9 +46,14 @@ class Build {
     for (const auto& item : project_.items) {
       if (auto fault = CheckItem(item)) return fault;
     }
+    digest_.AddProject(files_.Read(project_.path));
     for (const auto& item : project_.items) {
-      if (!item.IsSource()) continue;
+      if (!item.IsSource()) {
+        digest_.AddInterface(files_, RegisteredFileOf(registry_, item).value_or(""));
+        continue;
+      }
       const auto path = ResolvedPath(project_.folder, item.value);
+      digest_.AddSource(files_, path);
       if (auto fault = CheckCode(path)) return fault;
       if (!IsComponent(project_.type)) continue;
       if (item.kind == ProjectItem::Kind::Source) AddEnums(ReadDeclarations(files_.Read(path)));
@@ -103,7 +109,7 @@ class Build {
       return BuildFault(RuntimeError(ErrorNumber::PathNotFound, folder_).Description());
     }
     if (!IsComponent(project_.type)) {
-      files_.Write(output_, foundation_.programImage);
+      files_.Write(output_, foundation_.programImage + digest_.Bytes());
       return std::nullopt;
     }
     if (!IsName(project_.name)) return BuildFault("'" + project_.name + "' is not a project name");
@@ -114,7 +120,8 @@ class Build {
       return enums_.contains(LowerCase(name));
     });
     const auto& image = IsInProcess() ? foundation_.libraryImage : foundation_.programImage;
-    files_.Write(output_, WithTypeLibrary(image, TypeLibraryImage(library, members)));
+    files_.Write(output_,
+                 WithTypeLibrary(image, TypeLibraryImage(library, members)) + digest_.Bytes());
     return Register(library);
   }
 
@@ -159,6 +166,7 @@ class Build {
   std::string folder_;
   std::string output_;
   std::vector<OfferedClass> classes_;
+  SourceDigest digest_;
   std::set<std::string> enums_;  ///< that types may name, in small letters
 };
 

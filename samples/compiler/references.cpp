@@ -93,11 +93,15 @@ std::optional<LibraryReference> ParseObject(std::string_view value) {
   return Reference(fields[0], fields[1], 10, Trimmed(fields[2].substr(mark + 1)));
 }
 
+std::optional<std::string> RegisteredFileOf(const RegistryReader& registry,
+                                            const ProjectItem& item) {
+  const auto library = Named(item);
+  return library ? RegisteredFile(registry, library->guid, library->version) : std::nullopt;
+}
+
 std::optional<TypeLibrary> LibraryOf(const FileReader& files, const RegistryReader& registry,
                                      const ProjectItem& item) {
-  const auto library = Named(item);
-  const auto file = library ? RegisteredFile(registry, library->guid, library->version)
-                            : std::optional<std::string>();
+  const auto file = RegisteredFileOf(registry, item);
   return file ? TypeLibraryOf(files, *file) : std::nullopt;
 }
 

@@ -25,6 +25,11 @@ struct LibraryReference {
 /// `{GUID}#2.0#0; FILE.OCX`, whose version is decimal.
 [[nodiscard]] std::optional<LibraryReference> ParseObject(std::string_view value);
 
+/// The file that the item's reference or control leads to on this machine; nothing when it is not
+/// registered.
+[[nodiscard]] std::optional<std::string> RegisteredFileOf(const RegistryReader& registry,
+                                                          const ProjectItem& item);
+
 /// The library that the item's reference or control leads to on this machine, if it can be read.
 [[nodiscard]] std::optional<TypeLibrary> LibraryOf(const FileReader& files,
                                                    const RegistryReader& registry,

@@ -55,11 +55,14 @@ std::size_t EndOfDate(std::string_view text, std::size_t start) {
 /// Splits one joined line into statements.
 class StatementSplitter {
  public:
+  explicit StatementSplitter(Texts texts) : texts_(texts) {}
+
   std::vector<std::string> Split(std::string_view text) {
     for (std::size_t i = 0; i < text.size() && text[i] != '\''; ++i) {
       if (text[i] == '"') {
-        i = std::min(text.find('"', i + 1), text.size());
-        statement_ += "\"\"";
+        const auto end = std::min(text.find('"', i + 1), text.size());
+        TakeText(text.substr(i + 1, end - i - 1));
+        i = end;
       } else if (text[i] == '#') {
         i = EndOfDate(text, i);
         statement_ += '#';
@@ -74,6 +77,16 @@ class StatementSplitter {
   }
 
  private:
+  void TakeText(std::string_view text) {
+    constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+    statement_ += '"';
+    for (const char letter : texts_ == Texts::AsDigits ? text : std::string_view()) {
+      const auto byte = static_cast<unsigned char>(letter);
+      statement_ += {kHexDigits[byte >> 4U], kHexDigits[byte & 0x0FU]};
+    }
+    statement_ += '"';
+  }
+
   // False when the statement is a remark, which takes the rest of the line.
   bool Finish() {
     const auto text = Trimmed(statement_);
@@ -83,6 +96,7 @@ class StatementSplitter {
     return true;
   }
 
+  Texts texts_;
   std::string statement_;
   std::vector<std::string> statements_;
 };
@@ -121,6 +135,8 @@ class Conditions {
 
 class CodeReader {
  public:
+  explicit CodeReader(Texts texts) : texts_(texts) {}
+
   std::vector<CodeLine> Read(std::string_view text) {
     bool inHeader = true;
     while (!text.empty()) {
@@ -150,11 +166,12 @@ class CodeReader {
     const bool isDirective = conditions_.Take(Trimmed(joined_));
     lines_.push_back({first_, {}});
     if (!isDirective && conditions_.Reads()) {
-      lines_.back().statements = StatementSplitter().Split(joined_);
+      lines_.back().statements = StatementSplitter(texts_).Split(joined_);
     }
     joined_.clear();
   }
 
+  Texts texts_;
   Conditions conditions_;
   std::string joined_;
   std::size_t first_ = 0;
@@ -182,9 +199,9 @@ std::optional<std::string> HeaderAttribute(std::string_view file, std::string_vi
   return std::nullopt;
 }
 
-std::optional<std::vector<CodeLine>> CodeView(std::string_view file) {
+std::optional<std::vector<CodeLine>> CodeView(std::string_view file, Texts texts) {
   if (!SkipHeader(file)) return std::nullopt;
-  return CodeReader().Read(file);
+  return CodeReader(texts).Read(file);
 }
 
 }  // namespace gorbex::standin

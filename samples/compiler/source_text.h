@@ -15,9 +15,14 @@ struct CodeLine {
   std::vector<std::string> statements;
 };
 
+/// What becomes of a quoted text: nothing of it stays, or each of its bytes as two digits, so that
+/// no character of it can be mistaken for code.
+enum class Texts { Emptied, AsDigits };
+
 /// The code of a source file; nothing when its header has no end. Of code compiled under a
 /// condition the first branch is read.
-[[nodiscard]] std::optional<std::vector<CodeLine>> CodeView(std::string_view file);
+[[nodiscard]] std::optional<std::vector<CodeLine>> CodeView(std::string_view file,
+                                                            Texts texts = Texts::Emptied);
 
 /// The value of a line `Attribute Name = Value` above the code, without quotes; nothing when there
 /// is no such line.

@@ -204,6 +204,8 @@ struct TypePlaces {
   std::uint32_t guid = kNone;
   std::uint32_t name = kNone;
   std::uint32_t interfaces = kNone;
+  std::uint32_t help = kNone;
+  std::uint32_t size = 4;  ///< in memory
   MemberBlock members{};
 };
 
@@ -225,6 +227,8 @@ TypeShape ShapeOf(const TypeInfo& type, const TypePlaces& places) {
   switch (type.kind) {
     case TypeKind::Enum:
       return {0x2120, 0, 0, kNone, 0, count << 16};
+    case TypeKind::Record:
+      return {0x2121, 0, 0, kNone, 0, count << 16};
     case TypeKind::Interface:
       return {0x2223};
     case TypeKind::Dispatch:
@@ -238,6 +242,24 @@ TypeShape ShapeOf(const TypeInfo& type, const TypePlaces& places) {
       return {0x2225, type.defaultInterface ? 1U : 0U, 0, places.interfaces, 0};
     default:
       throw RuntimeError(ErrorNumber::InvalidCall, type.name);
+  }
+}
+
+std::uint32_t SizeOf(ValueType type) {
+  switch (type) {
+    case ValueType::Byte:
+      return 1;
+    case ValueType::Integer:
+    case ValueType::Flag:
+      return 2;
+    case ValueType::Double:
+    case ValueType::Currency:
+    case ValueType::Date:
+      return 8;
+    case ValueType::Variant:
+      return 16;
+    default:
+      return 4;
   }
 }
 
@@ -312,45 +334,95 @@ class LibraryWriter {
   void AddMembers(std::size_t index) {
     constexpr std::size_t kMostMembers = 0x2000;
     const auto& members = members_[index];
-    if (members.properties.size() > kMostMembers || members.constants.size() > kMostMembers) {
+    if (members.properties.size() + members.methods.size() > kMostMembers ||
+        members.constants.size() > kMostMembers || members.fields.size() > kMostMembers) {
       throw RuntimeError(ErrorNumber::Overflow, library_.types[index].name);
     }
+    places_[index].help = AddString(members.help);
     for (const auto& property : members.properties) AddProperty(index, property);
+    for (const auto& method : members.methods) AddMethod(index, method);
     for (const auto& constant : members.constants) AddConstant(index, constant);
+    if (library_.types[index].kind == TypeKind::Record) places_[index].size = 0;
+    for (const auto& field : members.fields) AddField(index, field);
   }
 
   // One function for each way in which the property may be used.
   void AddProperty(std::size_t index, const LibraryProperty& property) {
-    constexpr std::uint32_t kGet = 2;
-    constexpr std::uint32_t kPut = 4;
-    constexpr std::uint32_t kPutReference = 8;
-    const auto name = names_.Add(property.name, static_cast<std::uint32_t>(index) * kTypeSize, 0);
-    if (property.isReadable) AddFunction(index, property, name, kGet);
-    if (property.isWritable) AddFunction(index, property, name, kPut);
-    if (property.isSettable) AddFunction(index, property, name, kPutReference);
+    using Kind = LibraryMethod::Kind;
+    const auto add = [&](Kind kind) {
+      LibraryMethod method{kind, property.name, {}, {}, property.id, property.help};
+      if (kind == Kind::Get) {
+        method.result = property.type;
+      } else {
+        method.parameters.push_back({"", property.type, false, false});
+      }
+      AddMethod(index, method);
+    };
+    if (property.isReadable) add(Kind::Get);
+    if (property.isWritable) add(Kind::Put);
+    if (property.isSettable) add(Kind::PutReference);
   }
 
-  void AddFunction(std::size_t index, const LibraryProperty& property, std::uint32_t name,
-                   std::uint32_t kind) {
+  void AddMethod(std::size_t index, const LibraryMethod& method) {
     constexpr std::uint32_t kStatus = 0x80190019;   // what every function returns
     constexpr std::uint32_t kVirtualCall = 0x0401;  // through the table, callee cleans the stack
-    constexpr std::uint32_t kReturns = 0x4000;      // its parameter is the value
-    constexpr std::uint32_t kIn = 1;
-    constexpr std::uint32_t kOutReturned = 10;
-    constexpr std::uint32_t kSizeInMemory = 0x44;  // of the description with one parameter
-    constexpr std::uint32_t kPointerInMemory = 8;
+    constexpr std::uint32_t kReturns = 0x4000;      // its last parameter is the value
+    constexpr std::uint32_t kDescription = 52;      // sizes of the parts in memory
+    constexpr std::uint32_t kParameter = 16;
+    constexpr std::uint32_t kPointer = 8;
     auto& block = places_[index].members;
-    const bool isGet = (kind & 2) != 0;
-    const auto type = isGet ? descriptions_.AddPointer(property.type)
-                            : DescriptionTable::PlainType(property.type);
+    const auto name = names_.Add(method.name, static_cast<std::uint32_t>(index) * kTypeSize, 0);
+    const auto& parameters = method.parameters;
+    const auto count = static_cast<std::uint32_t>(parameters.size() + (method.result ? 1 : 0));
+    std::uint32_t pointers = method.result ? 1 : 0;
+    std::uint32_t optional = 0;
+    for (const auto& each : parameters) {
+      pointers += each.isByRef ? 1 : 0;
+      optional += each.isOptional ? 1 : 0;
+    }
     ByteWriter record;
     record.U32(kStatus).U32(0);
     record.U16((kInheritedFunctions + block.Count()) * kPlaceSize);
-    record.U16(kSizeInMemory + (isGet ? kPointerInMemory : 0));
-    record.U32(block.Count() << 16 | kVirtualCall | kind << 3 | (isGet ? kReturns : 0));
-    record.U16(1).U16(0);  // one parameter, not optional, without a name
-    record.U32(type).U32(kNone).U32(isGet ? kOutReturned : kIn);
-    block.Add(record.Bytes(), property.id, name);
+    record.U16(kDescription + kParameter * count + kPointer * pointers);
+    record.U32(block.Count() << 16 | kVirtualCall | static_cast<std::uint32_t>(method.kind) << 3 |
+               (method.result ? kReturns : 0));
+    record.U16(count).U16(optional);
+    if (!method.help.empty()) record.U32(0).U32(AddString(method.help));
+    AddParameters(record, method);
+    block.Add(record.Bytes(), method.id, name);
+  }
+
+  void AddParameters(ByteWriter& record, const LibraryMethod& method) {
+    constexpr std::uint32_t kIn = 1;
+    constexpr std::uint32_t kInOut = 3;
+    constexpr std::uint32_t kOutReturned = 10;
+    constexpr std::uint32_t kOptional = 16;
+    for (const auto& each : method.parameters) {
+      const auto type = each.isByRef ? descriptions_.AddPointer(each.type)
+                                     : DescriptionTable::PlainType(each.type);
+      const auto name = each.name.empty() ? kNone : names_.Add(each.name, kNone, 0);
+      record.U32(type).U32(name);
+      record.U32((each.isByRef ? kInOut : kIn) | (each.isOptional ? kOptional : 0));
+    }
+    if (!method.result) return;
+    record.U32(descriptions_.AddPointer(*method.result)).U32(kNone).U32(kOutReturned);
+  }
+
+  void AddField(std::size_t index, const LibraryField& field) {
+    constexpr std::uint32_t kOfInstance = 0;
+    constexpr std::uint32_t kSizeInMemory = 0x24;
+    constexpr std::uint32_t kFirstId = 0x40000000;
+    auto& places = places_[index];
+    const std::uint32_t size = SizeOf(field.type);
+    const std::uint32_t step = std::min(size, std::uint32_t{4});
+    places.size = (places.size + step - 1) / step * step;
+    const auto name = names_.Add(field.name, static_cast<std::uint32_t>(index) * kTypeSize, 0);
+    ByteWriter record;
+    record.U32(DescriptionTable::PlainType(field.type)).U32(0);
+    record.U16(kOfInstance).U16(kSizeInMemory).U32(places.size);
+    places.members.Add(record.Bytes(), static_cast<std::int32_t>(kFirstId + places.members.Count()),
+                       name);
+    places.size += size;
   }
 
   void AddConstant(std::size_t index, const LibraryConstant& constant) {
@@ -404,8 +476,8 @@ class LibraryWriter {
       out.U32(i << 16 | shape.kind).U32(members).U32(0).U32(kNone).U32(3);
       out.U32(0).U32(shape.elements).U32(0).U32(0).U32(0).U32(0);
       out.U32(places.guid).U32(type.flags).U32(places.name).U32(0);
-      out.U32(kNone).U32(0).U32(0).U32(kNone);  // no help, no custom data
-      out.U16(shape.interfaceCount).U16(shape.tableSize).U32(4);
+      out.U32(places.help).U32(0).U32(0).U32(kNone);  // no help file, no custom data
+      out.U16(shape.interfaceCount).U16(shape.tableSize).U32(places.size);
       out.U32(shape.base).U32(shape.inherited).U32(0).U32(kNone);
       members += static_cast<std::uint32_t>(places.members.Bytes().size());
     }

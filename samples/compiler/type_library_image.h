@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,30 @@ struct LibraryProperty {
   bool isReadable = false;
   bool isWritable = false;  ///< by assignment
   bool isSettable = false;  ///< by reference, as objects are
+  std::string help{};
+};
+
+/// A function of an interface.
+struct LibraryMethod {
+  enum class Kind : std::uint16_t { Call = 1, Get = 2, Put = 4, PutReference = 8 };
+  struct Parameter {
+    std::string name;
+    ValueType type = ValueType::Variant;
+    bool isByRef = false;
+    bool isOptional = false;
+  };
+
+  Kind kind = Kind::Call;
+  std::string name;
+  std::vector<Parameter> parameters;
+  std::optional<ValueType> result;
+  std::int32_t id = 0;
+  std::string help{};
+};
+
+struct LibraryField {
+  std::string name;
+  ValueType type = ValueType::Variant;
 };
 
 struct LibraryConstant {
@@ -38,15 +63,19 @@ struct LibraryConstant {
   std::int32_t value = 0;
 };
 
-/// A member of a type: properties in a dual interface, constants in an enumeration.
+/// The members of a type: properties and methods in a dual interface, constants in an enumeration,
+/// fields in a record; and what a browser tells of the type.
 struct LibraryMembers {
   std::vector<LibraryProperty> properties;
+  std::vector<LibraryMethod> methods;
   std::vector<LibraryConstant> constants;
+  std::vector<LibraryField> fields;
+  std::string help{};
 };
 
 /// The bytes of a 32-bit type library in the MSFT format: interfaces, dual interfaces (derived from
-/// the IDispatch of stdole2.tlb), classes and enumerations. Members are in the order of the
-/// types; those that are missing have none. The names of the library and its types must differ.
+/// the IDispatch of stdole2.tlb), classes, enumerations and records. Members are in the order of
+/// the types; those that are missing have none. The names of the library and its types must differ.
 /// RuntimeError for what the format cannot hold.
 [[nodiscard]] std::string TypeLibraryImage(const TypeLibrary& library,
                                            const std::vector<LibraryMembers>& members = {});
