@@ -14,7 +14,7 @@ import time
 
 import generate
 import window
-from measure import Command, by_turns
+from measure import Command, by_turns, run
 from report import Report
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -125,6 +125,34 @@ class Bench:
         seconds = max(taken["arrange"].median("cpu") - taken["load"].median("cpu"), 0)
         self.report.point("Arrange", shape, size, seconds)
         return seconds
+
+    def outdated(self):
+        """A run over a group in which everything is up to date, after one that has built all of it."""
+        self.report.section("A run that skips what is up to date, 30 references and 20 sources for each project")
+        growth = {}
+        for size in self.sizes:
+            root = self.group(projects=size)
+            build = self.gorbex(root, "build", "--outdated", "--yes", BPF)
+            for _ in range(2):  # the second takes up how the files look that the first has written
+                run(build)
+                time.sleep(2.1)
+            taken = by_turns({"gorbex build --outdated": build, "gorbex graph": self.gorbex(root, "graph", BPF),
+                              "ninja": Command(["ninja"], root)}, ROUNDS // 2)
+            for name, samples in taken.items():
+                self.report.point("Nothing to build", name, size, samples.median())
+            growth[size] = ours = taken["gorbex build --outdated"]
+            goal = size == 2000
+            self.report.compare(f"{size} projects: against gorbex graph", ours, taken["gorbex graph"], 1.5 if goal else None,
+                                "A run over 2,000 projects that are up to date, against `gorbex graph`" if goal else None)
+            self.report.compare(f"{size} projects: against ninja", ours, taken["ninja"],
+                                page="The same, against `ninja` over the same files" if goal else None)
+            record = root / "drive_c/Program Files/GorbexBuilder/gorbexbuilder.built"
+            text = record.read_bytes()
+            self.report.add(f"{size} projects: bytes of the record for each input", len(text) / text.count(b"|") * 6, target=150
+                            if goal else None, page="Bytes of the record of builds for each input" if goal else None)
+        for size in self.sizes:
+            if 2 * size in growth:
+                self.report.compare(f"{2 * size} projects against {size}", growth[2 * size], growth[size])
 
     def overhead(self, projects=500):
         self.report.section("Overhead of a run, with a compiler that only writes its log")
@@ -288,7 +316,7 @@ def main():
     parser.add_argument("work", type=pathlib.Path)
     parser.add_argument("--quick", action="store_true", help="only groups of 250 and 500 projects")
     parser.add_argument("--page", action="store_true", help="write docs/performance.md and its pictures")
-    names = ("load", "arrange", "overhead", "rewriting", "log", "mail", "window")
+    names = ("load", "outdated", "arrange", "overhead", "rewriting", "log", "mail", "window")
     parser.add_argument("--only", choices=names, action="append", help="only these measurements")
     arguments = parser.parse_args()
     arguments.work.mkdir(parents=True, exist_ok=True)
