@@ -17,6 +17,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import uuid
 
 arguments = argparse.ArgumentParser()
 arguments.add_argument("gorbex")
@@ -35,8 +36,9 @@ def fail(what):
     sys.exit(f"FAILED (seed {options.seed}): {what}\n  " + "\n  ".join(history[-12:]))
 
 
-def identity(name):
-    return subprocess.run([options.compiler, "/identity", name], capture_output=True, text=True, check=True).stdout.strip()
+def identity_of(name):
+    """What the compiler gives to the library of a project that was never built."""
+    return "{" + str(uuid.uuid5(uuid.UUID("8de73936-bb4d-470e-9013-2a161cc74d0d"), name.lower())).upper() + "}"
 
 
 class World:
@@ -138,15 +140,6 @@ class Project:
         for method in each["methods"]:
             lines += [method, f"  Debug.Print {each['body']}", "End Sub"]
         return "\r\n".join(lines + (["Next"] if each["broken"] else [])) + "\r\n"
-
-
-identities = {}
-
-
-def identity_of(name):
-    if name not in identities:
-        identities[name] = identity(name)
-    return identities[name]
 
 
 class Group:
