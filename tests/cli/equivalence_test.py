@@ -24,7 +24,7 @@ arguments.add_argument("gorbex")
 arguments.add_argument("compiler")
 arguments.add_argument("--changes", type=int, default=30)
 arguments.add_argument("--kills", type=int, default=4)
-arguments.add_argument("--seed", type=int, default=7)
+arguments.add_argument("--seed", type=int, default=1)
 options = arguments.parse_args()
 RANDOM = random.Random(options.seed)
 PER_GROUP = 40  # changes, until a new group is made
@@ -330,6 +330,6 @@ while done < options.changes:
             built += int(numbers.group(1)) if numbers else 0
             skipped += int(numbers.group(2) or 0) if numbers else 0
             done += 1
-if skipped < options.changes // 4:
+if skipped < options.changes:
     fail(f"only {skipped} builds were skipped")
 print(f"{done} changes, {min(options.kills, done)} kills: {built} projects built, {skipped} skipped, no difference")
