@@ -33,6 +33,7 @@ std::string Escaped(std::string_view text) {
 }
 
 std::string Unescaped(std::string_view text) {
+  if (text.find('%') == std::string_view::npos) return std::string(text);
   std::string plain;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool isEscape = text[i] == '%' && i + 1 < text.size() && text[i + 1] >= '0' &&
@@ -86,7 +87,22 @@ bool IsKind(std::string_view text) {
   return text.size() == 1 && std::string_view("PMCRSXKB").find(text[0]) != std::string_view::npos;
 }
 
-std::optional<Fingerprint> PrintIn(const std::vector<std::string_view>& fields) {
+using InputFields = std::array<std::string_view, kInputFields>;
+
+// Nothing when there are more or fewer.
+std::optional<InputFields> FieldsOf(std::string_view text) {
+  InputFields fields;
+  for (std::size_t i = 0; i + 1 < kInputFields; ++i) {
+    const auto end = text.find('|');
+    if (end == std::string_view::npos) return std::nullopt;
+    fields[i] = text.substr(0, end);
+    text.remove_prefix(end + 1);
+  }
+  fields.back() = text;
+  return text.find('|') == std::string_view::npos ? std::optional(fields) : std::nullopt;
+}
+
+std::optional<Fingerprint> PrintIn(const InputFields& fields) {
   using State = Fingerprint::State;
   if (fields[3] == "-") return Fingerprint{State::Missing};
   if (fields[3] == "?") return Fingerprint{State::Unreadable};
@@ -101,8 +117,9 @@ std::optional<Fingerprint> PrintIn(const std::vector<std::string_view>& fields) 
 }
 
 std::optional<BuildInput> InputOf(std::string_view text) {
-  const auto fields = Split(text, '|');
-  if (fields.size() != kInputFields || !IsKind(fields[0])) return std::nullopt;
+  const auto found = FieldsOf(text);
+  if (!found || !IsKind(found->front())) return std::nullopt;
+  const InputFields& fields = *found;
   const auto print = PrintIn(fields);
   if (!print) return std::nullopt;
   return BuildInput{static_cast<BuildInput::Kind>(fields[0][0]), Unescaped(fields[1]),

@@ -16,7 +16,7 @@ struct BuildInput {
   enum class Kind : char {
     ProjectFile = 'P',  ///< only of the lines that no build changes
     Member = 'M',
-    Companion = 'C',  ///< may be missing
+    Companion = 'C',  ///< the binary part of a member
     Reference = 'R',  ///< to a component that the registry leads to
     Stray = 'S',      ///< a reference that the registry does not know
     Compatible = 'X',

@@ -1,6 +1,5 @@
 #include "freshness/file_looks.h"
 
-#include "platform/code_page.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -34,7 +33,7 @@ void FileLooks::Look(const std::string& path, Entry& entry) const {
 }
 
 FileLooks::Entry& FileLooks::Looked(const std::string& path) {
-  Entry& entry = entries_[LowerCase(path)];
+  Entry& entry = entries_[path];
   if (entry.round != round_) Look(path, entry);
   return entry;
 }

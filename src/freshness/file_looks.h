@@ -55,7 +55,7 @@ class FileLooks {
   const ComponentInspector& components_;
   const Clock& clock_;
   std::uint64_t round_ = 1;
-  std::unordered_map<std::string, Entry> entries_;  ///< by path in small letters
+  std::unordered_map<std::string, Entry> entries_;  ///< by path
 };
 
 }  // namespace gorbex

@@ -82,7 +82,11 @@ std::vector<BuildInput> Freshness::InputsOf(const std::string& project,
     inputs.push_back({kind, name, place, looks_.Of(path, covered)});
   };
   for (const auto& name : sources.members) add(Kind::Member, name, "", Covered::Contents);
-  for (const auto& name : sources.companions) add(Kind::Companion, name, "", Covered::Contents);
+  // Most sources have none; one that names a binary part which is missing does not compile.
+  for (const auto& name : sources.companions) {
+    add(Kind::Companion, name, "", Covered::Contents);
+    if (inputs.back().print.state == Fingerprint::State::Missing) inputs.pop_back();
+  }
   for (const auto& value : sources.references) inputs.push_back(ReferenceInput(folder, value));
   const std::string& compatible = sources.compatibleBinary;
   const bool isOwn =

@@ -137,9 +137,7 @@ void Freshness::Check::CheckDebug(const DebugTexts& own) {
 void Freshness::Check::CheckSource(BuildInput& input) {
   using State = Fingerprint::State;
   const Fingerprint now = Now(input, Covered::Contents);
-  const bool mayMiss = input.kind == BuildInput::Kind::Companion;
-  const bool isStillMissing = now.state == State::Missing && input.print.state == State::Missing;
-  if (now.Matches(input.print) || (mayMiss && isStillMissing)) return;
+  if (now.Matches(input.print)) return;
   const std::string file = GetFileFromPath(input.name);
   if (now.state == State::Missing) return Add(Kind::MemberMissing, file, file + " is missing");
   const bool isRead = now.state == State::Read;

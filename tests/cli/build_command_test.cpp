@@ -78,12 +78,14 @@ TEST_F(BuildCommandTest, PlansAndSkipsWhatIsUpToDate) {
   EXPECT_EQ(planned["projects"][0]["lastSeconds"], nullptr);
   ASSERT_EQ(Run({"build", file, core}).status, 0);
 
-  const auto before = platform.journal.size();
+  platform.journal.clear();
   const Result plan = Run({"plan", file, core});
   EXPECT_EQ(plan.status, 0);
   EXPECT_NE(plan.out.find("up to date  Core.vbp"), std::string::npos) << plan.out;
   EXPECT_NE(plan.out.find("0 to build, 1 up to date\n"), std::string::npos) << plan.out;
-  EXPECT_EQ(platform.journal.size(), before) << "a plan changes nothing";
+  for (const std::string& effect : platform.journal) {
+    EXPECT_NE(effect.find("\\Logs\\"), std::string::npos) << "changed by a plan: " << effect;
+  }
   planned = Run({"plan", file, core, "--json", "--debug", "--version", "9.0.0"}).Json();
   EXPECT_EQ(planned["projects"][0]["reasons"][0],
             (Json{{"kind", "version"},

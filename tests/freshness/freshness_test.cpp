@@ -22,6 +22,7 @@ class FreshnessTest : public BuildFixture {
     platform.files.AddFile(kCompiler, "compiler");
     platform.files.AddFile("C:\\Group\\Core\\Core.cls", guid + " a\nbody");
     platform.files.AddFile("C:\\Group\\Shop\\Shop.frm", "form");
+    platform.files.AddFile("C:\\Group\\Shop\\Shop.frx", "x");
     platform.files.AddFolder("C:\\Out");
     platform.processes.otherwise = [this](const std::string& line) {
       const bool isCore = line.find("Core.vbp") != std::string::npos;
@@ -72,6 +73,7 @@ TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
   auto& options = program.options;
   const std::string cls = "C:\\Group\\Core\\Core.cls";
   const std::string form = "C:\\Group\\Shop\\Shop.frm";
+  const std::string picture = "C:\\Group\\Shop\\Shop.frx";
   ASSERT_EQ(Reasons(), "Core:  | Shop: ");
   const std::string library = guid + " leads to another file now";
   struct Case {
@@ -88,8 +90,8 @@ TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
        "Core:  | Shop: Shop.frm is missing"},
       {"member is a folder", [&] { files.Remove(form), files.AddFolder(form); },
        [&] { files.AddFile(form, "form"); }, "Core:  | Shop: Shop.frm cannot be read"},
-      {"companion", [&] { files.AddFile("C:\\Group\\Shop\\Shop.frx", "x"); },
-       [&] { files.Remove("C:\\Group\\Shop\\Shop.frx"); }, "Core:  | Shop: Shop.frx changed"},
+      {"companion", [&] { files.AddFile(picture, "y"); }, [&] { files.AddFile(picture, "x"); },
+       "Core:  | Shop: Shop.frx changed"},
       {"interface", [&] { Rewrite(kCoreBinary, " a", " b"); },
        [&] { Rewrite(kCoreBinary, " b", " a"); },
        "Core: Core.dll is not the one that was built | Shop: the interface of Core.dll changed"},
