@@ -143,14 +143,14 @@ class LibraryReader {
 
 }  // namespace
 
-std::string Hexadecimal(std::uint32_t number) {
+std::string RegistryNumber(std::uint32_t number) {
   std::array<char, 8> digits{};
   const auto end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
   return {digits.begin(), end};
 }
 
 std::string RegistryVersionOf(const TypeLibrary& library) {
-  return Hexadecimal(library.major) + "." + Hexadecimal(library.minor);
+  return RegistryNumber(library.major) + "." + RegistryNumber(library.minor);
 }
 
 std::optional<TypeLibrary> ReadTypeLibrary(std::string_view bytes) {

@@ -41,8 +41,8 @@ struct TypeLibrary {
   std::vector<TypeInfo> types;
 };
 
-/// A number and a library's version as the registry writes them.
-[[nodiscard]] std::string Hexadecimal(std::uint32_t number);
+/// A number, and the version of a library, as the registry writes them: hexadecimal.
+[[nodiscard]] std::string RegistryNumber(std::uint32_t number);
 [[nodiscard]] std::string RegistryVersionOf(const TypeLibrary& library);
 
 /// Reads the bytes of a type library in the MSFT format; nothing when they are something else or
