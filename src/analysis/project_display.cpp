@@ -134,7 +134,7 @@ void ProjectDisplay::RepointReferences(const std::string& project, const std::st
   }
   if (window_.lvwData.Tag() != project) return;
   RefreshReferences();
-  // The list shows references in lower case; the chosen name is shown as it was chosen.
+  // The list shows references in lower case, but the chosen name in its own letter case.
   for (const auto& row : window_.lvwData.Rows()) {
     const std::string& component = row->SubItem(reference_column::kComponent);
     if (EqualsIgnoringCase(component, newText)) {

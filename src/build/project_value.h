@@ -12,8 +12,8 @@ namespace gorbex {
 
 /// The place of a key's value in the text of a project file.
 struct ValuePlace {
-  std::size_t start = 0;             ///< of the first character after "="
-  std::optional<std::size_t> end{};  ///< of the line end after the value; nothing on a last line
+  std::size_t start = 0;             ///< where the first character after "=" is
+  std::optional<std::size_t> end{};  ///< where the line ends; nothing on a last line
 };
 
 /// Where the first "key=" is, in any letter case and wherever in the text; nothing when it does

@@ -29,7 +29,7 @@ void AddServeCommand(CLI::App& app, Frame& frame);
 CLI::App& AddJsonCommand(CLI::App& app, Frame& frame, const std::string& name,
                          const std::string& description);
 
-/// Joins the yes/no options to a command that may ask.
+/// Adds --yes and --no to a command that may ask questions.
 void AddAnswers(CLI::App& command, Frame& frame);
 
 /// Names every circle of projects with all its members.

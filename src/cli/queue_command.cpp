@@ -73,7 +73,7 @@ void RequireMarks(const QueueArguments& arguments) {
   throw Failure(ExitStatus::Unusable, "--with-uses, --with-users and --outdated go with mark");
 }
 
-// What --with-uses and --with-users add to "mark".
+// Marks more rows for --with-uses and --with-users.
 void MarkMore(QueueMarks& marks, const QueueArguments& arguments, const std::string& path) {
   if (arguments.withUses) marks.MarkWithUses(path);
   if (arguments.withUsers) marks.MarkWithUsers(path);

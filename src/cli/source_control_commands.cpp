@@ -14,7 +14,7 @@
 namespace gorbex::cli {
 namespace {
 
-/// What all source-control commands are told.
+/// The arguments that all source-control commands take.
 struct SourceControlCommandsArguments {
   std::string file;
   std::vector<std::string> projects;
@@ -65,7 +65,7 @@ std::vector<std::string> Chosen(const Session& session, const Program& program,
   return paths;
 }
 
-/// What `get` prints, and its exit status.
+/// The output of `get`, and its exit status.
 class GetReport {
  public:
   explicit GetReport(Frame& frame) : frame_(frame) {}

@@ -32,7 +32,7 @@ class ListRow {
   [[nodiscard]] Colour TextColour() const { return colour_; }
   [[nodiscard]] bool Checked() const { return checked_; }
 
-  /// By 1-based column; empty where nothing was set.
+  /// The text of a column, counted from 1; empty if none was set.
   [[nodiscard]] const std::string& SubItem(std::size_t column) const;
 
   void SetText(std::string text);

@@ -74,7 +74,7 @@ struct MainMenu {
   Command mnuTreePopupBuildNowDefault{"mnuTreePopupBuildNowDefault", "&Build Now", "Ctrl+F7"};
   Command mnuTreePopupBuildNowNewLocation{"mnuTreePopupBuildNowNewLocation", "Build Now &To..."};
 
-  // Of what a pop-up menu was opened on, in any pane.
+  // They act on the item under the pop-up menu, in any pane.
   Command mnuPopupOpenFolder{"mnuPopupOpenFolder", "&Open Folder"};
   Command mnuPopupCopyPath{"mnuPopupCopyPath", "Copy &Path"};
   Command mnuPopupCopyGuid{"mnuPopupCopyGuid", "Copy GU&ID"};

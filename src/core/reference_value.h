@@ -21,8 +21,8 @@ namespace gorbex {
 /// when the value has too few fields.
 [[nodiscard]] std::string_view ComponentPath(std::string_view value);
 
-/// What people know the component by: its description, or else the name of its file. Empty when
-/// the value has neither.
+/// The name people use for the component: its description, or else the name of its file. Empty
+/// when the value has neither.
 [[nodiscard]] std::string_view ReferenceTitle(std::string_view value);
 
 }  // namespace gorbex

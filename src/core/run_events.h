@@ -95,7 +95,7 @@ using RunEvents = Signal<RunEvent>;
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
 [[nodiscard]] std::string ReasonOf(const ProjectSkipped& skipped);
 
-/// What came of a run, such as "9 built, 1 failed", or "4 built, 6 not built" of ten checked
+/// The result of a run, such as "9 built, 1 failed", or "4 built, 6 not built" of ten checked
 /// projects when it ended early, or "3 built, 7 up to date".
 [[nodiscard]] std::string CountsText(const RunEnded& run, std::size_t checked);
 

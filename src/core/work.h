@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// What can be going on. Several can be at once, because waiting lets the user act.
+/// Kinds of work. Several can go on at once, because the user can act while one waits.
 enum class Task {
   Run,            ///< a run walks the queue
   TestProject,    ///< the test project that a run ends with

@@ -38,7 +38,7 @@ class MailTick {
     Compile& compile;
     EventPump& events;
     SenderList senders;
-    std::set<std::string>& refused;  ///< what the log has said of requests left alone
+    std::set<std::string>& refused;  ///< what the log has said of requests that were passed over
     Work& work;
     std::function<void(const std::string& why)> waits;  ///< told when requests are left for later
   };

@@ -28,7 +28,7 @@ std::optional<std::string> Accepted(std::string_view candidate,
   return std::nullopt;
 }
 
-/// What a backslash means before the quote that a blank or the end of the line follows.
+/// The meaning of a backslash before a quote that a blank or the end of the line follows.
 enum class LastBackslash { EscapesQuote, EndsFolder };
 
 /// Splits by the run-time library's rules for quotes and backslashes.

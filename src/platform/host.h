@@ -11,8 +11,7 @@
 
 namespace gorbex {
 
-/// What a front end needs of the system it runs on: the services, and how paths and the wish for
-/// the end reach it.
+/// The system as a front end needs it: services, typed paths, and the wish to end the program.
 class Host {
  public:
   virtual ~Host() = default;

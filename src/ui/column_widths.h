@@ -4,7 +4,7 @@
 
 namespace gorbex::ui {
 
-/// What a column of a list needs; all widths in pixels.
+/// The needs of a column of a list; all widths in pixels.
 struct ColumnNeed {
   int bare = 0;    ///< that it never falls below
   int least = 0;   ///< that is enough to read its heading and the beginning of its texts

@@ -35,7 +35,7 @@ LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box)
       ShowSection();
     }
   });
-  // Filled before it has its size, the list would begin below the chosen project.
+  // The list is filled before it has a size, so the chosen project may be out of sight.
   projects_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
     CallAfter([this] {

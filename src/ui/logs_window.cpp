@@ -78,7 +78,7 @@ wxSizer* LogsWindow::Head() {
   return row;
 }
 
-// What is selected, else everything.
+// Copies the selected text, or all of it when nothing is selected.
 void LogsWindow::Copy() {
   const wxString selected = text_->GetStringSelection();
   CopyText(selected.empty() ? text_->GetValue() : selected);

@@ -92,7 +92,7 @@ class MainFrame : public wxFrame {
   bool isBusyCursor_ = false;
   bool isPainted_ = false;
   bool isPlaced_ = false;
-  bool isFollowing_ = false;              ///< the position is being told, not asked for
+  bool isFollowing_ = false;  ///< the window stores its position; it does not move to it
   std::vector<std::string> notCompared_;  ///< projects that a scan left out, with reasons
   std::vector<Subscription> subscriptions_;
 };

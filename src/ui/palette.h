@@ -17,7 +17,7 @@ namespace gorbex::ui {
 /// colour of the others.
 [[nodiscard]] wxColour PaleSelectionColour();
 
-/// What the user should notice before going on.
+/// Of a text that the user should notice before going on.
 [[nodiscard]] wxColour WarningColour();
 
 }  // namespace gorbex::ui

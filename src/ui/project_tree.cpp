@@ -22,7 +22,7 @@ constexpr long kTypingPause = 1000;  // milliseconds
 constexpr int kIconGap = 4;
 constexpr int kNoteGap = 16;
 
-// What a reference is known by, which its text has among its numbers.
+// The description or file of a reference, which its text has among its numbers.
 wxString NoteOf(const TreeNode& node) {
   return IsReferenceNode(node) ? ToWx(std::string(ReferenceTitle(node.Text()))) : wxString();
 }
@@ -199,7 +199,7 @@ void ProjectTree::DrawIcons(wxDC& dc, const wxRect& rect, const Row& row) const 
   dc.DrawBitmap((node.Checked() ? registered_ : unregistered_).GetBitmapFor(this), x, y);
 }
 
-// What a reference is known by follows its text where there is room.
+// A reference's description follows its text where there is room.
 void ProjectTree::DrawTexts(wxDC& dc, const wxRect& room, const TreeNode& node) const {
   const wxString text = ToWx(node.Text());
   const wxString note = NoteOf(node);

@@ -14,7 +14,8 @@ namespace gorbex {
 /// Where a type library is: a file, and the number of a resource of it.
 struct LibraryPlace {
   std::string file;
-  std::optional<std::uint16_t> resource{};  ///< nothing for the file itself or its first library
+  std::optional<std::uint16_t>
+      resource{};  ///< its number; nothing means the file itself or its first library
 };
 
 /// The bytes of the type library in those of a component file, with its identity. Nothing when

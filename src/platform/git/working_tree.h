@@ -33,7 +33,8 @@ class GitWorkingTree {
   GitWorkingTree(GitRunner git, FileSystem& files, GitPlace place)
       : git_(std::move(git)), files_(files), place_(std::move(place)) {}
 
-  /// Looks into the tip fetched last, then into a new one, then into the working tree.
+  /// Searches the last fetched commit; if that lacks the path, a newly fetched one; then the
+  /// working tree.
   [[nodiscard]] std::optional<Entry> Find(const std::string& path);
 
   /// Error for a folder that the database lacks.

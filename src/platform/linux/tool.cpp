@@ -65,7 +65,7 @@ class Output {
   std::unique_ptr<Descriptor> to_;
 };
 
-/// What a tool reads, as a file without a name: a tool that reads nothing of it holds nobody up.
+/// The input of a tool, as a file without a name: nobody waits for a tool that does not read it.
 class Input {
  public:
   explicit Input(const std::string& text) {

@@ -157,7 +157,7 @@ void AutomationThread::HandleEvents(std::exception_ptr& thrown) {
 KeptObject AutomationThread::Keep(Dispatch object) {
   const auto giveBack = [home = Queue::own](const Dispatch* kept) {
     const auto queue = home.lock();
-    if (!queue) return;  // the thread has ended, and its objects with it
+    if (!queue) return;  // the thread has ended and has released its objects
     auto release = std::make_shared<Job>();
     release->work = [kept] { delete kept; };
     queue->Put(std::move(release));

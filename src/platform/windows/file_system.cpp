@@ -90,7 +90,7 @@ std::wstring PossiblePath(const std::string& path) {
   return std::move(*full);
 }
 
-/// What the system knows about a file.
+/// The system's facts about a file.
 struct Facts {
   DWORD attributes = 0;
   FILETIME lastWrite{};
@@ -134,7 +134,7 @@ std::wstring WritableTarget(const std::string& path) {
   return target;
 }
 
-/// What exists under a path.
+/// A path under which something exists, and what it is.
 struct Existing {
   std::wstring path;
   Facts facts;

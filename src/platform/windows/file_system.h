@@ -5,7 +5,7 @@
 
 namespace gorbex {
 
-/// The system's files. "Read-only" is the attribute of that name.
+/// The system's files. A file is read-only when its read-only attribute is set.
 class WindowsFileSystem : public FileSystem {
  public:
   [[nodiscard]] std::optional<FileInfo> Look(const std::string& path) const override;

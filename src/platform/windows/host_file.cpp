@@ -91,8 +91,8 @@ void CopySecurity(const std::wstring& from, const std::wstring& to, SECURITY_INF
   SetFileSecurityW(to.c_str(), part, security.data());
 }
 
-// Sets the system's last error when it cannot. Asked first, because a system may leave a file over
-// when the replacing fails.
+// Sets the system's last error when it cannot. Asked before a replacement, because one that fails
+// can leave an extra file.
 bool CanBeReplaced(const std::wstring& target) {
   return static_cast<bool>(Handle(CreateFileW(target.c_str(), GENERIC_READ | DELETE, kShareAll,
                                               nullptr, OPEN_EXISTING, 0, nullptr)));

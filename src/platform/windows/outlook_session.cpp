@@ -86,7 +86,7 @@ std::vector<ListedMail> ListMails(const std::shared_ptr<OutlookSession>& session
   });
   std::vector<ListedMail> mails;
   for (std::int32_t number = 1; number <= count; ++number) {
-    // Each on its own: a long list is not silence.
+    // Each mail is a job by itself, so that a long list does not run into the time limit.
     auto mail = session->thread.Do(
         [all = items, number, folderId = id] { return MailNumber(*all, number, folderId); });
     if (mail) mails.push_back(std::move(*mail));

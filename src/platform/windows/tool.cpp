@@ -58,8 +58,8 @@ class Output {
   Handle to_;
 };
 
-/// What a tool reads, as a file that goes with its last handle: a tool that reads nothing of it
-/// holds nobody up. Null when there is nothing to read.
+/// The input of a tool, as a file that goes with its last handle: nobody waits for a tool that does
+/// not read it. Null for no input.
 Handle Input(const std::string& text) {
   if (text.empty()) return Handle();
   std::array<wchar_t, MAX_PATH + 1> folder{};

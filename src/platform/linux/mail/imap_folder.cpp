@@ -24,7 +24,7 @@ using vmime::net::imap::IMAPParser;
 using Item = IMAPParser::msg_att_item;
 using Response = std::unique_ptr<IMAPParser::response>;
 
-/// What a server says of one mail.
+/// A server's facts about one mail.
 struct Fetched {
   std::string uid;
   bool isRead = false;

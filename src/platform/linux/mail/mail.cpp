@@ -118,7 +118,7 @@ struct LinuxMail::Parts {
 
 namespace {
 
-/// What the disk refuses, said as the program says it.
+/// Turns an error of the disk into one of the program's.
 template <class Work>
 auto Guarded(Work&& work) {
   try {

@@ -65,7 +65,7 @@ void MimePart::ReadType(const std::string& value) {
     isFlowed_ = ParameterOf(*field, "format") == "flowed";
     dropsFlowBlanks_ = ParameterOf(*field, "delsp") == "yes";
   } catch (const std::exception&) {
-    type_ = "text/plain";  // what cannot be read says nothing of the contents
+    type_ = "text/plain";  // an unreadable header counts as plain text
   }
 }
 

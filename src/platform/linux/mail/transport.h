@@ -16,7 +16,7 @@ void SendWithProgram(const MailMessage& message, const SendmailProgram& program,
 /// The message as it waits for a server.
 [[nodiscard]] WaitingMail Prepared(const MailMessage& message);
 
-/// Hands one text of a mail to the server. A LoginRefused is thrown.
+/// Hands one text of a mail to the server. Throws LoginRefused when the server refuses the login.
 [[nodiscard]] Delivery HandOver(const WaitingMail& mail, const std::string& text,
                                 const MailServer& server, Worker& worker);
 

@@ -20,7 +20,7 @@ class Patience {
   /// Something came in.
   void Renew() { newest_ = Clock::now(); }
 
-  /// Nobody waits any more.
+  /// Tells the work that nobody needs its result any more.
   void End() { isEnded_ = true; }
 
  private:

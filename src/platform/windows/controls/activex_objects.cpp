@@ -36,7 +36,7 @@ class ControlWindow : public wxWindow {
       : wxWindow(parent, wxID_ANY, {0, 0}, {size.width, size.height}),
         container_(new wxActiveXContainer(this, IID_IUnknown, control)) {}
   ~ControlWindow() override {
-    // The control's own window is the control's to destroy.
+    // The control destroys its own window.
     container_->DissociateHandle();
     delete container_;
   }
