@@ -20,7 +20,7 @@ class Lines {
     const auto after = std::upper_bound(starts_.begin(), starts_.end(), offset);
     const auto line = after - starts_.begin() - 1;
     const auto column = offset - starts_[static_cast<std::size_t>(line)];
-    return control_.XYToPosition(static_cast<long>(column), line);
+    return control_.XYToPosition(static_cast<long>(column), static_cast<long>(line));
   }
 
  private:
