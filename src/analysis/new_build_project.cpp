@@ -1,6 +1,6 @@
 #include "analysis/new_build_project.h"
 
-#include "analysis/group_graph.h"
+#include "analysis/dependency_graph.h"
 #include "core/group_file.h"
 #include "core/text.h"
 
@@ -81,7 +81,7 @@ void NewBuildProject::ReadAll(const std::vector<std::string>& projects) {
 
 // The queue's own Arrange knows one dependency per row; here all are known.
 std::vector<std::vector<std::string>> NewBuildProject::QueueAll() {
-  const GroupGraph graph(uses_.window.ProjectMembers, uses_.group);
+  const DependencyGraph graph(uses_.window.ProjectMembers, uses_.group);
   std::vector<std::string> paths;
   for (const auto& member : uses_.window.ProjectMembers) paths.push_back(member->path);
   for (const std::size_t project : graph.BuildOrder()) uses_.queue.Add(paths[project]);

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "analysis/group_graph.h"
+#include "analysis/dependency_graph.h"
 
 namespace gorbex {
 namespace {
@@ -21,7 +21,7 @@ void QueueMarks::Mark(const std::string& path, Direction direction) {
     members.push_back(member.get());
   }
   if (start == members.size()) throw RuntimeError(ErrorNumber::InvalidCall, path);
-  const GroupGraph graph(window_.ProjectMembers, group_);
+  const DependencyGraph graph(window_.ProjectMembers, group_);
   std::size_t marked = 0;
   std::size_t absent = 0;
   for (const std::size_t project :

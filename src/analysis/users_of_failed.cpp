@@ -1,11 +1,11 @@
 #include "analysis/users_of_failed.h"
 
-#include "analysis/group_graph.h"
+#include "analysis/dependency_graph.h"
 
 namespace gorbex {
 
 UsersOfFailed::UsersOfFailed(const MemberCollection& members, const GroupDependency& group)
-    : users_(GroupGraph(members, group).Users()), failedUse_(members.Count(), kNone) {
+    : users_(DependencyGraph(members, group).Users()), failedUse_(members.Count(), kNone) {
   for (const auto& member : members) {
     numbers_.emplace(member->path, paths_.size());
     paths_.push_back(member->path);

@@ -1,6 +1,6 @@
 #include "app/shut_down.h"
 
-#include "app/window_place.h"
+#include "app/stored_position.h"
 #include "scc/session_settings.h"
 
 namespace gorbex {

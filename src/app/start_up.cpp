@@ -1,6 +1,6 @@
 #include "app/start_up.h"
 
-#include "app/window_place.h"
+#include "app/stored_position.h"
 #include "core/text.h"
 #include "scc/session_settings.h"
 

@@ -1,6 +1,6 @@
 #include <ostream>
 
-#include "analysis/group_graph.h"
+#include "analysis/dependency_graph.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
@@ -20,7 +20,7 @@ std::string Quoted(const std::string& path) {
   return Written(JsonText(path));
 }
 
-void WriteDot(std::ostream& out, const GroupGraph& graph,
+void WriteDot(std::ostream& out, const DependencyGraph& graph,
               const std::vector<const clsMember*>& members) {
   out << "digraph group {\n  rankdir=BT;\n  node [shape=box];\n";
   std::vector<std::string> names;
@@ -38,7 +38,7 @@ void WriteDot(std::ostream& out, const GroupGraph& graph,
   out << "}\n";
 }
 
-Json GraphJson(const GroupGraph& graph, const std::vector<const clsMember*>& members) {
+Json GraphJson(const DependencyGraph& graph, const std::vector<const clsMember*>& members) {
   Json projects = Json::array();
   Json edges = Json::array();
   for (std::size_t i = 0; i < graph.Count(); ++i) {
@@ -55,7 +55,7 @@ void Graph(Frame& frame, const std::string& file) {
   Session session(frame);
   session.OpenToLook(file);
   const MemberCollection& collection = session.program().window.ProjectMembers;
-  const GroupGraph graph(collection, session.program().group);
+  const DependencyGraph graph(collection, session.program().group);
   const auto members = Numbered(collection);
   if (frame.json) {
     frame.streams.out << Written(GraphJson(graph, members)) << '\n';

@@ -4,7 +4,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "analysis/group_graph.h"
+#include "analysis/dependency_graph.h"
 #include "core/list_columns.h"
 
 namespace gorbex {
@@ -32,7 +32,7 @@ class Uses {
   }
 
  private:
-  GroupGraph graph_;
+  DependencyGraph graph_;
   std::vector<std::string> paths_;
   std::unordered_map<std::string, std::size_t> numbers_;
 };

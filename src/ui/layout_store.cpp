@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/window_place.h"
+#include "app/stored_position.h"
 #include "core/text.h"
 
 namespace gorbex::ui {

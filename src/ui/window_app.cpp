@@ -15,7 +15,7 @@ WindowApp::WindowApp(MakeHost makeHost, std::string typed)
 bool WindowApp::OnInit() {
   try {
     host_ = makeHost_();
-    session_ = std::make_unique<Session>(*host_);
+    session_ = std::make_unique<WindowSession>(*host_);
     session_->Start(typed_);
     return true;
   } catch (const std::exception& error) {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/host.h"
-#include "ui/session.h"
+#include "ui/window_session.h"
 
 namespace gorbex::ui {
 
@@ -25,7 +25,7 @@ class WindowApp : public wxApp {
   MakeHost makeHost_;
   std::string typed_;
   std::unique_ptr<Host> host_;
-  std::unique_ptr<Session> session_;
+  std::unique_ptr<WindowSession> session_;
 };
 
 }  // namespace gorbex::ui

@@ -141,20 +141,20 @@ DISPID NumberOf(IDispatch& object, const std::string& member) {
 
 }  // namespace
 
-std::string Answer::Text() {
+std::string MemberAnswer::Text() {
   const VARIANT& text = As(VT_BSTR);
   return FromWideRoughly({text.bstrVal, SysStringLen(text.bstrVal)});
 }
 
-std::int32_t Answer::Long() {
+std::int32_t MemberAnswer::Long() {
   return As(VT_I4).lVal;
 }
 
-bool Answer::Bool() {
+bool MemberAnswer::Bool() {
   return As(VT_BOOL).boolVal != VARIANT_FALSE;
 }
 
-Dispatch Answer::Object() {
+Dispatch MemberAnswer::Object() {
   if (value_.vt == VT_EMPTY || value_.vt == VT_NULL) return {};
   const bool isObject = value_.vt == VT_DISPATCH || value_.vt == VT_UNKNOWN;
   if (!isObject) throw RuntimeError(ErrorNumber::TypeMismatch, member_);
@@ -166,15 +166,15 @@ Dispatch Answer::Object() {
   return Dispatch(std::move(object));
 }
 
-VARIANT& Answer::As(VARTYPE type) {
+VARIANT& MemberAnswer::As(VARTYPE type) {
   if (FAILED(VariantChangeType(&value_, &value_, VARIANT_ALPHABOOL, type))) {
     throw RuntimeError(ErrorNumber::TypeMismatch, member_);
   }
   return value_;
 }
 
-Answer Dispatch::Property(const std::string& name) const {
-  Answer answer(name);
+MemberAnswer Dispatch::Property(const std::string& name) const {
+  MemberAnswer answer(name);
   Invoke(name, DISPATCH_PROPERTYGET, {}, answer.Place());
   return answer;
 }
@@ -183,8 +183,8 @@ void Dispatch::Let(const std::string& property, const Argument& value) const {
   Invoke(property, DISPATCH_PROPERTYPUT, {value}, nullptr);
 }
 
-Answer Dispatch::Ask(const std::string& name, const Arguments& arguments) const {
-  Answer answer(name);
+MemberAnswer Dispatch::Ask(const std::string& name, const Arguments& arguments) const {
+  MemberAnswer answer(name);
   Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments, answer.Place());
   return answer;
 }

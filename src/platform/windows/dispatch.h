@@ -26,15 +26,16 @@ using Argument = std::variant<std::string, std::int32_t, bool>;
 using Arguments = std::vector<Argument>;
 
 /// The answer of a member, with what it owns. Error 13 when it is read as another type.
-class Answer {
+class MemberAnswer {
  public:
   /// The member's name is for errors.
-  explicit Answer(std::string member) : member_(std::move(member)) { VariantInit(&value_); }
-  ~Answer() { VariantClear(&value_); }
-  Answer(Answer&& other) noexcept : member_(std::move(other.member_)), value_(other.value_) {
+  explicit MemberAnswer(std::string member) : member_(std::move(member)) { VariantInit(&value_); }
+  ~MemberAnswer() { VariantClear(&value_); }
+  MemberAnswer(MemberAnswer&& other) noexcept
+      : member_(std::move(other.member_)), value_(other.value_) {
     VariantInit(&other.value_);
   }
-  Answer& operator=(Answer&&) = delete;
+  MemberAnswer& operator=(MemberAnswer&&) = delete;
 
   VARIANT* Place() { return &value_; }
 
@@ -60,11 +61,11 @@ class Dispatch {
 
   explicit operator bool() const { return static_cast<bool>(object_); }
 
-  [[nodiscard]] Answer Property(const std::string& name) const;
+  [[nodiscard]] MemberAnswer Property(const std::string& name) const;
   void Let(const std::string& property, const Argument& value) const;
 
   /// A method with an answer, or a property with arguments.
-  [[nodiscard]] Answer Ask(const std::string& name, const Arguments& arguments = {}) const;
+  [[nodiscard]] MemberAnswer Ask(const std::string& name, const Arguments& arguments = {}) const;
 
   /// A method without an answer.
   void Do(const std::string& method, const Arguments& arguments = {}) const;

@@ -1,4 +1,4 @@
-#include "analysis/group_graph.h"
+#include "analysis/dependency_graph.h"
 
 #include <algorithm>
 #include <optional>
@@ -155,12 +155,12 @@ class UseCollector {
 
 }  // namespace
 
-GroupGraph::GroupGraph(const MemberCollection& members, const GroupDependency& group) {
+DependencyGraph::DependencyGraph(const MemberCollection& members, const GroupDependency& group) {
   const UseCollector collector(members, group);
   for (const auto& member : members) uses_.push_back(collector.UsesOf(*member));
 }
 
-std::vector<std::vector<std::size_t>> GroupGraph::Users() const {
+std::vector<std::vector<std::size_t>> DependencyGraph::Users() const {
   std::vector<std::vector<std::size_t>> users(Count());
   for (std::size_t project = 0; project < Count(); ++project) {
     for (const std::size_t used : uses_[project]) users[used].push_back(project);
@@ -168,19 +168,19 @@ std::vector<std::vector<std::size_t>> GroupGraph::Users() const {
   return users;
 }
 
-std::vector<std::size_t> GroupGraph::WithUses(std::size_t project) const {
+std::vector<std::size_t> DependencyGraph::WithUses(std::size_t project) const {
   return Reached(project, uses_);
 }
 
-std::vector<std::size_t> GroupGraph::WithUsers(std::size_t project) const {
+std::vector<std::size_t> DependencyGraph::WithUsers(std::size_t project) const {
   return Reached(project, Users());
 }
 
-std::vector<std::vector<std::size_t>> GroupGraph::Components() const {
+std::vector<std::vector<std::size_t>> DependencyGraph::Components() const {
   return ComponentSearch(uses_).Run();
 }
 
-std::vector<std::size_t> GroupGraph::BuildOrder() const {
+std::vector<std::size_t> DependencyGraph::BuildOrder() const {
   std::vector<std::size_t> order;
   for (const auto& component : Components()) {
     order.insert(order.end(), component.begin(), component.end());
@@ -188,13 +188,13 @@ std::vector<std::size_t> GroupGraph::BuildOrder() const {
   return order;
 }
 
-std::vector<std::vector<std::size_t>> GroupGraph::Cycles() const {
+std::vector<std::vector<std::size_t>> DependencyGraph::Cycles() const {
   auto components = Components();
   std::erase_if(components, [](const auto& component) { return component.size() < 2; });
   return components;
 }
 
-std::vector<std::vector<std::string>> CyclesOf(const GroupGraph& graph,
+std::vector<std::vector<std::string>> CyclesOf(const DependencyGraph& graph,
                                                const MemberCollection& members) {
   std::vector<std::string> paths;
   for (const auto& member : members) paths.push_back(member->path);

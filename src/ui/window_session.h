@@ -12,10 +12,10 @@
 namespace gorbex::ui {
 
 /// The program with everything it needs, in the order in which it is taken down again.
-class Session {
+class WindowSession {
  public:
   /// The host must outlive the session.
-  explicit Session(Host& host);
+  explicit WindowSession(Host& host);
 
   /// Shows the window and loads what the command line names: nothing, "show" or a file, in UTF-8.
   void Start(const std::string& typed);

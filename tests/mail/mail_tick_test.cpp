@@ -4,9 +4,9 @@ namespace gorbex::test {
 namespace {
 
 using Received = MemoryMail::Received;
-using MailRequestTest = MailFixture;
+using MailTickTest = MailFixture;
 
-TEST_F(MailRequestTest, LeavesAloneWhatIsNoRequest) {
+TEST_F(MailTickTest, LeavesAloneWhatIsNoRequest) {
   Set("AllowedSenders", " anna@dev.example, @Team.Example ");
   const std::string body = "GET,PRO " + core + ",";
   const std::vector<Received> mails = {
@@ -46,7 +46,7 @@ TEST_F(MailRequestTest, LeavesAloneWhatIsNoRequest) {
   EXPECT_TRUE(Only(second, {"log"}).empty()) << "and nobody is refused twice in the log";
 }
 
-TEST_F(MailRequestTest, IsNotFloodedByMadeUpSenders) {
+TEST_F(MailTickTest, IsNotFloodedByMadeUpSenders) {
   Set("AllowedSenders", "dev.example");
   std::vector<Received> mails(1200);
   for (std::size_t i = 0; i < mails.size(); ++i) {
@@ -56,7 +56,7 @@ TEST_F(MailRequestTest, IsNotFloodedByMadeUpSenders) {
   EXPECT_EQ(Only(Tick(mails), {"log"}).size(), 0U);
 }
 
-TEST_F(MailRequestTest, KeepsTheProjectForTheNextRequestOfTheSameTick) {
+TEST_F(MailTickTest, KeepsTheProjectForTheNextRequestOfTheSameTick) {
   const Received named{.body = "BUILD,PATH C:\\Drops,PRO " + core + ","};
   const Received unnamed{.body = "BUILD,"};
   Tick({named, unnamed});
@@ -67,7 +67,7 @@ TEST_F(MailRequestTest, KeepsTheProjectForTheNextRequestOfTheSameTick) {
   EXPECT_EQ(ReplyTo("BUILD,").subject, "GorbexBuilder failed to process your request");
 }
 
-TEST_F(MailRequestTest, BuildsWithoutAFolderWhereTheProjectSaysAndSendsThatFile) {
+TEST_F(MailTickTest, BuildsWithoutAFolderWhereTheProjectSaysAndSendsThatFile) {
   const std::pair<std::string, std::string> cases[] = {
       {"", "C:\\Group\\Own\\Own.dll"},
       {"Path32=\"\"", "C:\\Group\\Own\\Own.dll"},
@@ -90,7 +90,7 @@ TEST_F(MailRequestTest, BuildsWithoutAFolderWhereTheProjectSaysAndSendsThatFile)
   }
 }
 
-TEST_F(MailRequestTest, NeverLetsAPathBecomeMoreThanOneArgument) {
+TEST_F(MailTickTest, NeverLetsAPathBecomeMoreThanOneArgument) {
   for (const std::string path :
        {"C:\\a\" /run \"C:\\evil.vbp", "C:\\a\tb", "C:\\a\r\nb", "/run", "-x"}) {
     SCOPED_TRACE(path);
@@ -106,7 +106,7 @@ TEST_F(MailRequestTest, NeverLetsAPathBecomeMoreThanOneArgument) {
             "log Failed to create binary: There is no folder C:\\Nowhere\\");
 }
 
-TEST_F(MailRequestTest, LooksAtNoShareThatIsNotLoaded) {
+TEST_F(MailTickTest, LooksAtNoShareThatIsNotLoaded) {
   const std::string foreign = "\\\\evil\\share\\P.vbp";
   const std::string own = "\\\\server\\group\\P.vbp";
   for (const auto& path : {foreign, own}) platform.files.AddFile(path, "Type=Exe\r\n");

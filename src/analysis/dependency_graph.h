@@ -11,9 +11,9 @@ namespace gorbex {
 
 /// Which projects of the build use which: by the binaries their references name, and by references
 /// to the project files themselves. Projects are numbered from 0 in the order of the collection.
-class GroupGraph {
+class DependencyGraph {
  public:
-  GroupGraph(const MemberCollection& members, const GroupDependency& group);
+  DependencyGraph(const MemberCollection& members, const GroupDependency& group);
 
   [[nodiscard]] std::size_t Count() const { return uses_.size(); }
 
@@ -43,7 +43,7 @@ class GroupGraph {
 };
 
 /// As Cycles, by the paths of the projects.
-[[nodiscard]] std::vector<std::vector<std::string>> CyclesOf(const GroupGraph& graph,
+[[nodiscard]] std::vector<std::vector<std::string>> CyclesOf(const DependencyGraph& graph,
                                                              const MemberCollection& members);
 
 }  // namespace gorbex

@@ -1,4 +1,4 @@
-#include "ui/session.h"
+#include "ui/window_session.h"
 
 #include <wx/app.h>
 #include <wx/utils.h>
@@ -10,7 +10,7 @@
 
 namespace gorbex::ui {
 
-Session::Session(Host& host)
+WindowSession::WindowSession(Host& host)
     : host_(host), dialogs_(host), program_(host.Services(events_), dialogs_) {
   dialogs_.SetBuildProject([this] { return program_.window.fileName; });
   findings_ = program_.findings.told.Connect([this](const std::string& text) {
@@ -18,7 +18,7 @@ Session::Session(Host& host)
   });
 }
 
-void Session::Start(const std::string& typed) {
+void WindowSession::Start(const std::string& typed) {
   auto* frame =
       new MainFrame(program_, [this](const std::string& folder) { return ShowFolder(folder); });
   dialogs_.SetParent(frame);
@@ -32,7 +32,7 @@ void Session::Start(const std::string& typed) {
   frame->Show();
 }
 
-bool Session::ShowFolder(const std::string& folder) const {
+bool WindowSession::ShowFolder(const std::string& folder) const {
   const std::string path = host_.HostPath(folder);
   return !path.empty() && wxLaunchDefaultApplication(wxString::FromUTF8(path));
 }
@@ -40,7 +40,7 @@ bool Session::ShowFolder(const std::string& folder) const {
 // The system wants its answer at once, so no question is asked while it waits. When the session may
 // not end yet, the window closes afterwards as usual and asks then; the system ends the session
 // when the window is gone.
-void Session::FollowUsersSession(wxFrame* frame) {
+void WindowSession::FollowUsersSession(wxFrame* frame) {
   const wxWeakRef<wxFrame> window(frame);
   wxTheApp->Bind(wxEVT_QUERY_END_SESSION, [this, window](wxCloseEvent& event) {
     if (!window || program_.shutDown.SessionMayEnd() || !event.CanVeto()) return;
@@ -56,7 +56,7 @@ void Session::FollowUsersSession(wxFrame* frame) {
   });
 }
 
-std::string Session::CommandLine(const std::string& typed) const {
+std::string WindowSession::CommandLine(const std::string& typed) const {
   if (typed.empty() || typed == "show") return typed;
   // The program reports that it cannot open a file without a path.
   try {

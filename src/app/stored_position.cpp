@@ -1,4 +1,4 @@
-#include "app/window_place.h"
+#include "app/stored_position.h"
 
 #include <array>
 #include <charconv>
