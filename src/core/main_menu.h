@@ -75,8 +75,8 @@ struct MainMenu {
   Command mnuTreePopupBuildNowNewLocation{"mnuTreePopupBuildNowNewLocation", "Build Now &To..."};
 
   // They act on the item under the pop-up menu, in any pane.
-  Command mnuPopupOpenFolder{"mnuPopupOpenFolder", "&Open Folder"};
-  Command mnuPopupCopyPath{"mnuPopupCopyPath", "Copy &Path"};
+  Command mnuPopupOpenFolder{"mnuPopupOpenFolder", "O&pen Folder"};
+  Command mnuPopupCopyPath{"mnuPopupCopyPath", "Cop&y Path"};
   Command mnuPopupCopyGuid{"mnuPopupCopyGuid", "Copy GU&ID"};
 };
 

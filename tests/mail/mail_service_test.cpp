@@ -15,8 +15,9 @@ TEST_F(MailServiceTest, TakesARequestFromMailToReplyInOrder) {
                      "status Getting ", "status Processing Request from Anna Berg",
                      "start C:\\VB\\VB6.EXE \"" + core + "\" /make /out \"" + kResultLog +
                          "\" /outdir \"C:\\Drops\\\"",
-                     "mail read 1", "mail send Your Build was successfull. to Anna Berg",
-                     "timer True", "status Idle", "enabled mnuFileBuild True", "pointer default"}));
+                     "append C:\\Program Files\\GorbexBuilder\\gorbexbuilder.built", "mail read 1",
+                     "mail send Your Build was successfull. to Anna Berg", "timer True",
+                     "status Idle", "enabled mnuFileBuild True", "pointer default"}));
   EXPECT_TRUE(program.options.GetLatest) << "a setting that follows the request";
 }
 

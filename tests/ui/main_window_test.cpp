@@ -408,7 +408,7 @@ TEST_F(MainWindowTest, CopiesAndOpensWhatAPopUpMenuIsOpenedOn) {
     User::Then([&] { user.Presses(accessKey); });
     user.Presses(WXK_F10, wxMOD_SHIFT);
   };
-  choose("tvwProjects", 'P');
+  choose("tvwProjects", 'Y');
   EXPECT_EQ(Clipboard().utf8_string(), window.tvwProjects.Selected()->Text());
   window.lvwData.Select(&window.lvwData.At(1));
   User::Waits();
@@ -417,7 +417,7 @@ TEST_F(MainWindowTest, CopiesAndOpensWhatAPopUpMenuIsOpenedOn) {
   Asked();
   window.lvwQueue.Select(window.lvwQueue.Find(Path("Money")));
   User::Waits();
-  choose("lvwQueue", 'O');
+  choose("lvwQueue", 'P');
   EXPECT_EQ(Asked(), Journal{"folder C:\\Storefront\\Money"});
 }
 
