@@ -112,7 +112,7 @@ std::optional<std::string> ConsoleDialogs::OpenFile(const FileChoice& choice) {
 
 std::vector<std::string> ConsoleDialogs::OpenFiles(const FileChoice& choice) {
   std::vector<std::string> paths;
-  while (auto path = OpenFile(choice)) paths.push_back(std::move(*path));
+  for (auto path = OpenFile(choice); path; path = OpenFile(choice)) paths.push_back(*path);
   return paths;
 }
 

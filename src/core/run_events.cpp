@@ -25,7 +25,10 @@ std::string ReasonOf(const ProjectSkipped& skipped) {
 }
 
 std::string CountsText(const RunEnded& run, std::size_t checked) {
-  const auto done = static_cast<std::size_t>(run.built + run.errors + run.upToDate);
+  std::size_t done = 0;
+  for (const int count : {run.built, run.errors, run.upToDate}) {
+    done += static_cast<std::size_t>(count);
+  }
   const bool isWhole = done >= checked;
   std::string text = std::to_string(run.built) + " built";
   if ((isWhole && run.upToDate == 0) || run.errors > 0) {

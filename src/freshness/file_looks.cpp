@@ -58,12 +58,10 @@ Fingerprint FileLooks::Of(const std::string& path, Covered covered, const Finger
   Entry& entry = Looked(path);
   if (entry.state != Fingerprint::State::Read) return {entry.state};
   if (entry.stamp && entry.stamp == known.stamp) return known;
-  const auto hash = [&] {
-    return covered == Covered::Interface ? entry.interface : entry.contents;
-  };
-  if (!hash()) Read(path, entry);
-  if (entry.state != Fingerprint::State::Read) return {entry.state};
-  return {entry.state, *hash(), entry.stamp};
+  const auto& hash = covered == Covered::Interface ? entry.interface : entry.contents;
+  if (!hash) Read(path, entry);
+  if (entry.state != Fingerprint::State::Read || !hash) return {entry.state};
+  return {entry.state, *hash, entry.stamp};
 }
 
 }  // namespace gorbex

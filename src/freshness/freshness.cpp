@@ -26,6 +26,7 @@ std::string ProgramOf(const std::string& compilerPath) {
 std::string NoteOf(const Judgement& judgement) {
   if (judgement.IsUpToDate()) return "Up to date since " + judgement.since;
   std::vector<std::string> texts;
+  texts.reserve(judgement.reasons.size());
   for (const Reason& reason : judgement.reasons) texts.push_back(reason.text);
   std::string note = "To be built:\n" + ShortList(texts);
   std::erase(note, '\r');

@@ -12,7 +12,7 @@ namespace {
 // Whoever builds into a new folder each time leaves the old ones behind.
 constexpr std::size_t kMostPlaces = 8;
 
-constexpr std::size_t kSmall = 64 * 1024;
+constexpr std::size_t kSmall = std::size_t{64} * 1024;
 
 bool LooksSame(const FileInfo& one, const FileInfo& other) {
   return one.size == other.size && one.lastWrite == other.lastWrite &&

@@ -85,7 +85,7 @@ TEST(RecordFile, FollowsAnotherProgramAndForgetsWhatIsReplaced) {
   }
   EXPECT_EQ(VersionOf(other, "C:\\o49"), "999");
   EXPECT_EQ(VersionOf(other, "C:\\o41"), "none") << "only the last places of a project are kept";
-  EXPECT_LT(platform.files.Text(kFile).size(), 64 * 1024 + 20 * line);
+  EXPECT_LT(platform.files.Text(kFile).size(), std::size_t{64} * 1024 + 20 * line);
 }
 
 }  // namespace

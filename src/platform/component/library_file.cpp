@@ -22,7 +22,8 @@ LibraryPlace PlaceOfLibrary(const FileReader& files, const std::string& path) {
 std::optional<InnerLibrary> InnerLibraryOf(std::string_view file) {
   try {
     const auto bytes = file.starts_with("MSFT") ? file : FindPeResource(file, "TYPELIB");
-    const auto library = bytes ? ReadTypeLibrary(*bytes) : std::nullopt;
+    if (!bytes) return std::nullopt;
+    const auto library = ReadTypeLibrary(*bytes);
     if (!library) return std::nullopt;
     return InnerLibrary{*bytes, library->guid, RegistryVersionOf(*library)};
   } catch (const std::exception&) {
