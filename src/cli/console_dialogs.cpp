@@ -112,8 +112,11 @@ std::optional<std::string> ConsoleDialogs::OpenFile(const FileChoice& choice) {
 
 std::vector<std::string> ConsoleDialogs::OpenFiles(const FileChoice& choice) {
   std::vector<std::string> paths;
-  for (auto path = OpenFile(choice); path; path = OpenFile(choice)) paths.push_back(*path);
-  return paths;
+  for (;;) {
+    const auto path = OpenFile(choice);
+    if (!path) return paths;
+    paths.push_back(*path);
+  }
 }
 
 std::optional<std::string> ConsoleDialogs::OpenFileOrFolder(const FileChoice& choice) {

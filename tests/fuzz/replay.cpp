@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+#include "tests/fuzz/target.h"
 
 // The sanitizers ask for their options by these names.
 extern "C" const char* __asan_default_options();

@@ -38,7 +38,6 @@ std::string Climbing(std::string_view path, std::string_view name) {
 
 }  // namespace gorbex::test
 
-// The name and the form are the fuzzing library's.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   // The input is a separate block, so that a look past its end is seen.
   gorbex::test::ReadInput({reinterpret_cast<const char*>(data), size});

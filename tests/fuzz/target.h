@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -22,3 +24,6 @@ void Require(bool holds, const char* what);
 [[nodiscard]] std::string Climbing(std::string_view path, std::string_view name);
 
 }  // namespace gorbex::test
+
+/// Gives an input to ReadInput. The name and the form are the fuzzing library's.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
