@@ -27,6 +27,7 @@ struct BuildArguments {
   bool stopOnError = false;
   bool skipUsersOfFailed = false;
   bool outdated = false;
+  bool upToDateToo = false;
   std::string script;
   std::string junit;
   int timeLimit = 0;  ///< seconds; 0 for none
@@ -37,7 +38,7 @@ void Override(Session& session, const BuildArguments& arguments) {
   if (arguments.get) options.GetLatest = true;
   if (arguments.stopOnError) options.StopProcessing = true;
   if (arguments.skipUsersOfFailed) options.SkipUsersOfFailed = true;
-  if (arguments.outdated) options.SkipUpToDate = true;
+  if (arguments.outdated || arguments.upToDateToo) options.SkipUpToDate = arguments.outdated;
   UseRunOptions(session, arguments.run);
 }
 
@@ -184,7 +185,12 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
   command.add_flag("--stop-on-error", arguments->stopOnError, "Ask after each failed project");
   command.add_flag("--skip-users-of-failed", arguments->skipUsersOfFailed,
                    "Skip projects that use one that failed");
-  command.add_flag("--outdated", arguments->outdated, "Skip projects that are up to date");
+  auto* outdated =
+      command.add_flag("--outdated", arguments->outdated, "Skip projects that are up to date");
+  command
+      .add_flag("--no-outdated", arguments->upToDateToo,
+                "Build them, too, whatever the setting SkipUpToDate says")
+      ->excludes(outdated);
   command.add_option("--script", arguments->script, "Write the registration script to this file");
   command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
   AddTimeLimit(command, arguments->timeLimit);

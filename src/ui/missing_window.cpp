@@ -10,7 +10,7 @@
 namespace gorbex::ui {
 namespace {
 
-constexpr double kComponentsShare = 0.68;
+constexpr double kComponentsShare = 0.6;
 constexpr int kMostWidth = 1200;
 const wxSize kLeastSize(560, 220);
 constexpr int kFirstHeight = 300;
@@ -35,7 +35,7 @@ MissingWindow::MissingWindow(wxWindow* parent, frmMissing& form, CommandIds& ids
   Fill(*components_, list_, new EmptyHint(components_, ids, "No component is missing.", {}));
   Fill(*projects_,
        new StateList(projects_, "lvwProjects", form_.lvwProjects,
-                     {{"Project", 110}, {"Folder", 80}}, StateList::Checks::No),
+                     {{"Project", 170, false, 3}, {"Folder", 60}}, StateList::Checks::No),
        new EmptyHint(projects_, ids, "Select a component to see its projects.", {}));
   columns_->SetMinimumPaneSize(FromDIP(150));
   columns_->SetSashGravity(kComponentsShare);

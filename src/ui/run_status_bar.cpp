@@ -68,7 +68,14 @@ void RunStatusBar::ShowChanged(std::size_t projects) {
 }
 
 void RunStatusBar::ShowMissing(const std::string& text) {
-  SetStatusText(ToWx(text), kGauge);
+  missing_ = ToWx(text);
+  ShowGauge(gauge_->IsShown());
+}
+
+void RunStatusBar::ShowGauge(bool shown) {
+  gauge_->Show(shown);
+  SetStatusText(shown ? wxString() : missing_, kGauge);
+  FitFields();
 }
 
 void RunStatusBar::Hear(const RunEvent& event) {
@@ -93,8 +100,7 @@ void RunStatusBar::Begin(const RunStarted& run) {
   gauge_->SetRange(std::max(1, static_cast<int>(run.projects)));
   gauge_->SetValue(0);
   total_ = {};
-  gauge_->Show(run.projects > 0);
-  FitFields();
+  ShowGauge(run.projects > 0);
   PlaceGauge();
   timer_.Start(kTick);
 }
@@ -123,8 +129,7 @@ void RunStatusBar::Done(const ProjectCompiled& project) {
 // The result stays to be read until the next run.
 void RunStatusBar::End(const RunEnded& run) {
   timer_.Stop();
-  gauge_->Hide();
-  FitFields();
+  ShowGauge(false);
   if (run.result != RunResult::Finished && run.result != RunResult::Aborted) return;
   SetStatusText(ToWx(CountsText(run, checked_)), kCount);
   SetStatusText(ElapsedText(total_), kTime);

@@ -39,6 +39,7 @@ class RunStatusBar : public wxStatusBar {
   void Done(const ProjectCompiled& project);
   void End(const RunEnded& run);
   void ShowTime();
+  void ShowGauge(bool shown);
   void PlaceGauge();
 
   std::vector<int> widths_;  ///< of the fields
@@ -46,6 +47,7 @@ class RunStatusBar : public wxStatusBar {
   wxTimer timer_;
   wxStopWatch project_;
   bool isUnsaved_ = false;
+  wxString missing_;                   ///< what the last scan found
   wxString number_;                    ///< of the project being built, and of how many
   std::size_t checked_ = 0;            ///< projects of the run
   std::chrono::milliseconds total_{};  ///< of all projects of the run

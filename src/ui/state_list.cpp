@@ -146,11 +146,10 @@ wxString StateList::ExtraText(const ListRow& /*row*/, long /*column*/) const {
   return {};
 }
 
-// A path is cut in its middle, so that the name at its end stays in sight. Other texts are cut by
-// the control.
+// A text is cut in its middle, and a path so that the name at its end stays in sight.
 wxString StateList::OnGetItemText(long item, long column) const {
   const wxString text = WholeText(item, column);
-  if (column == 0 || text.Find('\\') == wxNOT_FOUND || Fits(text, column)) return text;
+  if (column == 0 || Fits(text, column)) return text;
   wxClientDC dc(const_cast<StateList*>(this));
   dc.SetFont(GetFont());
   return CutPath(text, dc, RoomIn(column));
@@ -261,8 +260,10 @@ void StateList::OnMotion(wxMouseEvent& event) {
   event.Skip();
   auto* over = dynamic_cast<wxWindow*>(event.GetEventObject());
   if (over == nullptr) return;
+  // Where the rows are a separate window below the headings, they are counted from its upper edge.
+  const bool isOverRows = over == this || over->GetPosition().y > 0;
   int flags = 0;
-  const long item = HitTest(ScreenToClient(over->ClientToScreen(event.GetPosition())), flags);
+  const long item = isOverRows ? HitTest(event.GetPosition(), flags) : wxNOT_FOUND;
   if (item == tipItem_) return;
   tipItem_ = item;
   const wxString tip = CutOffTexts(item);

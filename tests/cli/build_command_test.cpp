@@ -98,6 +98,8 @@ TEST_F(BuildCommandTest, PlansAndSkipsWhatIsUpToDate) {
   EXPECT_EQ(CountOf(platform.files.Text("C:\\run.xml"), "<skipped message=\"up to date\"/>"), 1U);
   ASSERT_EQ(Run({"settings", "SkipUpToDate", "true"}).status, 0);
   EXPECT_EQ(Run({"build", file, core, "--json"}).Json()["projects"][0]["result"], "upToDate");
+  const Json forced = Run({"build", file, core, "--no-outdated", "--json"}).Json();
+  EXPECT_EQ(forced["projects"][0]["result"], "built");
   const Json marked = Run({"queue", file, "mark", "--outdated", "--json"}).Json();
   EXPECT_EQ(marked[0]["checked"].get<bool>(), false);
   EXPECT_EQ(marked[1]["checked"].get<bool>(), true);
