@@ -22,7 +22,7 @@ void FileLooks::Look(const std::string& path, Entry& entry) const {
   const auto info = files_.Look(path);
   const auto stamp = info && !info->isFolder ? SettledStamp(*info, now) : std::nullopt;
   const bool isSame = stamp && stamp == entry.stamp && entry.state == State::Read;
-  if (!isSame) entry.contents = entry.interface = std::nullopt;
+  if (!isSame) entry.contentsHash = entry.interfaceHash = std::nullopt;
   entry.stamp = stamp;
   if (!info) {
     entry.state = State::Missing;
@@ -46,8 +46,8 @@ void FileLooks::Read(const std::string& path, Entry& entry) const {
   try {
     const std::string bytes = files_.Read(path);
     const auto library = components_.LibraryIn(bytes);
-    entry.contents = HashOf(bytes);
-    entry.interface = library ? HashOf(library->bytes) : entry.contents;
+    entry.contentsHash = HashOf(bytes);
+    entry.interfaceHash = library ? HashOf(library->bytes) : entry.contentsHash;
   } catch (const RuntimeError&) {
     entry.state = Fingerprint::State::Unreadable;
     entry.stamp.reset();
@@ -58,7 +58,7 @@ Fingerprint FileLooks::Of(const std::string& path, Covered covered, const Finger
   Entry& entry = Looked(path);
   if (entry.state != Fingerprint::State::Read) return {entry.state};
   if (entry.stamp && entry.stamp == known.stamp) return known;
-  const auto& hash = covered == Covered::Interface ? entry.interface : entry.contents;
+  const auto& hash = covered == Covered::Interface ? entry.interfaceHash : entry.contentsHash;
   if (!hash) Read(path, entry);
   if (entry.state != Fingerprint::State::Read || !hash) return {entry.state};
   return {entry.state, *hash, entry.stamp};

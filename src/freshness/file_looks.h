@@ -43,8 +43,8 @@ class FileLooks {
     std::uint64_t round = 0;
     Fingerprint::State state = Fingerprint::State::Missing;
     std::optional<FileStamp> stamp;
-    std::optional<ContentHash> contents;
-    std::optional<ContentHash> interface;
+    std::optional<ContentHash> contentsHash;
+    std::optional<ContentHash> interfaceHash;
   };
 
   [[nodiscard]] Entry& Looked(const std::string& path);
