@@ -112,7 +112,7 @@ cp "$storefront/Pricing/PriceList.cls" "$product/Pricing/PriceList.cls"
 counts() { tail -1 "$scratch/out" | tr -d '\r' | sed 's/ in .*//'; }
 outdated() { # outdated PROGRAM COUNTS
   if [ "$1" = linux ]; then side=linux; else side=windows; fi
-  expect 0 gorbex build "$bpf" --outdated
+  expect 0 gorbex build "$bpf" --outdated --yes
   [ "$(counts)" = "$2" ] || fail "$1: expected $2, but $(counts): $(cat "$scratch/out")"
 }
 expect 0 gorbex build "$bpf"
