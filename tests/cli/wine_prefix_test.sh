@@ -115,7 +115,7 @@ outdated() { # outdated PROGRAM COUNTS
   expect 0 gorbex build "$bpf" --outdated --yes
   [ "$(counts)" = "$2" ] || fail "$1: expected $2, but $(counts): $(cat "$scratch/out")"
 }
-expect 0 gorbex build "$bpf"
+expect 0 gorbex build "$bpf" --yes
 end_wine "$WINEPREFIX"
 outdated windows "0 built, 10 up to date"
 printf "' a remark\r\n" >>"$product/Core/Guard.cls"
