@@ -405,7 +405,7 @@ TEST_F(MainWindowTest, CopiesAndOpensWhatAPopUpMenuIsOpenedOn) {
   frmBuilder& window = program->window;
   const auto choose = [&](const char* pane, int accessKey) {
     Shown(pane)->SetFocus();
-    User::Then([&] { user.Presses(accessKey); });
+    User::Then([&] { user.PressesInMenu(accessKey); });
     user.Presses(WXK_F10, wxMOD_SHIFT);
   };
   choose("tvwProjects", 'Y');

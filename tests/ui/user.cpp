@@ -55,6 +55,10 @@ void User::Presses(int key, int modifiers) {
   Waits();
 }
 
+void User::PressesInMenu(int key) {
+  simulator_.Char(key);
+}
+
 void User::Types(const char* text) {
   constexpr std::size_t kLettersInAWait = 3;
   simulator_.Text(text);

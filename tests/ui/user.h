@@ -17,6 +17,10 @@ class User {
   static void Waits();
 
   void Presses(int key, int modifiers = wxMOD_NONE);
+
+  /// Presses a key without waiting: an open menu takes its keys itself, and a wait would take them
+  /// away.
+  void PressesInMenu(int key);
   void Types(const char* text);
 
   /// A click into a control, at its middle or at another point.
