@@ -21,9 +21,9 @@ std::uint32_t RoundedUp(std::uint64_t size, std::uint32_t step) {
   return static_cast<std::uint32_t>((size + step - 1) / step * step);
 }
 
-// What a resource section that is loaded at the address holds: the directories of the resource's
-// type, number and language, the record that tells where its bytes are, its type's name (its length
-// and its letters, two bytes each) and the bytes.
+// The contents of a resource section that is loaded at the address: the directories of the
+// resource's type, number and language, the record that tells where its bytes are, its type's name
+// (its length and its letters, two bytes each) and the bytes.
 std::string ResourceSection(std::string_view library, std::uint32_t address) {
   constexpr std::string_view kType = "TYPELIB";
   constexpr std::uint32_t kHighBit = 0x80000000;  // a name, or a directory below

@@ -32,7 +32,7 @@ struct BuildInput {
   bool operator==(const BuildInput&) const = default;
 };
 
-/// What a successful build of a project into one place was made of.
+/// The inputs of a successful build of a project into one place.
 struct BuildRecord {
   std::string project;  ///< full paths
   std::string output;

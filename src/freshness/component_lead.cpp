@@ -10,7 +10,7 @@
 namespace gorbex {
 namespace {
 
-// A control's line has its version in decimal digits. A text that is no number stays as it is.
+// A control's line has its version in decimal digits. Any other text stays as it is.
 std::string Hexadecimal(std::string_view decimal) {
   unsigned number = 0;
   const auto* const end = decimal.data() + decimal.size();

@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// What the registry is asked for on behalf of a reference: "{GUID}#VERSION#LCID", the version in
+/// The key under which the registry has a reference: "{GUID}#VERSION#LCID", the version in
 /// hexadecimal. Nothing for a value that names no type library.
 [[nodiscard]] std::optional<std::string> LibraryKeyOf(std::string_view referenceValue);
 

@@ -59,7 +59,7 @@ class Freshness {
     std::chrono::milliseconds start{0};
   };
 
-  /// What the compiler is about to build a project from, into a folder or (empty) its own. Nothing
+  /// Notes the inputs of a build that is about to begin, into a folder or (empty) its own. Nothing
   /// when the project file cannot be read.
   [[nodiscard]] std::optional<Taken> Take(const std::string& project, const std::string& folder);
 

@@ -42,7 +42,7 @@ std::string DerivedExtension(const std::string& type) {
   return EqualsIgnoringCase(type, "Control") ? ".ocx" : ".exe";
 }
 
-// Without a name of its own a binary has the project's, or the project file's.
+// A binary that is not named has the project's name, or else the project file's.
 std::string BinaryName(const clsMember& project) {
   if (!project.EXEName.empty()) return GetFileFromPath(project.EXEName);
   const std::string file = GetFileFromPath(project.path);

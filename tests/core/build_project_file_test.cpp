@@ -273,7 +273,7 @@ TEST_F(BuildProjectFileTest, ANewOneIsMadeOfAGroupOrFolder) {
   EXPECT_TRUE(program.options.Compatible);
   const std::string circle = "in a circle: " + Group::Path("Core") + ", " + Group::Path("Money");
   EXPECT_TRUE(Effects().back().ends_with(circle));
-  // What is open is offered for saving first, and stays when there is nothing else.
+  // The open build project is offered for saving first, and stays open when nothing else is found.
   EXPECT_EQ(make("C:\\Group", {Answer::Cancel}), "3 projects queued 3");
   platform.files.AddFile("C:\\none.vbg", "VBGROUP 5.0\r\n");
   EXPECT_EQ(make("C:\\none.vbg", {Answer::No}), "3 projects queued 3");
