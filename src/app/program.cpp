@@ -13,7 +13,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       registry(platform.registry, report),
       options(registry, report),
       work([this] { return platform.keepOthersOut(StripPath(window.fileName)); }),
-      shell(platform.processes, platform.events, work),
+      shell(platform.processes, platform.events, platform.clock, work),
       group(window.ProjectMembers),
       references(registry, platform.files, platform.components, report),
       marking(window, references, group, log, report),

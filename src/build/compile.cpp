@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view kResultLog = "VBResult.log";
 constexpr std::string_view kOwnTurn = "Another project is being compiled";
+constexpr std::string_view kEnded = "the compiler was ended before it was done";
 constexpr std::string_view kOthersTurn = "Another program is building; try again when it is done";
 
 std::string Quoted(std::string_view text) {
@@ -29,14 +30,19 @@ Compile::Compile(const Uses& uses)
         uses_.log.WriteLog(line);
       }) {}
 
-std::string Compile::QuotedResultLog() const {
-  return Quoted(JoinPath(uses_.programFolder, kResultLog));
+std::string Compile::ResultLog(std::size_t place) const {
+  std::string name(kResultLog);
+  if (place > 1) name.insert(name.find('.'), "-" + std::to_string(place));
+  return JoinPath(uses_.programFolder, name);
 }
 
-std::string Compile::LastResult() const {
-  if (!problem_.empty()) return {};
+std::string Compile::QuotedResultLog() const {
+  return Quoted(ResultLog(1));
+}
+
+std::string Compile::TextOf(const std::string& resultLog) const {
   try {
-    return uses_.files.Read(JoinPath(uses_.programFolder, kResultLog));
+    return uses_.files.Read(resultLog);
   } catch (const RuntimeError&) {
     return {};
   }
@@ -48,21 +54,19 @@ void Compile::AskForCompiler() {
   uses_.compiler.Find();
 }
 
-std::string Compile::CommandLine(const std::string& folder, const std::string& projectPath) const {
-  const frmBuilder& window = uses_.window;
-  std::string command =
-      window.compilerPath + " " + Quoted(projectPath) + " /make /out " + window.resultLogPath;
+std::string Compile::CommandLine(const Going& going, const std::string& folder) const {
+  std::string command = uses_.window.compilerPath + " " + Quoted(going.result_.path) +
+                        " /make /out " + Quoted(going.resultLog_);
   if (!folder.empty()) command += " /outdir " + Quoted(folder);
   return command;
 }
 
 // A result left over from an earlier compile must never be taken for this one's.
-void Compile::RemoveStaleLog() {
-  const std::string path = JoinPath(uses_.programFolder, kResultLog);
+void Compile::RemoveStaleLog(const std::string& resultLog) {
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
-    if (!on([&] { return FileExists(uses_.files, path); })) return;
-    on([&] { uses_.files.SetAttributes(path, file_attribute::kNormal); });
-    on([&] { uses_.files.Remove(path); });
+    if (!on([&] { return FileExists(uses_.files, resultLog); })) return;
+    on([&] { uses_.files.SetAttributes(resultLog, file_attribute::kNormal); });
+    on([&] { uses_.files.Remove(resultLog); });
   });
 }
 
@@ -72,7 +76,9 @@ std::shared_ptr<void> Compile::BeginBuild() {
 
 std::shared_ptr<void> Compile::Begin(Task task, bool isFree) {
   auto begun = isFree ? uses_.work.BeginAlone(task) : nullptr;
-  if (begun == nullptr) uses_.window.SetStatus(isFree ? kOthersTurn : kOwnTurn);
+  if (begun != nullptr) return begun;
+  problem_ = isFree ? kOthersTurn : kOwnTurn;
+  uses_.window.SetStatus(problem_);
   return begun;
 }
 
@@ -85,52 +91,92 @@ bool Compile::CompileInPlace(const std::string& projectPath) {
 }
 
 bool Compile::CompileInto(const std::string& folder, const std::string& projectPath) {
-  const bool isFree = !uses_.work.Goes(Task::Compile);
-  const auto compile = Begin(Task::Compile, isFree);
-  if (compile == nullptr) {
-    if (isFree) problem_ = kOthersTurn;
-    return false;
+  auto task = Begin(Task::Compile, !uses_.work.Goes(Task::Compile));
+  Going going = Begin(std::move(task), projectPath, folder, 1);
+  if (going.program_ != nullptr) uses_.shell.Wait(*going.program_);
+  const CompileEnded result = Finish(std::move(going));
+  problem_ = result.problem;
+  return result.succeeded;
+}
+
+Compile::Going Compile::Start(const std::string& projectPath, std::size_t place) {
+  auto task = runTask_.lock();
+  if (task == nullptr) task = Begin(Task::Compile, !uses_.work.Goes(Task::Compile));
+  runTask_ = task;
+  return Begin(std::move(task), projectPath, uses_.window.buildDirectory, place);
+}
+
+Compile::Going Compile::Begin(std::shared_ptr<void> task, const std::string& projectPath,
+                              const std::string& folder, std::size_t place) {
+  Going going;
+  going.result_.path = projectPath;
+  going.task_ = std::move(task);
+  if (going.task_ == nullptr) {
+    going.result_.problem = problem_;
+    return going;
   }
   Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { AskForCompiler(); }); });
-  uses_.window.resultLogPath = QuotedResultLog();
-  RemoveStaleLog();
-  resultLogProject_ = projectPath;
-  problem_.clear();
-  const bool succeeded = Attempt(folder, projectPath);
-  ended.Emit({projectPath, succeeded, LastResult(), problem_});
-  return succeeded;
-}
-
-bool Compile::Attempt(const std::string& folder, const std::string& projectPath) {
-  if (uses_.window.compilerPath.empty()) {
-    problem_ = "there is no compiler";
-    return false;
+  going.resultLog_ = ResultLog(place);
+  RemoveStaleLog(going.resultLog_);
+  if (place == 1) {
+    uses_.window.resultLogPath = Quoted(going.resultLog_);
+    resultLogProject_ = projectPath;
   }
   try {
-    return Compiled(folder, projectPath);
+    Launch(going, folder);
   } catch (const RuntimeError& error) {
-    problem_ = error.Description();
-    return false;
+    going.result_.problem = error.Description();
   }
+  return going;
 }
 
-bool Compile::Compiled(const std::string& folder, const std::string& projectPath) {
-  if (IsGone(projectPath, uses_.window.ProjectMembers, uses_.files)) {
-    throw RuntimeError(ErrorNumber::FileNotFound, projectPath);
+void Compile::Launch(Going& going, const std::string& folder) {
+  const std::string& project = going.result_.path;
+  if (uses_.window.compilerPath.empty()) {
+    going.result_.problem = "there is no compiler";
+    return;
   }
-  static_cast<void>(uses_.window.ProjectMembers.Item(projectPath));
-  RequireFileArgument(projectPath);
+  if (IsGone(project, uses_.window.ProjectMembers, uses_.files)) {
+    throw RuntimeError(ErrorNumber::FileNotFound, project);
+  }
+  static_cast<void>(uses_.window.ProjectMembers.Item(project));
+  RequireFileArgument(project);
   RequireArgument(folder);
-  const std::string log = JoinPath(uses_.programFolder, kResultLog);
-  if (FileExists(uses_.files, log)) throw RuntimeError(ErrorNumber::PathFileAccess, log);
-  auto taken = uses_.freshness.Take(projectPath, folder);
-  if (uses_.shell.RunAndWait(CommandLine(folder, projectPath)) == Shell::Ended::ByUs) {
-    problem_ = "the compiler was ended before it was done";
-    return false;
+  if (FileExists(uses_.files, going.resultLog_)) {
+    throw RuntimeError(ErrorNumber::PathFileAccess, going.resultLog_);
   }
-  const bool succeeded = CheckLogFile(uses_.window.resultLogPath, projectPath);
-  if (succeeded) uses_.freshness.Note(std::move(taken));
-  return succeeded;
+  going.taken_ = uses_.freshness.Take(project, folder);
+  going.program_ = uses_.shell.Start(CommandLine(going, folder));
+  if (going.program_ == nullptr) going.result_.problem = kEnded;
+}
+
+bool Compile::Going::HasEnded(std::chrono::milliseconds patience) const {
+  return program_ == nullptr || program_->HasEnded(patience).has_value();
+}
+
+CompileEnded Compile::Finish(Going going) {
+  CompileEnded& result = going.result_;
+  if (going.task_ == nullptr) return result;
+  try {
+    if (going.program_ != nullptr) Judge(going);
+  } catch (const RuntimeError& error) {
+    result.problem = error.Description();
+  }
+  if (result.problem.empty()) result.log = TextOf(going.resultLog_);
+  ended.Emit(result);
+  return result;
+}
+
+void Compile::Judge(Going& going) {
+  CompileEnded& result = going.result_;
+  if (going.program_->HasEnded({}) == Shell::Ended::ByUs) {
+    result.problem = kEnded;
+    return;
+  }
+  problem_.clear();
+  result.succeeded = CheckLogFile(Quoted(going.resultLog_), result.path);
+  result.problem = problem_;
+  if (result.succeeded) uses_.freshness.Note(std::move(going.taken_));
 }
 
 bool Compile::CheckLogFile(const std::string& logPath, const std::string& projectPath) {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -46,6 +49,31 @@ class Compile {
   /// As CompileProject, but into the project's own output folder instead of the build directory.
   bool CompileInPlace(const std::string& projectPath);
 
+  /// A compile that goes on, one of several of a run. It must not outlive the program's parts.
+  class Going {
+   public:
+    /// Waits for the compiler's end at most for the patience given. True at once when no compiler
+    /// was started.
+    [[nodiscard]] bool HasEnded(std::chrono::milliseconds patience) const;
+
+   private:
+    friend class Compile;
+
+    CompileEnded result_;
+    std::string resultLog_;
+    std::optional<Freshness::Taken> taken_;
+    std::unique_ptr<Shell::Program> program_;
+    std::shared_ptr<void> task_;
+  };
+
+  /// Starts to compile a loaded project into the build directory, for a run, which has one place
+  /// for each of its compilers, numbered from 1: each place has its own result log. Whatever keeps
+  /// the compiler from starting is told by Finish.
+  [[nodiscard]] Going Start(const std::string& projectPath, std::size_t place);
+
+  /// Judges a compile that has ended, and announces it.
+  CompileEnded Finish(Going going);
+
   /// Announces every compile that was not refused.
   Signal<CompileEnded> ended;
 
@@ -63,10 +91,7 @@ class Compile {
   /// The full path of the compiler's result log, in double quotes.
   [[nodiscard]] std::string QuotedResultLog() const;
 
-  /// The text of the last compile's result log; empty when there is none.
-  [[nodiscard]] std::string LastResult() const;
-
-  /// The project of the last compile, whose result log it is; empty before the first.
+  /// The project of the last compile that wrote the result log above; empty before the first.
   [[nodiscard]] const std::string& ResultLogProject() const { return resultLogProject_; }
 
   /// Why the last compile has no result log; empty when it has one.
@@ -75,17 +100,21 @@ class Compile {
  private:
   /// An empty folder means the project's own output folder.
   [[nodiscard]] bool CompileInto(const std::string& folder, const std::string& projectPath);
-  [[nodiscard]] bool Attempt(const std::string& folder, const std::string& projectPath);
-  [[nodiscard]] bool Compiled(const std::string& folder, const std::string& projectPath);
-  [[nodiscard]] std::string CommandLine(const std::string& folder,
-                                        const std::string& projectPath) const;
+  [[nodiscard]] Going Begin(std::shared_ptr<void> task, const std::string& projectPath,
+                            const std::string& folder, std::size_t place);
+  void Launch(Going& going, const std::string& folder);
+  void Judge(Going& going);
+  [[nodiscard]] std::string CommandLine(const Going& going, const std::string& folder) const;
+  [[nodiscard]] std::string ResultLog(std::size_t place) const;
+  [[nodiscard]] std::string TextOf(const std::string& resultLog) const;
   [[nodiscard]] std::shared_ptr<void> Begin(Task task, bool isFree);
-  void RemoveStaleLog();
+  void RemoveStaleLog(const std::string& resultLog);
 
   Uses uses_;
   ErrorReport report_;
   std::string problem_;
   std::string resultLogProject_;
+  std::weak_ptr<void> runTask_;  ///< shared by the compiles of a run
 };
 
 }  // namespace gorbex

@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <optional>
 
 #include "cli/session.h"
 
@@ -13,7 +12,7 @@ namespace gorbex::cli {
 class TimeLimit {
  public:
   /// With a limit of 0 nothing is ever ended. The session outlives this.
-  TimeLimit(Session& session, std::chrono::seconds limit);
+  TimeLimit(Session& session, std::chrono::seconds limit) : session_(session), limit_(limit) {}
 
   /// To be called while a program is waited for.
   void Tick();
@@ -21,9 +20,6 @@ class TimeLimit {
  private:
   Session& session_;
   std::chrono::seconds limit_;
-  bool isWaiting_ = false;
-  std::optional<std::chrono::milliseconds> begun_;  ///< nothing between two waits, or once told
-  Subscription listening_;
 };
 
 /// Gives a command the option --time-limit.

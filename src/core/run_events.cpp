@@ -24,6 +24,17 @@ std::string ReasonOf(const ProjectSkipped& skipped) {
   return "it uses " + skipped.failed + ", which failed";
 }
 
+std::string PaceText(const RunPaced& paced) {
+  std::string text = std::to_string(paced.done) + " of " + std::to_string(paced.of) + " done, " +
+                     std::to_string(paced.building) + " building";
+  if (!paced.left) return text;
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(*paced.left).count();
+  return text + ", about " +
+         (seconds < 100 ? std::to_string(seconds) + " s"
+                        : std::to_string((seconds + 59) / 60) + " min") +
+         " left";
+}
+
 std::string CountsText(const RunEnded& run, std::size_t checked) {
   std::size_t done = 0;
   for (const int count : {run.built, run.errors, run.upToDate}) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -43,6 +44,8 @@ struct ProjectStarted {
   std::string path;
   std::size_t number;  ///< from 1
   std::size_t of;
+  std::size_t place = 1;               ///< among the compilers that run side by side, from 1
+  std::chrono::milliseconds start{0};  ///< from the run's begin
 };
 /// Instead of ProjectStarted, for a project that is passed over.
 struct ProjectSkipped {
@@ -71,6 +74,14 @@ struct ProjectCompiled {
   std::string log;                     ///< what the compiler wrote, empty when it wrote nothing
   std::string problem;                 ///< why it wrote nothing, when the program knows
 };
+/// Whenever one of several projects that are built side by side has begun or is done.
+struct RunPaced {
+  std::size_t done;
+  std::size_t building;
+  std::size_t of;
+  std::optional<std::chrono::milliseconds>
+      left;  ///< estimated; nothing when no durations are known
+};
 struct QuestionAsked {
   Message message;
 };
@@ -89,11 +100,14 @@ struct RunEnded {
 
 using RunEvent =
     std::variant<RunStarted, ProjectStarted, ProjectSkipped, ProjectUpToDate, StepStarted,
-                 LatestGot, ProjectCompiled, QuestionAsked, QuestionAnswered, RunEnded>;
+                 LatestGot, ProjectCompiled, RunPaced, QuestionAsked, QuestionAnswered, RunEnded>;
 using RunEvents = Signal<RunEvent>;
 
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
 [[nodiscard]] std::string ReasonOf(const ProjectSkipped& skipped);
+
+/// How far a run is, such as "4 of 10 done, 3 building, about 40 s left".
+[[nodiscard]] std::string PaceText(const RunPaced& paced);
 
 /// The result of a run, such as "9 built, 1 failed", or "4 built, 6 not built" of ten checked
 /// projects when it ended early, or "3 built, 7 up to date".

@@ -1,58 +1,75 @@
 #include "core/shell.h"
 
-#include <chrono>
-#include <memory>
-#include <optional>
+#include <utility>
 #include <variant>
 
 namespace gorbex {
 
-/// Keeps a process in the list of those waited for.
-class Shell::Waiting {
- public:
-  Waiting(Shell& shell, Process& process) : shell_(shell), task_(shell.work_.Begin(Task::Program)) {
-    shell_.running_.push_back({&process, false});
-  }
-  // Waits nest, so the last to begin is the first to end.
-  ~Waiting() { shell_.running_.pop_back(); }
-  Waiting(const Waiting&) = delete;
-  Waiting& operator=(const Waiting&) = delete;
+Shell::Program::Program(Shell& shell, std::unique_ptr<Process> process)
+    : shell_(shell),
+      process_(std::move(process)),
+      task_(shell.work_.Begin(Task::Program)),
+      start_(shell.clock_.Elapsed()) {
+  shell_.running_.push_back(this);
+}
 
-  [[nodiscard]] bool IsTerminated() const { return shell_.running_.back().isTerminated; }
+Shell::Program::~Program() {
+  std::erase(shell_.running_, this);
+}
 
- private:
-  Shell& shell_;
-  std::shared_ptr<void> task_;
-};
+std::optional<Shell::Ended> Shell::Program::HasEnded(std::chrono::milliseconds patience) {
+  const auto exitCode = process_->ExitCode(patience);
+  if (!exitCode) return std::nullopt;
+  if (isTerminated_) return Ended::ByUs;
+  return *exitCode == 0 ? Ended::Well : Ended::Badly;
+}
+
+void Shell::Program::Terminate() {
+  process_->Terminate();
+  isTerminated_ = true;
+}
 
 bool Shell::ShellAndWait(const std::string& commandLine) {
   return RunAndWait(commandLine) == Ended::Well;
 }
 
-Shell::Ended Shell::RunAndWait(const std::string& commandLine, Life life) {
-  // Long enough to leave the processor to the child, short enough for a window to feel alive.
-  constexpr std::chrono::milliseconds kPatience{10};
-  if (work_.Ends()) return Ended::ByUs;
+std::unique_ptr<Shell::Program> Shell::Start(const std::string& commandLine, Life life) {
+  if (work_.Ends()) return nullptr;
   starting.Emit();
-  const StartResult started = processes_.Start(commandLine);
+  StartResult started = processes_.Start(commandLine);
   if (const auto* failure = std::get_if<RuntimeError>(&started)) throw *failure;
-  const auto& process = std::get<std::unique_ptr<Process>>(started);
+  auto& process = std::get<std::unique_ptr<Process>>(started);
   if (life == Life::ItsOwn) process->OutliveProgram();
-  const Waiting waiting(*this, *process);
+  return std::make_unique<Program>(*this, std::move(process));
+}
+
+Shell::Ended Shell::RunAndWait(const std::string& commandLine, Life life) {
+  const auto program = Start(commandLine, life);
+  if (program == nullptr) return Ended::ByUs;
+  return Wait(*program);
+}
+
+// The user may end a program while its end is handled.
+Shell::Ended Shell::Wait(Program& program) {
   for (;;) {
-    const auto exitCode = process->ExitCode(kPatience);
+    const bool hasEnded = program.HasEnded(kPatience).has_value();
     events_.DoEvents();
-    if (!exitCode.has_value()) continue;
-    if (waiting.IsTerminated()) return Ended::ByUs;
-    return *exitCode == 0 ? Ended::Well : Ended::Badly;
+    if (hasEnded) return program.HasEnded({}).value_or(Ended::Badly);
   }
 }
 
 void Shell::TerminateAll() {
-  for (auto& running : running_) {
-    running.process->Terminate();
-    running.isTerminated = true;
+  for (Program* program : running_) program->Terminate();
+}
+
+std::size_t Shell::TerminateAfter(std::chrono::milliseconds limit) {
+  std::size_t ended = 0;
+  for (Program* program : running_) {
+    if (program->isTerminated_ || clock_.Elapsed() - program->start_ < limit) continue;
+    program->Terminate();
+    ++ended;
   }
+  return ended;
 }
 
 }  // namespace gorbex

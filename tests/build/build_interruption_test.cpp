@@ -96,7 +96,7 @@ TEST_F(BuildInterruptionTest, EndsInGoodOrderWhenTold) {
   const Journal steps = Build();
   EXPECT_EQ(Only(steps, {"start"}).size(), 1U);
   EXPECT_EQ(Only(steps, {"show"}), Journal{});
-  EXPECT_EQ(program.compile.LastProblem(), "the compiler was ended before it was done");
+  EXPECT_EQ(program.failed.All().at(0).reason, "the compiler was ended before it was done");
   EXPECT_EQ(Icons(), "builderror vbproject");
   EXPECT_NE(platform.files.Text(kBase).find("OptimizationType=1\r\n"), std::string::npos);
   EXPECT_TRUE(program.window.menu.mnuFileBuild.enabled.Get());

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/users_of_failed.h"
+#include "build/latest_report.h"
+#include "build/question_time.h"
+#include "build/reference_consent.h"
+#include "build/run_parts.h"
+#include "platform/clock.h"
+
+namespace gorbex {
+
+/// The results of a run so far.
+struct RunState {
+  explicit RunState(const RunParts& parts)
+      : clock(parts.clock),
+        questionTime(parts.clock),
+        start(parts.clock.Elapsed()),
+        consent(parts.window, parts.references, parts.dialogs, parts.work) {}
+
+  /// Time that runs only while no question is open.
+  [[nodiscard]] std::chrono::milliseconds WorkingTime() const {
+    return clock.Elapsed() - questionTime.Total();
+  }
+
+  void NoteUnamended(const std::string& path) {
+    const bool isKnown = std::find(unamended.begin(), unamended.end(), path) != unamended.end();
+    if (!isKnown) unamended.push_back(path);
+  }
+
+  const Clock& clock;
+  QuestionTime questionTime;
+  std::chrono::milliseconds start;
+  ReferenceConsent consent;
+  std::int32_t built = 0;
+  std::int32_t errors = 0;
+  std::int32_t upToDate = 0;
+  std::size_t number = 0;   ///< of the project that began last, from 1
+  std::size_t checked = 0;  ///< projects of the run
+  LatestReport gets;
+  std::vector<std::string> unamended;          ///< project files that could not be changed as asked
+  std::optional<UsersOfFailed> usersOfFailed;  ///< nothing until a project has failed
+};
+
+}  // namespace gorbex
