@@ -51,7 +51,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       failed(run.events, compile.ended),
       compiled({window, platform.files, queue, display, work}, compile.ended),
       marks(window, group, failed, report),
-      outdated(window, freshness),
+      outdated(window, group, work, freshness),
       failedBuild(window, marks, run),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, work, platform.events}),

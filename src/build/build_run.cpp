@@ -6,10 +6,15 @@
 
 #include "core/list_columns.h"
 #include "core/text.h"
+#include "freshness/build_plan.h"
 #include "platform/code_page.h"
 
 namespace gorbex {
 namespace {
+
+bool IsIncompatible(const ListRow& row) {
+  return row.SubItem(queue_column::kCompatibility).starts_with("NOT");
+}
 
 std::string DoneText(std::int32_t built, std::int32_t upToDate) {
   if (upToDate == 0) return "Built " + std::to_string(built) + " components.";
@@ -75,7 +80,8 @@ RunResult BuildRun::Run(Procedure& on, RunState& run) {
   on([&] { parts_.log.WriteLog("Build Started"); });
   on([&] { parts_.compile.AskForCompiler(); });
   const bool incompatible = ResetIcons(on);
-  if (!parts_.options.ChangeRefs && incompatible && !on([&] { return AskAboutCompatibility(); })) {
+  const bool asks = !parts_.options.ChangeRefs && incompatible && MayBuildIncompatible();
+  if (asks && !on([&] { return AskAboutCompatibility(); })) {
     on([&] { RestoreMailTimer(); });
     return RunResult::Refused;
   }
@@ -123,10 +129,18 @@ bool BuildRun::ResetIcons(Procedure& on) {
   for (const auto& row : parts_.window.lvwQueue.Rows()) {
     on([&] { row->SetIcon(Image::VbProject); });
     row->SetNote("");
-    incompatible = incompatible || (row->Checked() &&
-                                    row->SubItem(queue_column::kCompatibility).starts_with("NOT"));
+    incompatible = incompatible || (row->Checked() && IsIncompatible(*row));
   }
   return incompatible;
+}
+
+// Only a get tells which sources the run finds.
+bool BuildRun::MayBuildIncompatible() {
+  if (!parts_.options.SkipUpToDate || parts_.options.GetLatest) return true;
+  const BuildPlan plan = PlanOf(parts_.window, parts_.group, parts_.freshness);
+  return std::any_of(plan.projects.begin(), plan.projects.end(), [&](const PlannedProject& each) {
+    return each.MayBeBuilt() && IsIncompatible(*parts_.window.lvwQueue.Find(each.path));
+  });
 }
 
 bool BuildRun::AskAboutCompatibility() {

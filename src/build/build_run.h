@@ -34,6 +34,10 @@ class BuildRun {
 
   [[nodiscard]] RunResult Run(Procedure& on, RunState& run);
   [[nodiscard]] bool ResetIcons(Procedure& on);
+
+  /// Whether a checked row that is not compatible may be built: a run that skips what is up to date
+  /// does not ask about those that it skips.
+  [[nodiscard]] bool MayBuildIncompatible();
   [[nodiscard]] bool AskAboutCompatibility();
   void RestoreMailTimer();
   void BuildQueueRows(Procedure& on, RunState& run);

@@ -149,6 +149,8 @@ void Build(Frame& frame, const BuildArguments& arguments) {
     record.On(event);
     printer.On(event);
   });
+  const Subscription warnings =
+      program.freshness.told.Connect([&](const std::string& warning) { record.Warn(warning); });
   session.host().ListenForEnd();
   const auto alone = session.BuildAlone();
   if (session.host().EndWanted()) {

@@ -27,9 +27,12 @@ Json ProjectJson(const PlannedProject& project) {
                        {"subject", JsonText(reason.subject)},
                        {"text", JsonText(reason.text)}});
   }
+  Json decidedBy = Json::array();
+  for (const std::string& path : project.decidedBy) decidedBy.push_back(JsonText(path));
   return {{"path", JsonText(project.path)},
           {"action", project.judgement.IsUpToDate() ? "upToDate" : "build"},
           {"reasons", reasons},
+          {"decidedBy", decidedBy},
           {"lastSeconds", SecondsJson(project.judgement.lastDuration)}};
 }
 
@@ -38,27 +41,25 @@ Json PlanJson(const BuildPlan& plan) {
   for (const PlannedProject& project : plan.projects) projects.push_back(ProjectJson(project));
   return {{"projects", projects},
           {"build", plan.toBuild},
+          {"mayBeSkipped", plan.mayBeSkipped},
           {"upToDate", plan.upToDate},
+          {"mayBeBuilt", plan.mayBeBuilt},
           {"estimatedSeconds", SecondsJson(plan.estimate)}};
-}
-
-std::string UnlessText(const PlannedProject& project) {
-  std::string names;
-  for (const std::string& path : project.unless) {
-    names.append(names.empty() ? "" : ", ").append(FileName(path));
-  }
-  return names.empty() ? "" : ", unless another interface comes of " + names;
 }
 
 std::string WhyText(const PlannedProject& project, bool allReasons) {
   const Judgement& judgement = project.judgement;
-  if (judgement.IsUpToDate()) return "since " + Plain(judgement.since) + UnlessText(project);
-  if (!allReasons) return Plain(ShortText(judgement.reasons));
   std::string text;
-  for (const Reason& reason : judgement.reasons) {
-    text.append(text.empty() ? "" : "; ").append(Plain(reason.text));
+  if (judgement.IsUpToDate()) {
+    text = "since " + judgement.since;
+  } else if (!allReasons) {
+    text = ShortText(judgement.reasons);
+  } else {
+    for (const Reason& reason : judgement.reasons) {
+      text.append(text.empty() ? "" : "; ").append(reason.text);
+    }
   }
-  return text;
+  return Plain(text + UnlessText(project));
 }
 
 void PrintPlan(std::ostream& out, const BuildPlan& plan, bool allReasons) {
@@ -71,7 +72,7 @@ void PrintPlan(std::ostream& out, const BuildPlan& plan, bool allReasons) {
         << Padded(judgement.lastDuration ? Seconds(*judgement.lastDuration) : "", kTimeWidth)
         << "  " << WhyText(project, allReasons) << '\n';
   }
-  out << plan.toBuild << " to build, " << plan.upToDate << " up to date";
+  out << CountsText(plan);
   if (plan.estimate) out << ", about " << Seconds(*plan.estimate);
   out << '\n';
 }

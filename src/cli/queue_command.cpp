@@ -123,6 +123,9 @@ void Queue(Frame& frame, const QueueArguments& arguments) {
     frame.streams.out << Written(QueueJson(queue)) << '\n';
   } else {
     PrintQueue(frame.streams.out, queue);
+    if (arguments.outdated) {
+      frame.streams.out << Plain(session.program().window.stbStatus.Get()) << '\n';
+    }
   }
 }
 

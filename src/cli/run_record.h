@@ -30,6 +30,9 @@ class RunRecord {
 
   void On(const RunEvent& event);
 
+  /// Adds a warning to the messages.
+  void Warn(const std::string& message) { messages_.push_back(message); }
+
   [[nodiscard]] const std::vector<Project>& Projects() const { return projects_; }
   [[nodiscard]] const std::vector<std::string>& Messages() const { return messages_; }
   [[nodiscard]] const RunEnded& End() const { return end_; }

@@ -15,22 +15,37 @@ namespace gorbex {
 struct PlannedProject {
   std::string path;
   Judgement judgement;
-  /// Of a project that is up to date: the projects it uses that the run builds before it. Should
-  /// one of them get another interface, this one is built, too.
-  std::vector<std::string> unless;
+
+  /// The projects it uses that are, or may be, built before it and whose interfaces decide: one
+  /// that is up to date is built when another interface comes of them, one that is to be built is
+  /// skipped when the same comes of them.
+  std::vector<std::string> decidedBy{};
+
+  [[nodiscard]] bool MayBeSkipped() const { return !judgement.IsUpToDate() && !decidedBy.empty(); }
+  [[nodiscard]] bool MayBeBuilt() const { return !judgement.IsUpToDate() || !decidedBy.empty(); }
 };
 
 /// What a run would do, in its order, and why.
 struct BuildPlan {
   std::vector<PlannedProject> projects;
   std::size_t toBuild = 0;
+  std::size_t mayBeSkipped = 0;  ///< of those that are to be built
   std::size_t upToDate = 0;
+  std::size_t mayBeBuilt = 0;  ///< of those that are up to date
   /// The sum of the last durations of what is to be built; nothing when none of them is known.
   std::optional<std::chrono::milliseconds> estimate;
 };
 
-/// The plan of a run over the checked rows of the queue. Changes nothing.
+enum class PlannedRows { Checked, All };
+
+/// The plan of a run over rows of the queue. Changes nothing.
 [[nodiscard]] BuildPlan PlanOf(const frmBuilder& window, const GroupDependency& group,
-                               Freshness& freshness);
+                               Freshness& freshness, PlannedRows rows = PlannedRows::Checked);
+
+/// Such as ", unless another interface comes of Core.vbp"; empty when no other project decides.
+[[nodiscard]] std::string UnlessText(const PlannedProject& project);
+
+/// Such as "3 to build (1 may be skipped), 2 up to date (1 may be built)".
+[[nodiscard]] std::string CountsText(const BuildPlan& plan);
 
 }  // namespace gorbex

@@ -164,7 +164,10 @@ Judgement Freshness::JudgeInRun(const std::string& project) {
   if (uses_.options.GetLatest) LookAgain();
   Check check(*this, project);
   Judgement judgement = check.Run();
-  if (judgement.IsUpToDate() && check.HasNewLooks()) Save(check.Renewed());
+  if (judgement.IsUpToDate() && check.HasNewLooks()) {
+    Procedure::IgnoringErrors().Run(
+        [&](Procedure& on) { on([&] { records_.Add({check.Renewed()}); }); });
+  }
   return judgement;
 }
 

@@ -26,18 +26,15 @@ std::string PlainVersion(const std::string& version) {
   }
 }
 
-std::string IdentityOf(const BuildInput& reference) {
-  return std::string(GetGUID(reference.name));
-}
-
 std::string_view Fault(Fingerprint::State state) {
   return state == Fingerprint::State::Missing ? " is missing" : " cannot be read";
 }
 
 }  // namespace
 
-void Freshness::Check::Add(Kind kind, const std::string& subject, const std::string& text) {
-  reasons_.push_back({kind, subject, text});
+void Freshness::Check::Add(Kind kind, const std::string& subject, const std::string& text,
+                           const std::string& component) {
+  reasons_.push_back({kind, subject, text, component});
 }
 
 Judgement Freshness::Check::Run() {
@@ -145,18 +142,23 @@ void Freshness::Check::CheckSource(BuildInput& input) {
 }
 
 void Freshness::Check::CheckReference(BuildInput& input) {
-  const std::string guid = IdentityOf(input);
   const std::string& lead = owner_.Lead(input.name);
   if (EqualsIgnoringCase(lead, input.place)) return CheckInterface(input);
-  Add(Kind::Reference, guid,
-      guid + (lead.empty() ? " is not registered any more" : " leads to another file now"));
+  AddReference(input, lead.empty() ? " is not registered any more" : " leads to another file now");
 }
 
 void Freshness::Check::CheckStray(BuildInput& input) {
-  const std::string guid = IdentityOf(input);
-  const bool isKnownNow = !guid.empty() && !owner_.Lead(input.name).empty();
+  const bool isKnownNow = !GetGUID(input.name).empty() && !owner_.Lead(input.name).empty();
   if (!isKnownNow) return CheckInterface(input);
-  Add(Kind::Reference, guid, guid + " leads to another file now");
+  AddReference(input, " leads to another file now");
+}
+
+void Freshness::Check::AddReference(const BuildInput& input, std::string_view change) {
+  const std::string file = GetFileFromPath(input.place);
+  std::string text(GetGUID(input.name));
+  text.append(change);
+  if (!file.empty()) text.append(" (").append(file).append(")");
+  Add(Kind::Reference, file, text, input.place);
 }
 
 void Freshness::Check::CheckInterface(BuildInput& input) {
@@ -164,9 +166,10 @@ void Freshness::Check::CheckInterface(BuildInput& input) {
   if (now.Matches(input.print)) return;
   const std::string file = GetFileFromPath(input.place.empty() ? input.name : input.place);
   if (now.state == Fingerprint::State::Read) {
-    return Add(Kind::Interface, file, "the interface of " + file + " changed");
+    return Add(Kind::Interface, file, "the interface of " + file + " changed", input.place);
   }
-  Add(Kind::Interface, file, file + ", which it uses," + std::string(Fault(now.state)));
+  Add(Kind::Interface, file, file + ", which it uses," + std::string(Fault(now.state)),
+      input.place);
 }
 
 void Freshness::Check::CheckCompiler(BuildInput& input) {

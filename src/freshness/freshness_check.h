@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "freshness/freshness.h"
@@ -23,7 +24,8 @@ class Freshness::Check {
  private:
   using Kind = Reason::Kind;
 
-  void Add(Kind kind, const std::string& subject, const std::string& text);
+  void Add(Kind kind, const std::string& subject, const std::string& text,
+           const std::string& component = {});
   void CheckInput(BuildInput& input);
   void CheckProjectFile(Fingerprint& known);
   void CheckDebug(const DebugTexts& own);
@@ -31,6 +33,7 @@ class Freshness::Check {
   void CheckReference(BuildInput& input);
   void CheckStray(BuildInput& input);
   void CheckInterface(BuildInput& input);
+  void AddReference(const BuildInput& input, std::string_view change);
   void CheckCompiler(BuildInput& input);
   void CheckBinary(BuildInput& input);
   void CheckTerms();

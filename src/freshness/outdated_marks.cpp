@@ -1,23 +1,58 @@
 #include "freshness/outdated_marks.h"
 
 #include <cstddef>
+#include <unordered_set>
+#include <vector>
 
+#include "core/file_tools.h"
 #include "core/list_columns.h"
+#include "freshness/build_plan.h"
 
 namespace gorbex {
+namespace {
+
+// The first few names, and how many more there are.
+std::string Names(const std::vector<std::string>& names) {
+  constexpr std::size_t kShown = 3;
+  std::string text;
+  for (std::size_t i = 0; i < names.size() && i < kShown; ++i) {
+    text.append(text.empty() ? "" : ", ").append(names[i]);
+  }
+  if (names.size() <= kShown) return text;
+  return text + " and " + std::to_string(names.size() - kShown) + " more";
+}
+
+std::string StatusText(const BuildPlan& plan) {
+  std::vector<std::string> doubtful;
+  for (const PlannedProject& project : plan.projects) {
+    const bool isDoubtful = project.judgement.IsUpToDate() && project.MayBeBuilt();
+    if (isDoubtful) doubtful.push_back(GetFileFromPath(project.path));
+  }
+  std::string text = std::to_string(plan.toBuild) + (plan.toBuild == 1 ? " row" : " rows");
+  text += " marked";
+  if (plan.mayBeSkipped > 0) text += " (" + std::to_string(plan.mayBeSkipped) + " may be skipped)";
+  text += ", " + std::to_string(plan.upToDate) + " up to date";
+  return doubtful.empty() ? text : text + "; may need a build after them: " + Names(doubtful);
+}
+
+}  // namespace
 
 void OutdatedMarks::mnuQueueMarkOutdated_Click() {
-  freshness_.LookAgain();
-  std::size_t marked = 0;
-  for (const auto& row : window_.lvwQueue.Rows()) {
-    const Judgement judgement = freshness_.Judge(row->SubItem(queue_column::kProject));
-    if (!judgement.IsUpToDate()) ++marked;
-    row->SetChecked(!judgement.IsUpToDate());
-    row->SetNote(NoteOf(judgement));
+  const BuildPlan plan = PlanOf(window_, group_, freshness_, PlannedRows::All);
+  std::unordered_set<std::string> outdated;
+  for (const PlannedProject& project : plan.projects) {
+    if (!project.judgement.IsUpToDate()) outdated.insert(project.path);
   }
-  const std::size_t others = window_.lvwQueue.Count() - marked;
-  window_.SetStatus(std::to_string(marked) + (marked == 1 ? " row marked, " : " rows marked, ") +
-                    std::to_string(others) + " up to date");
+  for (const auto& row : window_.lvwQueue.Rows()) {
+    row->SetChecked(outdated.contains(row->SubItem(queue_column::kProject)));
+  }
+  window_.SetStatus(StatusText(plan));
+}
+
+std::string OutdatedMarks::NoteOf(const ListRow& row) {
+  if (work_.Goes(Task::Run)) return row.Note();
+  freshness_.LookAgain();
+  return gorbex::NoteOf(freshness_.Judge(row.SubItem(queue_column::kProject)));
 }
 
 }  // namespace gorbex

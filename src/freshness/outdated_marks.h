@@ -1,22 +1,33 @@
 #pragma once
 
+#include <string>
+
+#include "analysis/group_dependency.h"
 #include "core/main_window.h"
+#include "core/work.h"
 #include "freshness/freshness.h"
 
 namespace gorbex {
 
-/// Marks the rows of the queue whose projects are out of date.
+/// Tells which rows of the queue are out of date, and marks them.
 class OutdatedMarks {
  public:
-  OutdatedMarks(frmBuilder& window, Freshness& freshness)
-      : window_(window), freshness_(freshness) {}
+  OutdatedMarks(frmBuilder& window, const GroupDependency& group, const Work& work,
+                Freshness& freshness)
+      : window_(window), group_(group), work_(work), freshness_(freshness) {}
 
-  /// Marks these and unmarks all others. Each row notes why, or since when it is up to date; the
-  /// status bar tells the numbers.
+  /// Marks these and unmarks all others. The status bar tells the numbers, and which other projects
+  /// may need a build after those.
   void mnuQueueMarkOutdated_Click();
+
+  /// Why a row needs a build, or since when it is up to date, judged now; during a run, as the run
+  /// has judged it. Empty when nothing is known.
+  [[nodiscard]] std::string NoteOf(const ListRow& row);
 
  private:
   frmBuilder& window_;
+  const GroupDependency& group_;
+  const Work& work_;
   Freshness& freshness_;
 };
 

@@ -29,6 +29,10 @@ struct Reason {
   Kind kind = Kind::NeverBuilt;
   std::string subject;  ///< a file, an identity or a version; may be empty
   std::string text;     ///< for the user, such as "Amount.cls changed"
+
+  /// The full path of the used component that it is about, whose build may take the reason away;
+  /// empty for other reasons.
+  std::string component{};
 };
 
 /// As JSON names it, such as "neverBuilt".

@@ -202,7 +202,7 @@ Pane* MainFrame::MakeQueuePane(wxWindow* parent) {
   auto* pane = new Pane(parent, "Build Queue");
   terms_ = new LinkLine(pane);
   pane->AddBesideCaption(terms_);
-  queue_ = new QueueList(pane, program_.window.lvwQueue, program_.run.events);
+  queue_ = new QueueList(pane, program_.window.lvwQueue, program_.run.events, program_.outdated);
   auto* hint = new EmptyHint(pane, ids_, "Drag projects here from the tree, or add them all.",
                              {&program_.window.menu.mnuQueueAddAll});
   hint->SetName("queueHint");

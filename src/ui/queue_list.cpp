@@ -17,14 +17,19 @@ std::vector<ListColumn> Columns() {
 
 }  // namespace
 
-QueueList::QueueList(wxWindow* parent, ListView& state, RunEvents& events)
+QueueList::QueueList(wxWindow* parent, ListView& state, RunEvents& events, OutdatedMarks& outdated)
     : StateList(parent, "lvwQueue", state, Columns(), Checks::Yes),
+      outdated_(outdated),
       subscription_(events.Connect([this](const RunEvent& event) { Hear(event); })) {}
 
 wxString QueueList::ExtraText(const ListRow& row, long column) const {
   if (column != kTimeColumn) return {};
   const auto found = times_.find(row.Key());
   return found == times_.end() ? wxString() : found->second;
+}
+
+wxString QueueList::NoteOf(const ListRow& row) const {
+  return ToWx(outdated_.NoteOf(row));
 }
 
 void QueueList::Hear(const RunEvent& event) {

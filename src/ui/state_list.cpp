@@ -274,6 +274,10 @@ void StateList::OnMotion(wxMouseEvent& event) {
   }
 }
 
+wxString StateList::NoteOf(const ListRow& row) const {
+  return ToWx(row.Note());
+}
+
 wxString StateList::CutOffTexts(long item) const {
   wxString tip;
   if (RowOf(item) == nullptr) return tip;
@@ -283,7 +287,7 @@ wxString StateList::CutOffTexts(long item) const {
     if (!tip.empty()) tip += "\n";
     tip += wxString::FromUTF8(columns_[static_cast<std::size_t>(column)].heading) + ": " + text;
   }
-  const wxString note = ToWx(RowOf(item)->Note());
+  const wxString note = NoteOf(*RowOf(item));
   if (!tip.empty() && !note.empty()) tip += "\n";
   return tip + note;
 }

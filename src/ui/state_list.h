@@ -45,6 +45,9 @@ class StateList : public wxListCtrl {
   /// The text of a column beyond the row's own.
   [[nodiscard]] virtual wxString ExtraText(const ListRow& row, long column) const;
 
+  /// Lines for the tool tip of a row, asked for when the pointer comes to it.
+  [[nodiscard]] virtual wxString NoteOf(const ListRow& row) const;
+
   /// Paints the changes once the program is idle.
   void ShowLater() { isStale_ = true; }
 

@@ -1,5 +1,6 @@
 #include <functional>
 
+#include "core/list_columns.h"
 #include "freshness/build_plan.h"
 #include "tests/support/build_fixture.h"
 
@@ -53,7 +54,7 @@ class FreshnessTest : public BuildFixture {
       if (!text.empty()) text += " | ";
       text += program.window.ProjectMembers.Item(project.path).Name;
       text += ": " + ShortText(project.judgement.reasons, 9);
-      if (!project.unless.empty()) text += "(unless)";
+      if (!project.decidedBy.empty()) text += "(unless)";
     }
     return text;
   }
@@ -75,7 +76,7 @@ TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
   const std::string form = "C:\\Group\\Shop\\Shop.frm";
   const std::string picture = "C:\\Group\\Shop\\Shop.frx";
   ASSERT_EQ(Reasons(), "Core:  | Shop: ");
-  const std::string library = guid + " leads to another file now";
+  const std::string library = guid + " leads to another file now (Core.dll)";
   struct Case {
     const char* name;
     std::function<void()> change;
@@ -94,12 +95,16 @@ TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
        "Core:  | Shop: Shop.frx changed"},
       {"interface", [&] { Rewrite(kCoreBinary, " a", " b"); },
        [&] { Rewrite(kCoreBinary, " b", " a"); },
-       "Core: Core.dll is not the one that was built | Shop: the interface of Core.dll changed"},
+       "Core: Core.dll is not the one that was built | Shop: the interface of Core.dll "
+       "changed(unless)"},
+      {"component gone", [&] { files.Remove(kCoreBinary); },
+       [&] { files.AddFile(kCoreBinary, guid + " a\nbody"); },
+       "Core: Core.dll is missing | Shop: Core.dll, which it uses, is missing(unless)"},
       {"binary gone", [&] { files.Remove("C:\\Out\\Shop.exe"); },
        [&] { files.AddFile("C:\\Out\\Shop.exe", "exe"); }, "Core:  | Shop: Shop.exe is missing"},
       {"registered elsewhere", [&] { Register("C:\\Old\\Core.dll"); },
        [&] { Register(kCoreBinary); },
-       "Core: Core.dll is not the one that is registered | Shop: " + library},
+       "Core: Core.dll is not the one that is registered | Shop: " + library + "(unless)"},
       {"blank lines and revision",
        [&] { Rewrite(kShop, "RevisionVer=9\r\n", "RevisionVer=10\r\n\r\n"); },
        [&] { Rewrite(kShop, "RevisionVer=10\r\n\r\n", "RevisionVer=9\r\n"); }, "Core:  | Shop: "},
@@ -173,16 +178,41 @@ TEST_F(FreshnessTest, MarksExactlyTheRowsThatAreOutOfDate) {
   program.window.menu.mnuQueueMarkOutdated.Execute();
   EXPECT_TRUE(Row("Core").Checked());
   EXPECT_FALSE(Row("Shop").Checked());
-  EXPECT_EQ(Row("Shop").Note(), "Up to date since 04/03/2026 15:06:07");
-  EXPECT_EQ(program.window.stbStatus.Get(), "1 row marked, 1 up to date");
+  EXPECT_EQ(program.window.stbStatus.Get(),
+            "1 row marked, 1 up to date; may need a build after them: Shop.vbp");
+  EXPECT_EQ(program.outdated.NoteOf(Row("Shop")), "Up to date since 04/03/2026 15:06:07");
+  EXPECT_EQ(program.outdated.NoteOf(Row("Core")), "To be built:\nCore.cls changed");
+  Rewrite("C:\\Group\\Core\\Core.cls", "BODY", "body");
+  EXPECT_EQ(program.outdated.NoteOf(Row("Core")), "Up to date since 04/03/2026 15:06:07");
+  platform.files.Remove(kCoreBinary);
+  program.window.menu.mnuQueueMarkOutdated.Execute();
+  EXPECT_EQ(program.window.stbStatus.Get(), "2 rows marked (1 may be skipped), 0 up to date");
+}
+
+TEST_F(FreshnessTest, AsksAboutCompatibilityOnlyForWhatMayBeBuilt) {
+  const auto asks = [&] {
+    const auto shown = Only(Build(), {"show"});
+    return shown.at(0).find("DO NOT have compatability") != std::string::npos;
+  };
+  Row("Shop").SetSubItem(queue_column::kCompatibility, "NOT Compatible!");
+  EXPECT_FALSE(asks());
+  Rewrite("C:\\Group\\Core\\Core.cls", "body", "BODY");
+  EXPECT_TRUE(asks()) << "another interface may come of Core";
+  Row("Core").SetChecked(false);
+  EXPECT_FALSE(asks());
+  program.options.GetLatest = true;
+  EXPECT_TRUE(asks()) << "other sources may come";
 }
 
 TEST_F(FreshnessTest, BuildsOnWhenNothingCanBeNoted) {
   platform.files.SetAttributes(kRecord, file_attribute::kReadOnly);
-  Rewrite("C:\\Group\\Core\\Core.cls", " a", " b");
   std::vector<std::string> told;
   const Subscription hears =
       program.freshness.told.Connect([&](const std::string& line) { told.push_back(line); });
+  Rewrite("C:\\Group\\Core\\Core.cls", "body", "body");
+  Build();
+  EXPECT_TRUE(told.empty()) << "nothing was built";
+  Rewrite("C:\\Group\\Core\\Core.cls", " a", " b");
   Build();
   EXPECT_EQ(Icons(), "buildok buildok");
   ASSERT_EQ(told.size(), 1U);
