@@ -52,11 +52,14 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       compiled({window, platform.files, queue, display, work}, compile.ended),
       marks(window, group, failed, report),
       outdated(window, group, work, freshness),
-      failedBuild(window, marks, run),
+      failedBuild(failed, run),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, work, platform.events}),
       registration(window, shell, dialogs, report, platform.registrationAdvice,
-                   [this] { display.RefreshReferences(); }),
+                   [this] {
+                     marking.MarkAll();
+                     display.RefreshReferences();
+                   }),
       shutDown(
           {window, registry, options, log, dialogs, report, buildProject, run, work, replaced}),
       immediate({window, dialogs, report, script, compile}),

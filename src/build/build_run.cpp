@@ -25,9 +25,17 @@ std::string DoneText(std::int32_t built, std::int32_t upToDate) {
 }  // namespace
 
 void BuildRun::mnuFileBuild_Click() {
+  Start({});
+}
+
+void BuildRun::BuildAgain(std::set<std::string> projects) {
+  Start(std::move(projects));
+}
+
+void BuildRun::Start(RowsToRepeat rows) {
   const auto turn = parts_.compile.BeginBuild();
   if (turn == nullptr) return;
-  RunState run(parts_);
+  RunState run(parts_, std::move(rows));
   auto task = parts_.work.Begin(Task::Run);
   RunResult result = RunResult::Aborted;
   const Subscription questions = parts_.dialogs.asking.Connect([&](const Message& message) {
@@ -79,14 +87,15 @@ RunResult BuildRun::Run(Procedure& on, RunState& run) {
   on([&] { window.tmrOutlook.enabled.Set(false); });
   on([&] { parts_.log.WriteLog("Build Started"); });
   on([&] { parts_.compile.AskForCompiler(); });
-  const bool incompatible = ResetIcons(on);
-  const bool asks = !parts_.options.ChangeRefs && incompatible && MayBuildIncompatible();
+  const bool incompatible = ResetIcons(on, run);
+  const bool asks = !parts_.options.ChangeRefs && incompatible && MayBuildIncompatible(run);
   if (asks && !on([&] { return AskAboutCompatibility(); })) {
     on([&] { RestoreMailTimer(); });
     return RunResult::Refused;
   }
   const bool compiles = !window.compilerPath.empty();
-  if (compiles && parts_.options.ChangeRefs && !on([&] { return run.consent.ForRun(); })) {
+  if (compiles && parts_.options.ChangeRefs &&
+      !on([&] { return run.consent.ForRun([&](const ListRow& row) { return run.Takes(row); }); })) {
     on([&] { RestoreMailTimer(); });
     return RunResult::KeptReferences;
   }
@@ -123,20 +132,21 @@ void BuildRun::RestoreMailTimer() {
   window.tmrOutlook.enabled.Set(window.menu.mnuToolsInBox.checked.Get());
 }
 
-// True when a checked row is marked as not compatible.
-bool BuildRun::ResetIcons(Procedure& on) {
+// True when a row of the run is marked as not compatible.
+bool BuildRun::ResetIcons(Procedure& on, const RunState& run) {
   bool incompatible = false;
   for (const auto& row : parts_.window.lvwQueue.Rows()) {
+    if (run.rowsToRepeat && !run.Takes(*row)) continue;
     on([&] { row->SetIcon(Image::VbProject); });
     row->SetNote("");
-    incompatible = incompatible || (row->Checked() && IsIncompatible(*row));
+    incompatible = incompatible || (run.Takes(*row) && IsIncompatible(*row));
   }
   return incompatible;
 }
 
-// Only a get tells which sources the run finds.
-bool BuildRun::MayBuildIncompatible() {
-  if (!parts_.options.SkipUpToDate || parts_.options.GetLatest) return true;
+// Only a get tells which sources the run finds. A project that failed is not up to date.
+bool BuildRun::MayBuildIncompatible(const RunState& run) {
+  if (!parts_.options.SkipUpToDate || parts_.options.GetLatest || run.rowsToRepeat) return true;
   const BuildPlan plan = PlanOf(parts_.window, parts_.group, parts_.freshness);
   return std::any_of(plan.projects.begin(), plan.projects.end(), [&](const PlannedProject& each) {
     return each.MayBeBuilt() && IsIncompatible(*parts_.window.lvwQueue.Find(each.path));
@@ -159,8 +169,8 @@ void BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
   on([&] { parts_.script.Begin(); });
   const auto& rows = window.lvwQueue.Rows();
   run.checked = static_cast<std::size_t>(
-      std::count_if(rows.begin(), rows.end(), [](const auto& row) { return row->Checked(); }));
-  events.Emit(RunStarted{run.checked});
+      std::count_if(rows.begin(), rows.end(), [&](const auto& row) { return run.Takes(*row); }));
+  events.Emit(RunStarted{run.checked, run.rowsToRepeat.has_value()});
   parts_.freshness.LookAgain();
   const auto batch = parts_.latest.BeginBatch();
   BuildInTurn(on, run);
@@ -173,7 +183,7 @@ void BuildRun::BuildInTurn(Procedure& on, RunState& run) {
   const std::size_t count = queue.Count();
   for (std::size_t i = 1; i <= count && !parts_.work.RunStops(); ++i) {
     const ListRow* row = on([&] { return &queue.At(i); });
-    if (row == nullptr || !row->Checked()) continue;
+    if (row == nullptr || !run.Takes(*row)) continue;
     const std::string path = row->SubItem(queue_column::kProject);
     if (Skips(on, path, run)) continue;
     if (BuildProject(on, path, run) == Pass::Stop) break;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "build/project_build.h"
@@ -18,6 +19,10 @@ class BuildRun {
 
   void mnuFileBuild_Click();
 
+  /// As the Build command, over the rows of these projects whatever their check marks. The other
+  /// rows stay as they are.
+  void BuildAgain(std::set<std::string> projects);
+
   /// Ends the run after the project being built; asked again, or outside a run, offers to end the
   /// program that is being waited for. The test project that a run ends with is not stopped by the
   /// first: the user has it open.
@@ -32,12 +37,13 @@ class BuildRun {
  private:
   enum class Pass { GoOn, Stop };
 
+  void Start(RowsToRepeat rows);
   [[nodiscard]] RunResult Run(Procedure& on, RunState& run);
-  [[nodiscard]] bool ResetIcons(Procedure& on);
+  [[nodiscard]] bool ResetIcons(Procedure& on, const RunState& run);
 
-  /// Whether a checked row that is not compatible may be built: a run that skips what is up to date
-  /// does not ask about those that it skips.
-  [[nodiscard]] bool MayBuildIncompatible();
+  /// Whether a row of the run that is not compatible may be built: a run that skips what is up to
+  /// date does not ask about those that it skips.
+  [[nodiscard]] bool MayBuildIncompatible(const RunState& run);
   [[nodiscard]] bool AskAboutCompatibility();
   void RestoreMailTimer();
   void BuildQueueRows(Procedure& on, RunState& run);

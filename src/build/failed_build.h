@@ -1,23 +1,20 @@
 #pragma once
 
-#include "analysis/queue_marks.h"
 #include "build/build_run.h"
-#include "core/main_window.h"
+#include "core/failed_projects.h"
 
 namespace gorbex {
 
 /// Builds what failed, and what was skipped because of it, once more.
 class FailedBuild {
  public:
-  FailedBuild(frmBuilder& window, QueueMarks& marks, BuildRun& run)
-      : window_(window), marks_(marks), run_(run) {}
+  FailedBuild(const FailedProjects& failed, BuildRun& run) : failed_(failed), run_(run) {}
 
-  /// A run over the rows that failed. Afterwards the queue has the marks that it had before.
+  /// A run over the rows that failed. Marks, icons and times of the other rows stay.
   void mnuQueueBuildFailed_Click();
 
  private:
-  frmBuilder& window_;
-  QueueMarks& marks_;
+  const FailedProjects& failed_;
   BuildRun& run_;
 };
 

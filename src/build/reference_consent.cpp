@@ -5,16 +5,16 @@
 
 namespace gorbex {
 
-bool ReferenceConsent::ForRun() {
+bool ReferenceConsent::ForRun(const std::function<bool(const ListRow&)>& takes) {
   isGiven_ = false;
   const bool isBuiltThere = window_.buildDirectory.ends_with('\\');
   const auto isComing = [&](const std::string& path) {
     const ListRow* row = isBuiltThere ? window_.lvwQueue.Find(path) : nullptr;
-    return row != nullptr && row->Checked();
+    return row != nullptr && takes(*row);
   };
   std::vector<std::string> lost;
   for (const auto& row : window_.lvwQueue.Rows()) {
-    if (!row->Checked()) continue;
+    if (!takes(*row)) continue;
     const std::string& path = row->SubItem(queue_column::kProject);
     for (const auto& file : references_.ComponentsWithoutIdentity(path, isComing)) {
       lost.push_back(std::string(path).append(": ").append(file));

@@ -20,9 +20,9 @@ class ReferenceConsent {
                    const Work& work)
       : window_(window), references_(references), dialogs_(dialogs), work_(work) {}
 
-  /// To be asked before a run: what the run would build itself is still to come. A yes holds for
-  /// all of its projects.
-  [[nodiscard]] bool ForRun();
+  /// To be asked before a run over the rows that it takes: what the run would build itself is still
+  /// to come. A yes holds for all of its projects.
+  [[nodiscard]] bool ForRun(const std::function<bool(const ListRow&)>& takes);
 
   /// To be asked in a run, before the update of one project: a project it uses may have failed.
   [[nodiscard]] bool ForProject(const std::string& path);

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/users_of_failed.h"
@@ -13,14 +15,19 @@
 #include "build/question_time.h"
 #include "build/reference_consent.h"
 #include "build/run_parts.h"
+#include "core/list_view.h"
 #include "platform/clock.h"
 
 namespace gorbex {
 
-/// The results of a run so far.
+/// The keys of rows that a run takes instead of the checked ones; nothing for a run over these.
+using RowsToRepeat = std::optional<std::set<std::string>>;
+
+/// What a run is about, and its results so far.
 struct RunState {
-  explicit RunState(const RunParts& parts)
-      : clock(parts.clock),
+  RunState(const RunParts& parts, RowsToRepeat rows)
+      : rowsToRepeat(std::move(rows)),
+        clock(parts.clock),
         questionTime(parts.clock),
         start(parts.clock.Elapsed()),
         consent(parts.window, parts.references, parts.dialogs, parts.work) {}
@@ -30,11 +37,16 @@ struct RunState {
     return clock.Elapsed() - questionTime.Total();
   }
 
+  [[nodiscard]] bool Takes(const ListRow& row) const {
+    return rowsToRepeat ? rowsToRepeat->contains(row.Key()) : row.Checked();
+  }
+
   void NoteUnamended(const std::string& path) {
     const bool isKnown = std::find(unamended.begin(), unamended.end(), path) != unamended.end();
     if (!isKnown) unamended.push_back(path);
   }
 
+  const RowsToRepeat rowsToRepeat;
   const Clock& clock;
   QuestionTime questionTime;
   std::chrono::milliseconds start;

@@ -20,14 +20,18 @@ std::string ReasonOf(const CompileEnded& compile) {
 std::string FailedProject::Text() const {
   std::string text = path;
   text.append(kLineBreak).append(path.size(), '=').append(kLineBreak);
-  return text.append(log.empty() ? reason : log).append(kLineBreak);
+  const auto start = log.find_first_not_of("\r\n");
+  return text.append(start == std::string::npos ? reason : log.substr(start)).append(kLineBreak);
 }
 
 FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles)
     : subscriptions_{runs.Connect([this](const RunEvent& event) {
-                       if (std::holds_alternative<RunStarted>(event)) Clear();
+                       const auto* started = std::get_if<RunStarted>(&event);
+                       if (started != nullptr && !started->isRepeat) Clear();
                        const auto* skipped = std::get_if<ProjectSkipped>(&event);
                        if (skipped != nullptr) Take(*skipped);
+                       const auto* upToDate = std::get_if<ProjectUpToDate>(&event);
+                       if (upToDate != nullptr) Forget(upToDate->path);
                      }),
                      compiles.Connect([this](const CompileEnded& compile) { Take(compile); })} {}
 
@@ -42,13 +46,19 @@ void FailedProjects::Clear() {
   changed.Emit();
 }
 
+void FailedProjects::Forget(const std::string& path) {
+  std::erase_if(all_, [&](const FailedProject& failed) { return failed.path == path; });
+  changed.Emit();
+}
+
 void FailedProjects::Take(const ProjectSkipped& skipped) {
+  Forget(skipped.path);
   all_.push_back({skipped.path, "Not built: " + ReasonOf(skipped), ""});
   changed.Emit();
 }
 
 void FailedProjects::Take(const CompileEnded& compile) {
-  std::erase_if(all_, [&](const FailedProject& failed) { return failed.path == compile.path; });
+  Forget(compile.path);
   if (!compile.succeeded) all_.push_back({compile.path, ReasonOf(compile), compile.log});
   changed.Emit();
 }

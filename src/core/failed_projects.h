@@ -13,13 +13,13 @@ struct FailedProject {
   std::string reason;  ///< one line, never empty
   std::string log;     ///< what the compiler wrote; empty when it wrote nothing
 
-  /// The path, underlined, above the compiler's words or the reason. Lines end with CR LF.
+  /// The path, underlined, right above the compiler's words or the reason. Lines end with CR LF.
   [[nodiscard]] std::string Text() const;
 };
 
 /// The projects that failed last: in a run, and in the single builds since; also those that the run
 /// skipped because they use one that failed. A project is in the list once, until it is built or
-/// the next run begins.
+/// found up to date, or the next run begins that is not a repetition.
 class FailedProjects {
  public:
   FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles);
@@ -33,6 +33,7 @@ class FailedProjects {
 
  private:
   void Clear();
+  void Forget(const std::string& path);
   void Take(const CompileEnded& compile);
   void Take(const ProjectSkipped& skipped);
 

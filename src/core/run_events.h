@@ -38,7 +38,8 @@ enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compil
 /// The announcements of a build run, in the order they happen. Listeners only look on; none can
 /// change the run.
 struct RunStarted {
-  std::size_t projects;  ///< checked rows
+  std::size_t projects;   ///< rows that it takes
+  bool isRepeat = false;  ///< of a part of the last run; what that said of other rows still holds
 };
 struct ProjectStarted {
   std::string path;

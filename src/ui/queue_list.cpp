@@ -33,8 +33,8 @@ wxString QueueList::NoteOf(const ListRow& row) const {
 }
 
 void QueueList::Hear(const RunEvent& event) {
-  if (std::holds_alternative<RunStarted>(event)) {
-    times_.clear();
+  if (const auto* started = std::get_if<RunStarted>(&event)) {
+    if (!started->isRepeat) times_.clear();
   } else if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) {
     times_[compiled->path] = ElapsedText(compiled->duration);
   } else if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
