@@ -15,9 +15,12 @@ TEST_F(ComponentRegistrationTest, RunsTheToolOnTheSelectedComponent) {
   const std::string core = "c:\\group\\bin\\core.dll";
   Effects();
 
+  int scans = 0;
+  const auto scanned = program.marking.marked.Connect([&] { ++scans; });
   list.Select(&list.At(1));
   platform.processes.QueueExitCode(0);
   menu.mnuDataPopupReg.Execute();
+  EXPECT_EQ(scans, 1) << "other projects may reference it, too";
   EXPECT_EQ(Effects(), Journal{"start RegSvr32 /s \"" + core + "\""});
   EXPECT_EQ(list.Selected(), &list.At(1)) << "judged again, still selected";
 
