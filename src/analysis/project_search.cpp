@@ -26,6 +26,7 @@ class Hits {
     const std::size_t count = items_.size();
     if (count == 0) return 0;
     if (direction == ProjectSearch::Direction::Next) return after_ % count + 1;
+    if (direction == ProjectSearch::Direction::Here) return before_ % count + 1;
     return (before_ + count - 1) % count + 1;
   }
 

@@ -14,7 +14,8 @@ namespace gorbex {
 /// letter case.
 class ProjectSearch {
  public:
-  enum class Direction { Next, Previous };
+  /// Here is the next hit as well, unless the selection is one itself.
+  enum class Direction { Next, Previous, Here };
 
   /// Which of all hits was selected, from 1; 0 of 0 when there is none.
   struct Hit {

@@ -36,6 +36,10 @@ FindBar::FindBar(wxWindow* parent, std::vector<Place> places, const wxString& hi
   add(close);
   SetSizer(sizer);
   text_->SetHint(hint);
+  text_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) {
+    found_->SetLabel({});
+    if (!text_->IsEmpty()) Find(Direction::Here);
+  });
   Bind(wxEVT_CHAR_HOOK, &FindBar::OnKey, this);
   Hide();
 }

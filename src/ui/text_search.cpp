@@ -51,13 +51,14 @@ ProjectSearch::Hit FindText(wxTextCtrl& control, const wxString& wanted,
   long from = 0;
   long to = 0;
   control.GetSelection(&from, &to);
-  const bool isNext = direction == ProjectSearch::Direction::Next;
-  const bool staysOn = isNext && from == to;  // nothing was found yet
-  const auto at = isNext && !staysOn ? std::upper_bound(positions.begin(), positions.end(), from)
-                                     : std::lower_bound(positions.begin(), positions.end(), from);
+  const bool isBack = direction == ProjectSearch::Direction::Previous;
+  // Without a selection nothing was found yet.
+  const bool leaves = direction == ProjectSearch::Direction::Next && from != to;
+  const auto at = leaves ? std::upper_bound(positions.begin(), positions.end(), from)
+                         : std::lower_bound(positions.begin(), positions.end(), from);
   const std::size_t count = positions.size();
   const auto index = static_cast<std::size_t>(at - positions.begin());
-  const std::size_t found = isNext ? index % count : (index + count - 1) % count;
+  const std::size_t found = isBack ? (index + count - 1) % count : index % count;
   control.SetSelection(positions[found], lines.PositionOf(places[found] + wanted.length()));
   control.ShowPosition(positions[found]);
   return {found + 1, count};

@@ -8,8 +8,9 @@
 
 namespace gorbex::ui {
 
-/// Selects the next place of a text in a text control after the selection, or the one before it, in
-/// any letter case. After the last place comes the first.
+/// Selects the next place of a text in a text control after the selection, the one before it, or
+/// the one that begins with the selection, in any letter case. After the last place comes the
+/// first.
 [[nodiscard]] ProjectSearch::Hit FindText(wxTextCtrl& control, const wxString& wanted,
                                           ProjectSearch::Direction direction);
 
