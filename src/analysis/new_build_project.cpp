@@ -85,6 +85,8 @@ std::vector<std::vector<std::string>> NewBuildProject::QueueAll() {
   std::vector<std::string> paths;
   for (const auto& member : uses_.window.ProjectMembers) paths.push_back(member->path);
   for (const std::size_t project : graph.BuildOrder()) uses_.queue.Add(paths[project]);
+  ListView& rows = uses_.window.lvwQueue;
+  if (rows.Count() > 0) rows.Select(&rows.At(1));
   return CyclesOf(graph, uses_.window.ProjectMembers);
 }
 
