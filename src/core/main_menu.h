@@ -58,7 +58,7 @@ struct MainMenu {
   Command mnuToolsGetLatestChanged{"mnuToolsGetLatestChanged", "&Changed Projects"};
 
   Command mnuWindowViewLogs{"mnuWindowViewLogs", "View &Logs...", "Ctrl+L"};
-  Command mnuWindowFailed{"mnuWindowFailed", "&Failed Projects", "F8"};
+  Command mnuWindowFailed{"mnuWindowFailed", "&Failed Projects", "Ctrl+F8"};
   Command mnuWindowNextPane{"mnuWindowNextPane", "&Next Pane", "F6"};
   Command mnuWindowPreviousPane{"mnuWindowPreviousPane", "&Previous Pane", "Shift+F6"};
   Command mnuHelpAbout{"mnuHelpAbout", "&About GorbexBuilder"};
