@@ -1,0 +1,69 @@
+#include "app/offered_commands.h"
+
+#include "tests/support/build_fixture.h"
+
+namespace gorbex::test {
+namespace {
+
+class OfferedCommandsTest : public BuildFixture {
+ protected:
+  /// The watched commands that a user can run now.
+  [[nodiscard]] std::string Offered() {
+    MainMenu& menu = program.window.menu;
+    std::string names;
+    for (const Command* command :
+         {&menu.mnuFileNew, &menu.mnuFileBuild, &menu.mnuQueueAdd, &menu.mnuQueueAddAll,
+          &menu.mnuQueueArrange, &menu.mnuQueueRemove, &menu.mnuQueueMarkAll,
+          &menu.mnuQueueMarkUses, &menu.mnuQueueMarkFailed, &menu.mnuQueueBuild,
+          &menu.mnuQueueBuildFailed, &menu.mnuQueueWhyFailed, &menu.mnuWindowFailed,
+          &menu.mnuTreePopupRemoveProject, &menu.mnuTreePopupBuildNowDefault,
+          &menu.mnuToolsMissing}) {
+      if (command->IsPossible()) names.append(names.empty() ? "" : " ").append(command->Name());
+    }
+    return names;
+  }
+};
+
+TEST_F(OfferedCommandsTest, FollowTheSelectionTheFailuresAndWhatIsAtWork) {
+  EXPECT_EQ(Offered(), "mnuFileNew mnuFileBuild");
+  Load({"Base", "Core"});
+  frmBuilder& window = program.window;
+  window.lvwQueue.Select(nullptr);
+  window.tvwProjects.Select(nullptr);
+  const std::string loaded =
+      "mnuFileNew mnuFileBuild mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll mnuToolsMissing";
+  EXPECT_EQ(Offered(), loaded);
+  window.lvwQueue.Select(&Row("Core"));
+  EXPECT_EQ(Offered(),
+            "mnuFileNew mnuFileBuild mnuQueueAddAll mnuQueueArrange mnuQueueRemove mnuQueueMarkAll "
+            "mnuQueueMarkUses mnuQueueBuild mnuToolsMissing");
+  window.lvwQueue.Select(nullptr);
+  window.tvwProjects.Select(window.tvwProjects.Find("x)" + kCore));
+  EXPECT_EQ(Offered(),
+            "mnuFileNew mnuFileBuild mnuQueueAdd mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll "
+            "mnuTreePopupRemoveProject mnuTreePopupBuildNowDefault mnuToolsMissing");
+  window.tvwProjects.Select(nullptr);
+
+  failing = "Core";
+  std::string whileItRuns;
+  const auto listening = program.run.events.Connect([&](const RunEvent& event) {
+    if (std::holds_alternative<ProjectStarted>(event)) whileItRuns = Offered();
+  });
+  Build();
+  EXPECT_EQ(whileItRuns, "mnuQueueMarkAll mnuToolsMissing");
+  const std::string failed =
+      "mnuFileNew mnuFileBuild mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll mnuQueueMarkFailed "
+      "mnuQueueBuildFailed mnuWindowFailed mnuToolsMissing";
+  EXPECT_EQ(Offered(), failed);
+  for (const char* name : {"Base", "Core"}) {
+    window.lvwQueue.Select(&Row(name));
+    EXPECT_EQ(window.menu.mnuQueueWhyFailed.IsPossible(), std::string(name) == "Core");
+  }
+  failing = "";
+  window.menu.mnuQueueBuildFailed.Execute();
+  window.lvwQueue.Select(nullptr);
+  EXPECT_EQ(Offered(), loaded);
+}
+
+}  // namespace
+}  // namespace gorbex::test
