@@ -18,11 +18,24 @@ CaptionDivider::CaptionDivider(wxWindow* parent, const wxString& caption)
       caption_(caption) {
   SetFont(GetFont().Bold());
   Bind(wxEVT_PAINT, &CaptionDivider::OnPaint, this);
+  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+    FollowFocus();
+    event.Skip();
+  });
 }
 
 void CaptionDivider::SetCaption(const wxString& caption) {
   if (caption == caption_) return;
   caption_ = caption;
+  Refresh();
+}
+
+// Nobody tells a window that the keyboard has left what is in it.
+void CaptionDivider::FollowFocus() {
+  wxWindow* focus = FindFocus();
+  const bool hasKeyboard = focus != nullptr && GetParent()->IsDescendant(focus);
+  if (hasKeyboard == hasKeyboard_) return;
+  hasKeyboard_ = hasKeyboard;
   Refresh();
 }
 
@@ -34,11 +47,13 @@ wxSize CaptionDivider::DoGetBestClientSize() const {
 void CaptionDivider::OnPaint(wxPaintEvent& /*event*/) {
   wxPaintDC dc(this);
   dc.SetFont(GetFont());
-  dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
+  const wxColour accent = LinkColour();
+  dc.SetTextForeground(hasKeyboard_ ? accent
+                                    : wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
   const wxSize size = GetClientSize();
   const wxSize text = dc.GetTextExtent(caption_);
   dc.DrawText(caption_, FromDIP(kSide), (size.y - text.y) / 2);
-  dc.SetPen(wxPen(HintColour(), 1));
+  dc.SetPen(hasKeyboard_ ? wxPen(accent, FromDIP(2)) : wxPen(HintColour(), 1));
   const int from = FromDIP(kSide) + text.x + FromDIP(kCaptionGap);
   if (from < size.x) dc.DrawLine(from, size.y / 2, size.x - FromDIP(kSide), size.y / 2);
 }

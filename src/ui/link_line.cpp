@@ -3,7 +3,6 @@
 #include <wx/control.h>
 #include <wx/dcclient.h>
 #include <wx/renderer.h>
-#include <wx/settings.h>
 
 #include <algorithm>
 #include <utility>
@@ -17,11 +16,9 @@ namespace {
 constexpr int kGapBetween = 18;  // with the separator in its middle
 constexpr int kShortest = 60;
 
-wxColour LinkColour(const BuildTerm& term) {
+wxColour ColourOf(const BuildTerm& term) {
   if (!term.setBy->IsPossible()) return HintColour();
-  return term.weight == BuildTerm::Weight::Warning
-             ? WarningColour()
-             : wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT);
+  return term.weight == BuildTerm::Weight::Warning ? WarningColour() : LinkColour();
 }
 
 wxString HelpOf(const Command& command) {
@@ -35,7 +32,8 @@ wxString HelpOf(const Command& command) {
 
 LinkLine::LinkLine(wxWindow* parent)
     : wxPanel(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-              wxTAB_TRAVERSAL | wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, "termsInForce") {
+              wxTAB_TRAVERSAL | wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, "termsInForce"),
+      tip_(*parent) {
   Bind(wxEVT_PAINT, &LinkLine::OnPaint, this);
   Bind(wxEVT_KEY_DOWN, &LinkLine::OnKey, this);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
@@ -109,9 +107,9 @@ void LinkLine::Point(std::size_t number) {
     const BuildTerm& term = terms_[number];
     const wxString whole = ToWx(term.text);
     const wxString cut = links_[number].text == whole ? wxString() : whole + "\n";
-    SetToolTip(cut + HelpOf(*term.setBy));
+    tip_.Show(*this, cut + HelpOf(*term.setBy));
   } else {
-    UnsetToolTip();
+    tip_.Show(*this, {});
   }
   Refresh();
 }
@@ -149,7 +147,7 @@ void LinkLine::OnPaint(wxPaintEvent& /*event*/) {
     wxFont font = GetFont();
     font.SetUnderlined(i == pointed_);
     dc.SetFont(font);
-    dc.SetTextForeground(LinkColour(terms_[i]));
+    dc.SetTextForeground(ColourOf(terms_[i]));
     dc.DrawText(link.text, link.place.GetPosition());
     if (i + 1 < links_.size()) {
       dc.SetFont(GetFont());

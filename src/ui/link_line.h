@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "build/terms_in_force.h"
+#include "ui/hover_tip.h"
 
 namespace gorbex::ui {
 
@@ -40,6 +41,7 @@ class LinkLine : public wxPanel {
 
   std::vector<BuildTerm> terms_;
   std::vector<Link> links_;
+  HoverTip tip_;
   std::size_t pointed_ = kNone;  ///< below the mouse
   std::size_t current_ = 0;      ///< that the keyboard follows
 };

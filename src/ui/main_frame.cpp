@@ -35,7 +35,7 @@ constexpr double kQueueShare = 0.4;
 constexpr const char* kPanes = "Panes";
 
 std::vector<ListColumn> ReferenceColumns() {
-  return {{"GUID", 70, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
+  return {{"GUID", 96, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
           {"Registered", 84, false, 2}, {"Description", 84, false, 3}, {"Verdict", 270, false, 8}};
 }
 
@@ -90,7 +90,14 @@ MainFrame::~MainFrame() {
 void MainFrame::HandleCommands() {
   MainMenu& menu = program_.window.menu;
   menu.mnuHelpAbout.SetHandler([this] { ShowAbout(this); });
-  menu.mnuToolsFind.SetHandler([this] { find_->Open(); });
+  menu.mnuToolsFind.SetHandler([this] {
+    find_->Open();
+    // The panes are lower now.
+    CallAfter([this] {
+      tree_->ShowSelected();
+      queue_->ShowSelected();
+    });
+  });
   menu.mnuToolsFindNext.SetHandler([this] { find_->Find(ProjectSearch::Direction::Next); });
   menu.mnuToolsFindPrevious.SetHandler([this] { find_->Find(ProjectSearch::Direction::Previous); });
   menu.mnuWindowFailed.SetHandler([this] {
@@ -328,6 +335,10 @@ void MainFrame::FollowPosition() {
   };
   Bind(wxEVT_MOVE, tell);
   Bind(wxEVT_SIZE, tell);
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    CallAfter([this] { KeepRoom(); });
+  });
 }
 
 void MainFrame::TellPosition() {
@@ -378,9 +389,39 @@ void MainFrame::ShowFailures() {
   if (visible == details_->IsSplit()) return;
   if (visible) {
     details_->SplitHorizontally(dataPane_, log_, details_->GetClientSize().y / 2);
+    KeepRoom();
   } else {
     details_->Unsplit(log_);
+    GiveRoomBack();
   }
+}
+
+// A small window shares its height between references, failures and queue so that each shows a few
+// rows. Less is only what the user wants.
+void MainFrame::KeepRoom() {
+  if (!details_->IsSplit() || !isPlaced_) return;
+  constexpr int kRows = 3;
+  const int references = dataPane_->HeightWith(data_->HeightOf(kRows));
+  const int failures = details_->GetSashSize() + details_->GetMinimumPaneSize();
+  const int queue = rows_->GetSashSize() + queuePane_->HeightWith(queue_->HeightOf(kRows));
+  const int top = rows_->GetSashPosition();
+  const int wanted = std::min(references + failures, rows_->GetClientSize().y - queue);
+  if (top < wanted) {
+    if (queueTop_ == 0) queueTop_ = top;
+    queuePushed_ = wanted;
+    rows_->SetSashPosition(wanted);
+  }
+  const int most = std::max(top, wanted) - failures;
+  if (details_->GetSashPosition() < std::min(references, most)) {
+    details_->SetSashPosition(std::min(references, most));
+  }
+}
+
+void MainFrame::GiveRoomBack() {
+  if (queueTop_ != 0 && rows_->GetSashPosition() == queuePushed_) {
+    rows_->SetSashPosition(queueTop_);
+  }
+  queueTop_ = 0;
 }
 
 void MainFrame::ShowEmptyPanes() {
@@ -419,6 +460,7 @@ void MainFrame::RestoreLayout() {
 
 void MainFrame::StoreLayout() {
   LayoutStore store(program_.registry);
+  GiveRoomBack();
   // Tree and queue, each with all that they share: the next window may have another size.
   const wxSize all = ToDIP(rows_->GetClientSize());
   store.Write(kPanes, {ToDIP(columns_->GetSashPosition()), all.x,

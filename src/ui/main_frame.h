@@ -53,6 +53,8 @@ class MainFrame : public wxFrame {
   void TellPosition();
   void FollowTimer();
   void ShowFailures();
+  void KeepRoom();
+  void GiveRoomBack();
   void ShowEmptyPanes();
   void ShowMissing();
   void ShowPointer(MousePointer pointer);
@@ -93,6 +95,8 @@ class MainFrame : public wxFrame {
   bool isPainted_ = false;
   bool isPlaced_ = false;
   bool isFollowing_ = false;  ///< the window stores its position; it does not move to it
+  int queueTop_ = 0;  ///< before the failed projects took room from the queue; 0 when they have not
+  int queuePushed_ = 0;                   ///< where its top is since then
   std::vector<std::string> notCompared_;  ///< projects that a scan left out, with reasons
   std::vector<Subscription> subscriptions_;
 };

@@ -17,7 +17,7 @@ constexpr int kFirstHeight = 300;
 
 std::vector<ListColumn> ComponentColumns() {
   return {{"Component", 110, false, 5}, {"Projects", 50, true, 6}, {"Version", 50, false, 2},
-          {"File", 110, false, 4},      {"GUID", 60, false, 1},    {"Verdict", 110, false, 3}};
+          {"File", 110, false, 4},      {"GUID", 80, false, 1},    {"Verdict", 110, false, 3}};
 }
 
 }  // namespace

@@ -2,11 +2,17 @@
 
 #include <wx/settings.h>
 
+#include <cmath>
+
 namespace gorbex::ui {
 namespace {
 
 unsigned char Mixed(unsigned char one, unsigned char other, double share) {
   return static_cast<unsigned char>(one * share + other * (1 - share));
+}
+
+bool IsDark() {
+  return wxSystemSettings::GetAppearance().IsUsingDarkBackground();
 }
 
 // A colour between that one and the background of lists.
@@ -36,9 +42,17 @@ wxColour PaleSelectionColour() {
   return Faded(wxSYS_COLOUR_HIGHLIGHT, kPale);
 }
 
+// Some systems' own colour for links cannot be told from the background.
+wxColour LinkColour() {
+  constexpr double kLeast = 0.25;
+  const wxColour system = wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT);
+  const wxColour back = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
+  if (std::abs(system.GetLuminance() - back.GetLuminance()) >= kLeast) return system;
+  return IsDark() ? wxColour(110, 170, 255) : wxColour(0, 90, 180);
+}
+
 wxColour WarningColour() {
-  const bool isDark = wxSystemSettings::GetAppearance().IsUsingDarkBackground();
-  return isDark ? wxColour(255, 150, 80) : wxColour(178, 60, 0);
+  return IsDark() ? wxColour(255, 150, 80) : wxColour(178, 60, 0);
 }
 
 }  // namespace gorbex::ui

@@ -17,6 +17,9 @@ namespace gorbex::ui {
 /// colour of the others.
 [[nodiscard]] wxColour PaleSelectionColour();
 
+/// Of links, and of what has the keyboard.
+[[nodiscard]] wxColour LinkColour();
+
 /// Of a text that the user should notice before going on.
 [[nodiscard]] wxColour WarningColour();
 

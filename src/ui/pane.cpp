@@ -3,6 +3,11 @@
 #include <wx/sizer.h>
 
 namespace gorbex::ui {
+namespace {
+
+constexpr int kBorder = 4;
+
+}  // namespace
 
 Pane::Pane(wxWindow* parent, const wxString& caption)
     : wxPanel(parent),
@@ -16,20 +21,28 @@ Pane::Pane(wxWindow* parent, const wxString& caption)
 
 void Pane::AddBesideCaption(wxWindow* beside) {
   head_->GetItem(caption_)->SetProportion(0);
-  head_->Add(beside, wxSizerFlags(1).CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(4)));
+  head_->Add(beside, wxSizerFlags(1).CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(kBorder)));
 }
 
 void Pane::AddHeader(wxWindow* header) {
-  GetSizer()->Add(header, wxSizerFlags().Expand().Border(wxALL, FromDIP(4)));
+  header_ = header;
+  GetSizer()->Add(header, wxSizerFlags().Expand().Border(wxALL, FromDIP(kBorder)));
 }
 
 void Pane::SetContent(wxWindow* content, EmptyHint* hint) {
   content_ = content;
   hint_ = hint;
   for (wxWindow* part : {content_, static_cast<wxWindow*>(hint_)}) {
-    GetSizer()->Add(part, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4)));
+    GetSizer()->Add(part,
+                    wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kBorder)));
   }
   ShowEmpty(true);
+}
+
+int Pane::HeightWith(int content) const {
+  const int border = FromDIP(kBorder);
+  const int header = header_ == nullptr ? 0 : header_->GetBestSize().y + 2 * border;
+  return head_->CalcMin().y + header + content + border;
 }
 
 void Pane::ShowEmpty(bool empty) {

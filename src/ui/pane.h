@@ -23,11 +23,15 @@ class Pane : public wxPanel {
   void SetContent(wxWindow* content, EmptyHint* hint);
 
   void ShowEmpty(bool empty);
+
+  /// Its height, in pixels, when its content has that height.
+  [[nodiscard]] int HeightWith(int content) const;
   [[nodiscard]] EmptyHint& Hint() { return *hint_; }
 
  private:
   CaptionDivider* caption_;
   wxSizer* head_;
+  wxWindow* header_ = nullptr;
   wxWindow* content_ = nullptr;
   EmptyHint* hint_ = nullptr;
 };

@@ -30,7 +30,7 @@ wxString NoteOf(const TreeNode& node) {
 }  // namespace
 
 ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
-    : state_(state), gestures_(std::move(gestures)) {
+    : state_(state), gestures_(std::move(gestures)), tip_(*parent) {
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_THEME | wxWANTS_CHARS,
          "tvwProjects");
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
@@ -272,11 +272,9 @@ void ProjectTree::ShowToolTip(int row) {
                                            GetClientSize().x;
   const wxString note = node == nullptr ? wxString() : NoteOf(*node);
   if (!note.empty()) {
-    SetToolTip(text + "\n" + note);
-  } else if (fits) {
-    UnsetToolTip();
+    tip_.Show(*this, text + "\n" + note);
   } else {
-    SetToolTip(text);
+    tip_.Show(*this, fits ? wxString() : text);
   }
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/tree_view.h"
+#include "ui/hover_tip.h"
 
 namespace gorbex::ui {
 
@@ -85,9 +86,10 @@ class ProjectTree : public wxVListBox {
   bool isUnseen_ = true;    ///< nothing of what was opened was scrolled to
   wxPoint pressedAt_;
   TreeNode* pressed_ = nullptr;  ///< may be dragged
-  int tipRow_ = wxNOT_FOUND;
-  wxString typed_;    ///< letters of a file name
-  long typedAt_ = 0;  ///< when the last of them was typed, in milliseconds
+  HoverTip tip_;
+  int tipRow_ = wxNOT_FOUND;  ///< whose tip it is
+  wxString typed_;            ///< letters of a file name
+  long typedAt_ = 0;          ///< when the last of them was typed, in milliseconds
 };
 
 }  // namespace gorbex::ui

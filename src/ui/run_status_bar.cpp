@@ -10,6 +10,8 @@ namespace {
 
 enum Panel { kStatus, kUnsaved, kCount, kGauge, kTime };
 
+constexpr int kEmptyWidth = 6;  // the toolkit draws nothing narrower right
+
 }  // namespace
 
 RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& events)
@@ -17,8 +19,10 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
       gauge_(new wxGauge(this, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize,
                          wxGA_HORIZONTAL | wxGA_SMOOTH, wxDefaultValidator, "progress")),
       timer_(this) {
-  widths_ = {-1, 1, 1, 1, 1};
+  widths_ = {-1, kEmptyWidth, kEmptyWidth, kEmptyWidth, kEmptyWidth};
   SetFieldsCount(static_cast<int>(widths_.size()), widths_.data());
+  const std::vector<int> styles(widths_.size(), wxSB_FLAT);
+  SetStatusStyles(static_cast<int>(styles.size()), styles.data());
   gauge_->Hide();
   SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
   subscriptions_.push_back(window.stbStatus.changed.Connect(
@@ -32,8 +36,8 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
 }
 
 void RunStatusBar::DoUpdateStatusText(int field) {
-  wxStatusBar::DoUpdateStatusText(field);
   FitFields();
+  wxStatusBar::DoUpdateStatusText(field);
 }
 
 // The status text has all room that the others do not need. A field that shows something does not
@@ -45,7 +49,7 @@ void RunStatusBar::FitFields() {
     const wxString text = GetStatusText(static_cast<int>(i));
     // The last field shares its room with the grip of the window.
     const int margin = FromDIP(i + 1 < widths.size() ? 16 : 32);
-    const int needed = text.empty() ? 1 : GetTextExtent(text).x + margin;
+    const int needed = text.empty() ? FromDIP(kEmptyWidth) : GetTextExtent(text).x + margin;
     widths[i] = text.empty() ? needed : std::max(needed, widths[i]);
   }
   if (gauge_->IsShown()) widths[kGauge] = std::max(widths[kGauge], FromDIP(kGaugeWidth));
@@ -140,8 +144,10 @@ void RunStatusBar::ShowTime() {
 }
 
 void RunStatusBar::PlaceGauge() {
+  const int border = FromDIP(2);
   wxRect field;
-  if (GetFieldRect(kGauge, field)) gauge_->SetSize(field.Deflate(FromDIP(2)));
+  const bool hasRoom = GetFieldRect(kGauge, field) && field.width > 2 * border;
+  if (hasRoom) gauge_->SetSize(field.Deflate(border));
 }
 
 }  // namespace gorbex::ui

@@ -14,6 +14,8 @@ namespace {
 
 constexpr int kCellMargin = 24;
 constexpr int kCheckWidth = 24;  // with its margin
+constexpr int kRowMargin = 6;
+constexpr int kHeadingMargin = 14;
 
 }  // namespace
 
@@ -23,7 +25,8 @@ StateList::StateList(wxWindow* parent, const wxString& name, ListView& state,
                  wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxBORDER_THEME, wxDefaultValidator,
                  name),
       state_(state),
-      columns_(columns) {
+      columns_(columns),
+      tip_(*parent) {
   if (checks == Checks::Yes) EnableCheckBoxes();
   SetSmallImages(RowIcons(IconSize(*this)));
   for (const auto& column : columns_) {
@@ -119,6 +122,13 @@ void StateList::ShowSelected() {
   CatchUp();
   const long selected = GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED);
   if (selected >= 0) EnsureVisible(selected);
+}
+
+int StateList::HeightOf(int rows) const {
+  wxRect row;
+  const bool isKnown = GetItemCount() > 0 && GetItemRect(GetTopItem(), row);
+  const int height = isKnown ? row.height : GetCharHeight() + FromDIP(kRowMargin);
+  return GetCharHeight() + FromDIP(kHeadingMargin) + rows * height;
 }
 
 void StateList::ShowSelection() {
@@ -231,7 +241,8 @@ ColumnNeed StateList::NeedOf(long column) const {
   ColumnNeed need;
   need.wanted = std::max(heading, WidestText(column) + margin + icons);
   need.least = std::min(need.wanted, std::max(heading, FromDIP(designed.width * icon / 16)));
-  need.bare = std::min(need.least, icons + margin);
+  // The first column tells the rows apart.
+  need.bare = column == 0 ? need.least : std::min(need.least, margin);
   need.worth = designed.worth;
   need.grows = !designed.isNumber && column > 0;
   return need;
@@ -267,11 +278,7 @@ void StateList::OnMotion(wxMouseEvent& event) {
   if (item == tipItem_) return;
   tipItem_ = item;
   const wxString tip = CutOffTexts(item);
-  if (tip.empty()) {
-    over->UnsetToolTip();
-  } else {
-    over->SetToolTip(tip);
-  }
+  tip_.Show(*over, tip);
 }
 
 wxString StateList::NoteOf(const ListRow& row) const {

@@ -7,6 +7,7 @@
 
 #include "core/list_view.h"
 #include "ui/column_widths.h"
+#include "ui/hover_tip.h"
 
 namespace gorbex::ui {
 
@@ -37,6 +38,9 @@ class StateList : public wxListCtrl {
 
   /// Scrolls so far that the selected row is in sight.
   void ShowSelected();
+
+  /// The height of the headings and of so many rows, in pixels.
+  [[nodiscard]] int HeightOf(int rows) const;
 
   /// Null when the item shows no row.
   [[nodiscard]] ListRow* RowOf(long item) const;
@@ -80,7 +84,8 @@ class StateList : public wxListCtrl {
   std::vector<ListColumn> columns_;
   std::vector<Subscription> subscriptions_;
   mutable wxItemAttr attribute_;
-  long tipItem_ = -1;   ///< whose tool tip is set
+  HoverTip tip_;
+  long tipItem_ = -1;   ///< whose tip it is
   int fittedRoom_ = 0;  ///< that the columns share
   bool isStale_ = true;
   bool isUnmeasured_ = true;

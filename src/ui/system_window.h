@@ -1,5 +1,6 @@
 #pragma once
 
+#include <wx/frame.h>
 #include <wx/window.h>
 
 #include <string>
@@ -10,6 +11,9 @@ namespace gorbex::ui {
 /// as the system's file dialogs want it: they find names in any letter case, and every program
 /// where an executable is asked for.
 [[nodiscard]] std::string FileFilter(const std::string& text, const std::string& pattern);
+
+/// Shows a frame with menus and a tool bar for the first time.
+void ShowFirst(wxFrame& frame);
 
 /// Shows the user why this window delays the end of the session, until the window is destroyed.
 /// Does nothing where the system cannot show it.

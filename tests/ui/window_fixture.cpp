@@ -1,5 +1,7 @@
 #include "tests/ui/window_fixture.h"
 
+#include "ui/system_window.h"
+
 namespace gorbex::test {
 
 WindowFixture::WindowFixture() {
@@ -27,9 +29,14 @@ void WindowFixture::Open(const std::string& commandLine) {
   });
   program->start.SetCommandLine(commandLine);
   program->start.Form_Load();
-  frame->Show();
+  ui::ShowFirst(*frame);
   ASSERT_TRUE(User::Sees([&] { return frame->IsActive() && program->window.position.Get(); }));
   User::Waits();
+}
+
+void WindowFixture::Build() {
+  user.Presses(WXK_F7);
+  ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
 }
 
 bool WindowFixture::Close() {

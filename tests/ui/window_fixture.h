@@ -11,6 +11,7 @@
 #include "tests/ui/user.h"
 #include "ui/event_loop_pump.h"
 #include "ui/main_frame.h"
+#include "ui/project_tree.h"
 #include "window_bench.h"
 
 namespace gorbex::test {
@@ -27,6 +28,20 @@ class WindowFixture : public ::testing::Test {
 
   /// Closes the window; false when it stays open.
   bool Close();
+
+  /// Runs the queue by its key and waits for the end.
+  void Build();
+
+  /// Of a project of the product.
+  [[nodiscard]] static std::string Path(const std::string& folderName) {
+    return "C:\\Storefront\\" + folderName + "\\Store" + folderName + ".vbp";
+  }
+
+  /// In the tree, of a node in sight.
+  [[nodiscard]] static wxPoint PointOf(const TreeNode& node) {
+    const wxRect place = The<ui::ProjectTree>("tvwProjects").PlaceOf(node);
+    return {place.x + place.width / 2, place.y + place.height / 2};
+  }
 
   [[nodiscard]] std::string Icons() const { return IconsOf(program->window.lvwQueue); }
 

@@ -1,5 +1,8 @@
 #include "ui/system_window.h"
 
+#include <wx/menu.h>
+#include <wx/toolbar.h>
+
 #include <cctype>
 
 namespace gorbex::ui {
@@ -23,6 +26,20 @@ std::string InAnyCase(const std::string& pattern) {
 std::string FileFilter(const std::string& text, const std::string& pattern) {
   const std::string programs = pattern == "*.exe" ? "All programs|*|" : "";
   return programs + text + "|" + InAnyCase(pattern);
+}
+
+// The toolkit lays a frame out once before its first size is known; its bars cannot have that size.
+void ShowFirst(wxFrame& frame) {
+  const auto showBars = [&frame](bool shown) {
+    frame.GetMenuBar()->Show(shown);
+    frame.GetToolBar()->Show(shown);
+  };
+  showBars(false);
+  frame.Show();
+  frame.CallAfter([&frame, showBars] {
+    showBars(true);
+    frame.SendSizeEvent();
+  });
 }
 
 void TellWhySessionWaits(wxWindow& /*window*/, const wxString& /*why*/) {}

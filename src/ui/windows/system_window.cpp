@@ -8,6 +8,10 @@ std::string FileFilter(const std::string& text, const std::string& pattern) {
   return text + "|" + pattern;
 }
 
+void ShowFirst(wxFrame& frame) {
+  frame.Show();
+}
+
 void TellWhySessionWaits(wxWindow& window, const wxString& why) {
   ShutdownBlockReasonCreate(window.GetHWND(), why.wc_str());
 }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <wx/event.h>
+#include <wx/gdicmn.h>
+#include <wx/window.h>
+
+namespace gorbex::ui {
+
+/// The tool tip of what is under the pointer in a control with many items. It is never in the way:
+/// a key or a menu that is opened hides it, until the pointer moves.
+class HoverTip : public wxEvtHandler {
+ public:
+  /// `window` is any window of the same frame or dialog.
+  explicit HoverTip(wxWindow& window);
+
+  /// `over` is the control or its part under the pointer. An empty text is for no tip.
+  void Show(wxWindow& over, const wxString& text);
+
+ private:
+  void Hide(wxEvent& event);
+
+  wxWindow* over_ = nullptr;  ///< that has the tip
+  wxPoint hiddenAt_ = wxDefaultPosition;
+};
+
+}  // namespace gorbex::ui
