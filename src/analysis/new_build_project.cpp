@@ -7,7 +7,9 @@
 namespace gorbex {
 namespace {
 
-FoundProjects FindProjects(const FileReader& files, const std::string& source) {
+FoundProjects FindProjects(const FileReader& files, const NewBuildProject::Request& request) {
+  if (!request.projects.empty()) return {request.projects, {}};
+  const std::string& source = request.source;
   if (FolderExists(files, source)) return ProjectsInFolder(files, source);
   return {ProjectsInGroup(source, files.Read(source)), {}};
 }
@@ -34,7 +36,7 @@ std::string Joined(const std::vector<std::string>& paths) {
 }  // namespace
 
 NewBuildProject::Result NewBuildProject::Make(const Request& request) {
-  const auto [projects, unreachable] = FindProjects(uses_.files, request.source);
+  const auto [projects, unreachable] = FindProjects(uses_.files, request);
   for (const std::string& path : unreachable) {
     uses_.reader.leftOut.Emit(path, std::string(kUnreachableName));
   }
@@ -53,6 +55,7 @@ NewBuildProject::Result NewBuildProject::Make(const Request& request) {
 
 // Converts files where that is wanted. False when the user wants to stop here.
 bool NewBuildProject::MayGoOn(const std::vector<std::string>& projects, LineEnds lineEnds) {
+  if (lineEnds == LineEnds::AreKept) return true;
   const auto toConvert = WithLineFeedsOnly(uses_.files, projects);
   if (toConvert.empty()) return true;
   if (lineEnds == LineEnds::AreAskedAbout) {

@@ -36,12 +36,13 @@ class NewBuildProject {
     const GroupDependency& group;
   };
 
-  enum class LineEnds { AreAskedAbout, AreConverted };
+  enum class LineEnds { AreAskedAbout, AreConverted, AreKept };
 
   struct Request {
     std::string source;       ///< a group file (.vbg) or a folder
     std::string buildFolder;  ///< empty, or with a "\" at its end
     LineEnds lineEnds = LineEnds::AreAskedAbout;
+    std::vector<std::string> projects{};  ///< these project files instead of a source
   };
 
   struct Result {

@@ -31,6 +31,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       referenceUpdate(window, platform.files, registry, platform.components, display, report),
       freshness({window, options, platform.files, registry, platform.components, platform.clock,
                  log, referenceUpdate, platform.programFolder}),
+      check({window, options, platform.files, registry, platform.components, referenceUpdate}),
       replaced(platform.files, log, platform.programFolder),
       compiler(window, registry, dialogs),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files,

@@ -28,6 +28,7 @@
 #include "build/registration_script.h"
 #include "build/replaced_values.h"
 #include "build/version_stamp.h"
+#include "check/group_check.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
 #include "core/failed_projects.h"
@@ -92,6 +93,7 @@ class Program {
   MissingList missingList;
   ReferenceUpdate referenceUpdate;
   Freshness freshness;
+  GroupCheck check;
 
   ReplacedValues replaced;
   CompilerPath compiler;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// Which files are there, by one listing of each folder. Nothing here raises an error.
+class DiskNames {
+ public:
+  explicit DiskNames(const FileReader& files) : files_(files) {}
+
+  struct Entry {
+    bool isFolder = false;
+    std::string other{};  ///< another name in the folder that differs in letter case only
+  };
+
+  /// Null when there is nothing at the full path.
+  [[nodiscard]] const Entry* Find(const std::string& path);
+
+ private:
+  using Names = std::unordered_map<std::string, Entry>;  ///< by name in small letters
+
+  [[nodiscard]] Names Listed(const std::string& folder) const;
+
+  const FileReader& files_;
+  std::unordered_map<std::string, Names> folders_;  ///< by path in small letters
+};
+
+}  // namespace gorbex

@@ -1,0 +1,96 @@
+#include <map>
+#include <unordered_set>
+
+#include "check/checks.h"
+#include "core/file_tools.h"
+#include "core/pair_reader.h"
+#include "core/text.h"
+#include "platform/code_page.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+namespace {
+
+bool HasExtension(const std::string& name, std::string_view extension) {
+  return name.size() > extension.size() &&
+         EqualsIgnoringCase(std::string_view(name).substr(name.size() - extension.size()),
+                            extension);
+}
+
+std::vector<FolderEntry> EntriesOf(const FileReader& files, const std::string& folder) {
+  try {
+    return files.List(folder + "\\");
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
+/// The project files beside those of the group, and what other build projects name.
+class Neighbours {
+ public:
+  explicit Neighbours(const FileReader& files) : files_(files) {}
+
+  void AddFolder(const std::string& folder) {
+    if (!folders_.insert(LowerCase(folder)).second) return;
+    for (const FolderEntry& entry : EntriesOf(files_, folder)) {
+      if (entry.isFolder || !entry.isReachable) continue;
+      std::string path = JoinPath(folder, entry.name);
+      if (HasExtension(entry.name, ".vbp")) {
+        projects_.emplace(LowerCase(path), path);
+      } else if (HasExtension(entry.name, ".bpf")) {
+        ForgetNamed(path);
+      }
+    }
+  }
+
+  void Forget(const std::string& path) { named_.insert(LowerCase(path)); }
+
+  [[nodiscard]] std::vector<std::string> Left() const {
+    std::vector<std::string> left;
+    for (const auto& [key, path] : projects_) {
+      if (!named_.contains(key)) left.push_back(path);
+    }
+    return left;
+  }
+
+ private:
+  void ForgetNamed(const std::string& buildProject) {
+    try {
+      const std::string text = files_.Read(buildProject);
+      PairReader pairs(text);
+      while (const auto pair = pairs.Next()) {
+        if (EqualsIgnoringCase(pair->key, "project")) Forget(std::string(pair->value));
+      }
+    } catch (const RuntimeError&) {
+      return;  // it names nothing that can be known
+    }
+  }
+
+  const FileReader& files_;
+  std::unordered_set<std::string> folders_;
+  std::map<std::string, std::string> projects_;
+  std::unordered_set<std::string> named_;
+};
+
+}  // namespace
+
+// Only folders that hold a project of the group, and the build project's: others belong to others.
+void LookForNotInBuildProject(CheckedGroup& group, Findings& found) {
+  const std::string& file = group.Parts().window.fileName;
+  if (file.empty()) return;
+  Neighbours neighbours(group.Parts().files);
+  neighbours.AddFolder(StripPath(file));
+  for (const CheckedProject& project : group.Projects()) {
+    neighbours.AddFolder(project.folder);
+    neighbours.Forget(project.path);
+  }
+  for (const auto& unread : group.UnreadProjects()) neighbours.Forget(unread.path);
+  for (const std::string& path : neighbours.Left()) {
+    found.push_back({.file = path,
+                     .subject = path,
+                     .projects = {path},
+                     .text = "no build project of the folder names this project"});
+  }
+}
+
+}  // namespace gorbex

@@ -1,0 +1,34 @@
+#include "check/checks.h"
+#include "check/wording.h"
+
+namespace gorbex {
+namespace {
+
+// What the run writes into project files, where it does not take the attribute away first.
+std::string Written(const CheckedGroup::Uses& uses) {
+  if (!uses.options.VersionComponents.empty()) return "the version";
+  if (uses.options.DebugBuild == "True") return "debug values";
+  return uses.options.Compatible ? "" : "the compatibility";
+}
+
+}  // namespace
+
+void LookForProjectReadOnly(CheckedGroup& group, Findings& found) {
+  const std::string written = Written(group.Parts());
+  if (written.empty()) return;
+  Finding finding;
+  for (const CheckedProject& project : group.Projects()) {
+    if (project.isBuilt && project.isReadOnly) finding.projects.push_back(project.path);
+  }
+  if (finding.projects.empty()) return;
+  const auto count = finding.projects.size();
+  finding.file = finding.projects.front();
+  finding.subject = written;
+  finding.text = (count == 1 ? std::string("the project file is")
+                             : std::to_string(count) + " project files are") +
+                 " read-only, and the run is to write " + written + " into " +
+                 (count == 1 ? "it" : "them");
+  found.push_back(std::move(finding));
+}
+
+}  // namespace gorbex

@@ -1,0 +1,29 @@
+#include "check/wording.h"
+
+#include <algorithm>
+
+#include "core/file_tools.h"
+
+namespace gorbex {
+
+std::string Counted(std::size_t number, std::string_view one, std::string_view many) {
+  return std::to_string(number).append(" ").append(number == 1 ? one : many);
+}
+
+std::string FileNames(const std::vector<std::string>& paths) {
+  constexpr std::size_t kShown = 3;
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < paths.size() && i < kShown; ++i) {
+    std::string name = GetFileFromPath(paths[i]);
+    const bool isKnown = std::find(names.begin(), names.end(), name) != names.end();
+    names.push_back(isKnown ? paths[i] : std::move(name));
+  }
+  std::string text;
+  for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
+  if (paths.size() > kShown) {
+    text.append(" and ").append(Counted(paths.size() - kShown, "other", "others"));
+  }
+  return text;
+}
+
+}  // namespace gorbex
