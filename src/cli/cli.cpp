@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "cli/command_guard.h"
 #include "cli/commands.h"
 #include "cli/text_output.h"
 #include "platform/runtime_error.h"
@@ -16,6 +17,7 @@ int Status(ExitStatus status) {
 
 void AddCommands(CLI::App& app, Frame& frame) {
   AddBuildCommand(app, frame);
+  AddCheckCommand(app, frame);
   AddShowCommand(app, frame);
   AddReferencesCommand(app, frame);
   AddQueueCommand(app, frame);
@@ -49,6 +51,22 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Frame& frame)
   }
 }
 
+int RunInFrame(const std::vector<std::string>& arguments, Frame& frame) {
+  CLI::App app("GorbexBuilder builds groups of Visual Basic component projects.", "gorbex");
+  // A path of the host may begin with "/"; all systems are to read it alike.
+  app.allow_windows_style_options(false);
+  app.set_version_flag("--version", "gorbex " GORBEX_VERSION);
+  app.add_option(
+         "--prefix", frame.prefix,
+         "The folder that serves as a Windows installation (also GORBEX_PREFIX, WINEPREFIX)")
+      ->check(
+          [](const std::string& typed) { return std::string(typed.empty() ? "is empty" : ""); });
+  app.require_subcommand(1);
+  app.fallthrough();
+  AddCommands(app, frame);
+  return Parse(app, arguments, frame);
+}
+
 }  // namespace
 
 CLI::App& AddJsonCommand(CLI::App& app, Frame& frame, const std::string& name,
@@ -65,20 +83,24 @@ void AddAnswers(CLI::App& command, Frame& frame) {
 
 int RunCli(const std::vector<std::string>& arguments, const Streams& streams,
            const HostFactory& makeHost) {
-  Frame frame{streams, makeHost};
-  CLI::App app("GorbexBuilder builds groups of Visual Basic component projects.", "gorbex");
-  // A path of the host may begin with "/"; all systems are to read it alike.
-  app.allow_windows_style_options(false);
-  app.set_version_flag("--version", "gorbex " GORBEX_VERSION);
-  app.add_option(
-         "--prefix", frame.prefix,
-         "The folder that serves as a Windows installation (also GORBEX_PREFIX, WINEPREFIX)")
-      ->check(
-          [](const std::string& typed) { return std::string(typed.empty() ? "is empty" : ""); });
-  app.require_subcommand(1);
-  app.fallthrough();
-  AddCommands(app, frame);
-  return Parse(app, arguments, frame);
+  if (streams.ci == CiSystem::None) {
+    Frame frame{streams, makeHost};
+    return RunInFrame(arguments, frame);
+  }
+  CommandGuard out(streams.out);
+  CommandGuard err(streams.err);
+  Streams guarded{streams.in, out, err};
+  guarded.asks = streams.asks;
+  guarded.animates = streams.animates;
+  guarded.readSecret = streams.readSecret;
+  guarded.password = streams.password;
+  guarded.awaitInput = streams.awaitInput;
+  guarded.ci = streams.ci;
+  guarded.commandOut = &streams.out;
+  guarded.commandErr = &streams.err;
+  Frame frame{guarded, makeHost};
+  out.FollowJson(frame.json);
+  return RunInFrame(arguments, frame);
 }
 
 }  // namespace gorbex::cli

@@ -11,6 +11,7 @@ namespace gorbex::cli {
 
 // Each adds one command to the command line; running it leaves its exit status in the frame.
 void AddBuildCommand(CLI::App& app, Frame& frame);
+void AddCheckCommand(CLI::App& app, Frame& frame);
 void AddShowCommand(CLI::App& app, Frame& frame);
 void AddReferencesCommand(CLI::App& app, Frame& frame);
 void AddQueueCommand(CLI::App& app, Frame& frame);

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "cli/ci_system.h"
 #include "platform/host.h"
 
 namespace gorbex::cli {
@@ -39,6 +40,11 @@ struct Streams {
 
   /// Waits until `in` can be read; false when the program is told to end first.
   std::function<bool()> awaitInput{};
+
+  bool colours = false;                ///< `out` is a terminal that shows colours
+  CiSystem ci = CiSystem::None;        ///< reads the output
+  std::ostream* commandOut = nullptr;  ///< takes commands for it; null without one
+  std::ostream* commandErr = nullptr;
 };
 
 /// The surroundings of every command: the streams, the options that hold for all, and the way to

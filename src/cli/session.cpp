@@ -27,9 +27,12 @@ void Session::ListenForProblems() {
   subscriptions_.push_back(
       program_->reader.leftOut.Connect([=, this](const std::string& path, const std::string& why) {
         leftOut_.push_back(path);
-        warn(path, "left out: " + why);
+        if (!isQuiet_) warn(path, "left out: " + why);
       }));
-  subscriptions_.push_back(program_->reader.doubtful.Connect(warn));
+  subscriptions_.push_back(
+      program_->reader.doubtful.Connect([=, this](const std::string& path, const std::string& why) {
+        if (!isQuiet_) warn(path, why);
+      }));
   subscriptions_.push_back(program_->buildProject.rowLeftOut.Connect(
       [=](const std::string& path) { warn(path, "its row of the queue is left out"); }));
   subscriptions_.push_back(
@@ -87,6 +90,11 @@ void Session::Open(const std::string& typedPath) {
 
 void Session::OpenToLook(const std::string& typedPath) {
   Open(typedPath, BuildProjectFile::Unread::IsLeftOut);
+}
+
+void Session::OpenToCheck(const std::string& typedPath) {
+  KeepQuietAboutProjects();
+  Open(typedPath, BuildProjectFile::Unread::IsKept);
 }
 
 void Session::OpenWithoutMissing(const std::string& typedPath) {

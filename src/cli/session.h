@@ -29,6 +29,13 @@ class Session {
   /// of it are missing.
   void Open(const std::string& typedPath);
 
+  /// As Open, but what cannot be read is left out without a word: for a command that finds out by
+  /// itself what is wrong.
+  void OpenToCheck(const std::string& typedPath);
+
+  /// From now on nothing is printed about projects that cannot be read or compiled.
+  void KeepQuietAboutProjects() { isQuiet_ = true; }
+
   /// As Open, with missing project files taken out of the build project.
   void OpenWithoutMissing(const std::string& typedPath);
 
@@ -93,6 +100,7 @@ class Session {
   std::string opened_;  ///< the build project file's bytes when it was opened
   std::vector<Subscription> subscriptions_;
   bool hasEndedStep_ = false;
+  bool isQuiet_ = false;
   bool hasSettings_ = false;
 };
 

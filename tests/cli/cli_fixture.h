@@ -37,7 +37,9 @@ class CliFixture : public ::testing::Test {
     std::istringstream in(typed);
     std::ostringstream out;
     std::ostringstream err;
-    const cli::Streams streams{in, out, err, asks, animates};
+    cli::Streams streams{in, out, err, asks, animates};
+    streams.ci = ci;
+    streams.colours = colours;
     const int status = cli::RunCli(
         arguments, streams, [this](const auto&) { return std::make_unique<MemoryHost>(platform); });
     return {status, out.str(), err.str()};
@@ -64,6 +66,8 @@ class CliFixture : public ::testing::Test {
   static constexpr const char* kIni = "C:\\scc.ini";
 
   bool animates = false;
+  bool colours = false;
+  cli::CiSystem ci = cli::CiSystem::None;
   MemoryPlatform platform;
   Group group{platform};
   std::string file;  ///< the group's build project

@@ -112,14 +112,17 @@ int main(int count, char** values) {
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
   gorbex::EndSignal::Obey();
   std::ios::sync_with_stdio(false);
-  const gorbex::cli::Streams streams{std::cin,
-                                     std::cout,
-                                     std::cerr,
-                                     isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0,
-                                     isatty(STDERR_FILENO) != 0,
-                                     ReadSecret,
-                                     gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
-                                     AwaitInput};
+  const gorbex::cli::Streams streams{
+      std::cin,
+      std::cout,
+      std::cerr,
+      isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0,
+      isatty(STDERR_FILENO) != 0,
+      ReadSecret,
+      gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
+      AwaitInput,
+      isatty(STDOUT_FILENO) != 0 && gorbex::cli::WantsColours(gorbex::Environment),
+      gorbex::cli::CiSystemOf(gorbex::Environment)};
   try {
     return StatusWithOutput(
         gorbex::cli::RunCli(arguments, streams, [](const std::optional<std::string>& prefix) {

@@ -46,7 +46,11 @@ int Run(const std::vector<std::string>& arguments) {
                                      asks && animates,
                                      animates,
                                      ReadSecret,
-                                     gorbex::TakeFromEnvironment(gorbex::kPasswordVariable)};
+                                     gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
+                                     {},
+                                     gorbex::cli::ShowsColours(STD_OUTPUT_HANDLE) &&
+                                         gorbex::cli::WantsColours(gorbex::Environment),
+                                     gorbex::cli::CiSystemOf(gorbex::Environment)};
   try {
     return StatusWithOutput(gorbex::cli::RunCli(arguments, streams, HostOf));
   } catch (const std::exception& error) {

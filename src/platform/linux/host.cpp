@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
 
 #include "platform/code_page.h"
 #include "platform/linux/end_signal.h"
@@ -22,6 +25,18 @@ bool IsWindowsPath(const std::string& typed) {
 std::string WithSeparator(std::string path, char separator) {
   std::replace_if(path.begin(), path.end(), IsSeparator, separator);
   return path;
+}
+
+// As other programs show it: the prefix names its drives by links.
+std::string WithoutDriveLink(const std::string& path) {
+  constexpr std::string_view kLinks = "/dosdevices/";
+  const auto links = path.find(kLinks);
+  if (links == std::string::npos) return path;
+  const auto drive = std::min(path.find('/', links + kLinks.size()), path.size());
+  std::error_code error;
+  const std::string target = std::filesystem::canonical(path.substr(0, drive), error).native();
+  if (error) return path;
+  return (target == "/" ? "" : target) + (drive == path.size() ? "/" : path.substr(drive));
 }
 
 }  // namespace
@@ -50,7 +65,7 @@ std::string LinuxHost::FirstFolder() const {
 }
 
 std::string LinuxHost::HostPath(const std::string& programPath) const {
-  return platform_.GetPrefix().Existing(programPath).value_or("");
+  return WithoutDriveLink(platform_.GetPrefix().Existing(programPath).value_or(""));
 }
 
 std::shared_ptr<void> LinuxHost::ChangeAlone(const std::function<void()>& onWait) {
