@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/group_dependency.h"
@@ -14,6 +15,9 @@ namespace gorbex {
 class DependencyGraph {
  public:
   DependencyGraph(const MemberCollection& members, const GroupDependency& group);
+
+  /// A graph of which UsesOf is known.
+  explicit DependencyGraph(std::vector<std::vector<std::size_t>> uses) : uses_(std::move(uses)) {}
 
   [[nodiscard]] std::size_t Count() const { return uses_.size(); }
 

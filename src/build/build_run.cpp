@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "build/side_by_side.h"
 #include "core/list_columns.h"
 #include "core/text.h"
 #include "freshness/build_plan.h"
@@ -62,16 +63,19 @@ void BuildRun::Start(RowsToRepeat rows) {
 void BuildRun::mnuFileStop_Click() {
   Work& work = parts_.work;
   const bool isLaunched = work.Goes(Task::TestProject);
+  const bool several = parts_.shell.Running() > 1;
   if (work.Goes(Task::Run) && !work.RunStops()) {
     work.StopAfterThis();
     parts_.window.SetStatus(
         isLaunched ? "Nothing is stopped: the build is done, and the test project is running"
+        : several  ? "Stopping after the projects that are being built"
                    : "Stopping after this project");
     return;
   }
   if (!work.Goes(Task::Program)) return;
   const Answer answer =
       parts_.dialogs.Show({isLaunched ? "The test project is still running. End it now?"
+                           : several  ? "The compilers are still running. End them now?"
                                       : "The compiler is still running. End it now?",
                            Buttons::YesNo, MessageIcon::Exclamation});
   if (answer == Answer::Yes) parts_.shell.TerminateAll();
@@ -173,7 +177,12 @@ void BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
   events.Emit(RunStarted{run.checked, run.rowsToRepeat.has_value()});
   parts_.freshness.LookAgain();
   const auto batch = parts_.latest.BeginBatch();
-  BuildInTurn(on, run);
+  const std::size_t places = parts_.options.Places();
+  if (places > 1) {
+    SideBySide(parts_, run, events, places).Run(on);
+  } else {
+    BuildInTurn(on, run);
+  }
   on([&] { parts_.script.End(); });
   on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
 }
@@ -184,24 +193,13 @@ void BuildRun::BuildInTurn(Procedure& on, RunState& run) {
   for (std::size_t i = 1; i <= count && !parts_.work.RunStops(); ++i) {
     const ListRow* row = on([&] { return &queue.At(i); });
     if (row == nullptr || !run.Takes(*row)) continue;
-    const std::string path = row->SubItem(queue_column::kProject);
-    if (Skips(on, path, run)) continue;
-    if (BuildProject(on, path, run) == Pass::Stop) break;
+    ProjectBuild build(parts_, run, events, row->SubItem(queue_column::kProject), 1);
+    if (BuildProject(on, build) == Pass::Stop) break;
   }
 }
 
-bool BuildRun::Skips(Procedure& on, const std::string& path, RunState& run) {
-  if (!parts_.options.SkipUsersOfFailed || !run.usersOfFailed) return false;
-  const std::string failed = run.usersOfFailed->FailedUseOf(path);
-  if (failed.empty()) return false;
-  const ProjectSkipped skipped{path, ++run.number, run.checked, failed};
-  on([&] { parts_.log.WriteLog("Skipped " + path + ": " + ReasonOf(skipped)); });
-  events.Emit(skipped);
-  return true;
-}
-
-BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, RunState& run) {
-  ProjectBuild build(parts_, run, events, path, 1);
+BuildRun::Pass BuildRun::BuildProject(Procedure& on, ProjectBuild& build) {
+  if (build.IsSkipped(on)) return Pass::GoOn;
   const bool compiles = build.Begin(on);
   for (bool hasEnded = !compiles; !hasEnded;) {
     hasEnded = build.HasEnded(Shell::kPatience);
@@ -212,12 +210,7 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, const std::string& path, Ru
     on([&] { parts_.script.AddComponent(parts_.window.buildDirectory, build.Component()); });
   }
   if (isDone || parts_.work.Ends() || !parts_.options.StopProcessing) return Pass::GoOn;
-  return on([&] { return AskToGoOn(path); }) ? Pass::GoOn : Pass::Stop;
-}
-
-bool BuildRun::AskToGoOn(const std::string& path) {
-  return parts_.dialogs.Show({"Error Building " + path + " Continue?", Buttons::OkCancel,
-                              MessageIcon::CriticalStop}) == Answer::Ok;
+  return on([&] { return build.AskToGoOn(); }) ? Pass::GoOn : Pass::Stop;
 }
 
 // Tells which projects were built from older sources, before the number of built projects.

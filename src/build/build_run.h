@@ -50,15 +50,11 @@ class BuildRun {
 
   /// One after the other, in the order that the queue has when a project's turn comes.
   void BuildInTurn(Procedure& on, RunState& run);
-  [[nodiscard]] Pass BuildProject(Procedure& on, const std::string& path, RunState& run);
-
-  /// Whether the setting passes over this project, because it uses one that failed in this run.
-  [[nodiscard]] bool Skips(Procedure& on, const std::string& path, RunState& run);
+  [[nodiscard]] Pass BuildProject(Procedure& on, ProjectBuild& build);
 
   /// Makes the next run possible. The inbox stays unchecked, which the status bar tells.
   void RecoverFromAbort();
 
-  [[nodiscard]] bool AskToGoOn(const std::string& path);
   void Summarise(Procedure& on, const RunState& run);
   void OfferAutoLaunch(Procedure& on, const RunState& run);
   void TellOfLatest(Procedure& on, const RunState& run);

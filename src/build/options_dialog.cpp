@@ -39,6 +39,7 @@ void OptionsDialog::ConnectControls() {
     FollowEdits(box->text);
   }
   FollowEdits(form_.optReply);
+  FollowEdits(form_.spnJobs);
   subscriptions_.push_back(
       form_.chkAutoLaunchVBP.value.changed.Connect([this](bool) { chkAutoLaunchVBP_Click(); }));
   subscriptions_.push_back(
@@ -67,6 +68,7 @@ void OptionsDialog::ShowSettings() {
   form_.chkStopOnErrors.value.Set(options_.StopProcessing);
   form_.chkSkipUsers.value.Set(options_.SkipUsersOfFailed);
   form_.chkSkipUpToDate.value.Set(options_.SkipUpToDate);
+  form_.spnJobs.Set(options_.Jobs);
   form_.txtBuildPath.text.Set(options_.BuildPath);
   form_.txtInterval.text.Set(std::to_string(options_.Interval));
   form_.txtVBPName.text.Set(options_.AutoLaunchName);
@@ -85,6 +87,7 @@ void OptionsDialog::TakeControls(Procedure& on) {
   options_.StopProcessing = form_.chkStopOnErrors.value.Get();
   options_.SkipUsersOfFailed = form_.chkSkipUsers.value.Get();
   options_.SkipUpToDate = form_.chkSkipUpToDate.value.Get();
+  options_.Jobs = form_.spnJobs.Get();
   on([&] { options_.BuildPath = form_.txtBuildPath.text.Get(); });
   on([&] { options_.Interval = ToLong(NumericValue(form_.txtInterval.text.Get())); });
   on([&] { options_.AutoLaunchName = form_.txtVBPName.text.Get(); });

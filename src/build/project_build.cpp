@@ -21,6 +21,21 @@ ListRow& ProjectBuild::Row() const {
   return *row;
 }
 
+bool ProjectBuild::IsSkipped(Procedure& on) {
+  if (!parts_.options.SkipUsersOfFailed || !run_.usersOfFailed) return false;
+  const std::string failed = run_.usersOfFailed->FailedUseOf(path_);
+  if (failed.empty()) return false;
+  const ProjectSkipped skipped{path_, ++run_.number, run_.checked, failed};
+  on([&] { parts_.log.WriteLog("Skipped " + path_ + ": " + ReasonOf(skipped)); });
+  events_.Emit(skipped);
+  return true;
+}
+
+bool ProjectBuild::AskToGoOn() {
+  return parts_.dialogs.Show({"Error Building " + path_ + " Continue?", Buttons::OkCancel,
+                              MessageIcon::CriticalStop}) == Answer::Ok;
+}
+
 bool ProjectBuild::Begin(Procedure& on) {
   frmBuilder& window = parts_.window;
   events_.Emit(ProjectStarted{path_, ++run_.number, run_.checked, place_,

@@ -21,6 +21,10 @@ class ProjectBuild {
   ProjectBuild(const RunParts& parts, RunState& run, RunEvents& events, std::string path,
                std::size_t place);
 
+  /// Whether the run passes over this project, because the setting wants that and it uses one that
+  /// failed in this run.
+  [[nodiscard]] bool IsSkipped(Procedure& on);
+
   /// Prepares the project and starts its compiler. False when there is nothing to wait for, because
   /// the project is up to date and the run passes over such projects.
   [[nodiscard]] bool Begin(Procedure& on);
@@ -31,7 +35,8 @@ class ProjectBuild {
   /// Judges the compile and records the result; true when the project was built.
   bool Finish(Procedure& on);
 
-  [[nodiscard]] const std::string& Path() const { return path_; }
+  /// Whether a run that asks after each failed project goes on after this one.
+  [[nodiscard]] bool AskToGoOn();
 
   /// The file that belongs into the registration script; empty when the project is not built.
   [[nodiscard]] const std::string& Component() const { return component_; }

@@ -25,6 +25,8 @@ std::vector<BuildTerm> TermsInForce(frmBuilder& window, const clsOptions& option
   add(folder.empty() ? "to each project's folder" : "to " + folder, menu.mnuToolsBuildPath);
   addIf(options.StopProcessing, "asks after a failure", menu.mnuToolsBuildOptions);
   addIf(options.SkipUsersOfFailed, "skips users of failed projects", menu.mnuToolsBuildOptions);
+  addIf(options.Jobs == 0, "as many at once as processors", menu.mnuToolsBuildOptions);
+  if (options.Jobs > 1) add(std::to_string(options.Jobs) + " at once", menu.mnuToolsBuildOptions);
   addIf(options.SkipUpToDate, "skips what is up to date", menu.mnuToolsBuildOptions);
   addIf(menu.mnuToolsInBox.checked.Get(), "mail requests on", menu.mnuToolsInBox);
   return terms;

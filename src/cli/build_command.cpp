@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <chrono>
 #include <ostream>
 
 #include "build/terms_in_force.h"
@@ -64,11 +65,19 @@ std::string_view OutcomeName(RunRecord::Outcome outcome) {
   return "";
 }
 
+double InSeconds(std::chrono::milliseconds time) {
+  return std::chrono::duration<double>(time).count();
+}
+
 Json RunJson(const RunRecord& record, const std::string& script) {
   Json projects = Json::array();
   for (const auto& project : record.Projects()) {
+    const auto ifBegun = [&](auto value) { return project.place > 0 ? Json(value) : Json(); };
     projects.push_back({{"path", JsonText(project.path)},
                         {"result", OutcomeName(project.outcome)},
+                        {"start", ifBegun(InSeconds(project.start))},
+                        {"seconds", ifBegun(InSeconds(project.duration))},
+                        {"place", ifBegun(project.place)},
                         {"log", JsonText(project.log)},
                         {"got", project.got ? Json(*project.got) : Json()}});
   }

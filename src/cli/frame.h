@@ -34,6 +34,8 @@ struct Streams {
   bool asks = false;      ///< somebody can answer at `in`
   bool animates = false;  ///< `err` is a terminal
 
+  bool movesCursor = false;  ///< that terminal knows codes that move the cursor
+
   /// Reads a line that the terminal does not show; nothing at the end of the input.
   std::function<std::optional<std::string>()> readSecret{};
   std::string password{};  ///< for logins when nobody is there to ask (UTF-8)

@@ -56,23 +56,37 @@ std::string Error(const RunRecord::Project& project) {
   return "<error message=\"" + Escaped(FirstLine(words)) + "\">" + Escaped(words) + "</error>";
 }
 
-std::string TestCase(const RunRecord::Project& project) {
+std::string Property(const std::string& name, const std::string& value) {
+  return "<property name=\"" + name + "\" value=\"" + value + "\"/>";
+}
+
+// When and where a project was built; of interest only where several were built at once.
+std::string Properties(const RunRecord::Project& project) {
+  if (project.place == 0) return "";
+  return "<properties>" + Property("start", Time(project.start)) +
+         Property("place", std::to_string(project.place)) + "</properties>";
+}
+
+std::string TestCase(const RunRecord::Project& project, const std::string& properties) {
   std::string xml = "  <testcase classname=\"" + Escaped(project.path) + "\" name=\"" +
                     Escaped(FileName(project.path)) + "\" time=\"" + Time(project.duration) + "\"";
   switch (project.outcome) {
     case RunRecord::Outcome::Built:
-      return xml + (project.IsNotGot() ? ">" + Error(project) + "</testcase>\n" : "/>\n");
+      return xml + (!project.IsNotGot() && properties.empty()
+                        ? "/>\n"
+                        : ">" + properties + (project.IsNotGot() ? Error(project) : "") +
+                              "</testcase>\n");
     case RunRecord::Outcome::UpToDate:
-      if (project.IsNotGot()) return xml + ">" + Error(project) + "</testcase>\n";
+      if (project.IsNotGot()) return xml + ">" + properties + Error(project) + "</testcase>\n";
       [[fallthrough]];
     case RunRecord::Outcome::NotBuilt:
-      return xml + "><skipped" +
+      return xml + ">" + properties + "<skipped" +
              (project.log.empty() ? "" : " message=\"" + Escaped(project.log) + "\"") +
              "/></testcase>\n";
     case RunRecord::Outcome::Failed:
       break;
   }
-  return xml + "><failure message=\"" + Escaped(FirstLine(project.log)) + "\">" +
+  return xml + ">" + properties + "<failure message=\"" + Escaped(FirstLine(project.log)) + "\">" +
          (project.IsNotGot() ? Escaped(NotGot(project) + "\n") : "") + Escaped(project.log) +
          "</failure></testcase>\n";
 }
@@ -117,7 +131,7 @@ std::string JUnitReport(const RunRecord& record, const std::string& title) {
     skipped += project.outcome == Outcome::NotBuilt || (isFresh && !isError) ? 1U : 0U;
     failed += project.outcome == Outcome::Failed ? 1U : 0U;
     errors += isError ? 1U : 0U;
-    cases += TestCase(project);
+    cases += TestCase(project, record.IsSideBySide() ? Properties(project) : "");
   }
   const std::string run = RunCase(record, title);
   const std::size_t runs = run.empty() ? 0 : 1;

@@ -56,6 +56,7 @@ void OverrideTerms(Session& session, const RunOptions& arguments) {
     }
     options.VersionComponents = arguments.version;
   }
+  if (arguments.jobs) options.Jobs = *arguments.jobs;
   RequireVersion(options.VersionComponents);
   if (!arguments.buildFolder.empty()) {
     program.window.buildDirectory = BuildFolder(session, arguments.buildFolder);
@@ -92,6 +93,10 @@ void AddRunOptions(CLI::App& command, RunOptions& options, const std::string& ve
   command.add_option("--build-dir", options.buildFolder, "Build everything into this folder");
   command.add_option("--compiler", options.compiler,
                      "Use this compiler instead of the registered one");
+  command
+      .add_option("--jobs", options.jobs,
+                  "Run up to this many compilers side by side; 0 for as many as processors")
+      ->check(CLI::Range(0, kMostJobs));
 }
 
 void UseRunOptions(Session& session, const RunOptions& options) {

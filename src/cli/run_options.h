@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct RunOptions {
   std::string version;
   std::string buildFolder;
   std::string compiler;
+  std::optional<int> jobs;
 };
 
 /// Joins them to a command that builds, or plans a build, as the verb says.

@@ -1,5 +1,6 @@
 #include "cli/run_printer.h"
 
+#include <algorithm>
 #include <variant>
 
 #include "cli/text_output.h"
@@ -17,100 +18,117 @@ std::string Counted(std::size_t number, std::size_t of) {
   return "[" + shown + "/" + total + "] ";
 }
 
-// Only a bar in one row of the terminal can be erased.
-std::string InOneRow(std::string bar) {
-  constexpr std::size_t kColumns = 79;
-  const auto isPartOfCharacter = [](char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-  };
-  while (Width(bar) > kColumns) {
-    while (isPartOfCharacter(bar.back())) bar.pop_back();
-    bar.pop_back();
-  }
-  return bar;
-}
-
 }  // namespace
 
 void RunPrinter::On(const RunEvent& event) {
-  if (const auto* project = std::get_if<ProjectStarted>(&event)) {
-    current_ = FileName(project->path);
-    number_ = project->number;
-    of_ = project->of;
-    start_ = clock_.Elapsed();
-    step_.clear();
-    notGot_.reset();
-    DrawBar();
-  } else if (const auto* step = std::get_if<StepStarted>(&event)) {
-    step_ = NameOf(step->step);
-    DrawBar();
-  } else if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
-    ClearBar();
-    of_ = skipped->of;
-    lines_ << Counted(skipped->number, skipped->of) << Padded(FileName(skipped->path), kNameWidth)
-           << "skipped  " << Plain(ReasonOf(*skipped)) << std::endl;
-  } else if (std::holds_alternative<ProjectUpToDate>(event)) {
-    ClearBar();
-    lines_ << Counted(number_, of_) << Padded(current_, kNameWidth) << "up to date" << std::endl;
-    TellNotGot();
-    current_.clear();
-  } else if (const auto* latest = std::get_if<LatestGot>(&event)) {
-    if (!latest->result.Succeeded()) notGot_ = latest->result.problem;
-  } else if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) {
-    ClearBar();
-    Tell(*compiled);
-    current_.clear();
-  } else if (const auto* ended = std::get_if<RunEnded>(&event)) {
-    ClearBar();
-    TellEnd(*ended);
-  }
+  std::visit([this](const auto& each) { Hear(each); }, event);
 }
 
-void RunPrinter::Tell(const ProjectCompiled& compiled) {
-  lines_ << Counted(number_, of_) << Padded(current_, kNameWidth)
-         << (compiled.succeeded ? "built   " : "FAILED  ") << Seconds(compiled.duration) << '\n';
-  TellNotGot();
+void RunPrinter::Hear(const RunStarted& started) {
+  of_ = started.projects;
+}
+
+void RunPrinter::Hear(const ProjectStarted& project) {
+  building_.push_back({project.path, clock_.Elapsed()});
+  Draw();
+}
+
+void RunPrinter::Hear(const StepStarted& step) {
+  if (Building* building = Find(step.path)) building->step = NameOf(step.step);
+  Draw();
+}
+
+void RunPrinter::Hear(const LatestGot& latest) {
+  Building* building = Find(latest.path);
+  if (building != nullptr && !latest.result.Succeeded()) building->notGot = latest.result.problem;
+}
+
+void RunPrinter::Hear(const ProjectSkipped& skipped) {
+  lines_ << Done(skipped.path) << "skipped  " << Plain(ReasonOf(skipped)) << std::endl;
+}
+
+void RunPrinter::Hear(const ProjectUpToDate& fresh) {
+  lines_ << Done(fresh.path) << "up to date" << std::endl;
+  TellNotGot(fresh.path);
+  Forget(fresh.path);
+}
+
+void RunPrinter::Hear(const ProjectCompiled& compiled) {
+  lines_ << Done(compiled.path) << (compiled.succeeded ? "built   " : "FAILED  ")
+         << Seconds(compiled.duration) << '\n';
+  TellNotGot(compiled.path);
   if (!compiled.succeeded) {
     lines_ << Indented(compiled.log.empty() ? compiled.problem : compiled.log);
   }
   lines_.flush();
+  Forget(compiled.path);
+}
+
+void RunPrinter::Hear(const RunPaced& paced) {
+  pace_ = paced;
+  paced_ = clock_.Elapsed();
+  Draw();
+}
+
+void RunPrinter::Hear(const RunEnded& ended) {
+  rows_.Clear();
+  lines_ << CountsText(ended, of_) << " in " << Seconds(ended.duration) << '\n';
+}
+
+std::string RunPrinter::Done(const std::string& path) {
+  rows_.Clear();
+  return Counted(++done_, of_) + Padded(FileName(path), kNameWidth);
+}
+
+RunPrinter::Building* RunPrinter::Find(const std::string& path) {
+  const auto found = std::find_if(building_.begin(), building_.end(),
+                                  [&](const Building& each) { return each.path == path; });
+  return found == building_.end() ? nullptr : &*found;
+}
+
+void RunPrinter::Forget(const std::string& path) {
+  std::erase_if(building_, [&](const Building& each) { return each.path == path; });
 }
 
 // The same words for each project of a run would hide what else it says.
-void RunPrinter::TellNotGot() {
-  if (!notGot_) return;
-  const bool isNew = toldProblems_.insert(*notGot_).second;
-  lines_ << Indented(isNew ? "latest sources NOT GOT: " + *notGot_
+void RunPrinter::TellNotGot(const std::string& path) {
+  const Building* building = Find(path);
+  if (building == nullptr || !building->notGot) return;
+  const std::string& problem = *building->notGot;
+  const bool isNew = toldProblems_.insert(problem).second;
+  lines_ << Indented(isNew ? "latest sources NOT GOT: " + problem
                            : "latest sources NOT GOT, for the same reason");
-}
-
-void RunPrinter::TellEnd(const RunEnded& ended) {
-  lines_ << CountsText(ended, of_) << " in " << Seconds(ended.duration) << '\n';
 }
 
 void RunPrinter::Tick() {
   constexpr std::chrono::milliseconds kFrame{100};
-  if (!current_.empty() && clock_.Elapsed() - drawn_ >= kFrame) DrawBar();
+  if (!building_.empty() && clock_.Elapsed() - drawn_ >= kFrame) Draw();
 }
 
-void RunPrinter::DrawBar() {
-  if (!frame_.streams.animates || of_ == 0) return;
+void RunPrinter::Draw() {
+  if (!frame_.streams.animates || of_ == 0 || building_.empty()) return;
   drawn_ = clock_.Elapsed();
-  const std::size_t filled = kBarWidth * (number_ - 1) / of_;
-  Draw("[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "] " +
-       std::to_string(number_) + " of " + std::to_string(of_) + "  " + current_ + "  " +
-       Seconds(drawn_ - start_) + (step_.empty() ? "" : "  " + step_));
+  std::vector<std::string> rows = {Bar()};
+  if (!pace_) {
+    rows.front() += " " + std::to_string(done_ + 1) + " of " + std::to_string(of_) + "  " +
+                    Row(building_.front());
+  } else {
+    RunPaced now = *pace_;
+    if (now.left) now.left = std::max(std::chrono::milliseconds(0), *now.left - (drawn_ - paced_));
+    rows.front() += " " + PaceText(now);
+    for (const Building& building : building_) rows.push_back("  " + Row(building));
+  }
+  rows_.Show(std::move(rows));
 }
 
-void RunPrinter::ClearBar() {
-  if (frame_.streams.animates && barWidth_ > 0) Draw("");
+std::string RunPrinter::Bar() const {
+  const std::size_t filled = kBarWidth * done_ / of_;
+  return "[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "]";
 }
 
-// Blanks erase the bar before: not every console knows a code for that.
-void RunPrinter::Draw(const std::string& whole) {
-  const std::string bar = InOneRow(whole);
-  frame_.streams.err << "\r" + std::string(barWidth_, ' ') + "\r" + bar << std::flush;
-  barWidth_ = Width(bar);
+std::string RunPrinter::Row(const Building& building) const {
+  return FileName(building.path) + "  " + Seconds(drawn_ - building.start) +
+         (building.step.empty() ? "" : "  " + building.step);
 }
 
 }  // namespace gorbex::cli

@@ -5,46 +5,71 @@
 #include <ostream>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "cli/frame.h"
+#include "cli/progress_rows.h"
 #include "core/run_events.h"
 #include "platform/clock.h"
 
 namespace gorbex::cli {
 
-/// Prints a build run as it happens: a line for every project, and a progress bar below them on a
-/// terminal.
+/// Prints a build run as it happens: a line for every project that is done, and on a terminal the
+/// run's progress below them, with a row for each of several projects that are built side by side.
 class RunPrinter {
  public:
-  /// Lines go to `lines`; the bar to the error stream, when that is a terminal.
+  /// Lines go to `lines`; the progress to the error stream, when that is a terminal.
   RunPrinter(const Frame& frame, std::ostream& lines, const Clock& clock)
-      : frame_(frame), lines_(lines), clock_(clock) {}
+      : frame_(frame),
+        lines_(lines),
+        clock_(clock),
+        rows_(frame.streams.err, frame.streams.movesCursor) {}
 
   void On(const RunEvent& event);
 
-  /// Moves the elapsed time on; to be called while a compiler runs.
+  /// Moves the elapsed times on; to be called while compilers run.
   void Tick();
 
  private:
-  void Tell(const ProjectCompiled& compiled);
-  void TellNotGot();
-  void TellEnd(const RunEnded& ended);
-  void DrawBar();
-  void ClearBar();
-  void Draw(const std::string& whole);
+  struct Building {
+    std::string path;
+    std::chrono::milliseconds start{0};
+    std::string step{};
+    std::optional<std::string> notGot{};  ///< why its latest sources were not got
+  };
+
+  void Hear(const RunStarted& started);
+  void Hear(const ProjectStarted& project);
+  void Hear(const ProjectSkipped& skipped);
+  void Hear(const ProjectUpToDate& fresh);
+  void Hear(const StepStarted& step);
+  void Hear(const LatestGot& latest);
+  void Hear(const ProjectCompiled& compiled);
+  void Hear(const RunPaced& paced);
+  void Hear(const QuestionAsked&) { rows_.Clear(); }
+  static void Hear(const QuestionAnswered&) {}
+  void Hear(const RunEnded& ended);
+
+  /// The start of a line about a project that is done.
+  [[nodiscard]] std::string Done(const std::string& path);
+  [[nodiscard]] Building* Find(const std::string& path);
+  void Forget(const std::string& path);
+  void TellNotGot(const std::string& path);
+  void Draw();
+  [[nodiscard]] std::string Bar() const;
+  [[nodiscard]] std::string Row(const Building& building) const;
 
   const Frame& frame_;
   std::ostream& lines_;
   const Clock& clock_;
-  std::string current_;                ///< the project being built; empty between projects
-  std::string step_;                   ///< of the project being built
-  std::optional<std::string> notGot_;  ///< why its latest sources were not got
+  ProgressRows rows_;
+  std::vector<Building> building_;
   std::set<std::string> toldProblems_;
-  std::size_t number_ = 0;
+  std::size_t done_ = 0;
   std::size_t of_ = 0;
-  std::chrono::milliseconds start_{0};
+  std::optional<RunPaced> pace_;  ///< nothing while projects are built one after the other
+  std::chrono::milliseconds paced_{0};
   std::chrono::milliseconds drawn_{0};
-  std::size_t barWidth_ = 0;  ///< columns of the bar that is shown; 0 for none
 };
 
 }  // namespace gorbex::cli

@@ -9,12 +9,14 @@ RunRecord::RunRecord(const std::vector<std::string>& paths) {
 }
 
 void RunRecord::On(const RunEvent& event) {
+  if (const auto* started = std::get_if<ProjectStarted>(&event)) Take(*started);
   if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Take(*compiled);
   if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) {
     if (Project* project = Find(skipped->path)) project->log = ReasonOf(*skipped);
   }
   if (const auto* fresh = std::get_if<ProjectUpToDate>(&event)) Take(*fresh);
   if (const auto* latest = std::get_if<LatestGot>(&event)) Take(*latest);
+  if (std::holds_alternative<RunPaced>(event)) isSideBySide_ = true;
   if (const auto* question = std::get_if<QuestionAnswered>(&event)) {
     messages_.push_back(question->message.text);
   }
@@ -25,6 +27,13 @@ RunRecord::Project* RunRecord::Find(const std::string& path) {
   const auto project = std::find_if(projects_.begin(), projects_.end(),
                                     [&](const Project& each) { return each.path == path; });
   return project == projects_.end() ? nullptr : &*project;
+}
+
+void RunRecord::Take(const ProjectStarted& started) {
+  Project* project = Find(started.path);
+  if (project == nullptr) return;
+  project->place = started.place;
+  project->start = started.start;
 }
 
 void RunRecord::Take(const ProjectUpToDate& fresh) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@ class RunRecord {
   struct Project {
     std::string path;
     Outcome outcome = Outcome::NotBuilt;
+    std::size_t place{};                 ///< of its compiler, from 1; 0 when it did not begin
+    std::chrono::milliseconds start{0};  ///< from the run's begin
     std::chrono::milliseconds duration{0};
     std::string log{};          ///< the compiler's words, or why it was not asked or wrote none
     std::optional<bool> got{};  ///< the latest sources; nothing when none were to be got
@@ -34,17 +37,22 @@ class RunRecord {
   void Warn(const std::string& message) { messages_.push_back(message); }
 
   [[nodiscard]] const std::vector<Project>& Projects() const { return projects_; }
+  /// Whether several compilers could run at once.
+  [[nodiscard]] bool IsSideBySide() const { return isSideBySide_; }
+
   [[nodiscard]] const std::vector<std::string>& Messages() const { return messages_; }
   [[nodiscard]] const RunEnded& End() const { return end_; }
 
  private:
   [[nodiscard]] Project* Find(const std::string& path);
+  void Take(const ProjectStarted& started);
   void Take(const ProjectCompiled& compiled);
   void Take(const ProjectUpToDate& fresh);
   void Take(const LatestGot& latest);
 
   std::vector<Project> projects_;
   std::vector<std::string> messages_;
+  bool isSideBySide_ = false;
   RunEnded end_{RunResult::Aborted, 0, 0, std::chrono::milliseconds{0}};
 };
 

@@ -12,6 +12,7 @@ nlohmann::ordered_json SettingJson(const Setting& setting, const clsOptions& opt
   if (const auto* flag = std::get_if<bool clsOptions::*>(&member)) return options.**flag;
   if (const auto* small = std::get_if<std::int16_t clsOptions::*>(&member)) return options.**small;
   if (const auto* large = std::get_if<std::int32_t clsOptions::*>(&member)) return options.**large;
+  if (std::holds_alternative<Setting::Jobs>(member)) return options.Jobs;
   return ToUtf8(setting.Text(options));
 }
 

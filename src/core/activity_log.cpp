@@ -25,15 +25,27 @@ std::string ActivityLog::Today() const {
 }
 
 void ActivityLog::WriteLog(const std::string& text, bool timeStamp) {
+  const CivilTime now = clock_.LocalNow();
+  std::string line = timeStamp ? "[" + TimeStamp(now) + "] " : std::string();
+  line.append(text).append(kLineBreak);
+  if (collected_ != nullptr) {
+    collected_->append(line);
+  } else {
+    Write(now, line);
+  }
+  written.Emit(text);
+}
+
+void ActivityLog::WriteCollected(const std::string& lines) {
+  Write(clock_.LocalNow(), lines);
+}
+
+void ActivityLog::Write(const CivilTime& now, const std::string& lines) {
   try {
-    const CivilTime now = clock_.LocalNow();
-    std::string line = timeStamp ? "[" + TimeStamp(now) + "] " : std::string();
-    line.append(text).append(kLineBreak);
-    Append(FileOf(CompactDate(now)), line);
+    Append(FileOf(CompactDate(now)), lines);
   } catch (const RuntimeError& error) {
     dialogs_.Show({.text = "Failed to write to log-file :" + error.Description()});
   }
-  written.Emit(text);
 }
 
 void ActivityLog::Append(const std::string& file, const std::string& line) {

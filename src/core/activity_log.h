@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/dialogs.h"
 #include "core/signal.h"
@@ -20,6 +21,13 @@ class ActivityLog {
   /// lost after a message.
   void WriteLog(const std::string& text, bool timeStamp = true);
 
+  /// From now on lines are added to a text instead of the file, for somebody who writes them there
+  /// together; null ends that. Gives what was in its place.
+  std::string* Collect(std::string* into) { return std::exchange(collected_, into); }
+
+  /// Writes lines that were collected. They are lost after a message when that fails.
+  void WriteCollected(const std::string& lines);
+
   /// Where the log files lie, without a trailing "\".
   [[nodiscard]] std::string Folder() const;
 
@@ -30,12 +38,14 @@ class ActivityLog {
   Signal<std::string> written;
 
  private:
+  void Write(const CivilTime& now, const std::string& lines);
   void Append(const std::string& file, const std::string& line);
 
   FileSystem& files_;
   const Clock& clock_;
   Dialogs& dialogs_;
   std::string programFolder_;
+  std::string* collected_ = nullptr;
 };
 
 }  // namespace gorbex

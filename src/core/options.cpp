@@ -1,5 +1,8 @@
 #include "core/options.h"
 
+#include <algorithm>
+#include <thread>
+
 #include "core/text.h"
 
 namespace gorbex {
@@ -57,6 +60,11 @@ bool clsOptions::LimitInterval() {
 
 std::int32_t clsOptions::TimerInterval() const {
   return ToLong(Interval * 1000.0);
+}
+
+std::size_t clsOptions::Places() const {
+  if (Jobs > 0) return static_cast<std::size_t>(Jobs);
+  return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostJobs);
 }
 
 bool clsOptions::Store(const Setting& setting) {

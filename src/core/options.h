@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,6 +11,9 @@
 #include "core/setting.h"
 
 namespace gorbex {
+
+/// The largest value of Jobs.
+inline constexpr std::int32_t kMostJobs = 64;
 
 /// The program's settings. All but VersionComponents and WatchSource are kept in the registry; an
 /// open build project overrides some of them.
@@ -30,6 +34,9 @@ class clsOptions {
 
   /// The Interval in milliseconds, as a timer wants it. Error 6 when no timer can hold it.
   [[nodiscard]] std::int32_t TimerInterval() const;
+
+  /// The number of compilers that may run side by side, at least 1.
+  [[nodiscard]] std::size_t Places() const;
 
   /// Writes one setting. False when the registry does not give it back.
   [[nodiscard]] bool Store(const Setting& setting);
@@ -58,6 +65,7 @@ class clsOptions {
   std::int32_t Interval = 0;  ///< seconds
   bool SkipUsersOfFailed = false;
   bool SkipUpToDate = false;
+  std::int32_t Jobs = 1;  ///< compilers that run side by side; 0 for as many as processors
 
  private:
   void Load(std::size_t number);

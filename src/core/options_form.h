@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 #include "core/command.h"
 #include "core/controls.h"
@@ -39,6 +40,7 @@ struct frmOptions {
   CheckBox chkSkipUsers;
   CheckBox chkSkipUpToDate;
   CheckBox chkDebug;
+  Property<std::int32_t> spnJobs{1};  ///< compilers side by side; 0 for as many as processors
   TextBox txtBuildPath;
   Command cmdBrowse{"cmdBrowse", "&Browse..."};
 

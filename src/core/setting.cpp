@@ -21,6 +21,17 @@ void Assign(std::int32_t& number, double value) {
   number = ToLong(value);
 }
 
+std::int32_t StoredJobs(const std::string& text) {
+  if (text.empty()) return 1;
+  return static_cast<std::int32_t>(std::clamp<double>(NumericValue(text), 0, kMostJobs));
+}
+
+std::int32_t TypedJobs(const std::string& text) {
+  const std::int32_t jobs = TextToLong(text);
+  if (jobs < 0 || jobs > kMostJobs) throw RuntimeError(ErrorNumber::Overflow, text);
+  return jobs;
+}
+
 /// Does one thing for each kind of member.
 template <class... Cases>
 struct PerKind : Cases... {
@@ -36,6 +47,7 @@ std::string Setting::Text(const clsOptions& options) const {
       PerKind{[&](std::string clsOptions::*text) { return options.*text; },
               [&](Word word) { return options.*word.held; },
               [&](bool clsOptions::*flag) { return std::string(FlagText(options.*flag)); },
+              [&](Jobs jobs) { return std::to_string(options.*jobs.held); },
               [&](auto number) { return std::to_string(options.*number); }},
       member);
 }
@@ -44,6 +56,7 @@ void Setting::Load(clsOptions& options, const std::string& text) const {
   std::visit(PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
                      [&](Word word) { options.*word.held = FlagText(StoredFlag(text)); },
                      [&](bool clsOptions::*flag) { options.*flag = StoredFlag(text); },
+                     [&](Jobs jobs) { options.*jobs.held = StoredJobs(text); },
                      [&](auto number) { Assign(options.*number, NumericValue(text)); }},
              member);
 }
@@ -52,6 +65,7 @@ void Setting::Take(clsOptions& options, const std::string& text) const {
   std::visit(PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
                      [&](Word word) { options.*word.held = FlagText(ToFlag(text)); },
                      [&](bool clsOptions::*flag) { options.*flag = ToFlag(text); },
+                     [&](Jobs jobs) { options.*jobs.held = TypedJobs(text); },
                      [&](auto number) { Assign(options.*number, TextToLong(text)); }},
              member);
 }
@@ -74,6 +88,7 @@ const std::array<Setting, kSettings>& AllSettings() {
       {"DebugBuild", "Debug Build", Setting::Word{&clsOptions::DebugBuild}},
       {"SkipUsersOfFailed", "SkipUsersOfFailed", &clsOptions::SkipUsersOfFailed},
       {"SkipUpToDate", "SkipUpToDate", &clsOptions::SkipUpToDate},
+      {"Jobs", "Jobs", Setting::Jobs{&clsOptions::Jobs}},
       {"VersionComponents", "", &clsOptions::VersionComponents},
       {"WatchSource", "", &clsOptions::WatchSource},
   }};

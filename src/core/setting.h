@@ -17,8 +17,12 @@ struct Setting {
   struct Word {
     std::string clsOptions::*held;
   };
+  /// A number of jobs, which is 1 where nothing is stored.
+  struct Jobs {
+    std::int32_t clsOptions::*held;
+  };
   using Member = std::variant<std::string clsOptions::*, Word, bool clsOptions::*,
-                              std::int16_t clsOptions::*, std::int32_t clsOptions::*>;
+                              std::int16_t clsOptions::*, std::int32_t clsOptions::*, Jobs>;
 
   std::string_view name;
   std::string_view stored;  ///< the registry value; empty for what lasts while the program runs
@@ -36,7 +40,7 @@ struct Setting {
   void Take(clsOptions& options, const std::string& text) const;
 };
 
-inline constexpr std::size_t kSettings = 18;
+inline constexpr std::size_t kSettings = 19;
 
 /// Every setting once; the stored ones first, in the order in which they are loaded and saved.
 [[nodiscard]] const std::array<Setting, kSettings>& AllSettings();

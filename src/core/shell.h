@@ -71,6 +71,9 @@ class Shell {
   /// Announced before a program is started.
   Signal<> starting;
 
+  /// How many programs are being waited for.
+  [[nodiscard]] std::size_t Running() const { return running_.size(); }
+
   /// Ends every program that is being waited for.
   void TerminateAll();
 

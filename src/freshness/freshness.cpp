@@ -155,6 +155,12 @@ void Freshness::Save(const BuildRecord& record) {
   }
 }
 
+std::optional<std::chrono::milliseconds> Freshness::LastDuration(const clsMember& project,
+                                                                 const std::string& folder) {
+  const auto record = records_.Find(project.path, BuiltFile(project, folder));
+  return record ? std::optional(record->duration) : std::nullopt;
+}
+
 Judgement Freshness::Judge(const std::string& project) {
   return Check(*this, project).Run();
 }

@@ -73,6 +73,11 @@ class Freshness {
   /// look now, so that they need not be read again.
   [[nodiscard]] Judgement JudgeInRun(const std::string& project);
 
+  /// How long the last build of a project into a folder (empty: its own) took; nothing when none is
+  /// recorded.
+  [[nodiscard]] std::optional<std::chrono::milliseconds> LastDuration(const clsMember& project,
+                                                                      const std::string& folder);
+
   /// To be called when files or the registry may have changed.
   void LookAgain();
 

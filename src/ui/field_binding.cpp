@@ -28,6 +28,13 @@ void FieldBinding::Join(wxTextCtrl& control, TextBox& state) {
                [&control, &state](wxCommandEvent&) { state.text.Set(FromWx(control.GetValue())); });
 }
 
+void FieldBinding::Join(wxSpinCtrl& control, Property<std::int32_t>& state) {
+  control.SetValue(state.Get());
+  subscriptions_.push_back(
+      state.changed.Connect([&control](std::int32_t value) { control.SetValue(value); }));
+  control.Bind(wxEVT_SPINCTRL, [&state](wxSpinEvent& event) { state.Set(event.GetPosition()); });
+}
+
 void FieldBinding::Join(wxButton& control, Command& command) {
   control.Enable(command.enabled.Get());
   subscriptions_.push_back(

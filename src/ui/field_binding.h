@@ -2,8 +2,10 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/spinctrl.h>
 #include <wx/textctrl.h>
 
+#include <cstdint>
 #include <vector>
 
 #include "core/command.h"
@@ -17,6 +19,7 @@ class FieldBinding {
  public:
   void Join(wxCheckBox& control, CheckBox& state);
   void Join(wxTextCtrl& control, TextBox& state);
+  void Join(wxSpinCtrl& control, Property<std::int32_t>& state);
   void Join(wxButton& control, Command& command);
 
  private:

@@ -4,8 +4,10 @@
 #include <wx/panel.h>
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
+#include <wx/spinctrl.h>
 #include <wx/stattext.h>
 
+#include "core/options.h"
 #include "ui/icons.h"
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
@@ -104,11 +106,25 @@ void OptionsWindow::MakeBuildPage() {
   AddCheck(page, "Skip &projects that are up to date", "chkSkipUpToDate", form_.chkSkipUpToDate);
   AddCheck(page, "&Debug build (no optimization, symbolic debug information)", "chkDebug",
            form_.chkDebug);
+  AddJobs(page);
   wxSizer& content = ContentOf(page);
   content.Add(new wxStaticText(page, wxID_ANY, "Build fo&lder:"),
               wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
   content.Add(PathRow(page, "txtBuildPath", form_.txtBuildPath, form_.cmdBrowse),
               wxSizerFlags().Expand());
+}
+
+void OptionsWindow::AddJobs(wxPanel* page) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(new wxStaticText(page, wxID_ANY, "Projects built at the same &time:"),
+           wxSizerFlags().CentreVertical());
+  auto* jobs = new wxSpinCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
+                              wxSP_ARROW_KEYS, 0, kMostJobs, form_.spnJobs.Get(), "spnJobs");
+  fields_.Join(*jobs, form_.spnJobs);
+  row->Add(jobs, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kRowGap)));
+  row->Add(new wxStaticText(page, wxID_ANY, "(0: as many as there are processors)"),
+           wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kRowGap)));
+  ContentOf(page).Add(row, wxSizerFlags().Border(wxTOP, FromDIP(kRowGap)));
 }
 
 void OptionsWindow::MakeTestProjectPage() {

@@ -87,7 +87,7 @@ void RunStatusBar::Hear(const RunEvent& event) {
   if (const auto* project = std::get_if<ProjectStarted>(&event)) Next(*project);
   if (const auto* step = std::get_if<StepStarted>(&event)) Take(*step);
   if (std::holds_alternative<ProjectSkipped>(event)) gauge_->SetValue(gauge_->GetValue() + 1);
-  if (std::holds_alternative<ProjectUpToDate>(event)) {
+  if (std::holds_alternative<ProjectUpToDate>(event) && !isSideBySide_) {
     project_.Pause();
     gauge_->SetValue(gauge_->GetValue() + 1);
   }
@@ -95,21 +95,25 @@ void RunStatusBar::Hear(const RunEvent& event) {
   if (std::holds_alternative<QuestionAsked>(event)) project_.Pause();
   if (std::holds_alternative<QuestionAnswered>(event)) project_.Resume();
   if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Done(*compiled);
+  if (const auto* paced = std::get_if<RunPaced>(&event)) Pace(*paced);
   if (const auto* ended = std::get_if<RunEnded>(&event)) End(*ended);
 }
 
 void RunStatusBar::Begin(const RunStarted& run) {
   constexpr int kTick = 500;
   checked_ = run.projects;
+  isSideBySide_ = false;
   gauge_->SetRange(std::max(1, static_cast<int>(run.projects)));
   gauge_->SetValue(0);
   total_ = {};
+  project_.Start();
   ShowGauge(run.projects > 0);
   PlaceGauge();
   timer_.Start(kTick);
 }
 
 void RunStatusBar::Next(const ProjectStarted& project) {
+  if (isSideBySide_) return;
   gauge_->SetValue(static_cast<int>(project.number) - 1);
   number_ = wxString::Format("%zu of %zu", project.number, project.of);
   SetStatusText(number_, kCount);
@@ -118,16 +122,25 @@ void RunStatusBar::Next(const ProjectStarted& project) {
 }
 
 void RunStatusBar::Take(const StepStarted& step) {
+  if (isSideBySide_) return;
   SetStatusText(number_ + ", " + ToWx(std::string(NameOf(step.step))), kCount);
 }
 
 // Questions about a project's result take the user's time, not the compiler's.
 void RunStatusBar::Done(const ProjectCompiled& project) {
   total_ += project.duration;
+  if (isSideBySide_) return;
   SetStatusText(number_, kCount);
   ShowTime();
   project_.Pause();
   gauge_->SetValue(gauge_->GetValue() + 1);
+}
+
+// Several are built side by side: their steps and times would take turns in one field.
+void RunStatusBar::Pace(const RunPaced& paced) {
+  isSideBySide_ = true;
+  gauge_->SetValue(static_cast<int>(paced.done));
+  SetStatusText(ToWx(PaceText(paced)), kCount);
 }
 
 // The result stays to be read until the next run.
@@ -136,7 +149,7 @@ void RunStatusBar::End(const RunEnded& run) {
   ShowGauge(false);
   if (run.result != RunResult::Finished && run.result != RunResult::Aborted) return;
   SetStatusText(ToWx(CountsText(run, checked_)), kCount);
-  SetStatusText(ElapsedText(total_), kTime);
+  SetStatusText(ElapsedText(isSideBySide_ ? run.duration : total_), kTime);
 }
 
 void RunStatusBar::ShowTime() {

@@ -37,6 +37,7 @@ class RunStatusBar : public wxStatusBar {
   void Next(const ProjectStarted& project);
   void Take(const StepStarted& step);
   void Done(const ProjectCompiled& project);
+  void Pace(const RunPaced& paced);
   void End(const RunEnded& run);
   void ShowTime();
   void ShowGauge(bool shown);
@@ -47,6 +48,7 @@ class RunStatusBar : public wxStatusBar {
   wxTimer timer_;
   wxStopWatch project_;
   bool isUnsaved_ = false;
+  bool isSideBySide_ = false;          ///< several projects of the run are built at once
   wxString missing_;                   ///< what the last scan found
   wxString number_;                    ///< of the project being built, and of how many
   std::size_t checked_ = 0;            ///< projects of the run

@@ -27,6 +27,7 @@ TEST_F(CompileTest, WritesTheCompilersCommandLine) {
     platform.files.AddFile(c.programFolder + "\\VBResult.log", "stale",
                            file_attribute::kReadOnly | file_attribute::kHidden);
     dialogs.answers = {Answer::Abort};
+    platform.processes.QueueExitCode(0);
     EXPECT_FALSE(compile.CompileProject(kCore, c.outDir));
     EXPECT_EQ(Only(Steps(), {"start"}), Journal{"start C:\\Program Files\\VB98\\VB6.EXE \"" +
                                                 kCore + "\" /make /out " + c.rest});

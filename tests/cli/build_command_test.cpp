@@ -17,6 +17,9 @@ TEST_F(BuildCommandTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
   EXPECT_EQ(json["errors"], 1);
   EXPECT_EQ(json["projects"][0], (Json{{"path", Group::Path("Core")},
                                        {"result", "built"},
+                                       {"start", 0.0},
+                                       {"seconds", 0.0},
+                                       {"place", 1},
                                        {"log", "\r\nBuild of 'x' succeeded."},
                                        {"got", nullptr}}));
   EXPECT_EQ(json["projects"][1]["result"], "failed");
@@ -59,6 +62,9 @@ TEST_F(BuildCommandTest, SkipsWhatUsesAFailedProjectAndSaysWhy) {
   const Json projects = Run({"build", file, "--json"}).Json()["projects"];
   EXPECT_EQ(projects[2], (Json{{"path", Group::Path("Till")},
                                {"result", "notBuilt"},
+                               {"start", nullptr},
+                               {"seconds", nullptr},
+                               {"place", nullptr},
                                {"log", reason},
                                {"got", nullptr}}));
 }
@@ -247,6 +253,21 @@ TEST_F(BuildCommandTest, TheBarIsErasedOnEveryConsole) {
   const auto erased = bars.find('\r', till);
   const std::size_t width = erased - bars.rfind('\r', till) - 1;
   EXPECT_EQ(bars.substr(erased, width + 2), "\r" + std::string(width, ' ') + "\r");
+}
+
+TEST_F(BuildCommandTest, ShowsARowForEachCompilerAtWork) {
+  InstallCompiler();
+  platform.processes.polls = 3;
+  animates = movesCursor = true;
+  const Result run = Run({"build", file, "--jobs", "2", "--junit", "C:\\run.xml"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.err.find("0 of 3 done, 1 building\n  Core.vbp  "), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("\033[1A"), std::string::npos);
+  EXPECT_NE(platform.files.Text("C:\\run.xml").find("<property name=\"place\" value=\"1\"/>"),
+            std::string::npos);
+  for (const std::string jobs : {"-1", "65", "10000", "x", ""}) {
+    EXPECT_EQ(Run({"build", file, "--jobs", jobs}).status, 2) << jobs;
+  }
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ class CliFixture : public ::testing::Test {
     std::istringstream in(typed);
     std::ostringstream out;
     std::ostringstream err;
-    cli::Streams streams{in, out, err, asks, animates};
+    cli::Streams streams{in, out, err, asks, animates, movesCursor};
     streams.ci = ci;
     streams.colours = colours;
     const int status = cli::RunCli(
@@ -68,6 +68,7 @@ class CliFixture : public ::testing::Test {
   bool animates = false;
   bool colours = false;
   cli::CiSystem ci = cli::CiSystem::None;
+  bool movesCursor = false;
   MemoryPlatform platform;
   Group group{platform};
   std::string file;  ///< the group's build project

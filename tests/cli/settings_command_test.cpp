@@ -11,6 +11,9 @@ TEST_F(SettingsCommandTest, SettingsAreStoredCheckedAndListed) {
   EXPECT_EQ(Run({"settings", "GetLatest", "perhaps"}).status, 2);
   EXPECT_EQ(Run({"settings", "VersionComponents", "1.2.3"}).status, 2) << "lasts only while open";
   EXPECT_EQ(Run({"settings", "Nonsense"}).status, 2);
+  EXPECT_EQ(Run({"settings", "Jobs"}).out, "1\n");
+  EXPECT_EQ(Run({"settings", "Jobs", "65"}).status, 2);
+  EXPECT_EQ(Run({"settings", "Jobs", "4"}).out, "4\n");
   EXPECT_EQ(Run({"settings", "--json"}).Json()["Interval"], 45);
 }
 

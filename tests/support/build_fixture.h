@@ -78,8 +78,10 @@ class BuildFixture : public ProgramFixture {
     const std::string path = commandLine.substr(begin, commandLine.find('"', begin) - begin);
     compiledSources.push_back(platform.files.Text(path));
     const bool fails = !failing.empty() && path == Group::Path(failing);
+    const auto log = commandLine.find("/out \"") + 6;
     platform.files.AddFile(
-        kResultLog, fails ? "Build of 'X.dll' failed." : "\r\nBuild of 'X.dll' succeeded.\r\n");
+        commandLine.substr(log, commandLine.find('"', log) - log),
+        fails ? "Build of 'X.dll' failed." : "\r\nBuild of 'X.dll' succeeded.\r\n");
     return fails ? 1 : 0;
   }
 

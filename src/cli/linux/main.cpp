@@ -82,6 +82,11 @@ bool AwaitInput() {
   return true;
 }
 
+bool MovesCursor() {
+  const auto terminal = gorbex::Environment("TERM");
+  return terminal && !terminal->empty() && *terminal != "dumb";
+}
+
 bool OutputHasNoReader() {
   pollfd output{STDOUT_FILENO, POLLOUT, 0};
   return poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
@@ -118,6 +123,7 @@ int main(int count, char** values) {
       std::cerr,
       isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0,
       isatty(STDERR_FILENO) != 0,
+      MovesCursor(),
       ReadSecret,
       gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
       AwaitInput,

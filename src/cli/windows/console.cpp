@@ -66,6 +66,16 @@ ConsoleStream::~ConsoleStream() {
   stream_.rdbuf(before_);
 }
 
+TerminalCodes::TerminalCodes(DWORD standardStream) : console_(GetStdHandle(standardStream)) {
+  constexpr DWORD kCodes = 0x0004;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
+  work_ =
+      GetConsoleMode(console_, &before_) != 0 && SetConsoleMode(console_, before_ | kCodes) != 0;
+}
+
+TerminalCodes::~TerminalCodes() {
+  if (work_) SetConsoleMode(console_, before_);
+}
+
 HiddenTyping::HiddenTyping() {
   if (GetConsoleMode(console_, &before_) == 0) return;
   isHidden_ = SetConsoleMode(console_, before_ & ~static_cast<DWORD>(ENABLE_ECHO_INPUT)) != 0;

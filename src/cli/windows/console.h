@@ -56,6 +56,23 @@ class ConsoleStream {
   std::streambuf* before_ = nullptr;
 };
 
+/// Lets codes in the output of a console move the cursor and choose colours while it exists.
+class TerminalCodes {
+ public:
+  explicit TerminalCodes(DWORD standardStream);
+  ~TerminalCodes();
+  TerminalCodes(const TerminalCodes&) = delete;
+  TerminalCodes& operator=(const TerminalCodes&) = delete;
+
+  /// False on an older console, and where the stream is not one.
+  [[nodiscard]] bool Work() const { return work_; }
+
+ private:
+  HANDLE console_;
+  DWORD before_ = 0;
+  bool work_ = false;
+};
+
 /// Keeps the console from showing what is typed while it exists.
 class HiddenTyping {
  public:

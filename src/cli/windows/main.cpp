@@ -40,17 +40,20 @@ int StatusWithOutput(int status) {
 int Run(const std::vector<std::string>& arguments) {
   const bool asks = gorbex::cli::IsConsole(STD_INPUT_HANDLE);
   const bool animates = gorbex::cli::IsConsole(STD_ERROR_HANDLE);
-  const gorbex::cli::Streams streams{std::cin,
-                                     std::cout,
-                                     std::cerr,
-                                     asks && animates,
-                                     animates,
-                                     ReadSecret,
-                                     gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
-                                     {},
-                                     gorbex::cli::ShowsColours(STD_OUTPUT_HANDLE) &&
-                                         gorbex::cli::WantsColours(gorbex::Environment),
-                                     gorbex::cli::CiSystemOf(gorbex::Environment)};
+  const gorbex::cli::TerminalCodes outputCodes(STD_OUTPUT_HANDLE);
+  const gorbex::cli::TerminalCodes errorCodes(STD_ERROR_HANDLE);
+  const gorbex::cli::Streams streams{
+      std::cin,
+      std::cout,
+      std::cerr,
+      asks && animates,
+      animates,
+      errorCodes.Work(),
+      ReadSecret,
+      gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
+      {},
+      outputCodes.Work() && gorbex::cli::WantsColours(gorbex::Environment),
+      gorbex::cli::CiSystemOf(gorbex::Environment)};
   try {
     return StatusWithOutput(gorbex::cli::RunCli(arguments, streams, HostOf));
   } catch (const std::exception& error) {

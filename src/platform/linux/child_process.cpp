@@ -80,9 +80,9 @@ class SpawnSettings {
   posix_spawnattr_t attributes_{};
 };
 
-// The children that are waited for. A signal handler reaches nothing but globals, and no more run
-// at once.
-std::array<std::atomic<pid_t>, 16> running{};
+// The children that are waited for. A signal handler reaches nothing but globals; a run has at most
+// 64 compilers, and no more than a few other programs run beside them.
+std::array<std::atomic<pid_t>, 80> running{};
 
 void Replace(pid_t from, pid_t to) {
   for (auto& place : running) {

@@ -1,0 +1,115 @@
+#include "build/run_schedule.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "analysis/dependency_graph.h"
+
+namespace gorbex {
+
+using std::chrono::milliseconds;
+
+RunSchedule::RunSchedule(std::vector<ScheduledProject> projects) : projects_(projects.size()) {
+  Uses uses(projects.size());
+  for (std::size_t i = 0; i < projects.size(); ++i) {
+    uses[i] = std::move(projects[i].uses);
+    projects_[i].claims = std::move(projects[i].claims);
+  }
+  const DependencyGraph graph(WithoutCircles(std::move(uses)));
+  for (std::size_t i = 0; i < projects_.size(); ++i) {
+    projects_[i].waitsFor = graph.UsesOf(i).size();
+    for (const std::size_t used : graph.UsesOf(i)) projects_[used].users.push_back(i);
+  }
+  TakeDurations(projects);
+  MeasureWays(graph.BuildOrder());
+  for (std::size_t i = 0; i < projects_.size(); ++i) {
+    if (projects_[i].waitsFor == 0) Offer(i);
+  }
+}
+
+// The projects of a circle wait for one another in the order of the queue.
+RunSchedule::Uses RunSchedule::WithoutCircles(Uses uses) {
+  std::vector<std::size_t> circle(uses.size(), 0);
+  std::size_t number = 0;
+  const auto cycles = DependencyGraph(uses).Cycles();
+  for (const auto& cycle : cycles) {
+    ++number;
+    for (const std::size_t project : cycle) circle[project] = number;
+  }
+  for (std::size_t i = 0; i < uses.size(); ++i) {
+    std::erase_if(uses[i], [&](std::size_t used) {
+      return used == i || (circle[i] != 0 && circle[used] == circle[i]);
+    });
+  }
+  for (const auto& cycle : cycles) {
+    for (std::size_t i = 1; i < cycle.size(); ++i) uses[cycle[i]].push_back(cycle[i - 1]);
+  }
+  return uses;
+}
+
+// A project that was never built takes as long as the others on average.
+void RunSchedule::TakeDurations(const std::vector<ScheduledProject>& projects) {
+  milliseconds sum{0};
+  milliseconds::rep known = 0;
+  for (const auto& project : projects) {
+    if (!project.lastDuration) continue;
+    sum += *project.lastDuration;
+    ++known;
+  }
+  knowsDurations_ = known > 0;
+  const milliseconds mean = knowsDurations_ ? sum / known : milliseconds(1);
+  for (std::size_t i = 0; i < projects.size(); ++i) {
+    projects_[i].duration = projects[i].lastDuration.value_or(mean);
+  }
+}
+
+void RunSchedule::MeasureWays(const std::vector<std::size_t>& buildOrder) {
+  for (auto place = buildOrder.rbegin(); place != buildOrder.rend(); ++place) {
+    Project& project = projects_[*place];
+    for (const std::size_t user : project.users) {
+      project.wayToEnd = std::max(project.wayToEnd, projects_[user].wayToEnd);
+    }
+    project.wayToEnd += project.duration;
+  }
+}
+
+void RunSchedule::Offer(std::size_t project) {
+  ready_.emplace(-projects_[project].wayToEnd, project);
+}
+
+std::optional<std::size_t> RunSchedule::Next() {
+  const auto isFree = [&](const auto& ready) {
+    const auto& claims = projects_[ready.second].claims;
+    return std::none_of(claims.begin(), claims.end(),
+                        [&](const std::string& claim) { return claimed_.contains(claim); });
+  };
+  const auto found = std::find_if(ready_.begin(), ready_.end(), isFree);
+  if (found == ready_.end()) return std::nullopt;
+  const std::size_t project = found->second;
+  ready_.erase(found);
+  claimed_.insert(projects_[project].claims.begin(), projects_[project].claims.end());
+  return project;
+}
+
+void RunSchedule::Done(std::size_t project) {
+  ++done_;
+  projects_[project].isDone = true;
+  for (const std::string& claim : projects_[project].claims) claimed_.erase(claim);
+  for (const std::size_t user : projects_[project].users) {
+    if (--projects_[user].waitsFor == 0) Offer(user);
+  }
+}
+
+std::optional<milliseconds> RunSchedule::TimeLeft(std::size_t places) const {
+  if (!knowsDurations_) return std::nullopt;
+  milliseconds longest{0};
+  milliseconds sum{0};
+  for (const Project& project : projects_) {
+    if (project.isDone) continue;
+    longest = std::max(longest, project.wayToEnd);
+    sum += project.duration;
+  }
+  return std::max(longest, sum / static_cast<milliseconds::rep>(places));
+}
+
+}  // namespace gorbex

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+namespace gorbex {
+
+/// What a schedule knows of a project of the run.
+struct ScheduledProject {
+  std::vector<std::size_t> uses;    ///< projects of the run, by their numbers from 0
+  std::vector<std::string> claims;  ///< what no other project may use while this one is built
+  std::optional<std::chrono::milliseconds> lastDuration;
+};
+
+/// Decides which project of a run may start next when several are built side by side. A project
+/// starts when all that it uses are done; in a circle the order of the queue decides. Of those that
+/// may start, the one with the longest way to the end of the run is the first.
+class RunSchedule {
+ public:
+  /// The projects in the order of the queue.
+  explicit RunSchedule(std::vector<ScheduledProject> projects);
+
+  /// The project that starts now; nothing while all that are left wait for others.
+  [[nodiscard]] std::optional<std::size_t> Next();
+
+  /// A project that started has ended, well or badly.
+  void Done(std::size_t project);
+
+  [[nodiscard]] std::size_t DoneCount() const { return done_; }
+
+  /// How long the rest of the run takes at least with that many places; nothing when no project's
+  /// duration is known.
+  [[nodiscard]] std::optional<std::chrono::milliseconds> TimeLeft(std::size_t places) const;
+
+ private:
+  struct Project {
+    std::vector<std::size_t> users;  ///< that wait for this one
+    std::vector<std::string> claims;
+    std::size_t waitsFor = 0;
+    std::chrono::milliseconds duration{0};
+    std::chrono::milliseconds wayToEnd{0};
+    bool isDone = false;
+  };
+  using Uses = std::vector<std::vector<std::size_t>>;
+
+  [[nodiscard]] static Uses WithoutCircles(Uses uses);
+  void TakeDurations(const std::vector<ScheduledProject>& projects);
+  void MeasureWays(const std::vector<std::size_t>& buildOrder);
+  void Offer(std::size_t project);
+
+  std::vector<Project> projects_;
+  std::set<std::pair<std::chrono::milliseconds, std::size_t>> ready_;  ///< the longest way first
+  std::unordered_set<std::string> claimed_;
+  std::size_t done_ = 0;
+  bool knowsDurations_ = false;
+};
+
+}  // namespace gorbex

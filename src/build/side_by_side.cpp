@@ -1,0 +1,220 @@
+#include "build/side_by_side.h"
+
+#include <algorithm>
+#include <chrono>
+#include <unordered_map>
+#include <utility>
+
+#include "analysis/dependency_graph.h"
+#include "build/run_claims.h"
+#include "core/list_columns.h"
+#include "core/text.h"
+
+namespace gorbex {
+namespace {
+
+std::vector<std::string> ProjectsOf(const RunState& run, const ListView& queue) {
+  std::vector<std::string> paths;
+  for (const auto& row : queue.Rows()) {
+    if (run.Takes(*row)) paths.push_back(row->SubItem(queue_column::kProject));
+  }
+  return paths;
+}
+
+/// Which projects of a run use which: directly, or through projects that the run does not build.
+class UsesInRun {
+ public:
+  UsesInRun(const RunParts& parts, const std::vector<std::string>& paths)
+      : graph_(parts.window.ProjectMembers, parts.group),
+        inRun_(graph_.Count()),
+        seenFor_(graph_.Count(), paths.size()) {
+    std::unordered_map<std::string, std::size_t> numbers;
+    for (std::size_t i = 0; i < paths.size(); ++i) numbers.emplace(paths[i], i);
+    members_.resize(paths.size());
+    std::size_t member = 0;
+    for (const auto& each : parts.window.ProjectMembers) {
+      const auto number = numbers.find(each->path);
+      if (number != numbers.end()) {
+        inRun_[member] = number->second;
+        members_[number->second] = member;
+      }
+      ++member;
+    }
+  }
+
+  /// Empty for a row whose project is not loaded.
+  [[nodiscard]] std::vector<std::size_t> Of(std::size_t project) {
+    std::vector<std::size_t> uses;
+    std::vector<std::size_t> through;
+    if (members_[project]) through.push_back(*members_[project]);
+    for (std::size_t i = 0; i < through.size(); ++i) {
+      for (const std::size_t used : graph_.UsesOf(through[i])) {
+        if (std::exchange(seenFor_[used], project) == project) continue;
+        if (inRun_[used]) {
+          uses.push_back(*inRun_[used]);
+        } else {
+          through.push_back(used);
+        }
+      }
+    }
+    return uses;
+  }
+
+ private:
+  DependencyGraph graph_;
+  std::vector<std::optional<std::size_t>> inRun_;    ///< the project of the run, by member
+  std::vector<std::optional<std::size_t>> members_;  ///< the member, by project of the run
+  std::vector<std::size_t> seenFor_;                 ///< the last project that uses a member
+};
+
+/// While it lives, the lines of the activity log join a project's others.
+class LogLines {
+ public:
+  LogLines(ActivityLog& log, std::string& lines) : log_(log), before_(log.Collect(&lines)) {}
+  ~LogLines() { log_.Collect(before_); }
+  LogLines(const LogLines&) = delete;
+  LogLines& operator=(const LogLines&) = delete;
+
+ private:
+  ActivityLog& log_;
+  std::string* before_;
+};
+
+}  // namespace
+
+SideBySide::SideBySide(const RunParts& parts, RunState& run, RunEvents& events, std::size_t places)
+    : parts_(parts),
+      run_(run),
+      events_(events),
+      places_(places),
+      paths_(ProjectsOf(run, parts.window.lvwQueue)),
+      components_(paths_.size()),
+      schedule_(ScheduleOf(parts, paths_)) {}
+
+SideBySide::~SideBySide() {
+  Procedure::IgnoringErrors().Run([this](Procedure& on) {
+    while (!building_.empty()) Finish(on, AwaitOne());
+    WriteScript(on);
+  });
+}
+
+RunSchedule SideBySide::ScheduleOf(const RunParts& parts, const std::vector<std::string>& paths) {
+  UsesInRun uses(parts, paths);
+  std::vector<ScheduledProject> projects(paths.size());
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    const clsMember* member = parts.window.ProjectMembers.Find(paths[i]);
+    if (member == nullptr) continue;
+    const std::string& folder = parts.window.buildDirectory;
+    projects[i].uses = uses.Of(i);
+    projects[i].claims = RunClaims(*member, folder, parts.files);
+    projects[i].lastDuration = parts.freshness.LastDuration(*member, folder);
+  }
+  return RunSchedule(std::move(projects));
+}
+
+void SideBySide::Run(Procedure& on) {
+  TellPace();
+  for (;;) {
+    StartReady(on);
+    if (building_.empty()) {
+      if (failed_.empty() || !GoesOnAfterFailures(on)) return;
+    } else {
+      Finish(on, AwaitOne());
+    }
+  }
+}
+
+void SideBySide::StartReady(Procedure& on) {
+  while (building_.size() < places_ && failed_.empty() && !parts_.work.RunStops()) {
+    const auto project = schedule_.Next();
+    if (!project) return;
+    Start(on, *project);
+  }
+}
+
+void SideBySide::Start(Procedure& on, std::size_t project) {
+  const std::string& path = paths_[project];
+  const std::size_t place = FreePlace();
+  Building next{
+      project, place, std::make_unique<ProjectBuild>(parts_, run_, events_, path, place), {}};
+  if (Begins(on, next)) {
+    building_.push_back(std::move(next));
+  } else {
+    Settle(next);
+  }
+  TellPace();
+}
+
+bool SideBySide::Begins(Procedure& on, Building& next) {
+  const std::string& path = paths_[next.project];
+  const ListRow* row = parts_.window.lvwQueue.Find(path);
+  if (row == nullptr || !run_.Takes(*row)) return false;
+  const LogLines lines(parts_.log, next.log);
+  on([&] { parts_.log.WriteLog(path); });
+  return !next.build->IsSkipped(on) && next.build->Begin(on);
+}
+
+std::size_t SideBySide::FreePlace() const {
+  std::size_t place = 1;
+  const auto isTaken = [&](const Building& building) { return building.place == place; };
+  while (std::any_of(building_.begin(), building_.end(), isTaken)) ++place;
+  return place;
+}
+
+// A short wait for one of them: another one may end meanwhile.
+SideBySide::Building SideBySide::AwaitOne() {
+  constexpr std::chrono::milliseconds kPatience{3};
+  const auto hasEnded = [](const Building& building) { return building.build->HasEnded({}); };
+  for (;;) {
+    auto ended = std::find_if(building_.begin(), building_.end(), hasEnded);
+    if (ended == building_.end() && building_.front().build->HasEnded(kPatience)) {
+      ended = building_.begin();
+    }
+    const bool isFound = ended != building_.end();
+    const std::size_t at = static_cast<std::size_t>(ended - building_.begin());
+    parts_.events.DoEvents();
+    if (!isFound) continue;
+    Building building = std::move(building_[at]);
+    building_.erase(building_.begin() + static_cast<std::ptrdiff_t>(at));
+    return building;
+  }
+}
+
+void SideBySide::Finish(Procedure& on, Building building) {
+  bool succeeded = false;
+  {
+    const LogLines lines(parts_.log, building.log);
+    succeeded = building.build->Finish(on);
+  }
+  Settle(building);
+  TellPace();
+  const bool asks = parts_.options.StopProcessing && !parts_.work.Ends();
+  if (!succeeded && asks) failed_.push_back(std::move(building.build));
+}
+
+void SideBySide::Settle(const Building& building) {
+  components_[building.project] = building.build->Component();
+  schedule_.Done(building.project);
+  if (!building.log.empty()) parts_.log.WriteCollected(building.log);
+}
+
+bool SideBySide::GoesOnAfterFailures(Procedure& on) {
+  for (const auto& build : std::exchange(failed_, {})) {
+    if (!on([&] { return build->AskToGoOn(); })) return false;
+  }
+  return true;
+}
+
+void SideBySide::WriteScript(Procedure& on) {
+  for (const std::string& component : components_) {
+    if (component.empty()) continue;
+    on([&] { parts_.script.AddComponent(parts_.window.buildDirectory, component); });
+  }
+}
+
+void SideBySide::TellPace() {
+  events_.Emit(RunPaced{schedule_.DoneCount(), building_.size(), paths_.size(),
+                        schedule_.TimeLeft(places_)});
+}
+
+}  // namespace gorbex
