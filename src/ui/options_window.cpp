@@ -118,8 +118,8 @@ void OptionsWindow::AddJobs(wxPanel* page) {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(new wxStaticText(page, wxID_ANY, "Projects built at the same &time:"),
            wxSizerFlags().CentreVertical());
-  auto* jobs = new wxSpinCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
-                              wxSP_ARROW_KEYS, 0, kMostJobs, form_.spnJobs.Get(), "spnJobs");
+  auto* jobs = new wxSpinCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxSP_ARROW_KEYS,
+                              0, kMostJobs, form_.spnJobs.Get(), "spnJobs");
   fields_.Join(*jobs, form_.spnJobs);
   row->Add(jobs, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kRowGap)));
   row->Add(new wxStaticText(page, wxID_ANY, "(0: as many as there are processors)"),

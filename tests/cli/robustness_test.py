@@ -46,10 +46,11 @@ def killed(product):
         number += 1
         some = random.sample(product.projects, 2)
         version = f"1.{random.randrange(100)}.{random.randrange(100)}"
+        jobs = random.choice(["1", "4"])
         command = random.choice([
             ["queue", product.file, random.choice(["mark", "unmark"]), *some, "--save"],
-            ["build", product.file, *some, "--yes", "--debug", "--version", version],
-            ["build", product.file, *some, "--yes", "--break-compat", "--change-refs"],
+            ["build", product.file, *some, "--yes", "--debug", "--version", version, "--jobs", jobs],
+            ["build", product.file, *some, "--yes", "--break-compat", "--change-refs", "--jobs", jobs],
             ["value", "set", some[0], "MajorVer", str(number)],
             ["settings", "ReplyUser", f"user{number}@dev.example"],
             ["register", product.folder / "Bin" / "StoreMoney.dll"]])
@@ -110,8 +111,30 @@ def ended(product):
                        "--compiler", compiler, status=1)
     check("0 built, 2 failed in" in said and said.count("limit of 1 s") == 2, f"both are ended: {said}")
     ended_at_a_question(product, core)
+    ended_side_by_side(product, before)
     product.require_whole_files("at the end")
     product.run(GORBEX, "build", product.file, "--all", "--yes")
+
+
+def ended_side_by_side(product, before):
+    compiler, pids = product.root / "slow-ones", product.root / "pids"
+    compiler.write_text(f'#!/bin/sh\nsleep 300 &\necho $! >>{pids}\nwait\n')
+    compiler.chmod(0o755)
+    programs = [path for path in product.projects if path.stem in ("StoreTill", "StoreReport")]
+    for limit in ([], ["--time-limit", "1"]):
+        pids.unlink(missing_ok=True)
+        process = product.start(GORBEX, "build", product.file, *programs, "--yes", "--debug", "--jobs", "4", *limit,
+                                "--compiler", compiler)
+        until(lambda: pids.exists() and len(pids.read_text().split()) == 2, "the compilers run")
+        if not limit:
+            process.terminate()
+        said = process.communicate(timeout=20)[0]
+        check(process.returncode == 1, f"ended with {process.returncode}: {said}")
+        check("0 built, 2 failed" in said, f"it says what it did: {said}")
+        for pid in pids.read_text().split():
+            until(lambda: not runs(pid), "every compiler is ended with what it started", patience=5)
+        for path, text in before.items():
+            check(path.read_bytes().rstrip(b"\r\n") == text, f"{path} did not get its values back")
 
 
 def ended_at_a_question(product, core):
