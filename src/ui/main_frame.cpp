@@ -21,6 +21,7 @@
 #include "ui/run_status_bar.h"
 #include "ui/select_control_window.h"
 #include "ui/selection_renderer.h"
+#include "ui/system_window.h"
 #include "ui/test_control_window.h"
 #include "ui/text_conversion.h"
 #include "ui/window_place.h"
@@ -35,7 +36,7 @@ constexpr double kQueueShare = 0.4;
 constexpr const char* kPanes = "Panes";
 
 std::vector<ListColumn> ReferenceColumns() {
-  return {{"GUID", 96, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
+  return {{"GUID", 88, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
           {"Registered", 84, false, 2}, {"Description", 84, false, 3}, {"Verdict", 270, false, 8}};
 }
 
@@ -78,6 +79,7 @@ MainFrame::MainFrame(Program& program, ShowFolder showFolder)
   FollowTimer();
   MakeForms();
   FollowPosition();
+  HoldBarsBack(*this);
   Bind(wxEVT_CLOSE_WINDOW, &MainFrame::OnClose, this);
   Bind(wxEVT_IDLE, &MainFrame::OnIdle, this);
 }
@@ -351,6 +353,7 @@ void MainFrame::TellPosition() {
 
 void MainFrame::Place() {
   isPlaced_ = true;
+  ShowBars(*this);
   if (const auto& position = program_.window.position.Get()) {
     MoveTo(*position);
   } else {

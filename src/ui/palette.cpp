@@ -38,13 +38,12 @@ wxColour HintColour() {
 }
 
 wxColour PaleSelectionColour() {
-  constexpr double kPale = 0.3;
-  return Faded(wxSYS_COLOUR_HIGHLIGHT, kPale);
+  return Faded(wxSYS_COLOUR_HIGHLIGHT, IsDark() ? 0.5 : 0.3);
 }
 
 // Some systems' own colour for links cannot be told from the background.
 wxColour LinkColour() {
-  constexpr double kLeast = 0.25;
+  constexpr double kLeast = 0.35;
   const wxColour system = wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT);
   const wxColour back = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
   if (std::abs(system.GetLuminance() - back.GetLuminance()) >= kLeast) return system;

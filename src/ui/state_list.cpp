@@ -15,6 +15,7 @@ namespace {
 constexpr int kCellMargin = 24;
 constexpr int kCheckWidth = 24;  // with its margin
 constexpr int kRowMargin = 6;
+constexpr int kShortText = 50;
 constexpr int kHeadingMargin = 14;
 
 }  // namespace
@@ -239,10 +240,13 @@ ColumnNeed StateList::NeedOf(long column) const {
   int icons = 0;
   if (column == 0) icons = FromDIP(icon) + (HasCheckBoxes() ? FromDIP(kCheckWidth) : 0);
   ColumnNeed need;
-  need.wanted = std::max(heading, WidestText(column) + margin + icons);
+  const int text = WidestText(column);
+  need.wanted = std::max(heading, text + margin + icons);
   need.least = std::min(need.wanted, std::max(heading, FromDIP(designed.width * icon / 16)));
-  // The first column tells the rows apart.
-  need.bare = column == 0 ? need.least : std::min(need.least, margin);
+  // The first column tells the rows apart, and of a short text nothing can be left out.
+  const bool isShort = text + margin / 2 <= FromDIP(kShortText);
+  need.bare = std::min(need.least, isShort ? text + margin / 2 : margin);
+  if (column == 0) need.bare = need.least;
   need.worth = designed.worth;
   need.grows = !designed.isNumber && column > 0;
   return need;

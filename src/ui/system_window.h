@@ -12,8 +12,10 @@ namespace gorbex::ui {
 /// where an executable is asked for.
 [[nodiscard]] std::string FileFilter(const std::string& text, const std::string& pattern);
 
-/// Shows a frame with menus and a tool bar for the first time.
-void ShowFirst(wxFrame& frame);
+/// Menus and tool bar of a frame that is not shown yet wait for its first size, where the toolkit
+/// would lay them out too early. `ShowBars` ends the wait.
+void HoldBarsBack(wxFrame& frame);
+void ShowBars(wxFrame& frame);
 
 /// Shows the user why this window delays the end of the session, until the window is destroyed.
 /// Does nothing where the system cannot show it.

@@ -29,7 +29,7 @@ void WindowSession::Start(const std::string& typed) {
   FollowUsersSession(frame);
   program_.start.SetCommandLine(CommandLine(typed));
   program_.start.Form_Load();
-  ShowFirst(*frame);
+  frame->Show();
 }
 
 bool WindowSession::ShowFolder(const std::string& folder) const {

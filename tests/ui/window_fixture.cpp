@@ -1,7 +1,5 @@
 #include "tests/ui/window_fixture.h"
 
-#include "ui/system_window.h"
-
 namespace gorbex::test {
 
 WindowFixture::WindowFixture() {
@@ -29,7 +27,7 @@ void WindowFixture::Open(const std::string& commandLine) {
   });
   program->start.SetCommandLine(commandLine);
   program->start.Form_Load();
-  ui::ShowFirst(*frame);
+  frame->Show();
   ASSERT_TRUE(User::Sees([&] { return frame->IsActive() && program->window.position.Get(); }));
   User::Waits();
 }

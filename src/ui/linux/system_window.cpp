@@ -28,18 +28,15 @@ std::string FileFilter(const std::string& text, const std::string& pattern) {
   return programs + text + "|" + InAnyCase(pattern);
 }
 
-// The toolkit lays a frame out once before its first size is known; its bars cannot have that size.
-void ShowFirst(wxFrame& frame) {
-  const auto showBars = [&frame](bool shown) {
-    frame.GetMenuBar()->Show(shown);
-    frame.GetToolBar()->Show(shown);
-  };
-  showBars(false);
-  frame.Show();
-  frame.CallAfter([&frame, showBars] {
-    showBars(true);
-    frame.SendSizeEvent();
-  });
+// The toolkit lays a frame out once at a size of a few pixels, which bars cannot have.
+void HoldBarsBack(wxFrame& frame) {
+  frame.GetMenuBar()->Hide();
+  frame.GetToolBar()->Hide();
+}
+
+void ShowBars(wxFrame& frame) {
+  frame.GetMenuBar()->Show();
+  frame.GetToolBar()->Show();
 }
 
 void TellWhySessionWaits(wxWindow& /*window*/, const wxString& /*why*/) {}

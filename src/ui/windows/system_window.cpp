@@ -8,9 +8,9 @@ std::string FileFilter(const std::string& text, const std::string& pattern) {
   return text + "|" + pattern;
 }
 
-void ShowFirst(wxFrame& frame) {
-  frame.Show();
-}
+void HoldBarsBack(wxFrame& /*frame*/) {}
+
+void ShowBars(wxFrame& /*frame*/) {}
 
 void TellWhySessionWaits(wxWindow& window, const wxString& why) {
   ShutdownBlockReasonCreate(window.GetHWND(), why.wc_str());
