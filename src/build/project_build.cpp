@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/text.h"
+#include "platform/code_page.h"
 
 namespace gorbex {
 
