@@ -1,11 +1,12 @@
 #include "cli/run_record.h"
 
-#include <algorithm>
-
 namespace gorbex::cli {
 
 RunRecord::RunRecord(const std::vector<std::string>& paths) {
-  for (const std::string& path : paths) projects_.push_back({path});
+  for (const std::string& path : paths) {
+    numbers_.emplace(path, projects_.size());
+    projects_.push_back({path});
+  }
 }
 
 void RunRecord::On(const RunEvent& event) {
@@ -24,9 +25,8 @@ void RunRecord::On(const RunEvent& event) {
 }
 
 RunRecord::Project* RunRecord::Find(const std::string& path) {
-  const auto project = std::find_if(projects_.begin(), projects_.end(),
-                                    [&](const Project& each) { return each.path == path; });
-  return project == projects_.end() ? nullptr : &*project;
+  const auto number = numbers_.find(path);
+  return number == numbers_.end() ? nullptr : &projects_[number->second];
 }
 
 void RunRecord::Take(const ProjectStarted& started) {

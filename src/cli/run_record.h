@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/run_events.h"
@@ -51,6 +52,7 @@ class RunRecord {
   void Take(const LatestGot& latest);
 
   std::vector<Project> projects_;
+  std::unordered_map<std::string, std::size_t> numbers_;  ///< in projects_, by path
   std::vector<std::string> messages_;
   bool isSideBySide_ = false;
   RunEnded end_{RunResult::Aborted, 0, 0, std::chrono::milliseconds{0}};

@@ -2,20 +2,16 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cstdint>
-#include <system_error>
+#include <utility>
 
-#include "core/text.h"
+#include "freshness/record_number.h"
 
 namespace gorbex {
 namespace {
 
-constexpr std::string_view kVersion = "1";
-constexpr std::size_t kHeadFields = 8;
-constexpr std::size_t kInputFields = 7;
+constexpr std::string_view kRecord = "2";
+constexpr std::string_view kShared = "2c";
 constexpr std::string_view kSpecial = "%|\t\r\n";
-constexpr int kBase = 36;
 
 // A field of text, without the characters that separate fields.
 std::string Escaped(std::string_view text) {
@@ -43,143 +39,206 @@ std::string Unescaped(std::string_view text) {
   return plain;
 }
 
-std::string Digits(std::uint64_t number) {
-  std::array<char, 16> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, kBase).ptr;
-  return {digits.data(), end};
-}
+/// Takes a text apart, field by field.
+class Fields {
+ public:
+  Fields(std::string_view text, char separator) : rest_(text), separator_(separator) {}
 
-std::optional<std::uint64_t> Number(std::string_view text) {
-  std::uint64_t number = 0;
-  const auto* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number, kBase);
-  return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
-}
+  /// Empty after the last one.
+  std::string_view Next() {
+    const auto end = std::min(rest_.find(separator_), rest_.size());
+    const auto field = rest_.substr(0, end);
+    isAtEnd_ = end == rest_.size();
+    rest_.remove_prefix(std::min(end + 1, rest_.size()));
+    return field;
+  }
+  [[nodiscard]] bool IsAtEnd() const { return isAtEnd_; }
 
-std::string HashText(const ContentHash& hash) {
-  return Digits(hash.high) + "." + Digits(hash.low);
-}
+ private:
+  std::string_view rest_;
+  char separator_;
+  bool isAtEnd_ = false;
+};
 
-std::optional<ContentHash> HashIn(std::string_view text) {
-  const auto dot = text.find('.');
-  if (dot == std::string_view::npos) return std::nullopt;
-  const auto high = Number(text.substr(0, dot));
-  const auto low = Number(text.substr(dot + 1));
-  return high && low ? std::optional(ContentHash{*high, *low}) : std::nullopt;
-}
-
-std::string TextOf(const BuildInput& input) {
+// The hash, then the look: time, identity and size.
+std::string TextOf(const Fingerprint& print) {
   using State = Fingerprint::State;
-  std::string text(1, static_cast<char>(input.kind));
-  const auto add = [&](const std::string& field) { text.append("|").append(field); };
-  add(Escaped(input.name));
-  add(Escaped(input.place));
-  const Fingerprint& print = input.print;
-  add(print.state == State::Read ? HashText(print.hash)
-                                 : (print.state == State::Missing ? "-" : "?"));
-  add(print.stamp ? Digits(print.stamp->size) : "");
-  add(print.stamp ? Digits(print.stamp->ticks) : "");
-  add(print.stamp ? Digits(print.stamp->identity) : "");
+  if (print.state == State::Missing) return "-";
+  if (print.state == State::Unreadable) return "?";
+  std::string text = FullNumber(print.hash.high) + FullNumber(print.hash.low);
+  if (print.stamp) {
+    text += FullNumber(print.stamp->ticks) + FullNumber(print.stamp->identity);
+    text += ShortNumber(print.stamp->size);
+  }
   return text;
 }
 
-bool IsKind(std::string_view text) {
-  return text.size() == 1 && std::string_view("PMCRSXKB").find(text[0]) != std::string_view::npos;
-}
-
-using InputFields = std::array<std::string_view, kInputFields>;
-
-// Nothing when there are more or fewer.
-std::optional<InputFields> FieldsOf(std::string_view text) {
-  InputFields fields;
-  for (std::size_t i = 0; i + 1 < kInputFields; ++i) {
-    const auto end = text.find('|');
-    if (end == std::string_view::npos) return std::nullopt;
-    fields[i] = text.substr(0, end);
-    text.remove_prefix(end + 1);
-  }
-  fields.back() = text;
-  return text.find('|') == std::string_view::npos ? std::optional(fields) : std::nullopt;
-}
-
-std::optional<Fingerprint> PrintIn(const InputFields& fields) {
+std::optional<Fingerprint> PrintIn(std::string_view text) {
   using State = Fingerprint::State;
-  if (fields[3] == "-") return Fingerprint{State::Missing};
-  if (fields[3] == "?") return Fingerprint{State::Unreadable};
-  const auto hash = HashIn(fields[3]);
-  if (!hash) return std::nullopt;
-  Fingerprint print{State::Read, *hash};
-  const auto size = Number(fields[4]);
-  const auto ticks = Number(fields[5]);
-  const auto identity = Number(fields[6]);
-  if (size && ticks && identity) print.stamp = FileStamp{*size, *ticks, *identity};
+  if (text == "-") return Fingerprint{State::Missing};
+  if (text == "?") return Fingerprint{State::Unreadable};
+  std::array<std::uint64_t, 5> numbers{};
+  std::size_t count = 0;
+  for (; count < numbers.size() && !text.empty(); ++count) {
+    const auto digits = text.substr(0, count + 1 < numbers.size() ? kFullDigits : text.size());
+    const auto number = NumberIn(digits);
+    if (!number) return std::nullopt;
+    numbers[count] = *number;
+    text.remove_prefix(digits.size());
+  }
+  if (count != 2 && count != numbers.size()) return std::nullopt;
+  Fingerprint print{State::Read, {numbers[0], numbers[1]}};
+  if (count > 2) print.stamp = FileStamp{numbers[4], numbers[2], numbers[3]};
   return print;
 }
 
-std::optional<BuildInput> InputOf(std::string_view text) {
-  const auto found = FieldsOf(text);
-  if (!found || !IsKind(found->front())) return std::nullopt;
-  const InputFields& fields = *found;
-  const auto print = PrintIn(fields);
-  if (!print) return std::nullopt;
-  return BuildInput{static_cast<BuildInput::Kind>(fields[0][0]), Unescaped(fields[1]),
-                    Unescaped(fields[2]), *print};
+std::string Finished(std::string line) {
+  const std::string hash = FullNumber(HashOf(line).low);
+  return line.append("\t").append(hash);
 }
 
-// The line without its last field, which is the hash of all before it.
-std::optional<std::string_view> Whole(std::string_view line) {
+// The line without its last field, which is the hash of all before it, and without its kind.
+std::optional<std::string_view> Whole(std::string_view line, std::string_view kind) {
   const auto end = line.rfind('\t');
-  if (end == std::string_view::npos) return std::nullopt;
-  const auto hash = HashIn(line.substr(end + 1));
-  const auto rest = line.substr(0, end);
-  const bool isOurs = rest.starts_with(kVersion) && rest.substr(kVersion.size()).starts_with('\t');
-  return isOurs && hash == HashOf(rest) ? std::optional(rest) : std::nullopt;
+  const bool isOfKind = line.starts_with(kind) && line.substr(kind.size()).starts_with('\t');
+  if (end == std::string_view::npos || !isOfKind || end <= kind.size()) return std::nullopt;
+  if (NumberIn(line.substr(end + 1)) != HashOf(line.substr(0, end)).low) return std::nullopt;
+  return line.substr(kind.size() + 1, end - kind.size() - 1);
+}
+
+std::optional<BuildInput::Kind> KindIn(std::string_view text) {
+  const bool isKind =
+      !text.empty() && std::string_view("PMCRSXKB").find(text[0]) != std::string_view::npos;
+  return isKind ? std::optional(static_cast<BuildInput::Kind>(text[0])) : std::nullopt;
+}
+
+std::string OwnText(const BuildInput& input) {
+  std::string text(1, static_cast<char>(input.kind));
+  return text.append(Escaped(input.name)).append("|").append(TextOf(input.print));
+}
+
+std::optional<BuildInput> OwnInput(std::string_view text, const std::string& output) {
+  const auto kind = KindIn(text);
+  const auto end = text.find('|');
+  if (!kind || end == std::string_view::npos) return std::nullopt;
+  const auto print = PrintIn(text.substr(end + 1));
+  if (!print) return std::nullopt;
+  return BuildInput{*kind, Unescaped(text.substr(1, end - 1)),
+                    *kind == BuildInput::Kind::Binary ? output : std::string(), *print};
+}
+
+std::string TextOf(const std::vector<LineId>& ids) {
+  std::string text;
+  for (const LineId id : ids) text += FullNumber(id);
+  return text;
+}
+
+std::optional<std::vector<LineId>> IdsIn(std::string_view text) {
+  std::vector<LineId> ids;
+  ids.reserve(text.size() / kFullDigits);
+  for (; !text.empty(); text.remove_prefix(std::min(kFullDigits, text.size()))) {
+    const auto id = NumberIn(text.substr(0, kFullDigits));
+    if (!id) return std::nullopt;
+    ids.push_back(*id);
+  }
+  return ids;
+}
+
+bool TakeShared(BuildRecord& record, std::string_view text,
+                const std::function<SharedInput(LineId)>& sharedInput) {
+  const auto ids = IdsIn(text);
+  if (!ids) return false;
+  record.shared.reserve(ids->size());
+  for (const LineId id : *ids) {
+    auto input = sharedInput(id);
+    if (!input) return false;
+    record.shared.push_back(std::move(input));
+  }
+  return true;
+}
+
+// Everything of a record but its inputs.
+std::optional<BuildRecord> HeadIn(Fields& fields) {
+  const auto next = [&] { return Unescaped(fields.Next()); };
+  BuildRecord record{next(), next(), next()};
+  const auto duration = NumberIn(fields.Next());
+  record.version = next();
+  for (std::string& text : record.debug) text = next();
+  if (!duration || fields.IsAtEnd()) return std::nullopt;
+  record.duration = std::chrono::milliseconds(static_cast<std::int64_t>(*duration));
+  return record;
 }
 
 }  // namespace
 
-std::string LineOf(const BuildRecord& record) {
-  std::string line(kVersion);
+std::string LineOf(const BuildInput& shared) {
+  std::string line(kShared);
+  line.append("\t").append(1, static_cast<char>(shared.kind));
+  for (const std::string* text : {&shared.name, &shared.place}) {
+    line.append("\t").append(Escaped(*text));
+  }
+  return Finished(line.append("\t").append(TextOf(shared.print)));
+}
+
+std::optional<BuildInput> SharedInputOf(std::string_view line) {
+  const auto whole = Whole(line, kShared);
+  if (!whole) return std::nullopt;
+  Fields fields(*whole, '\t');
+  const auto kind = KindIn(fields.Next());
+  std::string name = Unescaped(fields.Next());
+  std::string place = Unescaped(fields.Next());
+  const auto print = PrintIn(fields.Next());
+  if (!kind || !print || !fields.IsAtEnd()) return std::nullopt;
+  return BuildInput{*kind, std::move(name), std::move(place), *print};
+}
+
+LineId IdOf(std::string_view line) {
+  return NumberIn(line.substr(line.rfind('\t') + 1)).value_or(0);
+}
+
+std::string LineOf(const BuildRecord& record, const std::vector<LineId>& shared) {
+  std::string line(kRecord);
   const auto add = [&](const std::string& field) { line.append("\t").append(field); };
   add(Escaped(record.project));
   add(Escaped(record.output));
   add(Escaped(record.when));
-  add(Digits(static_cast<std::uint64_t>(record.duration.count())));
+  add(ShortNumber(static_cast<std::uint64_t>(record.duration.count())));
   add(Escaped(record.version));
   for (const std::string& text : record.debug) add(Escaped(text));
-  for (const BuildInput& input : record.inputs) add(TextOf(input));
-  const std::string hash = HashText(HashOf(line));
-  return line.append("\t").append(hash);
+  add(TextOf(shared));
+  for (const BuildInput& input : record.own) add(OwnText(input));
+  return Finished(std::move(line));
 }
 
 std::optional<RecordKey> KeyOf(std::string_view line) {
-  const auto whole = Whole(line);
+  const auto whole = Whole(line, kRecord);
   if (!whole) return std::nullopt;
-  const auto afterProject = whole->find('\t', kVersion.size() + 1);
-  if (afterProject == std::string_view::npos) return std::nullopt;
-  const auto project = whole->substr(kVersion.size() + 1, afterProject - kVersion.size() - 1);
-  const auto rest = whole->substr(afterProject + 1);
-  return RecordKey{Unescaped(project), Unescaped(rest.substr(0, rest.find('\t')))};
+  Fields fields(*whole, '\t');
+  std::string project = Unescaped(fields.Next());
+  return RecordKey{std::move(project), Unescaped(fields.Next())};
 }
 
-std::optional<BuildRecord> RecordOf(std::string_view line) {
-  const auto whole = Whole(line);
+std::optional<BuildRecord> RecordOf(std::string_view line,
+                                    const std::function<SharedInput(LineId)>& sharedInput) {
+  const auto whole = Whole(line, kRecord);
   if (!whole) return std::nullopt;
-  const auto fields = Split(*whole, '\t');
-  if (fields.size() < kHeadFields) return std::nullopt;
-  const auto duration = Number(fields[4]);
-  if (!duration) return std::nullopt;
-  BuildRecord record{Unescaped(fields[1]), Unescaped(fields[2]), Unescaped(fields[3])};
-  record.duration = std::chrono::milliseconds(static_cast<std::int64_t>(*duration));
-  record.version = Unescaped(fields[5]);
-  record.debug = {Unescaped(fields[6]), Unescaped(fields[7])};
-  record.inputs.reserve(fields.size() - kHeadFields);
-  for (std::size_t i = kHeadFields; i < fields.size(); ++i) {
-    auto input = InputOf(fields[i]);
+  Fields fields(*whole, '\t');
+  auto record = HeadIn(fields);
+  if (!record || !TakeShared(*record, fields.Next(), sharedInput)) return std::nullopt;
+  while (!fields.IsAtEnd()) {
+    auto input = OwnInput(fields.Next(), record->output);
     if (!input) return std::nullopt;
-    record.inputs.push_back(std::move(*input));
+    record->own.push_back(std::move(*input));
   }
   return record;
+}
+
+std::vector<LineId> SharedIdsOf(std::string_view line) {
+  const auto whole = Whole(line, kRecord);
+  if (!whole) return {};
+  Fields fields(*whole, '\t');
+  if (!HeadIn(fields)) return {};
+  return IdsIn(fields.Next()).value_or(std::vector<LineId>());
 }
 
 }  // namespace gorbex

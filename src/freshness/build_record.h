@@ -1,6 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +35,9 @@ struct BuildInput {
   bool operator==(const BuildInput&) const = default;
 };
 
+/// An input that many projects have in common: a reference, or the compiler.
+using SharedInput = std::shared_ptr<const BuildInput>;
+
 /// The inputs of a successful build of a project into one place.
 struct BuildRecord {
   std::string project;  ///< full paths
@@ -40,17 +46,33 @@ struct BuildRecord {
   std::chrono::milliseconds duration{0};
   std::string version{};  ///< major.minor.revision
   DebugTexts debug{};     ///< as the compiler found them
-  std::vector<BuildInput> inputs{};
+  std::vector<BuildInput> own{};
+  std::vector<SharedInput> shared{};
 };
 
-/// One line without its end. Nothing in it depends on the system.
-[[nodiscard]] std::string LineOf(const BuildRecord& record);
+/// Tells the lines of shared inputs apart: the hash that each of them ends with.
+using LineId = std::uint64_t;
 
-/// The whole record of a line; nothing when the line is damaged or of another version.
-[[nodiscard]] std::optional<BuildRecord> RecordOf(std::string_view line);
+// Lines are without their ends. Nothing in them depends on the system. A line that is damaged or of
+// another version gives nothing.
 
-/// The project and the output of a line without the rest; nothing when the line is damaged or of
-/// another version.
+[[nodiscard]] std::string LineOf(const BuildInput& shared);
+[[nodiscard]] std::optional<BuildInput> SharedInputOf(std::string_view line);
+
+/// The id of a whole line, as its end tells it.
+[[nodiscard]] LineId IdOf(std::string_view line);
+
+/// The line of a record names its shared inputs by the ids of their lines.
+[[nodiscard]] std::string LineOf(const BuildRecord& record, const std::vector<LineId>& shared);
+
+/// `sharedInput` is asked for each id; a record of an unknown one is damaged.
+[[nodiscard]] std::optional<BuildRecord> RecordOf(
+    std::string_view line, const std::function<SharedInput(LineId)>& sharedInput);
+
+/// The ids in the line of a record.
+[[nodiscard]] std::vector<LineId> SharedIdsOf(std::string_view line);
+
+/// The project and the output of a record's line without the rest.
 struct RecordKey {
   std::string project;
   std::string output;

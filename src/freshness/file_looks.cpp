@@ -5,6 +5,8 @@
 namespace gorbex {
 namespace {
 
+using State = Fingerprint::State;
+
 // Some file systems count their times in steps of two seconds.
 constexpr std::uint64_t kLongestStep = 2ULL * 10'000'000;
 
@@ -14,32 +16,26 @@ std::optional<FileStamp> SettledStamp(const FileInfo& info, FileTime now) {
   return FileStamp{info.size, info.lastWrite->ticks, info.identity};
 }
 
-}  // namespace
-
-void FileLooks::Look(const std::string& path, Entry& entry) const {
-  using State = Fingerprint::State;
-  const FileTime now = clock_.Now();
-  const auto info = files_.Look(path);
-  const auto stamp = info && !info->isFolder ? SettledStamp(*info, now) : std::nullopt;
-  const bool isSame = stamp && stamp == entry.stamp && entry.state == State::Read;
-  if (!isSame) entry.contentsHash = entry.interfaceHash = std::nullopt;
-  entry.stamp = stamp;
-  if (!info) {
-    entry.state = State::Missing;
-  } else {
-    entry.state = info->isFolder ? State::Unreadable : State::Read;
-  }
-  entry.round = round_;
+// `now` is from before the look.
+FileLook LookOf(const std::optional<FileInfo>& info, FileTime now) {
+  if (!info) return {State::Missing};
+  if (info->isFolder) return {State::Unreadable};
+  return {State::Read, SettledStamp(*info, now)};
 }
+
+}  // namespace
 
 FileLooks::Entry& FileLooks::Looked(const std::string& path) {
   Entry& entry = entries_[path];
-  if (entry.round != round_) Look(path, entry);
+  if (entry.round == round_) return entry;
+  const FileTime now = clock_.Now();
+  const FileLook look = LookOf(files_.Look(path), now);
+  const bool isSame =
+      look.stamp && look.stamp == entry.look.stamp && entry.look.state == State::Read;
+  if (!isSame) entry.contentsHash = entry.interfaceHash = std::nullopt;
+  entry.look = look;
+  entry.round = round_;
   return entry;
-}
-
-std::optional<FileStamp> FileLooks::StampOf(const std::string& path) {
-  return Looked(path).stamp;
 }
 
 void FileLooks::Read(const std::string& path, Entry& entry) const {
@@ -49,19 +45,38 @@ void FileLooks::Read(const std::string& path, Entry& entry) const {
     entry.contentsHash = HashOf(bytes);
     entry.interfaceHash = library ? HashOf(library->bytes) : entry.contentsHash;
   } catch (const RuntimeError&) {
-    entry.state = Fingerprint::State::Unreadable;
-    entry.stamp.reset();
+    entry.look = {State::Unreadable};
   }
 }
 
 Fingerprint FileLooks::Of(const std::string& path, Covered covered, const Fingerprint& known) {
   Entry& entry = Looked(path);
-  if (entry.state != Fingerprint::State::Read) return {entry.state};
-  if (entry.stamp && entry.stamp == known.stamp) return known;
+  if (entry.look.state != State::Read) return {entry.look.state};
+  if (entry.look.stamp && entry.look.stamp == known.stamp) return known;
   const auto& hash = covered == Covered::Interface ? entry.interfaceHash : entry.contentsHash;
   if (!hash) Read(path, entry);
-  if (entry.state != Fingerprint::State::Read || !hash) return {entry.state};
-  return {entry.state, *hash, entry.stamp};
+  if (entry.look.state != State::Read || !hash) return {entry.look.state};
+  return {State::Read, *hash, entry.look.stamp};
+}
+
+std::vector<FileLook> FileLooks::LookIn(const std::string& folder,
+                                        const std::vector<std::string_view>& names) const {
+  const FileTime now = clock_.Now();
+  std::vector<FileLook> looks;
+  looks.reserve(names.size());
+  for (const auto& info : files_.LookIn(folder, names)) looks.push_back(LookOf(info, now));
+  return looks;
+}
+
+Fingerprint FileLooks::ContentsOf(const std::string& path, const FileLook& look,
+                                  const Fingerprint& known) const {
+  if (look.state != State::Read) return {look.state};
+  if (look.stamp && look.stamp == known.stamp) return known;
+  try {
+    return {State::Read, HashOf(files_.Read(path)), look.stamp};
+  } catch (const RuntimeError&) {
+    return {State::Unreadable};
+  }
 }
 
 }  // namespace gorbex

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "freshness/fingerprint.h"
 #include "platform/clock.h"
@@ -19,21 +20,32 @@ enum class Covered {
   Interface  ///< the type library; all of a file that has none
 };
 
+/// What a look at a file tells without reading it.
+struct FileLook {
+  Fingerprint::State state = Fingerprint::State::Missing;
+  std::optional<FileStamp> stamp{};  ///< nothing also of a file that has changed too recently
+};
+
 /// Takes the fingerprints of files. Looks at each file first and reads only what has changed since
-/// its fingerprint was taken; looks once until it is told to look again. Nothing here raises an
-/// error.
+/// its fingerprint was taken. Nothing here raises an error.
 class FileLooks {
  public:
   FileLooks(const FileReader& files, const ComponentInspector& components, const Clock& clock)
       : files_(files), components_(components), clock_(clock) {}
 
   /// The file's fingerprint. `known` is one that was taken earlier: its hash is taken over when the
-  /// file looks as it did then.
+  /// file looks as it did then. Looks once until it is told to look again: for files that many
+  /// projects ask for.
   [[nodiscard]] Fingerprint Of(const std::string& path, Covered covered,
                                const Fingerprint& known = {});
 
-  /// How the file looks; nothing when it is missing, not a file, or has changed too recently.
-  [[nodiscard]] std::optional<FileStamp> StampOf(const std::string& path);
+  /// Looks at files by their paths from a folder, in their order.
+  [[nodiscard]] std::vector<FileLook> LookIn(const std::string& folder,
+                                             const std::vector<std::string_view>& names) const;
+
+  /// The fingerprint of a file's contents, which was just looked at; `known` as in Of.
+  [[nodiscard]] Fingerprint ContentsOf(const std::string& path, const FileLook& look,
+                                       const Fingerprint& known = {}) const;
 
   /// To be called after files may have changed.
   void LookAgain() { ++round_; }
@@ -41,14 +53,12 @@ class FileLooks {
  private:
   struct Entry {
     std::uint64_t round = 0;
-    Fingerprint::State state = Fingerprint::State::Missing;
-    std::optional<FileStamp> stamp;
+    FileLook look;
     std::optional<ContentHash> contentsHash;
     std::optional<ContentHash> interfaceHash;
   };
 
   [[nodiscard]] Entry& Looked(const std::string& path);
-  void Look(const std::string& path, Entry& entry) const;
   void Read(const std::string& path, Entry& entry) const;
 
   const FileReader& files_;

@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "freshness/component_lead.h"
 #include "freshness/freshness_check.h"
+#include "freshness/shared_check.h"
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"
 #include "platform/windows_path.h"
@@ -16,10 +17,6 @@ namespace gorbex {
 namespace {
 
 constexpr std::string_view kFile = "gorbexbuilder.built";
-
-std::string ProgramOf(const std::string& compilerPath) {
-  return WithoutQuotes(compilerPath);
-}
 
 }  // namespace
 
@@ -41,12 +38,20 @@ Freshness::Freshness(const Uses& uses)
 
 void Freshness::LookAgain() {
   looks_.LookAgain();
+  records_.LookAgain();
   leads_.clear();
+  findings_.clear();
 }
 
 const std::string& Freshness::Lead(const std::string& libraryKey) {
   const auto [place, isNew] = leads_.try_emplace(libraryKey);
   if (isNew) place->second = RegisteredFile(uses_.registry, libraryKey);
+  return place->second;
+}
+
+const Freshness::SharedFinding& Freshness::FindingOf(const SharedInput& input) {
+  const auto [place, isNew] = findings_.try_emplace(input);
+  if (isNew) place->second = SharedCheck(*this, *input).Run();
   return place->second;
 }
 
@@ -67,41 +72,49 @@ BuildInput Freshness::ReferenceInput(const std::string& folder, const std::strin
       });
     }
   }
-  input.print = looks_.Of(input.place, Covered::Interface);
   return input;
 }
 
-std::vector<BuildInput> Freshness::InputsOf(const std::string& project,
-                                            const ProjectSources& sources,
-                                            const std::string& output) {
+// Most sources have no binary part; one that names a part which is missing does not compile.
+void Freshness::TakeSources(BuildRecord& record, const ProjectSources& sources) {
   using Kind = BuildInput::Kind;
-  const std::string folder = StripPath(project);
-  std::vector<BuildInput> inputs;
-  const auto add = [&](Kind kind, const std::string& name, const std::string& place,
-                       Covered covered) {
-    const std::string path = place.empty() ? ResolvedPath(folder, name) : place;
-    inputs.push_back({kind, name, place, looks_.Of(path, covered)});
+  using State = Fingerprint::State;
+  const std::string folder = StripPath(record.project);
+  const auto take = [&](Kind kind, const std::vector<std::string>& names) {
+    const auto looks = looks_.LookIn(folder, {names.begin(), names.end()});
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (kind == Kind::Companion && looks[i].state == State::Missing) continue;
+      const std::string path = ResolvedPath(folder, names[i]);
+      record.own.push_back({kind, names[i], "", looks_.ContentsOf(path, looks[i])});
+    }
   };
-  for (const auto& name : sources.members) add(Kind::Member, name, "", Covered::Contents);
-  // Most sources have none; one that names a binary part which is missing does not compile.
-  for (const auto& name : sources.companions) {
-    add(Kind::Companion, name, "", Covered::Contents);
-    if (inputs.back().print.state == Fingerprint::State::Missing) inputs.pop_back();
-  }
-  for (const auto& value : sources.references) inputs.push_back(ReferenceInput(folder, value));
+  take(Kind::Member, sources.members);
+  take(Kind::Companion, sources.companions);
   const std::string& compatible = sources.compatibleBinary;
-  const bool isOwn =
-      compatible.empty() || EqualsIgnoringCase(ResolvedPath(folder, compatible), output);
-  if (!isOwn) add(Kind::Compatible, compatible, "", Covered::Interface);
-  add(Kind::Compiler, "", ProgramOf(uses_.window.compilerPath), Covered::Contents);
-  return inputs;
+  const std::string path = ResolvedPath(folder, compatible);
+  if (compatible.empty() || EqualsIgnoringCase(path, record.output)) return;
+  record.own.push_back({Kind::Compatible, compatible, "", looks_.Of(path, Covered::Interface)});
+}
+
+void Freshness::TakeShared(BuildRecord& record, const ProjectSources& sources) {
+  const auto take = [&](BuildInput input, Covered covered) {
+    input.print = looks_.Of(input.place, covered);
+    record.shared.push_back(std::make_shared<const BuildInput>(std::move(input)));
+  };
+  const std::string folder = StripPath(record.project);
+  for (const auto& value : sources.references) {
+    take(ReferenceInput(folder, value), Covered::Interface);
+  }
+  const std::string compiler = WithoutQuotes(uses_.window.compilerPath);
+  take({BuildInput::Kind::Compiler, "", compiler}, Covered::Contents);
 }
 
 std::optional<Freshness::Taken> Freshness::Take(const std::string& project,
                                                 const std::string& folder) {
   LookAgain();
   try {
-    const auto stamp = looks_.StampOf(project);
+    const std::string name = GetFileFromPath(project);
+    const auto look = looks_.LookIn(StripPath(project), {name}).front();
     const std::string text = uses_.files.Read(project);
     const ProjectSources sources = ReadSources(text);
     Taken taken;
@@ -110,9 +123,10 @@ std::optional<Freshness::Taken> Freshness::Take(const std::string& project,
     record.output = BuiltFile(ParseProjectFile(project, text).member, folder);
     record.version = sources.version;
     record.debug = sources.debug;
-    record.inputs = InputsOf(project, sources, record.output);
-    const Fingerprint print{Fingerprint::State::Read, sources.text, stamp};
-    record.inputs.insert(record.inputs.begin(), {BuildInput::Kind::ProjectFile, "", "", print});
+    const Fingerprint print{Fingerprint::State::Read, sources.text, look.stamp};
+    record.own.push_back({BuildInput::Kind::ProjectFile, "", "", print});
+    TakeSources(record, sources);
+    TakeShared(record, sources);
     taken.start = uses_.clock.Elapsed();
     return taken;
   } catch (const RuntimeError&) {
@@ -138,13 +152,13 @@ void Freshness::Note(std::optional<Taken> taken) {
   } catch (const RuntimeError&) {
     return;
   }
-  record.inputs.push_back(std::move(binary));
+  record.own.push_back(std::move(binary));
   Save(record);
 }
 
 void Freshness::Save(const BuildRecord& record) {
   try {
-    records_.Add({record});
+    records_.Add(record);
   } catch (const RuntimeError& error) {
     const std::string line =
         "What was built could not be noted, so that it will be built again: " + error.Description();
@@ -172,7 +186,7 @@ Judgement Freshness::JudgeInRun(const std::string& project) {
   Judgement judgement = check.Run();
   if (judgement.IsUpToDate() && check.HasNewLooks()) {
     Procedure::IgnoringErrors().Run(
-        [&](Procedure& on) { on([&] { records_.Add({check.Renewed()}); }); });
+        [&](Procedure& on) { on([&] { records_.Add(check.Renewed()); }); });
   }
   return judgement;
 }

@@ -85,10 +85,19 @@ class Freshness {
 
  private:
   class Check;
+  class SharedCheck;
 
-  [[nodiscard]] std::vector<BuildInput> InputsOf(const std::string& project,
-                                                 const ProjectSources& sources,
-                                                 const std::string& output);
+  /// What a check has found about a shared input.
+  struct SharedFinding {
+    std::optional<Reason> reason;
+    SharedInput renewed;  ///< the same input as it looks now; null when it looks as known
+  };
+
+  /// Checks each input once until somebody looks again.
+  [[nodiscard]] const SharedFinding& FindingOf(const SharedInput& input);
+
+  void TakeSources(BuildRecord& record, const ProjectSources& sources);
+  void TakeShared(BuildRecord& record, const ProjectSources& sources);
   [[nodiscard]] BuildInput ReferenceInput(const std::string& folder, const std::string& value);
   [[nodiscard]] const std::string& Lead(const std::string& libraryKey);
   void Save(const BuildRecord& record);
@@ -97,6 +106,7 @@ class Freshness {
   FileLooks looks_;
   RecordFile records_;
   std::unordered_map<std::string, std::string> leads_;  ///< what the registry has said this round
+  std::unordered_map<SharedInput, SharedFinding> findings_;  ///< of this round
   bool hasTold_ = false;
 };
 

@@ -26,15 +26,10 @@ std::string PlainVersion(const std::string& version) {
   }
 }
 
-std::string_view Fault(Fingerprint::State state) {
-  return state == Fingerprint::State::Missing ? " is missing" : " cannot be read";
-}
-
 }  // namespace
 
-void Freshness::Check::Add(Kind kind, const std::string& subject, const std::string& text,
-                           const std::string& component) {
-  reasons_.push_back({kind, subject, text, component});
+void Freshness::Check::Add(Kind kind, const std::string& subject, const std::string& text) {
+  reasons_.push_back({kind, subject, text});
 }
 
 Judgement Freshness::Check::Run() {
@@ -53,15 +48,12 @@ Judgement Freshness::Check::Run() {
             std::nullopt};
   }
   record_ = std::move(*record);
-  for (BuildInput& input : record_.inputs) CheckInput(input);
+  CheckSources();
+  CheckShared();
   CheckTerms();
   std::stable_sort(reasons_.begin(), reasons_.end(),
                    [](const Reason& one, const Reason& other) { return one.kind < other.kind; });
   return {std::move(reasons_), record_.when, record_.duration};
-}
-
-std::string Freshness::Check::PathOf(const BuildInput& input) const {
-  return input.place.empty() ? ResolvedPath(StripPath(project_), input.name) : input.place;
 }
 
 void Freshness::Check::TakeLook(Fingerprint& known, const std::optional<FileStamp>& stamp) {
@@ -70,38 +62,69 @@ void Freshness::Check::TakeLook(Fingerprint& known, const std::optional<FileStam
   hasNewLooks_ = true;
 }
 
-Fingerprint Freshness::Check::Now(BuildInput& input, Covered covered) {
-  const Fingerprint now = owner_.looks_.Of(PathOf(input), covered, input.print);
+Fingerprint Freshness::Check::Now(BuildInput& input, const std::string& path, Covered covered) {
+  const Fingerprint now = owner_.looks_.Of(path, covered, input.print);
   if (now.Matches(input.print)) TakeLook(input.print, now.stamp);
   return now;
 }
 
-void Freshness::Check::CheckInput(BuildInput& input) {
+// Looks at the project file and its sources together, because they are in few folders.
+void Freshness::Check::CheckSources() {
   using Input = BuildInput::Kind;
-  switch (input.kind) {
-    case Input::ProjectFile:
-      return CheckProjectFile(input.print);
-    case Input::Member:
-    case Input::Companion:
-      return CheckSource(input);
-    case Input::Reference:
-      return CheckReference(input);
-    case Input::Stray:
-      return CheckStray(input);
-    case Input::Compatible:
-      if (!Now(input, Covered::Interface).Matches(input.print)) {
-        Add(Kind::CompatibleBinary, PathOf(input), "the compatible binary changed");
-      }
-      return;
-    case Input::Compiler:
-      return CheckCompiler(input);
-    case Input::Binary:
-      return CheckBinary(input);
+  const std::string file = GetFileFromPath(project_);
+  std::vector<std::string_view> names;
+  names.reserve(record_.own.size());
+  const auto isElsewhere = [](const BuildInput& input) {
+    return input.kind == Input::Compatible || input.kind == Input::Binary;
+  };
+  for (const BuildInput& input : record_.own) {
+    if (!isElsewhere(input)) names.push_back(input.kind == Input::ProjectFile ? file : input.name);
+  }
+  const auto looks = owner_.looks_.LookIn(StripPath(project_), names);
+  auto look = looks.begin();
+  for (BuildInput& input : record_.own) {
+    if (input.kind == Input::Compatible) {
+      CheckCompatible(input);
+    } else if (input.kind == Input::Binary) {
+      CheckBinary(input);
+    } else if (input.kind == Input::ProjectFile) {
+      CheckProjectFile(input.print, (look++)->stamp);
+    } else {
+      CheckSource(input, *look++);
+    }
   }
 }
 
-void Freshness::Check::CheckProjectFile(Fingerprint& known) {
-  const auto stamp = owner_.looks_.StampOf(project_);
+void Freshness::Check::CheckSource(BuildInput& input, const FileLook& look) {
+  using State = Fingerprint::State;
+  const auto path = [&] { return ResolvedPath(StripPath(project_), input.name); };
+  const bool isSame = look.state == State::Read && look.stamp && look.stamp == input.print.stamp;
+  if (isSame) return;
+  const Fingerprint now = owner_.looks_.ContentsOf(path(), look, input.print);
+  if (now.Matches(input.print)) return TakeLook(input.print, now.stamp);
+  const std::string file = GetFileFromPath(input.name);
+  if (now.state == State::Missing) return Add(Kind::MemberMissing, file, file + " is missing");
+  const bool isRead = now.state == State::Read;
+  Add(Kind::Member, file, file + (isRead ? " changed" : " cannot be read"));
+}
+
+void Freshness::Check::CheckCompatible(BuildInput& input) {
+  const std::string path = ResolvedPath(StripPath(project_), input.name);
+  if (Now(input, path, Covered::Interface).Matches(input.print)) return;
+  Add(Kind::CompatibleBinary, path, "the compatible binary changed");
+}
+
+void Freshness::Check::CheckShared() {
+  for (SharedInput& input : record_.shared) {
+    const SharedFinding& finding = owner_.FindingOf(input);
+    if (finding.reason) reasons_.push_back(*finding.reason);
+    if (finding.renewed == nullptr) continue;
+    input = finding.renewed;
+    hasNewLooks_ = true;
+  }
+}
+
+void Freshness::Check::CheckProjectFile(Fingerprint& known, const std::optional<FileStamp>& stamp) {
   if (stamp && stamp == known.stamp) return CheckDebug(record_.debug);
   const std::string file = GetFileFromPath(project_);
   try {
@@ -131,56 +154,8 @@ void Freshness::Check::CheckDebug(const DebugTexts& own) {
   }
 }
 
-void Freshness::Check::CheckSource(BuildInput& input) {
-  using State = Fingerprint::State;
-  const Fingerprint now = Now(input, Covered::Contents);
-  if (now.Matches(input.print)) return;
-  const std::string file = GetFileFromPath(input.name);
-  if (now.state == State::Missing) return Add(Kind::MemberMissing, file, file + " is missing");
-  const bool isRead = now.state == State::Read;
-  Add(Kind::Member, file, file + (isRead ? " changed" : " cannot be read"));
-}
-
-void Freshness::Check::CheckReference(BuildInput& input) {
-  const std::string& lead = owner_.Lead(input.name);
-  if (EqualsIgnoringCase(lead, input.place)) return CheckInterface(input);
-  AddReference(input, lead.empty() ? " is not registered any more" : " leads to another file now");
-}
-
-void Freshness::Check::CheckStray(BuildInput& input) {
-  const bool isKnownNow = !GetGUID(input.name).empty() && !owner_.Lead(input.name).empty();
-  if (!isKnownNow) return CheckInterface(input);
-  AddReference(input, " leads to another file now");
-}
-
-void Freshness::Check::AddReference(const BuildInput& input, std::string_view change) {
-  const std::string file = GetFileFromPath(input.place);
-  std::string text(GetGUID(input.name));
-  text.append(change);
-  if (!file.empty()) text.append(" (").append(file).append(")");
-  Add(Kind::Reference, file, text, input.place);
-}
-
-void Freshness::Check::CheckInterface(BuildInput& input) {
-  const Fingerprint now = Now(input, Covered::Interface);
-  if (now.Matches(input.print)) return;
-  const std::string file = GetFileFromPath(input.place.empty() ? input.name : input.place);
-  if (now.state == Fingerprint::State::Read) {
-    return Add(Kind::Interface, file, "the interface of " + file + " changed", input.place);
-  }
-  Add(Kind::Interface, file, file + ", which it uses," + std::string(Fault(now.state)),
-      input.place);
-}
-
-void Freshness::Check::CheckCompiler(BuildInput& input) {
-  const std::string compiler = WithoutQuotes(owner_.uses_.window.compilerPath);
-  const bool isSame = EqualsIgnoringCase(compiler, input.place) &&
-                      Now(input, Covered::Contents).Matches(input.print);
-  if (!isSame) Add(Kind::Compiler, compiler, "another compiler");
-}
-
 void Freshness::Check::CheckBinary(BuildInput& input) {
-  const Fingerprint now = Now(input, Covered::Contents);
+  const Fingerprint now = Now(input, input.place, Covered::Contents);
   const std::string file = GetFileFromPath(input.place);
   if (now.state == Fingerprint::State::Missing) {
     return Add(Kind::BinaryMissing, file, file + " is missing");

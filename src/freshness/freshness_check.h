@@ -1,7 +1,7 @@
 #pragma once
 
+#include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "freshness/freshness.h"
@@ -24,24 +24,19 @@ class Freshness::Check {
  private:
   using Kind = Reason::Kind;
 
-  void Add(Kind kind, const std::string& subject, const std::string& text,
-           const std::string& component = {});
-  void CheckInput(BuildInput& input);
-  void CheckProjectFile(Fingerprint& known);
+  void Add(Kind kind, const std::string& subject, const std::string& text);
+  void CheckSources();
+  void CheckProjectFile(Fingerprint& known, const std::optional<FileStamp>& stamp);
   void CheckDebug(const DebugTexts& own);
-  void CheckSource(BuildInput& input);
-  void CheckReference(BuildInput& input);
-  void CheckStray(BuildInput& input);
-  void CheckInterface(BuildInput& input);
-  void AddReference(const BuildInput& input, std::string_view change);
-  void CheckCompiler(BuildInput& input);
+  void CheckSource(BuildInput& input, const FileLook& look);
+  void CheckCompatible(BuildInput& input);
   void CheckBinary(BuildInput& input);
+  void CheckShared();
   void CheckTerms();
 
   /// The file as it is now; takes a new look over into the record when it holds the same.
-  [[nodiscard]] Fingerprint Now(BuildInput& input, Covered covered);
+  [[nodiscard]] Fingerprint Now(BuildInput& input, const std::string& path, Covered covered);
   void TakeLook(Fingerprint& known, const std::optional<FileStamp>& stamp);
-  [[nodiscard]] std::string PathOf(const BuildInput& input) const;
 
   Freshness& owner_;
   std::string project_;

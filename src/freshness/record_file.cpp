@@ -1,6 +1,7 @@
 #include "freshness/record_file.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "platform/code_page.h"
@@ -21,8 +22,9 @@ bool LooksSame(const FileInfo& one, const FileInfo& other) {
 
 }  // namespace
 
-// Another program may have added lines since.
 void RecordFile::Follow() {
+  if (isLoaded_ && !mayBeOld_) return;
+  mayBeOld_ = false;
   const auto info = files_.Look(path_);
   const bool isKnown =
       isLoaded_ && info.has_value() == loaded_.has_value() && (!info || LooksSame(*info, *loaded_));
@@ -35,7 +37,8 @@ void RecordFile::Follow() {
 void RecordFile::Load() {
   text_.clear();
   places_.clear();
-  inForce_ = 0;
+  shared_.clear();
+  inForce_ = sharedBytes_ = 0;
   try {
     if (FileExists(files_, path_)) text_ = files_.Read(path_);
   } catch (const RuntimeError&) {
@@ -54,28 +57,43 @@ void RecordFile::TakeLines(std::size_t from) {
 }
 
 void RecordFile::TakeLine(std::size_t start, std::size_t size) {
-  const auto key = KeyOf(std::string_view(text_).substr(start, size));
-  if (!key) return;
+  const auto line = std::string_view(text_).substr(start, size);
+  const auto key = KeyOf(line);
+  if (!key) return TakeShared(line);
   auto& places = places_[LowerCase(key->project)];
   std::string output = LowerCase(key->output);
-  const auto forget = [&](std::vector<Place>::iterator place) {
-    inForce_ -= place->size + 1;
-    places.erase(place);
-  };
   const auto old = std::find_if(places.begin(), places.end(),
                                 [&](const Place& place) { return place.output == output; });
   if (old != places.end()) {
-    forget(old);
+    Forget(places, old);
   } else if (places.size() == kMostPlaces) {
-    forget(places.begin());
+    Forget(places, places.begin());
   }
   places.push_back({std::move(output), start, size});
   inForce_ += size + 1;
 }
 
+void RecordFile::TakeShared(std::string_view line) {
+  auto input = SharedInputOf(line);
+  if (!input) return;
+  sharedBytes_ += line.size() + 1;
+  shared_.try_emplace(IdOf(line), std::make_shared<const BuildInput>(std::move(*input)));
+}
+
+void RecordFile::Forget(Places& places, Places::iterator place) {
+  inForce_ -= place->size + 1;
+  places.erase(place);
+}
+
+SharedInput RecordFile::SharedWith(LineId id) const {
+  const auto found = shared_.find(id);
+  return found == shared_.end() ? nullptr : found->second;
+}
+
 bool RecordFile::Knows(const std::string& project) {
   Follow();
-  return places_.contains(LowerCase(project));
+  const auto found = places_.find(LowerCase(project));
+  return found != places_.end() && !found->second.empty();
 }
 
 std::optional<BuildRecord> RecordFile::Find(const std::string& project, const std::string& output) {
@@ -86,15 +104,31 @@ std::optional<BuildRecord> RecordFile::Find(const std::string& project, const st
   const auto place = std::find_if(found->second.begin(), found->second.end(),
                                   [&](const Place& each) { return each.output == wanted; });
   if (place == found->second.end()) return std::nullopt;
-  return RecordOf(std::string_view(text_).substr(place->start, place->size));
+  auto record = RecordOf(std::string_view(text_).substr(place->start, place->size),
+                         [this](LineId id) { return SharedWith(id); });
+  if (!record) Forget(found->second, place);
+  return record;
+}
+
+// The lines of shared inputs that the file does not have yet, and the record's.
+std::string RecordFile::LinesOf(const BuildRecord& record) const {
+  std::string lines;
+  std::vector<LineId> ids;
+  for (const SharedInput& input : record.shared) {
+    const std::string line = LineOf(*input);
+    ids.push_back(IdOf(line));
+    const bool isNew = std::find(ids.begin(), ids.end() - 1, ids.back()) == ids.end() - 1;
+    if (isNew && !shared_.contains(ids.back())) lines.append(line).append("\n");
+  }
+  return lines.append(LineOf(record, ids)).append("\n");
 }
 
 // The first line break ends a line that was torn.
-void RecordFile::Add(const std::vector<BuildRecord>& records) {
+void RecordFile::Add(const BuildRecord& record) {
+  LookAgain();
   Follow();
-  std::string lines;
-  if (!text_.empty() && !text_.ends_with('\n')) lines = "\n";
-  for (const BuildRecord& record : records) lines.append(LineOf(record)).append("\n");
+  std::string lines = LinesOf(record);
+  if (!text_.empty() && !text_.ends_with('\n')) lines.insert(0, "\n");
   files_.Append(path_, lines);
   const auto info = files_.Look(path_);
   const std::size_t before = text_.size();
@@ -105,16 +139,26 @@ void RecordFile::Add(const std::vector<BuildRecord>& records) {
   text_ += lines;
   loaded_ = info;
   TakeLines(before);
-  if (text_.size() > 2 * inForce_ + kSmall) Compact();
+  CompactWhenLong();
 }
 
-void RecordFile::Compact() {
-  std::vector<Place> all;
+// Records bring their shared inputs along, so these grow at the same rate.
+void RecordFile::CompactWhenLong() {
+  if (text_.size() - sharedBytes_ <= 2 * inForce_ + kSmall) return;
+  Places all;
   for (const auto& [project, places] : places_) all.insert(all.end(), places.begin(), places.end());
   std::sort(all.begin(), all.end(),
             [](const Place& one, const Place& other) { return one.start < other.start; });
   std::string lines;
-  for (const Place& place : all) lines.append(text_, place.start, place.size).append("\n");
+  std::unordered_set<LineId> written;
+  for (const Place& place : all) {
+    const auto line = std::string_view(text_).substr(place.start, place.size);
+    for (const LineId id : SharedIdsOf(line)) {
+      const SharedInput input = SharedWith(id);
+      if (input && written.insert(id).second) lines.append(LineOf(*input)).append("\n");
+    }
+    lines.append(line).append("\n");
+  }
   isLoaded_ = false;
   try {
     files_.Write(path_, lines);

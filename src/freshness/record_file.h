@@ -13,8 +13,9 @@
 namespace gorbex {
 
 /// The records of all builds, in one file of the program's folder: one line each, added at the end,
-/// the last one of a project and its output in force. Several programs may add lines at the same
-/// time. Whatever cannot be understood counts as not there.
+/// the last one of a project and its output in force. An input that many projects share has a line
+/// before the first record that names it. Several programs may add lines at the same time. Whatever
+/// cannot be understood counts as not there.
 class RecordFile {
  public:
   RecordFile(FileSystem& files, std::string path) : files_(files), path_(std::move(path)) {}
@@ -26,9 +27,12 @@ class RecordFile {
   /// Whether the project was ever built, wherever to.
   [[nodiscard]] bool Knows(const std::string& project);
 
-  /// Adds records. Raises the file system's error when they cannot be written; then those before
+  /// Adds a record. Raises the file system's error when it cannot be written; then those before
   /// stay in force.
-  void Add(const std::vector<BuildRecord>& records);
+  void Add(const BuildRecord& record);
+
+  /// To be called when another program may have added lines.
+  void LookAgain() { mayBeOld_ = true; }
 
  private:
   /// A build's line in text_.
@@ -37,20 +41,28 @@ class RecordFile {
     std::size_t start = 0;
     std::size_t size = 0;
   };
+  using Places = std::vector<Place>;
 
   void Follow();
   void Load();
   void TakeLines(std::size_t from);
   void TakeLine(std::size_t start, std::size_t size);
-  void Compact();
+  void TakeShared(std::string_view line);
+  void Forget(Places& places, Places::iterator place);
+  [[nodiscard]] std::string LinesOf(const BuildRecord& record) const;
+  [[nodiscard]] SharedInput SharedWith(LineId id) const;
+  void CompactWhenLong();
 
   FileSystem& files_;
   std::string path_;
   std::string text_;                ///< the whole file
   std::optional<FileInfo> loaded_;  ///< how the file looked then
   bool isLoaded_ = false;
-  std::unordered_map<std::string, std::vector<Place>> places_;  ///< by project in small letters
-  std::size_t inForce_ = 0;                                     ///< bytes of the lines in force
+  bool mayBeOld_ = true;
+  std::unordered_map<std::string, Places> places_;  ///< by project in small letters
+  std::unordered_map<LineId, SharedInput> shared_;
+  std::size_t inForce_ = 0;      ///< bytes of the records in force
+  std::size_t sharedBytes_ = 0;  ///< of all lines of shared inputs
 };
 
 }  // namespace gorbex

@@ -3,7 +3,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include "platform/windows_path.h"
 
 namespace gorbex {
 
@@ -51,6 +54,15 @@ class FileReader {
   /// The file or folder at the path; nothing when there is none (an empty or impossible path
   /// included).
   [[nodiscard]] virtual std::optional<FileInfo> Look(const std::string& path) const = 0;
+
+  /// As Look, for files by their paths from a folder: faster for many in the same one.
+  [[nodiscard]] virtual std::vector<std::optional<FileInfo>> LookIn(
+      const std::string& folder, const std::vector<std::string_view>& names) const {
+    std::vector<std::optional<FileInfo>> found;
+    found.reserve(names.size());
+    for (const auto name : names) found.push_back(Look(ResolvedPath(folder, name)));
+    return found;
+  }
 
   /// The whole file, byte for byte. Errors: 53 no such file, 76 no such folder, 75 a folder or no
   /// plain file, 70 access denied, 7 too large, 57 device error, 52 impossible name.

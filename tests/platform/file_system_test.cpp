@@ -47,6 +47,14 @@ TYPED_TEST(Files, KeepsEveryByteUnderAnySpellingOfThePath) {
   EXPECT_TRUE(info.lastWrite);
   EXPECT_EQ(info.size, 260U);
   EXPECT_EQ(info.attributes, file_attribute::kArchive);
+  const auto looks = this->files_.LookIn(
+      this->At("gr\xFC\xDF"),
+      {"Core.vbp", "core.VBP", "Core.vbp. ", "none.cls", "..\\Gr\xFC\xDF\\Core.vbp", "", "."});
+  std::string sizes;
+  for (const auto& look : looks) {
+    sizes += look ? (look->isFolder ? "folder " : std::to_string(look->size) + " ") : "none ";
+  }
+  EXPECT_EQ(sizes, "260 260 260 none 260 folder folder ");
 }
 
 TYPED_TEST(Files, ListsInOneOrder) {

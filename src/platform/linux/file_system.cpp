@@ -91,6 +91,24 @@ std::uint64_t IdentityOf(const struct stat& info) {
   return mixed;
 }
 
+FileInfo InfoOf(const struct stat& entry) {
+  FileInfo info;
+  info.isFolder = S_ISDIR(entry.st_mode);
+  info.lastWrite = LastWrite(entry);
+  if (info.isFolder) return info;
+  info.size = static_cast<std::uint64_t>(entry.st_size);
+  info.identity = IdentityOf(entry);
+  info.attributes = file_attribute::kArchive;
+  if (IsReadOnly(entry)) info.attributes |= file_attribute::kReadOnly;
+  return info;
+}
+
+// One that every system spells the same, in the folder itself.
+bool IsPlainName(std::string_view name) {
+  const bool endsPlain = !name.empty() && name.back() != '.' && name.back() != ' ';
+  return endsPlain && IsAscii(name) && std::all_of(name.begin(), name.end(), IsNameCharacter);
+}
+
 mode_t UserFileMask() {
   const mode_t mask = umask(0);
   umask(mask);
@@ -129,16 +147,27 @@ LinuxFileSystem::LinuxFileSystem(const Prefix& prefix)
 
 std::optional<FileInfo> LinuxFileSystem::Look(const std::string& path) const {
   const auto entry = prefix_.Find(path);
-  if (!entry) return std::nullopt;
-  FileInfo info;
-  info.isFolder = S_ISDIR(entry->info.st_mode);
-  info.lastWrite = LastWrite(entry->info);
-  if (info.isFolder) return info;
-  info.size = static_cast<std::uint64_t>(entry->info.st_size);
-  info.identity = IdentityOf(entry->info);
-  info.attributes = file_attribute::kArchive;
-  if (IsReadOnly(entry->info)) info.attributes |= file_attribute::kReadOnly;
-  return info;
+  return entry ? std::optional(InfoOf(entry->info)) : std::nullopt;
+}
+
+// The host looks a short name up faster than a long path. One that is not there as it is spelled
+// may be there in other letters.
+std::vector<std::optional<FileInfo>> LinuxFileSystem::LookIn(
+    const std::string& folder, const std::vector<std::string_view>& names) const {
+  const auto path = prefix_.Exact(folder);
+  const int open = path ? ::open(path->c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC) : -1;
+  if (open < 0) return FileSystem::LookIn(folder, names);
+  std::vector<std::optional<FileInfo>> found;
+  found.reserve(names.size());
+  std::string spelled;
+  struct stat info {};
+  for (const auto name : names) {
+    spelled = name;
+    const bool isFound = IsPlainName(name) && fstatat(open, spelled.c_str(), &info, 0) == 0;
+    found.push_back(isFound ? std::optional(InfoOf(info)) : Look(ResolvedPath(folder, name)));
+  }
+  close(open);
+  return found;
 }
 
 ErrorNumber LinuxFileSystem::AbsenceOf(const std::string& path) const {

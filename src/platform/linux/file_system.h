@@ -16,6 +16,8 @@ class LinuxFileSystem : public FileSystem {
   explicit LinuxFileSystem(const Prefix& prefix);
 
   [[nodiscard]] std::optional<FileInfo> Look(const std::string& path) const override;
+  [[nodiscard]] std::vector<std::optional<FileInfo>> LookIn(
+      const std::string& folder, const std::vector<std::string_view>& names) const override;
   [[nodiscard]] std::string Read(const std::string& path) const override;
   [[nodiscard]] std::vector<FolderEntry> List(const std::string& folder) const override;
   void Write(const std::string& path, const std::string& bytes) override;
