@@ -8,7 +8,7 @@ build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libwxgtk3.
 screen_packages="xvfb openbox xdotool"
 package_packages="dpkg-dev file systemd"
 bench_packages="make gnuplot-nox python3"
-test_packages="libgtest-dev git python3 valgrind dovecot-imapd openssl libxml2-utils binutils-mingw-w64-i686
+test_packages="libgtest-dev git python3 rsync valgrind dovecot-imapd openssl libxml2-utils binutils-mingw-w64-i686
   binutils-mingw-w64-x86-64 mingw-w64-tools $screen_packages"
 clang_packages="clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-14"
 

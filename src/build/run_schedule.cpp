@@ -4,13 +4,14 @@
 #include <numeric>
 
 #include "analysis/dependency_graph.h"
+#include "build/run_uses.h"
 
 namespace gorbex {
 
 using std::chrono::milliseconds;
 
 RunSchedule::RunSchedule(std::vector<ScheduledProject> projects) : projects_(projects.size()) {
-  Uses uses(projects.size());
+  std::vector<std::vector<std::size_t>> uses(projects.size());
   for (std::size_t i = 0; i < projects.size(); ++i) {
     uses[i] = std::move(projects[i].uses);
     projects_[i].claims = std::move(projects[i].claims);
@@ -25,26 +26,6 @@ RunSchedule::RunSchedule(std::vector<ScheduledProject> projects) : projects_(pro
   for (std::size_t i = 0; i < projects_.size(); ++i) {
     if (projects_[i].waitsFor == 0) Offer(i);
   }
-}
-
-// The projects of a circle wait for one another in the order of the queue.
-RunSchedule::Uses RunSchedule::WithoutCircles(Uses uses) {
-  std::vector<std::size_t> circle(uses.size(), 0);
-  std::size_t number = 0;
-  const auto cycles = DependencyGraph(uses).Cycles();
-  for (const auto& cycle : cycles) {
-    ++number;
-    for (const std::size_t project : cycle) circle[project] = number;
-  }
-  for (std::size_t i = 0; i < uses.size(); ++i) {
-    std::erase_if(uses[i], [&](std::size_t used) {
-      return used == i || (circle[i] != 0 && circle[used] == circle[i]);
-    });
-  }
-  for (const auto& cycle : cycles) {
-    for (std::size_t i = 1; i < cycle.size(); ++i) uses[cycle[i]].push_back(cycle[i - 1]);
-  }
-  return uses;
 }
 
 // A project that was never built takes as long as the others on average.

@@ -47,9 +47,7 @@ class RunSchedule {
     std::chrono::milliseconds wayToEnd{0};
     bool isDone = false;
   };
-  using Uses = std::vector<std::vector<std::size_t>>;
 
-  [[nodiscard]] static Uses WithoutCircles(Uses uses);
   void TakeDurations(const std::vector<ScheduledProject>& projects);
   void MeasureWays(const std::vector<std::size_t>& buildOrder);
   void Offer(std::size_t project);

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <chrono>
-#include <unordered_map>
 #include <utility>
 
-#include "analysis/dependency_graph.h"
 #include "build/run_claims.h"
+#include "build/run_uses.h"
 #include "core/list_columns.h"
 #include "core/text.h"
 
@@ -20,52 +19,6 @@ std::vector<std::string> ProjectsOf(const RunState& run, const ListView& queue) 
   }
   return paths;
 }
-
-/// Which projects of a run use which: directly, or through projects that the run does not build.
-class UsesInRun {
- public:
-  UsesInRun(const RunParts& parts, const std::vector<std::string>& paths)
-      : graph_(parts.window.ProjectMembers, parts.group),
-        inRun_(graph_.Count()),
-        seenFor_(graph_.Count(), paths.size()) {
-    std::unordered_map<std::string, std::size_t> numbers;
-    for (std::size_t i = 0; i < paths.size(); ++i) numbers.emplace(paths[i], i);
-    members_.resize(paths.size());
-    std::size_t member = 0;
-    for (const auto& each : parts.window.ProjectMembers) {
-      const auto number = numbers.find(each->path);
-      if (number != numbers.end()) {
-        inRun_[member] = number->second;
-        members_[number->second] = member;
-      }
-      ++member;
-    }
-  }
-
-  /// Empty for a row whose project is not loaded.
-  [[nodiscard]] std::vector<std::size_t> Of(std::size_t project) {
-    std::vector<std::size_t> uses;
-    std::vector<std::size_t> through;
-    if (members_[project]) through.push_back(*members_[project]);
-    for (std::size_t i = 0; i < through.size(); ++i) {
-      for (const std::size_t used : graph_.UsesOf(through[i])) {
-        if (std::exchange(seenFor_[used], project) == project) continue;
-        if (inRun_[used]) {
-          uses.push_back(*inRun_[used]);
-        } else {
-          through.push_back(used);
-        }
-      }
-    }
-    return uses;
-  }
-
- private:
-  DependencyGraph graph_;
-  std::vector<std::optional<std::size_t>> inRun_;    ///< the project of the run, by member
-  std::vector<std::optional<std::size_t>> members_;  ///< the member, by project of the run
-  std::vector<std::size_t> seenFor_;                 ///< the last project that uses a member
-};
 
 /// While it lives, the lines of the activity log join a project's others.
 class LogLines {
@@ -99,13 +52,13 @@ SideBySide::~SideBySide() {
 }
 
 RunSchedule SideBySide::ScheduleOf(const RunParts& parts, const std::vector<std::string>& paths) {
-  UsesInRun uses(parts, paths);
+  auto uses = UsesInRun(parts.window.ProjectMembers, parts.group, paths);
   std::vector<ScheduledProject> projects(paths.size());
   for (std::size_t i = 0; i < paths.size(); ++i) {
     const clsMember* member = parts.window.ProjectMembers.Find(paths[i]);
     if (member == nullptr) continue;
     const std::string& folder = parts.window.buildDirectory;
-    projects[i].uses = uses.Of(i);
+    projects[i].uses = std::move(uses[i]);
     projects[i].claims = RunClaims(*member, folder, parts.files);
     projects[i].lastDuration = parts.freshness.LastDuration(*member, folder);
   }

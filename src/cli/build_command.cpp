@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <chrono>
 #include <ostream>
 
 #include "build/terms_in_force.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/junit_report.h"
+#include "cli/run_json.h"
 #include "cli/run_options.h"
 #include "cli/run_printer.h"
 #include "cli/run_record.h"
@@ -31,6 +31,7 @@ struct BuildArguments {
   bool upToDateToo = false;
   std::string script;
   std::string junit;
+  std::string result;
   int timeLimit = 0;  ///< seconds; 0 for none
 };
 
@@ -49,45 +50,6 @@ std::vector<std::string> CheckedProjects(const ListView& queue) {
     if (row->Checked()) paths.push_back(row->SubItem(queue_column::kProject));
   }
   return paths;
-}
-
-std::string_view OutcomeName(RunRecord::Outcome outcome) {
-  switch (outcome) {
-    case RunRecord::Outcome::Built:
-      return "built";
-    case RunRecord::Outcome::Failed:
-      return "failed";
-    case RunRecord::Outcome::NotBuilt:
-      return "notBuilt";
-    case RunRecord::Outcome::UpToDate:
-      return "upToDate";
-  }
-  return "";
-}
-
-double InSeconds(std::chrono::milliseconds time) {
-  return std::chrono::duration<double>(time).count();
-}
-
-Json RunJson(const RunRecord& record, const std::string& script) {
-  Json projects = Json::array();
-  for (const auto& project : record.Projects()) {
-    const auto ifBegun = [&](auto value) { return project.place > 0 ? Json(value) : Json(); };
-    projects.push_back({{"path", JsonText(project.path)},
-                        {"result", OutcomeName(project.outcome)},
-                        {"start", ifBegun(InSeconds(project.start))},
-                        {"seconds", ifBegun(InSeconds(project.duration))},
-                        {"place", ifBegun(project.place)},
-                        {"log", JsonText(project.log)},
-                        {"got", project.got ? Json(*project.got) : Json()}});
-  }
-  Json messages = Json::array();
-  for (const std::string& message : record.Messages()) messages.push_back(JsonText(message));
-  return {{"built", record.End().built},
-          {"errors", record.End().errors},
-          {"projects", projects},
-          {"messages", messages},
-          {"script", JsonText(script)}};
 }
 
 // A report that cannot be written does not keep the other from being written.
@@ -110,6 +72,9 @@ bool WriteReports(Session& session, const BuildArguments& arguments, const RunRe
   write(arguments.script, [&](const std::string& path) { program.script.Save(path); });
   write(arguments.junit, [&](const std::string& path) {
     program.platform.files.Write(path, JUnitReport(record, program.window.fileName));
+  });
+  write(arguments.result, [&](const std::string& path) {
+    program.platform.files.Write(path, Written(RunJson(record, program.window.registrationScript)));
   });
   return isWritten;
 }
@@ -204,6 +169,8 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
       ->excludes(outdated);
   command.add_option("--script", arguments->script, "Write the registration script to this file");
   command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
+  command.add_option("--result", arguments->result,
+                     "Write the result to this file, as --json prints it");
   AddTimeLimit(command, arguments->timeLimit);
   AddAnswers(command, frame);
   command.callback([&frame, arguments] { Build(frame, *arguments); });

@@ -24,6 +24,7 @@ void AddCommands(CLI::App& app, Frame& frame) {
   AddPlanCommand(app, frame);
   AddGraphCommand(app, frame);
   AddMissingCommand(app, frame);
+  AddPipelineCommand(app, frame);
   AddInitCommand(app, frame);
   AddValueCommand(app, frame);
   AddRegisterCommands(app, frame);

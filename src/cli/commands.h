@@ -15,6 +15,7 @@ void AddCheckCommand(CLI::App& app, Frame& frame);
 void AddShowCommand(CLI::App& app, Frame& frame);
 void AddReferencesCommand(CLI::App& app, Frame& frame);
 void AddQueueCommand(CLI::App& app, Frame& frame);
+void AddPipelineCommand(CLI::App& app, Frame& frame);
 void AddPlanCommand(CLI::App& app, Frame& frame);
 void AddGraphCommand(CLI::App& app, Frame& frame);
 void AddInitCommand(CLI::App& app, Frame& frame);

@@ -270,5 +270,30 @@ TEST_F(BuildCommandTest, ShowsARowForEachCompilerAtWork) {
   }
 }
 
+TEST_F(BuildCommandTest, WritesAPipelineAndJoinsWhatItsJobsLeave) {
+  InstallCompiler();
+  const std::string pipeline = Run({"pipeline", file, "--gitlab", "--tags", "vb6,fast"}).out;
+  EXPECT_NE(pipeline.find("tags: [\"vb6\", \"fast\"]"), std::string::npos) << pipeline;
+  EXPECT_NE(pipeline.find("needs: [\"build Core\", \"build Money\"]\n  script:\n"
+                          "    - \"gorbex register 'C:\\\\Group\\\\Bin\\\\Core.dll'\""),
+            std::string::npos)
+      << pipeline;
+
+  const std::string core = "C:\\Group\\Core.result.json";
+  EXPECT_EQ(Run({"build", file, Group::Path("Core"), "--result", core}).status, 0);
+  platform.files.AddFile("C:\\Group\\Money.result.json", "{\"projects\": [{}]}");
+  const Result joined = Run({"pipeline", file, "--join", "--script", "C:\\r.svb"});
+  EXPECT_EQ(joined.status, 1);
+  EXPECT_EQ(joined.out, "1 built, 2 not built\n");
+  EXPECT_NE(joined.err.find("Money.result.json: not the result of a build"), std::string::npos);
+  EXPECT_EQ(CountOf(platform.files.Text("C:\\r.svb"), "Core.dll"), 1U);
+
+  for (const std::string line : {"builddir=D:\\Out\\", "builddir=C:\\Group\\It's\\"}) {
+    platform.files.AddFile("C:\\Group\\Odd.bpf", platform.files.Text(file) + line + "\r\n");
+    EXPECT_EQ(Run({"pipeline", "C:\\Group\\Odd.bpf", "--gitlab"}).status, 2) << line;
+  }
+  EXPECT_EQ(Run({"pipeline", file}).status, 2);
+}
+
 }  // namespace
 }  // namespace gorbex::test

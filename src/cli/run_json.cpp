@@ -1,0 +1,90 @@
+#include "cli/run_json.h"
+
+#include <chrono>
+#include <string_view>
+
+#include "platform/code_page.h"
+
+namespace gorbex::cli {
+namespace {
+
+std::string_view OutcomeName(RunRecord::Outcome outcome) {
+  switch (outcome) {
+    case RunRecord::Outcome::Built:
+      return "built";
+    case RunRecord::Outcome::Failed:
+      return "failed";
+    case RunRecord::Outcome::NotBuilt:
+      return "notBuilt";
+    case RunRecord::Outcome::UpToDate:
+      return "upToDate";
+  }
+  return "";
+}
+
+double InSeconds(std::chrono::milliseconds time) {
+  return std::chrono::duration<double>(time).count();
+}
+
+std::chrono::milliseconds Duration(const Json& seconds) {
+  return std::chrono::round<std::chrono::milliseconds>(
+      std::chrono::duration<double>(seconds.get<double>()));
+}
+
+std::string TextOf(const Json& json) {
+  return FromUtf8(json.get<std::string>()).value_or("");
+}
+
+void TakeProject(RunRecord& record, const Json& project) {
+  const std::string path = TextOf(project.at("path"));
+  const std::string result = project.at("result").get<std::string>();
+  if (result == "notBuilt") return;
+  ProjectStarted started{path, 1, 1};
+  started.start = Duration(project.at("start"));
+  record.On(started);
+  if (const Json& got = project.at("got"); got.is_boolean()) {
+    using Kind = LatestResult::Kind;
+    record.On(LatestGot{path, {got.get<bool>() ? Kind::Got : Kind::Failed}});
+  }
+  if (result == "upToDate") {
+    record.On(ProjectUpToDate{path, ""});
+  } else {
+    record.On(ProjectCompiled{path, result == "built", Duration(project.at("seconds")),
+                              TextOf(project.at("log")), ""});
+  }
+}
+
+}  // namespace
+
+Json RunJson(const RunRecord& record, const std::string& script) {
+  Json projects = Json::array();
+  for (const auto& project : record.Projects()) {
+    const auto ifBegun = [&](auto value) { return project.place > 0 ? Json(value) : Json(); };
+    projects.push_back({{"path", JsonText(project.path)},
+                        {"result", OutcomeName(project.outcome)},
+                        {"start", ifBegun(InSeconds(project.start))},
+                        {"seconds", ifBegun(InSeconds(project.duration))},
+                        {"place", ifBegun(project.place)},
+                        {"log", JsonText(project.log)},
+                        {"got", project.got ? Json(*project.got) : Json()}});
+  }
+  Json messages = Json::array();
+  for (const std::string& message : record.Messages()) messages.push_back(JsonText(message));
+  return {{"built", record.End().built},
+          {"errors", record.End().errors},
+          {"projects", projects},
+          {"messages", messages},
+          {"script", JsonText(script)}};
+}
+
+bool TakeRunJson(RunRecord& record, const std::string& text) {
+  try {
+    const Json json = Json::parse(text);
+    for (const Json& project : json.at("projects")) TakeProject(record, project);
+    return true;
+  } catch (const Json::exception&) {
+    return false;
+  }
+}
+
+}  // namespace gorbex::cli
