@@ -36,7 +36,7 @@ MissingWindow::MissingWindow(wxWindow* parent, frmMissing& form, CommandIds& ids
   Fill(*projects_,
        new StateList(projects_, "lvwProjects", form_.lvwProjects,
                      {{"Project", 170, false, 3}, {"Folder", 60}}, StateList::Checks::No),
-       new EmptyHint(projects_, ids, "Select a component to see its projects.", {}));
+       new EmptyHint(projects_, ids, "The projects that reference the selected component.", {}));
   columns_->SetMinimumPaneSize(FromDIP(150));
   columns_->SetSashGravity(kComponentsShare);
   columns_->SplitVertically(components_, projects_);
