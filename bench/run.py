@@ -5,6 +5,8 @@ Everything is made in the work folder. With --page the figures and pictures go i
 """
 
 import argparse
+import functools
+import json
 import os
 import pathlib
 import shutil
@@ -199,6 +201,57 @@ class Bench:
                          "ninja": Command(["ninja", "-j1", "-f", "run.ninja"], root),
                          "make": Command(["make", "-j1", "-f", "run.mk"], root)}, rounds)
 
+    def together(self, projects=64, seconds=0.2):
+        """Compilers that wait show the schedule alone; those that compute share the machine's processors."""
+        self.report.section(f"{projects} projects side by side, {seconds} s each")
+        worst = {"ideal": 0, "ninja": 0}
+        for levels in (4, 8, 16):
+            root = self.group(projects=projects, levels=levels, references=9, members=0)
+            chain = self.write_ninja_of_uses(root)
+            for kind in ("BENCH_WAIT", "BENCH_WORK"):
+                alone = None
+                for jobs in (1, 2, 4, 8, 16):
+                    ours = self.gorbex(root, "build", "--all", "--yes", BPF, "--jobs", jobs)
+                    peer = Command(["ninja", f"-j{jobs}", "-f", "uses.ninja"], root)
+                    for command in (ours, peer):
+                        command.environment = {**command.environment, kind: str(round(seconds * 1000))}
+                    taken = by_turns({"gorbex": ours, "ninja": peer}, 2)
+                    wall = taken["gorbex"].median()
+                    alone = alone or wall
+                    ideal = max(chain * seconds, projects * seconds / jobs) + alone - projects * seconds
+                    what = f"{levels} levels, {kind[6:].lower()}, {jobs} at once"
+                    if kind == "BENCH_WAIT":
+                        self.report.point("64 projects that wait", f"{levels} levels", jobs, wall)
+                        self.report.add(f"{what}: against the critical path and the sum", wall / ideal, target=1.05)
+                        worst["ideal"] = max(worst["ideal"], wall / ideal)
+                    self.report.compare(f"{what}: against ninja -j{jobs}", taken["gorbex"], taken["ninja"], 1.05)
+                    worst["ninja"] = max(worst["ninja"], wall / taken["ninja"].median())
+        self.report.add("the worst against the critical path and the sum", worst["ideal"], target=1.05,
+                        page=f"{projects} projects with 1 to 16 jobs, against the longer of critical path and sum / jobs (worst)")
+        self.report.add("the worst against ninja", worst["ninja"], target=1.05,
+                        page=f"{projects} projects with 1 to 16 jobs, against `ninja -j` over the same graph (worst)")
+
+    def write_ninja_of_uses(self, root):
+        """The same graph for ninja, as gorbex sees it. Returns the projects of its longest chain."""
+        graph = self.gorbex(root, "graph", "--json", BPF)
+        said = subprocess.run([str(word) for word in graph.words], cwd=root, capture_output=True, check=True).stdout
+        uses = {}
+        for edge in json.loads(said)["edges"]:
+            uses.setdefault(edge["from"], []).append(edge["to"])
+        paths = json.loads(said)["projects"]
+        numbers = {path: number for number, path in enumerate(paths)}
+        text = "rule run\n  command = ./drive_c/compiler.exe $in /make /out log.$out\n"
+        for path in paths:
+            needed = " ".join(f"never{numbers[used]}" for used in uses.get(path, []))
+            text += f"build never{numbers[path]}: run {generate.host(path)} | {needed}\n"
+        (root / "uses.ninja").write_text(text)
+
+        @functools.cache
+        def chain(path):
+            return 1 + max((chain(used) for used in uses.get(path, [])), default=0)
+
+        return max(chain(path) for path in paths)
+
     def rewriting(self, identities=20):
         self.report.section(f"New identities in references: {identities} identities in many sources")
         for size in self.sizes:
@@ -335,7 +388,7 @@ def main():
     parser.add_argument("work", type=pathlib.Path)
     parser.add_argument("--quick", action="store_true", help="only groups of 250 and 500 projects")
     parser.add_argument("--page", action="store_true", help="write docs/performance.md and its pictures")
-    names = ("load", "outdated", "arrange", "overhead", "rewriting", "log", "mail", "window")
+    names = ("load", "outdated", "arrange", "overhead", "together", "rewriting", "log", "mail", "window")
     parser.add_argument("--only", choices=names, action="append", help="only these measurements")
     arguments = parser.parse_args()
     arguments.work.mkdir(parents=True, exist_ok=True)
