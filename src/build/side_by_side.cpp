@@ -35,6 +35,21 @@ class LogLines {
 
 }  // namespace
 
+RunSchedule ScheduleOf(const frmBuilder& window, const GroupDependency& group,
+                       const FileReader& files, Freshness& freshness,
+                       const std::vector<std::string>& paths) {
+  auto uses = UsesInRun(window.ProjectMembers, group, paths);
+  std::vector<ScheduledProject> projects(paths.size());
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    const clsMember* member = window.ProjectMembers.Find(paths[i]);
+    if (member == nullptr) continue;
+    projects[i].uses = std::move(uses[i]);
+    projects[i].claims = RunClaims(*member, window.buildDirectory, files);
+    projects[i].lastDuration = freshness.LastDuration(*member, window.buildDirectory);
+  }
+  return RunSchedule(std::move(projects));
+}
+
 SideBySide::SideBySide(const RunParts& parts, RunState& run, RunEvents& events, std::size_t places)
     : parts_(parts),
       run_(run),
@@ -42,27 +57,13 @@ SideBySide::SideBySide(const RunParts& parts, RunState& run, RunEvents& events, 
       places_(places),
       paths_(ProjectsOf(run, parts.window.lvwQueue)),
       components_(paths_.size()),
-      schedule_(ScheduleOf(parts, paths_)) {}
+      schedule_(ScheduleOf(parts.window, parts.group, parts.files, parts.freshness, paths_)) {}
 
 SideBySide::~SideBySide() {
   Procedure::IgnoringErrors().Run([this](Procedure& on) {
     while (!building_.empty()) Finish(on, AwaitOne());
     WriteScript(on);
   });
-}
-
-RunSchedule SideBySide::ScheduleOf(const RunParts& parts, const std::vector<std::string>& paths) {
-  auto uses = UsesInRun(parts.window.ProjectMembers, parts.group, paths);
-  std::vector<ScheduledProject> projects(paths.size());
-  for (std::size_t i = 0; i < paths.size(); ++i) {
-    const clsMember* member = parts.window.ProjectMembers.Find(paths[i]);
-    if (member == nullptr) continue;
-    const std::string& folder = parts.window.buildDirectory;
-    projects[i].uses = std::move(uses[i]);
-    projects[i].claims = RunClaims(*member, folder, parts.files);
-    projects[i].lastDuration = parts.freshness.LastDuration(*member, folder);
-  }
-  return RunSchedule(std::move(projects));
 }
 
 void SideBySide::Run(Procedure& on) {

@@ -15,6 +15,11 @@
 
 namespace gorbex {
 
+/// The schedule of a run that builds these projects side by side.
+[[nodiscard]] RunSchedule ScheduleOf(const frmBuilder& window, const GroupDependency& group,
+                                     const FileReader& files, Freshness& freshness,
+                                     const std::vector<std::string>& paths);
+
 /// Builds the checked rows of the queue with several compilers at once. Only the compilers overlap:
 /// every other step of every project runs in the program's one thread.
 class SideBySide {
@@ -39,8 +44,6 @@ class SideBySide {
     std::string log;  ///< its lines so far
   };
 
-  [[nodiscard]] static RunSchedule ScheduleOf(const RunParts& parts,
-                                              const std::vector<std::string>& paths);
   void StartReady(Procedure& on);
   void Start(Procedure& on, std::size_t project);
   [[nodiscard]] bool Begins(Procedure& on, Building& next);

@@ -1,5 +1,6 @@
 #include <ostream>
 
+#include "build/side_by_side.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/run_options.h"
@@ -77,12 +78,26 @@ void PrintPlan(std::ostream& out, const BuildPlan& plan, bool allReasons) {
   out << '\n';
 }
 
+// Compilers that run side by side need less time than the sum of theirs.
+void EstimateSideBySide(Program& program, BuildPlan& plan) {
+  const std::size_t places = program.options.Places();
+  if (places == 1 || !plan.estimate) return;
+  std::vector<std::string> paths;
+  for (const PlannedProject& project : plan.projects) {
+    if (!project.judgement.IsUpToDate()) paths.push_back(project.path);
+  }
+  plan.estimate =
+      ScheduleOf(program.window, program.group, program.platform.files, program.freshness, paths)
+          .TimeLeft(places);
+}
+
 void Plan(Frame& frame, const PlanArguments& arguments) {
   Session session(frame);
   session.OpenToLook(arguments.file);
   UseRunOptions(session, arguments.run);
   Program& program = session.program();
-  const BuildPlan plan = PlanOf(program.window, program.group, program.freshness);
+  BuildPlan plan = PlanOf(program.window, program.group, program.freshness);
+  EstimateSideBySide(program, plan);
   if (frame.json) {
     frame.streams.out << Written(PlanJson(plan)) << '\n';
   } else {
