@@ -106,6 +106,12 @@ TEST_F(BuildCommandTest, PlansAndSkipsWhatIsUpToDate) {
   EXPECT_EQ(Run({"build", file, core, "--json"}).Json()["projects"][0]["result"], "upToDate");
   const Json forced = Run({"build", file, core, "--no-outdated", "--json"}).Json();
   EXPECT_EQ(forced["projects"][0]["result"], "built");
+  const std::string record = "C:\\Program Files\\GorbexBuilder\\gorbexbuilder.built";
+  platform.files.SetAttributes(record, file_attribute::kReadOnly);
+  const std::string warning = Run({"build", file, core, "--json"}).Json()["messages"][0];
+  EXPECT_EQ(warning.find("What was built could not be noted"), warning.npos) << "nothing was built";
+  const Json noted = Run({"build", file, core, "--no-outdated", "--json"}).Json()["messages"];
+  EXPECT_EQ(noted[0].get<std::string>().find("What was built could not be noted"), 0U) << noted;
   const Json marked = Run({"queue", file, "mark", "--outdated", "--json"}).Json();
   EXPECT_EQ(marked[0]["checked"].get<bool>(), false);
   EXPECT_EQ(marked[1]["checked"].get<bool>(), true);
