@@ -150,9 +150,10 @@ class Bench:
                                 page="The same, against `ninja` over the same files" if goal else None)
         for size in self.sizes:
             if 2 * size in growth:
-                goal = size == 2000
-                self.report.compare(f"{2 * size} projects against {size}", growth[2 * size], growth[size], 2.2 if goal else None,
-                                    "A run over 4,000 projects that are up to date, against 2,000" if goal else None)
+                goal = size == 2000  # measured one after the other, so that only processor times can be compared
+                self.report.add(f"{2 * size} projects against {size}, processor time",
+                                growth[2 * size].median("cpu") / growth[size].median("cpu"), target=2.2 if goal else None,
+                                page="The same over 4,000 projects, against 2,000, in processor time" if goal else None)
         self.first_run()
 
     def first_run(self, projects=500):
