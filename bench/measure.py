@@ -20,6 +20,7 @@ class Command:
     folder: object = None
     environment: dict = dataclasses.field(default_factory=dict)
     before: object = None  # called before each run, not measured
+    statuses: tuple = (0,)  # that it may end with
 
 
 def run(command):
@@ -31,7 +32,7 @@ def run(command):
                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     _, status, used = os.wait4(process.pid, 0)
     process.returncode = os.waitstatus_to_exitcode(status)
-    if process.returncode != 0:
+    if process.returncode not in command.statuses:
         raise SystemExit(f"bench: status {process.returncode}: {' '.join(map(str, command.words))[:300]}")
     return Sample(time.perf_counter() - began, used.ru_utime + used.ru_stime, used.ru_maxrss * 1024)
 

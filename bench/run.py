@@ -176,6 +176,24 @@ class Bench:
         self.report.add(f"{projects} projects: bytes of the record for each input, replaced lines included", max(sizes) / inputs,
                         "bytes", target=150, page="The record of builds, for each input, replaced lines included")
 
+    def check(self):
+        """Everything that a check before a run looks at, among it every source."""
+        self.report.section("A check before a run, 30 references and 20 sources for each project")
+        growth = {}
+        for size in self.sizes:
+            root = self.group(projects=size)
+            check = self.gorbex(root, "check", BPF)
+            check.statuses = (1,)  # the group's queue is not arranged, and its binaries have no interface
+            taken = by_turns({"gorbex check": check, "gorbex graph": self.gorbex(root, "graph", BPF)}, ROUNDS // 2)
+            growth[size] = ours = taken["gorbex check"]
+            goal = size == 2000
+            self.report.point("A check", "gorbex check", size, ours.median())
+            self.report.compare(f"{size} projects: check against graph", ours, taken["gorbex graph"], 2.0 if goal else None,
+                                "A check of 2,000 projects and their sources, against `gorbex graph`" if goal else None)
+        for size in self.sizes:
+            if 2 * size in growth:
+                self.report.compare(f"{2 * size} projects against {size}", growth[2 * size], growth[size])
+
     def overhead(self, projects=500):
         self.report.section("Overhead of a run, with a compiler that only writes its log")
         for size in self.sizes:
@@ -389,7 +407,7 @@ def main():
     parser.add_argument("work", type=pathlib.Path)
     parser.add_argument("--quick", action="store_true", help="only groups of 250 and 500 projects")
     parser.add_argument("--page", action="store_true", help="write docs/performance.md and its pictures")
-    names = ("load", "outdated", "arrange", "overhead", "together", "rewriting", "log", "mail", "window")
+    names = ("load", "outdated", "check", "arrange", "overhead", "together", "rewriting", "log", "mail", "window")
     parser.add_argument("--only", choices=names, action="append", help="only these measurements")
     arguments = parser.parse_args()
     arguments.work.mkdir(parents=True, exist_ok=True)

@@ -106,6 +106,7 @@ void DependencyMarking::MarkLoadedNode(TreeNode& project, TreeNode& node) {
 }
 
 void DependencyMarking::ScanLoadedProjects() {
+  if (!marksLoaded_) return;
   Scan([&](TreeNode& project, TreeNode& node) { MarkLoadedNode(project, node); });
 }
 

@@ -30,6 +30,9 @@ class DependencyMarking {
   void MarkProject(const TreeNode& project);
   void ScanLoadedProjects();
 
+  /// From now on loading marks nothing: for who judges references in another way.
+  void LeaveLoadedUnmarked() { marksLoaded_ = false; }
+
   /// Marks every node of the tree again.
   void mnuToolsDependancies_Click();
   void MarkAll();  ///< without a word in status bar and log
@@ -51,6 +54,7 @@ class DependencyMarking {
   const GroupDependency& group_;
   ActivityLog& log_;
   ErrorReport& report_;
+  bool marksLoaded_ = true;
 };
 
 }  // namespace gorbex

@@ -107,7 +107,9 @@ void NewBuildProject::mnuFileNewFrom_Click() {
       return;
     }
     const auto result = on([&] { return std::optional(Make({*source, {}})); });
-    if (result) on([&] { Tell(*source, *result); });
+    if (!result) return;
+    on([&] { Tell(*source, *result); });
+    if (!result->problem) on([&] { made.Emit(); });
   });
 }
 

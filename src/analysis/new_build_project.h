@@ -14,6 +14,7 @@
 #include "core/project_file_reader.h"
 #include "core/project_findings.h"
 #include "core/project_views.h"
+#include "core/signal.h"
 #include "platform/file_system.h"
 
 namespace gorbex {
@@ -61,6 +62,9 @@ class NewBuildProject {
 
   /// Asks for the source, after an offer to save what is open.
   void mnuFileNewFrom_Click();
+
+  /// The command has made a build project, and told of it.
+  Signal<> made;
 
  private:
   [[nodiscard]] bool MayGoOn(const std::vector<std::string>& projects, LineEnds lineEnds);

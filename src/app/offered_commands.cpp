@@ -82,7 +82,8 @@ void OfferTreeMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
 }
 
 void OfferToolsMenu(MainMenu& menu, const Work& work, const frmBuilder& window) {
-  menu.mnuToolsMissing.SetPossible([&] { return HasProjects(window.tvwProjects); });
+  Offer({&menu.mnuToolsCheck, &menu.mnuToolsMissing},
+        [&] { return HasProjects(window.tvwProjects); });
   Offer({&menu.mnuToolsLabel, &menu.mnuToolsHighlight}, [&] { return work.MayUseSourceControl(); });
   Offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
         [&] { return work.MayUseSourceControl() && menu.mnuToolsGetLatest.enabled.Get(); });

@@ -32,6 +32,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       freshness({window, options, platform.files, registry, platform.components, platform.clock,
                  log, referenceUpdate, platform.programFolder}),
       check({window, options, platform.files, registry, platform.components, referenceUpdate}),
+      checkList(checkForm, window, display, check, platform.files),
       replaced(platform.files, log, platform.programFolder),
       compiler(window, registry, dialogs),
       start({window, registry, options, log, dialogs, report, buildProject, platform.files,
@@ -81,6 +82,7 @@ void Program::ConnectFileMenu() {
   MainMenu& menu = window.menu;
   menu.mnuFileNew.SetHandler([this] { buildProject.mnuFileNew_Click(); });
   menu.mnuFileNewFrom.SetHandler([this] { newBuildProject.mnuFileNewFrom_Click(); });
+  made_ = newBuildProject.made.Connect([this] { checkList.TellOfNew(); });
   menu.mnuFileOpen.SetHandler([this] { buildProject.mnuFileOpen_Click(); });
   menu.mnuFileSave.SetHandler([this] { buildProject.mnuFileSave_Click(); });
   menu.mnuFileSaveAs.SetHandler([this] { buildProject.mnuFileSaveAs_Click(); });
@@ -124,6 +126,7 @@ void Program::ConnectToolsMenu() {
   menu.mnuToolsBuildOptions.SetHandler([this] { settings.mnuToolsBuildOptions_Click(); });
   menu.mnuWindowViewLogs.SetHandler([this] { logViewer.mnuWindowViewLogs_Click(); });
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
+  menu.mnuToolsCheck.SetHandler([this] { checkList.mnuToolsCheck_Click(); });
   menu.mnuToolsMissing.SetHandler([this] { missingList.mnuToolsMissing_Click(); });
   menu.mnuDataPopupReg.SetHandler([this] { registration.mnuDataPopupReg_Click(); });
   menu.mnuDataPopupUnReg.SetHandler([this] { registration.mnuDataPopupUnReg_Click(); });

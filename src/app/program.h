@@ -28,9 +28,11 @@
 #include "build/registration_script.h"
 #include "build/replaced_values.h"
 #include "build/version_stamp.h"
+#include "check/check_list.h"
 #include "check/group_check.h"
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
+#include "core/check_form.h"
 #include "core/failed_projects.h"
 #include "core/log_viewer.h"
 #include "core/logs_form.h"
@@ -94,6 +96,8 @@ class Program {
   ReferenceUpdate referenceUpdate;
   Freshness freshness;
   GroupCheck check;
+  frmCheck checkForm;
+  CheckList checkList;
 
   ReplacedValues replaced;
   CompilerPath compiler;
@@ -129,6 +133,7 @@ class Program {
   Subscription ticks_;
   Subscription turns_;
   Subscription starts_;
+  Subscription made_;
 
   void ConnectFileMenu();
   void ConnectQueueMenu();

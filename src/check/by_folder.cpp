@@ -6,12 +6,12 @@
 
 namespace gorbex {
 
-Finding ByFolder::Joined(std::vector<Entry>& entries) const {
-  Finding joined = std::move(entries.front().finding);
+Finding ByFolder::Joined(Findings& entries) const {
+  Finding joined = entries.front();
   std::vector<std::string> files;
-  for (Entry& entry : entries) {
-    files.push_back(entry.file);
-    for (const std::string& project : entry.finding.projects) joined.Concern(project);
+  for (const Finding& entry : entries) {
+    files.push_back(entry.subject);
+    for (const std::string& project : entry.projects) joined.Concern(project);
   }
   auto& projects = joined.projects;
   std::sort(projects.begin(), projects.end());
@@ -29,7 +29,7 @@ void ByFolder::MoveTo(Findings& found) {
       found.push_back(Joined(entries));
       continue;
     }
-    for (Entry& entry : entries) found.push_back(std::move(entry.finding));
+    for (Finding& entry : entries) found.push_back(std::move(entry));
   }
 }
 

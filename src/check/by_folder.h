@@ -17,22 +17,18 @@ class ByFolder {
   /// How a finding on several files begins, such as "sources are missing".
   explicit ByFolder(std::string manyText) : manyText_(std::move(manyText)) {}
 
-  void Add(const std::string& file, Finding finding) {
-    folders_[LowerCase(StripPath(file))].push_back({file, std::move(finding)});
+  /// The subject is the file's full path.
+  void Add(Finding finding) {
+    folders_[LowerCase(StripPath(finding.subject))].push_back(std::move(finding));
   }
 
   void MoveTo(Findings& found);
 
  private:
-  struct Entry {
-    std::string file;
-    Finding finding;
-  };
-
-  [[nodiscard]] Finding Joined(std::vector<Entry>& entries) const;
+  [[nodiscard]] Finding Joined(Findings& entries) const;
 
   std::string manyText_;
-  std::map<std::string, std::vector<Entry>> folders_;
+  std::map<std::string, Findings> folders_;
 };
 
 }  // namespace gorbex

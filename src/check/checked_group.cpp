@@ -67,8 +67,6 @@ void CheckedGroup::Read(const std::string& path) {
   project.lines = LinesOf(project.text);
   project.record = &record;
   project.output = BuiltFile(record, uses_.window.buildDirectory);
-  const auto info = uses_.files.Look(path);
-  project.isReadOnly = info && (info->attributes & file_attribute::kReadOnly) != 0;
   byRecord_.emplace(&record, &project);
 }
 
@@ -113,7 +111,7 @@ const std::vector<CheckedReference>& CheckedGroup::References() {
   return *references_;
 }
 
-const std::vector<CheckedSource>& CheckedGroup::Sources() {
+const std::deque<CheckedSource>& CheckedGroup::Sources() {
   if (!sources_) sources_ = SourcesOf(*this, scope_.readsSources);
   return *sources_;
 }

@@ -34,7 +34,6 @@ struct CheckedProject {
   std::string output{};  ///< the full path of the file that a build writes
   std::size_t row = 0;   ///< in the queue, from 1; 0 outside
   bool isBuilt = false;  ///< by the run
-  bool isReadOnly = false;
 
   /// Null when there is no such key.
   [[nodiscard]] const ProjectLine* Line(std::string_view key) const;
@@ -84,7 +83,7 @@ class CheckedGroup {
   [[nodiscard]] bool HasQueue() const { return scope_.hasQueue; }
   [[nodiscard]] const DependencyGraph& Graph();
   [[nodiscard]] const std::vector<CheckedReference>& References();
-  [[nodiscard]] const std::vector<CheckedSource>& Sources();
+  [[nodiscard]] const std::deque<CheckedSource>& Sources();
   [[nodiscard]] DiskNames& Disk() { return disk_; }
 
   /// The project that builds a component, other than the one that names it; null for none.
@@ -106,7 +105,7 @@ class CheckedGroup {
   DiskNames disk_;
   std::optional<DependencyGraph> graph_;
   std::optional<std::vector<CheckedReference>> references_;
-  std::optional<std::vector<CheckedSource>> sources_;
+  std::optional<std::deque<CheckedSource>> sources_;
 };
 
 }  // namespace gorbex

@@ -35,9 +35,12 @@ void Look(CheckedSource& source, DiskNames& disk) {
 
 }  // namespace
 
-std::vector<CheckedSource> SourcesOf(CheckedGroup& group, bool readsThem) {
-  std::vector<CheckedSource> sources;
+std::deque<CheckedSource> SourcesOf(CheckedGroup& group, bool readsThem) {
+  std::deque<CheckedSource> sources;
   std::unordered_map<std::string, std::size_t> numbers;
+  std::size_t lines = 0;
+  for (const CheckedProject& project : group.Projects()) lines += project.lines.size();
+  numbers.reserve(lines / 2);
   for (const CheckedProject& project : group.Projects()) {
     for (const ProjectLine& line : project.lines) {
       const bool isText = line.kind == ProjectLine::Kind::Source;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,6 @@ struct CheckedSource {
 };
 
 /// Each once, in the order of the projects.
-[[nodiscard]] std::vector<CheckedSource> SourcesOf(CheckedGroup& group, bool readsThem);
+[[nodiscard]] std::deque<CheckedSource> SourcesOf(CheckedGroup& group, bool readsThem);
 
 }  // namespace gorbex

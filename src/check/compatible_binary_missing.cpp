@@ -22,6 +22,7 @@ std::string CompatibilityProblem(const CheckedGroup::Uses& uses, const std::stri
 void LookForCompatibleBinaryMissing(CheckedGroup& group, Findings& found) {
   if (!group.Parts().options.Compatible) return;  // the run breaks compatibility
   ByFolder missing("compatible binaries do not exist");
+  ByFolder unusable("compatible binaries cannot be used");
   for (const CheckedProject& project : group.Projects()) {
     if (!project.isBuilt || !project.IsComponent() || !project.record->BinaryCompat) continue;
     const ProjectLine* line = project.Line("CompatibleEXE32");
@@ -37,16 +38,16 @@ void LookForCompatibleBinaryMissing(CheckedGroup& group, Findings& found) {
     if (group.Disk().Find(finding.subject) == nullptr) {
       if (EqualsIgnoringCase(finding.subject, project.output)) continue;
       finding.text += " does not exist";
-      const std::string file = finding.subject;
-      missing.Add(file, std::move(finding));
+      missing.Add(std::move(finding));
       continue;
     }
     const std::string problem = CompatibilityProblem(group.Parts(), finding.subject);
     if (problem.empty()) continue;
     finding.text += problem;
-    found.push_back(std::move(finding));
+    unusable.Add(std::move(finding));
   }
   missing.MoveTo(found);
+  unusable.MoveTo(found);
 }
 
 }  // namespace gorbex

@@ -11,6 +11,11 @@ std::string Written(const CheckedGroup::Uses& uses) {
   return uses.options.Compatible ? "" : "the compatibility";
 }
 
+bool IsReadOnly(const FileReader& files, const std::string& path) {
+  const auto info = files.Look(path);
+  return info && (info->attributes & file_attribute::kReadOnly) != 0;
+}
+
 }  // namespace
 
 void LookForProjectReadOnly(CheckedGroup& group, Findings& found) {
@@ -18,7 +23,8 @@ void LookForProjectReadOnly(CheckedGroup& group, Findings& found) {
   if (written.empty()) return;
   Finding finding;
   for (const CheckedProject& project : group.Projects()) {
-    if (project.isBuilt && project.isReadOnly) finding.projects.push_back(project.path);
+    const bool isMeant = project.isBuilt && IsReadOnly(group.Parts().files, project.path);
+    if (isMeant) finding.projects.push_back(project.path);
   }
   if (finding.projects.empty()) return;
   const auto count = finding.projects.size();

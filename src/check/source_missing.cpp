@@ -15,7 +15,7 @@ void LookForSourceMissing(CheckedGroup& group, Findings& found) {
     finding.text += isMissing ? " is missing" : " cannot be read: " + source.problem;
     finding.TellNumber("contain it");
     if (isMissing) {
-      missing.Add(source.path, std::move(finding));
+      missing.Add(std::move(finding));
     } else {
       found.push_back(std::move(finding));
     }

@@ -2,7 +2,10 @@
 #include <ostream>
 
 #include "build/terms_in_force.h"
+#include "check/group_check.h"
+#include "cli/check_options.h"
 #include "cli/commands.h"
+#include "cli/finding_views.h"
 #include "cli/json_views.h"
 #include "cli/junit_report.h"
 #include "cli/run_json.h"
@@ -13,9 +16,11 @@
 #include "cli/source_control_options.h"
 #include "cli/text_output.h"
 #include "cli/time_limit.h"
+#include "core/file_tools.h"
 #include "core/list_columns.h"
 #include "core/text.h"
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 
 namespace gorbex::cli {
 namespace {
@@ -29,6 +34,7 @@ struct BuildArguments {
   bool skipUsersOfFailed = false;
   bool outdated = false;
   bool upToDateToo = false;
+  bool check = false;
   std::string script;
   std::string junit;
   std::string result;
@@ -97,6 +103,36 @@ ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
+// False when there are errors. What is found is printed as the run's own lines are.
+bool PassesCheck(Session& session, std::ostream& lines) {
+  Program& program = session.program();
+  const auto selection = SelectionOf(session, {}, StripPath(program.window.fileName));
+  const Findings findings = program.check.RunOpen(selection);
+  if (findings.empty()) return true;
+  PrintFindings(session, lines, findings);
+  AnnotateFindings(session, findings);
+  return ErrorsIn(findings) == 0;
+}
+
+void AnnotateFailure(const Session& session, const RunEvent& event) {
+  const auto* compiled = std::get_if<ProjectCompiled>(&event);
+  if (compiled == nullptr || compiled->succeeded) return;
+  const std::string& words = compiled->log.empty() ? compiled->problem : compiled->log;
+  const std::string text(Trimmed(words));
+  AnnotateFindings(session, {{.file = compiled->path, .text = text, .id = "build"}});
+}
+
+// The status that the command then has.
+ExitStatus Reported(Session& session, const BuildArguments& arguments, const RunRecord& record,
+                    ExitStatus status) {
+  const Frame& frame = session.frame();
+  if (frame.json) {
+    const std::string& script = session.program().window.registrationScript;
+    frame.streams.out << Written(RunJson(record, script)) << '\n';
+  }
+  return WriteReports(session, arguments, record) ? status : ExitStatus::Unusable;
+}
+
 void Build(Frame& frame, const BuildArguments& arguments) {
   Session session(frame);
   session.Open(arguments.file);
@@ -122,6 +158,7 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   const Subscription listening = program.run.events.Connect([&](const RunEvent& event) {
     record.On(event);
     printer.On(event);
+    AnnotateFailure(session, event);
   });
   const Subscription warnings =
       program.freshness.told.Connect([&](const std::string& warning) { record.Warn(warning); });
@@ -129,6 +166,11 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   const auto alone = session.BuildAlone();
   if (session.host().EndWanted()) {
     throw Failure(ExitStatus::WorkFailed, "ended on request before the build began");
+  }
+  if (arguments.check && !PassesCheck(session, lines)) {
+    session.Warn("nothing was built, because the check has found errors");
+    frame.status = Reported(session, arguments, record, ExitStatus::WorkFailed);
+    return;
   }
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;
@@ -139,11 +181,7 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   if (isRefused && !isAnswered) {
     session.Warn("nothing was built: with --yes such a build goes on");
   }
-  if (frame.json) {
-    frame.streams.out << Written(RunJson(record, program.window.registrationScript)) << '\n';
-  }
-  const bool isReported = WriteReports(session, arguments, record);
-  frame.status = isReported ? StatusOf(record, session.host().EndWanted()) : ExitStatus::Unusable;
+  frame.status = Reported(session, arguments, record, StatusOf(record, session.host().EndWanted()));
 }
 
 }  // namespace
@@ -167,6 +205,8 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
       .add_flag("--no-outdated", arguments->upToDateToo,
                 "Build them, too, whatever the setting SkipUpToDate says")
       ->excludes(outdated);
+  command.add_flag("--check", arguments->check,
+                   "Check first as \"gorbex check\" does, and build only without errors");
   command.add_option("--script", arguments->script, "Write the registration script to this file");
   command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
   command.add_option("--result", arguments->result,

@@ -58,7 +58,7 @@ std::optional<Source> SourceOf(const Session& session, const std::vector<std::st
 
 CheckedGroup::Scope Load(Session& session, const std::string& typed, const Source& source) {
   session.RequireSettings();
-  session.KeepQuietAboutProjects();
+  session.LeaveJudgement();
   const auto made = session.program().newBuildProject.Make(
       {source.path, {}, NewBuildProject::LineEnds::AreKept, source.projects});
   if (made.problem) throw Failure(ExitStatus::Unusable, typed + ": " + *made.problem);

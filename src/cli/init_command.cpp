@@ -1,6 +1,8 @@
 #include <ostream>
 
+#include "check/group_check.h"
 #include "cli/commands.h"
+#include "cli/finding_views.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
@@ -23,17 +25,26 @@ Json PathsJson(const std::vector<std::string>& paths) {
   return array;
 }
 
+// What a build would meet, without what is told already.
+Findings Met(Session& session) {
+  return session.program().check.RunOpen(
+      {{}, {"circle", "line-ends", "project-unreadable", "compiler-missing"}});
+}
+
 void Report(const Frame& frame, Session& session, const std::string& output) {
   const ListView& queue = session.program().window.lvwQueue;
+  const Findings findings = Met(session);
   if (!frame.json) {
     frame.streams.out << queue.Count() << " projects in " << output << '\n';
+    if (!findings.empty()) PrintFindings(session, frame.streams.out, findings);
     return;
   }
   std::vector<std::string> queued;
   for (const auto& row : queue.Rows()) queued.push_back(row->SubItem(queue_column::kProject));
   frame.streams.out << Written(Json{{"file", JsonText(session.program().window.fileName)},
                                     {"queue", PathsJson(queued)},
-                                    {"leftOut", PathsJson(session.LeftOut())}})
+                                    {"leftOut", PathsJson(session.LeftOut())},
+                                    {"findings", FindingsJson(findings)["findings"]}})
                     << '\n';
 }
 

@@ -92,8 +92,13 @@ void Session::OpenToLook(const std::string& typedPath) {
   Open(typedPath, BuildProjectFile::Unread::IsLeftOut);
 }
 
+void Session::LeaveJudgement() {
+  isQuiet_ = true;
+  program_->marking.LeaveLoadedUnmarked();
+}
+
 void Session::OpenToCheck(const std::string& typedPath) {
-  KeepQuietAboutProjects();
+  LeaveJudgement();
   Open(typedPath, BuildProjectFile::Unread::IsKept);
 }
 

@@ -29,12 +29,12 @@ class Session {
   /// of it are missing.
   void Open(const std::string& typedPath);
 
-  /// As Open, but what cannot be read is left out without a word: for a command that finds out by
-  /// itself what is wrong.
+  /// As Open, after LeaveJudgement(), with projects that cannot be read left out.
   void OpenToCheck(const std::string& typedPath);
 
-  /// From now on nothing is printed about projects that cannot be read or compiled.
-  void KeepQuietAboutProjects() { isQuiet_ = true; }
+  /// For a command that finds out by itself what is wrong with projects and references: nothing is
+  /// printed about them when they are read, and no reference is marked.
+  void LeaveJudgement();
 
   /// As Open, with missing project files taken out of the build project.
   void OpenWithoutMissing(const std::string& typedPath);

@@ -49,6 +49,7 @@ struct MainMenu {
   Command mnuToolsBuildOptions{"mnuToolsBuildOptions", "Build &Options...", "Ctrl+,"};
   Command mnuToolsDependancies{"mnuToolsDependancies", "Scan &Dependancies", "Ctrl+D"};
   Command mnuToolsMissing{"mnuToolsMissing", "&Missing Components...", "Ctrl+Shift+D"};
+  Command mnuToolsCheck{"mnuToolsCheck", "&Check...", "F8"};
   Command mnuToolsInBox{"mnuToolsInBox", "Check &Inbox"};
   Command mnuToolsLogin{"mnuToolsLogin", "&Login..."};
   Command mnuToolsLabel{"mnuToolsLabel", "La&bel..."};

@@ -12,6 +12,7 @@
 #include "core/file_tools.h"
 #include "core/node_key.h"
 #include "ui/about.h"
+#include "ui/check_window.h"
 #include "ui/clipboard.h"
 #include "ui/icons.h"
 #include "ui/layout_store.h"
@@ -123,6 +124,12 @@ void MainFrame::HandlePopups() {
   menu.mnuPopupCopyGuid.SetHandler([this] { CopyText(ToWx(pointed_.guid)); });
 }
 
+void MainFrame::ShowFile(const std::string& file) {
+  if (showFolder_(file)) return;
+  program_.dialogs.Show(
+      {"The system cannot show the file " + file, Buttons::Ok, MessageIcon::Exclamation});
+}
+
 void MainFrame::OpenFolder() {
   const std::string folder = StripPath(pointed_.path);
   if (showFolder_(folder)) return;
@@ -134,6 +141,7 @@ void MainFrame::OpenFolder() {
 void MainFrame::MakeForms() {
   new LogsWindow(this, program_.logs);
   new MissingWindow(this, program_.missing, ids_);
+  new CheckWindow(this, program_.checkForm, ids_);
   new SelectControlWindow(this, program_.selectControl,
                           [this] { program_.componentTest.frmSelectControl_Form_Unload(); });
   new TestControlWindow(this, program_.testControl,
@@ -313,6 +321,12 @@ void MainFrame::FollowState() {
   follow(window.tvwProjects.cleared, [this] { ShowMissing(); });
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
+  follow(program_.checkForm.fileWanted, [this](const std::string& file) { ShowFile(file); });
+  follow(program_.run.events, [this](const RunEvent& event) {
+    if (std::holds_alternative<RunStarted>(event)) {
+      status_->ShowProblems(program_.checkList.ProblemsAtStart());
+    }
+  });
   follow(program_.changes.scanned,
          [this](const std::size_t& projects) { status_->ShowChanged(projects); });
   follow(program_.changes.notCompared, [this](const std::string& path, const std::string& reason) {

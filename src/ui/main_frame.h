@@ -29,7 +29,7 @@ namespace gorbex::ui {
 /// The main window: draws the program's window state and turns gestures into its commands.
 class MainFrame : public wxFrame {
  public:
-  /// Shows a folder in the system's file manager; false when it cannot.
+  /// Shows a folder, or opens a file, as the system does it; false when it cannot.
   using ShowFolder = std::function<bool(const std::string& folder)>;
 
   /// The program must outlive the window.
@@ -66,6 +66,7 @@ class MainFrame : public wxFrame {
   void OnIdle(wxIdleEvent& event);
   void TellNotCompared();
   void OpenFolder();
+  void ShowFile(const std::string& file);
   void Popup(std::unique_ptr<wxMenu> menu, PointedItem item);
 
   Program& program_;

@@ -8,7 +8,7 @@
 namespace gorbex::ui {
 namespace {
 
-enum Panel { kStatus, kUnsaved, kCount, kGauge, kTime };
+enum Panel { kStatus, kUnsaved, kCount, kGauge, kTime, kProblems };
 
 constexpr int kEmptyWidth = 6;  // the toolkit draws nothing narrower right
 
@@ -19,7 +19,7 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
       gauge_(new wxGauge(this, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize,
                          wxGA_HORIZONTAL | wxGA_SMOOTH, wxDefaultValidator, "progress")),
       timer_(this) {
-  widths_ = {-1, kEmptyWidth, kEmptyWidth, kEmptyWidth, kEmptyWidth};
+  widths_ = {-1, kEmptyWidth, kEmptyWidth, kEmptyWidth, kEmptyWidth, kEmptyWidth};
   SetFieldsCount(static_cast<int>(widths_.size()), widths_.data());
   const std::vector<int> styles(widths_.size(), wxSB_FLAT);
   SetStatusStyles(static_cast<int>(styles.size()), styles.data());
@@ -63,6 +63,10 @@ void RunStatusBar::ShowUnsaved(bool unsaved) {
   if (unsaved == isUnsaved_) return;
   isUnsaved_ = unsaved;
   SetStatusText(unsaved ? "Unsaved" : "", kUnsaved);
+}
+
+void RunStatusBar::ShowProblems(const std::string& text) {
+  SetStatusText(ToWx(text), kProblems);
 }
 
 void RunStatusBar::ShowChanged(std::size_t projects) {

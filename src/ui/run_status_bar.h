@@ -26,6 +26,9 @@ class RunStatusBar : public wxStatusBar {
   /// Shows what the last scan found missing, except while a run's progress is in its place.
   void ShowMissing(const std::string& text);
 
+  /// Shows what a look before a run has found; empty for nothing.
+  void ShowProblems(const std::string& text);
+
   /// Shows whether there are unsaved changes.
   void ShowUnsaved(bool unsaved);
 

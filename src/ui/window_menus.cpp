@@ -60,7 +60,7 @@ WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
                        &m.mnuDataPopupBrowse});
   AddMenu("&Queue", QueueEntries());
   AddMenu("&Tools",
-          {&m.mnuToolsFind, &m.mnuToolsFindNext, &m.mnuToolsFindPrevious, nullptr,
+          {&m.mnuToolsFind, &m.mnuToolsFindNext, &m.mnuToolsFindPrevious, nullptr, &m.mnuToolsCheck,
            &m.mnuToolsDependancies, &m.mnuToolsMissing, nullptr, &m.mnuToolsLogin,
            &m.mnuToolsGetLatest, &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox,
            nullptr, &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});

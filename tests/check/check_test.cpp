@@ -330,6 +330,47 @@ TEST(Check, ReadsTheListOfIgnoredChecks) {
                                           std::string(40, 'x') + "\""}));
 }
 
+TEST(Check, ListsItsFindings) {
+  World world;
+  world.Rewrite(Group::Path("Core"), "CompatibleMode=\"2\"", "CompatibleMode=\"0\"");
+  world.platform.files.Remove("C:\\Group\\Core\\Core.cls");
+  world.platform.files.Remove("C:\\VB\\VB6.EXE");
+  const std::string file = world.group.BuildProject(world.lines);
+  Program program(world.platform.Services(), world.dialogs);
+  static_cast<void>(program.start.ReadState());
+  ASSERT_TRUE(program.buildProject.OpenProject(file));
+  EXPECT_EQ(program.checkList.ProblemsAtStart(), "2 problems: Check...");
+  frmCheck& form = program.checkForm;
+  std::vector<std::string> opened;
+  const auto listening =
+      form.fileWanted.Connect([&](const std::string& path) { opened.push_back(path); });
+  program.window.menu.mnuToolsCheck.Execute();
+  const auto places = [&] {
+    std::string text;
+    for (const auto& row : form.lvwFindings.Rows()) text += row->Text() + " ";
+    return text;
+  };
+  EXPECT_TRUE(form.visible.Get());
+  EXPECT_EQ(form.summary.Get(), "2 errors, 1 warning");
+  EXPECT_EQ(places(), "Group.bpf Core.vbp:8 Core.vbp:5 ");
+  form.rowActivated.Emit();  // no project is concerned: the file is opened
+  EXPECT_EQ(opened, std::vector<std::string>{file});
+  form.lvwFindings.Select(&form.lvwFindings.At(2));
+  form.rowActivated.Emit();
+  EXPECT_EQ(program.window.tvwProjects.Selected()->Text(), Group::Path("Core"));
+  form.headingClicked.Emit(check_column::kProject);
+  EXPECT_EQ(places(), "Core.vbp:8 Core.vbp:5 Group.bpf ");
+  form.headingClicked.Emit(check_column::kProject);
+  EXPECT_EQ(places(), "Group.bpf Core.vbp:8 Core.vbp:5 ");
+  world.platform.files.AddFile("C:\\Group\\.gorbexcheck",
+                               "compiler-missing\nsource-missing\nnot-compatible\n?\n");
+  form.cmdCheck.Execute();
+  EXPECT_EQ(places(), "");
+  EXPECT_EQ(form.summary.Get(),
+            "No problem found; C:\\Group\\.gorbexcheck, line 4: unknown check \"?\"");
+  EXPECT_FALSE(form.cmdGoTo.enabled.Get());
+}
+
 TEST(Check, IsExplainedOnItsPage) {
   std::ifstream file(GORBEX_CHECKS_PAGE);
   std::stringstream page;

@@ -89,6 +89,22 @@ TEST_F(CheckCommandTest, WritesJsonAndSarif) {
       R"({"artifactLocation":{"uri":"file:///C:/Group/Till/Till.vbp"},"region":{"startLine":8}})");
 }
 
+TEST_F(CheckCommandTest, KeepsABuildFromItsErrors) {
+  const auto refused = Run({"build", "--check", file, "--json", "--junit", "C:\\run.xml"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_NE(refused.err.find(basket), std::string::npos);
+  EXPECT_EQ(refused.Json()["projects"][0]["result"], "notBuilt");
+  EXPECT_NE(platform.files.Text("C:\\run.xml"), "<absent>");
+  platform.files.AddFile("C:\\Group\\Till\\Basket.frm", "\r\n");
+  EXPECT_EQ(Run({"build", "--check", file, "--yes"}).status, 0);
+}
+
+TEST_F(CheckCommandTest, FollowsANewBuildProject) {
+  const auto made = Run({"init", "C:\\Group", "-o", "C:\\Group\\New.bpf"});
+  EXPECT_EQ(made.status, 0);
+  EXPECT_EQ(made.out, "3 projects in C:\\Group\\New.bpf\n" + basket + "1 error, 0 warnings\n");
+}
+
 TEST_F(CheckCommandTest, ShowsColoursOnATerminal) {
   colours = true;
   EXPECT_NE(Run({"check", file}).out.find("\033[1;31merror: \033[0mBasket.frm"), std::string::npos);
@@ -118,6 +134,13 @@ TEST_F(CheckCommandTest, GivesFindingsAndFailuresToABuildServer) {
     EXPECT_EQ(json.Json()["findings"][0]["text"], text);
     EXPECT_EQ(json.err, line);
   }
+  InstallCompiler({"Core"});
+  ci = CiSystem::GitHub;
+  EXPECT_NE(
+      Run({"build", file, Group::Path("Core"), "--yes"})
+          .out.find("\n::error file=C%3A\\Group\\Core\\Core.vbp,title=build::Compile Error in "
+                    "File 'C:\\x.bas', Line 4 : Syntax <error>%0ABuild of 'x' failed.\n"),
+      std::string::npos);
 }
 
 }  // namespace

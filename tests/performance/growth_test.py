@@ -34,6 +34,11 @@ def load(root):
     return instructions(root, "graph", "drive_c/Group/Group.bpf") - instructions(root, "--version")
 
 
+def check(root):
+    return instructions(root, "check", "--ignore", "compatible-binary-missing,queue-order,compiler-missing",
+                        "drive_c/Group/Group.bpf")
+
+
 def arrange(root):
     file = "drive_c/Group/Group.bpf"
     return instructions(root, "queue", file, "arrange") - instructions(root, "queue", file)
@@ -50,6 +55,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         bare = {"references": 0, "members": 0}
         cases = [("loading and scanning", LINEAR, load, {}),
+                 ("checking", LINEAR, check, {}),
                  ("Arrange, levels", LINEAR, arrange, {**bare, "shape": "levels"}),
                  ("Arrange, pairs", LINEAR, arrange, {**bare, "shape": "pairs"}),
                  ("Arrange, chain", BY_ROUNDS, arrange, {**bare, "shape": "chain"}),

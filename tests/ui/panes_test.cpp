@@ -189,6 +189,32 @@ TEST_F(PanesTest, LeadsFromAMissingComponentToItsProjects) {
   EXPECT_EQ(Shown("frmMissing"), nullptr);
 }
 
+TEST_F(PanesTest, LeadsFromAFindingToItsProject) {
+  std::filesystem::remove(bench.Product() / "Money/Amount.cls");
+  Open(kProduct);
+  user.Presses(WXK_F8);
+  auto& list = The<StateList>("lvwFindings");
+  ASSERT_TRUE(list.HasFocus() || wxWindow::FindFocus()->GetParent() == &list);
+  long row = 0;
+  while (row < list.GetItemCount() && list.GetItemText(row, 1) != "Amount.cls is missing") ++row;
+  ASSERT_LT(row, list.GetItemCount());
+  for (long i = 0; i < row; ++i) user.Presses(WXK_DOWN);
+  user.Presses(WXK_RETURN);
+  EXPECT_EQ(program->window.tvwProjects.Selected()->Text(), Path("Money"));
+  program->window.menu.mnuQueueUnMarkAll.Execute();
+  program->window.lvwQueue.Find(Path("Money"))->SetChecked(true);
+  program->window.menu.mnuFileBuild.Execute();
+  EXPECT_TRUE(frame->GetStatusBar()->GetStatusText(5).EndsWith(": Check..."));
+  std::ofstream(bench.Product() / ".gorbexcheck") << "# none\n";
+  for (const Finding& finding : program->check.RunOpen({})) {
+    std::ofstream(bench.Product() / ".gorbexcheck", std::ios::app) << finding.id << "\n";
+  }
+  user.Presses(WXK_F5);
+  EXPECT_EQ(Shown("lvwFindings"), nullptr) << "a hint is in its place";
+  user.Presses(WXK_ESCAPE);
+  EXPECT_EQ(Shown("frmCheck"), nullptr);
+}
+
 TEST_F(PanesTest, FindsInThePaneThatTheUserComesFrom) {
   Open(kProduct);
   frmBuilder& window = program->window;

@@ -13,6 +13,13 @@ bool IsConsole(DWORD standardStream) {
   return GetConsoleMode(GetStdHandle(standardStream), &mode) != 0;
 }
 
+bool ShowsColours(DWORD standardStream) {
+  constexpr DWORD kSequences = 0x0004;  // that old headers do not name
+  DWORD mode = 0;
+  const HANDLE console = GetStdHandle(standardStream);
+  return GetConsoleMode(console, &mode) != 0 && SetConsoleMode(console, mode | kSequences) != 0;
+}
+
 ConsoleOutput::int_type ConsoleOutput::overflow(int_type character) {
   if (traits_type::eq_int_type(character, traits_type::eof()))
     return traits_type::not_eof(character);

@@ -15,6 +15,9 @@ namespace gorbex::cli {
 
 [[nodiscard]] bool IsConsole(DWORD standardStream);
 
+/// Lets a console show colours; false when it cannot, or for anything else.
+[[nodiscard]] bool ShowsColours(DWORD standardStream);
+
 /// Shows UTF-8 on a console, in whole lines or when flushed.
 class ConsoleOutput : public std::streambuf {
  public:

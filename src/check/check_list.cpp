@@ -1,0 +1,144 @@
+#include "check/check_list.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "check/wording.h"
+#include "core/file_tools.h"
+#include "platform/code_page.h"
+
+namespace gorbex {
+namespace {
+
+std::string SortText(const Finding& finding, std::size_t column) {
+  if (column == check_column::kText) return LowerCase(finding.text);
+  if (column == check_column::kRemedy) return LowerCase(finding.remedy);
+  return LowerCase(GetFileFromPath(finding.file));
+}
+
+// Where the finding is: a file and a line in it.
+std::string PlaceOf(const Finding& finding) {
+  std::string place = GetFileFromPath(finding.file);
+  if (finding.line) place += ":" + std::to_string(*finding.line);
+  return place;
+}
+
+std::string NoteOf(const Finding& finding) {
+  std::string note = finding.file + "\n" + finding.text + "\n" + std::string(finding.remedy);
+  if (finding.projects.size() > 1) note += "\n" + FileNames(finding.projects);
+  return note + "\n[" + std::string(finding.id) + "]";
+}
+
+}  // namespace
+
+CheckList::CheckList(frmCheck& form, const frmBuilder& window, ProjectDisplay& display,
+                     const GroupCheck& check, const FileReader& files)
+    : form_(form), window_(window), display_(display), check_(check), files_(files) {
+  form_.cmdGoTo.SetHandler([this] { GoToProject(); });
+  form_.cmdOpen.SetHandler([this] { OpenFile(); });
+  form_.cmdCheck.SetHandler([this] { Refresh(); });
+  form_.cmdClose.SetHandler([this] { form_.visible.Set(false); });
+  subscriptions_.push_back(form_.lvwFindings.selectionChanged.Connect([this] { Offer(); }));
+  subscriptions_.push_back(
+      form_.headingClicked.Connect([this](const std::size_t& column) { SortBy(column); }));
+  subscriptions_.push_back(form_.rowActivated.Connect([this] { Activate(); }));
+  Offer();
+}
+
+void CheckList::mnuToolsCheck_Click() {
+  Refresh();
+  form_.visible.Set(true);
+}
+
+void CheckList::TellOfNew() {
+  Refresh();
+  if (!findings_.empty()) form_.visible.Set(true);
+}
+
+std::string CheckList::ProblemsAtStart() const {
+  std::string problem;
+  CheckSelection selection = Selection(problem);
+  selection.isQuick = true;
+  const auto errors = ErrorsIn(check_.RunOpen(selection));
+  return errors == 0 ? "" : Counted(errors, "problem", "problems") + ": Check...";
+}
+
+// A line of the list of ignored checks that cannot be understood ignores nothing.
+CheckSelection CheckList::Selection(std::string& problem) const {
+  CheckSelection selection;
+  if (window_.fileName.empty()) return selection;
+  auto [ids, problems] = IgnoredIn(files_, StripPath(window_.fileName));
+  selection.ignored = std::move(ids);
+  if (!problems.empty()) problem = problems.front();
+  return selection;
+}
+
+void CheckList::Refresh() {
+  std::string problem;
+  findings_ = check_.RunOpen(Selection(problem));
+  sortedBy_ = static_cast<std::size_t>(-1);
+  ShowRows();
+  const std::string summary = SummaryOf(findings_);
+  form_.summary.Set(problem.empty() ? summary : summary + "; " + problem);
+}
+
+void CheckList::ShowRows() {
+  ListView& list = form_.lvwFindings;
+  list.Clear();
+  for (const Finding& finding : findings_) {
+    const bool isError = finding.severity == Severity::Error;
+    ListRow& row =
+        list.Add("", PlaceOf(finding), isError ? Image::BuildError : Image::ProjectWarning);
+    row.SetSubItem(check_column::kText, finding.text);
+    row.SetSubItem(check_column::kRemedy, std::string(finding.remedy));
+    row.SetNote(NoteOf(finding));
+  }
+  list.Select(list.Count() > 0 ? &list.At(1) : nullptr);
+  Offer();
+}
+
+// The same column once more reverses the order.
+void CheckList::SortBy(std::size_t column) {
+  isReversed_ = column == sortedBy_ && !isReversed_;
+  sortedBy_ = column;
+  std::stable_sort(findings_.begin(), findings_.end(), [&](const Finding& a, const Finding& b) {
+    const auto left = SortText(a, column);
+    const auto right = SortText(b, column);
+    return isReversed_ ? right < left : left < right;
+  });
+  ShowRows();
+}
+
+const Finding* CheckList::Selected() const {
+  const ListRow* row = form_.lvwFindings.Selected();
+  return row == nullptr ? nullptr : &findings_.at(form_.lvwFindings.PositionOf(*row) - 1);
+}
+
+void CheckList::Offer() {
+  const Finding* finding = Selected();
+  form_.cmdGoTo.enabled.Set(finding != nullptr && !finding->projects.empty());
+  form_.cmdOpen.enabled.Set(finding != nullptr && !finding->file.empty());
+}
+
+void CheckList::GoToProject() {
+  const Finding* finding = Selected();
+  if (finding == nullptr || finding->projects.empty()) return;
+  if (!display_.ShowReference(finding->projects.front(), "")) OpenFile();
+}
+
+void CheckList::OpenFile() {
+  const Finding* finding = Selected();
+  if (finding != nullptr && !finding->file.empty()) form_.fileWanted.Emit(finding->file);
+}
+
+void CheckList::Activate() {
+  const Finding* finding = Selected();
+  if (finding == nullptr) return;
+  if (finding->projects.empty()) {
+    OpenFile();
+  } else {
+    GoToProject();
+  }
+}
+
+}  // namespace gorbex
