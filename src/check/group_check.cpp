@@ -49,7 +49,9 @@ std::vector<std::string> GroupCheck::NamedProjects() const {
   try {
     const std::string text = uses_.files.Read(uses_.window.fileName);
     PairReader pairs(text);
-    while (const auto pair = pairs.Next()) {
+    for (;;) {
+      const auto pair = pairs.Next();
+      if (!pair.has_value()) break;
       if (EqualsIgnoringCase(pair->key, "project")) named.emplace_back(pair->value);
     }
   } catch (const RuntimeError&) {

@@ -58,7 +58,9 @@ class Neighbours {
     try {
       const std::string text = files_.Read(buildProject);
       PairReader pairs(text);
-      while (const auto pair = pairs.Next()) {
+      for (;;) {
+        const auto pair = pairs.Next();
+        if (!pair.has_value()) break;
         if (EqualsIgnoringCase(pair->key, "project")) Forget(std::string(pair->value));
       }
     } catch (const RuntimeError&) {

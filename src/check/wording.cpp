@@ -14,9 +14,9 @@ std::string FileNames(const std::vector<std::string>& paths) {
   constexpr std::size_t kShown = 3;
   std::vector<std::string> names;
   for (std::size_t i = 0; i < paths.size() && i < kShown; ++i) {
-    std::string name = GetFileFromPath(paths[i]);
+    const std::string name = GetFileFromPath(paths[i]);
     const bool isKnown = std::find(names.begin(), names.end(), name) != names.end();
-    names.push_back(isKnown ? paths[i] : std::move(name));
+    names.push_back(isKnown ? paths[i] : name);
   }
   std::string text;
   for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
