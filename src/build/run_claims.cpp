@@ -21,15 +21,21 @@ ProjectSources SourcesOf(const std::string& path, const FileReader& files) {
 
 }  // namespace
 
-std::vector<std::string> RunClaims(const clsMember& project, const std::string& folder,
-                                   const FileReader& files) {
+RunClaims ClaimsOf(const clsMember& project, const std::string& folder, const FileReader& files) {
   const std::string own = StripPath(project.path);
-  std::vector<std::string> claims = {LowerCase(BuiltFile(project, folder)), LowerCase(own)};
-  for (const std::string& source : SourcesOf(project.path, files).members) {
-    claims.push_back(LowerCase(StripPath(ResolvedPath(own, source))));
+  const ProjectSources sources = SourcesOf(project.path, files);
+  RunClaims claims;
+  claims.writes = LowerCase(BuiltFile(project, folder));
+  if (!sources.compatibleBinary.empty()) {
+    claims.reads = LowerCase(ResolvedPath(own, sources.compatibleBinary));
   }
-  std::sort(claims.begin(), claims.end());
-  claims.erase(std::unique(claims.begin(), claims.end()), claims.end());
+  std::vector<std::string>& exclusive = claims.exclusive;
+  exclusive = {claims.writes, LowerCase(own)};
+  for (const std::string& source : sources.members) {
+    exclusive.push_back(LowerCase(StripPath(ResolvedPath(own, source))));
+  }
+  std::sort(exclusive.begin(), exclusive.end());
+  exclusive.erase(std::unique(exclusive.begin(), exclusive.end()), exclusive.end());
   return claims;
 }
 

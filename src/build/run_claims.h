@@ -8,12 +8,18 @@
 
 namespace gorbex {
 
-/// What a project's build writes to: the file it builds into that folder (empty: its own), the
-/// folder of the project file, and the folders of its sources, because the compiler leaves work
-/// files beside them. Two builds with an equal text among them must not run at once. A project file
-/// that cannot be read gives the first two.
-[[nodiscard]] std::vector<std::string> RunClaims(const clsMember& project,
-                                                 const std::string& folder,
-                                                 const FileReader& files);
+/// The files and folders that a project's build works on, in small letters.
+struct RunClaims {
+  std::string writes;  ///< the built file
+  std::string reads;   ///< the file that it is compatible with; empty for none
+  /// The built file, the folder of the project file, and those of its sources: the compiler leaves
+  /// work files beside them. Two builds with an equal one must not run at once.
+  std::vector<std::string> exclusive;
+};
+
+/// Of a build into a folder (empty: the project's own). A project file that cannot be read tells of
+/// no sources.
+[[nodiscard]] RunClaims ClaimsOf(const clsMember& project, const std::string& folder,
+                                 const FileReader& files);
 
 }  // namespace gorbex

@@ -1,7 +1,8 @@
 #include "build/run_schedule.h"
 
 #include <algorithm>
-#include <numeric>
+#include <iterator>
+#include <unordered_map>
 
 #include "analysis/dependency_graph.h"
 #include "build/run_uses.h"
@@ -10,7 +11,54 @@ namespace gorbex {
 
 using std::chrono::milliseconds;
 
+namespace {
+
+/// The projects that write a file, in the order of the queue.
+using Writers = std::unordered_map<std::string, std::vector<std::size_t>>;
+
+Writers WritersOf(const std::vector<ScheduledProject>& projects) {
+  Writers writers;
+  for (std::size_t i = 0; i < projects.size(); ++i) {
+    if (!projects[i].writes.empty()) writers[projects[i].writes].push_back(i);
+  }
+  return writers;
+}
+
+// Between the writers before and after it, as they are in the queue.
+void PutBetween(std::vector<ScheduledProject>& projects, std::size_t project,
+                const std::vector<std::size_t>& writers) {
+  const auto next = std::upper_bound(writers.begin(), writers.end(), project);
+  if (next != writers.end()) projects[*next].uses.push_back(project);
+  const auto last = std::lower_bound(writers.begin(), writers.end(), project);
+  if (last != writers.begin()) projects[project].uses.push_back(*std::prev(last));
+}
+
+// Who uses one of the projects that write a file waits for the last of them.
+void UseLastWriters(ScheduledProject& user, const std::vector<ScheduledProject>& projects,
+                    const Writers& writers) {
+  const std::size_t count = user.uses.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto found = writers.find(projects[user.uses[i]].writes);
+    if (found != writers.end()) user.uses.push_back(found->second.back());
+  }
+}
+
+void KeepOrderOfFiles(std::vector<ScheduledProject>& projects) {
+  const Writers writers = WritersOf(projects);
+  for (ScheduledProject& user : projects) UseLastWriters(user, projects, writers);
+  for (const auto& [file, all] : writers) {
+    for (std::size_t i = 1; i < all.size(); ++i) projects[all[i]].uses.push_back(all[i - 1]);
+  }
+  for (std::size_t i = 0; i < projects.size(); ++i) {
+    const auto found = writers.find(projects[i].reads);
+    if (found != writers.end()) PutBetween(projects, i, found->second);
+  }
+}
+
+}  // namespace
+
 RunSchedule::RunSchedule(std::vector<ScheduledProject> projects) : projects_(projects.size()) {
+  KeepOrderOfFiles(projects);
   std::vector<std::vector<std::size_t>> uses(projects.size());
   for (std::size_t i = 0; i < projects.size(); ++i) {
     uses[i] = std::move(projects[i].uses);

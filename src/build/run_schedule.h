@@ -15,11 +15,14 @@ namespace gorbex {
 struct ScheduledProject {
   std::vector<std::size_t> uses;    ///< projects of the run, by their numbers from 0
   std::vector<std::string> claims;  ///< what no other project may use while this one is built
+  std::string writes;               ///< the built file
+  std::string reads;                ///< the file that it is compatible with; empty for none
   std::optional<std::chrono::milliseconds> lastDuration;
 };
 
 /// Decides which project of a run may start next when several are built side by side. A project
-/// starts when all that it uses are done; in a circle the order of the queue decides. Of those that
+/// starts when all that it uses are done. The order of the queue decides in a circle, and among the
+/// projects that write one file or keep compatible with a file that another writes. Of those that
 /// may start, the one with the longest way to the end of the run is the first.
 class RunSchedule {
  public:

@@ -1,5 +1,6 @@
 #include "build/run_uses.h"
 
+#include <numeric>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -66,17 +67,15 @@ std::vector<std::vector<std::size_t>> UsesInRun(const MemberCollection& members,
 }
 
 std::vector<std::vector<std::size_t>> WithoutCircles(std::vector<std::vector<std::size_t>> uses) {
-  std::vector<std::size_t> circle(uses.size(), 0);
-  std::size_t number = 0;
+  std::vector<std::size_t> last(uses.size());  // of its circle; itself outside
+  std::iota(last.begin(), last.end(), 0);
   const auto cycles = DependencyGraph(uses).Cycles();
   for (const auto& cycle : cycles) {
-    ++number;
-    for (const std::size_t project : cycle) circle[project] = number;
+    for (const std::size_t project : cycle) last[project] = cycle.back();
   }
   for (std::size_t i = 0; i < uses.size(); ++i) {
-    std::erase_if(uses[i], [&](std::size_t used) {
-      return used == i || (circle[i] != 0 && circle[used] == circle[i]);
-    });
+    std::erase_if(uses[i], [&](std::size_t used) { return last[used] == last[i]; });
+    for (std::size_t& used : uses[i]) used = last[used];
   }
   for (const auto& cycle : cycles) {
     for (std::size_t i = 1; i < cycle.size(); ++i) uses[cycle[i]].push_back(cycle[i - 1]);

@@ -44,7 +44,10 @@ RunSchedule ScheduleOf(const frmBuilder& window, const GroupDependency& group,
     const clsMember* member = window.ProjectMembers.Find(paths[i]);
     if (member == nullptr) continue;
     projects[i].uses = std::move(uses[i]);
-    projects[i].claims = RunClaims(*member, window.buildDirectory, files);
+    RunClaims claims = ClaimsOf(*member, window.buildDirectory, files);
+    projects[i].claims = std::move(claims.exclusive);
+    projects[i].writes = std::move(claims.writes);
+    projects[i].reads = std::move(claims.reads);
     projects[i].lastDuration = freshness.LastDuration(*member, window.buildDirectory);
   }
   return RunSchedule(std::move(projects));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -26,14 +27,19 @@ class Failure : public std::runtime_error {
   ExitStatus status_;
 };
 
+/// In characters.
+struct TerminalSize {
+  std::size_t columns = 80;
+  std::size_t rows = 24;
+};
+
 /// Where a command reads and writes. Output is UTF-8.
 struct Streams {
   std::istream& in;
   std::ostream& out;
   std::ostream& err;
-  bool asks = false;      ///< somebody can answer at `in`
-  bool animates = false;  ///< `err` is a terminal
-
+  bool asks = false;         ///< somebody can answer at `in`
+  bool animates = false;     ///< `err` is a terminal
   bool movesCursor = false;  ///< that terminal knows codes that move the cursor
 
   /// Reads a line that the terminal does not show; nothing at the end of the input.
@@ -47,6 +53,8 @@ struct Streams {
   CiSystem ci = CiSystem::None;        ///< reads the output
   std::ostream* commandOut = nullptr;  ///< takes commands for it; null without one
   std::ostream* commandErr = nullptr;
+
+  std::function<TerminalSize()> terminalSize{};  ///< of `err`; unset where that is unknown
 };
 
 /// The surroundings of every command: the streams, the options that hold for all, and the way to

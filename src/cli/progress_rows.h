@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <ostream>
 #include <string>
 #include <vector>
+
+#include "cli/frame.h"
 
 namespace gorbex::cli {
 
@@ -11,16 +12,17 @@ namespace gorbex::cli {
 class ProgressRows {
  public:
   /// On a terminal without codes that move the cursor only the first row is shown.
-  ProgressRows(std::ostream& terminal, bool movesCursor)
-      : terminal_(terminal), movesCursor_(movesCursor) {}
+  explicit ProgressRows(const Streams& streams) : streams_(streams) {}
 
-  /// Shows rows (UTF-8) in the place of the former ones; each is cut to one row of the terminal.
+  /// Shows rows (UTF-8) in the place of the former ones; each is cut to one row of the terminal,
+  /// and those for which it has no room are left out.
   void Show(std::vector<std::string> rows);
   void Clear() { Show({}); }
 
  private:
-  std::ostream& terminal_;
-  bool movesCursor_;
+  void Erase(std::string& text);
+
+  const Streams& streams_;
   std::vector<std::size_t> widths_;  ///< of the rows that are shown
 };
 

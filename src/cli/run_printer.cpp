@@ -114,6 +114,7 @@ void RunPrinter::Draw() {
                     Row(building_.front());
   } else {
     RunPaced now = *pace_;
+    now.building = building_.size();
     if (now.left) now.left = std::max(std::chrono::milliseconds(0), *now.left - (drawn_ - paced_));
     rows.front() += " " + PaceText(now);
     for (const Building& building : building_) rows.push_back("  " + Row(building));

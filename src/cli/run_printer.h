@@ -20,10 +20,7 @@ class RunPrinter {
  public:
   /// Lines go to `lines`; the progress to the error stream, when that is a terminal.
   RunPrinter(const Frame& frame, std::ostream& lines, const Clock& clock)
-      : frame_(frame),
-        lines_(lines),
-        clock_(clock),
-        rows_(frame.streams.err, frame.streams.movesCursor) {}
+      : frame_(frame), lines_(lines), clock_(clock), rows_(frame.streams) {}
 
   void On(const RunEvent& event);
 

@@ -54,9 +54,9 @@ TEST(RunScheduleTest, TakesTheLongestWayFirstAndACircleInTheOrderOfTheQueue) {
   // 0 is short, but a long one waits for it; 2 and 3 use each other, and 1 is of unknown length.
   std::vector<ScheduledProject> projects(5);
   projects[0].lastDuration = milliseconds(10);
-  projects[4] = {{0}, {}, milliseconds(900)};
-  projects[2] = {{3}, {}, milliseconds(100)};
-  projects[3] = {{2}, {}, milliseconds(50)};
+  projects[4] = {{0}, {}, "", "", milliseconds(900)};
+  projects[2] = {{3}, {}, "", "", milliseconds(100)};
+  projects[3] = {{2}, {}, "", "", milliseconds(50)};
   RunSchedule schedule(projects);
   EXPECT_EQ(schedule.TimeLeft(1), milliseconds(10 + 265 + 100 + 50 + 900));
   EXPECT_EQ(schedule.TimeLeft(4), milliseconds(910));
@@ -67,6 +67,32 @@ TEST(RunScheduleTest, TakesTheLongestWayFirstAndACircleInTheOrderOfTheQueue) {
   schedule.Done(2);
   EXPECT_EQ(schedule.Next(), 3U);
   EXPECT_EQ(RunSchedule({{}, {}}).TimeLeft(2), std::nullopt);
+}
+
+// The second writer is long; a project that uses the first, and one that reads the file to keep
+// compatible with it, wait for both all the same. Who uses one of a circle waits for all of it.
+TEST(RunScheduleTest, KeepsTheOrderOfTheQueueAmongThoseWhoShareAFile) {
+  std::vector<ScheduledProject> projects(6);
+  projects[0].writes = projects[1].writes = "both.dll";
+  projects[1].lastDuration = milliseconds(900);
+  projects[2].uses = {0};
+  projects[3].reads = "both.dll";
+  projects[4].uses = {5};
+  projects[5].uses = {4};
+  projects.push_back({{4}, {}, "", "", std::nullopt});
+  RunSchedule schedule(projects);
+  std::vector<std::size_t> order;
+  while (order.size() < projects.size()) {
+    std::vector<std::size_t> together;
+    while (const auto next = schedule.Next()) together.push_back(*next);
+    ASSERT_FALSE(together.empty());
+    std::sort(together.begin(), together.end());
+    for (const std::size_t project : together) {
+      order.push_back(project);
+      schedule.Done(project);
+    }
+  }
+  EXPECT_EQ(order, (std::vector<std::size_t>{0, 4, 1, 5, 2, 3, 6}));
 }
 
 }  // namespace

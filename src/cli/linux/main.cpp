@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -87,6 +88,13 @@ bool MovesCursor() {
   return terminal && !terminal->empty() && *terminal != "dumb";
 }
 
+gorbex::cli::TerminalSize SizeOfTerminal() {
+  winsize size{};
+  const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return isKnown ? gorbex::cli::TerminalSize{size.ws_col, size.ws_row}
+                 : gorbex::cli::TerminalSize{};
+}
+
 bool OutputHasNoReader() {
   pollfd output{STDOUT_FILENO, POLLOUT, 0};
   return poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
@@ -128,7 +136,10 @@ int main(int count, char** values) {
       gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
       AwaitInput,
       isatty(STDOUT_FILENO) != 0 && gorbex::cli::WantsColours(gorbex::Environment),
-      gorbex::cli::CiSystemOf(gorbex::Environment)};
+      gorbex::cli::CiSystemOf(gorbex::Environment),
+      nullptr,
+      nullptr,
+      SizeOfTerminal};
   try {
     return StatusWithOutput(
         gorbex::cli::RunCli(arguments, streams, [](const std::optional<std::string>& prefix) {

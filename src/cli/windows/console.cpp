@@ -20,6 +20,14 @@ bool ShowsColours(DWORD standardStream) {
   return GetConsoleMode(console, &mode) != 0 && SetConsoleMode(console, mode | kSequences) != 0;
 }
 
+TerminalSize SizeOfConsole() {
+  CONSOLE_SCREEN_BUFFER_INFO info{};
+  if (GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info) == 0) return {};
+  const SMALL_RECT& shown = info.srWindow;
+  return {static_cast<std::size_t>(shown.Right - shown.Left + 1),
+          static_cast<std::size_t>(shown.Bottom - shown.Top + 1)};
+}
+
 ConsoleOutput::int_type ConsoleOutput::overflow(int_type character) {
   if (traits_type::eq_int_type(character, traits_type::eof()))
     return traits_type::not_eof(character);

@@ -8,6 +8,8 @@
 #include <streambuf>
 #include <string>
 
+#include "cli/frame.h"
+
 namespace gorbex::cli {
 
 // A console takes and gives UTF-16, while the program's streams are UTF-8. Anything else, a
@@ -17,6 +19,9 @@ namespace gorbex::cli {
 
 /// Lets a console show colours; false when it cannot, or for anything else.
 [[nodiscard]] bool ShowsColours(DWORD standardStream);
+
+/// The visible part of the console that takes the error output.
+[[nodiscard]] TerminalSize SizeOfConsole();
 
 /// Shows UTF-8 on a console, in whole lines or when flushed.
 class ConsoleOutput : public std::streambuf {

@@ -53,7 +53,10 @@ int Run(const std::vector<std::string>& arguments) {
       gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
       {},
       outputCodes.Work() && gorbex::cli::WantsColours(gorbex::Environment),
-      gorbex::cli::CiSystemOf(gorbex::Environment)};
+      gorbex::cli::CiSystemOf(gorbex::Environment),
+      nullptr,
+      nullptr,
+      gorbex::cli::SizeOfConsole};
   try {
     return StatusWithOutput(gorbex::cli::RunCli(arguments, streams, HostOf));
   } catch (const std::exception& error) {
