@@ -122,8 +122,9 @@ bool ProjectBuild::HasEnded(std::chrono::milliseconds patience) const {
 }
 
 bool ProjectBuild::Finish(Procedure& on) {
-  if (!compile_) return false;
-  const CompileEnded result = parts_.compile.Finish(*std::exchange(compile_, std::nullopt));
+  auto compile = std::exchange(compile_, std::nullopt);
+  if (!compile) return false;
+  const CompileEnded result = parts_.compile.Finish(std::move(*compile));
   on([&] {
     parts_.log.WriteLog(std::string("Build was ") +
                         (result.succeeded ? "Succesfull" : "Unsuccesfull"));

@@ -33,12 +33,12 @@ class Collector {
   [[nodiscard]] std::vector<std::size_t> Of(std::size_t project) {
     std::vector<std::size_t> uses;
     std::vector<std::size_t> through;
-    if (members_[project]) through.push_back(*members_[project]);
+    if (const auto& member = members_[project]) through.push_back(*member);
     for (std::size_t i = 0; i < through.size(); ++i) {
       for (const std::size_t used : graph_.UsesOf(through[i])) {
         if (std::exchange(seenFor_[used], project) == project) continue;
-        if (inRun_[used]) {
-          uses.push_back(*inRun_[used]);
+        if (const auto& inRun = inRun_[used]) {
+          uses.push_back(*inRun);
         } else {
           through.push_back(used);
         }

@@ -38,13 +38,13 @@ enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compil
 /// The announcements of a build run, in the order they happen. Listeners only look on; none can
 /// change the run.
 struct RunStarted {
-  std::size_t projects;   ///< rows that it takes
+  std::size_t projects = 0;  ///< rows that it takes
   bool isRepeat = false;  ///< of a part of the last run; what that said of other rows still holds
 };
 struct ProjectStarted {
   std::string path;
-  std::size_t number;  ///< from 1
-  std::size_t of;
+  std::size_t number = 0;  ///< from 1
+  std::size_t of = 0;
   std::size_t place = 1;               ///< among the compilers that run side by side, from 1
   std::chrono::milliseconds start{0};  ///< from the run's begin
 };
@@ -77,9 +77,9 @@ struct ProjectCompiled {
 };
 /// Whenever one of several projects that are built side by side has begun or is done.
 struct RunPaced {
-  std::size_t done;
-  std::size_t building;
-  std::size_t of;
+  std::size_t done = 0;
+  std::size_t building = 0;
+  std::size_t of = 0;
   std::optional<std::chrono::milliseconds>
       left;  ///< estimated; nothing when no durations are known
 };

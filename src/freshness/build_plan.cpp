@@ -30,10 +30,10 @@ class Builds {
   [[nodiscard]] std::vector<std::string> UsedBy(const std::string& path) {
     std::vector<std::string> used;
     if (paths_.empty()) return used;
-    if (!graph_) ReadGraph();
+    const DependencyGraph& graph = Graph();
     const auto number = numbers_.find(path);
     if (number == numbers_.end()) return used;
-    for (const std::size_t project : graph_->UsesOf(number->second)) {
+    for (const std::size_t project : graph.UsesOf(number->second)) {
       if (paths_.contains(all_[project])) used.push_back(all_[project]);
     }
     return used;
@@ -52,12 +52,14 @@ class Builds {
   }
 
  private:
-  void ReadGraph() {
-    graph_.emplace(window_.ProjectMembers, group_);
+  const DependencyGraph& Graph() {
+    if (graph_) return *graph_;
+    const DependencyGraph& graph = graph_.emplace(window_.ProjectMembers, group_);
     for (const auto& member : window_.ProjectMembers) {
       numbers_.emplace(member->path, all_.size());
       all_.push_back(member->path);
     }
+    return graph;
   }
 
   const frmBuilder& window_;

@@ -78,12 +78,11 @@ BuildInput Freshness::ReferenceInput(const std::string& folder, const std::strin
 // Most sources have no binary part; one that names a part which is missing does not compile.
 void Freshness::TakeSources(BuildRecord& record, const ProjectSources& sources) {
   using Kind = BuildInput::Kind;
-  using State = Fingerprint::State;
   const std::string folder = StripPath(record.project);
   const auto take = [&](Kind kind, const std::vector<std::string>& names) {
     const auto looks = looks_.LookIn(folder, {names.begin(), names.end()});
     for (std::size_t i = 0; i < names.size(); ++i) {
-      if (kind == Kind::Companion && looks[i].state == State::Missing) continue;
+      if (kind == Kind::Companion && looks[i].state == Fingerprint::State::Missing) continue;
       const std::string path = ResolvedPath(folder, names[i]);
       record.own.push_back({kind, names[i], "", looks_.ContentsOf(path, looks[i])});
     }

@@ -96,15 +96,16 @@ void Freshness::Check::CheckSources() {
 }
 
 void Freshness::Check::CheckSource(BuildInput& input, const FileLook& look) {
-  using State = Fingerprint::State;
   const auto path = [&] { return ResolvedPath(StripPath(project_), input.name); };
-  const bool isSame = look.state == State::Read && look.stamp && look.stamp == input.print.stamp;
+  const bool isSame =
+      look.state == Fingerprint::State::Read && look.stamp && look.stamp == input.print.stamp;
   if (isSame) return;
   const Fingerprint now = owner_.looks_.ContentsOf(path(), look, input.print);
   if (now.Matches(input.print)) return TakeLook(input.print, now.stamp);
   const std::string file = GetFileFromPath(input.name);
-  if (now.state == State::Missing) return Add(Kind::MemberMissing, file, file + " is missing");
-  const bool isRead = now.state == State::Read;
+  if (now.state == Fingerprint::State::Missing)
+    return Add(Kind::MemberMissing, file, file + " is missing");
+  const bool isRead = now.state == Fingerprint::State::Read;
   Add(Kind::Member, file, file + (isRead ? " changed" : " cannot be read"));
 }
 
