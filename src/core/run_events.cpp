@@ -27,7 +27,7 @@ std::string ReasonOf(const ProjectSkipped& skipped) {
 std::string PaceText(const RunPaced& paced) {
   std::string text = std::to_string(paced.done) + " of " + std::to_string(paced.of) + " done, " +
                      std::to_string(paced.building) + " building";
-  if (!paced.left) return text;
+  if (!paced.left || paced.left->count() <= 0) return text;
   const auto seconds = std::chrono::ceil<std::chrono::seconds>(*paced.left).count();
   return text + ", about " +
          (seconds < 100 ? std::to_string(seconds) + " s"

@@ -30,12 +30,14 @@ else
 fi
 product=$drive/Storefront
 
-from_nothing() { # everything builds, a second run builds it again, and project files stay as they are
+from_nothing() { # everything builds, a second run with two compilers does it again, and project files stay as they are
   (cd "$product" && find . -name '*.vbp' -exec sha256sum {} + >"$scratch/before")
-  for _ in 1 2; do
-    expect 0 gorbex build "$bpf" --json --script 'C:\Storefront\r.svb' --junit 'C:\Storefront\junit.xml'
+  for jobs in 1 2; do
+    expect 0 gorbex build "$bpf" --json --jobs "$jobs" --script 'C:\Storefront\r.svb' --junit 'C:\Storefront\junit.xml'
     holds '"built":10,"errors":0' "$scratch/out"
+    [ "$jobs" = 1 ] && cp "$product/r.svb" "$scratch/script"
   done
+  cmp "$product/r.svb" "$scratch/script"
   (cd "$product" && sha256sum -c --quiet "$scratch/before")
   [ "$(grep -c 'RegSvr32 C:\\Storefront\\Bin\\' "$product/r.svb")" = 10 ] || fail "the script's lines"
   if command -v xmllint >/dev/null; then xmllint --noout "$product/junit.xml"; fi
