@@ -60,7 +60,8 @@ TEST_F(FormsTest, OptionsAreKeptByApplyAndNotByCancel) {
     interval.SelectAll();
     user.Types("90");
     user.Presses(WXK_TAB, wxMOD_CONTROL);
-    EXPECT_EQ(The<wxNotebook>("tbsOptions").GetSelection(), 0) << "round to the first page";
+    EXPECT_TRUE(User::Sees([] { return The<wxNotebook>("tbsOptions").GetSelection() == 0; }))
+        << "round to the first page";
     user.Clicks(The<wxButton>("cmdOK"));
   });
   EXPECT_TRUE(options.AutoLaunchVBP);
