@@ -38,18 +38,20 @@ void CheckOwnFolders(const CheckedGroup& group, Findings& found) {
   for (const CheckedProject& project : group.Projects()) {
     if (!project.isBuilt) continue;
     std::string path = StripPath(project.output);
-    auto& [kept, finding] = folders[LowerCase(path)];
+    Folder& folder = folders[LowerCase(path)];
+    Finding& finding = folder.finding;
     if (finding.projects.empty()) {
-      kept = std::move(path);
+      folder.path = std::move(path);
       finding.file = project.path;
       if (const ProjectLine* line = project.Line("Path32")) finding.line = line->number;
     }
     finding.projects.push_back(project.path);
   }
-  for (auto& [key, folder] : folders) {
+  for (auto& each : folders) {
+    const Folder& folder = each.second;
     const std::string problem = ProblemOf(group.Parts().files, folder.path + "\\");
     if (problem.empty()) continue;
-    auto& finding = folder.finding;
+    Finding& finding = each.second.finding;
     finding.subject = folder.path;
     finding.text = "the output folder " + folder.path + problem;
     finding.TellNumber("build into it");

@@ -14,14 +14,13 @@ std::string NotBuilt(const CheckedReference::Use& use) {
 }  // namespace
 
 void LookForReferenceUnregistered(CheckedGroup& group, Findings& found) {
-  using State = CheckedReference::State;
   for (const CheckedReference& reference : group.References()) {
     const auto uses = reference.UsesNotBuilt();
     if (uses.empty()) continue;
-    if (reference.state == State::Unregistered) {
+    if (reference.state == CheckedReference::State::Unregistered) {
       found.push_back(FindingOn(reference, uses,
                                 reference.name + " is not registered" + NotBuilt(*uses.front())));
-    } else if (reference.state == State::NoIdentity) {
+    } else if (reference.state == CheckedReference::State::NoIdentity) {
       found.push_back(FindingOn(reference, uses, "the reference names no component"));
     }
   }

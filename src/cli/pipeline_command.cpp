@@ -210,7 +210,9 @@ void JoinResults(Frame& frame, Session& session, const PipelineArguments& argume
     WriteFile(session, arguments.junit, JUnitReport(record, program.window.fileName));
   }
   frame.streams.out << CountsText(ended, paths.size()) << '\n';
-  const bool isWhole = static_cast<std::size_t>(ended.built + ended.upToDate) == paths.size();
+  const auto done =
+      static_cast<std::size_t>(ended.built) + static_cast<std::size_t>(ended.upToDate);
+  const bool isWhole = done == paths.size();
   frame.status = isWhole ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 

@@ -44,7 +44,7 @@ class RunPrinter {
   void Hear(const ProjectCompiled& compiled);
   void Hear(const RunPaced& paced);
   void Hear(const QuestionAsked&) { rows_.Clear(); }
-  static void Hear(const QuestionAnswered&) {}
+  void Hear(const QuestionAnswered&) { Draw(); }
   void Hear(const RunEnded& ended);
 
   /// The start of a line about a project that is done.

@@ -117,151 +117,146 @@ struct Defect {
   std::string told;
 };
 
-const std::vector<Defect>& Defects() {
-  static const std::string kCore = Group::Path("Core");
-  static const std::string kTill = Group::Path("Till");
-  static const std::string kUnchecked = "queue=" + kCore;
-  static const std::vector<Defect> kDefects = {
-      {[](World& w) { w.platform.files.Remove("C:\\VB\\VB6.EXE"); },
-       "compiler-missing: the compiler C:\\VB\\VB6.EXE does not exist"},
-      {[](World& w) { w.lines.emplace_back("builddir=C:\\Nowhere\\"); },
-       "build-folder: the build folder C:\\Nowhere\\ does not exist"},
-      {[](World& w) { w.lines.push_back(kUpdating); },
-       "build-folder: the build folder C:\\Group\\Bin does not end with \"\\\", so that the update "
-       "of references finds no built component"},
-      {[](World& w) {
-         w.lines.emplace_back("builddir=");
-         w.Rewrite(kTill, "C:\\Group\\Bin\"", "..\\Out\"");
-       },
-       "build-folder: the output folder C:\\Group\\Out does not exist"},
-      {[](World& w) { w.platform.files.Remove(kTill); },
-       "project-unreadable: the project cannot be read: File not found: '" + kTill + "'"},
-      {[](World& w) { w.platform.files.AddFile(kTill, std::string(20, '\0')); },
-       "project-unreadable: the project cannot be read: the file holds nothing but zero bytes"},
-      {[](World& w) { w.Rewrite(kCore, "\r\n", "\n"); },
-       "line-ends: its lines end with LF alone; the compiler wants CR LF"},
-      {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Core.cls", "a\nb\n"); },
-       "line-ends: its lines end with LF alone; the compiler wants CR LF"},
-      {[](World& w) { w.Rewrite(kTill, "Name=\"Till\"\r\n", ""); },
-       "output-missing: the project has no name"},
-      {[](World& w) {
-         w.Rewrite(kCore, "ExeName32=\"Core.dll\"\r\n", "");
-         w.Built(w.core);
-       },
-       "output-missing: the project does not name its output file; 2 projects use Core.dll"},
-      {[](World& w) { w.platform.files.Remove("C:\\Group\\Core\\Core.cls"); },
-       "source-missing: Core.cls is missing"},
-      {[](World& w) {
-         w.till.Line("ResFile32=\"..\\Shop.res\"").Line("Form=Bin");
-         w.platform.files.AddFile("C:\\Group\\Shop.res", "x\ny");
-         w.platform.files.AddFolder("C:\\Group\\Till\\Bin");
-       },
-       "source-missing: Bin cannot be read: it is a folder"},
-      {[](World& w) { w.Install(kTool, "2.0", "win32", ""); },
-       "reference-unregistered: Tool.dll " + kTool + " 2.0 is not registered; 3 projects use it"},
-      {[](World& w) { w.till.Line("Object=" + kTool + "#1.9#0; Tool.dll"); },
-       "reference-unregistered: Tool.dll " + kTool + " 1.9 is not registered"},
-      {[](World& w) { w.till.Line("Reference=nonsense"); },
-       "reference-unregistered: the reference names no component"},
-      {[](World& w) {
-         w.queueChanges = {{"queue=*" + kCore, kUnchecked}};
-       },
-       "reference-unregistered: Core.dll {" + World().core.Guid().substr(1) +
-           " 1.0 is not registered, and the run does not build Core.vbp; 2 projects use it"},
-      {[](World& w) { w.platform.files.Remove(kToolFile); },
-       "reference-file-missing: Tool.dll " + kTool + " 2.0 is registered as " + kToolFile +
-           ", which does not exist; 3 projects use it"},
-      {[](World& w) { w.till.Line("Reference=*\\A..\\Gone\\Gone.vbp"); },
-       "reference-file-missing: the referenced project C:\\Group\\Gone\\Gone.vbp does not exist"},
-      {[](World& w) { w.platform.files.Remove("C:\\Group\\Core\\Old.cmp"); },
-       "compatible-binary-missing: the compatible binary C:\\Group\\Core\\Old.cmp does not exist"},
-      {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Old.cmp", "MZ"); },
-       "compatible-binary-missing: the compatible binary C:\\Group\\Core\\Old.cmp has no interface "
-       "that can be read"},
-      {[](World& w) {
-         w.group.Executable("Other");
-         w.Rewrite(Group::Path("Other"), "Other.exe", "TILL.exe");
-       },
-       "same-output: 2 projects write C:\\Group\\Bin\\Till.exe: Till.vbp, Other.vbp"},
-      {[](World& w) { w.core.Uses("Money"); },
-       "circle: 2 projects use one another in a circle: Core.vbp, Money.vbp"},
-      {[](World& w) {
-         w.group.Library("Late").Line("CompatibleMode=\"1\"");
-         w.core.Uses("Late");
-       },
-       "queue-order: Late.vbp is queued after 1 project that uses it: Core.vbp"},
-      {[](World& w) {
-         w.lines.insert(w.lines.end(), {kUpdating, kBuildFolder});
-         w.queueChanges = {{"queue=*" + kCore, kUnchecked}};
-         w.Built(w.core);
-       },
-       "references-would-empty: an update of references would empty the identity of "
-       "C:\\Group\\Bin\\Core.dll, because no component with an identity is found there; 2 projects "
-       "use it"},
-      {[](World& w) {
-         w.lines.emplace_back("version=1.0.0");
-         w.Rewrite(kTill, "\r\n", "\r\n", file_attribute::kReadOnly);
-       },
-       "project-read-only: the project file is read-only, and the run is to write the version into "
-       "it"},
-      {[](World& w) { w.lines.emplace_back("version=9999.9999.9999"); },
-       "version-overflow: the version 9999.9999.9999 cannot be stamped"},
-      {[](World& w) {
-         w.lines.emplace_back("version=1.0.0");
-         w.till.Line("MajorVer=2147").Line("MinorVer=4836").Line("RevisionVer=480");
-       },
-       "version-overflow: the version 2147.4836.480 is too large to be compared with the wanted "
-       "one"},
-      {[](World& w) { w.till.Line("AutoIncrementVer=1").Line("RevisionVer=9999"); },
-       "version-overflow: the revision of 0.0.9999 cannot be increased further"},
-      {[](World& w) {
-         w.platform.files.AddFile("C:\\Tools\\Tool.dll", "another tool");
-         w.Rewrite(kTill, kToolFile, "C:\\Tools\\Tool.dll");
-         w.Rewrite(kCore, kReference + kToolFile + "#Tool\r\n", "");
-         w.Rewrite(Group::Path("Money"), kReference + kToolFile + "#Tool\r\n", "");
-       },
-       "registered-elsewhere: Tool.dll " + kTool + " 2.0 is registered as " + kToolFile +
-           ", and the project names C:\\Tools\\Tool.dll, which differs from it"},
-      {[](World& w) {
-         w.queueChanges = {{"queue=*" + kCore + ",\r\n", ""}};
-         w.Built(w.core);
-       },
-       "used-not-queued: Core.vbp is not in the queue, and 2 queued projects use it: Money.vbp, "
-       "Till.vbp"},
-      {[](World& w) { w.Rewrite(kCore, "CompatibleMode=\"2\"", "CompatibleMode=\"0\""); },
-       "not-compatible: the project gets new identities with each build, and 2 projects use it: "
-       "Money.vbp, Till.vbp"},
-      {[](World& w) {
-         w.till.Line("Reference=*\\G" + kTool + "#2.0#0#C:\\Tools\\BigMoney.dll#Big");
-       },
-       "name-in-name: BigMoney.dll is taken for Money.dll of Money.vbp"},
-      {[](World& w) {
-         w.lines.insert(w.lines.end(), {kUpdating, kBuildFolder});
-         w.group.Executable("Spare").Line("Class=Core; ..\\Core\\Core.cls");
-         w.queueChanges = {{"queue=*" + Group::Path("Spare"), "queue=" + Group::Path("Spare")}};
-       },
-       "shared-member: Core.cls is also a part of Core.vbp, whose update of references changes it; "
-       "the run does not build Spare.vbp"},
-      {[](World& w) {
-         w.Install("{9}", "1.0", "win64", "C:\\Tools\\Big.dll");
-         w.till.Line("Reference=*\\G{9}#1.0#0#C:\\Tools\\Big.dll#Big");
-       },
-       "only-64-bit: Big.dll {9} 1.0 is registered for 64-bit programs only"},
-      {[](World& w) {
-         w.till.Line("Module=Aux; Aux.bas");
-         w.platform.files.AddFile("C:\\Group\\Till\\Aux.bas", "\r\n");
-       },
-       "name-not-representable: Aux.bas is the name of a device"},
-      {[](World& w) { w.files.hasTwin = true; },
-       "letter-case: C:\\Group\\Core\\Core.cls exists twice; the other file's name is CORE.cls"},
-      {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Spare.vbp", "Type=Exe\r\n"); },
-       "not-in-build-project: no build project of the folder names this project"},
-      {[](World& w) { w.lines.emplace_back("getonbuild=True"); },
-       "no-source-control: 3 projects are not under source control, and the run is to get their "
-       "latest sources"},
-  };
-  return kDefects;
-}
+const std::string kCore = Group::Path("Core");
+const std::string kTill = Group::Path("Till");
+const std::string kUnchecked = "queue=" + kCore;
+const std::vector<Defect> kDefects = {
+    {[](World& w) { w.platform.files.Remove("C:\\VB\\VB6.EXE"); },
+     "compiler-missing: the compiler C:\\VB\\VB6.EXE does not exist"},
+    {[](World& w) { w.lines.emplace_back("builddir=C:\\Nowhere\\"); },
+     "build-folder: the build folder C:\\Nowhere\\ does not exist"},
+    {[](World& w) { w.lines.push_back(kUpdating); },
+     "build-folder: the build folder C:\\Group\\Bin does not end with \"\\\", so that the update "
+     "of references finds no built component"},
+    {[](World& w) {
+       w.lines.emplace_back("builddir=");
+       w.Rewrite(kTill, "C:\\Group\\Bin\"", "..\\Out\"");
+     },
+     "build-folder: the output folder C:\\Group\\Out does not exist"},
+    {[](World& w) { w.platform.files.Remove(kTill); },
+     "project-unreadable: the project cannot be read: File not found: '" + kTill + "'"},
+    {[](World& w) { w.platform.files.AddFile(kTill, std::string(20, '\0')); },
+     "project-unreadable: the project cannot be read: the file holds nothing but zero bytes"},
+    {[](World& w) { w.Rewrite(kCore, "\r\n", "\n"); },
+     "line-ends: its lines end with LF alone; the compiler wants CR LF"},
+    {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Core.cls", "a\nb\n"); },
+     "line-ends: its lines end with LF alone; the compiler wants CR LF"},
+    {[](World& w) { w.Rewrite(kTill, "Name=\"Till\"\r\n", ""); },
+     "output-missing: the project has no name"},
+    {[](World& w) {
+       w.Rewrite(kCore, "ExeName32=\"Core.dll\"\r\n", "");
+       w.Built(w.core);
+     },
+     "output-missing: the project does not name its output file; 2 projects use Core.dll"},
+    {[](World& w) { w.platform.files.Remove("C:\\Group\\Core\\Core.cls"); },
+     "source-missing: Core.cls is missing"},
+    {[](World& w) {
+       w.till.Line("ResFile32=\"..\\Shop.res\"").Line("Form=Bin");
+       w.platform.files.AddFile("C:\\Group\\Shop.res", "x\ny");
+       w.platform.files.AddFolder("C:\\Group\\Till\\Bin");
+     },
+     "source-missing: Bin cannot be read: it is a folder"},
+    {[](World& w) { w.Install(kTool, "2.0", "win32", ""); },
+     "reference-unregistered: Tool.dll " + kTool + " 2.0 is not registered; 3 projects use it"},
+    {[](World& w) { w.till.Line("Object=" + kTool + "#1.9#0; Tool.dll"); },
+     "reference-unregistered: Tool.dll " + kTool + " 1.9 is not registered"},
+    {[](World& w) { w.till.Line("Reference=nonsense"); },
+     "reference-unregistered: the reference names no component"},
+    {[](World& w) {
+       w.queueChanges = {{"queue=*" + kCore, kUnchecked}};
+     },
+     "reference-unregistered: Core.dll {" + World().core.Guid().substr(1) +
+         " 1.0 is not registered, and the run does not build Core.vbp; 2 projects use it"},
+    {[](World& w) { w.platform.files.Remove(kToolFile); },
+     "reference-file-missing: Tool.dll " + kTool + " 2.0 is registered as " + kToolFile +
+         ", which does not exist; 3 projects use it"},
+    {[](World& w) { w.till.Line("Reference=*\\A..\\Gone\\Gone.vbp"); },
+     "reference-file-missing: the referenced project C:\\Group\\Gone\\Gone.vbp does not exist"},
+    {[](World& w) { w.platform.files.Remove("C:\\Group\\Core\\Old.cmp"); },
+     "compatible-binary-missing: the compatible binary C:\\Group\\Core\\Old.cmp does not exist"},
+    {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Old.cmp", "MZ"); },
+     "compatible-binary-missing: the compatible binary C:\\Group\\Core\\Old.cmp has no interface "
+     "that can be read"},
+    {[](World& w) {
+       w.group.Executable("Other");
+       w.Rewrite(Group::Path("Other"), "Other.exe", "TILL.exe");
+     },
+     "same-output: 2 projects write C:\\Group\\Bin\\Till.exe: Till.vbp, Other.vbp"},
+    {[](World& w) { w.core.Uses("Money"); },
+     "circle: 2 projects use one another in a circle: Core.vbp, Money.vbp"},
+    {[](World& w) {
+       w.group.Library("Late").Line("CompatibleMode=\"1\"");
+       w.core.Uses("Late");
+     },
+     "queue-order: Late.vbp is queued after 1 project that uses it: Core.vbp"},
+    {[](World& w) {
+       w.lines.insert(w.lines.end(), {kUpdating, kBuildFolder});
+       w.queueChanges = {{"queue=*" + kCore, kUnchecked}};
+       w.Built(w.core);
+     },
+     "references-would-empty: an update of references would empty the identity of "
+     "C:\\Group\\Bin\\Core.dll, because no component with an identity is found there; 2 projects "
+     "use it"},
+    {[](World& w) {
+       w.lines.emplace_back("version=1.0.0");
+       w.Rewrite(kTill, "\r\n", "\r\n", file_attribute::kReadOnly);
+     },
+     "project-read-only: the project file is read-only, and the run is to write the version into "
+     "it"},
+    {[](World& w) { w.lines.emplace_back("version=9999.9999.9999"); },
+     "version-overflow: the version 9999.9999.9999 cannot be stamped"},
+    {[](World& w) {
+       w.lines.emplace_back("version=1.0.0");
+       w.till.Line("MajorVer=2147").Line("MinorVer=4836").Line("RevisionVer=480");
+     },
+     "version-overflow: the version 2147.4836.480 is too large to be compared with the wanted "
+     "one"},
+    {[](World& w) { w.till.Line("AutoIncrementVer=1").Line("RevisionVer=9999"); },
+     "version-overflow: the revision of 0.0.9999 cannot be increased further"},
+    {[](World& w) {
+       w.platform.files.AddFile("C:\\Tools\\Tool.dll", "another tool");
+       w.Rewrite(kTill, kToolFile, "C:\\Tools\\Tool.dll");
+       w.Rewrite(kCore, kReference + kToolFile + "#Tool\r\n", "");
+       w.Rewrite(Group::Path("Money"), kReference + kToolFile + "#Tool\r\n", "");
+     },
+     "registered-elsewhere: Tool.dll " + kTool + " 2.0 is registered as " + kToolFile +
+         ", and the project names C:\\Tools\\Tool.dll, which differs from it"},
+    {[](World& w) {
+       w.queueChanges = {{"queue=*" + kCore + ",\r\n", ""}};
+       w.Built(w.core);
+     },
+     "used-not-queued: Core.vbp is not in the queue, and 2 queued projects use it: Money.vbp, "
+     "Till.vbp"},
+    {[](World& w) { w.Rewrite(kCore, "CompatibleMode=\"2\"", "CompatibleMode=\"0\""); },
+     "not-compatible: the project gets new identities with each build, and 2 projects use it: "
+     "Money.vbp, Till.vbp"},
+    {[](World& w) { w.till.Line("Reference=*\\G" + kTool + "#2.0#0#C:\\Tools\\BigMoney.dll#Big"); },
+     "name-in-name: BigMoney.dll is taken for Money.dll of Money.vbp"},
+    {[](World& w) {
+       w.lines.insert(w.lines.end(), {kUpdating, kBuildFolder});
+       w.group.Executable("Spare").Line("Class=Core; ..\\Core\\Core.cls");
+       w.queueChanges = {{"queue=*" + Group::Path("Spare"), "queue=" + Group::Path("Spare")}};
+     },
+     "shared-member: Core.cls is also a part of Core.vbp, whose update of references changes it; "
+     "the run does not build Spare.vbp"},
+    {[](World& w) {
+       w.Install("{9}", "1.0", "win64", "C:\\Tools\\Big.dll");
+       w.till.Line("Reference=*\\G{9}#1.0#0#C:\\Tools\\Big.dll#Big");
+     },
+     "only-64-bit: Big.dll {9} 1.0 is registered for 64-bit programs only"},
+    {[](World& w) {
+       w.till.Line("Module=Aux; Aux.bas");
+       w.platform.files.AddFile("C:\\Group\\Till\\Aux.bas", "\r\n");
+     },
+     "name-not-representable: Aux.bas is the name of a device"},
+    {[](World& w) { w.files.hasTwin = true; },
+     "letter-case: C:\\Group\\Core\\Core.cls exists twice; the other file's name is CORE.cls"},
+    {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Spare.vbp", "Type=Exe\r\n"); },
+     "not-in-build-project: no build project of the folder names this project"},
+    {[](World& w) { w.lines.emplace_back("getonbuild=True"); },
+     "no-source-control: 3 projects are not under source control, and the run is to get their "
+     "latest sources"},
+};
 
 TEST(Check, FindsNothingInAGroupWithoutAFault) {
   EXPECT_EQ(Told(World().Check()), "");
@@ -269,7 +264,7 @@ TEST(Check, FindsNothingInAGroupWithoutAFault) {
 
 TEST(Check, FindsEachDefectOnceAndNothingElse) {
   std::string ids;
-  for (const Defect& defect : Defects()) {
+  for (const Defect& defect : kDefects) {
     World world;
     defect.make(world);
     EXPECT_EQ(Told(world.Check()), defect.told);
