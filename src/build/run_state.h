@@ -23,7 +23,7 @@ namespace gorbex {
 /// The keys of rows that a run takes instead of the checked ones; nothing for a run over these.
 using RowsToRepeat = std::optional<std::set<std::string>>;
 
-/// What a run is about, and its results so far.
+/// The rows of a run, and its results so far.
 struct RunState {
   RunState(const RunParts& parts, RowsToRepeat rows)
       : rowsToRepeat(std::move(rows)),

@@ -35,7 +35,7 @@ struct CheckedProject {
   std::size_t row = 0;   ///< in the queue, from 1; 0 outside
   bool isBuilt = false;  ///< by the run
 
-  /// Null when there is no such key.
+  /// Null when the project file does not have the key.
   [[nodiscard]] const ProjectLine* Line(std::string_view key) const;
   [[nodiscard]] std::string_view Value(std::string_view key) const;  ///< empty for none
 

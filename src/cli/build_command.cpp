@@ -103,7 +103,7 @@ ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
-// False when there are errors. What is found is printed as the run's own lines are.
+// False when there are errors. Prints the findings to the same stream as the run's lines.
 bool PassesCheck(Session& session, std::ostream& lines) {
   Program& program = session.program();
   const auto selection = SelectionOf(session, {}, StripPath(program.window.fileName));

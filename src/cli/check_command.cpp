@@ -25,7 +25,7 @@ bool HasExtension(const std::string& path, std::string_view extension) {
                             extension);
 }
 
-/// A group file, a folder or project files, of which there is no build project.
+/// A group file, a folder or project files without a build project.
 struct Source {
   std::string path;
   std::vector<std::string> projects;  ///< instead of the path

@@ -87,7 +87,7 @@ class Freshness {
   class Check;
   class SharedCheck;
 
-  /// What a check has found about a shared input.
+  /// The result of a check of a shared input.
   struct SharedFinding {
     std::optional<Reason> reason;
     SharedInput renewed;  ///< the same input as it looks now; null when it looks as known
