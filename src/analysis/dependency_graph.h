@@ -39,10 +39,10 @@ class DependencyGraph {
   /// The sets of projects that use one another in a circle.
   [[nodiscard]] std::vector<std::vector<std::size_t>> Cycles() const;
 
- private:
-  /// Strongly connected components, those that others use first.
+  /// Each circle, and every other project by itself; those that others use first.
   [[nodiscard]] std::vector<std::vector<std::size_t>> Components() const;
 
+ private:
   std::vector<std::vector<std::size_t>> uses_;
 };
 
