@@ -253,11 +253,11 @@ class Bench:
     def write_ninja_of_uses(self, root):
         """The same graph for ninja, as gorbex sees it. Returns the projects of its longest chain."""
         graph = self.gorbex(root, "graph", "--json", BPF)
-        said = subprocess.run([str(word) for word in graph.words], cwd=root, capture_output=True, check=True).stdout
+        said = json.loads(subprocess.run([str(word) for word in graph.words], cwd=root, capture_output=True, check=True).stdout)
         uses = {}
-        for edge in json.loads(said)["edges"]:
-            uses.setdefault(edge["from"], []).append(edge["to"])
-        paths = json.loads(said)["projects"]
+        for user, used in said["edges"]:
+            uses.setdefault(user, []).append(used)
+        paths = [node["path"] for node in said["nodes"]]
         numbers = {path: number for number, path in enumerate(paths)}
         text = "rule run\n  command = ./drive_c/compiler.exe $in /make /out log.$out\n"
         for path in paths:

@@ -1,6 +1,8 @@
 #include <ostream>
 
 #include "analysis/dependency_graph.h"
+#include "analysis/group_layout.h"
+#include "analysis/group_svg.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
@@ -38,31 +40,52 @@ void WriteDot(std::ostream& out, const DependencyGraph& graph,
   out << "}\n";
 }
 
-Json GraphJson(const DependencyGraph& graph, const std::vector<const clsMember*>& members) {
-  Json projects = Json::array();
+Json GraphJson(const DependencyGraph& graph, const std::vector<const clsMember*>& members,
+               const std::vector<std::vector<std::string>>& cycles) {
+  Json nodes = Json::array();
   Json edges = Json::array();
+  Json circles = Json::array();
+  const auto levels = LevelsOf(graph);
   for (std::size_t i = 0; i < graph.Count(); ++i) {
-    projects.push_back(JsonText(members[i]->path));
+    const Json path = JsonText(members[i]->path);
+    nodes.push_back({{"path", path}, {"name", JsonText(members[i]->Name)}, {"level", levels[i]}});
     for (const std::size_t used : graph.UsesOf(i)) {
-      edges.push_back(
-          {{"from", JsonText(members[i]->path)}, {"to", JsonText(members[used]->path)}});
+      edges.push_back(Json::array({path, JsonText(members[used]->path)}));
     }
   }
-  return {{"projects", projects}, {"edges", edges}};
+  for (const auto& cycle : cycles) {
+    Json& paths = circles.emplace_back(Json::array());
+    for (const std::string& path : cycle) paths.push_back(JsonText(path));
+  }
+  return {{"nodes", nodes}, {"edges", edges}, {"cycles", circles}};
 }
 
-void Graph(Frame& frame, const std::string& file) {
+struct GraphArguments {
+  std::string file;
+  std::string svg;
+};
+
+void WriteSvg(Session& session, const std::string& typed, const DependencyGraph& graph) {
+  const auto& window = session.program().window;
+  const auto projects = PictureProjectsOf(window.ProjectMembers);
+  session.Write(typed, GroupSvg(LayOut(graph, NamesOf(projects)), projects,
+                                "Dependencies of " + FileName(window.fileName)));
+}
+
+void Graph(Frame& frame, const GraphArguments& arguments) {
   Session session(frame);
-  session.OpenToLook(file);
+  session.OpenToLook(arguments.file);
   const MemberCollection& collection = session.program().window.ProjectMembers;
   const DependencyGraph graph(collection, session.program().group);
   const auto members = Numbered(collection);
+  const auto cycles = CyclesOf(graph, collection);
+  if (!arguments.svg.empty()) WriteSvg(session, arguments.svg, graph);
   if (frame.json) {
-    frame.streams.out << Written(GraphJson(graph, members)) << '\n';
-  } else {
+    frame.streams.out << Written(GraphJson(graph, members, cycles)) << '\n';
+  } else if (arguments.svg.empty()) {
     WriteDot(frame.streams.out, graph, members);
   }
-  WarnOfCycles(session, CyclesOf(graph, collection));
+  WarnOfCycles(session, cycles);
 }
 
 }  // namespace
@@ -78,9 +101,10 @@ void WarnOfCycles(const Session& session, const std::vector<std::vector<std::str
 
 void AddGraphCommand(CLI::App& app, Frame& frame) {
   CLI::App& command = AddJsonCommand(app, frame, "graph", "Who uses whom in the group, as DOT");
-  auto file = std::make_shared<std::string>();
-  command.add_option("FILE.bpf", *file, "Build project file")->required();
-  command.callback([&frame, file] { Graph(frame, *file); });
+  auto arguments = std::make_shared<GraphArguments>();
+  command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
+  command.add_option("--svg", arguments->svg, "Draw it as a picture (SVG) into this file instead");
+  command.callback([&frame, arguments] { Graph(frame, *arguments); });
 }
 
 }  // namespace gorbex::cli

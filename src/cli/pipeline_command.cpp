@@ -139,14 +139,6 @@ std::vector<std::string> LinesOf(Session& session, const std::string& typed) {
   }
 }
 
-void WriteFile(Session& session, const std::string& typed, const std::string& text) {
-  try {
-    session.program().platform.files.Write(session.ProgramPath(typed), text);
-  } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
-  }
-}
-
 void WritePipeline(Frame& frame, Session& session, const PipelineArguments& arguments) {
   constexpr std::size_t kMostNeeds = 50;
   const Places places(session, arguments);
@@ -172,7 +164,7 @@ void WritePipeline(Frame& frame, Session& session, const PipelineArguments& argu
   if (arguments.output.empty()) {
     frame.streams.out << pipeline.Text();
   } else {
-    WriteFile(session, arguments.output, pipeline.Text());
+    session.Write(arguments.output, pipeline.Text());
   }
 }
 
@@ -207,7 +199,7 @@ void JoinResults(Frame& frame, Session& session, const PipelineArguments& argume
   record.On(ended);
   if (!arguments.script.empty()) program.script.Save(session.ProgramPath(arguments.script));
   if (!arguments.junit.empty()) {
-    WriteFile(session, arguments.junit, JUnitReport(record, program.window.fileName));
+    session.Write(arguments.junit, JUnitReport(record, program.window.fileName));
   }
   frame.streams.out << CountsText(ended, paths.size()) << '\n';
   const auto done =

@@ -45,6 +45,14 @@ void Session::ListenForProblems() {
       }));
 }
 
+void Session::Write(const std::string& typed, const std::string& text) {
+  try {
+    program_->platform.files.Write(ProgramPath(typed), text);
+  } catch (const RuntimeError& error) {
+    throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
+  }
+}
+
 void Session::Warn(const std::string& utf8) const {
   frame_.streams.err << "gorbex: " << utf8 << '\n';
 }

@@ -60,6 +60,9 @@ class Session {
   /// projects that could not be read, or what another program has changed since it was opened.
   void Save();
 
+  /// Writes an output file of a command. Failure, with its name, when that is not possible.
+  void Write(const std::string& typed, const std::string& text);
+
   /// Projects of the build project file that could not be read.
   [[nodiscard]] const std::vector<std::string>& LeftOut() const { return leftOut_; }
 

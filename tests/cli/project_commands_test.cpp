@@ -112,6 +112,7 @@ TEST_F(ProjectCommandsTest, SavingNeverDropsProjectsThatCouldNotBeRead) {
 TEST_F(ProjectCommandsTest, GraphNamesEveryEdgeOnceAndEveryCircle) {
   const Json graph = Run({"graph", file, "--json"}).Json();
   EXPECT_EQ(graph["edges"].size(), 3U);
+  EXPECT_EQ(graph["cycles"], Json::array());
   group.Library("Egg").Uses("Hen");
   group.Library("Hen").Uses("Egg").Line("Reference=*\\A..\\Core\\Core.vbp");
   const Result circle = Run({"graph", group.BuildProject()});
@@ -120,6 +121,20 @@ TEST_F(ProjectCommandsTest, GraphNamesEveryEdgeOnceAndEveryCircle) {
   EXPECT_NE(
       circle.out.find("\"C:\\\\Group\\\\Hen\\\\Hen.vbp\" -> \"C:\\\\Group\\\\Core\\\\Core.vbp\""),
       std::string::npos);
+  const Result drawn = Run({"graph", group.BuildProject(), "--json", "--svg", "C:\\group.svg"});
+  const Json node = {{"path", Group::Path("Hen")}, {"name", "Hen"}, {"level", 1}};
+  const Json edge = {Group::Path("Hen"), Group::Path("Core")};
+  const auto has = [](const Json& list, const Json& wanted) {
+    return std::find(list.begin(), list.end(), wanted) != list.end();
+  };
+  EXPECT_TRUE(has(drawn.Json()["nodes"], node)) << drawn.out;
+  EXPECT_TRUE(has(drawn.Json()["edges"], edge)) << drawn.out;
+  EXPECT_EQ(drawn.Json()["cycles"],
+            Json::array({Json::array({Group::Path("Egg"), Group::Path("Hen")})}));
+  EXPECT_NE(platform.files.Text("C:\\group.svg").find(">Hen</text>"), std::string::npos);
+  const Result refused = Run({"graph", group.BuildProject(), "--svg", "C:\\none\\group.svg"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_NE(refused.err.find("C:\\none\\group.svg: "), std::string::npos) << refused.err;
 }
 
 TEST_F(ProjectCommandsTest, InitQueuesDependenciesFirstFromGroupFilesAndFolders) {
