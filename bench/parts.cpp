@@ -26,6 +26,8 @@ class SilentDialogs : public Dialogs {
  public:
   Answer Show(const Message& /*message*/) override { std::exit(3); }
   std::optional<std::string> OpenFile(const FileChoice& /*choice*/) override { return {}; }
+  std::vector<std::string> OpenFiles(const FileChoice& /*choice*/) override { return {}; }
+  std::optional<std::string> OpenFileOrFolder(const FileChoice& /*choice*/) override { return {}; }
   std::optional<std::string> SaveFile(const FileChoice& /*choice*/) override { return {}; }
   std::optional<std::string> BrowseForDir(const std::string& /*title*/) override { return {}; }
   std::optional<std::string> Input(const std::string& /*prompt*/,
@@ -45,6 +47,9 @@ class NamedInterfaces : public ComponentInspector {
     const auto open = file.find('{');
     return file.substr(open, file.find('}') + 1 - open);
   }
+  [[nodiscard]] std::optional<InnerLibrary> LibraryIn(std::string_view /*file*/) const override {
+    return {};
+  }
 };
 
 struct System {
@@ -56,6 +61,7 @@ struct System {
   LinuxClock clock;
   SilentDialogs dialogs;
   ErrorReport report{dialogs};
+  ActivityLog log{files, clock, dialogs, "C:\\Program Files\\GorbexBuilder"};
 };
 
 void Rewrite(System& system) {
@@ -73,13 +79,18 @@ void Rewrite(System& system) {
   window.ProjectMembers.Add(project);
   const RegistryTools registry(system.registry, system.report);
   const NamedInterfaces components;
-  ReferenceUpdate(window, system.files, registry, components, system.report)
+  const GroupDependency group(window.ProjectMembers);
+  const ReferenceResolution references(registry, system.files, components, system.report);
+  DependencyMarking marking(window, references, group, system.log, system.report);
+  BuildQueue queue(window, group, system.files, system.dialogs, system.report);
+  ProjectDisplay display(window, marking, queue, system.report);
+  ReferenceUpdate(window, system.files, registry, components, display, system.report)
       .UpdateProjectReferences(path);
 }
 
 void Log(System& system, int lines) {
-  ActivityLog log(system.files, system.clock, system.dialogs, "C:\\Program Files\\GorbexBuilder");
-  for (int i = 0; i < lines; ++i) log.WriteLog("Building C:\\Group\\Part00001\\Part00001.vbp");
+  for (int i = 0; i < lines; ++i)
+    system.log.WriteLog("Building C:\\Group\\Part00001\\Part00001.vbp");
 }
 
 void Plain(const char* path, int lines) {

@@ -12,8 +12,8 @@ else()
 endif()
 if(GORBEX_SANITIZE)
   target_compile_options(gorbex_flags INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(gorbex_flags INTERFACE -fsanitize=address,undefined)
+    -fsanitize=${GORBEX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(gorbex_flags INTERFACE -fsanitize=${GORBEX_SANITIZE})
 endif()
 
 # The fuzzing library finds its way by what the compiler adds for it; only its targets link it.

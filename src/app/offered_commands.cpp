@@ -88,7 +88,7 @@ void OfferToolsMenu(MainMenu& menu, const Work& work, const frmBuilder& window) 
   Offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
         [&] { return work.MayUseSourceControl() && menu.mnuToolsGetLatest.enabled.Get(); });
   Offer({&menu.mnuDataPopupReg, &menu.mnuDataPopupUnReg},
-        [&] { return IsRowSelected(window.lvwData); });
+        [&] { return work.MayRegister() && IsRowSelected(window.lvwData); });
   menu.mnuDataPopupBrowse.SetPossible(
       [&] { return work.MayUseSourceControl() && IsRowSelected(window.lvwData); });
 }

@@ -49,6 +49,8 @@ class Work {
 
   [[nodiscard]] bool MayChangeQueue() const { return !Goes(Task::Run); }
   [[nodiscard]] bool MayBuild() const { return !Goes(Task::Build) && !Goes(Task::Compile); }
+  /// What is registered must not change under a compiler.
+  [[nodiscard]] bool MayRegister() const { return !Goes(Task::Compile); }
   [[nodiscard]] bool MayUseSourceControl() const {
     return !Goes(Task::SourceControl) && !Goes(Task::Batch);
   }

@@ -65,5 +65,23 @@ TEST_F(OfferedCommandsTest, FollowTheSelectionTheFailuresAndWhatIsAtWork) {
   EXPECT_EQ(Offered(), loaded);
 }
 
+TEST_F(OfferedCommandsTest, LeaveRegisteredComponentsAloneWhileACompilerRuns) {
+  group.Library("Base").Line("CompatibleMode=\"2\"");
+  group.Library("Core").Uses("Base").Line("CompatibleMode=\"2\"");
+  Load();
+  program.display.ShowProjectReferences(kCore);
+  ListView& references = program.window.lvwData;
+  references.Select(&references.At(1));
+  const Command& registering = program.window.menu.mnuDataPopupReg;
+  EXPECT_TRUE(registering.IsPossible());
+  int compilers = 0;
+  const auto listening = program.shell.starting.Connect([&] {
+    ++compilers;
+    EXPECT_FALSE(registering.IsPossible());
+  });
+  Build();
+  EXPECT_EQ(compilers, 2);
+}
+
 }  // namespace
 }  // namespace gorbex::test
