@@ -21,8 +21,7 @@ void ReadText(CheckedSource& source, const FileReader& files) {
   }
 }
 
-void Look(CheckedSource& source, DiskNames& disk) {
-  const DiskNames::Entry* entry = disk.Find(source.path);
+void Judge(CheckedSource& source, const DiskNames::Entry* entry) {
   if (entry == nullptr) {
     source.state = CheckedSource::State::Missing;
     return;
@@ -33,30 +32,42 @@ void Look(CheckedSource& source, DiskNames& disk) {
   source.problem = "it is a folder";
 }
 
+/// Knows each file by its entry in its folder, and by its path only where there is none.
+class SourceNumbers {
+ public:
+  /// The number of an earlier source that is the same file, else the next one.
+  std::size_t NumberOf(const std::string& path, const DiskNames::Entry* entry, std::size_t next) {
+    return entry != nullptr ? found_.try_emplace(entry, next).first->second
+                            : missing_.try_emplace(LowerCase(path), next).first->second;
+  }
+
+ private:
+  std::unordered_map<const DiskNames::Entry*, std::size_t> found_;
+  std::unordered_map<std::string, std::size_t> missing_;
+};
+
 }  // namespace
 
 std::deque<CheckedSource> SourcesOf(CheckedGroup& group, bool readsThem) {
   std::deque<CheckedSource> sources;
-  std::unordered_map<std::string, std::size_t> numbers;
-  std::size_t lines = 0;
-  for (const CheckedProject& project : group.Projects()) lines += project.lines.size();
-  numbers.reserve(lines / 2);
+  SourceNumbers numbers;
   for (const CheckedProject& project : group.Projects()) {
     for (const ProjectLine& line : project.lines) {
       const bool isText = line.kind == ProjectLine::Kind::Source;
       if (!isText && line.kind != ProjectLine::Kind::Resource) continue;
       if (line.value.empty()) continue;
       std::string path = ResolvedPath(project.folder, line.value);
-      const auto [at, isNew] = numbers.try_emplace(LowerCase(path), sources.size());
-      if (isNew) {
+      const DiskNames::Entry* entry = group.Disk().Find(path);
+      const std::size_t number = numbers.NumberOf(path, entry, sources.size());
+      if (number == sources.size()) {
         CheckedSource& source = sources.emplace_back();
         source.path = std::move(path);
-        Look(source, group.Disk());
+        Judge(source, entry);
         if (isText && readsThem && source.state == CheckedSource::State::Sound) {
           ReadText(source, group.Parts().files);
         }
       }
-      sources[at->second].uses.push_back({&project, line.number, line.value});
+      sources[number].uses.push_back({&project, line.number, line.value});
     }
   }
   return sources;

@@ -17,23 +17,15 @@ bool HasExtension(const std::string& name, std::string_view extension) {
                             extension);
 }
 
-std::vector<FolderEntry> EntriesOf(const FileReader& files, const std::string& folder) {
-  try {
-    return files.List(folder + "\\");
-  } catch (const RuntimeError&) {
-    return {};
-  }
-}
-
 /// The project files beside those of the group, and what other build projects name.
 class Neighbours {
  public:
-  explicit Neighbours(const FileReader& files) : files_(files) {}
+  Neighbours(const FileReader& files, DiskNames& disk) : files_(files), disk_(disk) {}
 
   void AddFolder(const std::string& folder) {
     if (!folders_.insert(LowerCase(folder)).second) return;
-    for (const FolderEntry& entry : EntriesOf(files_, folder)) {
-      if (entry.isFolder || !entry.isReachable) continue;
+    for (const auto& [name, entry] : disk_.In(folder)) {
+      if (entry.isFolder || entry.name.empty()) continue;
       std::string path = JoinPath(folder, entry.name);
       if (HasExtension(entry.name, ".vbp")) {
         projects_.emplace(LowerCase(path), path);
@@ -69,6 +61,7 @@ class Neighbours {
   }
 
   const FileReader& files_;
+  DiskNames& disk_;
   std::unordered_set<std::string> folders_;
   std::map<std::string, std::string> projects_;
   std::unordered_set<std::string> named_;
@@ -80,7 +73,7 @@ class Neighbours {
 void LookForNotInBuildProject(CheckedGroup& group, Findings& found) {
   const std::string& file = group.Parts().window.fileName;
   if (file.empty()) return;
-  Neighbours neighbours(group.Parts().files);
+  Neighbours neighbours(group.Parts().files, group.Disk());
   neighbours.AddFolder(StripPath(file));
   for (const CheckedProject& project : group.Projects()) {
     neighbours.AddFolder(project.folder);

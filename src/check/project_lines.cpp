@@ -43,15 +43,21 @@ std::string_view FileIn(std::string_view value) {
   return mark == std::string_view::npos ? value : Unquoted(value.substr(mark + 1));
 }
 
+// The set search of the library calls a function for every letter.
+std::size_t LengthOfLine(std::string_view text) {
+  const auto* end = std::find_if(text.begin(), text.end(),
+                                 [](char letter) { return letter == '\r' || letter == '\n'; });
+  return static_cast<std::size_t>(end - text.begin());
+}
+
 }  // namespace
 
 std::vector<ProjectLine> LinesOf(std::string_view projectText) {
   std::vector<ProjectLine> lines;
   std::size_t number = 0;
   while (!projectText.empty()) {
-    const auto end = std::min(projectText.find_first_of(kLineBreak), projectText.size());
-    const std::string_view line = projectText.substr(0, end);
-    projectText.remove_prefix(end);
+    const std::string_view line = projectText.substr(0, LengthOfLine(projectText));
+    projectText.remove_prefix(line.size());
     projectText.remove_prefix(projectText.starts_with(kLineBreak) ? 2 : !projectText.empty());
     ++number;
     if (line.starts_with('[')) break;

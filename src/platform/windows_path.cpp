@@ -59,9 +59,10 @@ void AddName(ParsedPath& path, std::string_view name) {
 
 void AddNames(ParsedPath& path, std::string_view text) {
   while (!text.empty()) {
-    const auto end = std::min(text.find_first_of(kSeparators), text.size());
-    AddName(path, text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
+    const auto* const end = std::find_if(text.begin(), text.end(), IsSeparator);
+    const std::string_view name(text.begin(), end);
+    AddName(path, name);
+    text.remove_prefix(std::min(name.size() + 1, text.size()));
   }
 }
 
@@ -107,7 +108,9 @@ std::string ResolvedPath(std::string_view folder, std::string_view path) {
   const bool isRelative = atTop || resolved.start == ParsedPath::Start::CurrentFolder;
   const bool fromFolder = isRelative && !folder.empty();
   const auto start = fromFolder ? folder : path;
-  std::string text(start.substr(0, HasDrive(start) ? 2 : 0));
+  std::string text;
+  text.reserve(folder.size() + path.size() + 4);
+  text = start.substr(0, HasDrive(start) ? 2 : 0);
   if (fromFolder) {
     resolved = TakeStart(folder);
     AddNames(resolved, folder);

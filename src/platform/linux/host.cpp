@@ -27,16 +27,13 @@ std::string WithSeparator(std::string path, char separator) {
   return path;
 }
 
-// As other programs show it: the prefix names its drives by links.
-std::string WithoutDriveLink(const std::string& path) {
-  constexpr std::string_view kLinks = "/dosdevices/";
-  const auto links = path.find(kLinks);
-  if (links == std::string::npos) return path;
-  const auto drive = std::min(path.find('/', links + kLinks.size()), path.size());
+// The folder that a drive's link leads to, without a "/" at its end; the link itself when it leads
+// nowhere.
+std::string TargetOf(const std::string& link) {
   std::error_code error;
-  const std::string target = std::filesystem::canonical(path.substr(0, drive), error).native();
-  if (error) return path;
-  return (target == "/" ? "" : target) + (drive == path.size() ? "/" : path.substr(drive));
+  const std::string target = std::filesystem::canonical(link, error).native();
+  if (error) return link;
+  return target == "/" ? "" : target;
 }
 
 }  // namespace
@@ -65,7 +62,14 @@ std::string LinuxHost::FirstFolder() const {
 }
 
 std::string LinuxHost::HostPath(const std::string& programPath) const {
-  return WithoutDriveLink(platform_.GetPrefix().Existing(programPath).value_or(""));
+  constexpr std::string_view kLinks = "/dosdevices/";
+  const std::string path = platform_.GetPrefix().Existing(programPath).value_or("");
+  const auto links = path.find(kLinks);
+  if (links == std::string::npos) return path;
+  const auto end = std::min(path.find('/', links + kLinks.size()), path.size());
+  const auto [drive, isNew] = drives_.try_emplace(path.substr(0, end));
+  if (isNew) drive->second = TargetOf(drive->first);
+  return drive->second + (end == path.size() ? "/" : path.substr(end));
 }
 
 std::shared_ptr<void> LinuxHost::ChangeAlone(const std::function<void()>& onWait) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 
@@ -27,6 +28,7 @@ class LinuxHost : public Host {
 
  private:
   LinuxPlatform platform_;
+  mutable std::map<std::string, std::string> drives_;  ///< folders by the links that lead there
 };
 
 }  // namespace gorbex
