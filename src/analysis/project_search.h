@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/project_display.h"
+#include "analysis/search_hits.h"
 #include "core/main_window.h"
 
 namespace gorbex {
@@ -14,14 +15,8 @@ namespace gorbex {
 /// letter case.
 class ProjectSearch {
  public:
-  /// Here is the next hit as well, unless the selection is one itself.
-  enum class Direction { Next, Previous, Here };
-
-  /// Which of all hits was selected, from 1; 0 of 0 when there is none.
-  struct Hit {
-    std::size_t number = 0;
-    std::size_t of = 0;
-  };
+  using Direction = SearchDirection;
+  using Hit = SearchHit;
 
   ProjectSearch(frmBuilder& window, ProjectDisplay& display) : window_(window), display_(display) {}
 
