@@ -15,7 +15,9 @@ constexpr std::size_t kWithAllLines = 200;  ///< projects; more have too many li
 constexpr double kMargin = 16;
 constexpr double kBoxHeight = 26;
 constexpr double kBoxGap = 8;
-constexpr double kLineGap = 5;  ///< between two lines that pass through a level
+constexpr double kColumnGap = 44;
+constexpr double kMostColumnGap = 76;  ///< more, where many lines are between two columns
+constexpr double kLineGap = 5;         ///< between two lines that pass through a level
 
 /// Projects that use one another in a circle are one knot; every other project is one by itself.
 struct Knots {
@@ -393,7 +395,7 @@ class Layouter {
   // So that the picture has about the shape of a screen.
   [[nodiscard]] std::size_t MostInColumn() const {
     return std::max<std::size_t>(
-        12, static_cast<std::size_t>(std::sqrt(4.0 * static_cast<double>(graph_.Count()))));
+        14, static_cast<std::size_t>(std::sqrt(6.0 * static_cast<double>(graph_.Count()))));
   }
 
   [[nodiscard]] std::vector<Projects> KnotsOfLevels() const {
@@ -461,7 +463,7 @@ class Layouter {
       }
       lefts_[i] = x;
       widths_[i] = width + kPictureMark + 2 * kPicturePadding;
-      x += widths_[i] + 48 + std::min(120.0, static_cast<double>(lines));
+      x += widths_[i] + kColumnGap + std::min(kMostColumnGap, static_cast<double>(lines) / 2);
     }
     for (std::size_t level = 0; level + 1 < firstColumns_.size(); ++level) {
       const double left = lefts_[firstColumns_[level]];

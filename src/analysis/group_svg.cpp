@@ -200,15 +200,17 @@ class Writer {
 
   [[nodiscard]] std::string PathsOf(const std::vector<std::string>& paths, const std::string& style,
                                     const std::string& tipStyle) const {
+    const std::string begin = "<path class=\"" + style + "\" d=\"";
+    const std::string beginTip = "<path class=\"" + tipStyle + "\" d=\"M";
     std::string all;
     for (std::size_t used = 0; used < paths.size(); ++used) {
       if (paths[used].empty()) continue;
       const GroupBox& box = layout_.boxes[used];
       const double x = box.x + box.width;
       const double y = box.y + box.height / 2 - (style == "round" ? 4 : 0);
-      all += "<path class=\"" + style + "\" d=\"" + paths[used] + "\"><title>Uses of " +
-             Escaped(projects_[used].name) + "</title></path><path class=\"" + tipStyle +
-             "\" d=\"M" + Number(x) + " " + Number(y) + "l7 -3.5v7z\"/>\n";
+      all.append(begin).append(paths[used]).append("\"><title>Uses of ");
+      all.append(Escaped(projects_[used].name)).append("</title></path>").append(beginTip);
+      all.append(Point({x, y})).append("l7 -3.5v7z\"/>\n");
     }
     return all;
   }

@@ -54,6 +54,8 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       compiled({window, platform.files, queue, display, work}, compile.ended),
       marks(window, group, failed, report),
       outdated(window, group, work, freshness),
+      picture(dependencies, window, group, display, run.events, compile.ended,
+              [this] { return outdated.Judged(); }),
       failedBuild(failed, run),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, work, platform.events}),
@@ -125,6 +127,7 @@ void Program::ConnectToolsMenu() {
   menu.mnuToolsVersion.SetHandler([this] { settings.mnuToolsVersion_Click(); });
   menu.mnuToolsBuildOptions.SetHandler([this] { settings.mnuToolsBuildOptions_Click(); });
   menu.mnuWindowViewLogs.SetHandler([this] { logViewer.mnuWindowViewLogs_Click(); });
+  menu.mnuWindowDependencies.SetHandler([this] { picture.mnuWindowDependencies_Click(); });
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
   menu.mnuToolsCheck.SetHandler([this] { checkList.mnuToolsCheck_Click(); });
   menu.mnuToolsMissing.SetHandler([this] { missingList.mnuToolsMissing_Click(); });

@@ -5,6 +5,7 @@
 #include "analysis/build_queue.h"
 #include "analysis/compiled_projects.h"
 #include "analysis/dependency_marking.h"
+#include "analysis/dependency_picture.h"
 #include "analysis/group_dependency.h"
 #include "analysis/missing_list.h"
 #include "analysis/new_build_project.h"
@@ -33,6 +34,7 @@
 #include "core/activity_log.h"
 #include "core/build_project_file.h"
 #include "core/check_form.h"
+#include "core/dependencies_form.h"
 #include "core/failed_projects.h"
 #include "core/log_viewer.h"
 #include "core/logs_form.h"
@@ -116,6 +118,8 @@ class Program {
   CompiledProjects compiled;
   QueueMarks marks;
   OutdatedMarks outdated;
+  frmDependencies dependencies;
+  DependencyPicture picture;
   FailedBuild failedBuild;
   MailService mail;
   ComponentRegistration registration;

@@ -59,6 +59,7 @@ struct MainMenu {
   Command mnuToolsGetLatestChanged{"mnuToolsGetLatestChanged", "&Changed Projects"};
 
   Command mnuWindowViewLogs{"mnuWindowViewLogs", "View &Logs...", "Ctrl+L"};
+  Command mnuWindowDependencies{"mnuWindowDependencies", "&Dependencies", "Ctrl+U"};
   Command mnuWindowFailed{"mnuWindowFailed", "&Failed Projects", "Ctrl+F8"};
   Command mnuWindowNextPane{"mnuWindowNextPane", "&Next Pane", "F6"};
   Command mnuWindowPreviousPane{"mnuWindowPreviousPane", "&Previous Pane", "Shift+F6"};

@@ -49,6 +49,15 @@ void OutdatedMarks::mnuQueueMarkOutdated_Click() {
   window_.SetStatus(StatusText(plan));
 }
 
+std::vector<std::pair<std::string, bool>> OutdatedMarks::Judged() {
+  std::vector<std::pair<std::string, bool>> judged;
+  for (const PlannedProject& project :
+       PlanOf(window_, group_, freshness_, PlannedRows::All).projects) {
+    judged.emplace_back(project.path, !project.judgement.IsUpToDate());
+  }
+  return judged;
+}
+
 std::string OutdatedMarks::NoteOf(const ListRow& row) {
   if (work_.Goes(Task::Run)) return row.Note();
   freshness_.LookAgain();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "analysis/group_dependency.h"
 #include "core/main_window.h"
@@ -19,6 +21,9 @@ class OutdatedMarks {
   /// Marks these and unmarks all others. The status bar tells the numbers, and which other projects
   /// may need a build after those.
   void mnuQueueMarkOutdated_Click();
+
+  /// Every project of the queue, and whether it needs a build now. Changes nothing.
+  [[nodiscard]] std::vector<std::pair<std::string, bool>> Judged();
 
   /// Why a row needs a build, or since when it is up to date, judged now; during a run, as the run
   /// has judged it. Empty when nothing is known.

@@ -142,6 +142,8 @@ void MainFrame::MakeForms() {
   new LogsWindow(this, program_.logs);
   new MissingWindow(this, program_.missing, ids_);
   new CheckWindow(this, program_.checkForm, ids_);
+  dependencies_ = new DependenciesWindow(this, program_.dependencies, program_.picture,
+                                         program_.registry, ids_);
   new SelectControlWindow(this, program_.selectControl,
                           [this] { program_.componentTest.frmSelectControl_Form_Unload(); });
   new TestControlWindow(this, program_.testControl,
@@ -322,6 +324,11 @@ void MainFrame::FollowState() {
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
   follow(program_.checkForm.fileWanted, [this](const std::string& file) { ShowFile(file); });
+  follow(program_.dependencies.projectActivated, [this] {
+    Raise();
+    tree_->ShowSelected();
+    tree_->SetFocus();
+  });
   follow(program_.run.events, [this](const RunEvent& event) {
     if (std::holds_alternative<RunStarted>(event)) {
       status_->ShowProblems(program_.checkList.ProblemsAtStart());
@@ -478,6 +485,7 @@ void MainFrame::RestoreLayout() {
 void MainFrame::StoreLayout() {
   LayoutStore store(program_.registry);
   GiveRoomBack();
+  dependencies_->StorePlace();
   // Tree and queue, each with all that they share: the next window may have another size.
   const wxSize all = ToDIP(rows_->GetClientSize());
   store.Write(kPanes, {ToDIP(columns_->GetSashPosition()), all.x,

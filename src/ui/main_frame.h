@@ -12,6 +12,7 @@
 #include "analysis/pointed_item.h"
 #include "app/program.h"
 #include "ui/command_ids.h"
+#include "ui/dependencies_window.h"
 #include "ui/details_block.h"
 #include "ui/find_bar.h"
 #include "ui/link_line.h"
@@ -78,6 +79,7 @@ class MainFrame : public wxFrame {
   wxSplitterWindow* details_ = nullptr;  ///< references above the compiler's log
   LogPane* log_ = nullptr;
   DetailsBlock* block_ = nullptr;
+  DependenciesWindow* dependencies_ = nullptr;
   Pane* treePane_ = nullptr;
   Pane* dataPane_ = nullptr;
   Pane* queuePane_ = nullptr;

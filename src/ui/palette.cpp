@@ -11,10 +11,6 @@ unsigned char Mixed(unsigned char one, unsigned char other, double share) {
   return static_cast<unsigned char>(one * share + other * (1 - share));
 }
 
-bool IsDark() {
-  return wxSystemSettings::GetAppearance().IsUsingDarkBackground();
-}
-
 // A colour between that one and the background of lists.
 wxColour Faded(wxSystemColour colour, double share) {
   const wxColour full = wxSystemSettings::GetColour(colour);
@@ -24,6 +20,10 @@ wxColour Faded(wxSystemColour colour, double share) {
 }
 
 }  // namespace
+
+bool IsDark() {
+  return wxSystemSettings::GetAppearance().IsUsingDarkBackground();
+}
 
 wxColour TextColour(Colour colour) {
   // A theme's own shadow colour may vanish on its list background.

@@ -6,6 +6,9 @@
 
 namespace gorbex::ui {
 
+/// Whether the desktop's theme has light texts on a dark background.
+[[nodiscard]] bool IsDark();
+
 /// How a colour of the program's rows looks on the toolkit's list background, in light and dark
 /// themes alike.
 [[nodiscard]] wxColour TextColour(Colour colour);

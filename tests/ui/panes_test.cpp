@@ -7,13 +7,17 @@
 #include <fstream>
 #include <string>
 
+#include "app/stored_position.h"
 #include "core/node_key.h"
 #include "tests/ui/window_fixture.h"
+#include "ui/dependency_canvas.h"
 #include "ui/state_list.h"
+#include "ui/window_place.h"
 
 namespace gorbex::test {
 namespace {
 
+using ui::DependencyCanvas;
 using ui::ProjectTree;
 using ui::StateList;
 
@@ -187,6 +191,46 @@ TEST_F(PanesTest, LeadsFromAMissingComponentToItsProjects) {
   EXPECT_EQ(Shown("lvwComponents"), nullptr) << "a hint is in its place";
   user.Presses(WXK_ESCAPE);
   EXPECT_EQ(Shown("frmMissing"), nullptr);
+}
+
+TEST_F(PanesTest, ThePictureOfTheDependenciesSharesItsSelection) {
+  Open(kProduct);
+  frmBuilder& window = program->window;
+  const DependencyPicture& picture = program->picture;
+  const auto selected = [&] {
+    return picture.Selected() ? picture.Projects()[*picture.Selected()].name : "";
+  };
+  user.Presses('U', wxMOD_CONTROL);
+  auto& canvas = The<DependencyCanvas>("dependencyCanvas");
+  EXPECT_TRUE(canvas.HasFocus());
+  const auto& list = The<StateList>("lvwDependencies");
+  EXPECT_EQ(static_cast<std::size_t>(list.GetItemCount()), window.ProjectMembers.Count());
+  const wxRect place = canvas.PlaceOf(1);
+  user.Clicks(canvas, {place.x + place.width / 2, place.y + place.height / 2});
+  ASSERT_EQ(picture.Selected(), 1U);
+  EXPECT_EQ(window.tvwProjects.Selected()->Text(), picture.Projects()[1].path);
+  EXPECT_EQ(window.lvwQueue.SelectedRow().Key(), picture.Projects()[1].path);
+  window.lvwQueue.Select(window.lvwQueue.Find(Path("Money")));
+  User::Waits();
+  EXPECT_EQ(selected(), "StoreMoney");
+  user.Presses(WXK_RIGHT);
+  EXPECT_NE(selected(), "StoreMoney") << "one that uses it";
+  user.Presses('+');
+  EXPECT_GT(canvas.PlaceOf(1).width, place.width);
+  user.Presses('F', wxMOD_CONTROL);
+  user.Types("till");
+  EXPECT_EQ(selected(), "StoreTill");
+  user.Presses(WXK_ESCAPE);
+  user.Presses('0');
+  EXPECT_EQ(canvas.PlaceOf(1), place);
+  const wxRect whole = Shown("frmDependencies")->GetRect();
+  user.Presses(WXK_RETURN);
+  EXPECT_TRUE(User::Sees([] { return Shown("tvwProjects")->HasFocus(); }));
+  user.Presses('U', wxMOD_CONTROL);
+  user.Presses(WXK_ESCAPE);
+  EXPECT_EQ(Shown("frmDependencies"), nullptr);
+  const std::string stored = program->registry.fnsGetRegistryValue(kPositionKey, "Dependencies");
+  EXPECT_EQ(ui::InDips(PositionFrom(stored)).width, whole.width) << stored;
 }
 
 TEST_F(PanesTest, LeadsFromAFindingToItsProject) {

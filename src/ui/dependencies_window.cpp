@@ -1,0 +1,249 @@
+#include "ui/dependencies_window.h"
+
+#include <wx/dcbuffer.h>
+#include <wx/display.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/wrapsizer.h>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "app/stored_position.h"
+#include "ui/layout_store.h"
+#include "ui/palette.h"
+#include "ui/spacing.h"
+#include "ui/text_conversion.h"
+#include "ui/window_place.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr std::string_view kDependenciesPlace = "Dependencies";
+constexpr const char* kDependenciesPanes = "DependenciesPanes";
+constexpr double kPictureShare = 0.72;
+const wxSize kFirstDependenciesSize(1600, 960);
+const wxSize kLeastDependenciesSize(560, 360);
+
+/// A box of the picture, to explain its look.
+class Sample : public wxWindow {
+ public:
+  Sample(wxWindow* parent, ProjectState state, bool isInCircle)
+      : state_(state), isInCircle_(isInCircle) {
+    SetBackgroundStyle(wxBG_STYLE_PAINT);
+    Create(parent, wxID_ANY, wxDefaultPosition, parent->FromDIP(wxSize(28, 18)), wxBORDER_NONE);
+    SetMinSize(GetSize());
+    Bind(wxEVT_PAINT, [this](wxPaintEvent&) { Paint(); });
+  }
+
+  [[nodiscard]] bool AcceptsFocus() const override { return false; }
+
+ private:
+  void Paint() {
+    wxAutoBufferedPaintDC dc(this);
+    dc.SetBackground(wxBrush(GetParent()->GetBackgroundColour()));
+    dc.Clear();
+    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
+    if (context == nullptr) return;
+    const double pixels = FromDIP(100) / 100.0;
+    context->Scale(pixels, pixels);
+    PictureDrawing(*context, *this, pixels).DrawBox({1.5, 1.5, 25, 15}, state_, isInCircle_, false);
+  }
+
+  ProjectState state_;
+  bool isInCircle_;
+};
+
+}  // namespace
+
+DependenciesWindow::DependenciesWindow(wxWindow* parent, frmDependencies& form,
+                                       DependencyPicture& picture, RegistryTools& registry,
+                                       CommandIds& ids)
+    : FormWindow(parent, "Dependencies", "frmDependencies", form.visible,
+                 [&form] { form.cmdClose.Execute(); }),
+      form_(form),
+      picture_(picture),
+      registry_(registry),
+      columns_(new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                    wxSP_LIVE_UPDATE | wxSP_3DSASH)) {
+  picturePane_ = PicturePane(ids);
+  listPane_ = ListPane(ids);
+  columns_->SetMinimumPaneSize(FromDIP(150));
+  columns_->SetSashGravity(kPictureShare);
+  columns_->SplitVertically(picturePane_, listPane_);
+  const auto find = [this](const wxString& wanted, FindBar::Direction direction) {
+    const auto hit = picture_.Find(FromWx(wanted), direction);
+    canvas_->ShowSelected();
+    return hit;
+  };
+  find_ = new FindBar(this, {{canvas_, "Find:", find}}, "Name or path");
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(columns_, wxSizerFlags(1).Expand());
+  sizer->Add(find_, wxSizerFlags().Expand());
+  sizer->Add(Legend(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, FromDIP(kMargin)));
+  sizer->Add(Buttons(), wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
+  SetSizer(sizer);
+  SetMinClientSize(FromDIP(kLeastDependenciesSize));
+  BindKeys();
+  FollowState();
+}
+
+Pane* DependenciesWindow::PicturePane(CommandIds& ids) {
+  auto* pane = new Pane(columns_, "Picture");
+  canvas_ = new DependencyCanvas(pane, picture_, [this] { form_.projectActivated.Emit(); });
+  pane->SetContent(canvas_, new EmptyHint(pane, ids,
+                                          "No project is open. Open a build project to see which "
+                                          "of its projects uses which.",
+                                          {}));
+  return pane;
+}
+
+Pane* DependenciesWindow::ListPane(CommandIds& ids) {
+  auto* pane = new Pane(columns_, "Projects");
+  list_ = new StateList(pane, "lvwDependencies", form_.lvwProjects,
+                        {{"Project", 130, false, 5},
+                         {"Level", 36, false, 4},
+                         {"State", 64, false, 4},
+                         {"Uses", 40, true, 2},
+                         {"Used by", 50, true, 1}},
+                        StateList::Checks::No);
+  list_->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { form_.projectActivated.Emit(); });
+  auto* details = new wxTextCtrl(pane, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
+                                 wxTE_MULTILINE | wxTE_READONLY, wxDefaultValidator, "txtDetails");
+  details->SetMinSize(wxSize(-1, 7 * details->GetCharHeight()));
+  subscriptions_.push_back(form_.txtDetails.text.changed.Connect(
+      [details](const std::string& text) { details->ChangeValue(ToWx(text)); }));
+  pane->SetContent(list_, new EmptyHint(pane, ids, "Each project with its level and state.", {}));
+  pane->GetSizer()->Add(details, wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap) / 2));
+  return pane;
+}
+
+wxSizer* DependenciesWindow::Legend() {
+  auto* legend = new wxWrapSizer(wxHORIZONTAL, wxWRAPSIZER_DEFAULT_FLAGS);
+  const auto add = [&](ProjectState state, bool isInCircle, const wxString& text) {
+    auto* entry = new wxBoxSizer(wxHORIZONTAL);
+    entry->Add(new Sample(this, state, isInCircle), wxSizerFlags().CentreVertical());
+    entry->Add(new wxStaticText(this, wxID_ANY, text),
+               wxSizerFlags().CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(kGap) / 2));
+    legend->Add(entry, wxSizerFlags().Border(wxRIGHT, FromDIP(kGap)));
+  };
+  for (const ProjectState state : kProjectStates) {
+    const std::string_view name = NameOf(state);
+    add(state, false, wxString::FromUTF8(name.data(), name.size()));
+  }
+  add(ProjectState::None, true, "in a circle");
+  return legend;
+}
+
+wxSizer* DependenciesWindow::Buttons() {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  auto* summary = new wxStaticText(this, wxID_ANY, ToWx(form_.summary.Get()), wxDefaultPosition,
+                                   wxDefaultSize, wxST_ELLIPSIZE_END, "summary");
+  subscriptions_.push_back(form_.summary.changed.Connect([summary](const std::string& text) {
+    summary->SetLabelText(ToWx(text));
+    summary->SetToolTip(ToWx(text));
+  }));
+  row->Add(summary, wxSizerFlags(1).CentreVertical());
+  const auto add = [&](const wxString& label, const wxString& name) {
+    auto* button = new wxButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0,
+                                wxDefaultValidator, name);
+    row->Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
+    return button;
+  };
+  add("&Fit", "cmdFit")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { canvas_->Fit(); });
+  add("&100 %", "cmdFull")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { canvas_->ShowFull(); });
+  for (Command* command : {&form_.cmdOutdated, &form_.cmdClose}) {
+    fields_.Join(*add(ToWx(command->caption.Get()), ToWx(command->Name())), *command);
+  }
+  return row;
+}
+
+void DependenciesWindow::BindKeys() {
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    if (key == 'F' && event.GetModifiers() == wxMOD_CONTROL) {
+      find_->Open();
+    } else if (key == WXK_F3) {
+      find_->Find(event.ShiftDown() ? FindBar::Direction::Previous : FindBar::Direction::Next);
+    } else if (key == WXK_F5) {
+      picture_.Refresh();
+    } else {
+      event.Skip();
+    }
+  });
+}
+
+void DependenciesWindow::FollowState() {
+  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+    event.Skip();
+    picture_.CatchUp();
+    ShowEmpty();
+  });
+  // What the list or the main window selects is shown in the picture, too.
+  subscriptions_.push_back(picture_.restated.Connect([this] {
+    if (picture_.Selected() == revealed_) return;
+    revealed_ = picture_.Selected();
+    if (!canvas_->HasFocus()) canvas_->ShowSelected();
+  }));
+  subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
+    ShowEmpty();
+    if (visible && canvas_->IsShown()) canvas_->SetFocus();
+    if (!visible) StorePlace();
+  }));
+}
+
+void DependenciesWindow::ShowEmpty() {
+  const bool isEmpty = picture_.Projects().empty();
+  if (isEmpty && canvas_->IsShown() && IsShown()) FindWindow("cmdClose")->SetFocus();
+  picturePane_->ShowEmpty(isEmpty);
+  listPane_->ShowEmpty(isEmpty);
+}
+
+// A stored text that is not a place counts as none.
+std::optional<wxRect> DependenciesWindow::StoredPlace() const {
+  try {
+    const std::string stored = registry_.fnsGetRegistryValue(kPositionKey, kDependenciesPlace);
+    if (!stored.empty()) return InDips(PositionFrom(stored));
+  } catch (const RuntimeError&) {
+    return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+// The picture of a small group leaves no room empty.
+wxSize DependenciesWindow::FirstSize() const {
+  constexpr int kLeastHeight = 520;
+  constexpr int kBeside = 240;
+  const GroupLayout& layout = picture_.Layout();
+  const double scale = std::min(1.0, kFirstDependenciesSize.x * kPictureShare / layout.width);
+  const int height = static_cast<int>(std::min(layout.height * scale, 5000.0)) + kBeside;
+  return {kFirstDependenciesSize.x, std::clamp(height, kLeastHeight, kFirstDependenciesSize.y)};
+}
+
+void DependenciesWindow::Place() {
+  if (isPlaced_) return;
+  isPlaced_ = true;
+  if (const auto stored = StoredPlace()) {
+    const wxRect wanted(FromDIP(stored->GetPosition()), FromDIP(stored->GetSize()));
+    SetSize(OnSomeScreen(wanted, Screens(), FromDIP(kLeastDependenciesSize)));
+  } else {
+    wxRect screen = wxDisplay(GetParent()).GetClientArea();
+    SetSize(InTheMiddle(FromDIP(FirstSize()), screen.Deflate(FromDIP(kMargin))));
+  }
+  Layout();
+  const auto sash = LayoutStore(registry_).Read(kDependenciesPanes, 2);
+  const double share = sash.empty() ? kPictureShare : static_cast<double>(sash[0]) / sash[1];
+  columns_->SetSashPosition(static_cast<int>(columns_->GetClientSize().x * share));
+}
+
+void DependenciesWindow::StorePlace() {
+  if (!isPlaced_ || IsIconized() || IsMaximized()) return;
+  const wxRect place(ToDIP(GetPosition()), ToDIP(GetSize()));
+  registry_.subSetRegistryValue(kPositionKey, std::string(kDependenciesPlace),
+                                PositionText(InTwips(place)));
+  LayoutStore(registry_).Write(
+      kDependenciesPanes, {ToDIP(columns_->GetSashPosition()), ToDIP(columns_->GetClientSize().x)});
+}
+
+}  // namespace gorbex::ui

@@ -1,0 +1,97 @@
+#include "ui/picture_drawing.h"
+
+#include <algorithm>
+
+#include "ui/palette.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr double kCorner = 4;
+constexpr double kLeastLetters = 3.5;  // in pixels; smaller ones are only grey
+
+}  // namespace
+
+PictureDrawing::PictureDrawing(wxGraphicsContext& context, const wxWindow& window, double pixels)
+    : context_(context),
+      window_(window),
+      pixels_(pixels),
+      scheme_(IsDark() ? Scheme::Dark : Scheme::Light),
+      colours_(ColoursOf(scheme_)) {}
+
+wxColour PictureDrawing::ColourOf(std::uint32_t colour) {
+  const auto part = [colour](unsigned shift) {
+    return static_cast<unsigned char>(colour >> shift & 0xFFU);
+  };
+  return {part(16), part(8), part(0)};
+}
+
+wxGraphicsPen PictureDrawing::Pen(const wxColour& colour, double width) const {
+  return context_.CreatePen(wxGraphicsPenInfo(colour).Width(std::max(width, 1 / pixels_)));
+}
+
+void PictureDrawing::SetTextShare(double share) {
+  textSize_ = kPictureTextSize * std::min(share, 1.0);
+}
+
+wxGraphicsFont PictureDrawing::Font(const wxColour& colour) const {
+  return context_.CreateFont(textSize_, window_.GetFont().GetFaceName(), wxFONTFLAG_DEFAULT,
+                             colour);
+}
+
+void PictureDrawing::SetHeadingFont(double share) {
+  context_.SetFont(context_.CreateFont(kPictureTextSize * share, window_.GetFont().GetFaceName(),
+                                       wxFONTFLAG_BOLD, ColourOf(colours_.text)));
+}
+
+void PictureDrawing::DrawBox(const wxRect2DDouble& place, ProjectState state, bool isInCircle,
+                             bool isSelected) {
+  const BoxColours colours = ColoursOf(state, scheme_);
+  const wxColour border = ColourOf(isInCircle ? colours_.circle : colours.border);
+  if (isSelected) {
+    constexpr double kRing = 4;
+    context_.SetBrush(*wxTRANSPARENT_BRUSH);
+    context_.SetPen(Pen(LinkColour(), 3));
+    context_.DrawRoundedRectangle(place.m_x - kRing, place.m_y - kRing, place.m_width + 2 * kRing,
+                                  place.m_height + 2 * kRing, kCorner + kRing);
+  }
+  wxGraphicsPenInfo pen(border);
+  pen.Width(std::max(isInCircle || IsLoud(state) ? 2.5 : 1.0, 1 / pixels_));
+  if (state == ProjectState::Skipped) pen.Style(wxPENSTYLE_SHORT_DASH);
+  context_.SetPen(context_.CreatePen(pen));
+  context_.SetBrush(context_.CreateBrush(wxBrush(ColourOf(colours.fill))));
+  context_.DrawRoundedRectangle(place.m_x, place.m_y, place.m_width, place.m_height, kCorner);
+  DrawMark(place, MarkOf(state), ColourOf(colours.text));
+}
+
+void PictureDrawing::DrawMark(const wxRect2DDouble& place, StateMark mark, const wxColour& colour) {
+  const auto strokes = StrokesOf(mark);
+  if (strokes.empty()) return;
+  const double x = place.m_x + kPicturePadding - 2;
+  const double y = place.m_y + place.m_height / 2;
+  wxGraphicsPath path = context_.CreatePath();
+  for (const auto& stroke : strokes) {
+    path.MoveToPoint(x + stroke.front().x, y + stroke.front().y);
+    for (const MarkPoint& point : stroke) path.AddLineToPoint(x + point.x, y + point.y);
+  }
+  context_.SetPen(Pen(colour, 1.8));
+  context_.StrokePath(path);
+}
+
+void PictureDrawing::DrawName(const wxRect2DDouble& place, ProjectState state,
+                              const wxString& name) {
+  if (textSize_ * pixels_ < kLeastLetters) return;
+  wxGraphicsFont& font = fonts_.at(static_cast<std::size_t>(state));
+  if (font.IsNull()) font = Font(ColourOf(ColoursOf(state, scheme_).text));
+  context_.SetFont(font);
+  DrawMiddle(name, place.m_x + kPicturePadding + kPictureMark, place.m_y + place.m_height / 2);
+}
+
+void PictureDrawing::DrawMiddle(const wxString& text, double x, double middle) {
+  double width = 0;
+  double height = 0;
+  context_.GetTextExtent(text, &width, &height);
+  context_.DrawText(text, x, middle - height / 2);
+}
+
+}  // namespace gorbex::ui

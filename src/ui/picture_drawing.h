@@ -1,0 +1,57 @@
+#pragma once
+
+#include <wx/colour.h>
+#include <wx/graphics.h>
+#include <wx/window.h>
+
+#include <array>
+#include <cstdint>
+
+#include "analysis/group_layout.h"
+#include "analysis/project_state.h"
+
+namespace gorbex::ui {
+
+/// Draws the parts of the picture of a group, in its units; the context's transformation makes
+/// pixels of them.
+class PictureDrawing {
+ public:
+  /// `pixels` is how many pixels a unit has.
+  PictureDrawing(wxGraphicsContext& context, const wxWindow& window, double pixels);
+
+  [[nodiscard]] const PictureColours& Colours() const { return colours_; }
+  [[nodiscard]] static wxColour ColourOf(std::uint32_t colour);
+
+  /// A pen of at least one pixel.
+  [[nodiscard]] wxGraphicsPen Pen(const wxColour& colour, double width) const;
+
+  /// Makes texts so much smaller that none of them is wider than its room in a box.
+  void SetTextShare(double share);
+
+  /// The font of names, in a colour.
+  [[nodiscard]] wxGraphicsFont Font(const wxColour& colour) const;
+
+  /// Sets the font of headings, so many times as large as names.
+  void SetHeadingFont(double share);
+
+  void DrawBox(const wxRect2DDouble& place, ProjectState state, bool isInCircle, bool isSelected);
+
+  /// The name in a box; nothing where it would be too small to read.
+  void DrawName(const wxRect2DDouble& place, ProjectState state, const wxString& name);
+
+  /// A text whose middle is at a height, in the font that was set last.
+  void DrawMiddle(const wxString& text, double x, double middle);
+
+ private:
+  void DrawMark(const wxRect2DDouble& place, StateMark mark, const wxColour& colour);
+
+  wxGraphicsContext& context_;
+  const wxWindow& window_;
+  double pixels_;
+  Scheme scheme_;
+  PictureColours colours_;
+  double textSize_ = kPictureTextSize;
+  std::array<wxGraphicsFont, kProjectStates.size()> fonts_;  ///< made when they are needed
+};
+
+}  // namespace gorbex::ui
