@@ -31,6 +31,7 @@ class Report:
     def __init__(self):
         self.sections = []
         self.series = {}
+        self.across = {}
 
     def section(self, title):
         print(f"\n{title}", flush=True)
@@ -47,7 +48,8 @@ class Report:
         self.add(what, ours.median() / peer.median(), target=target, spread=ours.spread() + peer.spread(),
                  cpu=ours.median("cpu") / peer.median("cpu"), page=page)
 
-    def point(self, plot, line, size, seconds):
+    def point(self, plot, line, size, seconds, across="projects"):
+        self.across[plot] = across
         self.series.setdefault(plot, {}).setdefault(line, []).append((size, seconds))
 
     def markdown(self):
@@ -71,16 +73,18 @@ class Report:
         folder = docs / "images" / "performance"
         folder.mkdir(parents=True, exist_ok=True)
         for plot, lines in self.series.items():
-            draw(folder / file_name(plot), plot, lines)
+            draw(folder / file_name(plot), plot, self.across[plot], lines)
 
 
 def file_name(plot):
     return re.sub(r"[^a-z]+", "-", plot.lower()).strip("-") + ".svg"
 
 
-def draw(file, title, lines):
+def draw(file, title, across, lines):
+    falls = all(points[0][1] > points[-1][1] for points in lines.values())
+    key = "right" if falls else "left"
     script = (f'set terminal svg size 720,400 font "sans,12" background "white"\nset output "{file}"\n'
-              f'set title "{title}"\nset xlabel "projects"\nset ylabel "seconds"\nset key left top\nset grid\n'
+              f'set title "{title}"\nset xlabel "{across}"\nset ylabel "seconds"\nset key {key} top\nset grid\n'
               "set xrange [0:*]\nset yrange [0:*]\nplot ")
     script += ", ".join(f'"-" title "{name}" with linespoints pt 7' for name in lines) + "\n"
     for points in lines.values():

@@ -240,7 +240,7 @@ class Bench:
                     ideal = max(chain * seconds, projects * seconds / jobs) + alone - projects * seconds
                     what = f"{levels} levels, {kind[6:].lower()}, {jobs} at once"
                     if kind == "BENCH_WAIT":
-                        self.report.point("64 projects that wait", f"{levels} levels", jobs, wall)
+                        self.report.point("64 compilers that wait", f"{levels} levels", jobs, wall, "compilers at once")
                         self.report.add(f"{what}: against the critical path and the sum", wall / ideal, target=1.05)
                         worst["ideal"] = max(worst["ideal"], wall / ideal)
                     self.report.compare(f"{what}: against ninja -j{jobs}", taken["gorbex"], taken["ninja"], 1.05)
