@@ -187,8 +187,22 @@ void BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
   on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
 }
 
+TimeLeft::Durations BuildRun::LastDurations(const RunState& run) const {
+  TimeLeft::Durations durations;
+  for (const auto& row : parts_.window.lvwQueue.Rows()) {
+    if (!run.Takes(*row)) continue;
+    const clsMember* project =
+        parts_.window.ProjectMembers.Find(row->SubItem(queue_column::kProject));
+    durations.push_back(
+        project == nullptr ? std::nullopt
+                           : parts_.freshness.LastDuration(*project, parts_.window.buildDirectory));
+  }
+  return durations;
+}
+
 void BuildRun::BuildInTurn(Procedure& on, RunState& run) {
   ListView& queue = parts_.window.lvwQueue;
+  run.timeLeft = TimeLeft(LastDurations(run));
   const std::size_t count = queue.Count();
   for (std::size_t i = 1; i <= count && !parts_.work.RunStops(); ++i) {
     const ListRow* row = on([&] { return &queue.At(i); });

@@ -50,6 +50,9 @@ class BuildRun {
 
   /// One after the other, in the order that the queue has when a project's turn comes.
   void BuildInTurn(Procedure& on, RunState& run);
+
+  /// Of the last builds of the run's projects, in the order of the queue.
+  [[nodiscard]] TimeLeft::Durations LastDurations(const RunState& run) const;
   [[nodiscard]] Pass BuildProject(Procedure& on, ProjectBuild& build);
 
   /// Makes the next run possible. The inbox stays unchecked, which the status bar tells.

@@ -163,6 +163,9 @@ CompileEnded Compile::Finish(Going going) {
     result.problem = error.Description();
   }
   if (result.problem.empty()) result.log = TextOf(going.resultLog_);
+  if (!result.succeeded) {
+    result.failure = PlaceOfFailure(uses_.files, result.path, result.log, result.problem);
+  }
   ended.Emit(result);
   return result;
 }

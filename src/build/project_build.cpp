@@ -40,7 +40,7 @@ bool ProjectBuild::AskToGoOn() {
 bool ProjectBuild::Begin(Procedure& on) {
   frmBuilder& window = parts_.window;
   events_.Emit(ProjectStarted{path_, ++run_.number, run_.checked, place_,
-                              run_.clock.Elapsed() - run_.start});
+                              run_.clock.Elapsed() - run_.start, run_.timeLeft.From(run_.number)});
   start_ = run_.WorkingTime();
   ShowBegin(on);
   const bool isGone = IsGone(path_, window.ProjectMembers, parts_.files);
@@ -133,7 +133,7 @@ bool ProjectBuild::Finish(Procedure& on) {
   Record(on, result.succeeded);
   debug_.Undo(on);
   events_.Emit(ProjectCompiled{path_, result.succeeded, run_.WorkingTime() - start_, result.log,
-                               result.problem});
+                               result.problem, result.failure});
   return result.succeeded;
 }
 

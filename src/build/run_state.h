@@ -15,6 +15,7 @@
 #include "build/question_time.h"
 #include "build/reference_consent.h"
 #include "build/run_parts.h"
+#include "build/time_left.h"
 #include "core/list_view.h"
 #include "platform/clock.h"
 
@@ -56,6 +57,7 @@ struct RunState {
   std::int32_t upToDate = 0;
   std::size_t number = 0;   ///< of the project that began last, from 1
   std::size_t checked = 0;  ///< projects of the run
+  TimeLeft timeLeft;        ///< empty while several projects are built at the same time
   LatestReport gets;
   std::vector<std::string> unamended;          ///< project files that could not be changed as asked
   std::optional<UsersOfFailed> usersOfFailed;  ///< nothing until a project has failed

@@ -119,7 +119,9 @@ void AnnotateFailure(const Session& session, const RunEvent& event) {
   if (compiled == nullptr || compiled->succeeded) return;
   const std::string& words = compiled->log.empty() ? compiled->problem : compiled->log;
   const std::string text(Trimmed(words));
-  AnnotateFindings(session, {{.file = compiled->path, .text = text, .id = "build"}});
+  const FailurePlace place = compiled->failure.value_or(FailurePlace{compiled->path});
+  AnnotateFindings(session,
+                   {{.file = place.file, .line = place.line, .text = text, .id = "build"}});
 }
 
 // The status that the command then has.
@@ -147,7 +149,7 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   }
   RunRecord record(CheckedProjects(program.window.lvwQueue));
   std::ostream& lines = frame.json ? frame.streams.err : frame.streams.out;
-  RunPrinter printer(frame, lines, program.platform.clock);
+  RunPrinter printer(frame, lines, program.platform.clock, session.host());
   TimeLimit limit(session, std::chrono::seconds(arguments.timeLimit));
   session.onIdle = [&] {
     printer.Tick();

@@ -1,13 +1,12 @@
 #include "cli/finding_views.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <ostream>
 
 #include "check/check.h"
 #include "check/group_check.h"
 #include "cli/annotations.h"
+#include "cli/shown_paths.h"
 #include "cli/text_output.h"
 #include "platform/code_page.h"
 
@@ -24,44 +23,6 @@ Colours ColoursOf(Severity severity, bool isShown) {
   if (!isShown) return {};
   return {severity == Severity::Error ? "\033[1;31m" : "\033[1;33m", "\033[2m", "\033[0m"};
 }
-
-std::string WithSlashes(std::string path) {
-  std::replace(path.begin(), path.end(), '\\', '/');
-  return path;
-}
-
-std::string CurrentFolder() {
-  std::error_code error;
-  const auto folder = std::filesystem::current_path(error).u8string();
-  const std::string text = WithSlashes({folder.begin(), folder.end()});
-  return error || text.ends_with('/') ? text : text + "/";
-}
-
-/// Paths as the user's other programs know them, in UTF-8: those of the host, from the current
-/// folder on where they are below it.
-class ShownPaths {
- public:
-  explicit ShownPaths(const Host& host) : host_(host), top_(CurrentFolder()) {}
-
-  /// The current folder with a "/" at its end.
-  [[nodiscard]] const std::string& Top() const { return top_; }
-
-  [[nodiscard]] std::string Full(const std::string& path) const {
-    const std::string shown = host_.HostPath(path);
-    const bool isPlain = !shown.empty() && Plain(FromUtf8Roughly(shown)) == shown;
-    return isPlain ? shown : Plain(path);
-  }
-
-  [[nodiscard]] std::string Short(const std::string& path) const {
-    const std::string full = Full(path);
-    const bool isBelow = !top_.empty() && WithSlashes(full).starts_with(top_);
-    return isBelow ? full.substr(top_.size()) : full;
-  }
-
- private:
-  const Host& host_;
-  std::string top_;
-};
 
 std::string PlaceOf(const ShownPaths& paths, const Finding& finding) {
   if (finding.file.empty()) return "gorbex";

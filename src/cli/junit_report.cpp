@@ -67,6 +67,13 @@ std::string Properties(const RunRecord::Project& project) {
          Property("place", std::to_string(project.place)) + "</properties>";
 }
 
+// Where editors and servers look for the file; the compiler counts lines in its own way.
+std::string SourceLine(const RunRecord::Project& project) {
+  const auto& failure = project.failure;
+  if (!failure || !failure->line) return "";
+  return Escaped(failure->file + FailureText(*failure) + "\n");
+}
+
 std::string TestCase(const RunRecord::Project& project, const std::string& properties) {
   std::string xml = "  <testcase classname=\"" + Escaped(project.path) + "\" name=\"" +
                     Escaped(FileName(project.path)) + "\" time=\"" + Time(project.duration) + "\"";
@@ -87,8 +94,8 @@ std::string TestCase(const RunRecord::Project& project, const std::string& prope
       break;
   }
   return xml + ">" + properties + "<failure message=\"" + Escaped(FirstLine(project.log)) + "\">" +
-         (project.IsNotGot() ? Escaped(NotGot(project) + "\n") : "") + Escaped(project.log) +
-         "</failure></testcase>\n";
+         (project.IsNotGot() ? Escaped(NotGot(project) + "\n") : "") + SourceLine(project) +
+         Escaped(project.log) + "</failure></testcase>\n";
 }
 
 std::string_view Problem(const RunEnded& end) {

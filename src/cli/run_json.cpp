@@ -31,8 +31,24 @@ std::chrono::milliseconds Duration(const Json& seconds) {
       std::chrono::duration<double>(seconds.get<double>()));
 }
 
+Json FailureJson(const std::optional<FailurePlace>& failure) {
+  if (!failure) return {};
+  return {{"file", JsonText(failure->file)},
+          {"line", failure->line ? Json(*failure->line) : Json()},
+          {"text", JsonText(failure->text)}};
+}
+
 std::string TextOf(const Json& json) {
   return FromUtf8(json.get<std::string>()).value_or("");
+}
+
+std::optional<FailurePlace> TakenFailure(const Json& project) {
+  const auto failure = project.find("failure");
+  if (failure == project.end() || failure->is_null()) return std::nullopt;
+  FailurePlace place{TextOf(failure->at("file")), {}, TextOf(failure->at("text"))};
+  const Json& line = failure->at("line");
+  if (line.is_number_unsigned()) place.line = line.get<std::size_t>();
+  return place;
 }
 
 void TakeProject(RunRecord& record, const Json& project) {
@@ -50,7 +66,7 @@ void TakeProject(RunRecord& record, const Json& project) {
     record.On(ProjectUpToDate{path, ""});
   } else {
     record.On(ProjectCompiled{path, result == "built", Duration(project.at("seconds")),
-                              TextOf(project.at("log")), ""});
+                              TextOf(project.at("log")), "", TakenFailure(project)});
   }
 }
 
@@ -66,6 +82,7 @@ Json RunJson(const RunRecord& record, const std::string& script) {
                         {"seconds", ifBegun(InSeconds(project.duration))},
                         {"place", ifBegun(project.place)},
                         {"log", JsonText(project.log)},
+                        {"failure", FailureJson(project.failure)},
                         {"got", project.got ? Json(*project.got) : Json()}});
   }
   Json messages = Json::array();

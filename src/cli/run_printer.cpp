@@ -29,7 +29,7 @@ void RunPrinter::Hear(const RunStarted& started) {
 }
 
 void RunPrinter::Hear(const ProjectStarted& project) {
-  building_.push_back({project.path, clock_.Elapsed()});
+  building_.push_back({project.path, clock_.Elapsed(), "", project.left});
   Draw();
 }
 
@@ -58,6 +58,9 @@ void RunPrinter::Hear(const ProjectCompiled& compiled) {
          << Seconds(compiled.duration) << '\n';
   TellNotGot(compiled.path);
   if (!compiled.succeeded) {
+    if (const auto& failure = compiled.failure) {
+      lines_ << paths_.Short(failure->file) << Plain(FailureText(*failure)) << '\n';
+    }
     lines_ << Indented(compiled.log.empty() ? compiled.problem : compiled.log);
   }
   lines_.flush();
@@ -110,8 +113,13 @@ void RunPrinter::Draw() {
   drawn_ = clock_.Elapsed();
   std::vector<std::string> rows = {Bar()};
   if (!pace_) {
-    rows.front() += " " + std::to_string(done_ + 1) + " of " + std::to_string(of_) + "  " +
-                    Row(building_.front());
+    const Building& only = building_.front();
+    rows.front() +=
+        " " + std::to_string(done_ + 1) + " of " + std::to_string(of_) + "  " + Row(only);
+    if (only.left) {
+      const std::string left = LeftText(*only.left - (drawn_ - only.start));
+      if (!left.empty()) rows.front() += "  " + left;
+    }
   } else {
     RunPaced now = *pace_;
     now.building = building_.size();

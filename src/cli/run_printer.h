@@ -9,6 +9,7 @@
 
 #include "cli/frame.h"
 #include "cli/progress_rows.h"
+#include "cli/shown_paths.h"
 #include "core/run_events.h"
 #include "platform/clock.h"
 
@@ -19,8 +20,8 @@ namespace gorbex::cli {
 class RunPrinter {
  public:
   /// Lines go to `lines`; the progress to the error stream, when that is a terminal.
-  RunPrinter(const Frame& frame, std::ostream& lines, const Clock& clock)
-      : frame_(frame), lines_(lines), clock_(clock), rows_(frame.streams) {}
+  RunPrinter(const Frame& frame, std::ostream& lines, const Clock& clock, const Host& host)
+      : frame_(frame), lines_(lines), clock_(clock), paths_(host), rows_(frame.streams) {}
 
   void On(const RunEvent& event);
 
@@ -32,7 +33,8 @@ class RunPrinter {
     std::string path;
     std::chrono::milliseconds start{0};
     std::string step{};
-    std::optional<std::string> notGot{};  ///< why its latest sources were not got
+    std::optional<std::chrono::milliseconds> left{};  ///< of the run, from the start on
+    std::optional<std::string> notGot{};              ///< why its latest sources were not got
   };
 
   void Hear(const RunStarted& started);
@@ -59,6 +61,7 @@ class RunPrinter {
   const Frame& frame_;
   std::ostream& lines_;
   const Clock& clock_;
+  ShownPaths paths_;
   ProgressRows rows_;
   std::vector<Building> building_;
   std::set<std::string> toldProblems_;

@@ -55,6 +55,7 @@ void RunRecord::Take(const ProjectCompiled& compiled) {
   if (project == nullptr) return;
   project->outcome = compiled.succeeded ? Outcome::Built : Outcome::Failed;
   project->duration = compiled.duration;
+  project->failure = compiled.failure;
   project->log = compiled.log.empty() ? compiled.problem : compiled.log;
 }
 

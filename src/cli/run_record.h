@@ -22,6 +22,7 @@ class RunRecord {
     std::size_t place{};                 ///< of its compiler, from 1; 0 when it did not begin
     std::chrono::milliseconds start{0};  ///< from the run's begin
     std::chrono::milliseconds duration{0};
+    std::optional<FailurePlace> failure{};  ///< nothing when it did not fail
     std::string log{};          ///< the compiler's words, or why it was not asked or wrote none
     std::optional<bool> got{};  ///< the latest sources; nothing when none were to be got
     std::string notGot{};       ///< why not

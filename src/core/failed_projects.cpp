@@ -3,20 +3,8 @@
 #include <algorithm>
 
 #include "core/text.h"
-#include "platform/code_page.h"
 
 namespace gorbex {
-namespace {
-
-std::string ReasonOf(const CompileEnded& compile) {
-  if (!compile.problem.empty()) return OnOneLine(compile.problem);
-  const auto start = compile.log.find_first_not_of("\r\n\t ");
-  if (start == std::string::npos) return "the compiler wrote an empty result log";
-  return OnOneLine(compile.log.substr(start, compile.log.find_first_of("\r\n", start) - start));
-}
-
-}  // namespace
-
 std::string FailedProject::Text() const {
   std::string text = path;
   text.append(kLineBreak).append(path.size(), '=').append(kLineBreak);
@@ -59,7 +47,10 @@ void FailedProjects::Take(const ProjectSkipped& skipped) {
 
 void FailedProjects::Take(const CompileEnded& compile) {
   Forget(compile.path);
-  if (!compile.succeeded) all_.push_back({compile.path, ReasonOf(compile), compile.log});
+  if (!compile.succeeded) {
+    const std::string reason = compile.failure ? compile.failure->text : compile.problem;
+    all_.push_back({compile.path, reason, compile.log, compile.failure});
+  }
   changed.Emit();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,8 +11,9 @@ namespace gorbex {
 /// A project that did not build.
 struct FailedProject {
   std::string path;
-  std::string reason;  ///< one line, never empty
-  std::string log;     ///< what the compiler wrote; empty when it wrote nothing
+  std::string reason;                     ///< one line, never empty
+  std::string log;                        ///< what the compiler wrote; empty when it wrote nothing
+  std::optional<FailurePlace> failure{};  ///< nothing when a run skipped it
 
   /// The path, underlined, right above the compiler's words or the reason. Lines end with CR LF.
   [[nodiscard]] std::string Text() const;

@@ -24,15 +24,19 @@ std::string ReasonOf(const ProjectSkipped& skipped) {
   return "it uses " + skipped.failed + ", which failed";
 }
 
-std::string PaceText(const RunPaced& paced) {
-  std::string text = std::to_string(paced.done) + " of " + std::to_string(paced.of) + " done, " +
-                     std::to_string(paced.building) + " building";
-  if (!paced.left || paced.left->count() <= 0) return text;
-  const auto seconds = std::chrono::ceil<std::chrono::seconds>(*paced.left).count();
-  return text + ", about " +
+std::string LeftText(const std::optional<std::chrono::milliseconds>& left) {
+  if (!left || left->count() <= 0) return "";
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(*left).count();
+  return "about " +
          (seconds < 100 ? std::to_string(seconds) + " s"
                         : std::to_string((seconds + 59) / 60) + " min") +
          " left";
+}
+
+std::string PaceText(const RunPaced& paced) {
+  const std::string left = LeftText(paced.left);
+  return std::to_string(paced.done) + " of " + std::to_string(paced.of) + " done, " +
+         std::to_string(paced.building) + " building" + (left.empty() ? "" : ", " + left);
 }
 
 std::string CountsText(const RunEnded& run, std::size_t checked) {

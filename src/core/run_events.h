@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/dialogs.h"
+#include "core/failure_place.h"
 #include "core/latest_source.h"
 #include "core/signal.h"
 
@@ -18,8 +19,9 @@ namespace gorbex {
 struct CompileEnded {
   std::string path;
   bool succeeded = false;
-  std::string log;      ///< what the compiler wrote, empty when it wrote nothing
-  std::string problem;  ///< why it wrote nothing, when the program knows
+  std::string log;                        ///< what the compiler wrote, empty when it wrote nothing
+  std::string problem;                    ///< why it wrote nothing, when the program knows
+  std::optional<FailurePlace> failure{};  ///< nothing when it succeeded
 };
 
 enum class RunResult {
@@ -47,6 +49,10 @@ struct ProjectStarted {
   std::size_t of = 0;
   std::size_t place = 1;               ///< among the compilers that run side by side, from 1
   std::chrono::milliseconds start{0};  ///< from the run's begin
+
+  /// Of the whole run, when projects are built one after the other; nothing when no durations are
+  /// known.
+  std::optional<std::chrono::milliseconds> left{};
 };
 /// Instead of ProjectStarted, for a project that is passed over.
 struct ProjectSkipped {
@@ -74,6 +80,7 @@ struct ProjectCompiled {
   std::chrono::milliseconds duration;  ///< of all its steps, without the time questions were open
   std::string log;                     ///< what the compiler wrote, empty when it wrote nothing
   std::string problem;                 ///< why it wrote nothing, when the program knows
+  std::optional<FailurePlace> failure{};  ///< nothing when it succeeded
 };
 /// Whenever one of several projects that are built side by side has begun or is done.
 struct RunPaced {
@@ -106,6 +113,9 @@ using RunEvents = Signal<RunEvent>;
 
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
 [[nodiscard]] std::string ReasonOf(const ProjectSkipped& skipped);
+
+/// An estimate, such as "about 40 s left"; empty when there is none.
+[[nodiscard]] std::string LeftText(const std::optional<std::chrono::milliseconds>& left);
 
 /// How far a run is, such as "4 of 10 done, 3 building, about 40 s left".
 [[nodiscard]] std::string PaceText(const RunPaced& paced);

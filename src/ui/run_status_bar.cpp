@@ -110,6 +110,7 @@ void RunStatusBar::Begin(const RunStarted& run) {
   gauge_->SetRange(std::max(1, static_cast<int>(run.projects)));
   gauge_->SetValue(0);
   total_ = {};
+  number_.clear();
   project_.Start();
   ShowGauge(run.projects > 0);
   PlaceGauge();
@@ -120,21 +121,23 @@ void RunStatusBar::Next(const ProjectStarted& project) {
   if (isSideBySide_) return;
   gauge_->SetValue(static_cast<int>(project.number) - 1);
   number_ = wxString::Format("%zu of %zu", project.number, project.of);
-  SetStatusText(number_, kCount);
+  step_.clear();
+  left_ = project.left;
   project_.Start();
   ShowTime();
 }
 
 void RunStatusBar::Take(const StepStarted& step) {
   if (isSideBySide_) return;
-  SetStatusText(number_ + ", " + ToWx(std::string(NameOf(step.step))), kCount);
+  step_ = ", " + ToWx(std::string(NameOf(step.step)));
+  ShowTime();
 }
 
 // Questions about a project's result take the user's time, not the compiler's.
 void RunStatusBar::Done(const ProjectCompiled& project) {
   total_ += project.duration;
   if (isSideBySide_) return;
-  SetStatusText(number_, kCount);
+  step_.clear();
   ShowTime();
   project_.Pause();
   gauge_->SetValue(gauge_->GetValue() + 1);
@@ -157,6 +160,12 @@ void RunStatusBar::End(const RunEnded& run) {
 }
 
 void RunStatusBar::ShowTime() {
+  if (!isSideBySide_ && !number_.empty()) {
+    auto left = left_;
+    if (left) *left -= std::chrono::milliseconds(project_.Time());
+    const wxString estimate = ToWx(LeftText(left));
+    SetStatusText(number_ + step_ + (estimate.empty() ? estimate : ", " + estimate), kCount);
+  }
   SetStatusText(ElapsedText(std::chrono::milliseconds(project_.Time())), kTime);
 }
 

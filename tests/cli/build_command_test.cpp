@@ -21,6 +21,7 @@ TEST_F(BuildCommandTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
                                        {"seconds", 0.0},
                                        {"place", 1},
                                        {"log", "\r\nBuild of 'x' succeeded."},
+                                       {"failure", nullptr},
                                        {"got", nullptr}}));
   EXPECT_EQ(json["projects"][1]["result"], "failed");
   EXPECT_EQ(json["messages"], Json::array({"Errors during the build process"}));
@@ -66,6 +67,7 @@ TEST_F(BuildCommandTest, SkipsWhatUsesAFailedProjectAndSaysWhy) {
                                {"seconds", nullptr},
                                {"place", nullptr},
                                {"log", reason},
+                               {"failure", nullptr},
                                {"got", nullptr}}));
 }
 

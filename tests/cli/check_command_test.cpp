@@ -136,11 +136,13 @@ TEST_F(CheckCommandTest, GivesFindingsAndFailuresToABuildServer) {
   }
   InstallCompiler({"Core"});
   ci = CiSystem::GitHub;
-  EXPECT_NE(
-      Run({"build", file, Group::Path("Core"), "--yes"})
-          .out.find("\n::error file=C%3A\\Group\\Core\\Core.vbp,title=build::Compile Error in "
-                    "File 'C:\\x.bas', Line 4 : Syntax <error>%0ABuild of 'x' failed.\n"),
-      std::string::npos);
+  const std::string words =
+      "title=build::Compile Error in File 'C:\\x.bas', Line 4 : Syntax <error>";
+  for (const std::string place : {"C%3A\\Group\\Core\\Core.vbp,", "C%3A\\x.bas,line=6,"}) {
+    const std::string out = Run({"build", file, Group::Path("Core"), "--yes"}).out;
+    EXPECT_NE(out.find("\n::error file=" + place + words), std::string::npos) << out;
+    platform.files.AddFile("C:\\x.bas", "Attribute VB_Name = \"x\"\n\n\n\n\n");
+  }
 }
 
 }  // namespace

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace gorbex {
+
+/// Estimates how long the rest of a run takes whose projects are built one after the other. A
+/// project that was never built takes as long as the others on average.
+class TimeLeft {
+ public:
+  using Durations = std::vector<std::optional<std::chrono::milliseconds>>;
+
+  TimeLeft() = default;
+
+  /// Of the last builds, in the order of the run.
+  explicit TimeLeft(const Durations& last);
+
+  /// From the begin of a project, numbered from 1. Nothing when no duration is known.
+  [[nodiscard]] std::optional<std::chrono::milliseconds> From(std::size_t number) const;
+
+ private:
+  std::vector<std::chrono::milliseconds> left_;  ///< from each project on; empty when not known
+};
+
+}  // namespace gorbex
