@@ -61,6 +61,8 @@ void OfferFailed(MainMenu& menu, const Program& program) {
     });
   };
   menu.mnuWindowFailed.SetPossible([&program] { return !program.failed.All().empty(); });
+  Offer({&menu.mnuWindowNextFailure, &menu.mnuWindowPreviousFailure},
+        [&program] { return program.failureSteps.IsPossible(); });
   menu.mnuQueueMarkFailed.SetPossible(hasFailedRow);
   menu.mnuQueueBuildFailed.SetPossible([hasFailedRow, &work = program.work] {
     return work.MayBuild() && work.MayUseSourceControl() && hasFailedRow();

@@ -51,6 +51,9 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
            latest, referenceUpdate, values, version, script, compile, replaced, freshness, group,
            platform.files}),
       failed(run.events, compile.ended),
+      editor(options, platform.processes, dialogs),
+      failureSteps(failed, editor),
+      notice(run.events, platform.clock),
       compiled({window, platform.files, queue, display, work}, compile.ended),
       marks(window, group, failed, report),
       outdated(window, group, work, freshness),
@@ -130,6 +133,13 @@ void Program::ConnectToolsMenu() {
   menu.mnuWindowDependencies.SetHandler([this] { picture.mnuWindowDependencies_Click(); });
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
   menu.mnuToolsCheck.SetHandler([this] { checkList.mnuToolsCheck_Click(); });
+  shows_ = checkForm.fileWanted.Connect(
+      [this](const std::string& file, const std::optional<std::size_t>& line) {
+        editor.Open(file, line);
+      });
+  menu.mnuWindowNextFailure.SetHandler([this] { failureSteps.mnuWindowNextFailure_Click(); });
+  menu.mnuWindowPreviousFailure.SetHandler(
+      [this] { failureSteps.mnuWindowPreviousFailure_Click(); });
   menu.mnuToolsMissing.SetHandler([this] { missingList.mnuToolsMissing_Click(); });
   menu.mnuDataPopupReg.SetHandler([this] { registration.mnuDataPopupReg_Click(); });
   menu.mnuDataPopupUnReg.SetHandler([this] { registration.mnuDataPopupUnReg_Click(); });

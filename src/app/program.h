@@ -35,7 +35,9 @@
 #include "core/build_project_file.h"
 #include "core/check_form.h"
 #include "core/dependencies_form.h"
+#include "core/editor.h"
 #include "core/failed_projects.h"
+#include "core/failure_steps.h"
 #include "core/log_viewer.h"
 #include "core/logs_form.h"
 #include "core/main_window.h"
@@ -46,6 +48,7 @@
 #include "core/project_file_reader.h"
 #include "core/project_findings.h"
 #include "core/registry_tools.h"
+#include "core/run_notice.h"
 #include "core/select_control_form.h"
 #include "core/shell.h"
 #include "core/test_control_form.h"
@@ -115,6 +118,9 @@ class Program {
   Compile compile;
   BuildRun run;
   FailedProjects failed;
+  Editor editor;
+  FailureSteps failureSteps;
+  RunNotice notice;
   CompiledProjects compiled;
   QueueMarks marks;
   OutdatedMarks outdated;
@@ -138,6 +144,7 @@ class Program {
   Subscription turns_;
   Subscription starts_;
   Subscription made_;
+  Subscription shows_;
 
   void ConnectFileMenu();
   void ConnectQueueMenu();

@@ -34,8 +34,8 @@ void OptionsDialog::ConnectControls() {
                         &form_.chkSkipUsers, &form_.chkSkipUpToDate, &form_.chkDebug}) {
     FollowEdits(box->value);
   }
-  for (TextBox* box :
-       {&form_.txtErrorUser, &form_.txtBuildPath, &form_.txtInterval, &form_.txtVBPName}) {
+  for (TextBox* box : {&form_.txtErrorUser, &form_.txtBuildPath, &form_.txtEditor,
+                       &form_.txtInterval, &form_.txtVBPName}) {
     FollowEdits(box->text);
   }
   FollowEdits(form_.optReply);
@@ -70,6 +70,7 @@ void OptionsDialog::ShowSettings() {
   form_.chkSkipUpToDate.value.Set(options_.SkipUpToDate);
   form_.spnJobs.Set(options_.Jobs);
   form_.txtBuildPath.text.Set(options_.BuildPath);
+  form_.txtEditor.text.Set(options_.Editor);
   form_.txtInterval.text.Set(std::to_string(options_.Interval));
   form_.txtVBPName.text.Set(options_.AutoLaunchName);
   form_.chkAutoLaunchVBP.value.Set(options_.AutoLaunchVBP);
@@ -89,6 +90,7 @@ void OptionsDialog::TakeControls(Procedure& on) {
   options_.SkipUpToDate = form_.chkSkipUpToDate.value.Get();
   options_.Jobs = form_.spnJobs.Get();
   on([&] { options_.BuildPath = form_.txtBuildPath.text.Get(); });
+  on([&] { options_.Editor = form_.txtEditor.text.Get(); });
   on([&] { options_.Interval = ToLong(NumericValue(form_.txtInterval.text.Get())); });
   on([&] { options_.AutoLaunchName = form_.txtVBPName.text.Get(); });
   options_.AutoLaunchVBP = form_.chkAutoLaunchVBP.value.Get();

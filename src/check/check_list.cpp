@@ -128,7 +128,9 @@ void CheckList::GoToProject() {
 
 void CheckList::OpenFile() {
   const Finding* finding = Selected();
-  if (finding != nullptr && !finding->file.empty()) form_.fileWanted.Emit(finding->file);
+  if (finding != nullptr && !finding->file.empty()) {
+    form_.fileWanted.Emit(finding->file, finding->line);
+  }
 }
 
 void CheckList::Activate() {

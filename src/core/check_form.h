@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "core/command.h"
@@ -29,7 +30,9 @@ struct frmCheck {
 
   Signal<std::size_t> headingClicked;  ///< the user wants the rows sorted by this column
   Signal<> rowActivated;               ///< the selected one
-  Signal<std::string> fileWanted;      ///< the user wants to see this file
+
+  /// The user wants to see this file, at a line from 1 where one is meant.
+  Signal<std::string, std::optional<std::size_t>> fileWanted;
 };
 
 }  // namespace gorbex

@@ -61,6 +61,9 @@ struct MainMenu {
   Command mnuWindowViewLogs{"mnuWindowViewLogs", "View &Logs...", "Ctrl+L"};
   Command mnuWindowDependencies{"mnuWindowDependencies", "&Dependencies", "Ctrl+U"};
   Command mnuWindowFailed{"mnuWindowFailed", "&Failed Projects", "Ctrl+F8"};
+  Command mnuWindowNextFailure{"mnuWindowNextFailure", "Open Ne&xt Failure", "F4"};
+  Command mnuWindowPreviousFailure{"mnuWindowPreviousFailure", "Open Pre&vious Failure",
+                                   "Shift+F4"};
   Command mnuWindowNextPane{"mnuWindowNextPane", "&Next Pane", "F6"};
   Command mnuWindowPreviousPane{"mnuWindowPreviousPane", "&Previous Pane", "Shift+F6"};
   Command mnuHelpAbout{"mnuHelpAbout", "&About GorbexBuilder"};

@@ -66,6 +66,7 @@ class clsOptions {
   bool SkipUsersOfFailed = false;
   bool SkipUpToDate = false;
   std::int32_t Jobs = 1;  ///< compilers that run side by side; 0 for as many as processors
+  std::string Editor;     ///< opens sources, as EditorCallOf reads it; empty for the system's way
 
  private:
   void Load(std::size_t number);

@@ -42,6 +42,7 @@ struct frmOptions {
   CheckBox chkDebug;
   Property<std::int32_t> spnJobs{1};  ///< compilers side by side; 0 for as many as processors
   TextBox txtBuildPath;
+  TextBox txtEditor;
   Command cmdBrowse{"cmdBrowse", "&Browse..."};
 
   CheckBox chkAutoLaunchVBP;

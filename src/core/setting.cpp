@@ -89,6 +89,7 @@ const std::array<Setting, kSettings>& AllSettings() {
       {"SkipUsersOfFailed", "SkipUsersOfFailed", &clsOptions::SkipUsersOfFailed},
       {"SkipUpToDate", "SkipUpToDate", &clsOptions::SkipUpToDate},
       {"Jobs", "Jobs", Setting::Jobs{&clsOptions::Jobs}},
+      {"Editor", "Editor", &clsOptions::Editor},
       {"VersionComponents", "", &clsOptions::VersionComponents},
       {"WatchSource", "", &clsOptions::WatchSource},
   }};

@@ -40,7 +40,7 @@ struct Setting {
   void Take(clsOptions& options, const std::string& text) const;
 };
 
-inline constexpr std::size_t kSettings = 19;
+inline constexpr std::size_t kSettings = 20;
 
 /// Every setting once; the stored ones first, in the order in which they are loaded and saved.
 [[nodiscard]] const std::array<Setting, kSettings>& AllSettings();

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "platform/runtime_error.h"
 
@@ -39,6 +40,11 @@ class ProcessLauncher {
   /// Starts a command line as the system's process start does: the program comes first, quoted or
   /// not; no shell reads it. Error 53 when the program cannot be found, 5 when it cannot be run.
   [[nodiscard]] virtual StartResult Start(const std::string& commandLine) = 0;
+
+  /// Starts a program, found as Start finds it, with these arguments (UTF-8), each as it is. Errors
+  /// as Start.
+  [[nodiscard]] virtual StartResult StartProgram(const std::string& program,
+                                                 const std::vector<std::string>& arguments) = 0;
 };
 
 }  // namespace gorbex

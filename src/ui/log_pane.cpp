@@ -4,6 +4,7 @@
 #include <wx/sizer.h>
 
 #include <cstddef>
+#include <utility>
 
 #include "core/file_tools.h"
 #include "ui/caption_divider.h"
@@ -18,13 +19,14 @@ constexpr int kListWidth = 170;
 
 }  // namespace
 
-LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box)
+LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box, OpenFailure open)
     : wxPanel(parent),
       failed_(failed),
       projects_(new wxListBox(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
                               wxLB_SINGLE, wxDefaultValidator, "failedProjects")),
       text_(new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                            wxTE_MULTILINE | wxTE_READONLY, wxDefaultValidator, "txtLogFile")),
+      open_(std::move(open)),
       subscription_(failed.changed.Connect([this] { isStale_ = true; })) {
   text_->SetFont(wxFontInfo(text_->GetFont().GetPointSize()).Family(wxFONTFAMILY_TELETYPE));
   projects_->SetMinSize(wxSize(FromDIP(kListWidth), -1));
@@ -33,6 +35,16 @@ LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box)
     if (event.GetSelection() >= 0 && number < failed_.All().size()) {
       shown_ = failed_.All()[number].path;
       ShowSection();
+    }
+  });
+  projects_->SetToolTip("Enter or a double click opens the file where the project failed");
+  projects_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { OpenShown(); });
+  projects_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const bool isEnter = event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
+    if (isEnter && !event.HasAnyModifiers()) {
+      OpenShown();
+    } else {
+      event.Skip();
     }
   });
   // The list is filled before it has a size, so the chosen project may be out of sight.
@@ -91,6 +103,11 @@ void LogPane::ShowFailures() {
   projects_->Set(names);
   projects_->SetSelection(chosen);
   ShowSection();
+}
+
+// The editor may be a dialog that says why there is none, so the event ends first.
+void LogPane::OpenShown() {
+  CallAfter([this, path = shown_] { open_(path); });
 }
 
 void LogPane::ShowSection() {

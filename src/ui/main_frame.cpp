@@ -73,6 +73,7 @@ MainFrame::MainFrame(Program& program, ShowFolder showFolder)
   SetStatusBarPane(-1);
   status_ = new RunStatusBar(this, program_.window, program_.run.events);
   SetStatusBar(status_);
+  progress_ = std::make_unique<DesktopProgress>(*this, program_.run.events, program_.notice);
   MakePanes();
   BindData();
   BindQueue();
@@ -87,6 +88,8 @@ MainFrame::MainFrame(Program& program, ShowFolder showFolder)
 
 MainFrame::~MainFrame() {
   for (Command* command : OwnCommands(program_.window.menu)) command->SetHandler({});
+  program_.editor.openBySystem = {};
+  progress_.reset();
   ShowPointer(MousePointer::Default);
 }
 
@@ -122,12 +125,6 @@ void MainFrame::HandlePopups() {
   menu.mnuPopupOpenFolder.SetHandler([this] { OpenFolder(); });
   menu.mnuPopupCopyPath.SetHandler([this] { CopyText(ToWx(pointed_.path)); });
   menu.mnuPopupCopyGuid.SetHandler([this] { CopyText(ToWx(pointed_.guid)); });
-}
-
-void MainFrame::ShowFile(const std::string& file) {
-  if (showFolder_(file)) return;
-  program_.dialogs.Show(
-      {"The system cannot show the file " + file, Buttons::Ok, MessageIcon::Exclamation});
 }
 
 void MainFrame::OpenFolder() {
@@ -166,7 +163,8 @@ void MainFrame::MakePanes() {
   details_ = splitter(columns_, 0.6);
   dataPane_ = MakeReferencesPane(details_);
   queuePane_ = MakeQueuePane(rows_);
-  log_ = new LogPane(details_, program_.failed, program_.window.txtLogFile);
+  log_ = new LogPane(details_, program_.failed, program_.window.txtLogFile,
+                     [this](const std::string& path) { program_.failureSteps.Open(path); });
   details_->Initialize(dataPane_);
   log_->Hide();
   columns_->SplitVertically(treePane_, details_);
@@ -323,12 +321,13 @@ void MainFrame::FollowState() {
   follow(window.tvwProjects.cleared, [this] { ShowMissing(); });
   follow(window.mousePointer.changed, [this](const MousePointer& shown) { ShowPointer(shown); });
   follow(window.closeRequested, [this] { Close(); });
-  follow(program_.checkForm.fileWanted, [this](const std::string& file) { ShowFile(file); });
   follow(program_.dependencies.projectActivated, [this] {
     Raise();
     tree_->ShowSelected();
     tree_->SetFocus();
   });
+  program_.editor.openBySystem = showFolder_;
+  follow(program_.failureSteps.opened, [this](const std::string& path) { log_->GoTo(path); });
   follow(program_.run.events, [this](const RunEvent& event) {
     if (std::holds_alternative<RunStarted>(event)) {
       status_->ShowProblems(program_.checkList.ProblemsAtStart());

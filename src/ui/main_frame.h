@@ -13,6 +13,7 @@
 #include "app/program.h"
 #include "ui/command_ids.h"
 #include "ui/dependencies_window.h"
+#include "ui/desktop_progress.h"
 #include "ui/details_block.h"
 #include "ui/find_bar.h"
 #include "ui/link_line.h"
@@ -67,7 +68,6 @@ class MainFrame : public wxFrame {
   void OnIdle(wxIdleEvent& event);
   void TellNotCompared();
   void OpenFolder();
-  void ShowFile(const std::string& file);
   void Popup(std::unique_ptr<wxMenu> menu, PointedItem item);
 
   Program& program_;
@@ -89,6 +89,7 @@ class MainFrame : public wxFrame {
   LinkLine* terms_ = nullptr;
   RunStatusBar* status_ = nullptr;
   FindBar* find_ = nullptr;
+  std::unique_ptr<DesktopProgress> progress_;
   std::unique_ptr<PaneCycle> cycle_;
   PointedItem pointed_;  ///< that the last pop-up menu was opened on
   wxTimer mailTimer_;

@@ -112,6 +112,21 @@ void OptionsWindow::MakeBuildPage() {
               wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
   content.Add(PathRow(page, "txtBuildPath", form_.txtBuildPath, form_.cmdBrowse),
               wxSizerFlags().Expand());
+  AddEditor(page);
+}
+
+void OptionsWindow::AddEditor(wxPanel* page) {
+  wxSizer& content = ContentOf(page);
+  content.Add(new wxStaticText(page, wxID_ANY, "Ed&itor that opens sources:"),
+              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
+  auto* text = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,
+                              wxDefaultValidator, "txtEditor");
+  fields_.Join(*text, form_.txtEditor);
+  content.Add(text, wxSizerFlags().Expand());
+  content.Add(new wxStaticText(page, wxID_ANY,
+                               "Such as: code --goto %FILE%:%LINE%\n"
+                               "Empty: the program that the system opens a file with"),
+              wxSizerFlags().Border(wxTOP, FromDIP(kRowGap)));
 }
 
 void OptionsWindow::AddJobs(wxPanel* page) {

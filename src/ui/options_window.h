@@ -26,6 +26,7 @@ class OptionsWindow : public wxDialog {
   void MakeTestProjectPage();
   void MakeMailPage();
   void AddJobs(wxPanel* page);
+  void AddEditor(wxPanel* page);
   void AddCheck(wxPanel* page, const wxString& label, const wxString& name, CheckBox& state);
   wxSizer* PathRow(wxPanel* page, const wxString& name, TextBox& state, Command& browse);
   void AddReplyChoice(wxPanel* page, const wxString& label, const wxString& name,

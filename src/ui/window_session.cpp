@@ -21,6 +21,7 @@ WindowSession::WindowSession(Host& host)
 void WindowSession::Start(const std::string& typed) {
   auto* frame =
       new MainFrame(program_, [this](const std::string& folder) { return ShowFolder(folder); });
+  program_.editor.hostPath = [this](const std::string& file) { return host_.HostPath(file); };
   dialogs_.SetParent(frame);
   frame->Bind(wxEVT_DESTROY, [this, frame](wxWindowDestroyEvent& event) {
     if (event.GetEventObject() == frame) dialogs_.SetParent(nullptr);

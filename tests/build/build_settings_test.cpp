@@ -36,7 +36,8 @@ TEST_F(BuildSettingsTest, ShowsAndAppliesEachSettingInItsControl) {
                          &o.ChangeRefs,    &o.AutoBuildDependant, &o.StopProcessing,
                          &o.AutoLaunchVBP, &o.SkipUsersOfFailed};
   for (std::size_t i = 0; i < std::size(flags); ++i) *flags[i] = i % 2 == 0;
-  options.ReplyUser = "a", options.BuildPath = "b", options.AutoLaunchName = "c";
+  options.ReplyUser = "a", options.BuildPath = "b", options.AutoLaunchName = "c",
+  options.Editor = "d";
   options.DebugBuild = "TRUE", options.ReplyTo = 1;
   dialogs.useOptions = [&](frmOptions& form) {
     CheckBox* const boxes[] = {
@@ -53,6 +54,7 @@ TEST_F(BuildSettingsTest, ShowsAndAppliesEachSettingInItsControl) {
     form.optReply.Set(0);
     form.txtErrorUser.text.Set(form.txtErrorUser.text.Get() + "+");
     form.txtBuildPath.text.Set(form.txtBuildPath.text.Get() + "+");
+    form.txtEditor.text.Set(form.txtEditor.text.Get() + "+");
     form.txtVBPName.text.Set(form.txtVBPName.text.Get() + "+");
     form.txtInterval.text.Set("90");
     form.cmdOK.Execute();
@@ -62,7 +64,8 @@ TEST_F(BuildSettingsTest, ShowsAndAppliesEachSettingInItsControl) {
   EXPECT_EQ(Run(menu.mnuToolsBuildOptions), Journal{"interval 60000"});
   EXPECT_EQ(program.window.buildDirectory, "b+");
   options.LoadSettings();
-  EXPECT_EQ(options.ReplyUser + options.BuildPath + options.AutoLaunchName, "a+b+c+");
+  EXPECT_EQ(options.ReplyUser + options.BuildPath + options.AutoLaunchName + options.Editor,
+            "a+b+c+d+");
   EXPECT_EQ(options.DebugBuild + std::to_string(options.Interval + options.ReplyTo), "False60");
 }
 

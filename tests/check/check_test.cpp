@@ -336,9 +336,7 @@ TEST(Check, ListsItsFindings) {
   ASSERT_TRUE(program.buildProject.OpenProject(file));
   EXPECT_EQ(program.checkList.ProblemsAtStart(), "2 problems: Check...");
   frmCheck& form = program.checkForm;
-  std::vector<std::string> opened;
-  const auto listening =
-      form.fileWanted.Connect([&](const std::string& path) { opened.push_back(path); });
+  program.options.Editor = "edit +%LINE%";
   program.window.menu.mnuToolsCheck.Execute();
   const auto places = [&] {
     std::string text;
@@ -349,10 +347,12 @@ TEST(Check, ListsItsFindings) {
   EXPECT_EQ(form.summary.Get(), "2 errors, 1 warning");
   EXPECT_EQ(places(), "Group.bpf Core.vbp:8 Core.vbp:5 ");
   form.rowActivated.Emit();  // no project is concerned: the file is opened
-  EXPECT_EQ(opened, std::vector<std::string>{file});
+  EXPECT_EQ(world.platform.journal.back(), "start edit|+1|" + file);
   form.lvwFindings.Select(&form.lvwFindings.At(2));
   form.rowActivated.Emit();
   EXPECT_EQ(program.window.tvwProjects.Selected()->Text(), Group::Path("Core"));
+  form.cmdOpen.Execute();
+  EXPECT_EQ(world.platform.journal.back(), "start edit|+8|" + Group::Path("Core"));
   form.headingClicked.Emit(check_column::kProject);
   EXPECT_EQ(places(), "Core.vbp:8 Core.vbp:5 Group.bpf ");
   form.headingClicked.Emit(check_column::kProject);

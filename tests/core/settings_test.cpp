@@ -104,7 +104,7 @@ TEST_F(SettingsTest, SettingsOfAFreshUserAreEmptyAndSavedOnesComeBack) {
             "| Interval=90| AutoStart=False| GetLatest=False| Compatible=True| ChangeRefs=False| "
             "StopProcessing=False| BuildPath=C:\\\xC4| WatchFolder=| ReplyTo=-7| ReplyUser=| "
             "AutoDependant=True| AutoLaunch Name=| AutoLaunch VBP=False| Debug Build=True| "
-            "SkipUsersOfFailed=False| SkipUpToDate=False| Jobs=1|");
+            "SkipUsersOfFailed=False| SkipUpToDate=False| Jobs=1| Editor=|");
 
   platform.registry.AddText(kUser, kSettingsKey, "Compatible", "1");
   platform.registry.AddText(kUser, kSettingsKey, "GetLatest", "tRUE");

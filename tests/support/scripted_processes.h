@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/process.h"
@@ -78,6 +79,14 @@ class ScriptedProcesses : public ProcessLauncher {
     journal_.push_back("start " + commandLine);
     auto body = [run = std::get<Body>(std::move(next)), commandLine] { return run(commandLine); };
     return std::make_unique<ScriptedProcess>(std::move(body), polls, clock_);
+  }
+
+  /// Journals "start PROGRAM|ARGUMENT|ARGUMENT".
+  [[nodiscard]] StartResult StartProgram(const std::string& program,
+                                         const std::vector<std::string>& arguments) override {
+    std::string call = program;
+    for (const std::string& argument : arguments) call += "|" + argument;
+    return Start(call);
   }
 
  private:

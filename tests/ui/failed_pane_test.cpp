@@ -1,3 +1,4 @@
+#include <wx/listbox.h>
 #include <wx/textctrl.h>
 
 #include <filesystem>
@@ -85,6 +86,12 @@ TEST_F(FailedPaneTest, ShowsFailuresAndHidesThemAtTheNextClick) {
   EXPECT_EQ(Icons().substr(0, 10), "builderror");
   auto& log = The<wxTextCtrl>("txtLogFile");
   EXPECT_NE(log.GetValue().Find("StoreCore.vbp"), wxNOT_FOUND);
+  const std::string opened = "folder C:\\Storefront\\Core\\modErrors.bas";
+  user.Presses(WXK_F4);
+  EXPECT_EQ(Asked().back(), opened);
+  The<wxListBox>("failedProjects").SetFocus();
+  user.Presses(WXK_RETURN);
+  EXPECT_EQ(Asked(), Journal{opened});
   // A line of this length holds the window up for minutes.
   program->compile.ended.Emit({Path("Core"), false, std::string(200'000, '\0'), ""});
   User::Waits();

@@ -139,6 +139,10 @@ void ChildProcess::Terminate() {
   if (!Reap()) kill(-id_, SIGKILL);
 }
 
+void ChildProcess::OutliveProgram() {
+  Replace(id_, 0);
+}
+
 void ChildProcess::End(milliseconds patience) {
   constexpr auto kHelpersPatience = milliseconds(1000);
   if (Reap()) return;

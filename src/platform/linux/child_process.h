@@ -36,6 +36,7 @@ class ChildProcess : public Process {
 
   [[nodiscard]] std::optional<std::uint32_t> ExitCode(std::chrono::milliseconds patience) override;
   void Terminate() override;
+  void OutliveProgram() override;
 
   /// Asks the process and its helpers to end, so that they can clean up, and ends
   /// those that have not done so in time.

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <iterator>
 #include <map>
 #include <system_error>
 #include <utility>
@@ -76,7 +77,7 @@ std::optional<LinuxProcessLauncher::Program> LinuxProcessLauncher::Locate(
 }
 
 std::vector<std::string> LinuxProcessLauncher::Arguments(const Program& program,
-                                                         std::string_view arguments) const {
+                                                         std::vector<std::string> arguments) const {
   std::vector<std::string> all = {program.hostPath};
   if (IsWindowsProgram(program.hostPath)) {
     const auto wine = FindWine();
@@ -86,7 +87,7 @@ std::vector<std::string> LinuxProcessLauncher::Arguments(const Program& program,
     const bool isKnown = prefix_.IsWine() && !program.windowsPath.empty();
     all = {*wine, isKnown ? ToUtf8(program.windowsPath) : program.hostPath};
   }
-  for (const auto& argument : SplitFolderArguments(arguments)) all.push_back(ToUtf8(argument));
+  std::move(arguments.begin(), arguments.end(), std::back_inserter(all));
   return all;
 }
 
@@ -108,14 +109,31 @@ StartResult LinuxProcessLauncher::Start(const std::string& commandLine) {
     return program.has_value();
   });
   if (!found || !program) return RuntimeError(ErrorNumber::FileNotFound, ProgramText(text));
+  std::vector<std::string> arguments;
+  for (const auto& argument : SplitFolderArguments(found->arguments)) {
+    arguments.push_back(ToUtf8(argument));
+  }
+  return Start(*program, found->program, std::move(arguments));
+}
+
+StartResult LinuxProcessLauncher::StartProgram(const std::string& program,
+                                               const std::vector<std::string>& arguments) {
+  auto found = Locate(program);
+  const bool isOnHost = program.starts_with('/');
+  if (const auto path = isOnHost ? FindOnHost(ToUtf8(program)) : std::nullopt) found = {*path, {}};
+  if (!found) return RuntimeError(ErrorNumber::FileNotFound, program);
+  return Start(*found, program, arguments);
+}
+
+StartResult LinuxProcessLauncher::Start(const Program& program, const std::string& name,
+                                        std::vector<std::string> arguments) const {
   try {
-    const ChildStart start{Arguments(*program, found->arguments), ChildEnvironment()};
-    const bool underWine = start.arguments.front() != program->hostPath;
+    const ChildStart start{Arguments(program, std::move(arguments)), ChildEnvironment()};
+    const bool underWine = start.arguments.front() != program.hostPath;
     return std::make_unique<ChildProcess>(start,
                                           [ended = onEnded_, underWine] { ended(underWine); });
   } catch (const std::system_error& error) {
-    return RuntimeError::WithReason(ErrorNumber::InvalidCall, found->program,
-                                    error.code().message());
+    return RuntimeError::WithReason(ErrorNumber::InvalidCall, name, error.code().message());
   } catch (const RuntimeError& error) {
     return error;
   }

@@ -26,6 +26,8 @@ class LinuxProcessLauncher : public ProcessLauncher {
                        RegSvr32 regSvr32 = {});
 
   [[nodiscard]] StartResult Start(const std::string& commandLine) override;
+  [[nodiscard]] StartResult StartProgram(const std::string& program,
+                                         const std::vector<std::string>& arguments) override;
 
  private:
   /// The place of a program; without a Windows path when it was found in the host's PATH.
@@ -36,7 +38,9 @@ class LinuxProcessLauncher : public ProcessLauncher {
 
   [[nodiscard]] std::optional<Program> Locate(const std::string& name) const;
   [[nodiscard]] std::vector<std::string> Arguments(const Program& program,
-                                                   std::string_view arguments) const;
+                                                   std::vector<std::string> arguments) const;
+  [[nodiscard]] StartResult Start(const Program& program, const std::string& name,
+                                  std::vector<std::string> arguments) const;
   [[nodiscard]] std::vector<std::string> ChildEnvironment() const;
 
   const Prefix& prefix_;

@@ -44,13 +44,27 @@ StartResult WindowsProcessLauncher::Start(const std::string& commandLine) {
     return program.has_value();
   });
   if (!found || !program) return RuntimeError(ErrorNumber::FileNotFound, ProgramText(text));
+  return Start(*program, found->program, ToWide(found->arguments));
+}
+
+StartResult WindowsProcessLauncher::StartProgram(const std::string& program,
+                                                 const std::vector<std::string>& arguments) {
+  const auto found = FindProgram("\"" + program + "\"", [&](const std::string& candidate) {
+    return Locate(candidate).has_value();
+  });
+  const auto path = found ? Locate(found->program) : std::nullopt;
+  if (!path) return RuntimeError(ErrorNumber::FileNotFound, program);
+  return Start(*path, program, WideFromUtf8(JoinArguments(arguments)));
+}
+
+StartResult WindowsProcessLauncher::Start(const std::wstring& program, const std::string& name,
+                                          const std::wstring& arguments) {
   try {
-    const ChildStart start{*program, L"\"" + *program + L"\"" + ToWide(found->arguments)};
+    const ChildStart start{program, L"\"" + program + L"\"" + arguments};
     return std::make_unique<ChildProcess>(start);
   } catch (const std::system_error& error) {
     const auto number = static_cast<std::uint32_t>(error.code().value());
-    return RuntimeError::WithReason(ErrorNumber::InvalidCall, found->program,
-                                    SystemMessage(number));
+    return RuntimeError::WithReason(ErrorNumber::InvalidCall, name, SystemMessage(number));
   }
 }
 

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/process.h"
 
@@ -18,8 +19,12 @@ class WindowsProcessLauncher : public ProcessLauncher {
       : programFolder_(std::move(programFolder)) {}
 
   [[nodiscard]] StartResult Start(const std::string& commandLine) override;
+  [[nodiscard]] StartResult StartProgram(const std::string& program,
+                                         const std::vector<std::string>& arguments) override;
 
  private:
+  [[nodiscard]] static StartResult Start(const std::wstring& program, const std::string& name,
+                                         const std::wstring& arguments);
   [[nodiscard]] std::optional<std::wstring> Locate(const std::string& name) const;
 
   std::string programFolder_;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace gorbex {
+
+/// A program with its arguments, each as the program gets it.
+struct EditorCall {
+  std::string program;                 ///< in the code page
+  std::vector<std::string> arguments;  ///< UTF-8: the file may have any name
+};
+
+/// What the setting Editor starts for a file (UTF-8) and a line from 1. The setting is a program,
+/// in double quotes when its path has blanks, and arguments in which %FILE% and %LINE% stand for
+/// file and line; without %FILE% the file is the last argument. No shell reads them: a file is
+/// never more than a part of its one argument. Error 5 for a batch file, which a shell would read.
+[[nodiscard]] EditorCall EditorCallOf(const std::string& setting, const std::string& file,
+                                      std::size_t line);
+
+}  // namespace gorbex
