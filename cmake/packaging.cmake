@@ -46,6 +46,23 @@ if(UNIX)
   gorbex_install_compressed(packaging/linux/gorbex.1 gorbex.1 ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES packaging/linux/gorbexbuilder-mail.service
     DESTINATION lib/systemd/user)
+  # The program knows its own command line.
+  set(completions)
+  foreach(shell bash zsh)
+    set(completion ${CMAKE_BINARY_DIR}/packaging/completion.${shell})
+    add_custom_command(
+      OUTPUT ${completion}
+      COMMAND gorbex completion ${shell} > ${completion}
+      DEPENDS gorbex
+      COMMENT "Writing the completion for ${shell}"
+      VERBATIM)
+    list(APPEND completions ${completion})
+  endforeach()
+  add_custom_target(gorbex_completions ALL DEPENDS ${completions})
+  install(FILES ${CMAKE_BINARY_DIR}/packaging/completion.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME gorbex)
+  install(FILES ${CMAKE_BINARY_DIR}/packaging/completion.zsh
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions RENAME _gorbex)
 endif()
 
 if(TARGET gorbexbuilder)

@@ -5,6 +5,7 @@
 
 #include "cli/command_guard.h"
 #include "cli/commands.h"
+#include "cli/examples.h"
 #include "cli/text_output.h"
 #include "platform/runtime_error.h"
 
@@ -32,6 +33,8 @@ void AddCommands(CLI::App& app, Frame& frame) {
   AddLogCommand(app, frame);
   AddSourceControlCommands(app, frame);
   AddServeCommand(app, frame);
+  AddCompletionCommand(app, frame);
+  AddExamples(app);
 }
 
 int Parse(CLI::App& app, std::vector<std::string> arguments, const Frame& frame) {

@@ -26,6 +26,7 @@ void AddSettingsCommand(CLI::App& app, Frame& frame);
 void AddLogCommand(CLI::App& app, Frame& frame);
 void AddSourceControlCommands(CLI::App& app, Frame& frame);
 void AddServeCommand(CLI::App& app, Frame& frame);
+void AddCompletionCommand(CLI::App& app, Frame& frame);
 
 /// A command that may print JSON.
 CLI::App& AddJsonCommand(CLI::App& app, Frame& frame, const std::string& name,

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <ostream>
 
 #include "cli/commands.h"
@@ -9,7 +8,6 @@
 #include "cli/text_output.h"
 #include "mail/mail_settings.h"
 #include "platform/code_page.h"
-#include "scc/session_settings.h"
 
 namespace gorbex::cli {
 namespace {
@@ -26,12 +24,6 @@ const Setting& Named(const std::string& name) {
   }
   return *setting;
 }
-
-// Kept beside those of the settings object, and of no concern to it.
-constexpr std::array kOtherSettings{session_setting::kIniPath,    session_setting::kUser,
-                                    mail_setting::kStore,         mail_setting::kTransport,
-                                    mail_setting::kFrom,          mail_setting::kTokenCommand,
-                                    mail_setting::kAllowedSenders};
 
 std::optional<std::string_view> OtherSetting(const std::string& name) {
   const auto found = std::find_if(kOtherSettings.begin(), kOtherSettings.end(),

@@ -7,6 +7,15 @@
 
 namespace gorbex::cli {
 
+std::vector<std::string> SettingNames() {
+  std::vector<std::string> names;
+  for (const Setting& setting : AllSettings()) {
+    if (!setting.stored.empty()) names.emplace_back(setting.name);
+  }
+  names.insert(names.end(), kOtherSettings.begin(), kOtherSettings.end());
+  return names;
+}
+
 nlohmann::ordered_json SettingJson(const Setting& setting, const clsOptions& options) {
   const Setting::Member& member = setting.member;
   if (const auto* flag = std::get_if<bool clsOptions::*>(&member)) return options.**flag;
