@@ -33,7 +33,7 @@ std::string ZshAction(const CompletionKind& kind) {
   for (const std::string& word : kind.words) words += (words.empty() ? "" : " ") + word;
   if (kind.anyFile) return "_files";
   if (kind.folders) return "_files -/";
-  std::string files = "_files -g \"*.(#i)(" + patterns + ")\"";
+  std::string files = "_files -g \"*.(#i)(" + patterns + ")(-.)\"";
   if (patterns.empty()) return words.empty() ? " " : "(" + words + ")";
   if (words.empty()) return files;
   return "{compadd " + words + "; " + files + "}";
