@@ -4,6 +4,7 @@
 #include <variant>
 
 #include "core/editor_call.h"
+#include "core/source_name.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -21,6 +22,9 @@ void Editor::Open(const std::string& file, std::optional<std::size_t> line) {
               "Build Options... names it; a program whose path has blanks is in double quotes.");
       Tell(problem);
     }
+  } else if (!IsDocumentName(file)) {
+    Tell("The system might run " + file +
+         " instead of showing it. Name an editor in Build Options...");
   } else if (!openBySystem || !openBySystem(file)) {
     Tell("The system cannot show the file " + file);
   }

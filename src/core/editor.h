@@ -21,6 +21,7 @@ class Editor {
       : options_(options), processes_(processes), dialogs_(dialogs) {}
 
   /// Opens a file, at its first line where none is known. An editor that cannot be started is told.
+  /// A file that might be a program is not given to the system.
   void Open(const std::string& file, std::optional<std::size_t> line);
 
   /// The system's way to open a file of the program; false when it cannot.

@@ -1,9 +1,9 @@
 #include "core/failure_place.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
+#include "core/source_name.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -41,18 +41,10 @@ std::optional<NamedPlace> PlaceInCode(std::string_view log) {
   const std::string_view rest = words.substr(end + kBeforeLine.size());
   std::size_t line = 0;
   const auto number = std::from_chars(rest.data(), rest.data() + rest.size(), line);
-  if (number.ec != std::errc()) return std::nullopt;
+  if (number.ec != std::errc() || !IsSourceName(words.substr(0, end))) return std::nullopt;
   std::string_view text = rest.substr(static_cast<std::size_t>(number.ptr - rest.data()));
   text.remove_prefix(std::min(text.find_first_not_of(" :"), text.size()));
   return NamedPlace{words.substr(0, end), line, text};
-}
-
-bool IsSource(std::string_view file) {
-  constexpr std::array<std::string_view, 7> kSources = {".bas", ".cls", ".ctl", ".dob",
-                                                        ".dsr", ".frm", ".pag"};
-  const std::string_view extension = file.substr(std::min(file.rfind('.'), file.size()));
-  return std::any_of(kSources.begin(), kSources.end(),
-                     [&](std::string_view each) { return EqualsIgnoringCase(each, extension); });
 }
 
 // Such as: 'C:\Shop\Form1.frm' could not be loaded. Components are in such lines, too.
@@ -62,7 +54,7 @@ std::optional<NamedPlace> SourceNotLoaded(std::string_view log) {
   const auto start = log.rfind('\'', end - 1);
   if (start == std::string_view::npos) return std::nullopt;
   const std::string_view file = log.substr(start + 1, end - start - 1);
-  return IsSource(file) ? std::optional(NamedPlace{file}) : std::nullopt;
+  return IsSourceName(file) ? std::optional(NamedPlace{file}) : std::nullopt;
 }
 
 std::string ReasonOf(std::string_view words, const std::string& log, const std::string& problem) {

@@ -73,6 +73,9 @@ TEST_F(EditorTest, OpensFailureAfterFailureAndTellsWhyNot) {
   program.options.Editor = " ";
   menu.mnuWindowNextFailure.Execute();
   EXPECT_NE(Last().find("The system cannot show the file "), std::string::npos);
+  program.editor.openBySystem = [](const std::string&) { return true; };
+  program.editor.Open("C:\\Core\\Setup.exe", 1);
+  EXPECT_NE(Last().find("The system might run C:\\Core\\Setup.exe"), std::string::npos);
 }
 
 }  // namespace

@@ -40,6 +40,7 @@ TEST(FailurePlace, NamesTheSourceOrElseTheProject) {
   Journal journal;
   MemoryFileSystem files(journal);
   files.AddFile("C:\\It's mine\\Cart.frm", kForm);
+  files.AddFile("C:\\Setup.exe", "it is there");
   struct Case {
     std::string log;
     std::string problem;
@@ -54,6 +55,8 @@ TEST(FailurePlace, NamesTheSourceOrElseTheProject) {
        "99999999999999999999 : x"},
       {"Compile Error in File 'C:\\Gone.cls', Line 2 : Syntax error", "",
        "C:\\P.vbp(1): error: Compile Error in File 'C:\\Gone.cls', Line 2 : Syntax error"},
+      {"Compile Error in File 'C:\\Setup.exe', Line 0 : Run me", "",
+       "C:\\P.vbp(1): error: Compile Error in File 'C:\\Setup.exe', Line 0 : Run me"},
       {"\r\nErrors during load. Refer to 'C:\\It's mine\\Cart.log' for details\r\n"
        "'C:\\Cart.frm' could not be loaded.",
        "",
@@ -67,7 +70,7 @@ TEST(FailurePlace, NamesTheSourceOrElseTheProject) {
     EXPECT_EQ(place.file + FailureText(place), each.place);
   }
   files.AddFile("C:\\Cart.frm", kForm);
-  const auto loaded = PlaceOfFailure(files, "C:\\P.vbp", cases[3].log, "");
+  const auto loaded = PlaceOfFailure(files, "C:\\P.vbp", cases[4].log, "");
   EXPECT_EQ(loaded.file, "C:\\Cart.frm");
   EXPECT_EQ(loaded.line, std::nullopt);
 }

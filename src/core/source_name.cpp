@@ -1,0 +1,27 @@
+#include "core/source_name.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "core/text.h"
+
+namespace gorbex {
+namespace {
+
+bool EndsWithOneOf(std::string_view file, std::initializer_list<std::string_view> extensions) {
+  const std::string_view extension = file.substr(std::min(file.rfind('.'), file.size()));
+  return std::any_of(extensions.begin(), extensions.end(),
+                     [&](std::string_view each) { return EqualsIgnoringCase(each, extension); });
+}
+
+}  // namespace
+
+bool IsSourceName(std::string_view file) {
+  return EndsWithOneOf(file, {".bas", ".cls", ".ctl", ".dob", ".dsr", ".frm", ".pag"});
+}
+
+bool IsDocumentName(std::string_view file) {
+  return IsSourceName(file) || EndsWithOneOf(file, {".vbp", ".vbg", ".bpf"});
+}
+
+}  // namespace gorbex

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+namespace gorbex {
+
+/// Whether a file is a source of a project by its extension, in any letter case.
+[[nodiscard]] bool IsSourceName(std::string_view file);
+
+/// Whether a file is a source, a project, a group or a build project by its extension. The system
+/// opens such a file in a program; other names could be programs themselves.
+[[nodiscard]] bool IsDocumentName(std::string_view file);
+
+}  // namespace gorbex
