@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "core/text.h"
+#include "platform/code_page.h"
 
 namespace gorbex {
 namespace {
