@@ -1,19 +1,30 @@
 #include "ui/desktop_progress.h"
 
-#include <wx/app.h>
 #include <wx/log.h>
 #include <wx/notifmsg.h>
+#include <wx/toplevel.h>
 
 #include <algorithm>
 
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
+namespace {
+
+// A message of the program is a window of it, too.
+bool IsSomeWindowActive() {
+  for (wxWindow* window : wxTopLevelWindows) {
+    auto* top = wxDynamicCast(window, wxTopLevelWindow);
+    if (top != nullptr && top->IsActive() && !top->IsIconized()) return true;
+  }
+  return false;
+}
+
+}  // namespace
 
 DesktopProgress::DesktopProgress(wxFrame& frame, RunEvents& events, RunNotice& notice)
     : frame_(frame), notice_(notice) {
-  // A message of the program is a window of its application, too.
-  notice_.isInFront = [] { return wxTheApp->IsActive(); };
+  notice_.isInFront = IsSomeWindowActive;
   subscriptions_.push_back(events.Connect([this](const RunEvent& event) { Hear(event); }));
   subscriptions_.push_back(notice.due.Connect([this](const std::string& text) { Tell(text); }));
 }
