@@ -185,7 +185,8 @@ void DependencyCanvas::DrawPart(wxDC& dc, const wxRect& part) {
   context->Scale(scale, scale);
   seen_ = {part.x / scale, part.y / scale, part.width / scale, part.height / scale};
   PictureDrawing drawing(*context, *this, scale);
-  drawing.SetTextShare(TextShare(*context, drawing));
+  MeasureNames(*context, drawing);
+  drawing.SetText(face_, textShare_);
   DrawBands(drawing, *context);
   DrawLines(drawing, *context);
   DrawSelectedLines(drawing, *context);
@@ -198,9 +199,11 @@ void DependencyCanvas::Redraw() {
 }
 
 // The layout assumes a wide font; the desktop's may be wider still.
-double DependencyCanvas::TextShare(wxGraphicsContext& context, const PictureDrawing& drawing) {
-  if (textShare_ > 0) return textShare_;
+void DependencyCanvas::MeasureNames(wxGraphicsContext& context, PictureDrawing& drawing) {
+  if (textShare_ > 0) return;
   textShare_ = 1;
+  face_ = drawing.DrawableFace();
+  drawing.SetText(face_, 1);
   context.SetFont(drawing.Font(*wxBLACK));
   for (std::size_t project = 0; project < names_.size(); ++project) {
     double width = 0;
@@ -210,7 +213,6 @@ double DependencyCanvas::TextShare(wxGraphicsContext& context, const PictureDraw
         picture_.Layout().boxes[project].width - kPictureMark - 1.5 * kPicturePadding;
     if (width > room) textShare_ = std::min(textShare_, room / width);
   }
-  return textShare_;
 }
 
 bool DependencyCanvas::IsSeen(const GroupCurve& curve) const {
@@ -237,6 +239,7 @@ void DependencyCanvas::DrawHeadings(wxGraphicsContext& context) {
   const double full = FromDIP(100) / 100.0;
   const double share = std::max(1.0, 0.75 * full / view_.Scale());
   PictureDrawing drawing(context, *this, view_.Scale());
+  drawing.SetText(face_, 1);
   drawing.SetHeadingFont(share);
   context.SetPen(*wxTRANSPARENT_PEN);
   const auto& levels = picture_.Layout().levels;

@@ -42,7 +42,7 @@ class DependencyCanvas : public wxWindow {
   void DrawLines(PictureDrawing& drawing, wxGraphicsContext& context);
   void DrawSelectedLines(PictureDrawing& drawing, wxGraphicsContext& context);
   void DrawBoxes(PictureDrawing& drawing);
-  [[nodiscard]] double TextShare(wxGraphicsContext& context, const PictureDrawing& drawing);
+  void MeasureNames(wxGraphicsContext& context, PictureDrawing& drawing);
   [[nodiscard]] bool IsSeen(const GroupCurve& curve) const;
   [[nodiscard]] static PictureColours Palette();
   [[nodiscard]] static std::unique_ptr<wxGraphicsContext> ContextOf(wxDC& dc);
@@ -65,6 +65,7 @@ class DependencyCanvas : public wxWindow {
   std::vector<wxString> names_;  ///< by the project's number
   PictureTiles tiles_;
   wxRect2DDouble seen_;   ///< of the picture: what is being drawn
+  wxString face_;         ///< the font of all texts
   double textShare_ = 0;  ///< of the designed text size; 0 until it is measured
   wxPoint last_;          ///< where the pointer was, while it is pressed
   bool isPressed_ = false;

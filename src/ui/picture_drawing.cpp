@@ -30,18 +30,30 @@ wxGraphicsPen PictureDrawing::Pen(const wxColour& colour, double width) const {
   return context_.CreatePen(wxGraphicsPenInfo(colour).Width(std::max(width, 1 / pixels_)));
 }
 
-void PictureDrawing::SetTextShare(double share) {
+wxString PictureDrawing::DrawableFace() {
+  const wxString own = window_.GetFont().GetFaceName();
+  for (const wxString& face : {own, wxString("Tahoma"), wxString("Arial")}) {
+    context_.SetFont(context_.CreateFont(textSize_, face, wxFONTFLAG_DEFAULT, *wxBLACK));
+    double width = 0;
+    double height = 0;
+    context_.GetTextExtent("M", &width, &height);
+    if (width > 0) return face;
+  }
+  return own;
+}
+
+void PictureDrawing::SetText(const wxString& face, double share) {
+  face_ = face;
   textSize_ = kPictureTextSize * std::min(share, 1.0);
 }
 
 wxGraphicsFont PictureDrawing::Font(const wxColour& colour) const {
-  return context_.CreateFont(textSize_, window_.GetFont().GetFaceName(), wxFONTFLAG_DEFAULT,
-                             colour);
+  return context_.CreateFont(textSize_, face_, wxFONTFLAG_DEFAULT, colour);
 }
 
 void PictureDrawing::SetHeadingFont(double share) {
-  context_.SetFont(context_.CreateFont(kPictureTextSize * share, window_.GetFont().GetFaceName(),
-                                       wxFONTFLAG_BOLD, ColourOf(colours_.text)));
+  context_.SetFont(context_.CreateFont(kPictureTextSize * share, face_, wxFONTFLAG_BOLD,
+                                       ColourOf(colours_.text)));
 }
 
 void PictureDrawing::DrawBox(const wxRect2DDouble& place, ProjectState state, bool isInCircle,

@@ -25,8 +25,13 @@ class PictureDrawing {
   /// A pen of at least one pixel.
   [[nodiscard]] wxGraphicsPen Pen(const wxColour& colour, double width) const;
 
-  /// Makes texts so much smaller that none of them is wider than its room in a box.
-  void SetTextShare(double share);
+  /// The first font that the context can draw: some systems' fonts of dialogs are only names for
+  /// others, which it does not know.
+  [[nodiscard]] wxString DrawableFace();
+
+  /// The font of all texts, and how large they are: 1 is as designed, less leaves none of them
+  /// wider than its room in a box.
+  void SetText(const wxString& face, double share);
 
   /// The font of names, in a colour.
   [[nodiscard]] wxGraphicsFont Font(const wxColour& colour) const;
@@ -50,6 +55,7 @@ class PictureDrawing {
   double pixels_;
   Scheme scheme_;
   PictureColours colours_;
+  wxString face_;
   double textSize_ = kPictureTextSize;
   std::array<wxGraphicsFont, kProjectStates.size()> fonts_;  ///< made when they are needed
 };
