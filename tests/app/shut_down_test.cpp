@@ -3,11 +3,6 @@
 namespace gorbex::test {
 namespace {
 
-constexpr const char* kSaveQuestion = "show [YesNo Question] Save your Builder project?";
-constexpr const char* kRunningQuestion =
-    "show [YesNo Question] A build is running. Do you wish to close when the current project is "
-    "done?";
-
 class ShutDownTest : public BuildFixture {
  protected:
   bool Close() { return program.shutDown.Form_QueryUnload(); }
@@ -55,11 +50,6 @@ TEST_F(ShutDownTest, StoresSessionSettingsAndPositionInTurn) {
 TEST_F(ShutDownTest, KeepsTheWindowOpenWhileChangesCannotBeSaved) {
   Load({"Core"});
   program.window.ProjectChanged = true;
-  dialogs.answers = {Answer::Cancel, Answer::No};
-  EXPECT_FALSE(Close()) << "dismissed without an answer";
-  EXPECT_TRUE(Close());
-  EXPECT_EQ(Only(Steps(), {"show"}), (Journal{kSaveQuestion, kSaveQuestion}));
-
   platform.files.SetAttributes("C:\\Group\\Group.bpf", file_attribute::kReadOnly);
   dialogs.answers = {Answer::Yes, Answer::Abort};
   EXPECT_FALSE(Close()) << "the user wanted them saved";
@@ -69,24 +59,6 @@ TEST_F(ShutDownTest, KeepsTheWindowOpenWhileChangesCannotBeSaved) {
   dialogs.answers = {Answer::Yes};
   EXPECT_TRUE(Close());
   EXPECT_FALSE(program.window.ProjectChanged);
-}
-
-TEST_F(ShutDownTest, WaitsForTheProjectBeingBuilt) {
-  Load({"Base", "Core"});
-  dialogs.answers = {Answer::Yes};
-  platform.processes.polls = 1;
-  bool asked = false;
-  platform.events.onEvents = [&] {
-    if (std::exchange(asked, true)) return;
-    EXPECT_FALSE(Close());
-    EXPECT_FALSE(program.shutDown.Due());
-  };
-  EXPECT_EQ(Only(Build(), {"show", "log Build"}),
-            (Journal{"log Build Started", kRunningQuestion, "log Build was Succesfull",
-                     "show Built 1 components.", "log Build Finished succesfully."}));
-  EXPECT_EQ(Icons(), "buildok vbproject");
-  EXPECT_TRUE(program.shutDown.Due());
-  EXPECT_TRUE(Close());
 }
 
 TEST_F(ShutDownTest, EndsWithTheUsersSessionAndAsksNobody) {

@@ -68,23 +68,6 @@ TEST_F(StartUpTest, FindsTheCompilerOrAsksForIt) {
   }
 }
 
-TEST_F(StartUpTest, ACompilerChosenForABuildChangesNothingElse) {
-  group.Library("Core").Line("CompatibleMode=\"2\"");
-  Load();
-  program.options.ChangeRefs = true;
-  program.window.compilerPath.clear();
-  dialogs.choices = {"D:\\VB6.EXE"};
-  EXPECT_EQ(Only(Build(), {"log", "open", "start"}),
-            (Journal{"log Build Started",
-                     "open Please enter path to Visual Basic executable file|Executables "
-                     "(*.exe)|*.exe|",
-                     "log Updating References on " + kCore,
-                     "start D:\\VB6.EXE \"" + kCore + "\" /make /out \"" + kResultLog +
-                         "\" /outdir \"C:\\Out\\\"",
-                     "log Build was Succesfull", "log Build Finished succesfully."}));
-  EXPECT_TRUE(program.options.Compatible);
-}
-
 TEST_F(StartUpTest, ReportsAnIntervalThatNoTimerTakes) {
   Register(kRegistered);
   Set("Interval", "-2147483648");

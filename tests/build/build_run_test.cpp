@@ -280,6 +280,15 @@ TEST_F(BuildRunTest, AsksForACompilerAndGoesOnWithout) {
                      "show No projects checked for build", "log Build Finished succesfully."}));
   EXPECT_EQ(program.window.registrationScript, "of the run before");
   EXPECT_FALSE(program.window.menu.mnuFileGenScript.enabled.Get());
+
+  dialogs.choices = {"D:\\VB6.EXE"};
+  program.options.ChangeRefs = true;
+  EXPECT_EQ(Only(Build(), {"log", "start"}),
+            (Journal{"log Build Started", "log Updating References on " + kCore,
+                     "start D:\\VB6.EXE \"" + kCore + "\" /make /out \"" + kResultLog +
+                         "\" /outdir \"C:\\Out\\\"",
+                     "log Build was Succesfull", "log Build Finished succesfully."}));
+  EXPECT_TRUE(program.options.Compatible) << "the settings of this run stay";
 }
 
 TEST_F(BuildRunTest, GoesOnFromOldSourcesAndSaysWhichAndWhy) {

@@ -5,23 +5,6 @@ namespace {
 
 using ProjectValueTest = BuildFixture;
 
-TEST_F(ProjectValueTest, LeavesAFileItMayNotChange) {
-  platform.files.AddFile("C:\\P.vbp", "MajorVer=4\r\n", file_attribute::kReadOnly);
-  Journal failures;
-  const auto listening =
-      program.values.failed.Connect([&](const std::string& path, const RuntimeError& error) {
-        failures.push_back(path + " " + std::to_string(error.Number()));
-      });
-  program.values.WriteProjectValue("C:\\P.vbp", "MajorVer", "5");
-  EXPECT_EQ(platform.files.Text("C:\\P.vbp"), "MajorVer=4\r\n");
-  EXPECT_EQ(platform.files.Look("C:\\P.vbp")->attributes, file_attribute::kReadOnly);
-  program.values.WriteProjectValue("C:\\None.vbp", "MajorVer", "5");
-  EXPECT_EQ(platform.files.Text("C:\\None.vbp"), "<absent>");
-  EXPECT_EQ(program.values.ReadProjectValue("C:\\None.vbp", "MajorVer"), "");
-  EXPECT_EQ(failures, (Journal{"C:\\P.vbp 75", "C:\\None.vbp 53", "C:\\None.vbp 53"}));
-  EXPECT_TRUE(Steps().empty());
-}
-
 TEST_F(ProjectValueTest, KeepsTheValuesThatADebugBuildReplaces) {
   struct Case {
     bool fails;

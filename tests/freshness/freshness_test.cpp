@@ -59,14 +59,7 @@ class FreshnessTest : public BuildFixture {
     return text;
   }
 
-  const std::string guid = LibraryGuid();
-
- private:
-  static std::string LibraryGuid() {
-    MemoryPlatform scratch;
-    Group other(scratch);
-    return other.Library("Core").Guid();
-  }
+  const std::string guid = GroupProject::GuidOf("Core");
 };
 
 TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
@@ -202,22 +195,6 @@ TEST_F(FreshnessTest, AsksAboutCompatibilityOnlyForWhatMayBeBuilt) {
   EXPECT_FALSE(asks());
   program.options.GetLatest = true;
   EXPECT_TRUE(asks()) << "other sources may come";
-}
-
-TEST_F(FreshnessTest, BuildsOnWhenNothingCanBeNoted) {
-  platform.files.SetAttributes(kRecord, file_attribute::kReadOnly);
-  std::vector<std::string> told;
-  const Subscription hears =
-      program.freshness.told.Connect([&](const std::string& line) { told.push_back(line); });
-  Rewrite("C:\\Group\\Core\\Core.cls", "body", "body");
-  Build();
-  EXPECT_TRUE(told.empty()) << "nothing was built";
-  Rewrite("C:\\Group\\Core\\Core.cls", " a", " b");
-  Build();
-  EXPECT_EQ(Icons(), "buildok buildok");
-  ASSERT_EQ(told.size(), 1U);
-  EXPECT_NE(told[0].find("could not be noted"), std::string::npos);
-  EXPECT_NE(told[0].find(kRecord), std::string::npos);
 }
 
 }  // namespace

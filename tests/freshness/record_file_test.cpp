@@ -38,7 +38,8 @@ TEST(RecordFile, GivesBackWhatWasAddedAndTheLastOfEachPlace) {
   file.Add(Record("C:\\o", "1"));
   file.Add(Record("C:\\p", "2"));
   file.Add(Record("C:\\O", "3"));
-  for (RecordFile* each : {&file, std::make_unique<RecordFile>(platform.files, kFile).release()}) {
+  RecordFile again(platform.files, kFile);
+  for (RecordFile* each : {&file, &again}) {
     const auto found = each->Find("C:\\G\\A.vbp", "C:\\o");
     ASSERT_TRUE(found);
     EXPECT_EQ(found->own, Record("C:\\O", "").own);
@@ -46,7 +47,6 @@ TEST(RecordFile, GivesBackWhatWasAddedAndTheLastOfEachPlace) {
     EXPECT_EQ(*found->shared[0], *Record("", "").shared[0]);
     EXPECT_EQ(*found->shared[1], *Record("", "").shared[1]);
     EXPECT_EQ(VersionOf(*each, "C:\\o") + VersionOf(*each, "C:\\p"), "32");
-    if (each != &file) delete each;
   }
 }
 

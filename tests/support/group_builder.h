@@ -30,6 +30,10 @@ class GroupProject {
   [[nodiscard]] static std::string PathOf(const std::string& name) {
     return "C:\\Group\\" + name + "\\" + name + ".vbp";
   }
+  [[nodiscard]] static std::string GuidOf(const std::string& name) {
+    const auto hash = std::to_string(100'000'000 + std::hash<std::string>{}(name) % 100'000'000);
+    return "{" + hash.substr(1) + "-0000-4000-8000-0000C0DEC0DE}";
+  }
 
   /// A reference to the binary of another project of the group, which may be added later.
   GroupProject& Uses(const std::string& library) {
@@ -55,11 +59,6 @@ class GroupProject {
   }
 
  private:
-  static std::string GuidOf(const std::string& name) {
-    const auto hash = std::to_string(100'000'000 + std::hash<std::string>{}(name) % 100'000'000);
-    return "{" + hash.substr(1) + "-0000-4000-8000-0000C0DEC0DE}";
-  }
-
   MemoryPlatform& platform_;
   std::deque<GroupProject>& group_;
   std::string name_;

@@ -35,13 +35,6 @@ class MainWindowTest : public WindowFixture {
     return program->window.position.Get() ? ui::InDips(*program->window.position.Get()) : wxRect();
   }
 
-  [[nodiscard]] std::string PlaceText() const {
-    const wxRect place = Place();
-    return wxString::Format("%d,%d %dx%d, drawn %dx%d", place.x, place.y, place.width, place.height,
-                            frame->GetSize().x, frame->GetSize().y)
-        .utf8_string();
-  }
-
   // As far as the state knows; a window manager may count its border in or not.
   [[nodiscard]] bool Stands(int left, const wxSize& size) const {
     constexpr int kBorder = 12;
@@ -117,7 +110,7 @@ TEST_F(MainWindowTest, AsksBeforeItClosesAndRemembersItsPlace) {
   auto* panes = dynamic_cast<wxSplitterWindow*>(Shown("tvwProjects")->GetGrandParent());
   panes->SetSashPosition(300);
   User::Waits();
-  ASSERT_TRUE(User::Sees([&] { return Stands(60, wxSize(1000, 700)); })) << PlaceText();
+  ASSERT_TRUE(User::Sees([&] { return Stands(60, wxSize(1000, 700)); }));
   const auto unsaved = [&] { return frame->GetStatusBar()->GetStatusText(1); };
   EXPECT_EQ(unsaved(), "");
   program->window.menu.mnuQueueUnMarkAll.Execute();
@@ -131,7 +124,7 @@ TEST_F(MainWindowTest, AsksBeforeItClosesAndRemembersItsPlace) {
   EXPECT_EQ(Asked(), (Journal{question, question}));
 
   Open(kProduct);
-  EXPECT_TRUE(User::Sees([&] { return Stands(60, wxSize(1000, 700)); })) << PlaceText();
+  EXPECT_TRUE(User::Sees([&] { return Stands(60, wxSize(1000, 700)); }));
   panes = dynamic_cast<wxSplitterWindow*>(Shown("tvwProjects")->GetGrandParent());
   EXPECT_TRUE(User::Sees([&] { return panes->GetSashPosition() == 300; }));
   EXPECT_TRUE(Close());
@@ -188,8 +181,12 @@ TEST_F(MainWindowTest, StaysOpenUntilTheRunningProjectIsDone) {
     frame->Close();
     closedEarly = frame == nullptr;
   });
+  Asked();
   user.Presses(WXK_F7);
   EXPECT_TRUE(User::Sees([&] { return frame == nullptr; })) << "it closes by itself then";
+  EXPECT_EQ(Asked().front(),
+            "show [YesNo Question] A build is running. Do you wish to close when the current "
+            "project is done?");
   EXPECT_FALSE(closedEarly);
   EXPECT_EQ(Icons().substr(0, 26), "buildok buildok vbproject ");
 }
