@@ -119,8 +119,6 @@ TEST(GroupLayoutTest, LargeGroupsAreLaidOutInTimeAndInTheShapeOfAScreen) {
     const auto begin = std::chrono::steady_clock::now();
     const GroupLayout layout = LayOut(graph, names);
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    std::cout << count << " projects: " << taken.count() << " s, " << layout.width << " x "
-              << layout.height << ", " << layout.lines.size() << " lines\n";
     EXPECT_LT(taken.count(), most * 5) << "without optimisation, on a busy machine";
     EXPECT_GT(layout.leftOut, 0U);
     EXPECT_LT(layout.height, layout.width * 2);

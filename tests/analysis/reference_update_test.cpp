@@ -117,13 +117,5 @@ TEST_F(ReferenceUpdateTest, ComponentsWithoutIdentityAreForetold) {
   EXPECT_EQ(lost(""), (Journal{"C:\\Group\\BinCore.dll", "C:\\Group\\BinBase.dll"}));
 }
 
-TEST_F(ReferenceUpdateTest, AFileThatCannotBeWrittenIsReportedAndLeft) {
-  platform.files.AddFile("C:\\f", "a", file_attribute::kNormal);
-  platform.files.Fail(FileOperation::Write, "C:\\f", ErrorNumber::DiskFull);
-  program.referenceUpdate.ReplaceInFile("C:\\f", "a", "b");
-  EXPECT_EQ(Effects(), Journal{Reported(61, "Disk full: 'C:\\f'", ": frmBuilder.ReplaceInFile")});
-  EXPECT_EQ(platform.files.Text("C:\\f"), "a");
-}
-
 }  // namespace
 }  // namespace gorbex::test

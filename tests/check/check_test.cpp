@@ -18,22 +18,6 @@ const std::string kTool = "{11112222-0000-4000-8000-0000C0DEC0DE}";
 const std::string kToolFile = "C:\\windows\\system32\\Tool.dll";
 const std::string kReference = "Reference=*\\G" + kTool + "#2.0#0#";
 
-/// The files of another reader, and beside "Core.cls" one whose name differs in letter case.
-struct WithTwin : FileReader {
-  explicit WithTwin(const FileReader& files) : all(files) {}
-  [[nodiscard]] std::optional<FileInfo> Look(const std::string& path) const override {
-    return all.Look(path);
-  }
-  [[nodiscard]] std::string Read(const std::string& path) const override { return all.Read(path); }
-  [[nodiscard]] std::vector<FolderEntry> List(const std::string& folder) const override {
-    auto entries = all.List(folder);
-    if (hasTwin && folder.find("Core") != std::string::npos) entries.push_back({"CORE.cls"});
-    return entries;
-  }
-  const FileReader& all;
-  bool hasTwin = false;
-};
-
 /// A group without a fault: Till uses Money and Core, Money uses Core, and all use a component that
 /// is installed.
 struct World {
@@ -83,7 +67,7 @@ struct World {
     static_cast<void>(program.start.ReadState());
     EXPECT_TRUE(program.buildProject.LoadProject(file, BuildProjectFile::Unread::IsKept));
     platform.journal.clear();
-    const GroupCheck check({program.window, program.options, files, program.registry,
+    const GroupCheck check({program.window, program.options, platform.files, program.registry,
                             platform.components, program.referenceUpdate});
     auto findings = check.RunOpen(selection);
     EXPECT_EQ(platform.journal, Journal{});  // nothing was changed
@@ -92,7 +76,6 @@ struct World {
 
   MemoryPlatform platform;
   ScriptedDialogs dialogs{platform.journal};
-  WithTwin files{platform.files};
   Group group{platform};
   GroupProject& core = group.Library("Core");
   GroupProject& money = group.Library("Money");
@@ -249,7 +232,7 @@ const std::vector<Defect> kDefects = {
        w.platform.files.AddFile("C:\\Group\\Till\\Aux.bas", "\r\n");
      },
      "name-not-representable: Aux.bas is the name of a device"},
-    {[](World& w) { w.files.hasTwin = true; },
+    {[](World& w) { w.platform.files.twin = "CORE.cls"; },
      "letter-case: C:\\Group\\Core\\Core.cls exists twice; the other file's name is CORE.cls"},
     {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Spare.vbp", "Type=Exe\r\n"); },
      "not-in-build-project: no build project of the folder names this project"},

@@ -61,14 +61,11 @@ TEST_F(BuildCommandTest, SkipsWhatUsesAFailedProjectAndSaysWhy) {
             2U);
   EXPECT_EQ(Run({"settings", "SkipUsersOfFailed", "true"}).out, "true\n");
   const Json projects = Run({"build", file, "--json"}).Json()["projects"];
-  EXPECT_EQ(projects[2], (Json{{"path", Group::Path("Till")},
-                               {"result", "notBuilt"},
-                               {"start", nullptr},
-                               {"seconds", nullptr},
-                               {"place", nullptr},
-                               {"log", reason},
-                               {"failure", nullptr},
-                               {"got", nullptr}}));
+  EXPECT_EQ(projects[2]["result"], "notBuilt");
+  EXPECT_EQ(projects[2]["log"], reason);
+  for (const char* none : {"start", "seconds", "place", "failure", "got"}) {
+    EXPECT_EQ(projects[2][none], nullptr) << none;
+  }
 }
 
 TEST_F(BuildCommandTest, PlansAndSkipsWhatIsUpToDate) {
@@ -133,40 +130,20 @@ TEST_F(BuildCommandTest, BuildTakesNamedProjectsAloneAndNothingCheckedIsToldApar
   EXPECT_EQ(Run({"build", file, "--all", "--json"}).Json()["projects"].size(), 3U);
 }
 
-TEST_F(BuildCommandTest, BuildEndsWithOneWhenSourcesWereNotGot) {
+TEST_F(BuildCommandTest, GetsSourcesFromAPlaceForOneRunAlone) {
   InstallCompiler();
-  const std::vector<std::string> build = {"build",
-                                          file,
-                                          "--get",
-                                          "--json",
-                                          "--user",
-                                          "builder",
-                                          "--junit",
-                                          "C:\\junit.xml",
-                                          "--ini",
-                                          kIni,
-                                          Group::Path("Core"),
-                                          Group::Path("Money")};
-  EXPECT_EQ(Run({"build", file, "--get"}).status, 2) << "no initialisation file is known";
+  const std::vector<std::string> build = {
+      "build", file, "--get", "--json", "--user", "me", "--ini", kIni, kCore, Group::Path("Money")};
   EXPECT_EQ(Run(build).status, 2) << "there is no such file";
   platform.files.AddFile(kIni, "[git]");
   platform.files.AddFile("C:\\Group\\Core\\mssccprj.scc", "SCC_Project_Name = \"$/Core\", AAAA");
   EXPECT_EQ(Journal(), Only(platform.journal, {"start"}));
-  const Result failed = Run(build);
-  EXPECT_EQ(failed.status, 1);
-  EXPECT_EQ(Only(platform.journal, {"start"}).size(), 2U) << "it goes on";
-  Json projects = failed.Json()["projects"];
-  EXPECT_EQ(projects[0]["got"], false);
-  EXPECT_EQ(projects[1]["got"], nullptr) << "not under source control";
-  const std::string report = platform.files.Text("C:\\junit.xml");
-  EXPECT_NE(report.find("errors=\"1\""), std::string::npos);
-  EXPECT_NE(report.find("<error message=\"The latest sources were not got: There is no item"),
-            std::string::npos);
   platform.sourceControl.files["$/Core/a.cls"] = {"1", "1", "1"};
   const Result done = Run(build);
   EXPECT_EQ(done.status, 0);
   EXPECT_EQ(done.Json()["projects"][0]["got"], true);
-  EXPECT_EQ(Run({"settings", "INIPath"}).out, "\n") << "for this run only";
+  EXPECT_EQ(done.Json()["projects"][1]["got"], nullptr) << "not under source control";
+  EXPECT_EQ(Run({"settings", "INIPath"}).out, "\n");
 }
 
 TEST_F(BuildCommandTest, OverridesHoldForOneRunAlone) {
@@ -175,11 +152,8 @@ TEST_F(BuildCommandTest, OverridesHoldForOneRunAlone) {
   ASSERT_EQ(Run({"build", file, "--version", "3.1.4", "--build-dir", "C:\\Out", "--stop-on-error"})
                 .status,
             0);
-  bool out = false;
-  for (const auto& line : platform.journal) {
-    out = out || line.find("/outdir \"C:\\Out\\\"") != std::string::npos;
-  }
-  EXPECT_TRUE(out);
+  const Journal started = Only(platform.journal, {"start"});
+  EXPECT_TRUE(!started.empty() && started[0].ends_with("/outdir \"C:\\Out\\\""));
   const Json settings = Run({"show", file, "--json"}).Json()["settings"];
   EXPECT_EQ(settings["VersionComponents"], "");
   EXPECT_EQ(settings["StopProcessing"], false);

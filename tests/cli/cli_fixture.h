@@ -51,10 +51,9 @@ class CliFixture : public ::testing::Test {
                               "VisualBasic.Project\\shell\\open\\command", "",
                               "\"C:\\VB\\VB6.EXE\" \"%1\"");
     platform.processes.otherwise = [this, failing](const std::string& commandLine) {
-      bool fails = false;
-      for (const auto& name : failing) {
-        fails = fails || commandLine.find("\\" + name + ".vbp") != std::string::npos;
-      }
+      const bool fails = std::any_of(failing.begin(), failing.end(), [&](const auto& name) {
+        return commandLine.find("\\" + name + ".vbp") != std::string::npos;
+      });
       platform.files.AddFile(platform.programFolder + "\\VBResult.log",
                              fails ? "\r\nCompile Error in File 'C:\\x.bas', Line 4 : Syntax "
                                      "<error>\r\nBuild of 'x' failed."

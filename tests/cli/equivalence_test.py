@@ -178,139 +178,117 @@ def files(group, name):
     return [world.group / name for world in group.worlds]
 
 
-def body(group, project, each):
-    each["body"] += 1
+class Change:
+    """Whatever may happen to a project and one of its sources."""
+
+    def body(group, project, each):
+        each["body"] += 1
+
+    def touch(group, project, each):
+        moment = time.time() + RANDOM.choice([-90000, -3, 0, 90000])
+        for file in files(group, f"{project.name}/{each['name']}.cls"):
+            os.utime(file, (moment, moment))
+
+    def edit_under_an_old_time(group, project, each):
+        for file in files(group, f"{project.name}/{each['name']}.cls"):
+            kept = file.stat()
+            file.write_text(file.read_text("latin-1").replace("Print", "Write"), "latin-1", newline="")
+            os.utime(file, ns=(kept.st_atime_ns, kept.st_mtime_ns))
+        group.settle("an edit under an old time")
+
+    def edit_and_undo(group, project, each):
+        kept = each["body"]
+        each["body"] += 1
+        group.write()
+        each["body"] = kept
+
+    def build_and_undo(group, project, each):
+        each["body"] += 1
+        group.write()
+        group.settle("an edit")
+        each["body"] -= 1
+
+    def interface(group, project, each):
+        each["methods"].append(f"Public Sub Do{len(each['methods'])}(Optional ByVal What As Long = {RANDOM.randint(0, 9)})")
+
+    def other_parameter(group, project, each):
+        each["methods"][-1] = f"Public Sub Last(ByRef Sum As {RANDOM.choice(['Long', 'String', 'Double'])})"
+
+    def constant(group, project, each):
+        each["constant"] += RANDOM.choice([1, -1, 1000000000]) if abs(each["constant"]) < 1000000000 else -each["constant"]
+
+    def broken(group, project, each):
+        each["broken"] = True
+        group.write()
+        group.settle("a source that does not compile")
+        each["broken"] = False
+
+    def new_member(group, project, each):
+        name = f"New{len(project.members)}"
+        if project.members.pop("New2", None) is None:
+            project.members[name] = Project.source(name)
+
+    def picture(group, project, each):
+        project.picture = str(RANDOM.random())
+
+    def project_line(group, project, each):
+        project.title = str(RANDOM.random())
+
+    def missing_member(group, project, each):
+        for file in files(group, f"{project.name}/{each['name']}.cls"):
+            file.unlink()
+        group.settle("a missing source")
+
+    def repoint(group, project, each):
+        before = [other.name for other in group.projects[: group.projects.index(project)]]
+        project.uses = RANDOM.sample(before, min(len(before), RANDOM.randint(0, 3)))
+
+    def register_another(group, project, each):
+        for world in group.worlds:
+            copy = world.group / "Old" / f"{project.name}.dll"
+            shutil.copy(world.group / "Bin" / f"{project.name}.dll", copy)
+            world.run("register", str(copy))
+
+    def unregister(group, project, each):
+        for world in group.worlds:
+            world.run("unregister", str(world.group / "Bin" / f"{project.name}.dll"))
+
+    def remove_binary(group, project, each):
+        for file in files(group, f"Bin/{project.name}.dll"):
+            file.unlink(missing_ok=True)
+
+    def replace_binary(group, project, each):
+        other = RANDOM.choice(group.projects).name
+        for world in group.worlds:
+            source = world.group / "Bin" / f"{other}.dll"
+            if source.exists() and other != project.name:
+                shutil.copy(source, world.group / "Bin" / f"{project.name}.dll")
+                world.run("register", str(world.group / "Bin" / f"{project.name}.dll"))
+
+    def break_compatibility(group, project, each):
+        group.settle("broken compatibility", "--break-compat")
+        group.write()
+
+    def debug(group, project, each):
+        group.settle("a debug build", "--debug")
+
+    def version(group, project, each):
+        group.settle("another version", "--version", f"1.{RANDOM.randint(0, 3)}.{RANDOM.randint(0, 2)}")
+
+    def other_folder(group, project, each):
+        for world in group.worlds:
+            world.build(["--build-dir", str(world.group / "Other")])
+        if group.worlds[0].state() != group.worlds[1].state():
+            fail("another folder")
+
+    def torn_record(group, project, each):
+        record = group.worlds[0].prefix / RECORD
+        data = record.read_bytes() if record.exists() else b""
+        start = RANDOM.randint(0, len(data))
+        record.write_bytes(RANDOM.choice([data[:start], data[start:], b"", data[:start] + b"\0x\n" + data[start:]]))
 
 
-def touch(group, project, each):
-    moment = time.time() + RANDOM.choice([-90000, -3, 0, 90000])
-    for file in files(group, f"{project.name}/{each['name']}.cls"):
-        os.utime(file, (moment, moment))
-
-
-def edit_under_an_old_time(group, project, each):
-    for file in files(group, f"{project.name}/{each['name']}.cls"):
-        kept = file.stat()
-        each_text = file.read_text("latin-1")
-        file.write_text(each_text.replace("Print", "Write") if "Print" in each_text else each_text, "latin-1", newline="")
-        os.utime(file, ns=(kept.st_atime_ns, kept.st_mtime_ns))
-    group.settle("an edit under an old time")
-
-
-def edit_and_undo(group, project, each):
-    kept = each["body"]
-    each["body"] += 1
-    group.write()
-    each["body"] = kept
-
-
-def build_and_undo(group, project, each):
-    each["body"] += 1
-    group.write()
-    group.settle("an edit")
-    each["body"] -= 1
-
-
-def interface(group, project, each):
-    each["methods"].append(f"Public Sub Do{len(each['methods'])}(Optional ByVal What As Long = {RANDOM.randint(0, 9)})")
-
-
-def other_parameter(group, project, each):
-    each["methods"][-1] = f"Public Sub Last(ByRef Sum As {RANDOM.choice(['Long', 'String', 'Double'])})"
-
-
-def constant(group, project, each):
-    each["constant"] += RANDOM.choice([1, -1, 1000000000]) if abs(each["constant"]) < 1000000000 else -each["constant"]
-
-
-def broken(group, project, each):
-    each["broken"] = True
-    group.write()
-    group.settle("a source that does not compile")
-    each["broken"] = False
-
-
-def new_member(group, project, each):
-    name = f"New{len(project.members)}"
-    if project.members.pop("New2", None) is None:
-        project.members[name] = Project.source(name)
-
-
-def picture(group, project, each):
-    project.picture = str(RANDOM.random())
-
-
-def project_line(group, project, each):
-    project.title = str(RANDOM.random())
-
-
-def missing_member(group, project, each):
-    for file in files(group, f"{project.name}/{each['name']}.cls"):
-        file.unlink()
-    group.settle("a missing source")
-
-
-def repoint(group, project, each):
-    before = [other.name for other in group.projects[: group.projects.index(project)]]
-    project.uses = RANDOM.sample(before, min(len(before), RANDOM.randint(0, 3)))
-
-
-def register_another(group, project, each):
-    for world in group.worlds:
-        copy = world.group / "Old" / f"{project.name}.dll"
-        shutil.copy(world.group / "Bin" / f"{project.name}.dll", copy)
-        world.run("register", str(copy))
-
-
-def unregister(group, project, each):
-    for world in group.worlds:
-        world.run("unregister", str(world.group / "Bin" / f"{project.name}.dll"))
-
-
-def remove_binary(group, project, each):
-    for file in files(group, f"Bin/{project.name}.dll"):
-        file.unlink(missing_ok=True)
-
-
-def replace_binary(group, project, each):
-    other = RANDOM.choice(group.projects).name
-    for world in group.worlds:
-        source = world.group / "Bin" / f"{other}.dll"
-        if source.exists() and other != project.name:
-            shutil.copy(source, world.group / "Bin" / f"{project.name}.dll")
-            world.run("register", str(world.group / "Bin" / f"{project.name}.dll"))
-
-
-def break_compatibility(group, project, each):
-    group.settle("broken compatibility", "--break-compat")
-    group.write()
-
-
-def debug(group, project, each):
-    group.settle("a debug build", "--debug")
-
-
-def version(group, project, each):
-    group.settle("another version", "--version", f"1.{RANDOM.randint(0, 3)}.{RANDOM.randint(0, 2)}")
-
-
-def other_folder(group, project, each):
-    for world in group.worlds:
-        world.build(["--build-dir", str(world.group / "Other")])
-    if group.worlds[0].state() != group.worlds[1].state():
-        fail("another folder")
-
-
-def torn_record(group, project, each):
-    record = group.worlds[0].prefix / RECORD
-    data = record.read_bytes() if record.exists() else b""
-    start = RANDOM.randint(0, len(data))
-    record.write_bytes(RANDOM.choice([data[:start], data[start:], b"", data[:start] + b"\0x\n" + data[start:]]))
-
-
-CHANGES = [body, body, touch, edit_under_an_old_time, edit_and_undo, build_and_undo, interface, other_parameter, constant,
-           broken, new_member, picture, project_line, missing_member, repoint, register_another, unregister, remove_binary,
-           replace_binary, break_compatibility, debug, version, other_folder, torn_record]
+CHANGES = [Change.body, *(change for change in vars(Change).values() if callable(change))]
 
 skipped = built = done = 0
 killing = RANDOM.sample(range(options.changes), min(options.kills, options.changes))

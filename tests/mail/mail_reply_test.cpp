@@ -88,17 +88,6 @@ TEST_F(MailReplyTest, GetsThroughSourceControl) {
   EXPECT_TRUE(compiledSources.empty());
 }
 
-TEST_F(MailReplyTest, SaysWhyThereIsNoSourceControl) {
-  Bind("Core", "$/Core");
-  const std::string unknown =
-      "No initialisation file of source control is known; name one at the login, or with the "
-      "setting INIPath";
-  ReplyTo("GET,PRO $/Core/Core.vbp,");
-  EXPECT_EQ(LastLog(), "Nothing is known of $/Core/Core.vbp: " + unknown);
-  ReplyTo("GET,PRO " + core + ",");
-  EXPECT_EQ(LastLog(), "Failed to Get Latest: " + unknown);
-}
-
 TEST_F(MailReplyTest, TellsTheAdministratorWhenTheSettingsSaySo) {
   program.options.ReplyTo = 1;
   program.options.ReplyUser = "admin@dev.example";

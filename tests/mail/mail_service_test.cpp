@@ -21,15 +21,22 @@ TEST_F(MailServiceTest, TakesARequestFromMailToReplyInOrder) {
   EXPECT_TRUE(program.options.GetLatest) << "a setting that follows the request";
 }
 
-TEST_F(MailServiceTest, LeavesTheMailboxToWhoLooksThroughIt) {
-  mail.isTaken = true;
+TEST_F(MailServiceTest, LooksAgainLaterWhenItMayNotServeNow) {
   const std::vector<Received> request = {{.body = "GET,PRO " + core + ","}};
-  EXPECT_EQ(Only(Tick(request), {"log", "mail read"}),
-            (Journal{"log Email requests are answered by another program; looking again later"}));
-  EXPECT_TRUE(Only(Tick(request), {"log", "mail read"}).empty()) << "said once";
-  EXPECT_EQ(ServiceState(), "on ticking build: Idle");
-  mail.isTaken = false;
-  EXPECT_EQ(Only(Tick(request), {"mail read"}), Journal{"mail read 1"});
+  mail.news = {"a reply waits"};
+  for (const auto& [isSo, why] :
+       {std::pair(&mail.isFull, "wait, because too many replies could not be sent yet"),
+        {&mail.isTaken, "are answered by another program; looking again later"}}) {
+    *isSo = true;
+    Journal told;
+    for (const auto& line : mail.news) told.push_back("log " + line);
+    told.push_back(std::string("log Email requests ") + why);
+    EXPECT_EQ(Only(Tick(request), {"log", "mail read"}), told);
+    EXPECT_TRUE(Only(Tick(request), {"log", "mail read"}).empty()) << "said once";
+    EXPECT_EQ(ServiceState(), "on ticking build: Idle");
+    *isSo = false;
+    EXPECT_EQ(Only(Tick(request), {"mail read"}), Journal{"mail read 1"});
+  }
 }
 
 TEST_F(MailServiceTest, ReportsAnUnexpectedErrorAndSwitchesItselfOff) {
@@ -122,19 +129,6 @@ TEST_F(MailServiceTest, WaitsForAMailboxThatIsAway) {
   Tick(request);
   EXPECT_EQ(ServiceState(), "on build: Checking for Email Requests")
       << "a start without a mailbox is an error";
-}
-
-TEST_F(MailServiceTest, TellsOfRepliesThatWaitAndTakesNoRequestWhenTooManyDo) {
-  const std::vector<Received> request = {{.body = "GET,PRO " + core + ","}};
-  mail.news = {"a reply waits"};
-  mail.isFull = true;
-  const std::string wait =
-      "log Email requests wait, because too many replies could not be sent yet";
-  EXPECT_EQ(Only(Tick(request), {"log"}), (Journal{"log a reply waits", wait}));
-  EXPECT_TRUE(Only(Tick(request), {"log", "mail read"}).empty()) << "said once";
-  EXPECT_EQ(ServiceState(), "on ticking build: Idle");
-  mail.isFull = false;
-  EXPECT_EQ(Only(Tick(request), {"mail read"}), Journal{"mail read 1"});
 }
 
 TEST_F(MailServiceTest, IsSwitchedByTheMenuAndAtTheStart) {

@@ -3,47 +3,6 @@
 namespace gorbex::test {
 namespace {
 
-using GetLatestTest = BuildFixture;
-
-TEST_F(GetLatestTest, TellsTheOutcomeOnTheStatusLine) {
-  struct Case {
-    bool isOpen;
-    std::string spec;
-    LatestResult::Kind kind;
-    std::string outcome, problem;
-  };
-  using Kind = LatestResult::Kind;
-  const std::string none = "There is no item '$/No' in the database";
-  const Case cases[] = {
-      {false, "$/Core", Kind::Failed, "status Failed GET : The database is not open",
-       "The login to source control was cancelled"},
-      {false, "", Kind::NotControlled, "", ""},
-      {true, "$/Core", Kind::Got, "get $/Core C:\\Work\\Core 67248128", ""},
-      {true, "$/Locked", Kind::Failed, "status It is locked", "It is locked"},
-      {true, "$/Broken", Kind::Failed, "status Failed GET : It is broken", "It is broken"},
-      {true, "$/No", Kind::Failed, "status " + none, none}};
-  platform.sourceControl.localSpecs = {{"$/Core", "C:\\Work\\Core"}, {"$/Locked", ""}};
-  platform.sourceControl.failures = {{{"get", "$/Locked"}, "It is locked"},
-                                     {{"item", "$/Broken"}, "It is broken"}};
-  Load({"Core"});
-  // Switched off, so that no look-up asks for a login.
-  program.window.IniPath = "srcsafe.ini";
-  dialogs.useLogin = [](frmLogin& form) { form.cmdCancel.Execute(); };
-  program.session.LoginToSourceSafe();
-  for (const Case& c : cases) {
-    if (c.isOpen) platform.sourceControl.Open("srcsafe.ini", "me", "");
-    Bind("Core", c.spec);
-    Steps();
-    const LatestResult result = program.latest.GetLatestForProject(kCore);
-    EXPECT_EQ(result.kind, c.kind);
-    EXPECT_EQ(result.problem, c.problem);
-    Journal expected = {"status Getting " + c.spec};
-    if (!c.outcome.empty()) expected.push_back(c.outcome);
-    EXPECT_EQ(Steps(), expected);
-  }
-  EXPECT_THROW(program.latest.GetLatestForProject("C:\\Other.vbp"), RuntimeError);
-}
-
 class SourceControlCommandsTest : public BuildFixture {
  protected:
   SourceControlCommandsTest() {
@@ -146,6 +105,15 @@ TEST_F(SourceControlCommandsTest, GetsAllChangedOrSelectedProjects) {
   program.window.fileName = "C:\\empty.bpf";
   EXPECT_EQ(Run(menu.mnuToolsGetLatestALL), Journal{"status Get completed"});
   EXPECT_EQ(Run(menu.mnuToolsGetLatestChanged), Journal{"status Changed projects now up to date"});
+}
+
+TEST_F(SourceControlCommandsTest, GetsNothingAfterACancelledLogin) {
+  Bind("Core", "$/Core");
+  dialogs.useLogin = [](frmLogin& form) { form.cmdCancel.Execute(); };
+  LogIn();
+  EXPECT_EQ(program.latest.GetLatestForProject(kCore).problem,
+            "The login to source control was cancelled");
+  EXPECT_EQ(program.window.stbStatus.Get(), "Failed GET : The database is not open");
 }
 
 TEST_F(SourceControlCommandsTest, LetsOneCommandWorkAtATime) {

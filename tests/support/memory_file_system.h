@@ -27,6 +27,9 @@ class MemoryFileSystem : public FileSystem {
   /// Asked by each operation, which fails with the error that it gives, if any.
   std::function<std::optional<ErrorNumber>()> fails;
 
+  /// The name of a file that is listed beside another one where only letter case tells them apart.
+  std::string twin;
+
   /// Puts a file there, with its folders, without a line in the journal.
   void AddFile(const std::string& path, const std::string& bytes,
                std::uint32_t attributes = file_attribute::kArchive) {
@@ -73,10 +76,12 @@ class MemoryFileSystem : public FileSystem {
     for (const auto& [key, below] : nodes_) {
       if (key != Key(folder) && FolderOf(key) == Key(folder)) {
         entries.push_back({below.name, below.isFolder});
+        if (EqualsIgnoringCase(below.name, twin)) entries.push_back({twin});
       }
     }
-    std::sort(entries.begin(), entries.end(),
-              [](const auto& a, const auto& b) { return UpperCase(a.name) < UpperCase(b.name); });
+    std::stable_sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
+      return UpperCase(a.name) < UpperCase(b.name);
+    });
     return entries;
   }
   void Write(const std::string& path, const std::string& bytes) override {
