@@ -17,14 +17,14 @@ class SystemDay {
  public:
   SystemDay(int failing, const Fault& fault, Answer toReports = Answer::Ignore)
       : work_(bench_.files, bench_.registry,
-              {[this](const auto& path, const auto& bytes) { bench_.Put(path, bytes); },
-               [this](const auto& path) { return bench_.Get(path); }},
+              {[this](const auto& path, const auto& bytes) { Put(path, bytes); },
+               [this](const auto& path) { return Get(path); }},
               toReports) {
     bench_.registry.SetValue(
         RegistryRoot::ClassesRoot, "Interface\\{1F}\\TypeLib", "",
         {RegistryType::Text, "{5E700000-0000-4000-8000-0000C0DEC0DE}" + std::string(1, '\0')});
     work_.Prepare();
-    bench_.Put("C:\\Out\\old", "");
+    Put("C:\\Out\\old", "");
     FailingCalls calls(failing, fault);
     work_.Run();
     count = calls.Count();
@@ -44,6 +44,15 @@ class SystemDay {
   int count = 0;
 
  private:
+  // Files are reached past the program by the paths that it uses.
+  void Put(const std::string& path, const std::string& bytes) const {
+    bench_.folder.Put(FaultBench::HostName(path), bytes);
+  }
+  [[nodiscard]] std::string Get(const std::string& path) const {
+    const auto file = bench_.folder.Path() / FaultBench::HostName(path);
+    return exists(file) ? bench_.folder.Get(FaultBench::HostName(path)) : "<absent>";
+  }
+
   FaultBench bench_;
   DayOfWork work_;
 };

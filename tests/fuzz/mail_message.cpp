@@ -1,7 +1,6 @@
 #include "platform/linux/mail/body_text.h"
 
 #include <algorithm>
-#include <array>
 
 #include "platform/code_page.h"
 #include "platform/header_fields.h"
@@ -27,17 +26,9 @@ void RequireWholeLineEnds(std::string_view text) {
 
 // What the mail says of itself adds neither a field nor a reader to its answer.
 void RequireSoundReply(const MailHeader& header) {
-  constexpr std::array kFields = {"From",
-                                  "To",
-                                  "Subject",
-                                  "Date",
-                                  "Message-Id",
-                                  "References",
-                                  "In-Reply-To",
-                                  "Mime-Version",
-                                  "Auto-Submitted",
-                                  "Content-Type",
-                                  "Content-Transfer-Encoding"};
+  constexpr std::string_view kFields =
+      "|from|to|subject|date|message-id|references|in-reply-to|mime-version|auto-submitted|"
+      "content-type|content-transfer-encoding|";
   const auto written = Written({.from = {"", "builder@host.example"},
                                 .to = {{"", header.replyAddress}},
                                 .subject = header.subject,
@@ -53,8 +44,7 @@ void RequireSoundReply(const MailHeader& header) {
     Require(line.size() < 1000, "lines are as short as mail servers want them");
     if (line.empty() || line.front() == ' ' || line.front() == '\t') continue;
     const auto name = line.substr(0, line.find(':'));
-    Require(std::any_of(kFields.begin(), kFields.end(),
-                        [&](const char* known) { return EqualsIgnoringCase(name, known); }),
+    Require(kFields.find("|" + LowerCase(name) + "|") != std::string_view::npos,
             "the answer has its own fields alone");
   }
 }

@@ -11,22 +11,13 @@
 #include <iostream>
 #include <iterator>
 #include <random>
+#include <set>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "tests/fuzz/target.h"
-
-// The sanitizers ask for their options by these names.
-extern "C" const char* __asan_default_options();
-extern "C" const char* __asan_default_options() {
-  return "abort_on_error=1";
-}
-extern "C" const char* __ubsan_default_options();
-extern "C" const char* __ubsan_default_options() {
-  return "abort_on_error=1";
-}
 
 namespace {
 
@@ -50,12 +41,10 @@ void Run() {
 }
 
 std::vector<std::string> InputsOf(const std::filesystem::path& folder) {
-  std::vector<std::filesystem::path> files;
   std::error_code absent;
-  for (const auto& entry : std::filesystem::directory_iterator(folder, absent)) {
-    files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
+  using std::filesystem::directory_iterator;
+  const std::set<std::filesystem::path> files(directory_iterator(folder, absent),
+                                              directory_iterator());
   std::vector<std::string> inputs;
   for (const auto& file : files) {
     std::ifstream in(file, std::ios::binary);
@@ -84,24 +73,11 @@ class Maker {
   void Change(std::string& text) {
     const auto at = Number(text.size() + 1);
     const auto length = Number(std::min<std::size_t>(text.size() - at, 64) + 1);
-    switch (Number(5)) {
-      case 0:
-        text.erase(at, length);
-        break;
-      case 1:
-        text.insert(at, text.substr(at, length));
-        break;
-      case 2:
-        text.insert(at, 1, static_cast<char>(Number(256)));
-        break;
-      case 3:
-        if (at < text.size()) text[at] = static_cast<char>(Number(256));
-        break;
-      default: {
-        const auto& other = AnySeed();
-        text.replace(at, length, other.substr(Number(other.size() + 1), Number(64)));
-      }
-    }
+    const std::string& other = AnySeed();
+    const std::string pieces[] = {"", text.substr(at, length),
+                                  std::string(1, static_cast<char>(Number(256))),
+                                  other.substr(Number(other.size() + 1), Number(64))};
+    text.replace(at, Number(2) * length, pieces[Number(std::size(pieces))]);
   }
 
   const std::vector<std::string>& seeds_;

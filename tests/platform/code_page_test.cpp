@@ -48,7 +48,12 @@ TEST_F(CodePages, AreRefusedWithSeveralBytesForACharacter) {
   }
 }
 
-TEST_F(CodePages, ShowWhatTheyLack) {
+TEST_F(CodePages, ShowOrRefuseWhatTheyLack) {
+  for (const char* utf8 :
+       {"\x80", "\xC3", "\xC3(", "\xC0\x80", "\xE0\x80\x80", "\xE2\x82", "\xED\xA0\x80",
+        "\xF0\x9F\x98\x80", "\xF8\x88\x80\x80", "\xFF", "\u0416", "\xC2\x80"}) {
+    EXPECT_EQ(FromUtf8(utf8), std::nullopt) << utf8;
+  }
   EXPECT_EQ(FromUtf8Roughly("a\u0416\u00E9\xC3(\xF0\x9F\x98\x80\x80z"), "a?\xE9?(??z");
 }
 

@@ -80,14 +80,6 @@ TEST(TypeLibrary, TellsWhatItsMakerWrote) {
   EXPECT_EQ(found, "60616762");
 }
 
-TEST(TypeLibrary, HasNoNumberWhenItIsAFileOfItsOwn) {
-  Journal journal;
-  MemoryFileSystem files(journal);
-  files.AddFile("C:\\Part.tlb", Made("classes.tlb"));
-  EXPECT_TRUE(TypeLibraryOf(files, "C:\\Part.tlb"));
-  EXPECT_FALSE(TypeLibraryOf(files, "C:\\Part.tlb\\1"));
-}
-
 TEST(OwnInterface, IsNoneInALibraryThatContradictsItself) {
   const auto good = Made("classes.tlb");
   const auto segment = [&](std::size_t index) { return NumberAt(good, 84 + 5 * 4 + index * 16); };
@@ -138,7 +130,7 @@ TEST(ComponentInspector, AnswersAnInterfaceThatTheComponentDefines) {
       {kClock, {"\\events.tlb", "\\twice32.dll", "\\twice32.dll\\2", "\\twice64.dll"}},
       {kDefault,
        {"\\kinds.tlb", "\\stdole2.tlb", "\\none32.dll", "\\none64.dll", "\\twice32.dll\\9",
-        "\\twice32.dll\\65539", "\\twice32.dll\\3x", "\\absent.dll", ""}},
+        "\\twice32.dll\\65539", "\\twice32.dll\\3x", "\\classes.tlb\\1", "\\absent.dll", ""}},
   };
   for (const auto& [answer, names] : cases) {
     for (const auto& name : names)

@@ -109,19 +109,14 @@ TEST_F(FormsTest, ALogIsSearchedAndCopied) {
   };
   EXPECT_EQ(found(), "1 of 3") << "while it is typed";
   EXPECT_EQ(log.GetStringSelection(), "Needle");
-  struct Step {
-    int key;
-    int modifiers;
-    const char* found;
-    const char* selected;
-  };
-  for (const Step& step :
-       {Step{WXK_RETURN, wxMOD_NONE, "2 of 3", "needle"},
-        Step{WXK_F3, wxMOD_NONE, "3 of 3", "needle"}, Step{WXK_F3, wxMOD_NONE, "1 of 3", "Needle"},
-        Step{WXK_F3, wxMOD_SHIFT, "3 of 3", "needle"}}) {
-    user.Presses(step.key, step.modifiers);
-    EXPECT_EQ(found(), step.found);
-    EXPECT_EQ(log.GetStringSelection(), step.selected);
+  for (const auto& [key, modifiers, place, selected] :
+       {std::tuple(WXK_RETURN, wxMOD_NONE, "2 of 3", "needle"),
+        {WXK_F3, wxMOD_NONE, "3 of 3", "needle"},
+        {WXK_F3, wxMOD_NONE, "1 of 3", "Needle"},
+        {WXK_F3, wxMOD_SHIFT, "3 of 3", "needle"}}) {
+    user.Presses(key, modifiers);
+    EXPECT_EQ(found(), place);
+    EXPECT_EQ(log.GetStringSelection(), selected);
   }
   user.Presses(WXK_ESCAPE);
   user.Presses('O', wxMOD_ALT);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -25,13 +24,10 @@ struct FaultBench {
   LinuxFileSystem files{prefix};
   LinuxRegistry registry{folder.Path()};
 
-  // Files are reached past the program by the paths that it uses.
-  void Put(const std::string& path, const std::string& bytes) const {
-    folder.Put(HostName(path), bytes);
-  }
-  [[nodiscard]] std::string Get(const std::string& path) const {
-    const auto name = HostName(path);
-    return std::filesystem::exists(folder.Path() / name) ? folder.Get(name) : "<absent>";
+  /// Where the program's path is in the folder.
+  [[nodiscard]] static std::string HostName(std::string path) {
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return "drive_c" + path.substr(2);
   }
 
   [[nodiscard]] std::vector<std::string> Complaints() const {
@@ -44,12 +40,6 @@ struct FaultBench {
       complaints.emplace_back("the registry has lost a value nobody touched");
     }
     return complaints;
-  }
-
- private:
-  [[nodiscard]] static std::string HostName(std::string path) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-    return "drive_c" + path.substr(2);
   }
 };
 

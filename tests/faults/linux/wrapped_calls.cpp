@@ -31,20 +31,28 @@ bool Strikes() {
 
 }  // namespace
 
+// The linker leads a call to `__wrap_` and lets `__real_` be the system's own.
+#define REAL(call, parameters) __real_##call parameters
+#define WRAP(result, call, parameters, arguments)  \
+  result REAL(call, parameters);                   \
+  result __wrap_##call parameters {                \
+    return Strikes() ? -1 : REAL(call, arguments); \
+  }
+
 extern "C" {
 
-int __real_open(const char* path, int flags, ...);
-int __real_mkostemp(char* pattern, int flags);
-ssize_t __real_read(int file, void* to, std::size_t size);
-ssize_t __real_write(int file, const void* from, std::size_t size);
-int __real_linkat(int from, const char* old, int to, const char* path, int flags);
-int __real_rename(const char* from, const char* to);
-int __real_fchmod(int file, mode_t mode);
-int __real_chmod(const char* path, mode_t mode);
-int __real_unlink(const char* path);
-int __real_mkdir(const char* path, mode_t mode);
-int __real_flock(int file, int operation);
+WRAP(int, mkostemp, (char* pattern, int flags), (pattern, flags))
+WRAP(ssize_t, read, (int file, void* to, std::size_t size), (file, to, size))
+WRAP(int, linkat, (int from, const char* old, int to, const char* path, int flags),
+     (from, old, to, path, flags))
+WRAP(int, rename, (const char* from, const char* to), (from, to))
+WRAP(int, fchmod, (int file, mode_t mode), (file, mode))
+WRAP(int, chmod, (const char* path, mode_t mode), (path, mode))
+WRAP(int, unlink, (const char* path), (path))
+WRAP(int, mkdir, (const char* path, mode_t mode), (path, mode))
+WRAP(int, flock, (int file, int operation), (file, operation))
 
+int __real_open(const char* path, int flags, ...);
 int __wrap_open(const char* path, int flags, ...) {
   std::va_list rest;
   va_start(rest, flags);
@@ -54,14 +62,7 @@ int __wrap_open(const char* path, int flags, ...) {
   return IsCounted(path) && Strikes() ? -1 : __real_open(path, flags, mode);
 }
 
-int __wrap_mkostemp(char* pattern, int flags) {
-  return Strikes() ? -1 : __real_mkostemp(pattern, flags);
-}
-
-ssize_t __wrap_read(int file, void* to, std::size_t size) {
-  return Strikes() ? -1 : __real_read(file, to, size);
-}
-
+ssize_t __real_write(int file, const void* from, std::size_t size);
 ssize_t __wrap_write(int file, const void* from, std::size_t size) {
   return Fails(FailingCalls::StrikesWrite(size)) ? -1 : __real_write(file, from, size);
 }
@@ -69,34 +70,6 @@ ssize_t __wrap_write(int file, const void* from, std::size_t size) {
 // A test does not need its data on the disk at once; leaving this out saves time.
 int __wrap_fdatasync(int /*file*/) {
   return Strikes() ? -1 : 0;
-}
-
-int __wrap_linkat(int from, const char* old, int to, const char* path, int flags) {
-  return Strikes() ? -1 : __real_linkat(from, old, to, path, flags);
-}
-
-int __wrap_rename(const char* from, const char* to) {
-  return Strikes() ? -1 : __real_rename(from, to);
-}
-
-int __wrap_fchmod(int file, mode_t mode) {
-  return Strikes() ? -1 : __real_fchmod(file, mode);
-}
-
-int __wrap_chmod(const char* path, mode_t mode) {
-  return Strikes() ? -1 : __real_chmod(path, mode);
-}
-
-int __wrap_unlink(const char* path) {
-  return Strikes() ? -1 : __real_unlink(path);
-}
-
-int __wrap_mkdir(const char* path, mode_t mode) {
-  return Strikes() ? -1 : __real_mkdir(path, mode);
-}
-
-int __wrap_flock(int file, int operation) {
-  return Strikes() ? -1 : __real_flock(file, operation);
 }
 
 }  // extern "C"

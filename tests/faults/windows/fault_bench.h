@@ -20,6 +20,9 @@ inline const std::vector<FaultsInTurn> kSweeps = {
     {{ERROR_DISK_FULL, Fault::Kind::ShortWrite}},
     {{ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, Fault::Kind::LostFile}}};
 
+/// Another program has every file open: while it does, none can be replaced by a new one.
+inline bool areFilesHeld = false;
+
 /// The files of this system, with a folder as the drive C:.
 class FilesBelow : public FileSystem {
  public:
@@ -63,19 +66,10 @@ struct FaultBench {
   Journal journal;
   MemoryRegistry registry{journal};
 
-  // Files are reached past the program by the paths that it uses.
-  void Put(const std::string& path, const std::string& bytes) const {
-    folder.Put(HostName(path), bytes);
-  }
-  [[nodiscard]] std::string Get(const std::string& path) const {
-    const auto name = HostName(path);
-    return std::filesystem::exists(folder.Path() / name) ? folder.Get(name) : "<absent>";
-  }
+  /// Where the program's path is in the folder.
+  [[nodiscard]] static std::string HostName(const std::string& path) { return path.substr(3); }
 
   [[nodiscard]] static std::vector<std::string> Complaints() { return {}; }
-
- private:
-  [[nodiscard]] static std::string HostName(const std::string& path) { return path.substr(3); }
 };
 
 }  // namespace gorbex::test

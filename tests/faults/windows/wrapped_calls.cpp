@@ -1,13 +1,10 @@
-#include "tests/faults/windows/wrapped_calls.h"
-
 #include <windows.h>
 
-#include "tests/faults/failing_calls.h"
+#include "fault_bench.h"
 
 namespace gorbex::test {
 namespace {
 
-bool areHeld = false;
 ULONGLONG slept = 0;
 
 bool Fails(const Fault* fault) {
@@ -29,17 +26,9 @@ Result WINAPI Wrapped(Arguments... arguments) {
 
 }  // namespace
 
-HeldFiles::HeldFiles() {
-  areHeld = true;
-}
-
-HeldFiles::~HeldFiles() {
-  areHeld = false;
-}
-
 }  // namespace gorbex::test
 
-using gorbex::test::areHeld;
+using gorbex::test::areFilesHeld;
 using gorbex::test::FailingCalls;
 using gorbex::test::Fails;
 using gorbex::test::Fault;
@@ -99,7 +88,7 @@ BOOL WINAPI Flush(HANDLE /*file*/) {
 
 // Over a file that another program has open nothing is moved.
 BOOL WINAPI Move(const wchar_t* file, const wchar_t* target, DWORD flags) {
-  const bool isOpen = areHeld || FailingCalls::Tries(Fault::Kind::LostFile);
+  const bool isOpen = areFilesHeld || FailingCalls::Tries(Fault::Kind::LostFile);
   if (isOpen && __real___imp_GetFileAttributesW(target) != INVALID_FILE_ATTRIBUTES) {
     SetLastError(ERROR_ACCESS_DENIED);
     return FALSE;
@@ -110,7 +99,7 @@ BOOL WINAPI Move(const wchar_t* file, const wchar_t* target, DWORD flags) {
 
 BOOL WINAPI Replace(const wchar_t* target, const wchar_t* file, const wchar_t* backup, DWORD flags,
                     void* exclude, void* reserved) {
-  if (areHeld) {
+  if (areFilesHeld) {
     SetLastError(ERROR_SHARING_VIOLATION);
     return FALSE;
   }

@@ -10,7 +10,6 @@ namespace gorbex::test {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 
 TEST(LinuxProcesses, TellThePrefixAndAnnounceTheirEndOnce) {
   ProcessesOnSystem bench;
@@ -60,18 +59,11 @@ TEST(LinuxTools, HaveNoTerminalToAskAt) {
   EXPECT_EQ(result.output.substr(0, half), result.output.substr(half)) << "session and process";
 }
 
-TEST(LinuxTools, ReadWhatTheyAreGivenAndMayTakeTooLong) {
+TEST(LinuxTools, ReadWhatTheyAreGiven) {
   ToolsOnSystem bench;
-  const auto errorOf = [](const ToolOutcome& outcome) {
-    return std::get<RuntimeError>(outcome).Code();
-  };
   ToolCall call{"/bin/cat", {}, "C:\\"};
   call.input = std::string(1'000'000, 'x') + '\0';
   EXPECT_EQ(std::get<ToolResult>(bench.tools.Run(call)).output, call.input);
-  call = {"sleep", {"60"}, "C:\\"};
-  call.patience = std::chrono::milliseconds(50);
-  EXPECT_EQ(errorOf(bench.tools.Run(call)), ErrorNumber::InvalidCall);
-  EXPECT_EQ(errorOf(bench.tools.Run({"/bin/none", {}, "C:\\"})), ErrorNumber::FileNotFound);
 }
 
 }  // namespace

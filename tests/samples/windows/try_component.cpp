@@ -8,15 +8,11 @@
 #include "app/program.h"
 #include "platform/code_page.h"
 #include "platform/windows/platform.h"
+#include "tests/support/recording_events.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace gorbex::test {
 namespace {
-
-class NoEvents : public EventPump {
- public:
-  void DoEvents() override {}
-};
 
 class Trial {
  public:
@@ -48,7 +44,7 @@ class Trial {
   }
 
   WindowsPlatform platform_;
-  NoEvents events_;
+  RecordingEvents events_;
   Journal journal_;
   ScriptedDialogs dialogs_{journal_};
   Program program_{platform_.Services(events_), dialogs_};
