@@ -184,7 +184,7 @@ TEST_F(MainWindowTest, StaysOpenUntilTheRunningProjectIsDone) {
   Asked();
   user.Presses(WXK_F7);
   EXPECT_TRUE(User::Sees([&] { return frame == nullptr; })) << "it closes by itself then";
-  EXPECT_EQ(Asked().front(),
+  EXPECT_EQ(Asked().at(0),
             "show [YesNo Question] A build is running. Do you wish to close when the current "
             "project is done?");
   EXPECT_FALSE(closedEarly);
