@@ -40,6 +40,20 @@ TEST(SystemProcesses, FindProgramsByTheSystemsRules) {
   EXPECT_EQ(CodeOf(bench.launcher, bench.SystemsOwn("cmd", 6)), 6U) << "nobody is put before it";
 }
 
+TEST(SystemProcesses, GetEachArgumentAsItIs) {
+  ProcessesOnSystem bench;
+  const std::string program = bench.root + "Two Words\\My Tool.exe";
+  bench.Install(program);
+  auto result = bench.launcher.StartProgram(
+      program, {bench.out, "5", "a b\" c", "x\\", "", "$(id) & %PATH%", "C:\\O u t\\"});
+  ASSERT_TRUE(std::holds_alternative<std::unique_ptr<Process>>(result));
+  EXPECT_EQ(std::get<std::unique_ptr<Process>>(result)->ExitCode(10s), 5U);
+  const auto dump = bench.Dump();
+  EXPECT_EQ(dump.substr(0, dump.find('\n')), "[a b\" c][x\\][][$(id) & %PATH%][C:\\O u t\\]");
+  result = bench.launcher.StartProgram(bench.root + "none.exe", {});
+  EXPECT_TRUE(std::holds_alternative<RuntimeError>(result));
+}
+
 TEST(SystemProcesses, SayWhatCannotRun) {
   ProcessesOnSystem bench;
   bench.files.Write(bench.root + "notes.txt", "no program");
