@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "cli/run_record.h"
+#include "core/run_record.h"
 
 namespace gorbex::cli {
 

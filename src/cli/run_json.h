@@ -3,7 +3,7 @@
 #include <string>
 
 #include "cli/json_views.h"
-#include "cli/run_record.h"
+#include "core/run_record.h"
 
 namespace gorbex::cli {
 

@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/run_record.h"
+#include "core/run_record.h"
 
 namespace gorbex::test {
 namespace {
 
 TEST(JUnitReportTest, TellsOfARunThatWasAborted) {
-  cli::RunRecord record({"C:\\a.vbp"});
+  RunRecord record({"C:\\a.vbp"});
   record.On(QuestionAnswered{{"Error 61: \r\nDisk full"}, Answer::Abort});
   record.On(RunEnded{RunResult::Aborted, 0, 0, std::chrono::milliseconds(20)});
   EXPECT_EQ(
@@ -24,7 +24,7 @@ TEST(JUnitReportTest, TellsOfARunThatWasAborted) {
 
 TEST(JUnitReportTest, TellsBuiltFailedAndLeftProjectsApart) {
   using std::chrono::milliseconds;
-  cli::RunRecord record({"C:\\a&b.vbp", "C:\\c.vbp", "C:\\d.vbp", "C:\\e.vbp"});
+  RunRecord record({"C:\\a&b.vbp", "C:\\c.vbp", "C:\\d.vbp", "C:\\e.vbp"});
   const LatestResult notGot{LatestResult::Kind::Failed, "fatal: <gone>\nhint"};
   record.On(LatestGot{"C:\\c.vbp", notGot});
   record.On(LatestGot{"C:\\e.vbp", notGot});

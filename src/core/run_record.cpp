@@ -1,6 +1,6 @@
-#include "cli/run_record.h"
+#include "core/run_record.h"
 
-namespace gorbex::cli {
+namespace gorbex {
 
 RunRecord::RunRecord(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) {
@@ -59,4 +59,4 @@ void RunRecord::Take(const ProjectCompiled& compiled) {
   project->log = compiled.log.empty() ? compiled.problem : compiled.log;
 }
 
-}  // namespace gorbex::cli
+}  // namespace gorbex

@@ -9,7 +9,7 @@
 
 #include "core/run_events.h"
 
-namespace gorbex::cli {
+namespace gorbex {
 
 /// The results of a build run, gathered from its announcements for the reports written at its end.
 class RunRecord {
@@ -59,4 +59,4 @@ class RunRecord {
   RunEnded end_{RunResult::Aborted, 0, 0, std::chrono::milliseconds{0}};
 };
 
-}  // namespace gorbex::cli
+}  // namespace gorbex
