@@ -171,10 +171,9 @@ void BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
   frmBuilder& window = parts_.window;
   on([&] { window.txtLogFile.text.Set(""); });
   on([&] { parts_.script.Begin(); });
-  const auto& rows = window.lvwQueue.Rows();
-  run.checked = static_cast<std::size_t>(
-      std::count_if(rows.begin(), rows.end(), [&](const auto& row) { return run.Takes(*row); }));
-  events.Emit(RunStarted{run.checked, run.rowsToRepeat.has_value()});
+  auto paths = run.TakenFrom(window.lvwQueue);
+  run.checked = paths.size();
+  events.Emit(RunStarted{std::move(paths), run.rowsToRepeat.has_value()});
   parts_.freshness.LookAgain();
   const auto batch = parts_.latest.BeginBatch();
   const std::size_t places = parts_.options.Places();

@@ -64,7 +64,10 @@ bool ProjectBuild::IsPassedOver(Procedure& on) {
   if (!parts_.options.SkipUpToDate || parts_.work.Ends()) return false;
   const Judgement judgement = parts_.freshness.JudgeInRun(path_);
   on([&] { Row().SetNote(NoteOf(judgement)); });
-  if (!judgement.IsUpToDate()) return false;
+  if (!judgement.IsUpToDate()) {
+    events_.Emit(ProjectOutdated{path_, ShortText(judgement.reasons)});
+    return false;
+  }
   ++run_.upToDate;
   on([&] { Row().SetIcon(Image::UpToDate); });
   component_ = exeName_;

@@ -16,6 +16,7 @@
 #include "build/reference_consent.h"
 #include "build/run_parts.h"
 #include "build/time_left.h"
+#include "core/list_columns.h"
 #include "core/list_view.h"
 #include "platform/clock.h"
 
@@ -40,6 +41,15 @@ struct RunState {
 
   [[nodiscard]] bool Takes(const ListRow& row) const {
     return rowsToRepeat ? rowsToRepeat->contains(row.Key()) : row.Checked();
+  }
+
+  /// The paths of the projects that the run takes, in the queue's order.
+  [[nodiscard]] std::vector<std::string> TakenFrom(const ListView& queue) const {
+    std::vector<std::string> paths;
+    for (const auto& row : queue.Rows()) {
+      if (Takes(*row)) paths.push_back(row->SubItem(queue_column::kProject));
+    }
+    return paths;
   }
 
   void NoteUnamended(const std::string& path) {

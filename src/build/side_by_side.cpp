@@ -6,19 +6,10 @@
 
 #include "build/run_claims.h"
 #include "build/run_uses.h"
-#include "core/list_columns.h"
 #include "core/text.h"
 
 namespace gorbex {
 namespace {
-
-std::vector<std::string> ProjectsOf(const RunState& run, const ListView& queue) {
-  std::vector<std::string> paths;
-  for (const auto& row : queue.Rows()) {
-    if (run.Takes(*row)) paths.push_back(row->SubItem(queue_column::kProject));
-  }
-  return paths;
-}
 
 /// While it lives, the lines of the activity log join a project's others.
 class LogLines {
@@ -58,7 +49,7 @@ SideBySide::SideBySide(const RunParts& parts, RunState& run, RunEvents& events, 
       run_(run),
       events_(events),
       places_(places),
-      paths_(ProjectsOf(run, parts.window.lvwQueue)),
+      paths_(run.TakenFrom(parts.window.lvwQueue)),
       components_(paths_.size()),
       schedule_(ScheduleOf(parts.window, parts.group, parts.files, parts.freshness, paths_)) {}
 

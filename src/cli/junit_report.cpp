@@ -7,33 +7,6 @@
 namespace gorbex::cli {
 namespace {
 
-// Plain() has left no character that XML forbids.
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char letter : Plain(text)) {
-    switch (letter) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      case '\n':
-        escaped += "&#10;";
-        break;
-      default:
-        escaped += letter;
-    }
-  }
-  return escaped;
-}
-
 std::string Time(std::chrono::milliseconds duration) {
   char buffer[40];
   std::snprintf(buffer, sizeof buffer, "%.3f", static_cast<double>(duration.count()) / 1000);
@@ -53,7 +26,8 @@ std::string NotGot(const RunRecord::Project& project) {
 // Built, but not from what was asked for.
 std::string Error(const RunRecord::Project& project) {
   const std::string words = NotGot(project);
-  return "<error message=\"" + Escaped(FirstLine(words)) + "\">" + Escaped(words) + "</error>";
+  return "<error message=\"" + MarkupText(FirstLine(words)) + "\">" + MarkupText(words) +
+         "</error>";
 }
 
 std::string Property(const std::string& name, const std::string& value) {
@@ -71,12 +45,13 @@ std::string Properties(const RunRecord::Project& project) {
 std::string SourceLine(const RunRecord::Project& project) {
   const auto& failure = project.failure;
   if (!failure || !failure->line) return "";
-  return Escaped(failure->file + FailureText(*failure) + "\n");
+  return MarkupText(failure->file + FailureText(*failure) + "\n");
 }
 
 std::string TestCase(const RunRecord::Project& project, const std::string& properties) {
-  std::string xml = "  <testcase classname=\"" + Escaped(project.path) + "\" name=\"" +
-                    Escaped(FileName(project.path)) + "\" time=\"" + Time(project.duration) + "\"";
+  std::string xml = "  <testcase classname=\"" + MarkupText(project.path) + "\" name=\"" +
+                    MarkupText(FileName(project.path)) + "\" time=\"" + Time(project.duration) +
+                    "\"";
   switch (project.outcome) {
     case RunRecord::Outcome::Built:
       return xml + (!project.IsNotGot() && properties.empty()
@@ -88,39 +63,24 @@ std::string TestCase(const RunRecord::Project& project, const std::string& prope
       [[fallthrough]];
     case RunRecord::Outcome::NotBuilt:
       return xml + ">" + properties + "<skipped" +
-             (project.log.empty() ? "" : " message=\"" + Escaped(project.log) + "\"") +
+             (project.log.empty() ? "" : " message=\"" + MarkupText(project.log) + "\"") +
              "/></testcase>\n";
     case RunRecord::Outcome::Failed:
       break;
   }
-  return xml + ">" + properties + "<failure message=\"" + Escaped(FirstLine(project.log)) + "\">" +
-         (project.IsNotGot() ? Escaped(NotGot(project) + "\n") : "") + SourceLine(project) +
-         Escaped(project.log) + "</failure></testcase>\n";
-}
-
-std::string_view Problem(const RunEnded& end) {
-  switch (end.result) {
-    case RunResult::Refused:
-    case RunResult::KeptReferences:
-      return "the run was refused at a question";
-    case RunResult::NoCompiler:
-      return "there is no compiler";
-    case RunResult::Aborted:
-      return "the run was aborted at an error";
-    case RunResult::Finished:
-      break;
-  }
-  return end.unamended.empty() ? "" : "project files could not be changed as asked";
+  return xml + ">" + properties + "<failure message=\"" + MarkupText(FirstLine(project.log)) +
+         "\">" + (project.IsNotGot() ? MarkupText(NotGot(project) + "\n") : "") +
+         SourceLine(project) + MarkupText(project.log) + "</failure></testcase>\n";
 }
 
 // The run itself when it did not come to its end, or not as asked; nothing otherwise.
 std::string RunCase(const RunRecord& record, const std::string& title) {
-  const std::string problem(Problem(record.End()));
+  const std::string problem(ProblemOf(record.End()));
   if (problem.empty()) return "";
   const std::string words = record.Messages().empty() ? "" : record.Messages().back();
-  return "  <testcase classname=\"" + Escaped(title) + "\" name=\"run\" time=\"" +
-         Time(record.End().duration) + "\"><error message=\"" + problem + "\">" + Escaped(words) +
-         "</error></testcase>\n";
+  return "  <testcase classname=\"" + MarkupText(title) + "\" name=\"run\" time=\"" +
+         Time(record.End().duration) + "\"><error message=\"" + problem + "\">" +
+         MarkupText(words) + "</error></testcase>\n";
 }
 
 }  // namespace
@@ -142,7 +102,7 @@ std::string JUnitReport(const RunRecord& record, const std::string& title) {
   }
   const std::string run = RunCase(record, title);
   const std::size_t runs = run.empty() ? 0 : 1;
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuite name=\"" + Escaped(title) +
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuite name=\"" + MarkupText(title) +
          "\" tests=\"" + std::to_string(record.Projects().size() + runs) + "\" failures=\"" +
          std::to_string(failed) + "\" errors=\"" + std::to_string(errors + runs) + "\" skipped=\"" +
          std::to_string(skipped) + "\" time=\"" + Time(record.End().duration) + "\">\n" + cases +

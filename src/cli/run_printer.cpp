@@ -25,7 +25,7 @@ void RunPrinter::On(const RunEvent& event) {
 }
 
 void RunPrinter::Hear(const RunStarted& started) {
-  of_ = started.projects;
+  of_ = started.paths.size();
 }
 
 void RunPrinter::Hear(const ProjectStarted& project) {

@@ -41,6 +41,7 @@ class RunPrinter {
   void Hear(const ProjectStarted& project);
   void Hear(const ProjectSkipped& skipped);
   void Hear(const ProjectUpToDate& fresh);
+  void Hear(const ProjectOutdated&) {}
   void Hear(const StepStarted& step);
   void Hear(const LatestGot& latest);
   void Hear(const ProjectCompiled& compiled);

@@ -9,18 +9,6 @@
 
 namespace gorbex::cli {
 
-std::string Plain(std::string_view text) {
-  std::string kept;
-  kept.reserve(text.size());
-  // Control characters stay out: a log that a stranger wrote must not steer the user's terminal.
-  std::copy_if(text.begin(), text.end(), std::back_inserter(kept), [](char letter) {
-    const auto unicode = ToUnicode(letter);
-    return letter == '\n' || letter == '\t' || (unicode >= 0x20 && unicode < 0x7F) ||
-           unicode >= 0xA0;
-  });
-  return ToUtf8(kept);
-}
-
 std::string Indented(std::string_view text) {
   std::string lines;
   for (const auto line : Split(text, '\n')) {

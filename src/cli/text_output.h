@@ -4,11 +4,9 @@
 #include <string>
 #include <string_view>
 
-namespace gorbex::cli {
+#include "platform/plain_text.h"
 
-/// A text of the program for a terminal or a plain file: UTF-8, LF line ends, no control
-/// characters.
-[[nodiscard]] std::string Plain(std::string_view text);
+namespace gorbex::cli {
 
 /// The lines of a text for the same, those below a heading: indented, without empty ones.
 [[nodiscard]] std::string Indented(std::string_view text);

@@ -24,6 +24,21 @@ std::string ReasonOf(const ProjectSkipped& skipped) {
   return "it uses " + skipped.failed + ", which failed";
 }
 
+std::string_view ProblemOf(const RunEnded& end) {
+  switch (end.result) {
+    case RunResult::Refused:
+    case RunResult::KeptReferences:
+      return "the run was refused at a question";
+    case RunResult::NoCompiler:
+      return "there is no compiler";
+    case RunResult::Aborted:
+      return "the run was aborted at an error";
+    case RunResult::Finished:
+      break;
+  }
+  return end.unamended.empty() ? "" : "project files could not be changed as asked";
+}
+
 std::string LeftText(const std::optional<std::chrono::milliseconds>& left) {
   if (!left || left->count() <= 0) return "";
   const auto seconds = std::chrono::ceil<std::chrono::seconds>(*left).count();

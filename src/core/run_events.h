@@ -40,7 +40,7 @@ enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compil
 /// The announcements of a build run, in the order they happen. Listeners only look on; none can
 /// change the run.
 struct RunStarted {
-  std::size_t projects = 0;  ///< rows that it takes
+  std::vector<std::string> paths{};  ///< of the projects that it takes, in the queue's order
   bool isRepeat = false;  ///< of a part of the last run; what that said of other rows still holds
 };
 struct ProjectStarted {
@@ -65,6 +65,11 @@ struct ProjectSkipped {
 struct ProjectUpToDate {
   std::string path;
   std::string since;  ///< "dd/mm/yyyy hh:nn:ss"
+};
+/// After ProjectStarted, in a run that passes over what is up to date: why this project is not.
+struct ProjectOutdated {
+  std::string path;
+  std::string reasons;  ///< on one line
 };
 struct StepStarted {
   std::string path;
@@ -106,9 +111,9 @@ struct RunEnded {
   int upToDate = 0;
 };
 
-using RunEvent =
-    std::variant<RunStarted, ProjectStarted, ProjectSkipped, ProjectUpToDate, StepStarted,
-                 LatestGot, ProjectCompiled, RunPaced, QuestionAsked, QuestionAnswered, RunEnded>;
+using RunEvent = std::variant<RunStarted, ProjectStarted, ProjectSkipped, ProjectUpToDate,
+                              ProjectOutdated, StepStarted, LatestGot, ProjectCompiled, RunPaced,
+                              QuestionAsked, QuestionAnswered, RunEnded>;
 using RunEvents = Signal<RunEvent>;
 
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
@@ -116,6 +121,10 @@ using RunEvents = Signal<RunEvent>;
 
 /// An estimate, such as "about 40 s left"; empty when there is none.
 [[nodiscard]] std::string LeftText(const std::optional<std::chrono::milliseconds>& left);
+
+/// Why a run did not come to its end, or not as asked, such as "there is no compiler"; empty for
+/// one that did.
+[[nodiscard]] std::string_view ProblemOf(const RunEnded& end);
 
 /// How far a run is, such as "4 of 10 done, 3 building, about 40 s left".
 [[nodiscard]] std::string PaceText(const RunPaced& paced);

@@ -3,10 +3,11 @@
 namespace gorbex {
 
 RunRecord::RunRecord(const std::vector<std::string>& paths) {
-  for (const std::string& path : paths) {
-    numbers_.emplace(path, projects_.size());
-    projects_.push_back({path});
-  }
+  for (const std::string& path : paths) Add(path);
+}
+
+void RunRecord::Add(const std::string& path) {
+  if (numbers_.emplace(path, projects_.size()).second) projects_.push_back({path});
 }
 
 void RunRecord::On(const RunEvent& event) {
@@ -16,12 +17,16 @@ void RunRecord::On(const RunEvent& event) {
     if (Project* project = Find(skipped->path)) project->log = ReasonOf(*skipped);
   }
   if (const auto* fresh = std::get_if<ProjectUpToDate>(&event)) Take(*fresh);
+  if (const auto* outdated = std::get_if<ProjectOutdated>(&event)) Take(*outdated);
   if (const auto* latest = std::get_if<LatestGot>(&event)) Take(*latest);
   if (std::holds_alternative<RunPaced>(event)) isSideBySide_ = true;
   if (const auto* question = std::get_if<QuestionAnswered>(&event)) {
     messages_.push_back(question->message.text);
   }
-  if (const auto* ended = std::get_if<RunEnded>(&event)) end_ = *ended;
+  if (const auto* ended = std::get_if<RunEnded>(&event)) {
+    end_ = *ended;
+    hasEnded_ = true;
+  }
 }
 
 RunRecord::Project* RunRecord::Find(const std::string& path) {
@@ -36,11 +41,16 @@ void RunRecord::Take(const ProjectStarted& started) {
   project->start = started.start;
 }
 
+void RunRecord::Take(const ProjectOutdated& outdated) {
+  if (Project* project = Find(outdated.path)) project->reason = outdated.reasons;
+}
+
 void RunRecord::Take(const ProjectUpToDate& fresh) {
   Project* project = Find(fresh.path);
   if (project == nullptr) return;
   project->outcome = Outcome::UpToDate;
   project->log = "up to date";
+  if (!fresh.since.empty()) project->reason = "up to date since " + fresh.since;
 }
 
 void RunRecord::Take(const LatestGot& latest) {

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
+
+#include "platform/code_page.h"
 
 namespace gorbex {
 
@@ -23,6 +26,49 @@ std::optional<std::string> PercentDecoded(std::string_view text) {
     decoded += static_cast<char>(value);
   }
   return decoded;
+}
+
+std::string Plain(std::string_view text) {
+  std::string kept;
+  kept.reserve(text.size());
+  // Control characters stay out: a log that a stranger wrote must not steer the user's terminal.
+  std::copy_if(text.begin(), text.end(), std::back_inserter(kept), [](char letter) {
+    const auto unicode = ToUnicode(letter);
+    return letter == '\n' || letter == '\t' || (unicode >= 0x20 && unicode < 0x7F) ||
+           unicode >= 0xA0;
+  });
+  return ToUtf8(kept);
+}
+
+// Plain() leaves no character that XML forbids.
+std::string MarkupText(std::string_view text) {
+  return MarkupUtf8(Plain(text));
+}
+
+std::string MarkupUtf8(std::string_view utf8) {
+  std::string escaped;
+  for (const char letter : utf8) {
+    switch (letter) {
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      case '"':
+        escaped += "&quot;";
+        break;
+      case '\n':
+        escaped += "&#10;";
+        break;
+      default:
+        escaped += letter;
+    }
+  }
+  return escaped;
 }
 
 }  // namespace gorbex

@@ -16,4 +16,14 @@ inline constexpr std::string_view kWhiteSpace = " \t\r\n";
 /// hexadecimal digits.
 [[nodiscard]] std::optional<std::string> PercentDecoded(std::string_view text);
 
+/// A text of the program for a terminal or a plain file: UTF-8, LF line ends, no control
+/// characters.
+[[nodiscard]] std::string Plain(std::string_view text);
+
+/// The same for XML and HTML, between tags or in an attribute.
+[[nodiscard]] std::string MarkupText(std::string_view text);
+
+/// The same for a text without control characters that is UTF-8 already.
+[[nodiscard]] std::string MarkupUtf8(std::string_view utf8);
+
 }  // namespace gorbex

@@ -105,14 +105,14 @@ void RunStatusBar::Hear(const RunEvent& event) {
 
 void RunStatusBar::Begin(const RunStarted& run) {
   constexpr int kTick = 500;
-  checked_ = run.projects;
+  checked_ = run.paths.size();
   isSideBySide_ = false;
-  gauge_->SetRange(std::max(1, static_cast<int>(run.projects)));
+  gauge_->SetRange(std::max(1, static_cast<int>(checked_)));
   gauge_->SetValue(0);
   total_ = {};
   number_.clear();
   project_.Start();
-  ShowGauge(run.projects > 0);
+  ShowGauge(checked_ > 0);
   PlaceGauge();
   timer_.Start(kTick);
 }
