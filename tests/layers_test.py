@@ -6,7 +6,7 @@ import re
 import sys
 
 faults = []
-for layer in ("platform", "core", "analysis", "freshness", "scc", "build", "check", "mail"):
+for layer in ("platform", "core", "analysis", "freshness", "scc", "build", "check", "report", "mail"):
     folder = pathlib.Path(sys.argv[1], layer)
     uses = (folder / "CMakeLists.txt").read_text().partition("USES")[2]
     named = {layer, *re.findall(r"gorbex_(\w+)", uses)}

@@ -54,6 +54,10 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       editor(options, platform.processes, dialogs),
       failureSteps(failed, editor),
       notice(run.events, platform.clock),
+      reports({window, group, check, platform.files}),
+      lastRun({window, options, group, platform.clock}),
+      lastRunList(
+          {lastRunForm, window, lastRun, reports, display, platform.files, dialogs, report}),
       compiled({window, platform.files, queue, display, work}, compile.ended),
       marks(window, group, failed, report),
       outdated(window, group, work, freshness),
@@ -129,6 +133,7 @@ void Program::ConnectToolsMenu() {
   menu.mnuToolsBuildPath.SetHandler([this] { settings.mnuToolsBuildPath_Click(); });
   menu.mnuToolsVersion.SetHandler([this] { settings.mnuToolsVersion_Click(); });
   menu.mnuToolsBuildOptions.SetHandler([this] { settings.mnuToolsBuildOptions_Click(); });
+  menu.mnuWindowLastRun.SetHandler([this] { lastRunList.mnuWindowLastRun_Click(); });
   menu.mnuWindowViewLogs.SetHandler([this] { logViewer.mnuWindowViewLogs_Click(); });
   menu.mnuWindowDependencies.SetHandler([this] { picture.mnuWindowDependencies_Click(); });
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });

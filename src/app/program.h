@@ -25,6 +25,7 @@
 #include "build/component_test.h"
 #include "build/failed_build.h"
 #include "build/immediate_build.h"
+#include "build/last_run.h"
 #include "build/project_value.h"
 #include "build/registration_script.h"
 #include "build/replaced_values.h"
@@ -38,6 +39,7 @@
 #include "core/editor.h"
 #include "core/failed_projects.h"
 #include "core/failure_steps.h"
+#include "core/last_run_form.h"
 #include "core/log_viewer.h"
 #include "core/logs_form.h"
 #include "core/main_window.h"
@@ -57,6 +59,8 @@
 #include "freshness/outdated_marks.h"
 #include "mail/mail_service.h"
 #include "platform/services.h"
+#include "report/last_run_list.h"
+#include "report/run_report.h"
 #include "scc/change_scan.h"
 #include "scc/get_latest.h"
 #include "scc/label_dialog.h"
@@ -121,6 +125,10 @@ class Program {
   Editor editor;
   FailureSteps failureSteps;
   RunNotice notice;
+  ReportMaker reports;
+  LastRun lastRun;
+  frmLastRun lastRunForm;
+  LastRunList lastRunList;
   CompiledProjects compiled;
   QueueMarks marks;
   OutdatedMarks outdated;

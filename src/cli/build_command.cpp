@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "build/last_run.h"
 #include "build/terms_in_force.h"
 #include "check/group_check.h"
 #include "cli/check_options.h"
@@ -21,6 +22,7 @@
 #include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/plain_text.h"
+#include "report/run_page.h"
 
 namespace gorbex::cli {
 namespace {
@@ -38,6 +40,7 @@ struct BuildArguments {
   std::string script;
   std::string junit;
   std::string result;
+  std::string report;
   int timeLimit = 0;  ///< seconds; 0 for none
 };
 
@@ -58,8 +61,16 @@ std::vector<std::string> CheckedProjects(const ListView& queue) {
   return paths;
 }
 
+/// What is told of a run when it is over.
+struct Account {
+  RunRecord record;
+  RunTerms terms;
+  std::optional<Findings> findings{};  ///< of the check before the run, if any
+};
+
 // A report that cannot be written does not keep the other from being written.
-bool WriteReports(Session& session, const BuildArguments& arguments, const RunRecord& record) {
+bool WriteReports(Session& session, const BuildArguments& arguments, const Account& account) {
+  const RunRecord& record = account.record;
   Program& program = session.program();
   bool isWritten = true;
   const auto write = [&](const std::string& typed, const auto& writeTo) {
@@ -82,6 +93,11 @@ bool WriteReports(Session& session, const BuildArguments& arguments, const RunRe
   write(arguments.result, [&](const std::string& path) {
     program.platform.files.Write(path, Written(RunJson(record, program.window.registrationScript)));
   });
+  write(arguments.report, [&](const std::string& path) {
+    RunReport report = program.reports.Of(record, account.terms, account.findings);
+    report.commandLine = session.frame().commandLine;
+    program.platform.files.Write(path, RunPage(report));
+  });
   return isWritten;
 }
 
@@ -103,15 +119,16 @@ ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
-// False when there are errors. Prints the findings to the same stream as the run's lines.
-bool PassesCheck(Session& session, std::ostream& lines) {
+// Prints the findings to the same stream as the run's lines.
+Findings FindingsBefore(Session& session, std::ostream& lines) {
   Program& program = session.program();
   const auto selection = SelectionOf(session, {}, StripPath(program.window.fileName));
-  const Findings findings = program.check.RunOpen(selection);
-  if (findings.empty()) return true;
-  PrintFindings(session, lines, findings);
-  AnnotateFindings(session, findings);
-  return ErrorsIn(findings) == 0;
+  Findings findings = program.check.RunOpen(selection);
+  if (!findings.empty()) {
+    PrintFindings(session, lines, findings);
+    AnnotateFindings(session, findings);
+  }
+  return findings;
 }
 
 void AnnotateFailure(const Session& session, const RunEvent& event) {
@@ -125,14 +142,14 @@ void AnnotateFailure(const Session& session, const RunEvent& event) {
 }
 
 // The status that the command then has.
-ExitStatus Reported(Session& session, const BuildArguments& arguments, const RunRecord& record,
+ExitStatus Reported(Session& session, const BuildArguments& arguments, const Account& account,
                     ExitStatus status) {
   const Frame& frame = session.frame();
   if (frame.json) {
     const std::string& script = session.program().window.registrationScript;
-    frame.streams.out << Written(RunJson(record, script)) << '\n';
+    frame.streams.out << Written(RunJson(account.record, script)) << '\n';
   }
-  return WriteReports(session, arguments, record) ? status : ExitStatus::Unusable;
+  return WriteReports(session, arguments, account) ? status : ExitStatus::Unusable;
 }
 
 void Build(Frame& frame, const BuildArguments& arguments) {
@@ -147,7 +164,9 @@ void Build(Frame& frame, const BuildArguments& arguments) {
     const auto terms = TermsInForce(program.window, program.options);
     frame.streams.err << Plain(TermsLine(terms)) << '\n';
   }
-  RunRecord record(CheckedProjects(program.window.lvwQueue));
+  Account account{RunRecord(CheckedProjects(program.window.lvwQueue)),
+                  TermsOfRun(program.window, program.options, program.platform.clock)};
+  RunRecord& record = account.record;
   std::ostream& lines = frame.json ? frame.streams.err : frame.streams.out;
   RunPrinter printer(frame, lines, program.platform.clock, session.host());
   TimeLimit limit(session, std::chrono::seconds(arguments.timeLimit));
@@ -169,13 +188,16 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   if (session.host().EndWanted()) {
     throw Failure(ExitStatus::WorkFailed, "ended on request before the build began");
   }
-  if (arguments.check && !PassesCheck(session, lines)) {
-    session.Warn("nothing was built, because the check has found errors");
-    frame.status = Reported(session, arguments, record, ExitStatus::WorkFailed);
+  if (arguments.check) account.findings = FindingsBefore(session, lines);
+  if (account.findings && ErrorsIn(*account.findings) > 0) {
+    record.Warn("nothing was built, because the check has found errors");
+    session.Warn(record.Messages().back());
+    frame.status = Reported(session, arguments, account, ExitStatus::WorkFailed);
     return;
   }
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;
+  account.terms.compiler = program.window.compilerPath;
 
   const RunResult result = record.End().result;
   const bool isRefused = result == RunResult::Refused || result == RunResult::KeptReferences;
@@ -183,7 +205,8 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   if (isRefused && !isAnswered) {
     session.Warn("nothing was built: with --yes such a build goes on");
   }
-  frame.status = Reported(session, arguments, record, StatusOf(record, session.host().EndWanted()));
+  frame.status =
+      Reported(session, arguments, account, StatusOf(record, session.host().EndWanted()));
 }
 
 }  // namespace
@@ -213,6 +236,9 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
   command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
   command.add_option("--result", arguments->result,
                      "Write the result to this file, as --json prints it");
+  command.add_option(
+      "--report", arguments->report,
+      "Write a page about the run to this file (HTML): timeline, failures, findings");
   AddTimeLimit(command, arguments->timeLimit);
   AddAnswers(command, frame);
   command.callback([&frame, arguments] { Build(frame, *arguments); });

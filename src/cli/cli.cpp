@@ -55,7 +55,18 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Frame& frame)
   }
 }
 
+// As a user would type it. Passwords are never arguments.
+std::string CommandLine(const std::vector<std::string>& arguments) {
+  std::string line = "gorbex";
+  for (const std::string& argument : arguments) {
+    const bool isPlain = !argument.empty() && argument.find_first_of(" \t\"'") == std::string::npos;
+    line.append(" ").append(isPlain ? argument : "\"" + argument + "\"");
+  }
+  return line;
+}
+
 int RunInFrame(const std::vector<std::string>& arguments, Frame& frame) {
+  frame.commandLine = CommandLine(arguments);
   CLI::App app("GorbexBuilder builds groups of Visual Basic component projects.", "gorbex");
   // A path of the host may begin with "/"; all systems are to read it alike.
   app.allow_windows_style_options(false);

@@ -62,6 +62,7 @@ struct Streams {
 struct Frame {
   Streams streams;
   HostFactory makeHost;
+  std::string commandLine{};  ///< of this program, in UTF-8
   std::optional<std::string> prefix{};
   bool json = false;
   bool yes = false;

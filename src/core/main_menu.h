@@ -64,6 +64,7 @@ struct MainMenu {
   Command mnuWindowNextFailure{"mnuWindowNextFailure", "Open Ne&xt Failure", "F4"};
   Command mnuWindowPreviousFailure{"mnuWindowPreviousFailure", "Open Pre&vious Failure",
                                    "Shift+F4"};
+  Command mnuWindowLastRun{"mnuWindowLastRun", "Last &Run", "Ctrl+Shift+L"};
   Command mnuWindowNextPane{"mnuWindowNextPane", "&Next Pane", "F6"};
   Command mnuWindowPreviousPane{"mnuWindowPreviousPane", "&Previous Pane", "Shift+F6"};
   Command mnuHelpAbout{"mnuHelpAbout", "&About GorbexBuilder"};

@@ -183,6 +183,28 @@ TEST_F(BuildCommandTest, QuestionsAreAnsweredByOptionByTypingOrSafely) {
             std::string::npos);
 }
 
+TEST_F(BuildCommandTest, WritesAPageHoweverTheRunEnds) {
+  InstallCompiler({"Money"});
+  const auto page = [&](const std::vector<std::string>& options, int status) {
+    std::vector<std::string> arguments = {"build", file, "--report", "C:\\run page.html"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    EXPECT_EQ(Run(arguments).status, status);
+    return platform.files.Text("C:\\run page.html");
+  };
+  const std::string failed = page({"--yes"}, 1);
+  for (const std::string part :
+       {": 2 built, 1 failed</h1>", "Syntax &lt;error&gt;", "<h2>Check</h2>",
+        "--report &quot;C:\\run page.html&quot; --yes"}) {
+    EXPECT_NE(failed.find(part), std::string::npos) << part;
+  }
+  group.Library("Alone").Line("Class=Gone; Gone.cls");
+  file = group.BuildProject({"breakcompat=False"});
+  EXPECT_NE(page({"--check"}, 1).find("the check has found errors"), std::string::npos);
+  EXPECT_NE(page({"--no"}, 1).find("0 built, 4 not built"), std::string::npos);
+  platform.files.Fail(FileOperation::Write, "C:\\run page.html", ErrorNumber::DiskFull);
+  EXPECT_NE(page({"--yes"}, 2), "");
+}
+
 TEST_F(BuildCommandTest, AsksForTheCompilerUntilThereIsOne) {
   InstallCompiler();
   platform.registry.AddText(RegistryRoot::ClassesRoot, "VisualBasic.Project\\shell\\open\\command",

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/group_dependency.h"
+#include "build/run_timeline.h"
+#include "core/main_window.h"
+#include "core/options.h"
+#include "core/run_record.h"
+#include "platform/clock.h"
+
+namespace gorbex {
+
+/// What a run was asked to do, when and with what.
+struct RunTerms {
+  std::string file;  ///< the build project; empty for one that was never saved
+  CivilTime begun;
+  std::string terms;     ///< the settings in force, on one line
+  std::string compiler;  ///< empty for none
+  std::string version;   ///< that was stamped; empty for none
+};
+
+/// Of a run that begins now.
+[[nodiscard]] RunTerms TermsOfRun(frmBuilder& window, const clsOptions& options,
+                                  const Clock& clock);
+
+/// The last run, or the one that goes on.
+class LastRun {
+ public:
+  struct Uses {
+    frmBuilder& window;
+    const clsOptions& options;
+    const GroupDependency& group;
+    const Clock& clock;
+  };
+
+  /// All must outlive it.
+  explicit LastRun(const Uses& uses) : uses_(uses) {}
+
+  /// Only who shows a run needs to hear of it.
+  void Listen(RunEvents& events);
+
+  /// False before the first run.
+  [[nodiscard]] bool HasBegun() const { return terms_.has_value(); }
+  [[nodiscard]] bool IsGoing() const { return HasBegun() && !record_.HasEnded(); }
+
+  [[nodiscard]] const RunRecord& Record() const { return record_; }
+  [[nodiscard]] const RunTerms& Terms() const { return *terms_; }  ///< once it has begun
+  [[nodiscard]] RunTimeline Timeline();
+
+  mutable Signal<> began;    ///< another run is the last one from now on
+  mutable Signal<> changed;  ///< for each announcement of a run
+
+ private:
+  void On(const RunEvent& event);
+  void Begin(const RunStarted& started);
+
+  /// Looked up when somebody asks first, or before the projects are gone.
+  void TakeUses();
+
+  Uses uses_;
+  RunRecord record_{{}};
+  std::optional<RunTerms> terms_;
+  std::chrono::milliseconds begin_{0};
+  std::optional<std::vector<std::vector<std::size_t>>> usesInRun_;
+  std::vector<Subscription> subscriptions_;
+};
+
+/// The paths of a record's projects, in its order.
+[[nodiscard]] std::vector<std::string> PathsOf(const RunRecord& record);
+
+}  // namespace gorbex

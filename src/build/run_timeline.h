@@ -1,0 +1,42 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "core/run_record.h"
+
+namespace gorbex {
+
+/// The time of one project of a run, from the run's begin.
+struct TimelineBar {
+  std::size_t project = 0;  ///< its number in the record
+  std::size_t place = 1;    ///< of its compiler, from 1: the lane
+  std::chrono::milliseconds start{0};
+  std::chrono::milliseconds end{0};  ///< the present while it is being built
+  bool isCritical = false;
+
+  [[nodiscard]] std::chrono::milliseconds Duration() const { return end - start; }
+};
+
+/// When and where the projects of a run were built.
+struct RunTimeline {
+  std::vector<TimelineBar> bars;          ///< of the projects that have begun, by their start
+  std::vector<std::size_t> criticalPath;  ///< bars from the first to the one that ends last
+  std::vector<std::optional<std::size_t>> barOf;  ///< by project; nothing before it has begun
+  std::size_t places = 0;
+  std::chrono::milliseconds length{0};  ///< up to the last end, or to the present
+
+  /// The bars, the longest first.
+  [[nodiscard]] std::vector<std::size_t> Slowest() const;
+};
+
+/// The timeline of a run that has lasted so long. `uses` are those of UsesInRun, by the record's
+/// numbers. The critical path leads back from the project that ended last: each project of it
+/// waited for the one before, because it uses that or had to have its place, whichever ended later.
+[[nodiscard]] RunTimeline TimelineOf(const RunRecord& record,
+                                     const std::vector<std::vector<std::size_t>>& uses,
+                                     std::chrono::milliseconds length);
+
+}  // namespace gorbex

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <string_view>
+
+namespace gorbex {
+
+/// How the page of a report looks: light or dark as the reader's system, narrow on a phone, without
+/// a background on paper. Each colour of a text is at least 4.5 times lighter or darker than what
+/// is below it.
+inline constexpr std::string_view kPageStyle = R"(
+:root {
+  color-scheme: light dark;
+  --back: #ffffff; --text: #1c2128; --faint: #57606a; --line: #d0d7de; --box: #f6f8fa;
+  --built: #1a7f37; --failed: #b42318; --fresh: #57606a; --going: #0550ae; --warning: #8a4600;
+  --critical: #ffd33d; --bar-text: #ffffff;
+}
+@media screen and (prefers-color-scheme: dark) {
+  :root {
+    --back: #15191e; --text: #e6edf3; --faint: #9aa6b2; --line: #3a434d; --box: #1d232a;
+    --built: #56d364; --failed: #ff9a8d; --fresh: #b1bac4; --going: #79c0ff; --warning: #f0b35a;
+    --critical: #6a30c0; --bar-text: #10141a;
+  }
+}
+* { box-sizing: border-box; }
+body {
+  margin: 0; background: var(--back); color: var(--text);
+  font: 16px/1.5 system-ui, "Segoe UI", Roboto, "DejaVu Sans", sans-serif;
+}
+main { max-width: 75rem; margin: 0 auto; padding: 1rem; }
+h1 { font-size: 1.6rem; line-height: 1.25; margin: .5rem 0; overflow-wrap: anywhere; }
+h2 { font-size: 1.25rem; margin: 2rem 0 .5rem; border-bottom: 1px solid var(--line); }
+h3 { font-size: 1.05rem; margin: 1.25rem 0 .25rem; overflow-wrap: anywhere; }
+p { margin: .5rem 0; overflow-wrap: anywhere; }
+.faint { color: var(--faint); }
+.wide { overflow-x: auto; }
+table { border-collapse: collapse; width: 100%; font-size: .9rem; }
+caption { text-align: left; color: var(--faint); padding: .25rem 0; }
+th, td { text-align: left; vertical-align: top; padding: .3rem .6rem .3rem 0;
+  border-bottom: 1px solid var(--line); overflow-wrap: anywhere; }
+th { font-weight: 600; }
+th { overflow-wrap: break-word; }
+.number { text-align: right; white-space: nowrap; overflow-wrap: normal; }
+.state { white-space: nowrap; font-weight: 600; }
+td.built { color: var(--built); } td.failed, td.error { color: var(--failed); }
+td.up-to-date, td.skipped, td.not-built { color: var(--fresh); } td.warning { color: var(--warning); }
+pre { background: var(--box); border: 1px solid var(--line); border-left: 4px solid var(--failed);
+  border-radius: 4px; padding: .6rem; margin: .5rem 0; white-space: pre-wrap;
+  overflow-wrap: anywhere; font: .85rem/1.45 ui-monospace, Consolas, "DejaVu Sans Mono", monospace; }
+pre.plain { border-left: 1px solid var(--line); }
+figure { margin: .5rem 0 1rem; }
+svg { display: block; }
+svg text { font: 12px system-ui, "Segoe UI", Roboto, "DejaVu Sans", sans-serif; }
+.axis line { stroke: var(--line); } .axis text, text.lane { fill: var(--faint); }
+svg svg rect { fill: var(--fresh); stroke: var(--back); stroke-width: 1; }
+svg svg text { fill: var(--bar-text); }
+svg svg.built rect { fill: var(--built); } svg svg.failed rect { fill: var(--failed); }
+svg svg.building rect { fill: var(--going); }
+svg svg rect.critical { fill: var(--critical); stroke: none; }
+.legend { display: flex; flex-wrap: wrap; gap: .25rem 1rem; list-style: none; padding: 0;
+  margin: .5rem 0; font-size: .9rem; }
+.legend i { display: inline-block; width: 1.1em; height: .8em; margin-right: .4em; }
+i.built { background: var(--built); } i.failed { background: var(--failed); }
+i.fresh { background: var(--fresh); }
+i.critical { background: linear-gradient(var(--built) 60%, var(--critical) 60%); }
+.picture { max-width: 100%; overflow-x: auto; }
+@media (max-width: 40rem) {
+  main { padding: .75rem; }
+  .extra { display: none; }
+}
+@media print {
+  main { max-width: none; padding: 0; }
+  .wide, .picture { overflow: visible; }
+  svg, i { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
+  tr, pre, figure { break-inside: avoid; }
+  h2, h3 { break-after: avoid; }
+}
+)";
+
+}  // namespace gorbex

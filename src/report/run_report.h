@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/group_dependency.h"
+#include "build/last_run.h"
+#include "build/run_timeline.h"
+#include "check/group_check.h"
+#include "core/main_window.h"
+#include "core/run_record.h"
+#include "platform/file_system.h"
+
+namespace gorbex {
+
+/// Everything that a report tells of a run.
+struct RunReport {
+  RunRecord record;
+  RunTimeline timeline;
+  RunTerms terms;
+  std::vector<std::vector<std::size_t>> uses;  ///< by the record's numbers
+  std::optional<Findings> findings;            ///< nothing when nobody looked for them
+  bool isCheckedBefore = false;                ///< the findings are of before the run, not after it
+  std::string commandLine{};                   ///< in UTF-8; empty for a run of the window
+};
+
+/// Makes reports of the open build project's runs.
+class ReportMaker {
+ public:
+  struct Parts {
+    const frmBuilder& window;
+    const GroupDependency& group;
+    const GroupCheck& check;
+    const FileReader& files;
+  };
+
+  explicit ReportMaker(const Parts& parts) : parts_(parts) {}
+
+  /// Of a run that has ended. The findings are those of before the run; without them the group is
+  /// checked now, unless another build project is open.
+  [[nodiscard]] RunReport Of(const RunRecord& record, const RunTerms& terms,
+                             std::optional<Findings> findings) const;
+
+ private:
+  [[nodiscard]] std::optional<Findings> FindingsNow(const RunTerms& terms) const;
+
+  Parts parts_;
+};
+
+}  // namespace gorbex

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "build/run_timeline.h"
+
+namespace gorbex {
+
+/// A moment that a timeline names on its axis.
+struct TimelineTick {
+  std::chrono::milliseconds time{0};
+  std::string text;  ///< such as "20 s"
+};
+
+/// Moments at round distances, the begin among them, at most so many.
+[[nodiscard]] std::vector<TimelineTick> TicksOf(std::chrono::milliseconds length, std::size_t most);
+
+/// Where the bars of a timeline are, in pixels of whoever draws them: a lane for each place, the
+/// first at the top.
+class TimelineLayout {
+ public:
+  struct Sizes {
+    int width = 0;  ///< of the whole run
+    int lane = 0;   ///< the height of a bar
+    int gap = 0;    ///< between two lanes
+    int least = 1;  ///< the width of the shortest bar
+  };
+  struct Box {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+  };
+
+  TimelineLayout(const RunTimeline& timeline, const Sizes& sizes)
+      : timeline_(timeline), sizes_(sizes) {}
+
+  [[nodiscard]] int Height() const;
+  [[nodiscard]] int X(std::chrono::milliseconds time) const;
+  [[nodiscard]] Box BoxOf(const TimelineBar& bar) const;
+
+  /// The bar there; nothing beside all bars. Of bars that share the point, the last that was drawn.
+  [[nodiscard]] std::optional<std::size_t> BarAt(int x, int y) const;
+
+ private:
+  const RunTimeline& timeline_;
+  Sizes sizes_;
+};
+
+}  // namespace gorbex
