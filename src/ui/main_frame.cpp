@@ -15,6 +15,7 @@
 #include "ui/check_window.h"
 #include "ui/clipboard.h"
 #include "ui/icons.h"
+#include "ui/last_run_window.h"
 #include "ui/layout_store.h"
 #include "ui/logs_window.h"
 #include "ui/missing_window.h"
@@ -141,6 +142,11 @@ void MainFrame::MakeForms() {
   new CheckWindow(this, program_.checkForm, ids_);
   dependencies_ = new DependenciesWindow(this, program_.dependencies, program_.picture,
                                          program_.registry, ids_);
+  program_.lastRun.Listen(program_.run.events);
+  new LastRunWindow(this,
+                    {program_.lastRunForm, program_.lastRunList, program_.lastRun,
+                     program_.registry, program_.window.menu.mnuFileBuild},
+                    ids_);
   new SelectControlWindow(this, program_.selectControl,
                           [this] { program_.componentTest.frmSelectControl_Form_Unload(); });
   new TestControlWindow(this, program_.testControl,

@@ -26,4 +26,11 @@ namespace gorbex::ui {
 /// Of a text that the user should notice before going on.
 [[nodiscard]] wxColour WarningColour();
 
+/// Of a bar or box of a project in the state of this icon, and of a text on it.
+[[nodiscard]] wxColour StateColour(Image icon);
+[[nodiscard]] wxColour TextOnStateColour();
+
+/// Marks the critical path on a bar.
+[[nodiscard]] wxColour CriticalColour();
+
 }  // namespace gorbex::ui

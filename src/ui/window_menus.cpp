@@ -64,7 +64,7 @@ WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
            &m.mnuToolsDependancies, &m.mnuToolsMissing, nullptr, &m.mnuToolsLogin,
            &m.mnuToolsGetLatest, &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox,
            nullptr, &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
-  AddMenu("&Window", {&m.mnuWindowDependencies, &m.mnuWindowFailed, &m.mnuWindowNextFailure,
+  AddMenu("&Window", {&m.mnuWindowDependencies, &m.mnuWindowLastRun, &m.mnuWindowFailed, &m.mnuWindowNextFailure,
                       &m.mnuWindowPreviousFailure, &m.mnuWindowViewLogs, nullptr,
                       &m.mnuWindowNextPane, &m.mnuWindowPreviousPane});
   AddMenu("&Help", {&m.mnuHelpAbout});

@@ -13,6 +13,7 @@
 #include "ui/dependency_canvas.h"
 #include "ui/state_list.h"
 #include "ui/window_place.h"
+#include "ui/timeline_view.h"
 
 namespace gorbex::test {
 namespace {
@@ -20,6 +21,7 @@ namespace {
 using ui::DependencyCanvas;
 using ui::ProjectTree;
 using ui::StateList;
+using ui::TimelineView;
 
 using PanesTest = WindowFixture;
 
@@ -257,6 +259,39 @@ TEST_F(PanesTest, LeadsFromAFindingToItsProject) {
   EXPECT_EQ(Shown("lvwFindings"), nullptr) << "a hint is in its place";
   user.Presses(WXK_ESCAPE);
   EXPECT_EQ(Shown("frmCheck"), nullptr);
+}
+
+TEST_F(PanesTest, DrawsTheLastRunAndSavesItsReport) {
+  Open(kProduct);
+  user.Presses('L', wxMOD_CONTROL | wxMOD_SHIFT);
+  EXPECT_EQ(Shown("lvwRunProjects"), nullptr) << "a hint is in its place";
+  user.Presses(WXK_ESCAPE);
+  Build();
+  user.Presses('L', wxMOD_CONTROL | wxMOD_SHIFT);
+  EXPECT_EQ(The<StateList>("lvwRunProjects").GetItemCount(), 10);
+  auto& timeline = The<TimelineView>("timeline");
+  const wxRect bar = timeline.PlaceOf(2);
+  user.Clicks(timeline, bar.GetPosition() + wxSize(bar.width / 2, bar.height / 2));
+  const LastRunList& run = program->lastRunList;
+  EXPECT_EQ(run.SelectedBar(), 2U);
+  user.Presses(WXK_RIGHT);
+  EXPECT_EQ(program->lastRunForm.lvwProjects.SelectedRow().Text(), run.NameOfBar(3));
+  dialogs.choices = {"C:\\Storefront\\run.html"};
+  user.Clicks(*Shown("cmdSaveReport"));
+  EXPECT_TRUE(std::filesystem::exists(bench.Product() / "run.html"));
+  user.Clicks(*Shown("cmdGoTo"));
+  EXPECT_EQ(program->window.tvwProjects.Selected()->Key(),
+            "x)" + program->lastRunForm.lvwProjects.SelectedRow().Key());
+
+  const wxRect place = Shown("frmLastRun")->GetRect();
+  Shown("frmLastRun")->SetSize(place.x + 20, place.y + 10, place.width - 60, place.height - 30);
+  User::Waits();
+  const wxSize size = Shown("frmLastRun")->GetSize();
+  user.Presses(WXK_ESCAPE);
+  Close();
+  Open(kProduct);
+  user.Presses('L', wxMOD_CONTROL | wxMOD_SHIFT);
+  EXPECT_EQ(Shown("frmLastRun")->GetSize(), size) << "its place is remembered";
 }
 
 TEST_F(PanesTest, FindsInThePaneThatTheUserComesFrom) {

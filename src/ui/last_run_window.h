@@ -1,0 +1,57 @@
+#pragma once
+
+#include <wx/splitter.h>
+#include <wx/timer.h>
+
+#include <vector>
+
+#include "build/last_run.h"
+#include "core/last_run_form.h"
+#include "report/last_run_list.h"
+#include "ui/command_ids.h"
+#include "ui/field_binding.h"
+#include "ui/form_window.h"
+#include "ui/pane.h"
+#include "ui/remembered_place.h"
+#include "ui/state_list.h"
+#include "ui/timeline_view.h"
+
+namespace gorbex::ui {
+
+/// The timeline of the last run above the list of its projects, over their state.
+class LastRunWindow : public FormWindow {
+ public:
+  struct Uses {
+    frmLastRun& form;
+    LastRunList& list;
+    const LastRun& run;
+    RegistryTools& registry;
+    Command& build;  ///< offered while there was no run
+  };
+
+  /// All must outlive the window.
+  LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids);
+  ~LastRunWindow() override;
+
+ private:
+  void MakeTimeline(CommandIds& ids);
+  void MakeList(CommandIds& ids);
+  [[nodiscard]] wxSizer* Buttons();
+  void ShowOrHide(bool visible);
+  void Follow();
+  void Place() override;
+
+  Uses uses_;
+  RememberedPlace place_;
+  wxSplitterWindow* rows_;
+  Pane* timelinePane_;
+  Pane* listPane_;
+  TimelineView* timeline_ = nullptr;
+  StateList* list_ = nullptr;
+  wxTimer timer_;
+  bool isPlaced_ = false;  ///< from then on it is where the user puts it
+  FieldBinding fields_;
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace gorbex::ui

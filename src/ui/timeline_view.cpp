@@ -1,0 +1,211 @@
+#include "ui/timeline_view.h"
+
+#include <wx/control.h>
+#include <wx/dcbuffer.h>
+#include <wx/settings.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "ui/palette.h"
+#include "ui/spacing.h"
+#include "ui/text_conversion.h"
+
+namespace gorbex::ui {
+namespace {
+
+constexpr int kAxisGap = 6;
+constexpr int kLaneGap = 6;
+constexpr int kCriticalLine = 4;
+constexpr int kLeastBar = 3;
+constexpr int kLeastText = 24;
+
+wxRect Box(const TimelineLayout::Box& box, const wxPoint& origin) {
+  return {origin.x + box.x, origin.y + box.y, box.width, box.height};
+}
+
+}  // namespace
+
+TimelineView::TimelineView(wxWindow* parent, LastRunList& list, frmLastRun& form)
+    : wxScrolledCanvas(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                       wxVSCROLL | wxFULL_REPAINT_ON_RESIZE | wxWANTS_CHARS, "timeline"),
+      list_(list),
+      tip_(*parent),
+      subscription_(form.timelineChanged.Connect([this] {
+        SetVirtualSize(-1, BestHeight());
+        Refresh();
+      })) {
+  SetBackgroundStyle(wxBG_STYLE_PAINT);
+  SetScrollRate(0, LaneHeight());
+  Bind(wxEVT_PAINT, &TimelineView::OnPaint, this);
+  Bind(wxEVT_KEY_DOWN, &TimelineView::OnKey, this);
+  Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { Point(event.GetPosition()); });
+  Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { tip_.Show(*this, {}); });
+  Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
+    event.Skip();
+    if (const auto bar = BarAt(event.GetPosition())) list_.SelectBar(*bar);
+  });
+  for (const auto& focus : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
+    Bind(focus, [this](wxFocusEvent& event) {
+      Refresh();
+      event.Skip();
+    });
+  }
+}
+
+int TimelineView::TextHeight() const {
+  return GetTextExtent("Ag").y;
+}
+
+int TimelineView::LaneHeight() const {
+  return TextHeight() + FromDIP(10);
+}
+
+wxPoint TimelineView::Origin() const {
+  const int label = GetTextExtent("Place 10").x;
+  return {FromDIP(kMargin) + label + FromDIP(kGap),
+          FromDIP(kGap) + TextHeight() + FromDIP(kAxisGap)};
+}
+
+TimelineLayout TimelineView::Bars() const {
+  const int width = GetClientSize().x - Origin().x - FromDIP(kMargin);
+  return {list_.Timeline(),
+          {std::max(width, FromDIP(40)), LaneHeight(), FromDIP(kLaneGap), FromDIP(kLeastBar)}};
+}
+
+int TimelineView::BestHeight() const {
+  const int lanes = std::max(1, static_cast<int>(list_.Timeline().places));
+  return Origin().y + lanes * (LaneHeight() + FromDIP(kLaneGap)) + TextHeight() + 2 * FromDIP(kGap);
+}
+
+wxRect TimelineView::PlaceOf(std::size_t bar) const {
+  const wxRect box = Box(Bars().BoxOf(list_.Timeline().bars.at(bar)), Origin());
+  return {CalcScrolledPosition(box.GetPosition()), box.GetSize()};
+}
+
+std::optional<std::size_t> TimelineView::BarAt(const wxPoint& point) const {
+  const wxPoint at = CalcUnscrolledPosition(point) - Origin();
+  return Bars().BarAt(at.x, at.y);
+}
+
+void TimelineView::Point(const wxPoint& point) {
+  const auto bar = BarAt(point);
+  tip_.Show(*this, bar ? ToWx(list_.TipOfBar(*bar)) : wxString());
+}
+
+void TimelineView::OnKey(wxKeyEvent& event) {
+  switch (event.GetKeyCode()) {
+    case WXK_TAB:
+      Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
+                                 : wxNavigationKeyEvent::IsForward);
+      break;
+    case WXK_LEFT:
+    case WXK_UP:
+      list_.SelectNextBar(false);
+      break;
+    case WXK_RIGHT:
+    case WXK_DOWN:
+      list_.SelectNextBar(true);
+      break;
+    default:
+      event.Skip();
+  }
+}
+
+void TimelineView::OnPaint(wxPaintEvent& /*event*/) {
+  wxAutoBufferedPaintDC dc(this);
+  DoPrepareDC(dc);
+  dc.SetBackground(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+  dc.Clear();
+  dc.SetFont(GetFont());
+  const RunTimeline& timeline = list_.Timeline();
+  if (timeline.places == 0) return;
+  const TimelineLayout layout = Bars();
+  DrawAxis(dc, layout);
+  DrawLanes(dc, layout);
+  const auto selected = list_.SelectedBar();
+  for (std::size_t i = 0; i < timeline.bars.size(); ++i) {
+    if (i != selected) DrawBar(dc, i, Box(layout.BoxOf(timeline.bars[i]), Origin()), false);
+  }
+  if (selected) {
+    DrawBar(dc, *selected, Box(layout.BoxOf(timeline.bars[*selected]), Origin()), true);
+  }
+  DrawLegend(dc, Origin().y + layout.Height() + FromDIP(2));
+}
+
+void TimelineView::DrawAxis(wxDC& dc, const TimelineLayout& layout) const {
+  const wxPoint origin = Origin();
+  const int widest = GetTextExtent("00:00").x + FromDIP(4 * kGap);
+  const int width = layout.X(list_.Timeline().length);
+  const auto most = static_cast<std::size_t>(std::clamp(width / widest, 2, 16));
+  dc.SetTextForeground(HintColour());
+  dc.SetPen(wxPen(HintColour(), 1, wxPENSTYLE_DOT));
+  for (const TimelineTick& tick : TicksOf(list_.Timeline().length, most)) {
+    const int x = origin.x + layout.X(tick.time);
+    const wxString text = ToWx(tick.text);
+    const int half = dc.GetTextExtent(text).x / 2;
+    const int right = origin.x + width + FromDIP(kMargin) - 2 * half;
+    dc.DrawText(text, std::min(x - half, right), FromDIP(kGap));
+    dc.DrawLine(x, origin.y - FromDIP(kAxisGap) / 2, x, origin.y + layout.Height());
+  }
+}
+
+void TimelineView::DrawLanes(wxDC& dc, const TimelineLayout& layout) const {
+  dc.SetTextForeground(HintColour());
+  const int pitch = layout.Height() / static_cast<int>(list_.Timeline().places);
+  for (std::size_t place = 1; place <= list_.Timeline().places; ++place) {
+    const int y = Origin().y + static_cast<int>(place - 1) * pitch;
+    dc.DrawText(wxString::Format("Place %zu", place), FromDIP(kMargin),
+                y + (LaneHeight() - TextHeight()) / 2);
+  }
+}
+
+void TimelineView::DrawBar(wxDC& dc, std::size_t bar, const wxRect& place, bool isSelected) const {
+  const wxColour back = wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX);
+  dc.SetPen(wxPen(back));
+  dc.SetBrush(StateColour(list_.IconOfBar(bar)));
+  dc.DrawRectangle(place);
+  if (list_.Timeline().bars[bar].isCritical) {
+    const int line = FromDIP(kCriticalLine);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(CriticalColour());
+    dc.DrawRectangle(place.x, place.GetBottom() + 1 - line, place.width, line);
+  }
+  const int room = place.width - 2 * FromDIP(4);
+  if (room >= FromDIP(kLeastText)) {
+    dc.SetTextForeground(TextOnStateColour());
+    const wxString name = ToWx(list_.NameOfBar(bar));
+    dc.DrawText(wxControl::Ellipsize(name, dc, wxELLIPSIZE_END, room), place.x + FromDIP(4),
+                place.y + (place.height - FromDIP(kCriticalLine) - TextHeight()) / 2);
+  }
+  if (!isSelected) return;
+  dc.SetPen(wxPen(
+      wxSystemSettings::GetColour(HasFocus() ? wxSYS_COLOUR_HIGHLIGHT : wxSYS_COLOUR_LISTBOXTEXT),
+      FromDIP(2)));
+  dc.SetBrush(*wxTRANSPARENT_BRUSH);
+  dc.DrawRectangle(wxRect(place).Inflate(FromDIP(2)));
+}
+
+void TimelineView::DrawLegend(wxDC& dc, int top) const {
+  const std::array<std::pair<Image, const char*>, 4> entries = {
+      {{Image::BuildOk, "built"},
+       {Image::BuildError, "failed"},
+       {Image::Building, "building"},
+       {Image::UpToDate, "up to date, or not finished"}}};
+  const wxSize box(FromDIP(14), FromDIP(10));
+  int x = Origin().x;
+  const auto draw = [&](const wxColour& colour, const wxString& text, int height) {
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(colour);
+    const int middle = top + TextHeight() / 2;
+    dc.DrawRectangle(x, middle + box.y / 2 - height, box.x, height);
+    dc.DrawText(text, x + box.x + FromDIP(4), top);
+    x += box.x + FromDIP(4) + dc.GetTextExtent(text).x + FromDIP(2 * kGap);
+  };
+  dc.SetTextForeground(HintColour());
+  for (const auto& [icon, text] : entries) draw(StateColour(icon), text, box.y);
+  draw(CriticalColour(), "critical path", FromDIP(kCriticalLine));
+}
+
+}  // namespace gorbex::ui
