@@ -15,20 +15,20 @@ using std::chrono::milliseconds;
 
 namespace {
 
-Image IconOf(ProjectState state) {
+Image IconOf(ProjectResult state) {
   switch (state) {
-    case ProjectState::Waiting:
-    case ProjectState::NotBuilt:
+    case ProjectResult::Waiting:
+    case ProjectResult::NotBuilt:
       return Image::VbProject;
-    case ProjectState::Building:
+    case ProjectResult::Building:
       return Image::Building;
-    case ProjectState::Built:
+    case ProjectResult::Built:
       return Image::BuildOk;
-    case ProjectState::Failed:
+    case ProjectResult::Failed:
       return Image::BuildError;
-    case ProjectState::UpToDate:
+    case ProjectResult::UpToDate:
       return Image::UpToDate;
-    case ProjectState::Skipped:
+    case ProjectResult::Skipped:
       return Image::ProjectWarning;
   }
   return Image::None;
@@ -103,10 +103,10 @@ void LastRunList::FillRows() {
 void LastRunList::FillRow(ListRow& row, std::size_t project) const {
   const RunRecord& record = uses_.run.Record();
   const RunRecord::Project& shown = record.Projects()[project];
-  const ProjectState state = StateOf(record, shown);
+  const ProjectResult state = ResultOf(record, shown);
   const auto& bar = timeline_.barOf[project];
   const TimelineBar* begun = bar ? &timeline_.bars[*bar] : nullptr;
-  const bool isTimed = begun != nullptr && state != ProjectState::UpToDate;
+  const bool isTimed = begun != nullptr && state != ProjectResult::UpToDate;
   const auto set = [&](std::size_t column, std::string text) {
     if (row.SubItem(column) != text) row.SetSubItem(column, std::move(text));
   };
@@ -132,7 +132,7 @@ bool LastRunList::IsBefore(std::size_t a, std::size_t b) const {
   const RunRecord& record = uses_.run.Record();
   const auto textOf = [&](std::size_t project) {
     const RunRecord::Project& shown = record.Projects()[project];
-    if (sortedBy_ == last_run_column::kResult) return std::string(NameOf(StateOf(record, shown)));
+    if (sortedBy_ == last_run_column::kResult) return std::string(NameOf(ResultOf(record, shown)));
     if (sortedBy_ == last_run_column::kReason) return LowerCase(ReasonText(record, shown));
     return LowerCase(GetFileFromPath(shown.path));
   };
@@ -158,9 +158,9 @@ void LastRunList::SortBy(std::size_t column) {
   Refresh();
 }
 
-Image LastRunList::IconOfBar(std::size_t bar) const {
+ProjectState LastRunList::StateOfBar(std::size_t bar) const {
   const RunRecord& record = uses_.run.Record();
-  return IconOf(StateOf(record, record.Projects()[timeline_.bars[bar].project]));
+  return StateOf(ResultOf(record, record.Projects()[timeline_.bars[bar].project]));
 }
 
 std::string LastRunList::NameOfBar(std::size_t bar) const {

@@ -43,7 +43,7 @@ class LastRunList {
   void Tick();
 
   [[nodiscard]] const RunTimeline& Timeline() const { return timeline_; }
-  [[nodiscard]] Image IconOfBar(std::size_t bar) const;
+  [[nodiscard]] ProjectState StateOfBar(std::size_t bar) const;
   [[nodiscard]] std::string NameOfBar(std::size_t bar) const;
 
   /// Lines for the bar under the pointer.

@@ -11,14 +11,12 @@ inline constexpr std::string_view kPageStyle = R"(
 :root {
   color-scheme: light dark;
   --back: #ffffff; --text: #1c2128; --faint: #57606a; --line: #d0d7de; --box: #f6f8fa;
-  --built: #1a7f37; --failed: #b42318; --fresh: #57606a; --going: #0550ae; --warning: #8a4600;
-  --critical: #ffd33d; --bar-text: #ffffff;
+  --built: #1a7f37; --failed: #b42318; --fresh: #57606a; --warning: #8a4600; --critical: #6a30c0;
 }
 @media screen and (prefers-color-scheme: dark) {
   :root {
     --back: #15191e; --text: #e6edf3; --faint: #9aa6b2; --line: #3a434d; --box: #1d232a;
-    --built: #56d364; --failed: #ff9a8d; --fresh: #b1bac4; --going: #79c0ff; --warning: #f0b35a;
-    --critical: #6a30c0; --bar-text: #10141a;
+    --built: #56d364; --failed: #ff9a8d; --fresh: #b1bac4; --warning: #f0b35a; --critical: #c9a6ff;
   }
 }
 * { box-sizing: border-box; }
@@ -35,7 +33,7 @@ p { margin: .5rem 0; overflow-wrap: anywhere; }
 .wide { overflow-x: auto; }
 table { border-collapse: collapse; width: 100%; font-size: .9rem; }
 caption { text-align: left; color: var(--faint); padding: .25rem 0; }
-th, td { text-align: left; vertical-align: top; padding: .3rem .6rem .3rem 0;
+th, td { text-align: left; vertical-align: top; padding: .3rem 1rem .3rem 0;
   border-bottom: 1px solid var(--line); overflow-wrap: anywhere; }
 th { font-weight: 600; }
 th { overflow-wrap: break-word; }
@@ -49,27 +47,21 @@ pre { background: var(--box); border: 1px solid var(--line); border-left: 4px so
 pre.plain { border-left: 1px solid var(--line); }
 figure { margin: .5rem 0 1rem; }
 svg { display: block; }
-svg text { font: 12px system-ui, "Segoe UI", Roboto, "DejaVu Sans", sans-serif; }
+.timeline text { font: 12px system-ui, "Segoe UI", Roboto, "DejaVu Sans", sans-serif; }
 .axis line { stroke: var(--line); } .axis text, text.lane { fill: var(--faint); }
-svg svg rect { fill: var(--fresh); stroke: var(--back); stroke-width: 1; }
-svg svg text { fill: var(--bar-text); }
-svg svg.built rect { fill: var(--built); } svg svg.failed rect { fill: var(--failed); }
-svg svg.building rect { fill: var(--going); }
-svg svg rect.critical { fill: var(--critical); stroke: none; }
+svg rect.critical { fill: var(--critical); }
+.timeline svg rect { stroke-width: 2; }
 .legend { display: flex; flex-wrap: wrap; gap: .25rem 1rem; list-style: none; padding: 0;
   margin: .5rem 0; font-size: .9rem; }
 .legend i { display: inline-block; width: 1.1em; height: .8em; margin-right: .4em; }
-i.built { background: var(--built); } i.failed { background: var(--failed); }
-i.fresh { background: var(--fresh); }
-i.critical { background: linear-gradient(var(--built) 60%, var(--critical) 60%); }
-.picture { max-width: 100%; overflow-x: auto; }
+i.critical { height: 4px; margin-bottom: .3em; background: var(--critical); }
 @media (max-width: 40rem) {
   main { padding: .75rem; }
   .extra { display: none; }
 }
 @media print {
   main { max-width: none; padding: 0; }
-  .wide, .picture { overflow: visible; }
+  .wide { overflow: visible; }
   svg, i { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
   tr, pre, figure { break-inside: avoid; }
   h2, h3 { break-after: avoid; }

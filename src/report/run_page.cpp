@@ -1,6 +1,9 @@
 #include "report/run_page.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
 #include <initializer_list>
 #include <utility>
 
@@ -144,10 +147,43 @@ std::string FailuresSection(const RunReport& report) {
   return Heading(2, "Failures") + (markup.empty() ? Paragraph("No project failed.") : markup);
 }
 
+constexpr std::array kBarResults = {ProjectResult::Built, ProjectResult::Failed,
+                                    ProjectResult::UpToDate, ProjectResult::NotBuilt};
+
+std::string Hex(std::uint32_t colour) {
+  std::array<char, 8> text{};
+  std::snprintf(text.data(), text.size(), "#%06x", static_cast<unsigned>(colour));
+  return text.data();
+}
+
+// Bars have the colours of the same states in pictures of the group.
+std::string BarStyles(Scheme scheme) {
+  std::string rules;
+  for (const ProjectResult result : kBarResults) {
+    const BoxColours colours = ColoursOf(StateOf(result), scheme);
+    const std::string name = "." + ClassOf(result);
+    rules += ".timeline " + name + " rect { fill: " + Hex(colours.fill) +
+             "; stroke: " + Hex(colours.border) + "; }\n.timeline " + name +
+             " text { fill: " + Hex(colours.text) + "; }\ni" + name +
+             " { background: " + Hex(colours.fill) + "; border: 1px solid " + Hex(colours.border) +
+             "; }\n";
+  }
+  return rules;
+}
+
+std::string Style() {
+  return std::string(kPageStyle) + BarStyles(Scheme::Light) +
+         "@media screen and (prefers-color-scheme: dark) {\n" + BarStyles(Scheme::Dark) + "}\n";
+}
+
 std::string Legend() {
-  return "<ul class=\"legend\"><li><i class=\"built\"></i>built</li><li><i class=\"failed\"></i>"
-         "failed</li><li><i class=\"fresh\"></i>up to date, or not finished</li><li>"
-         "<i class=\"critical\"></i>underlined: on the critical path</li></ul>\n";
+  std::string markup = "<ul class=\"legend\">";
+  for (const ProjectResult result : kBarResults) {
+    const bool isOpen = result == ProjectResult::NotBuilt;
+    markup += "<li><i class=\"" + ClassOf(result) + "\"></i>" +
+              (isOpen ? "not finished" : std::string(NameOf(result))) + "</li>";
+  }
+  return markup + "<li><i class=\"critical\"></i>on the critical path</li></ul>\n";
 }
 
 std::string ProjectRow(const RunReport& report, std::size_t number) {
@@ -156,7 +192,8 @@ std::string ProjectRow(const RunReport& report, std::size_t number) {
   const TimelineBar* begun = bar ? &report.timeline.bars[*bar] : nullptr;
   const bool isTimed = begun != nullptr && project.outcome != RunRecord::Outcome::UpToDate;
   return RowHeading(NameOf(project)) +
-         Cell(NameOf(StateOf(report.record, project)), "state " + ClassOf(report.record, project)) +
+         Cell(NameOf(ResultOf(report.record, project)),
+              "state " + ClassOf(ResultOf(report.record, project))) +
          Cell(begun == nullptr ? "" : TimeText(begun->start), "number extra") +
          Cell(isTimed ? TimeText(begun->Duration()) : "", "number") +
          Cell(begun == nullptr ? "" : std::to_string(begun->place), "number extra") +
@@ -204,11 +241,13 @@ std::string DependenciesSection(const RunReport& report) {
   for (std::size_t i = 0; i < projects.size(); ++i) {
     isEmpty = isEmpty && report.uses[i].empty();
     table.Add(RowHeading(NameOf(projects[i])) +
-              Cell(NameOf(StateOf(report.record, projects[i])),
-                   "state " + ClassOf(report.record, projects[i])) +
+              Cell(NameOf(ResultOf(report.record, projects[i])),
+                   "state " + ClassOf(ResultOf(report.record, projects[i]))) +
               Cell(Names(report, report.uses[i])));
   }
-  return Heading(2, "Dependencies") +
+  const std::string picture =
+      report.picture.empty() ? "" : "<div class=\"wide\">" + report.picture + "</div>\n";
+  return Heading(2, "Dependencies") + picture +
          (isEmpty ? Paragraph("No project of the run uses another one.") : table.End());
 }
 
@@ -219,10 +258,10 @@ std::string SkippedSection(const RunReport& report) {
     using Outcome = RunRecord::Outcome;
     if (project.outcome != Outcome::NotBuilt && project.outcome != Outcome::UpToDate) continue;
     isEmpty = false;
-    table.Add(
-        RowHeading(NameOf(project)) +
-        Cell(NameOf(StateOf(report.record, project)), "state " + ClassOf(report.record, project)) +
-        Cell(ReasonText(report.record, project)));
+    table.Add(RowHeading(NameOf(project)) +
+              Cell(NameOf(ResultOf(report.record, project)),
+                   "state " + ClassOf(ResultOf(report.record, project))) +
+              Cell(ReasonText(report.record, project)));
   }
   return Heading(2, "Not built") +
          (isEmpty ? Paragraph("Every project of the run was built or failed.") : table.End());
@@ -284,7 +323,7 @@ std::string RunPage(const RunReport& report) {
       "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>" +
       MarkupText(title) + "</title>\n<style>";
-  page.append(kPageStyle).append("</style>\n</head>\n<body>\n<main>\n");
+  page.append(Style()).append("</style>\n</head>\n<body>\n<main>\n");
   page += Heading(1, title) + Paragraph("Began " + TimeStamp(report.terms.begun) + ", took " +
                                             TimeText(report.timeline.length) + ".",
                                         "faint");

@@ -1,9 +1,14 @@
 #include "report/run_report.h"
 
+#include <unordered_map>
 #include <utility>
 
+#include "analysis/dependency_graph.h"
+#include "analysis/group_layout.h"
+#include "analysis/group_svg.h"
 #include "build/run_uses.h"
 #include "core/file_tools.h"
+#include "report/run_words.h"
 
 namespace gorbex {
 
@@ -15,17 +20,36 @@ RunReport ReportMaker::Of(const RunRecord& record, const RunTerms& terms,
   report.uses = UsesInRun(parts_.window.ProjectMembers, parts_.group, PathsOf(record));
   report.timeline = TimelineOf(report.record, report.uses, record.End().duration);
   report.isCheckedBefore = report.findings.has_value();
-  if (!report.findings) report.findings = FindingsNow(terms);
+  if (parts_.window.fileName != terms.file) return report;
+  if (!report.findings) report.findings = FindingsNow();
+  report.picture = Picture(report.record);
   return report;
 }
 
 // A list of ignored checks with lines that name none is used as far as it can be understood.
-std::optional<Findings> ReportMaker::FindingsNow(const RunTerms& terms) const {
+std::optional<Findings> ReportMaker::FindingsNow() const {
   const std::string& file = parts_.window.fileName;
-  if (file != terms.file) return std::nullopt;
   CheckSelection selection;
   if (!file.empty()) selection.ignored = IgnoredIn(parts_.files, StripPath(file)).ids;
   return parts_.check.RunOpen(selection);
+}
+
+std::string ReportMaker::Picture(const RunRecord& record) const {
+  const MemberCollection& members = parts_.window.ProjectMembers;
+  if (members.Count() == 0) return "";
+  std::unordered_map<std::string, ProjectState> states;
+  for (const auto& project : record.Projects()) {
+    states.emplace(project.path, StateOf(ResultOf(record, project)));
+  }
+  std::vector<ProjectState> byNumber;
+  for (const auto& member : members) {
+    const auto found = states.find(member->path);
+    byNumber.push_back(found == states.end() ? ProjectState::None : found->second);
+  }
+  const DependencyGraph graph(members, parts_.group);
+  const auto projects = PictureProjectsOf(members);
+  return GroupSvg(LayOut(graph, NamesOf(projects)), projects, "Dependencies of the group",
+                  byNumber);
 }
 
 }  // namespace gorbex

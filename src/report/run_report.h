@@ -23,7 +23,8 @@ struct RunReport {
   std::vector<std::vector<std::size_t>> uses;  ///< by the record's numbers
   std::optional<Findings> findings;            ///< nothing when nobody looked for them
   bool isCheckedBefore = false;                ///< the findings are of before the run, not after it
-  std::string commandLine{};                   ///< in UTF-8; empty for a run of the window
+  std::string picture{};      ///< of the group's dependencies, as markup; empty for none
+  std::string commandLine{};  ///< in UTF-8; empty for a run of the window
 };
 
 /// Makes reports of the open build project's runs.
@@ -39,12 +40,13 @@ class ReportMaker {
   explicit ReportMaker(const Parts& parts) : parts_(parts) {}
 
   /// Of a run that has ended. The findings are those of before the run; without them the group is
-  /// checked now, unless another build project is open.
+  /// checked now. There are neither these nor a picture when another build project is open.
   [[nodiscard]] RunReport Of(const RunRecord& record, const RunTerms& terms,
                              std::optional<Findings> findings) const;
 
  private:
-  [[nodiscard]] std::optional<Findings> FindingsNow(const RunTerms& terms) const;
+  [[nodiscard]] std::optional<Findings> FindingsNow() const;
+  [[nodiscard]] std::string Picture(const RunRecord& record) const;
 
   Parts parts_;
 };

@@ -10,55 +10,74 @@ namespace gorbex {
 
 using Outcome = RunRecord::Outcome;
 
-ProjectState StateOf(const RunRecord& record, const RunRecord::Project& project) {
+ProjectResult ResultOf(const RunRecord& record, const RunRecord::Project& project) {
   switch (project.outcome) {
     case Outcome::Built:
-      return ProjectState::Built;
+      return ProjectResult::Built;
     case Outcome::Failed:
-      return ProjectState::Failed;
+      return ProjectResult::Failed;
     case Outcome::UpToDate:
-      return ProjectState::UpToDate;
+      return ProjectResult::UpToDate;
     case Outcome::NotBuilt:
       break;
   }
-  if (project.IsSkipped()) return ProjectState::Skipped;
-  if (record.HasEnded()) return ProjectState::NotBuilt;
-  return project.HasBegun() ? ProjectState::Building : ProjectState::Waiting;
+  if (project.IsSkipped()) return ProjectResult::Skipped;
+  if (record.HasEnded()) return ProjectResult::NotBuilt;
+  return project.HasBegun() ? ProjectResult::Building : ProjectResult::Waiting;
 }
 
-std::string_view NameOf(ProjectState state) {
-  switch (state) {
-    case ProjectState::Waiting:
+std::string_view NameOf(ProjectResult result) {
+  switch (result) {
+    case ProjectResult::Waiting:
       return "waiting";
-    case ProjectState::Building:
+    case ProjectResult::Building:
       return "building";
-    case ProjectState::Built:
+    case ProjectResult::Built:
       return "built";
-    case ProjectState::Failed:
+    case ProjectResult::Failed:
       return "failed";
-    case ProjectState::UpToDate:
+    case ProjectResult::UpToDate:
       return "up to date";
-    case ProjectState::Skipped:
+    case ProjectResult::Skipped:
       return "skipped";
-    case ProjectState::NotBuilt:
+    case ProjectResult::NotBuilt:
       return "not built";
   }
   return {};
 }
 
+ProjectState StateOf(ProjectResult result) {
+  switch (result) {
+    case ProjectResult::Waiting:
+    case ProjectResult::NotBuilt:
+      return ProjectState::Checked;
+    case ProjectResult::Building:
+      return ProjectState::Building;
+    case ProjectResult::Built:
+      return ProjectState::Built;
+    case ProjectResult::Failed:
+      return ProjectState::Failed;
+    case ProjectResult::UpToDate:
+      return ProjectState::UpToDate;
+    case ProjectResult::Skipped:
+      return ProjectState::Skipped;
+  }
+  return ProjectState::None;
+}
+
 std::string ReasonText(const RunRecord& record, const RunRecord::Project& project) {
-  switch (StateOf(record, project)) {
-    case ProjectState::Waiting:
+  switch (ResultOf(record, project)) {
+    case ProjectResult::Waiting:
       return "";
-    case ProjectState::Skipped:
+    case ProjectResult::Skipped:
       return project.log;
-    case ProjectState::NotBuilt:
+    case ProjectResult::NotBuilt:
       return project.HasBegun() ? "the run ended before its compile did"
                                 : "the run ended before its turn";
-    case ProjectState::Building:
-    case ProjectState::Built:
-    case ProjectState::Failed:
-    case ProjectState::UpToDate:
+    case ProjectResult::Building:
+    case ProjectResult::Built:
+    case ProjectResult::Failed:
+    case ProjectResult::UpToDate:
       break;
   }
   return project.reason.empty() ? "checked for the build" : project.reason;
@@ -80,13 +99,13 @@ std::string TimeText(std::chrono::milliseconds time) {
 
 std::string BarText(const RunRecord& record, const TimelineBar& bar) {
   const RunRecord::Project& project = record.Projects()[bar.project];
-  const ProjectState state = StateOf(record, project);
+  const ProjectResult result = ResultOf(record, project);
   std::string text = GetFileFromPath(project.path);
-  text.append(": ").append(NameOf(state));
-  if (state == ProjectState::UpToDate) {
+  text.append(": ").append(NameOf(result));
+  if (result == ProjectResult::UpToDate) {
     text.append(" at ").append(TimeText(bar.start));
   } else {
-    text.append(state == ProjectState::Building ? " for " : " in ")
+    text.append(result == ProjectResult::Building ? " for " : " in ")
         .append(TimeText(bar.Duration()));
     text.append(", from ").append(TimeText(bar.start)).append(" on");
   }
@@ -104,8 +123,8 @@ std::string SummaryOf(const RunRecord& record, const RunTimeline& timeline) {
     return CountsText(record.End(), projects.size()) + " in " + TimeText(timeline.length);
   }
   const auto isDone = [&](const RunRecord::Project& project) {
-    const ProjectState state = StateOf(record, project);
-    return state != ProjectState::Waiting && state != ProjectState::Building;
+    const ProjectResult result = ResultOf(record, project);
+    return result != ProjectResult::Waiting && result != ProjectResult::Building;
   };
   const auto done = std::count_if(projects.begin(), projects.end(), isDone);
   return std::to_string(done) + " of " + std::to_string(projects.size()) + " done in " +

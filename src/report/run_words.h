@@ -4,18 +4,22 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/project_state.h"
 #include "build/run_timeline.h"
 #include "core/run_record.h"
 
 namespace gorbex {
 
-/// Where a project of a run stands.
-enum class ProjectState { Waiting, Building, Built, Failed, UpToDate, Skipped, NotBuilt };
+/// How far a project of a run has come.
+enum class ProjectResult { Waiting, Building, Built, Failed, UpToDate, Skipped, NotBuilt };
 
-[[nodiscard]] ProjectState StateOf(const RunRecord& record, const RunRecord::Project& project);
+[[nodiscard]] ProjectResult ResultOf(const RunRecord& record, const RunRecord::Project& project);
 
 /// For the user, such as "up to date".
-[[nodiscard]] std::string_view NameOf(ProjectState state);
+[[nodiscard]] std::string_view NameOf(ProjectResult result);
+
+/// How it is drawn, as in pictures of the group. One that waits or was not reached is checked.
+[[nodiscard]] ProjectState StateOf(ProjectResult result);
 
 /// Why a project was built, passed over or not reached; empty while it waits.
 [[nodiscard]] std::string ReasonText(const RunRecord& record, const RunRecord::Project& project);

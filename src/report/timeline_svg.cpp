@@ -18,8 +18,9 @@ namespace {
 // In pixels; along the time axis everything is a share of the width.
 constexpr int kAxis = 24;
 constexpr int kLabel = 16;
-constexpr int kBar = 26;
-constexpr int kLane = kLabel + kBar + 8;
+constexpr int kBar = 22;
+constexpr int kUnderline = 4;
+constexpr int kLane = kLabel + kBar + 2 + kUnderline + 8;
 constexpr double kLeastShare = 0.4;
 
 std::string Percent(double share) {
@@ -56,21 +57,20 @@ std::string Bar(const RunRecord& record, const RunTimeline& timeline, const Time
   const double width = std::max(kLeastShare, ShareOf(bar.Duration(), timeline.length));
   const double x = std::min(ShareOf(bar.start, timeline.length), 100 - width);
   const int y = kAxis + static_cast<int>(bar.place - 1) * kLane + kLabel;
-  std::string svg = "<svg class=\"" + ClassOf(record, project) + "\" x=\"" + Percent(x) +
+  std::string svg = "<svg class=\"" + ClassOf(ResultOf(record, project)) + "\" x=\"" + Percent(x) +
                     "\" y=\"" + Number(y) + "\" width=\"" + Percent(width) + "\" height=\"" +
                     Number(kBar) + "\"><title>" + MarkupText(BarText(record, bar)) +
                     "</title><rect width=\"100%\" height=\"100%\"/>";
-  if (bar.isCritical) {
-    svg += "<rect class=\"critical\" y=\"" + Number(kBar - 5) + "\" width=\"100%\" height=\"5\"/>";
-  }
-  return svg + "<text x=\"4\" y=\"15\">" + MarkupText(GetFileFromPath(project.path)) +
-         "</text></svg>\n";
+  svg += "<text x=\"5\" y=\"15\">" + MarkupText(GetFileFromPath(project.path)) + "</text></svg>\n";
+  if (!bar.isCritical) return svg;
+  return svg + "<rect class=\"critical\" x=\"" + Percent(x) + "\" y=\"" + Number(y + kBar + 2) +
+         "\" width=\"" + Percent(width) + "\" height=\"" + Number(kUnderline) + "\"/>\n";
 }
 
 }  // namespace
 
-std::string ClassOf(const RunRecord& record, const RunRecord::Project& project) {
-  std::string name(NameOf(StateOf(record, project)));
+std::string ClassOf(ProjectResult result) {
+  std::string name(NameOf(result));
   std::replace(name.begin(), name.end(), ' ', '-');
   return name;
 }
@@ -78,7 +78,8 @@ std::string ClassOf(const RunRecord& record, const RunRecord::Project& project) 
 std::string TimelineSvg(const RunRecord& record, const RunTimeline& timeline) {
   const int height = kAxis + static_cast<int>(timeline.places) * kLane;
   std::string svg =
-      "<svg role=\"img\" aria-labelledby=\"timeline-title timeline-words\" width=\"100%\" "
+      "<svg class=\"timeline\" role=\"img\" aria-labelledby=\"timeline-title timeline-words\" "
+      "width=\"100%\" "
       "height=\"" +
       Number(height) +
       "\">\n<title id=\"timeline-title\">Timeline of the run</title>\n"

@@ -54,25 +54,12 @@ wxColour WarningColour() {
   return IsDark() ? wxColour(255, 150, 80) : wxColour(178, 60, 0);
 }
 
-wxColour StateColour(Image icon) {
-  switch (icon) {
-    case Image::BuildOk:
-      return IsDark() ? wxColour(86, 211, 100) : wxColour(26, 127, 55);
-    case Image::BuildError:
-      return IsDark() ? wxColour(255, 154, 141) : wxColour(180, 35, 24);
-    case Image::Building:
-      return IsDark() ? wxColour(121, 192, 255) : wxColour(5, 80, 174);
-    default:
-      return IsDark() ? wxColour(177, 186, 196) : wxColour(87, 96, 106);
-  }
-}
-
-wxColour TextOnStateColour() {
-  return IsDark() ? wxColour(16, 20, 26) : *wxWHITE;
+Scheme SchemeInUse() {
+  return IsDark() ? Scheme::Dark : Scheme::Light;
 }
 
 wxColour CriticalColour() {
-  return IsDark() ? wxColour(106, 48, 192) : wxColour(255, 211, 61);
+  return IsDark() ? wxColour(201, 166, 255) : wxColour(106, 48, 192);
 }
 
 }  // namespace gorbex::ui

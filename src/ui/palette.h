@@ -2,6 +2,7 @@
 
 #include <wx/colour.h>
 
+#include "analysis/project_state.h"
 #include "core/appearance.h"
 
 namespace gorbex::ui {
@@ -26,11 +27,10 @@ namespace gorbex::ui {
 /// Of a text that the user should notice before going on.
 [[nodiscard]] wxColour WarningColour();
 
-/// Of a bar or box of a project in the state of this icon, and of a text on it.
-[[nodiscard]] wxColour StateColour(Image icon);
-[[nodiscard]] wxColour TextOnStateColour();
+/// Of lists.
+[[nodiscard]] Scheme SchemeInUse();
 
-/// Marks the critical path on a bar.
+/// Marks the critical path.
 [[nodiscard]] wxColour CriticalColour();
 
 }  // namespace gorbex::ui

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <cstdint>
 
 #include "ui/palette.h"
 #include "ui/spacing.h"
@@ -17,9 +17,14 @@ namespace {
 
 constexpr int kAxisGap = 6;
 constexpr int kLaneGap = 6;
-constexpr int kCriticalLine = 4;
+constexpr int kCriticalLine = 3;
 constexpr int kLeastBar = 3;
 constexpr int kLeastText = 24;
+
+wxColour Rgb(std::uint32_t colour) {
+  return {static_cast<unsigned char>(colour >> 16U), static_cast<unsigned char>(colour >> 8U),
+          static_cast<unsigned char>(colour)};
+}
 
 wxRect Box(const TimelineLayout::Box& box, const wxPoint& origin) {
   return {origin.x + box.x, origin.y + box.y, box.width, box.height};
@@ -59,7 +64,7 @@ int TimelineView::TextHeight() const {
 }
 
 int TimelineView::LaneHeight() const {
-  return TextHeight() + FromDIP(10);
+  return TextHeight() + FromDIP(14);
 }
 
 wxPoint TimelineView::Origin() const {
@@ -161,51 +166,56 @@ void TimelineView::DrawLanes(wxDC& dc, const TimelineLayout& layout) const {
   }
 }
 
-void TimelineView::DrawBar(wxDC& dc, std::size_t bar, const wxRect& place, bool isSelected) const {
-  const wxColour back = wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX);
-  dc.SetPen(wxPen(back));
-  dc.SetBrush(StateColour(list_.IconOfBar(bar)));
+void TimelineView::DrawBar(wxDC& dc, std::size_t bar, const wxRect& lane, bool isSelected) const {
+  wxRect place = lane;
+  place.height -= FromDIP(kCriticalLine + 2);
+  const BoxColours colours = ColoursOf(list_.StateOfBar(bar), SchemeInUse());
+  dc.SetPen(wxPen(Rgb(colours.border)));
+  dc.SetBrush(Rgb(colours.fill));
   dc.DrawRectangle(place);
+  const int room = place.width - 2 * FromDIP(4);
+  if (room >= FromDIP(kLeastText)) {
+    dc.SetTextForeground(Rgb(colours.text));
+    const wxString name = ToWx(list_.NameOfBar(bar));
+    dc.DrawText(wxControl::Ellipsize(name, dc, wxELLIPSIZE_END, room), place.x + FromDIP(4),
+                place.y + (place.height - TextHeight()) / 2);
+  }
   if (list_.Timeline().bars[bar].isCritical) {
     const int line = FromDIP(kCriticalLine);
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(CriticalColour());
-    dc.DrawRectangle(place.x, place.GetBottom() + 1 - line, place.width, line);
-  }
-  const int room = place.width - 2 * FromDIP(4);
-  if (room >= FromDIP(kLeastText)) {
-    dc.SetTextForeground(TextOnStateColour());
-    const wxString name = ToWx(list_.NameOfBar(bar));
-    dc.DrawText(wxControl::Ellipsize(name, dc, wxELLIPSIZE_END, room), place.x + FromDIP(4),
-                place.y + (place.height - FromDIP(kCriticalLine) - TextHeight()) / 2);
+    dc.DrawRectangle(lane.x, lane.GetBottom() + 1 - line, lane.width, line);
   }
   if (!isSelected) return;
   dc.SetPen(wxPen(
       wxSystemSettings::GetColour(HasFocus() ? wxSYS_COLOUR_HIGHLIGHT : wxSYS_COLOUR_LISTBOXTEXT),
       FromDIP(2)));
   dc.SetBrush(*wxTRANSPARENT_BRUSH);
-  dc.DrawRectangle(wxRect(place).Inflate(FromDIP(2)));
+  dc.DrawRectangle(wxRect(lane).Inflate(FromDIP(2)));
 }
 
 void TimelineView::DrawLegend(wxDC& dc, int top) const {
-  const std::array<std::pair<Image, const char*>, 4> entries = {
-      {{Image::BuildOk, "built"},
-       {Image::BuildError, "failed"},
-       {Image::Building, "building"},
-       {Image::UpToDate, "up to date, or not finished"}}};
+  constexpr std::array kStates = {ProjectState::Built, ProjectState::Failed, ProjectState::Building,
+                                  ProjectState::UpToDate};
   const wxSize box(FromDIP(14), FromDIP(10));
+  const int middle = top + TextHeight() / 2;
   int x = Origin().x;
-  const auto draw = [&](const wxColour& colour, const wxString& text, int height) {
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(colour);
-    const int middle = top + TextHeight() / 2;
-    dc.DrawRectangle(x, middle + box.y / 2 - height, box.x, height);
+  dc.SetTextForeground(HintColour());
+  const auto name = [&](const wxString& text) {
     dc.DrawText(text, x + box.x + FromDIP(4), top);
     x += box.x + FromDIP(4) + dc.GetTextExtent(text).x + FromDIP(2 * kGap);
   };
-  dc.SetTextForeground(HintColour());
-  for (const auto& [icon, text] : entries) draw(StateColour(icon), text, box.y);
-  draw(CriticalColour(), "critical path", FromDIP(kCriticalLine));
+  for (const ProjectState state : kStates) {
+    const BoxColours colours = ColoursOf(state, SchemeInUse());
+    dc.SetPen(wxPen(Rgb(colours.border)));
+    dc.SetBrush(Rgb(colours.fill));
+    dc.DrawRectangle({x, middle - box.y / 2}, box);
+    name(ToWx(std::string(NameOf(state))));
+  }
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(CriticalColour());
+  dc.DrawRectangle(x, middle, box.x, FromDIP(kCriticalLine));
+  name("critical path");
 }
 
 }  // namespace gorbex::ui

@@ -32,7 +32,7 @@ class TimelineView : public wxScrolledCanvas {
   void Point(const wxPoint& point);
   void DrawAxis(wxDC& dc, const TimelineLayout& layout) const;
   void DrawLanes(wxDC& dc, const TimelineLayout& layout) const;
-  void DrawBar(wxDC& dc, std::size_t bar, const wxRect& place, bool isSelected) const;
+  void DrawBar(wxDC& dc, std::size_t bar, const wxRect& lane, bool isSelected) const;
   void DrawLegend(wxDC& dc, int top) const;
 
   LastRunList& list_;

@@ -27,7 +27,7 @@ browser() { # browser WIDTH LIGHT|DARK options...
   shift 2
   [ "$theme" = dark ] && set -- --force-dark-mode --blink-settings=preferredColorScheme=0 "$@"
   timeout 120 chromium --headless --no-sandbox --disable-gpu --hide-scrollbars --user-data-dir="$scratch/browser" \
-    --window-size="$width,1600" --virtual-time-budget=2000 "$@" 2>"$scratch/browser.log"
+    --window-size="$width,2400" --virtual-time-budget=2000 "$@" 2>"$scratch/browser.log"
 }
 
 # A page around it asks how wide the report becomes in a frame of so many pixels.
