@@ -14,7 +14,8 @@ namespace {
 const wxSize kFirstLastRunSize(980, 520);
 const wxSize kLeastLastRunSize(480, 300);
 constexpr int kTick = 250;
-constexpr double kTimelineShare = 0.4;
+constexpr double kTimelineShare = 0.4;  // while it is empty
+constexpr double kMostTimelineShare = 0.6;
 
 }  // namespace
 
@@ -103,6 +104,7 @@ void LastRunWindow::Follow() {
   const bool isEmpty = !uses_.run.HasBegun();
   timelinePane_->ShowEmpty(isEmpty);
   listPane_->ShowEmpty(isEmpty);
+  if (uses_.form.visible.Get()) FitTimeline();
 }
 
 void LastRunWindow::ShowOrHide(bool visible) {
@@ -122,10 +124,17 @@ void LastRunWindow::Place() {
     CentreOnParent();
   }
   Layout();
-  const int most = static_cast<int>(rows_->GetClientSize().y * 0.6);
-  const int wanted = timelinePane_->HeightWith(timeline_->BestHeight());
-  const int shared = static_cast<int>(rows_->GetClientSize().y * kTimelineShare);
-  rows_->SetSashPosition(std::min(most, uses_.run.HasBegun() ? wanted : shared));
+  sash_ = rows_->GetSashPosition();
+  FitTimeline();
+}
+
+void LastRunWindow::FitTimeline() {
+  if (!isPlaced_ || rows_->GetSashPosition() != sash_) return;
+  const int all = rows_->GetClientSize().y;
+  const int wanted = uses_.run.HasBegun() ? timelinePane_->HeightWith(timeline_->BestHeight())
+                                          : static_cast<int>(all * kTimelineShare);
+  rows_->SetSashPosition(std::min(static_cast<int>(all * kMostTimelineShare), wanted));
+  sash_ = rows_->GetSashPosition();
 }
 
 }  // namespace gorbex::ui

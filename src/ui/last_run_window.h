@@ -39,6 +39,9 @@ class LastRunWindow : public FormWindow {
   [[nodiscard]] wxSizer* Buttons();
   void ShowOrHide(bool visible);
   void Follow();
+
+  /// Gives the timeline the room that its lanes need, until the user moves the sash.
+  void FitTimeline();
   void Place() override;
 
   Uses uses_;
@@ -49,6 +52,7 @@ class LastRunWindow : public FormWindow {
   TimelineView* timeline_ = nullptr;
   StateList* list_ = nullptr;
   wxTimer timer_;
+  int sash_ = 0;           ///< where it was put last
   bool isPlaced_ = false;  ///< from then on it is where the user puts it
   FieldBinding fields_;
   std::vector<Subscription> subscriptions_;
