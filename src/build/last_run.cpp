@@ -40,6 +40,7 @@ void LastRun::Begin(const RunStarted& started) {
   record_ = RunRecord(started.paths);
   terms_ = TermsOfRun(uses_.window, uses_.options, uses_.clock);
   begin_ = uses_.clock.Elapsed();
+  hasBegun_ = true;
   usesInRun_.reset();
   began.Emit();
 }

@@ -45,11 +45,11 @@ class LastRun {
   void Listen(RunEvents& events);
 
   /// False before the first run.
-  [[nodiscard]] bool HasBegun() const { return terms_.has_value(); }
+  [[nodiscard]] bool HasBegun() const { return hasBegun_; }
   [[nodiscard]] bool IsGoing() const { return HasBegun() && !record_.HasEnded(); }
 
   [[nodiscard]] const RunRecord& Record() const { return record_; }
-  [[nodiscard]] const RunTerms& Terms() const { return *terms_; }  ///< once it has begun
+  [[nodiscard]] const RunTerms& Terms() const { return terms_; }  ///< once it has begun
   [[nodiscard]] RunTimeline Timeline();
 
   mutable Signal<> began;    ///< another run is the last one from now on
@@ -64,7 +64,8 @@ class LastRun {
 
   Uses uses_;
   RunRecord record_{{}};
-  std::optional<RunTerms> terms_;
+  RunTerms terms_;
+  bool hasBegun_ = false;
   std::chrono::milliseconds begin_{0};
   std::optional<std::vector<std::vector<std::size_t>>> usesInRun_;
   std::vector<Subscription> subscriptions_;

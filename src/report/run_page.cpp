@@ -41,7 +41,7 @@ std::string RowHeading(std::string_view text) {
 }
 
 struct Column {
-  const char* heading;
+  const char* heading = "";
   const char* style = "";
 };
 
@@ -162,11 +162,13 @@ std::string BarStyles(Scheme scheme) {
   for (const ProjectResult result : kBarResults) {
     const BoxColours colours = ColoursOf(StateOf(result), scheme);
     const std::string name = "." + ClassOf(result);
-    rules += ".timeline " + name + " rect { fill: " + Hex(colours.fill) +
-             "; stroke: " + Hex(colours.border) + "; }\n.timeline " + name +
-             " text { fill: " + Hex(colours.text) + "; }\ni" + name +
-             " { background: " + Hex(colours.fill) + "; border: 1px solid " + Hex(colours.border) +
-             "; }\n";
+    const std::string fill = Hex(colours.fill);
+    const std::string border = Hex(colours.border);
+    rules.append(".timeline ").append(name).append(" rect { fill: ").append(fill);
+    rules.append("; stroke: ").append(border).append("; }\n.timeline ").append(name);
+    rules.append(" text { fill: ").append(Hex(colours.text)).append("; }\ni").append(name);
+    rules.append(" { background: ").append(fill).append("; border: 1px solid ").append(border);
+    rules.append("; }\n");
   }
   return rules;
 }
@@ -204,6 +206,7 @@ std::string ProjectRow(const RunReport& report, std::size_t number) {
 // Those that have begun in that order, then the others.
 std::vector<std::size_t> InOrderOfTime(const RunReport& report) {
   std::vector<std::size_t> order;
+  order.reserve(report.timeline.barOf.size());
   for (const TimelineBar& bar : report.timeline.bars) order.push_back(bar.project);
   for (std::size_t i = 0; i < report.timeline.barOf.size(); ++i) {
     if (!report.timeline.barOf[i]) order.push_back(i);

@@ -45,9 +45,10 @@ std::string Axis(const RunTimeline& timeline, int height) {
     const double share = ShareOf(tick.time, timeline.length);
     const char* anchor = share < 5 ? "start" : share > 90 ? "end" : "middle";
     const std::string x = Percent(share);
-    svg += "<line x1=\"" + x + "\" x2=\"" + x + "\" y1=\"" + Number(kAxis - 6) + "\" y2=\"" +
-           Number(height) + "\"/><text x=\"" + x + "\" y=\"12\" text-anchor=\"" + anchor + "\">" +
-           tick.text + "</text>\n";
+    svg.append("<line x1=\"").append(x).append("\" x2=\"").append(x).append("\" y1=\"");
+    svg.append(Number(kAxis - 6)).append("\" y2=\"").append(Number(height));
+    svg.append("\"/><text x=\"").append(x).append("\" y=\"12\" text-anchor=\"").append(anchor);
+    svg.append("\">").append(tick.text).append("</text>\n");
   }
   return svg + "</g>\n";
 }
