@@ -141,8 +141,9 @@ std::string FailuresSection(const RunReport& report) {
   std::string markup;
   for (const Project& project : report.record.Projects()) {
     if (project.outcome != RunRecord::Outcome::Failed) continue;
-    markup += Heading(3, NameOf(project)) + Paragraph(project.path, "faint") + "<pre>" +
-              MarkupText(CompilerWords(project)) + "</pre>\n";
+    markup += Heading(3, NameOf(project)) + Paragraph(project.path, "faint");
+    if (project.failure) markup += Paragraph(project.failure->file + FailureText(*project.failure));
+    markup += "<pre>" + MarkupText(CompilerWords(project)) + "</pre>\n";
   }
   return Heading(2, "Failures") + (markup.empty() ? Paragraph("No project failed.") : markup);
 }

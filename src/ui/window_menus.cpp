@@ -64,9 +64,9 @@ WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
            &m.mnuToolsDependancies, &m.mnuToolsMissing, nullptr, &m.mnuToolsLogin,
            &m.mnuToolsGetLatest, &m.mnuToolsHighlight, &m.mnuToolsLabel, nullptr, &m.mnuToolsInBox,
            nullptr, &m.mnuToolsBuildPath, &m.mnuToolsVersion, &m.mnuToolsBuildOptions});
-  AddMenu("&Window", {&m.mnuWindowDependencies, &m.mnuWindowLastRun, &m.mnuWindowFailed, &m.mnuWindowNextFailure,
-                      &m.mnuWindowPreviousFailure, &m.mnuWindowViewLogs, nullptr,
-                      &m.mnuWindowNextPane, &m.mnuWindowPreviousPane});
+  AddMenu("&Window", {&m.mnuWindowDependencies, &m.mnuWindowLastRun, &m.mnuWindowFailed,
+                      &m.mnuWindowNextFailure, &m.mnuWindowPreviousFailure, &m.mnuWindowViewLogs,
+                      nullptr, &m.mnuWindowNextPane, &m.mnuWindowPreviousPane});
   AddMenu("&Help", {&m.mnuHelpAbout});
   frame_.SetMenuBar(bar_);
   MakeArrowKeys({&m.mnuQueueMoveUp, &m.mnuQueueMoveDown});
