@@ -11,7 +11,7 @@ RunNotice::RunNotice(RunEvents& events, const Clock& clock)
 void RunNotice::Hear(const RunEvent& event) {
   if (const auto* started = std::get_if<RunStarted>(&event)) {
     start_ = clock_.Elapsed();
-    checked_ = started->projects;
+    checked_ = started->paths.size();
     passed_ = 0;
     counts_ = {};
     isTold_ = false;

@@ -36,7 +36,7 @@ DesktopProgress::~DesktopProgress() {
 void DesktopProgress::Hear(const RunEvent& event) {
   if (const auto* started = std::get_if<RunStarted>(&event)) {
     done_ = 0;
-    const int all = std::max(1, static_cast<int>(started->projects));
+    const int all = std::max(1, static_cast<int>(started->paths.size()));
     bar_ = std::make_unique<wxAppProgressIndicator>(&frame_, all);
     bar_->SetValue(0);
   }

@@ -27,7 +27,7 @@ TEST(RunNotice, TellsOnceOfALongRunThatNobodyLooksAt) {
     std::string told;
     const auto listening = notice.due.Connect([&](const std::string& text) { told += text + ";"; });
     notice.isInFront = [&] { return each.isInFront; };
-    events.Emit(RunStarted{each.projects});
+    events.Emit(RunStarted{std::vector<std::string>(each.projects, "C:\\A.vbp")});
     events.Emit(ProjectStarted{"a", 1, each.projects});
     events.Emit(QuestionAsked{{"Early"}});
     clock.elapsed += each.duration;
