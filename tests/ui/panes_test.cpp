@@ -12,8 +12,8 @@
 #include "tests/ui/window_fixture.h"
 #include "ui/dependency_canvas.h"
 #include "ui/state_list.h"
-#include "ui/window_place.h"
 #include "ui/timeline_view.h"
+#include "ui/window_place.h"
 
 namespace gorbex::test {
 namespace {
