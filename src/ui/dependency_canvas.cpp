@@ -175,10 +175,33 @@ std::unique_ptr<wxGraphicsContext> DependencyCanvas::ContextOf(wxDC& dc) {
   return std::unique_ptr<wxGraphicsContext>(wxGraphicsContext::CreateFromUnknownDC(dc));
 }
 
+// In the context of the desktop's lists: it knows fonts that a graphics context may not know.
+void DependencyCanvas::DrawNames(wxDC& dc, const wxRect& part) {
+  constexpr int kLeastLetters = 4;
+  const double scale = view_.Scale();
+  const int size = static_cast<int>(kPictureTextSize * textShare_ * scale);
+  if (size < kLeastLetters) return;
+  dc.SetFont(wxFont(wxFontInfo(wxSize(0, size)).FaceName(GetFont().GetFaceName())));
+  const int height = dc.GetCharHeight();
+  const Scheme scheme = IsDark() ? Scheme::Dark : Scheme::Light;
+  const auto& boxes = picture_.Layout().boxes;
+  for (std::size_t project = 0; project < boxes.size(); ++project) {
+    const GroupBox& box = boxes[project];
+    const auto x = std::lround((box.x + kPicturePadding + kPictureMark) * scale);
+    const auto middle = std::lround((box.y + box.height / 2) * scale);
+    const wxPoint at(static_cast<int>(x) - part.x, static_cast<int>(middle) - part.y - height / 2);
+    const wxRect room(at, wxSize(static_cast<int>(box.width * scale), height));
+    if (!room.Intersects(wxRect(part.GetSize()))) continue;
+    dc.SetTextForeground(
+        PictureDrawing::ColourOf(ColoursOf(picture_.StateOf(project), scheme).text));
+    dc.DrawText(names_[project], at);
+  }
+}
+
 void DependencyCanvas::DrawPart(wxDC& dc, const wxRect& part) {
   dc.SetBackground(wxBrush(PictureDrawing::ColourOf(Palette().paper)));
   dc.Clear();
-  const auto context = ContextOf(dc);
+  auto context = ContextOf(dc);
   if (context == nullptr) return;
   const double scale = view_.Scale();
   context->Translate(-part.x, -part.y);
@@ -191,6 +214,8 @@ void DependencyCanvas::DrawPart(wxDC& dc, const wxRect& part) {
   DrawLines(drawing, *context);
   DrawSelectedLines(drawing, *context);
   DrawBoxes(drawing);
+  context.reset();  // what it transforms would be transformed again
+  DrawNames(dc, part);
 }
 
 void DependencyCanvas::Redraw() {
@@ -305,7 +330,6 @@ void DependencyCanvas::DrawBoxes(PictureDrawing& drawing) {
     if (!seen.Intersects(place)) continue;
     const ProjectState state = picture_.StateOf(project);
     drawing.DrawBox(place, state, box.isInCircle, picture_.Selected() == project);
-    drawing.DrawName(place, state, names_[project]);
   }
 }
 

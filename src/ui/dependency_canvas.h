@@ -36,6 +36,7 @@ class DependencyCanvas : public wxWindow {
  private:
   void BindMouse();
   void OnPaint(wxPaintEvent& event);
+  void DrawNames(wxDC& dc, const wxRect& part);
   void DrawPart(wxDC& dc, const wxRect& part);
   void DrawBands(PictureDrawing& drawing, wxGraphicsContext& context);
   void DrawHeadings(wxGraphicsContext& context);

@@ -1,5 +1,7 @@
 #include "ui/picture_drawing.h"
 
+#include <wx/brush.h>
+
 #include <algorithm>
 
 #include "ui/palette.h"
@@ -8,7 +10,6 @@ namespace gorbex::ui {
 namespace {
 
 constexpr double kCorner = 4;
-constexpr double kLeastLetters = 3.5;  // in pixels; smaller ones are only grey
 
 }  // namespace
 
@@ -88,15 +89,6 @@ void PictureDrawing::DrawMark(const wxRect2DDouble& place, StateMark mark, const
   }
   context_.SetPen(Pen(colour, 1.8));
   context_.StrokePath(path);
-}
-
-void PictureDrawing::DrawName(const wxRect2DDouble& place, ProjectState state,
-                              const wxString& name) {
-  if (textSize_ * pixels_ < kLeastLetters) return;
-  wxGraphicsFont& font = fonts_.at(static_cast<std::size_t>(state));
-  if (font.IsNull()) font = Font(ColourOf(ColoursOf(state, scheme_).text));
-  context_.SetFont(font);
-  DrawMiddle(name, place.m_x + kPicturePadding + kPictureMark, place.m_y + place.m_height / 2);
 }
 
 void PictureDrawing::DrawMiddle(const wxString& text, double x, double middle) {

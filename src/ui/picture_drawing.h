@@ -4,7 +4,6 @@
 #include <wx/graphics.h>
 #include <wx/window.h>
 
-#include <array>
 #include <cstdint>
 
 #include "analysis/group_layout.h"
@@ -41,9 +40,6 @@ class PictureDrawing {
 
   void DrawBox(const wxRect2DDouble& place, ProjectState state, bool isInCircle, bool isSelected);
 
-  /// The name in a box; nothing where it would be too small to read.
-  void DrawName(const wxRect2DDouble& place, ProjectState state, const wxString& name);
-
   /// A text whose middle is at a height, in the font that was set last.
   void DrawMiddle(const wxString& text, double x, double middle);
 
@@ -57,7 +53,6 @@ class PictureDrawing {
   PictureColours colours_;
   wxString face_;
   double textSize_ = kPictureTextSize;
-  std::array<wxGraphicsFont, kProjectStates.size()> fonts_;  ///< made when they are needed
 };
 
 }  // namespace gorbex::ui
