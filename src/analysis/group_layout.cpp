@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <numeric>
 #include <utility>
+
+#include "analysis/picture_columns.h"
+#include "analysis/project_knots.h"
 
 namespace gorbex {
 namespace {
@@ -13,318 +14,8 @@ using Projects = std::vector<std::size_t>;
 
 constexpr std::size_t kWithAllLines = 200;  ///< projects; more have too many lines to see all
 constexpr double kMargin = 16;
-constexpr double kBoxHeight = 26;
-constexpr double kBoxGap = 8;
 constexpr double kColumnGap = 44;
 constexpr double kMostColumnGap = 76;  ///< more, where many lines are between two columns
-constexpr double kLineGap = 5;         ///< between two lines that pass through a level
-
-/// Projects that use one another in a circle are one knot; every other project is one by itself.
-struct Knots {
-  explicit Knots(const DependencyGraph& graph)
-      : members(graph.Components()), of(graph.Count()), uses(members.size()) {
-    for (std::size_t knot = 0; knot < members.size(); ++knot) {
-      for (const std::size_t project : members[knot]) of[project] = knot;
-    }
-    for (std::size_t project = 0; project < graph.Count(); ++project) {
-      for (const std::size_t used : graph.UsesOf(project)) {
-        if (of[used] != of[project]) uses[of[project]].push_back(of[used]);
-      }
-    }
-    for (Projects& each : uses) {
-      std::sort(each.begin(), each.end());
-      each.erase(std::unique(each.begin(), each.end()), each.end());
-    }
-  }
-
-  [[nodiscard]] Projects Levels() const {
-    Projects levels(members.size(), 0);
-    for (std::size_t knot = 0; knot < members.size(); ++knot) {
-      for (const std::size_t used : uses[knot]) {
-        levels[knot] = std::max(levels[knot], levels[used] + 1);
-      }
-    }
-    return levels;
-  }
-
-  std::vector<Projects> members;  ///< those that others use first
-  Projects of;                    ///< the knot of each project
-  std::vector<Projects> uses;     ///< each once, in the order of the knots
-};
-
-/// A set of numbers below a limit.
-class NumberSet {
- public:
-  explicit NumberSet(std::size_t limit) : words_((limit + 63) / 64, 0) {}
-  void Add(std::size_t number) { words_[number / 64] |= std::uint64_t{1} << (number % 64); }
-  void Add(const NumberSet& other) {
-    for (std::size_t i = 0; i < words_.size(); ++i) words_[i] |= other.words_[i];
-  }
-  [[nodiscard]] bool Has(std::size_t number) const {
-    return (words_[number / 64] >> (number % 64) & 1U) != 0;
-  }
-
- private:
-  std::vector<std::uint64_t> words_;
-};
-
-// A knot that another used one reaches comes before that in the order of the knots.
-void LeaveOutImplied(Knots& knots) {
-  std::vector<NumberSet> reached(knots.members.size(), NumberSet(knots.members.size()));
-  for (std::size_t knot = 0; knot < knots.members.size(); ++knot) {
-    Projects kept;
-    Projects& uses = knots.uses[knot];
-    for (auto used = uses.rbegin(); used != uses.rend(); ++used) {
-      if (reached[knot].Has(*used)) continue;
-      kept.push_back(*used);
-      reached[knot].Add(*used);
-      reached[knot].Add(reached[*used]);
-    }
-    uses.assign(kept.rbegin(), kept.rend());
-  }
-}
-
-/// A box, or the place where the lines to one project pass through a column.
-struct Node {
-  std::size_t column = 0;
-  std::size_t project = 0;  ///< or the used one, of lines that pass
-  bool isBox = true;
-  Projects left{};  ///< the nodes that it is joined to in the column before, and in the one after
-  Projects right{};
-  std::size_t place = 0;  ///< in its column, from the top
-  double middle = 0;      ///< its y
-};
-
-using Columns = std::vector<Projects>;  ///< the nodes of each, from the top
-
-double Distance(const Node& above, const Node& below) {
-  const double boxes = (above.isBox ? kBoxHeight / 2 : 0) + (below.isBox ? kBoxHeight / 2 : 0);
-  return boxes + (above.isBox || below.isBox ? kBoxGap : kLineGap);
-}
-
-/// Orders the nodes of each column so that few lines cross.
-class Ordering {
- public:
-  Ordering(std::vector<Node>& nodes, Columns& columns, const Projects& knotOf)
-      : nodes_(nodes), columns_(columns), knotOf_(knotOf) {}
-
-  void Run() {
-    constexpr int kSweeps = 12;
-    Columns best = columns_;
-    std::size_t fewest = static_cast<std::size_t>(-1);
-    Number();
-    for (int sweep = 0; sweep < kSweeps && fewest > 0; ++sweep) {
-      Sweep(sweep % 2 == 0);
-      const std::size_t crossings = Crossings();
-      if (crossings >= fewest) continue;
-      fewest = crossings;
-      best = columns_;
-    }
-    columns_ = std::move(best);
-    Number();
-  }
-
- private:
-  /// Where a node wants to be; members of a circle stay together.
-  struct Wish {
-    double place = 0;
-    std::size_t group = 0;  ///< place of the circle's first member, or its own
-    std::size_t own = 0;
-    std::size_t node = 0;
-  };
-
-  void Number() {
-    for (const Projects& column : columns_) Number(column);
-  }
-
-  void Number(const Projects& column) {
-    for (std::size_t place = 0; place < column.size(); ++place) nodes_[column[place]].place = place;
-  }
-
-  void Sweep(bool isToTheRight) {
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-      Sort(columns_[isToTheRight ? i : columns_.size() - 1 - i], isToTheRight);
-    }
-  }
-
-  void Sort(Projects& column, bool byLeft) {
-    std::vector<Wish> wishes;
-    wishes.reserve(column.size());
-    for (const std::size_t number : column) {
-      const Node& node = nodes_[number];
-      const Projects& joined = byLeft ? node.left : node.right;
-      const Projects& others = columns_[OtherColumn(node, byLeft)];
-      wishes.push_back(
-          {WishOf(node, joined, column.size(), others.size()), node.place, node.place, number});
-    }
-    JoinCircles(wishes);
-    std::sort(wishes.begin(), wishes.end(), [](const Wish& a, const Wish& b) {
-      if (a.place != b.place) return a.place < b.place;
-      return std::pair(a.group, a.own) < std::pair(b.group, b.own);
-    });
-    for (std::size_t i = 0; i < column.size(); ++i) column[i] = wishes[i].node;
-    Number(column);
-  }
-
-  [[nodiscard]] std::size_t OtherColumn(const Node& node, bool isLeft) const {
-    if (isLeft) return node.column == 0 ? 0 : node.column - 1;
-    return std::min(node.column + 1, columns_.size() - 1);
-  }
-
-  // As a part of the column, since columns are not equally full.
-  [[nodiscard]] double WishOf(const Node& node, const Projects& joined, std::size_t inColumn,
-                              std::size_t inOther) const {
-    if (joined.empty()) {
-      return (static_cast<double>(node.place) + 0.5) / static_cast<double>(inColumn);
-    }
-    double sum = 0;
-    for (const std::size_t other : joined) sum += static_cast<double>(nodes_[other].place) + 0.5;
-    return sum / static_cast<double>(joined.size()) / static_cast<double>(inOther);
-  }
-
-  void JoinCircles(std::vector<Wish>& wishes) const {
-    struct Circle {
-      double sum = 0;
-      std::size_t count = 0;
-      std::size_t first = 0;
-    };
-    std::vector<std::pair<std::size_t, Circle>> circles;
-    const auto circleOf = [&](const Wish& wish) -> Circle* {
-      const Node& node = nodes_[wish.node];
-      if (!node.isBox) return nullptr;
-      const std::size_t knot = knotOf_[node.project];
-      if (!circles.empty() && circles.back().first == knot) return &circles.back().second;
-      return &circles.emplace_back(knot, Circle{0, 0, wish.own}).second;
-    };
-    // Members follow one another already, as they did from the start.
-    Projects of(wishes.size(), 0);
-    for (std::size_t i = 0; i < wishes.size(); ++i) {
-      Circle* circle = circleOf(wishes[i]);
-      if (circle == nullptr) continue;
-      circle->sum += wishes[i].place;
-      ++circle->count;
-      of[i] = circles.size();
-    }
-    for (std::size_t i = 0; i < wishes.size(); ++i) {
-      if (of[i] == 0) continue;
-      const Circle& circle = circles[of[i] - 1].second;
-      wishes[i].place = circle.sum / static_cast<double>(circle.count);
-      wishes[i].group = circle.first;
-    }
-  }
-
-  [[nodiscard]] std::size_t Crossings() const {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i + 1 < columns_.size(); ++i) count += CrossingsAfter(i);
-    return count;
-  }
-
-  // Line by line from the top, those before it that end below it: a Fenwick tree counts them.
-  [[nodiscard]] std::size_t CrossingsAfter(std::size_t column) const {
-    const std::size_t size = columns_[column + 1].size();
-    Projects tree(size + 1, 0);
-    std::size_t lines = 0;
-    std::size_t crossings = 0;
-    Projects ends;
-    for (const std::size_t number : columns_[column]) {
-      ends.clear();
-      for (const std::size_t right : nodes_[number].right) ends.push_back(nodes_[right].place);
-      for (const std::size_t end : ends) {
-        std::size_t notBelow = 0;
-        for (std::size_t i = end + 1; i > 0; i &= i - 1) notBelow += tree[i];
-        crossings += lines - notBelow;
-      }
-      for (const std::size_t end : ends) {
-        for (std::size_t i = end + 1; i <= size; i += i & (~i + 1)) ++tree[i];
-      }
-      lines += ends.size();
-    }
-    return crossings;
-  }
-
-  std::vector<Node>& nodes_;
-  Columns& columns_;
-  const Projects& knotOf_;
-};
-
-/// Finds a height for each node: near what it is joined to, in the order of its column, and far
-/// enough from its neighbours there.
-class Heights {
- public:
-  Heights(std::vector<Node>& nodes, const Columns& columns) : nodes_(nodes), columns_(columns) {}
-
-  void Run() {
-    constexpr int kSweeps = 10;
-    for (const Projects& column : columns_) Stack(column);
-    for (int sweep = 0; sweep < kSweeps; ++sweep) {
-      for (std::size_t i = 0; i < columns_.size(); ++i) {
-        Settle(columns_[sweep % 2 == 0 ? i : columns_.size() - 1 - i]);
-      }
-    }
-  }
-
- private:
-  struct Block {
-    double sum;     ///< of weighted wishes
-    double weight;  ///< of all its nodes
-    std::size_t count;
-    [[nodiscard]] double Place() const { return sum / weight; }
-  };
-
-  void Stack(const Projects& column) {
-    double y = 0;
-    for (std::size_t i = 0; i < column.size(); ++i) {
-      if (i > 0) y += Distance(nodes_[column[i - 1]], nodes_[column[i]]);
-      nodes_[column[i]].middle = y;
-    }
-    for (const std::size_t node : column) nodes_[node].middle -= y / 2;
-  }
-
-  // Without the least distances the wishes only have to be in order; neighbours that are not are
-  // moved to the mean of their wishes, which is where the squares of all ways are least.
-  void Settle(const Projects& column) {
-    std::vector<Block> blocks;
-    std::vector<double> offsets;
-    double offset = 0;
-    for (std::size_t i = 0; i < column.size(); ++i) {
-      const Node& node = nodes_[column[i]];
-      if (i > 0) offset += Distance(nodes_[column[i - 1]], node);
-      offsets.push_back(offset);
-      const double weight = node.isBox ? 1 : 2;
-      blocks.push_back({(WishOf(node) - offset) * weight, weight, 1});
-      while (blocks.size() > 1 && blocks[blocks.size() - 2].Place() > blocks.back().Place()) {
-        const Block last = blocks.back();
-        blocks.pop_back();
-        blocks.back().sum += last.sum;
-        blocks.back().weight += last.weight;
-        blocks.back().count += last.count;
-      }
-    }
-    std::size_t i = 0;
-    for (const Block& block : blocks) {
-      for (std::size_t n = 0; n < block.count; ++n, ++i) {
-        nodes_[column[i]].middle = block.Place() + offsets[i];
-      }
-    }
-  }
-
-  // A line that passes through many columns should be straight.
-  [[nodiscard]] double WishOf(const Node& node) const {
-    double sum = 0;
-    double weights = 0;
-    for (const Projects* joined : {&node.left, &node.right}) {
-      for (const std::size_t other : *joined) {
-        const double weight = !node.isBox && !nodes_[other].isBox ? 6 : 1;
-        sum += nodes_[other].middle * weight;
-        weights += weight;
-      }
-    }
-    return weights == 0 ? node.middle : sum / weights;
-  }
-
-  std::vector<Node>& nodes_;
-  const Columns& columns_;
-};
 
 class Layouter {
  public:
@@ -334,12 +25,12 @@ class Layouter {
   }
 
   GroupLayout Run() {
-    if (graph_.Count() > kWithAllLines) LeaveOutImplied(knots_);
+    if (graph_.Count() > kWithAllLines) knots_.LeaveOutImplied();
     KeepLines();
     FillColumns();
     MakeNodes();
-    Ordering(nodes_, columns_, knots_.of).Run();
-    Heights(nodes_, columns_).Run();
+    OrderColumns(nodes_, columns_, knots_.of);
+    PlaceInColumns(nodes_, columns_);
     PlaceColumns();
     PlaceBoxes();
     DrawLines();
@@ -457,7 +148,7 @@ class Layouter {
       std::size_t lines = 0;
       double width = 0;
       for (const std::size_t number : columns_[i]) {
-        const Node& node = nodes_[number];
+        const PictureNode& node = nodes_[number];
         lines += node.right.size();
         if (node.isBox) width = std::max(width, PictureTextWidth(names_[node.project]));
       }
@@ -488,12 +179,12 @@ class Layouter {
   void PlaceBoxes() {
     double top = 0;
     double bottom = 0;
-    for (const Node& node : nodes_) {
+    for (const PictureNode& node : nodes_) {
       top = std::min(top, node.middle - kBoxHeight / 2);
       bottom = std::max(bottom, node.middle + kBoxHeight / 2);
     }
     const double down = kMargin + kPictureHeading - top;
-    for (Node& node : nodes_) node.middle += down;
+    for (PictureNode& node : nodes_) node.middle += down;
     for (std::size_t project = 0; project < graph_.Count(); ++project) {
       const std::size_t column = columnOf_[project];
       const std::size_t knot = knots_.of[project];
@@ -535,7 +226,7 @@ class Layouter {
     }
   }
 
-  [[nodiscard]] double RightOf(const Node& node) const {
+  [[nodiscard]] double RightOf(const PictureNode& node) const {
     return lefts_[node.column] + widths_[node.column];
   }
 
@@ -554,8 +245,8 @@ class Layouter {
   }
 
   std::size_t AddBow(const GroupLine& line) {
-    const Node& user = nodes_[line.user];
-    const Node& used = nodes_[line.used];
+    const PictureNode& user = nodes_[line.user];
+    const PictureNode& used = nodes_[line.used];
     const double bow = std::min(kMostBow, 14 + std::abs(user.middle - used.middle) / 4);
     const double x = RightOf(user);
     // Two projects that use one another have two lines, which must not be one.
@@ -574,14 +265,14 @@ class Layouter {
 
   const DependencyGraph& graph_;
   const std::vector<std::string>& names_;
-  Knots knots_;
+  ProjectKnots knots_;
   Projects levels_;  ///< by knot
   Projects columnOf_;
   Projects firstColumns_;  ///< of each level, then the number of columns
-  Columns columns_;
-  std::vector<Node> nodes_;     ///< the projects' first
-  std::vector<Projects> ways_;  ///< by used project: through which nodes lines pass
-  Projects curveInto_;          ///< by node of a way: the curve that leads on, then its passage
+  PictureColumns columns_;
+  std::vector<PictureNode> nodes_;  ///< the projects' first
+  std::vector<Projects> ways_;      ///< by used project: through which nodes lines pass
+  Projects curveInto_;              ///< by node of a way: the curve that leads on, then its passage
   std::vector<double> lefts_;
   std::vector<double> widths_;
   GroupLayout layout_;
@@ -601,7 +292,7 @@ double WidthOf(char letter) {
 }  // namespace
 
 std::vector<std::size_t> LevelsOf(const DependencyGraph& graph) {
-  const Knots knots(graph);
+  const ProjectKnots knots(graph);
   const Projects levels = knots.Levels();
   Projects levelsOf;
   for (const std::size_t knot : knots.of) levelsOf.push_back(levels[knot]);
