@@ -20,7 +20,7 @@ std::vector<std::string> PathsOf(const RunRecord& record) {
 void LastRun::Listen(RunEvents& events) {
   subscriptions_ = {events.Connect([this](const RunEvent& event) { On(event); }),
                     uses_.window.tvwProjects.cleared.Connect([this] {
-                      if (HasBegun()) TakeUses();
+                      if (HasBegun()) static_cast<void>(UsesOfRun());
                     })};
 }
 
@@ -45,15 +45,16 @@ void LastRun::Begin(const RunStarted& started) {
   began.Emit();
 }
 
-void LastRun::TakeUses() {
-  if (usesInRun_) return;
-  usesInRun_ = UsesInRun(uses_.window.ProjectMembers, uses_.group, PathsOf(record_));
+const LastRun::Numbers& LastRun::UsesOfRun() {
+  if (!usesInRun_) {
+    usesInRun_ = UsesInRun(uses_.window.ProjectMembers, uses_.group, PathsOf(record_));
+  }
+  return *usesInRun_;
 }
 
 RunTimeline LastRun::Timeline() {
-  TakeUses();
   const auto length = record_.HasEnded() ? record_.End().duration : uses_.clock.Elapsed() - begin_;
-  return TimelineOf(record_, *usesInRun_, length);
+  return TimelineOf(record_, UsesOfRun(), length);
 }
 
 }  // namespace gorbex

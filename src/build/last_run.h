@@ -56,18 +56,20 @@ class LastRun {
   mutable Signal<> changed;  ///< for each announcement of a run
 
  private:
+  using Numbers = std::vector<std::vector<std::size_t>>;
+
   void On(const RunEvent& event);
   void Begin(const RunStarted& started);
 
   /// Looked up when somebody asks first, or before the projects are gone.
-  void TakeUses();
+  const Numbers& UsesOfRun();
 
   Uses uses_;
   RunRecord record_{{}};
   RunTerms terms_;
   bool hasBegun_ = false;
   std::chrono::milliseconds begin_{0};
-  std::optional<std::vector<std::vector<std::size_t>>> usesInRun_;
+  std::optional<Numbers> usesInRun_;
   std::vector<Subscription> subscriptions_;
 };
 

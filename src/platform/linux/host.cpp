@@ -63,7 +63,7 @@ std::string LinuxHost::FirstFolder() const {
 
 std::string LinuxHost::HostPath(const std::string& programPath) const {
   constexpr std::string_view kLinks = "/dosdevices/";
-  const std::string path = platform_.GetPrefix().Existing(programPath).value_or("");
+  std::string path = platform_.GetPrefix().Existing(programPath).value_or("");
   const auto links = path.find(kLinks);
   if (links == std::string::npos) return path;
   const auto end = std::min(path.find('/', links + kLinks.size()), path.size());
