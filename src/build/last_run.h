@@ -52,17 +52,18 @@ class LastRun {
   [[nodiscard]] const RunTerms& Terms() const { return terms_; }  ///< once it has begun
   [[nodiscard]] RunTimeline Timeline();
 
+  using Numbers = std::vector<std::vector<std::size_t>>;
+
+  /// By project of the run, the numbers of those that it uses. Looked up when somebody asks first,
+  /// or before the projects are gone.
+  const Numbers& UsesOfRun();
+
   mutable Signal<> began;    ///< another run is the last one from now on
   mutable Signal<> changed;  ///< for each announcement of a run
 
  private:
-  using Numbers = std::vector<std::vector<std::size_t>>;
-
   void On(const RunEvent& event);
   void Begin(const RunStarted& started);
-
-  /// Looked up when somebody asks first, or before the projects are gone.
-  const Numbers& UsesOfRun();
 
   Uses uses_;
   RunRecord record_{{}};

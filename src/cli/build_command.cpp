@@ -9,6 +9,7 @@
 #include "cli/finding_views.h"
 #include "cli/json_views.h"
 #include "cli/junit_report.h"
+#include "cli/output_option.h"
 #include "cli/run_json.h"
 #include "cli/run_options.h"
 #include "cli/run_printer.h"
@@ -232,13 +233,12 @@ void AddBuildCommand(CLI::App& app, Frame& frame) {
       ->excludes(outdated);
   command.add_flag("--check", arguments->check,
                    "Check first as \"gorbex check\" does, and build only without errors");
-  command.add_option("--script", arguments->script, "Write the registration script to this file");
-  command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
-  command.add_option("--result", arguments->result,
-                     "Write the result to this file, as --json prints it");
-  command.add_option(
-      "--report", arguments->report,
-      "Write a page about the run to this file (HTML): timeline, failures, findings");
+  AddOutput(command, "--script", arguments->script, "Write the registration script to this file");
+  AddOutput(command, "--junit", arguments->junit, "Write a JUnit report to this file");
+  AddOutput(command, "--result", arguments->result,
+            "Write the result to this file, as --json prints it");
+  AddOutput(command, "--report", arguments->report,
+            "Write a page about the run to this file (HTML): timeline, failures, findings");
   AddTimeLimit(command, arguments->timeLimit);
   AddAnswers(command, frame);
   command.callback([&frame, arguments] { Build(frame, *arguments); });

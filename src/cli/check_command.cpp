@@ -5,6 +5,7 @@
 #include "cli/commands.h"
 #include "cli/finding_views.h"
 #include "cli/json_views.h"
+#include "cli/output_option.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
 #include "core/file_tools.h"
@@ -109,7 +110,7 @@ void AddCheckCommand(CLI::App& app, Frame& frame) {
       .add_option("FILE", arguments->files,
                   "Build project file, group file (.vbg), folder, or project files (.vbp)")
       ->required();
-  command.add_option("--sarif", arguments->sarif, "Write a SARIF 2.1.0 report to this file");
+  AddOutput(command, "--sarif", arguments->sarif, "Write a SARIF 2.1.0 report to this file");
   AddCheckOptions(command, arguments->options);
   command.callback([&frame, arguments] { CheckGroup(frame, *arguments); });
 }

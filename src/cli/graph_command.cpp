@@ -5,6 +5,7 @@
 #include "analysis/group_svg.h"
 #include "cli/commands.h"
 #include "cli/json_views.h"
+#include "cli/output_option.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
 
@@ -103,7 +104,7 @@ void AddGraphCommand(CLI::App& app, Frame& frame) {
   CLI::App& command = AddJsonCommand(app, frame, "graph", "Who uses whom in the group, as DOT");
   auto arguments = std::make_shared<GraphArguments>();
   command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
-  command.add_option("--svg", arguments->svg, "Draw it as a picture (SVG) into this file instead");
+  AddOutput(command, "--svg", arguments->svg, "Draw it as a picture (SVG) into this file instead");
   command.callback([&frame, arguments] { Graph(frame, *arguments); });
 }
 

@@ -6,6 +6,7 @@
 #include "cli/commands.h"
 #include "cli/gitlab_pipeline.h"
 #include "cli/junit_report.h"
+#include "cli/output_option.h"
 #include "cli/run_json.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
@@ -229,7 +230,7 @@ void AddPipelineCommand(CLI::App& app, Frame& frame) {
   auto arguments = std::make_shared<PipelineArguments>();
   command.add_option("FILE.bpf", arguments->file, "Build project file")->required();
   command.add_flag("--gitlab", arguments->gitlab, "Write a child pipeline for GitLab");
-  command.add_option("-o,--output", arguments->output, "Write it to this file");
+  AddOutput(command, "-o,--output", arguments->output, "Write it to this file");
   command.add_option("--tags", arguments->tags, "Tags of the runners that take the jobs")
       ->delimiter(',');
   command.add_option("--image", arguments->image, "Container image of the jobs");
@@ -237,8 +238,8 @@ void AddPipelineCommand(CLI::App& app, Frame& frame) {
                      "File with the commands that every job begins with");
   command.add_flag("--join", arguments->join,
                    "Join the results of the jobs into a script and a report");
-  command.add_option("--script", arguments->script, "Write the registration script to this file");
-  command.add_option("--junit", arguments->junit, "Write a JUnit report to this file");
+  AddOutput(command, "--script", arguments->script, "Write the registration script to this file");
+  AddOutput(command, "--junit", arguments->junit, "Write a JUnit report to this file");
   command.callback([&frame, arguments] { Pipeline(frame, *arguments); });
 }
 

@@ -24,4 +24,8 @@ bool IsDocumentName(std::string_view file) {
   return IsSourceName(file) || EndsWithOneOf(file, {".vbp", ".vbg", ".bpf"});
 }
 
+bool IsOutputName(std::string_view file) {
+  return !IsDocumentName(file) && !EndsWithOneOf(file, {".dll", ".exe", ".ocx", ".reg", ".tlb"});
+}
+
 }  // namespace gorbex

@@ -13,11 +13,13 @@
 namespace gorbex {
 
 RunReport ReportMaker::Of(const RunRecord& record, const RunTerms& terms,
-                          std::optional<Findings> findings) const {
+                          std::optional<Findings> findings, const LastRun::Numbers* uses) const {
   RunReport report{record, {}, terms, {}, std::move(findings)};
   // Such as one that the check before it has refused.
   if (!record.HasEnded()) report.record.On(RunEvent(record.End()));
-  report.uses = UsesInRun(parts_.window.ProjectMembers, parts_.group, PathsOf(record));
+  report.uses = uses != nullptr
+                    ? *uses
+                    : UsesInRun(parts_.window.ProjectMembers, parts_.group, PathsOf(record));
   report.timeline = TimelineOf(report.record, report.uses, record.End().duration);
   report.isCheckedBefore = report.findings.has_value();
   if (parts_.window.fileName != terms.file) return report;

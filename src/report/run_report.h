@@ -40,9 +40,11 @@ class ReportMaker {
   explicit ReportMaker(const Parts& parts) : parts_(parts) {}
 
   /// Of a run that has ended. The findings are those of before the run; without them the group is
-  /// checked now. There are neither these nor a picture when another build project is open.
+  /// checked now. There are neither these nor a picture when another build project is open; `uses`
+  /// then tells what the projects of the run used, and is null while they are loaded.
   [[nodiscard]] RunReport Of(const RunRecord& record, const RunTerms& terms,
-                             std::optional<Findings> findings) const;
+                             std::optional<Findings> findings,
+                             const LastRun::Numbers* uses = nullptr) const;
 
  private:
   [[nodiscard]] std::optional<Findings> FindingsNow() const;

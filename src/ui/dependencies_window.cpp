@@ -151,7 +151,7 @@ wxSizer* DependenciesWindow::Buttons() {
     row->Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
     return button;
   };
-  add("&Fit", "cmdFit")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { canvas_->Fit(); });
+  add("&Fit", "cmdFit")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { canvas_->ShowWhole(); });
   add("&100 %", "cmdFull")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { canvas_->ShowFull(); });
   for (Command* command : {&form_.cmdOutdated, &form_.cmdClose}) {
     fields_.Join(*add(ToWx(command->caption.Get()), ToWx(command->Name())), *command);

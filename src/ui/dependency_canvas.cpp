@@ -117,7 +117,7 @@ void DependencyCanvas::TakeLayout() {
   Redraw();
 }
 
-void DependencyCanvas::Fit() {
+void DependencyCanvas::ShowWhole() {
   view_.Fit();
   Redraw();
 }
@@ -432,7 +432,7 @@ void DependencyCanvas::OnKey(wxKeyEvent& event) {
     case 'F':
     case '0':
     case WXK_NUMPAD0:
-      Fit();
+      ShowWhole();
       break;
     case '1':
     case WXK_NUMPAD1:

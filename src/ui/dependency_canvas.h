@@ -24,7 +24,7 @@ class DependencyCanvas : public wxWindow {
   /// selected project.
   DependencyCanvas(wxWindow* parent, DependencyPicture& picture, std::function<void()> activated);
 
-  void Fit();
+  void ShowWhole();
   void ShowFull();
 
   /// Makes the selected project visible.

@@ -13,7 +13,7 @@ namespace {
 
 const wxSize kFirstLastRunSize(980, 520);
 const wxSize kLeastLastRunSize(480, 300);
-constexpr int kTick = 250;
+constexpr int kRefresh = 250;
 constexpr double kTimelineShare = 0.4;  // while it is empty
 constexpr double kMostTimelineShare = 0.6;
 
@@ -99,7 +99,7 @@ wxSizer* LastRunWindow::Buttons() {
 // The timer runs only while there is something to follow, and somebody to see it.
 void LastRunWindow::Follow() {
   const bool follows = uses_.form.visible.Get() && uses_.run.IsGoing();
-  if (follows && !timer_.IsRunning()) timer_.Start(kTick);
+  if (follows && !timer_.IsRunning()) timer_.Start(kRefresh);
   if (!follows) timer_.Stop();
   const bool isEmpty = !uses_.run.HasBegun();
   timelinePane_->ShowEmpty(isEmpty);

@@ -107,6 +107,7 @@ TEST(GroupLayoutTest, GroupsOfEverySizeAreReadableAndDrawnTheSameEachTime) {
     }
     EXPECT_EQ(layout.leftOut, each.leftOut);
     std::vector<PictureProject> projects;
+    projects.reserve(names.size());
     for (const auto& name : names) projects.push_back({name, name});
     EXPECT_EQ(GroupSvg(layout, projects, "t"), GroupSvg(LayOut(graph, names), projects, "t"));
   }

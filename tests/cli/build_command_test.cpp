@@ -44,6 +44,9 @@ TEST_F(BuildCommandTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
       0);
   EXPECT_EQ(Run({"build", file, "C:\\nobody.vbp"}).status, 2);
   EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
+  for (const char* output : {"--script", "--junit", "--result", "--report"}) {
+    EXPECT_EQ(Run({"build", file, output, file}).status, 2) << "would replace it: " << output;
+  }
   platform.files.AddFile("C:\\marked.bpf", "\xEF\xBB\xBF" + platform.files.Text(file));
   EXPECT_EQ(Run({"queue", "C:\\marked.bpf", "--save"}).status, 2);
 }
