@@ -82,6 +82,8 @@ std::vector<std::size_t> CriticalPathOf(const std::vector<TimelineBar>& bars, co
     if (bars[i].end >= bars[bar].end) bar = i;
   }
   for (; bar != kNone; bar = waits.Of(bar)) path.push_back(bar);
+  // A project that was up to date took no time, and no run waits for it.
+  std::erase_if(path, [&](std::size_t each) { return bars[each].Duration() == milliseconds(0); });
   std::reverse(path.begin(), path.end());
   return path;
 }
@@ -94,6 +96,8 @@ std::vector<std::size_t> RunTimeline::Slowest() const {
   std::stable_sort(slowest.begin(), slowest.end(), [this](std::size_t a, std::size_t b) {
     return bars[a].Duration() > bars[b].Duration();
   });
+  std::erase_if(slowest,
+                [this](std::size_t each) { return bars[each].Duration() == milliseconds(0); });
   return slowest;
 }
 

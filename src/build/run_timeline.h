@@ -28,7 +28,7 @@ struct RunTimeline {
   std::size_t places = 0;
   std::chrono::milliseconds length{0};  ///< up to the last end, or to the present
 
-  /// The bars, the longest first.
+  /// The bars, the longest first; those that took no time are left out.
   [[nodiscard]] std::vector<std::size_t> Slowest() const;
 };
 

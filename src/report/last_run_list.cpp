@@ -218,7 +218,8 @@ void LastRunList::SaveReport() {
     });
     if (!path) return;
     on([&] {
-      const RunReport report = uses_.reports.Of(uses_.run.Record(), uses_.run.Terms(), {}, &uses_.run.UsesOfRun());
+      const RunReport report =
+          uses_.reports.Of(uses_.run.Record(), uses_.run.Terms(), {}, &uses_.run.UsesOfRun());
       uses_.files.Write(*path, RunPage(report));
     });
     on([&] { uses_.window.SetStatus("Report Saved"); });

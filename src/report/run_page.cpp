@@ -221,8 +221,10 @@ std::string TimelineSection(const RunReport& report) {
   if (report.timeline.bars.empty()) {
     markup += Paragraph("No project has begun.");
   } else {
-    markup += "<figure>" + TimelineSvg(report.record, report.timeline) + Legend() + "</figure>\n" +
-              Paragraph("Critical path: " + CriticalPath(report) +
+    markup += "<figure>" + TimelineSvg(report.record, report.timeline) + Legend() + "</figure>\n";
+  }
+  if (!report.timeline.criticalPath.empty()) {
+    markup += Paragraph("Critical path: " + CriticalPath(report) +
                         ". Each project of it waited for the one before, because it uses that or "
                         "had to have its place; a shorter run needs a shorter path.");
   }

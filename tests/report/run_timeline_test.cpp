@@ -56,6 +56,7 @@ TEST(RunTimelineTest, LeadsTheCriticalPathBackThroughUsesAndPlaces) {
        {{1}, {0}},
        {0, 1},
        {1, 0}},
+      {"nobody waits for one that is up to date", {{1, 0, 0}, {1, 0, 4}}, {{}, {0}}, {1}, {1}},
       {"one is still being built", {{1, 0, 4}, {2, 1, -1}}, {{}, {}}, {1}, {1, 0}},
   };
   for (const Case& each : cases) {
