@@ -73,7 +73,9 @@ class Waits {
   std::vector<std::size_t> onPlace_;                      ///< the bar before on the same lane
 };
 
-std::vector<std::size_t> CriticalPathOf(const std::vector<TimelineBar>& bars, const Uses& uses) {
+// No run waits for a project that was up to date.
+std::vector<std::size_t> CriticalPathOf(const RunRecord& record,
+                                        const std::vector<TimelineBar>& bars, const Uses& uses) {
   std::vector<std::size_t> path;
   if (bars.empty()) return path;
   const Waits waits(bars, uses);
@@ -82,8 +84,9 @@ std::vector<std::size_t> CriticalPathOf(const std::vector<TimelineBar>& bars, co
     if (bars[i].end >= bars[bar].end) bar = i;
   }
   for (; bar != kNone; bar = waits.Of(bar)) path.push_back(bar);
-  // A project that was up to date took no time, and no run waits for it.
-  std::erase_if(path, [&](std::size_t each) { return bars[each].Duration() == milliseconds(0); });
+  std::erase_if(path, [&](std::size_t each) {
+    return record.Projects()[bars[each].project].outcome == RunRecord::Outcome::UpToDate;
+  });
   std::reverse(path.begin(), path.end());
   return path;
 }
@@ -104,7 +107,7 @@ std::vector<std::size_t> RunTimeline::Slowest() const {
 RunTimeline TimelineOf(const RunRecord& record, const Uses& uses, milliseconds length) {
   RunTimeline timeline;
   timeline.bars = BarsOf(record, length);
-  timeline.criticalPath = CriticalPathOf(timeline.bars, uses);
+  timeline.criticalPath = CriticalPathOf(record, timeline.bars, uses);
   for (const std::size_t bar : timeline.criticalPath) timeline.bars[bar].isCritical = true;
   // A message that tells the result may be open long after the last project is done.
   const bool isOver = record.HasEnded() && !timeline.bars.empty();

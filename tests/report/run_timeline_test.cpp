@@ -25,6 +25,8 @@ RunTimeline TimelineOf(const std::vector<Built>& projects,
     started.start = milliseconds(projects[i].start);
     record.On(started);
     if (projects[i].duration < 0) continue;  // still being built
+    if (projects[i].duration == 0) record.On(ProjectUpToDate{paths[i], ""});
+    if (projects[i].duration == 0) continue;
     record.On(ProjectCompiled{paths[i], true, milliseconds(projects[i].duration), "", ""});
   }
   return TimelineOf(record, uses, milliseconds(length));

@@ -91,7 +91,7 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
   queue.SetColumnWidth(1, queue.FromDIP(170));
   const wxString cut = queue.GetItemText(1, 1);
-  EXPECT_TRUE(cut.StartsWith("C:") && cut.EndsWith("Money.vbp") && cut.length() < 32) << cut;
+  EXPECT_TRUE(cut.StartsWith("C:") && cut.EndsWith("Money.vbp") && cut.Contains("...")) << cut;
 
   dialogs.choices.emplace_back("C:\\Storefront\\New.bpf");
   user.Presses('S', wxMOD_CONTROL);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "app/stored_position.h"
 #include "core/node_key.h"
@@ -207,7 +208,11 @@ TEST_F(PanesTest, ThePictureOfTheDependenciesSharesItsSelection) {
   EXPECT_TRUE(canvas.HasFocus());
   const auto& list = The<StateList>("lvwDependencies");
   EXPECT_EQ(static_cast<std::size_t>(list.GetItemCount()), window.ProjectMembers.Count());
-  const wxRect place = canvas.PlaceOf(1);
+  wxRect place;
+  EXPECT_TRUE(User::Sees([&] {
+    const wxRect before = std::exchange(place, canvas.PlaceOf(1));
+    return place.width > 0 && place == before;
+  })) << "the picture keeps its size";
   user.Clicks(canvas, {place.x + place.width / 2, place.y + place.height / 2});
   ASSERT_EQ(picture.Selected(), 1U);
   EXPECT_EQ(window.tvwProjects.Selected()->Text(), picture.Projects()[1].path);
