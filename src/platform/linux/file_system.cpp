@@ -67,6 +67,13 @@ bool IsReadOnly(const struct stat& info) {
   return (info.st_mode & S_IWUSR) == 0;
 }
 
+// A folder that its group or everybody may write into counts as open.
+bool IsClosed(const struct stat& folder) {
+  const uid_t user = geteuid();
+  const mode_t rights = folder.st_uid == user ? S_IWUSR : S_IWGRP | S_IWOTH;
+  return user != 0 && (folder.st_mode & rights) == 0;
+}
+
 std::optional<FileTime> LastWrite(const struct stat& info) {
   constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;
   constexpr std::int64_t kTicksPerSecond = 10'000'000;
@@ -95,7 +102,10 @@ FileInfo InfoOf(const struct stat& entry) {
   FileInfo info;
   info.isFolder = S_ISDIR(entry.st_mode);
   info.lastWrite = LastWrite(entry);
-  if (info.isFolder) return info;
+  if (info.isFolder) {
+    if (IsClosed(entry)) info.attributes = file_attribute::kReadOnly;
+    return info;
+  }
   info.size = static_cast<std::uint64_t>(entry.st_size);
   info.identity = IdentityOf(entry);
   info.attributes = file_attribute::kArchive;
