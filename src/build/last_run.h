@@ -15,7 +15,7 @@
 
 namespace gorbex {
 
-/// What a run was asked to do, when and with what.
+/// The build project, the begin and the settings of a run.
 struct RunTerms {
   std::string file;  ///< the build project; empty for one that was never saved
   CivilTime begun;

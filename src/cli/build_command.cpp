@@ -62,7 +62,7 @@ std::vector<std::string> CheckedProjects(const ListView& queue) {
   return paths;
 }
 
-/// What is told of a run when it is over.
+/// All that the reports of a run are made of.
 struct Account {
   RunRecord record;
   RunTerms terms;

@@ -180,7 +180,7 @@ void DependenciesWindow::FollowState() {
     picture_.CatchUp();
     ShowEmpty();
   });
-  // What the list or the main window selects is shown in the picture, too.
+  // The picture shows the project that the list or the main window selects.
   subscriptions_.push_back(picture_.restated.Connect([this] {
     if (picture_.Selected() == revealed_) return;
     revealed_ = picture_.Selected();
