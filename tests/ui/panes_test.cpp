@@ -244,7 +244,6 @@ TEST_F(PanesTest, LeadsFromAFindingToItsProject) {
   std::filesystem::remove(bench.Product() / "Money/Amount.cls");
   Open(kProduct);
   user.Presses(WXK_F8);
-  ASSERT_TRUE(User::Sees([] { return Shown("lvwFindings") != nullptr; }));
   auto& list = The<StateList>("lvwFindings");
   ASSERT_TRUE(list.HasFocus() || wxWindow::FindFocus()->GetParent() == &list);
   long row = 0;

@@ -41,9 +41,10 @@ class User {
 /// A control by its name, anywhere; null when there is none that is shown.
 [[nodiscard]] wxWindow* Shown(const char* name);
 
-/// As Shown, of a type; the test fails hard without it.
+/// As Shown, of a type, and waited for; the test fails hard without it.
 template <class Control>
 [[nodiscard]] Control& The(const char* name) {
+  if (Shown(name) == nullptr) User::Sees([name] { return Shown(name) != nullptr; });
   return dynamic_cast<Control&>(*Shown(name));
 }
 
