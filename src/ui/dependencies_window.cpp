@@ -48,7 +48,7 @@ class Sample : public wxWindow {
     if (context == nullptr) return;
     const double pixels = FromDIP(100) / 100.0;
     context->Scale(pixels, pixels);
-    PictureDrawing(*context, *this, pixels).DrawBox({1.5, 1.5, 25, 15}, state_, isInCircle_, false);
+    PictureDrawing(*context, pixels).DrawBox({1.5, 1.5, 25, 15}, state_, isInCircle_, false);
   }
 
   ProjectState state_;

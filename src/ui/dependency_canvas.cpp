@@ -159,29 +159,24 @@ void DependencyCanvas::OnPaint(wxPaintEvent& /*event*/) {
   const bool isWhole =
       tiles_.Paint(dc, seen, draw, isDragging_ ? std::optional(kFrame) : std::nullopt);
   if (!isWhole) CallAfter([this] { Refresh(); });
-  const auto context = ContextOf(dc);
-  if (context == nullptr) return;
-  context->Scale(view_.Scale(), view_.Scale());
-  context->Translate(-corner.x, -corner.y);
-  seen_ = {corner.x, corner.y, seen.width / view_.Scale(), seen.height / view_.Scale()};
-  DrawHeadings(*context);
+  DrawHeadings(dc);
 }
 
 PictureColours DependencyCanvas::Palette() {
   return ColoursOf(IsDark() ? Scheme::Dark : Scheme::Light);
 }
 
-std::unique_ptr<wxGraphicsContext> DependencyCanvas::ContextOf(wxDC& dc) {
-  return std::unique_ptr<wxGraphicsContext>(wxGraphicsContext::CreateFromUnknownDC(dc));
+wxFont DependencyCanvas::FontOf(double pixels) const {
+  return {wxFontInfo(wxSize(0, static_cast<int>(pixels))).FaceName(GetFont().GetFaceName())};
 }
 
-// In the context of the desktop's lists: it knows fonts that a graphics context may not know.
+// All texts are drawn as lists draw theirs: a graphics context may not know the desktop's font.
 void DependencyCanvas::DrawNames(wxDC& dc, const wxRect& part) {
   constexpr int kLeastLetters = 4;
   const double scale = view_.Scale();
-  const int size = static_cast<int>(kPictureTextSize * textShare_ * scale);
+  const double size = kPictureTextSize * textShare_ * scale;
   if (size < kLeastLetters) return;
-  dc.SetFont(wxFont(wxFontInfo(wxSize(0, size)).FaceName(GetFont().GetFaceName())));
+  dc.SetFont(FontOf(size));
   const int height = dc.GetCharHeight();
   const Scheme scheme = IsDark() ? Scheme::Dark : Scheme::Light;
   const auto& boxes = picture_.Layout().boxes;
@@ -201,15 +196,14 @@ void DependencyCanvas::DrawNames(wxDC& dc, const wxRect& part) {
 void DependencyCanvas::DrawPart(wxDC& dc, const wxRect& part) {
   dc.SetBackground(wxBrush(PictureDrawing::ColourOf(Palette().paper)));
   dc.Clear();
-  auto context = ContextOf(dc);
+  MeasureNames(dc);
+  std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(dc));
   if (context == nullptr) return;
   const double scale = view_.Scale();
   context->Translate(-part.x, -part.y);
   context->Scale(scale, scale);
   seen_ = {part.x / scale, part.y / scale, part.width / scale, part.height / scale};
-  PictureDrawing drawing(*context, *this, scale);
-  MeasureNames(*context, drawing);
-  drawing.SetText(face_, textShare_);
+  PictureDrawing drawing(*context, scale);
   DrawBands(drawing, *context);
   DrawLines(drawing, *context);
   DrawSelectedLines(drawing, *context);
@@ -224,16 +218,13 @@ void DependencyCanvas::Redraw() {
 }
 
 // The layout assumes a wide font; the desktop's may be wider still.
-void DependencyCanvas::MeasureNames(wxGraphicsContext& context, PictureDrawing& drawing) {
+void DependencyCanvas::MeasureNames(wxDC& dc) {
   if (textShare_ > 0) return;
+  constexpr int kTimes = 8;  // widths in pixels would be too coarse
   textShare_ = 1;
-  face_ = drawing.DrawableFace();
-  drawing.SetText(face_, 1);
-  context.SetFont(drawing.Font(*wxBLACK));
+  dc.SetFont(FontOf(kTimes * kPictureTextSize));
   for (std::size_t project = 0; project < names_.size(); ++project) {
-    double width = 0;
-    double height = 0;
-    context.GetTextExtent(names_[project], &width, &height);
+    const double width = static_cast<double>(dc.GetTextExtent(names_[project]).x) / kTimes;
     const double room =
         picture_.Layout().boxes[project].width - kPictureMark - 1.5 * kPicturePadding;
     if (width > room) textShare_ = std::min(textShare_, room / width);
@@ -258,28 +249,26 @@ void DependencyCanvas::DrawBands(PictureDrawing& drawing, wxGraphicsContext& con
 }
 
 // They stay at the upper edge of the window, whatever part of the picture is shown.
-void DependencyCanvas::DrawHeadings(wxGraphicsContext& context) {
-  constexpr double kHeight = 20;
+void DependencyCanvas::DrawHeadings(wxDC& dc) {
   const PictureColours colours = Palette();
-  const double full = FromDIP(100) / 100.0;
-  const double share = std::max(1.0, 0.75 * full / view_.Scale());
-  PictureDrawing drawing(context, *this, view_.Scale());
-  drawing.SetText(face_, 1);
-  drawing.SetHeadingFont(share);
-  context.SetPen(*wxTRANSPARENT_PEN);
+  const double scale = view_.Scale();
+  dc.SetFont(FontOf(kPictureTextSize * std::max(scale, 0.75 * FromDIP(100) / 100)).Bold());
+  dc.SetTextForeground(PictureDrawing::ColourOf(colours.text));
+  dc.SetPen(*wxTRANSPARENT_PEN);
   const auto& levels = picture_.Layout().levels;
   for (std::size_t level = 0; level < levels.size(); ++level) {
     const GroupBand& band = levels[level];
     const std::uint32_t colour = level % 2 == 0 ? colours.band : colours.paper;
-    context.SetBrush(context.CreateBrush(wxBrush(PictureDrawing::ColourOf(colour))));
-    context.DrawRectangle(band.x, seen_.m_y, band.width, kHeight * share);
-    double width = 0;
-    double height = 0;
+    const auto left = static_cast<int>(std::lround(view_.ToWindow({band.x, 0}).x));
+    const wxRect place(left, 0, static_cast<int>(std::lround(band.width * scale)),
+                       dc.GetCharHeight() * 3 / 2);
+    dc.SetBrush(wxBrush(PictureDrawing::ColourOf(colour)));
+    dc.DrawRectangle(place);
     const wxString wide = wxString::Format("Level %zu", level);
-    context.GetTextExtent(wide, &width, &height);
-    const bool fits = width + 8 <= band.width;
-    drawing.DrawMiddle(fits ? wide : wxString::Format("%zu", level), band.x + 6,
-                       seen_.m_y + kHeight * share / 2);
+    const int edge = FromDIP(4);
+    const bool fits = dc.GetTextExtent(wide).x + 2 * edge <= place.width;
+    dc.DrawLabel(fits ? wide : wxString::Format("%zu", level), place.Deflate(edge, 0),
+                 wxALIGN_CENTRE_VERTICAL);
   }
 }
 

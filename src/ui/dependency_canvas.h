@@ -1,10 +1,10 @@
 #pragma once
 
+#include <wx/dc.h>
 #include <wx/graphics.h>
 #include <wx/window.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -39,14 +39,14 @@ class DependencyCanvas : public wxWindow {
   void DrawNames(wxDC& dc, const wxRect& part);
   void DrawPart(wxDC& dc, const wxRect& part);
   void DrawBands(PictureDrawing& drawing, wxGraphicsContext& context);
-  void DrawHeadings(wxGraphicsContext& context);
+  void DrawHeadings(wxDC& dc);
   void DrawLines(PictureDrawing& drawing, wxGraphicsContext& context);
   void DrawSelectedLines(PictureDrawing& drawing, wxGraphicsContext& context);
   void DrawBoxes(PictureDrawing& drawing);
-  void MeasureNames(wxGraphicsContext& context, PictureDrawing& drawing);
+  void MeasureNames(wxDC& dc);
+  [[nodiscard]] wxFont FontOf(double pixels) const;
   [[nodiscard]] bool IsSeen(const GroupCurve& curve) const;
   [[nodiscard]] static PictureColours Palette();
-  [[nodiscard]] static std::unique_ptr<wxGraphicsContext> ContextOf(wxDC& dc);
   void Redraw();
   void TakeLayout();
   void OnPress(wxMouseEvent& event);
@@ -66,7 +66,6 @@ class DependencyCanvas : public wxWindow {
   std::vector<wxString> names_;  ///< by the project's number
   PictureTiles tiles_;
   wxRect2DDouble seen_;   ///< of the picture: what is being drawn
-  wxString face_;         ///< the font of all texts
   double textShare_ = 0;  ///< of the designed text size; 0 until it is measured
   wxPoint last_;          ///< where the pointer was, while it is pressed
   bool isPressed_ = false;

@@ -13,9 +13,8 @@ constexpr double kCorner = 4;
 
 }  // namespace
 
-PictureDrawing::PictureDrawing(wxGraphicsContext& context, const wxWindow& window, double pixels)
+PictureDrawing::PictureDrawing(wxGraphicsContext& context, double pixels)
     : context_(context),
-      window_(window),
       pixels_(pixels),
       scheme_(IsDark() ? Scheme::Dark : Scheme::Light),
       colours_(ColoursOf(scheme_)) {}
@@ -29,32 +28,6 @@ wxColour PictureDrawing::ColourOf(std::uint32_t colour) {
 
 wxGraphicsPen PictureDrawing::Pen(const wxColour& colour, double width) const {
   return context_.CreatePen(wxGraphicsPenInfo(colour).Width(std::max(width, 1 / pixels_)));
-}
-
-wxString PictureDrawing::DrawableFace() {
-  const wxString own = window_.GetFont().GetFaceName();
-  for (const wxString& face : {own, wxString("Tahoma"), wxString("Arial")}) {
-    context_.SetFont(context_.CreateFont(textSize_, face, wxFONTFLAG_DEFAULT, *wxBLACK));
-    double width = 0;
-    double height = 0;
-    context_.GetTextExtent("M", &width, &height);
-    if (width > 0) return face;
-  }
-  return own;
-}
-
-void PictureDrawing::SetText(const wxString& face, double share) {
-  face_ = face;
-  textSize_ = kPictureTextSize * std::min(share, 1.0);
-}
-
-wxGraphicsFont PictureDrawing::Font(const wxColour& colour) const {
-  return context_.CreateFont(textSize_, face_, wxFONTFLAG_DEFAULT, colour);
-}
-
-void PictureDrawing::SetHeadingFont(double share) {
-  context_.SetFont(context_.CreateFont(kPictureTextSize * share, face_, wxFONTFLAG_BOLD,
-                                       ColourOf(colours_.text)));
 }
 
 void PictureDrawing::DrawBox(const wxRect2DDouble& place, ProjectState state, bool isInCircle,
@@ -89,13 +62,6 @@ void PictureDrawing::DrawMark(const wxRect2DDouble& place, StateMark mark, const
   }
   context_.SetPen(Pen(colour, 1.8));
   context_.StrokePath(path);
-}
-
-void PictureDrawing::DrawMiddle(const wxString& text, double x, double middle) {
-  double width = 0;
-  double height = 0;
-  context_.GetTextExtent(text, &width, &height);
-  context_.DrawText(text, x, middle - height / 2);
 }
 
 }  // namespace gorbex::ui
