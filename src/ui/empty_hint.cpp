@@ -17,7 +17,7 @@ EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
   m_container.DisableSelfFocus();
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
   auto* label = new wxStaticText(this, wxID_ANY, text, wxDefaultPosition, wxDefaultSize,
-                                 wxALIGN_CENTRE_HORIZONTAL);
+                                 wxALIGN_CENTRE_HORIZONTAL | wxST_NO_AUTORESIZE);
   label->SetForegroundColour(HintColour());
   // In a column, since a pane can be narrow.
   auto* buttons = new wxBoxSizer(wxVERTICAL);
@@ -29,7 +29,8 @@ EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
   }
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->AddStretchSpacer(1);
-  sizer->Add(label, wxSizerFlags().Centre().Border(wxALL, FromDIP(8)));
+  // In the whole width, since some systems draw a text wider than they measure it.
+  sizer->Add(label, wxSizerFlags().Expand().Border(wxALL, FromDIP(8)));
   sizer->Add(buttons, wxSizerFlags().Centre());
   sizer->AddStretchSpacer(1);
   SetSizer(sizer);
