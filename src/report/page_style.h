@@ -57,11 +57,20 @@ svg rect.critical { fill: var(--critical); }
 i.critical { height: 4px; margin-bottom: .3em; background: var(--critical); }
 @media (max-width: 40rem) {
   main { padding: .75rem; }
-  .extra { display: none; }
+  thead { position: absolute; clip-path: inset(50%); }
+  tr { display: flex; flex-wrap: wrap; column-gap: 1rem; padding: .3rem 0;
+    border-bottom: 1px solid var(--line); }
+  th, td { padding: 0; border: 0; }
+  tbody th { flex: 1 1 9rem; }
+  td { flex: 1 1 100%; }
+  td.state { flex: 0 0 6rem; }
+  td.number { flex: 0 0 4rem; }
+  td:empty:not(.number), td.extra { display: none; }
 }
 @media print {
   main { max-width: none; padding: 0; }
   .wide { overflow: visible; }
+  .wide > svg { max-width: 100%; height: auto; }
   svg, i { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
   tr, pre, figure { break-inside: avoid; }
   h2, h3 { break-after: avoid; }
