@@ -47,8 +47,16 @@ int Pane::HeightWith(int content) const {
 
 void Pane::ShowEmpty(bool empty) {
   if (hint_->IsShown() == empty && content_->IsShown() != empty) return;
-  content_->Show(!empty);
-  hint_->Show(empty);
+  wxWindow* hint = hint_;
+  wxWindow* coming = empty ? hint : content_;
+  wxWindow* leaving = empty ? content_ : hint;
+  coming->Show();
+  // On some systems a hidden control keeps the keyboard, and a hidden button is pressed by Enter.
+  wxWindow* focus = FindFocus();
+  if (focus != nullptr && leaving->IsDescendant(focus)) {
+    coming->AcceptsFocusRecursively() ? coming->SetFocus() : static_cast<void>(focus->Navigate());
+  }
+  leaving->Hide();
   Layout();
 }
 

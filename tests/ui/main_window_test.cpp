@@ -70,9 +70,12 @@ TEST_F(MainWindowTest, NamesWhatAScanForChangesPassedOver) {
 TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   Open();
   EXPECT_EQ(Shown("tvwProjects"), nullptr) << "an empty pane says what to do first";
+  wxWindow::FindWindowByLabel("&Open...", frame)->SetFocus();
   AddProject("Money");
   AddProject("Core");
   ASSERT_NE(Shown("tvwProjects"), nullptr);
+  EXPECT_TRUE(Shown("tvwProjects")->HasFocus())
+      << "and leaves the keyboard to what it made room for";
   Drag("Money");
   EXPECT_EQ(Queue(), "Money.vbp");
   Drag("Core");
