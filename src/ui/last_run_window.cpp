@@ -119,7 +119,7 @@ void LastRunWindow::ShowOrHide(bool visible) {
 void LastRunWindow::Place() {
   if (isPlaced_) return;
   isPlaced_ = true;
-  if (!place_.Restore(*this, FromDIP(kLeastLastRunSize))) {
+  if (!place_.Restore(*this)) {
     SetSize(FromDIP(kFirstLastRunSize));
     CentreOnParent();
   }

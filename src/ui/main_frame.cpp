@@ -1,19 +1,15 @@
 #include "ui/main_frame.h"
 
-#include <wx/display.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <utility>
 
 #include "app/offered_commands.h"
-#include "core/file_tools.h"
 #include "core/node_key.h"
 #include "ui/about.h"
 #include "ui/check_window.h"
-#include "ui/clipboard.h"
 #include "ui/icons.h"
 #include "ui/last_run_window.h"
 #include "ui/layout_store.h"
@@ -26,49 +22,40 @@
 #include "ui/system_window.h"
 #include "ui/test_control_window.h"
 #include "ui/text_conversion.h"
-#include "ui/window_place.h"
 
 namespace gorbex::ui {
 namespace {
 
 const wxSize kDesignedSize(1100, 740);
 const wxSize kSmallestSize(640, 420);
-constexpr double kTreeShare = 0.33;
-constexpr double kQueueShare = 0.4;
-constexpr const char* kPanes = "Panes";
 
 std::vector<ListColumn> ReferenceColumns() {
   return {{"GUID", 88, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
           {"Registered", 84, false, 2}, {"Description", 84, false, 3}, {"Verdict", 270, false, 8}};
 }
 
-int PartOf(int all, double share) {
-  return static_cast<int>(std::lround(all * share));
-}
-
 // Commands that only a window can run.
-std::array<Command*, 11> OwnCommands(MainMenu& menu) {
-  return {&menu.mnuHelpAbout,         &menu.mnuToolsFind,          &menu.mnuToolsFindNext,
-          &menu.mnuToolsFindPrevious, &menu.mnuWindowFailed,       &menu.mnuQueueWhyFailed,
-          &menu.mnuWindowNextPane,    &menu.mnuWindowPreviousPane, &menu.mnuPopupOpenFolder,
-          &menu.mnuPopupCopyPath,     &menu.mnuPopupCopyGuid};
+std::array<Command*, 8> OwnCommands(MainMenu& menu) {
+  return {&menu.mnuHelpAbout,         &menu.mnuToolsFind,         &menu.mnuToolsFindNext,
+          &menu.mnuToolsFindPrevious, &menu.mnuWindowFailed,      &menu.mnuQueueWhyFailed,
+          &menu.mnuWindowNextPane,    &menu.mnuWindowPreviousPane};
 }
 
 }  // namespace
 
-MainFrame::MainFrame(Program& program, ShowFolder showFolder)
+MainFrame::MainFrame(Program& program, const ShowFolder& showFolder)
     : wxFrame(nullptr, wxID_ANY, "GorbexBuilder", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE, "frmBuilder"),
       program_(program),
-      showFolder_(std::move(showFolder)),
       ids_(*this),
+      place_(*this, program.window),
+      popups_(*this, program, showFolder),
       mailTimer_(this) {
   SetMinClientSize(FromDIP(kSmallestSize));
   SetSize(FromDIP(kDesignedSize));
   SetIcons(ProgramIcons());
   SelectionRenderer::Use();
   HandleCommands();
-  HandlePopups();
   menus_ = std::make_unique<WindowMenus>(*this, program_.window.menu, ids_);
   // The status text is the program's; menus have no help texts to put in its place.
   SetStatusBarPane(-1);
@@ -81,7 +68,8 @@ MainFrame::MainFrame(Program& program, ShowFolder showFolder)
   FollowState();
   FollowTimer();
   MakeForms();
-  FollowPosition();
+  FollowSize();
+  program_.editor.openBySystem = showFolder;
   HoldBarsBack(*this);
   Bind(wxEVT_CLOSE_WINDOW, &MainFrame::OnClose, this);
   Bind(wxEVT_IDLE, &MainFrame::OnIdle, this);
@@ -108,7 +96,7 @@ void MainFrame::HandleCommands() {
   menu.mnuToolsFindNext.SetHandler([this] { find_->Find(ProjectSearch::Direction::Next); });
   menu.mnuToolsFindPrevious.SetHandler([this] { find_->Find(ProjectSearch::Direction::Previous); });
   menu.mnuWindowFailed.SetHandler([this] {
-    const bool shows = !details_->IsSplit();
+    const bool shows = !layout_->ShowsFailures();
     program_.window.txtLogFile.visible.Set(shows);
     if (shows) log_->Enter();
   });
@@ -119,20 +107,6 @@ void MainFrame::HandleCommands() {
   });
   menu.mnuWindowNextPane.SetHandler([this] { cycle_->Go(PaneCycle::Direction::Forward); });
   menu.mnuWindowPreviousPane.SetHandler([this] { cycle_->Go(PaneCycle::Direction::Backward); });
-}
-
-void MainFrame::HandlePopups() {
-  MainMenu& menu = program_.window.menu;
-  menu.mnuPopupOpenFolder.SetHandler([this] { OpenFolder(); });
-  menu.mnuPopupCopyPath.SetHandler([this] { CopyText(ToWx(pointed_.path)); });
-  menu.mnuPopupCopyGuid.SetHandler([this] { CopyText(ToWx(pointed_.guid)); });
-}
-
-void MainFrame::OpenFolder() {
-  const std::string folder = StripPath(pointed_.path);
-  if (showFolder_(folder)) return;
-  program_.dialogs.Show(
-      {"The system cannot show the folder " + folder, Buttons::Ok, MessageIcon::Exclamation});
 }
 
 // They stay beside the window for its whole life and show themselves when their state says so.
@@ -154,29 +128,16 @@ void MainFrame::MakeForms() {
 }
 
 void MainFrame::MakePanes() {
-  const auto splitter = [this](wxWindow* parent, double gravity) {
-    auto* made = new wxSplitterWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                      wxSP_LIVE_UPDATE | wxSP_3DSASH);
-    made->SetMinimumPaneSize(FromDIP(90));
-    made->SetSashGravity(gravity);
-    return made;
-  };
-  // All parts take part when the window changes its size.
-  rows_ = splitter(this, 1 - kQueueShare);
-  columns_ = splitter(rows_, kTreeShare);
+  layout_ = std::make_unique<PaneLayout>(this);
   // Tab goes through them in the order in which they are made.
-  treePane_ = MakeTreePane(columns_);
-  details_ = splitter(columns_, 0.6);
-  dataPane_ = MakeReferencesPane(details_);
-  queuePane_ = MakeQueuePane(rows_);
-  log_ = new LogPane(details_, program_.failed, program_.window.txtLogFile,
+  treePane_ = MakeTreePane(layout_->Columns());
+  dataPane_ = MakeReferencesPane(layout_->Details());
+  queuePane_ = MakeQueuePane(layout_->Rows());
+  log_ = new LogPane(layout_->Details(), program_.failed, program_.window.txtLogFile,
                      [this](const std::string& path) { program_.failureSteps.Open(path); });
-  details_->Initialize(dataPane_);
-  log_->Hide();
-  columns_->SplitVertically(treePane_, details_);
-  rows_->SplitHorizontally(columns_, queuePane_);
+  layout_->Join({treePane_, dataPane_, queuePane_, data_, queue_, log_});
   auto* sizer = new wxBoxSizer(wxVERTICAL);
-  sizer->Add(rows_, wxSizerFlags(1).Expand());
+  sizer->Add(layout_->Rows(), wxSizerFlags(1).Expand());
   MakeFindBar();
   sizer->Add(find_, wxSizerFlags().Expand());
   SetSizer(sizer);
@@ -248,8 +209,8 @@ ProjectTree::Gestures MainFrame::TreeGesturesOf() {
   return {press, [press](TreeNode& node) { press(&node); },
           [this](TreeNode* node) {
             const bool isProject = program_.display.tvwProjects_MouseDown(node);
-            Popup(isProject ? menus_->TreePopup() : menus_->GroupPopup(),
-                  node == nullptr ? PointedItem() : PointedNode(*node, program_.references));
+            popups_.Open(isProject ? menus_->TreePopup() : menus_->GroupPopup(),
+                         node == nullptr ? PointedItem() : PointedNode(*node, program_.references));
           },
           [this](TreeNode& node) {
             if (node.KeyStartsWith(node_prefix::kProject)) DragProject(tree_);
@@ -260,7 +221,7 @@ void MainFrame::BindData() {
   data_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) {
     const ListView& list = program_.window.lvwData;
     if (list.Selected() == nullptr) return;
-    Popup(menus_->DataPopup(), PointedReference(*list.Selected(), list.Tag()));
+    popups_.Open(menus_->DataPopup(), PointedReference(*list.Selected(), list.Tag()));
   });
   data_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
     if (event.GetKeyCode() == WXK_F5) program_.display.RefreshReferences();
@@ -271,7 +232,8 @@ void MainFrame::BindData() {
 void MainFrame::BindQueue() {
   queue_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) {
     const ListRow* row = program_.window.lvwQueue.Selected();
-    Popup(menus_->QueuePopup(), row == nullptr ? PointedItem() : PointedItem{row->Key(), ""});
+    popups_.Open(menus_->QueuePopup(),
+                 row == nullptr ? PointedItem() : PointedItem{row->Key(), ""});
   });
   queue_->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) {
     program_.display.FollowQueue();
@@ -294,18 +256,6 @@ void MainFrame::BindQueue() {
   });
 }
 
-void MainFrame::Popup(std::unique_ptr<wxMenu> menu, PointedItem item) {
-  pointed_ = std::move(item);
-  MainMenu& commands = program_.window.menu;
-  const bool hasPath = !pointed_.path.empty();
-  commands.mnuPopupOpenFolder.enabled.Set(
-      hasPath && FolderExists(program_.platform.files, StripPath(pointed_.path)));
-  commands.mnuPopupCopyPath.enabled.Set(hasPath);
-  commands.mnuPopupCopyGuid.enabled.Set(!pointed_.guid.empty());
-  UpdateWindowUI();
-  PopupMenu(menu.get());
-}
-
 void MainFrame::FollowState() {
   frmBuilder& window = program_.window;
   const auto follow = [this](auto& signal, auto listener) {
@@ -319,7 +269,7 @@ void MainFrame::FollowState() {
   });
   follow(window.lvwQueue.selectionChanged, [this] {
     const ListRow* row = program_.window.lvwQueue.Selected();
-    if (row != nullptr && details_->IsSplit()) log_->GoTo(row->Key());
+    if (row != nullptr && layout_->ShowsFailures()) log_->GoTo(row->Key());
     program_.display.FollowQueue();
   });
   follow(window.tvwProjects.selectionChanged, [this] { program_.display.FollowTree(); });
@@ -332,7 +282,6 @@ void MainFrame::FollowState() {
     tree_->ShowSelected();
     tree_->SetFocus();
   });
-  program_.editor.openBySystem = showFolder_;
   follow(program_.failureSteps.opened, [this](const std::string& path) { log_->GoTo(path); });
   follow(program_.run.events, [this](const RunEvent& event) {
     if (std::holds_alternative<RunStarted>(event)) {
@@ -344,58 +293,28 @@ void MainFrame::FollowState() {
   follow(program_.changes.notCompared, [this](const std::string& path, const std::string& reason) {
     notCompared_.push_back(path + ": " + reason);
   });
-  follow(window.position.changed, [this](const std::optional<WindowPosition>& position) {
-    if (position && !isFollowing_ && isPlaced_) MoveTo(*position);
-  });
 }
 
-// The state knows the window's place, or the one it would have if it were not maximized.
-void MainFrame::FollowPosition() {
-  // A painted window has its final size; before that, place and panes are not reliable.
+// A painted window has its final size; before that, place and panes are not reliable.
+void MainFrame::FollowSize() {
   queuePane_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
     event.Skip();
     if (!isPainted_) CallAfter([this] { Place(); });
     isPainted_ = true;
   });
-  const auto tell = [this](wxEvent& event) {
-    event.Skip();
-    TellPosition();
-  };
-  Bind(wxEVT_MOVE, tell);
-  Bind(wxEVT_SIZE, tell);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
-    CallAfter([this] { KeepRoom(); });
+    CallAfter([this] { layout_->KeepRoom(); });
   });
 }
 
-void MainFrame::TellPosition() {
-  if (!isPlaced_ || !IsShown() || IsMaximized() || IsIconized() || IsFullScreen()) return;
-  const wxRect place(ToDIP(GetPosition()), ToDIP(GetSize()));
-  isFollowing_ = true;
-  program_.window.position.Set(InTwips(place));
-  isFollowing_ = false;
-}
-
 void MainFrame::Place() {
-  isPlaced_ = true;
   ShowBars(*this);
-  if (const auto& position = program_.window.position.Get()) {
-    MoveTo(*position);
-  } else {
-    SetSize(InTheMiddle(GetSize(), wxDisplay(this).GetClientArea()));
-  }
+  place_.Begin();
   Layout();
-  RestoreLayout();
+  layout_->Restore(LayoutStore(program_.registry));
   tree_->ShowSelected();
   queue_->ShowSelected();
-  TellPosition();
-}
-
-void MainFrame::MoveTo(const WindowPosition& position) {
-  const wxRect place = InDips(position);
-  const wxRect wanted(FromDIP(place.GetPosition()), FromDIP(place.GetSize()));
-  SetSize(OnSomeScreen(wanted, Screens(), FromDIP(kSmallestSize)));
 }
 
 // A timer whose interval is 0 never fires.
@@ -414,43 +333,7 @@ void MainFrame::FollowTimer() {
 }
 
 void MainFrame::ShowFailures() {
-  const bool visible = program_.window.txtLogFile.visible.Get() && !program_.failed.All().empty();
-  if (visible == details_->IsSplit()) return;
-  if (visible) {
-    details_->SplitHorizontally(dataPane_, log_, details_->GetClientSize().y / 2);
-    KeepRoom();
-  } else {
-    details_->Unsplit(log_);
-    GiveRoomBack();
-  }
-}
-
-// A small window shares its height between references, failures and queue so that each shows a few
-// rows. Less is only what the user wants.
-void MainFrame::KeepRoom() {
-  if (!details_->IsSplit() || !isPlaced_) return;
-  constexpr int kRows = 3;
-  const int references = dataPane_->HeightWith(data_->HeightOf(kRows));
-  const int failures = details_->GetSashSize() + details_->GetMinimumPaneSize();
-  const int queue = rows_->GetSashSize() + queuePane_->HeightWith(queue_->HeightOf(kRows));
-  const int top = rows_->GetSashPosition();
-  const int wanted = std::min(references + failures, rows_->GetClientSize().y - queue);
-  if (top < wanted) {
-    if (queueTop_ == 0) queueTop_ = top;
-    queuePushed_ = wanted;
-    rows_->SetSashPosition(wanted);
-  }
-  const int most = std::max(top, wanted) - failures;
-  if (details_->GetSashPosition() < std::min(references, most)) {
-    details_->SetSashPosition(std::min(references, most));
-  }
-}
-
-void MainFrame::GiveRoomBack() {
-  if (queueTop_ != 0 && rows_->GetSashPosition() == queuePushed_) {
-    rows_->SetSashPosition(queueTop_);
-  }
-  queueTop_ = 0;
+  layout_->ShowFailures(program_.window.txtLogFile.visible.Get() && !program_.failed.All().empty());
 }
 
 void MainFrame::ShowEmptyPanes() {
@@ -472,34 +355,6 @@ void MainFrame::ShowPointer(MousePointer pointer) {
   busy ? wxBeginBusyCursor() : wxEndBusyCursor();
 }
 
-void MainFrame::RestoreLayout() {
-  const LayoutStore store(program_.registry);
-  const auto panes = store.Read(kPanes, 4);
-  const auto share = [&](std::size_t part, double designed) {
-    return panes.empty() ? designed : static_cast<double>(panes[part]) / panes[part + 1];
-  };
-  columns_->SetSashPosition(PartOf(columns_->GetClientSize().x, share(0, kTreeShare)));
-  rows_->SetSashPosition(-PartOf(rows_->GetClientSize().y, share(2, kQueueShare)));
-  for (StateList* list : {data_, static_cast<StateList*>(queue_)}) {
-    const auto widths =
-        store.Read(list->GetName().utf8_string(), static_cast<std::size_t>(list->GetColumnCount()));
-    if (!widths.empty()) list->SetColumnWidths(widths);
-  }
-}
-
-void MainFrame::StoreLayout() {
-  LayoutStore store(program_.registry);
-  GiveRoomBack();
-  dependencies_->StorePlace();
-  // Tree and queue, each with all that they share: the next window may have another size.
-  const wxSize all = ToDIP(rows_->GetClientSize());
-  store.Write(kPanes, {ToDIP(columns_->GetSashPosition()), all.x,
-                       all.y - ToDIP(rows_->GetSashPosition()), all.y});
-  for (const StateList* list : {data_, static_cast<StateList*>(queue_)}) {
-    if (list->HasOwnWidths()) store.Write(list->GetName().utf8_string(), list->ColumnWidths());
-  }
-}
-
 void MainFrame::OnClose(wxCloseEvent& event) {
   // Only the system can ask now. The code that waits for the answer still needs the window.
   if (openDialogs_.Any()) {
@@ -511,7 +366,9 @@ void MainFrame::OnClose(wxCloseEvent& event) {
     event.Veto();
     return;
   }
-  StoreLayout();
+  LayoutStore store(program_.registry);
+  layout_->Store(store);
+  dependencies_->StorePlace();
   Destroy();
 }
 

@@ -5,13 +5,11 @@
 
 namespace gorbex::ui {
 
-bool RememberedPlace::Restore(wxTopLevelWindow& window, const wxSize& smallest) const {
+bool RememberedPlace::Restore(wxTopLevelWindow& window) const {
   try {
     const std::string stored = registry_.fnsGetRegistryValue(kPositionKey, part_);
     if (stored.empty()) return false;
-    const wxRect place = InDips(PositionFrom(stored));
-    const wxRect wanted(window.FromDIP(place.GetPosition()), window.FromDIP(place.GetSize()));
-    window.SetSize(OnSomeScreen(wanted, Screens(), smallest));
+    PutOnScreen(window, PositionFrom(stored));
     return true;
   } catch (const RuntimeError&) {
     return false;
@@ -20,8 +18,7 @@ bool RememberedPlace::Restore(wxTopLevelWindow& window, const wxSize& smallest) 
 
 void RememberedPlace::Store(const wxTopLevelWindow& window) {
   if (window.IsMaximized() || window.IsIconized()) return;
-  const wxRect place(window.ToDIP(window.GetPosition()), window.ToDIP(window.GetSize()));
-  registry_.subSetRegistryValue(kPositionKey, part_, PositionText(InTwips(place)));
+  registry_.subSetRegistryValue(kPositionKey, part_, PositionText(PlaceOf(window)));
 }
 
 }  // namespace gorbex::ui

@@ -17,7 +17,7 @@ class RememberedPlace {
       : registry_(registry), part_(std::move(part)) {}
 
   /// Puts the window there, as far as that is on a screen now; false when no place is stored.
-  bool Restore(wxTopLevelWindow& window, const wxSize& smallest) const;
+  bool Restore(wxTopLevelWindow& window) const;
 
   /// A maximized window's place stays what it was before.
   void Store(const wxTopLevelWindow& window);

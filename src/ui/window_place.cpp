@@ -31,6 +31,17 @@ bool CanBeMoved(const wxRect& window, const wxRect& screen) {
   return seen.width >= kHold && seen.height >= kTitleBar;
 }
 
+// The usable areas of all screens, the main screen first.
+std::vector<wxRect> Screens() {
+  std::vector<wxRect> screens;
+  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
+    const wxDisplay display(i);
+    const auto at = display.IsPrimary() ? screens.begin() : screens.end();
+    screens.insert(at, display.GetClientArea());
+  }
+  return screens;
+}
+
 }  // namespace
 
 WindowPosition InTwips(const wxRect& dips) {
@@ -64,14 +75,14 @@ wxRect InTheMiddle(const wxSize& wanted, const wxRect& screen) {
   return wxRect(size).CentreIn(screen);
 }
 
-std::vector<wxRect> Screens() {
-  std::vector<wxRect> screens;
-  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
-    const wxDisplay display(i);
-    const auto at = display.IsPrimary() ? screens.begin() : screens.end();
-    screens.insert(at, display.GetClientArea());
-  }
-  return screens;
+WindowPosition PlaceOf(const wxTopLevelWindow& window) {
+  return InTwips({window.ToDIP(window.GetPosition()), window.ToDIP(window.GetSize())});
+}
+
+void PutOnScreen(wxTopLevelWindow& window, const WindowPosition& place) {
+  const wxRect dips = InDips(place);
+  const wxRect wanted(window.FromDIP(dips.GetPosition()), window.FromDIP(dips.GetSize()));
+  window.SetSize(OnSomeScreen(wanted, Screens(), window.GetMinSize()));
 }
 
 }  // namespace gorbex::ui

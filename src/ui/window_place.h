@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/gdicmn.h>
+#include <wx/toplevel.h>
 
 #include <vector>
 
@@ -20,7 +21,10 @@ namespace gorbex::ui {
 /// A window of that size in the middle of a screen, cut where the screen is smaller.
 [[nodiscard]] wxRect InTheMiddle(const wxSize& wanted, const wxRect& screen);
 
-/// The usable areas of all screens, the main screen first.
-[[nodiscard]] std::vector<wxRect> Screens();
+/// Where a window is.
+[[nodiscard]] WindowPosition PlaceOf(const wxTopLevelWindow& window);
+
+/// Puts a window there, as far as that is on a screen now, and not smaller than it may be.
+void PutOnScreen(wxTopLevelWindow& window, const WindowPosition& place);
 
 }  // namespace gorbex::ui
