@@ -1,5 +1,6 @@
 #include "build/options_dialog.h"
 
+#include "core/editor_call.h"
 #include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/code_page.h"
@@ -97,18 +98,31 @@ void OptionsDialog::TakeControls(Procedure& on) {
   on([&] { options_.DebugBuild = FlagText(form_.chkDebug.value.Get()); });
 }
 
-void OptionsDialog::cmdApply_Click() {
+bool OptionsDialog::Apply() {
+  bool isUsable = true;
   Procedure(report_, ": frmOptions.cmdApply_Click").Run([&](Procedure& on) {
+    const auto problem = EditorProblem(form_.txtEditor.text.Get());
+    isUsable = !problem;
+    if (problem) {
+      form_.tbsOptions.Set(static_cast<std::size_t>(OptionsPage::Build));
+      dialogs_.Show(
+          {"The editor cannot be used: " + *problem, Buttons::Ok, MessageIcon::Exclamation});
+      return;
+    }
     TakeControls(on);
     on([&] { form_.cmdApply.enabled.Set(false); });
     on([&] { options_.SaveSettings(); });
   });
+  return isUsable;
+}
+
+void OptionsDialog::cmdApply_Click() {
+  static_cast<void>(Apply());
 }
 
 void OptionsDialog::cmdOK_Click() {
   Procedure(report_, ": frmOptions.cmdOK_Click").Run([&](Procedure& on) {
-    on([&] { cmdApply_Click(); });
-    on([&] { form_.closed.Set(true); });
+    if (on([&] { return Apply(); })) on([&] { form_.closed.Set(true); });
   });
 }
 

@@ -27,10 +27,11 @@ class OptionsDialog {
   void tbsOptions_Click();
 
   /// Writes every control into its setting, in a fixed order, and saves the settings. A text that
-  /// is not a number makes an interval of 0; one too large is error 6.
+  /// is not a number makes an interval of 0; one too large is error 6. Writes nothing while the
+  /// editor's command cannot be used.
   void cmdApply_Click();
 
-  /// Applies and closes.
+  /// Applies and closes; stays open when the editor's command cannot be used.
   void cmdOK_Click();
 
   /// A choice that is cancelled changes nothing.
@@ -46,6 +47,10 @@ class OptionsDialog {
   void ShowSettings();
   void EnableTestProject();
   void TakeControls(Procedure& on);
+
+  /// False, and the user is told, when the editor's command cannot be used: nothing is applied
+  /// then.
+  [[nodiscard]] bool Apply();
 
   frmOptions& form_;
   clsOptions& options_;

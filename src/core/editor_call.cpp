@@ -1,8 +1,8 @@
 #include "core/editor_call.h"
 
 #include <algorithm>
-#include <string_view>
 
+#include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/command_line.h"
 #include "platform/runtime_error.h"
@@ -46,14 +46,32 @@ std::string_view AfterProgram(std::string_view setting, std::size_t program) {
 
 }  // namespace
 
+std::optional<std::string> EditorProblem(std::string_view setting) {
+  if (TrimBlanks(setting).empty()) return std::nullopt;
+  const auto isControl = [](char letter) {
+    return static_cast<unsigned char>(letter) < ' ' && letter != '\t';
+  };
+  if (std::any_of(setting.begin(), setting.end(), isControl)) {
+    return "it has a line break or another control character";
+  }
+  if (std::count(setting.begin(), setting.end(), '"') % 2 != 0) return "a double quote is missing";
+  const std::string program = ProgramText(setting);
+  if (TrimBlanks(program).empty()) return "it names no program";
+  if (program.find(kFileMark) != std::string::npos ||
+      program.find(kLineMark) != std::string::npos) {
+    return "a program must come first, before %FILE% and %LINE%";
+  }
+  if (IsBatchFile(program)) return "a batch file; name the program that it starts";
+  return std::nullopt;
+}
+
 EditorCall EditorCallOf(const std::string& setting, const std::string& file, std::size_t line) {
   const auto start = std::min(setting.find_first_not_of(" \t"), setting.size());
   const std::string_view text = std::string_view(setting).substr(start);
-  EditorCall call{ProgramText(text), {}};
-  if (IsBatchFile(call.program)) {
-    throw RuntimeError::WithReason(ErrorNumber::InvalidCall, call.program,
-                                   "a batch file; name the program that it starts");
+  if (const auto problem = EditorProblem(text)) {
+    throw RuntimeError::WithReason(ErrorNumber::InvalidCall, text, *problem);
   }
+  EditorCall call{ProgramText(text), {}};
   bool takesFile = false;
   for (const std::string& argument : SplitArguments(AfterProgram(text, call.program.size()))) {
     takesFile = takesFile || argument.find(kFileMark) != std::string::npos;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace gorbex {
@@ -12,10 +14,14 @@ struct EditorCall {
   std::vector<std::string> arguments;  ///< UTF-8: the file may have any name
 };
 
+/// Why a text cannot be the setting Editor, on one line; nothing for one that can, such as an empty
+/// one.
+[[nodiscard]] std::optional<std::string> EditorProblem(std::string_view setting);
+
 /// What the setting Editor starts for a file (UTF-8) and a line from 1. The setting is a program,
 /// in double quotes when its path has blanks, and arguments in which %FILE% and %LINE% stand for
 /// file and line; without %FILE% the file is the last argument. No shell reads them: a file is
-/// never more than a part of its one argument. Error 5 for a batch file, which a shell would read.
+/// never more than a part of its one argument. Error 5 for a setting that has an EditorProblem.
 [[nodiscard]] EditorCall EditorCallOf(const std::string& setting, const std::string& file,
                                       std::size_t line);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/editor_call.h"
 #include "core/options.h"
 #include "core/text.h"
 #include "platform/code_page.h"
@@ -32,6 +33,13 @@ std::int32_t TypedJobs(const std::string& text) {
   return jobs;
 }
 
+std::string TypedEditor(const std::string& text) {
+  if (const auto problem = EditorProblem(text)) {
+    throw RuntimeError::WithReason(ErrorNumber::InvalidCall, text, *problem);
+  }
+  return text;
+}
+
 /// Does one thing for each kind of member.
 template <class... Cases>
 struct PerKind : Cases... {
@@ -45,6 +53,7 @@ PerKind(Cases...) -> PerKind<Cases...>;
 std::string Setting::Text(const clsOptions& options) const {
   return std::visit(
       PerKind{[&](std::string clsOptions::*text) { return options.*text; },
+              [&](EditorCommand command) { return options.*command.held; },
               [&](Word word) { return options.*word.held; },
               [&](bool clsOptions::*flag) { return std::string(FlagText(options.*flag)); },
               [&](Jobs jobs) { return std::to_string(options.*jobs.held); },
@@ -54,6 +63,7 @@ std::string Setting::Text(const clsOptions& options) const {
 
 void Setting::Load(clsOptions& options, const std::string& text) const {
   std::visit(PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
+                     [&](EditorCommand command) { options.*command.held = text; },
                      [&](Word word) { options.*word.held = FlagText(StoredFlag(text)); },
                      [&](bool clsOptions::*flag) { options.*flag = StoredFlag(text); },
                      [&](Jobs jobs) { options.*jobs.held = StoredJobs(text); },
@@ -63,6 +73,7 @@ void Setting::Load(clsOptions& options, const std::string& text) const {
 
 void Setting::Take(clsOptions& options, const std::string& text) const {
   std::visit(PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
+                     [&](EditorCommand command) { options.*command.held = TypedEditor(text); },
                      [&](Word word) { options.*word.held = FlagText(ToFlag(text)); },
                      [&](bool clsOptions::*flag) { options.*flag = ToFlag(text); },
                      [&](Jobs jobs) { options.*jobs.held = TypedJobs(text); },
@@ -89,7 +100,7 @@ const std::array<Setting, kSettings>& AllSettings() {
       {"SkipUsersOfFailed", "SkipUsersOfFailed", &clsOptions::SkipUsersOfFailed},
       {"SkipUpToDate", "SkipUpToDate", &clsOptions::SkipUpToDate},
       {"Jobs", "Jobs", Setting::Jobs{&clsOptions::Jobs}},
-      {"Editor", "Editor", &clsOptions::Editor},
+      {"Editor", "Editor", Setting::EditorCommand{&clsOptions::Editor}},
       {"VersionComponents", "", &clsOptions::VersionComponents},
       {"WatchSource", "", &clsOptions::WatchSource},
   }};

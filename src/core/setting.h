@@ -21,8 +21,13 @@ struct Setting {
   struct Jobs {
     std::int32_t clsOptions::*held;
   };
-  using Member = std::variant<std::string clsOptions::*, Word, bool clsOptions::*,
-                              std::int16_t clsOptions::*, std::int32_t clsOptions::*, Jobs>;
+  /// The command of the editor.
+  struct EditorCommand {
+    std::string clsOptions::*held;
+  };
+  using Member =
+      std::variant<std::string clsOptions::*, Word, bool clsOptions::*, std::int16_t clsOptions::*,
+                   std::int32_t clsOptions::*, Jobs, EditorCommand>;
 
   std::string_view name;
   std::string_view stored;  ///< the registry value; empty for what lasts while the program runs
@@ -35,8 +40,8 @@ struct Setting {
   /// what the text begins with. Error 6 when that is too large.
   void Load(clsOptions& options, const std::string& text) const;
 
-  /// Takes the value from a text that somebody typed. Errors: 13 not a value of the property, 6 too
-  /// large.
+  /// Takes the value from a text that somebody typed. Errors: 13 and 5 not a value of the property,
+  /// 6 too large.
   void Take(clsOptions& options, const std::string& text) const;
 };
 

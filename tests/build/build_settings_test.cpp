@@ -54,14 +54,20 @@ TEST_F(BuildSettingsTest, ShowsAndAppliesEachSettingInItsControl) {
     form.optReply.Set(0);
     form.txtErrorUser.text.Set(form.txtErrorUser.text.Get() + "+");
     form.txtBuildPath.text.Set(form.txtBuildPath.text.Get() + "+");
-    form.txtEditor.text.Set(form.txtEditor.text.Get() + "+");
+    form.txtEditor.text.Set("ed.cmd");
+    form.cmdOK.Execute();
+    EXPECT_TRUE(!form.closed.Get() && o.Editor == "d");
+    form.txtEditor.text.Set("d+");
     form.txtVBPName.text.Set(form.txtVBPName.text.Get() + "+");
     form.txtInterval.text.Set("90");
     form.cmdOK.Execute();
     EXPECT_TRUE(form.closed.Get());
     form.txtBuildPath.text.Set("left without applying");
   };
-  EXPECT_EQ(Run(menu.mnuToolsBuildOptions), Journal{"interval 60000"});
+  EXPECT_EQ(Run(menu.mnuToolsBuildOptions),
+            (Journal{"show [Ok Exclamation] The editor cannot be used: a batch file; name the "
+                     "program that it starts",
+                     "interval 60000"}));
   EXPECT_EQ(program.window.buildDirectory, "b+");
   options.LoadSettings();
   EXPECT_EQ(options.ReplyUser + options.BuildPath + options.AutoLaunchName + options.Editor,

@@ -63,6 +63,7 @@ TEST_F(BuildCommandTest, SkipsWhatUsesAFailedProjectAndSaysWhy) {
   EXPECT_EQ(CountOf(platform.files.Text("C:\\run.xml"), "<skipped message=\"" + reason + "\"/>"),
             2U);
   EXPECT_EQ(Run({"settings", "SkipUsersOfFailed", "true"}).out, "true\n");
+  EXPECT_EQ(Run({"settings", "Editor", "\"code %FILE%"}).status, 2);
   const Json projects = Run({"build", file, "--json"}).Json()["projects"];
   EXPECT_EQ(projects[2]["result"], "notBuilt");
   EXPECT_EQ(projects[2]["log"], reason);

@@ -33,8 +33,9 @@ TEST(EditorCall, KeepsAFileInItsOneArgument) {
     for (const std::string& argument : call.arguments) text += "|" + argument;
     EXPECT_EQ(text, each.call);
   }
-  for (const char* batch : {"code.cmd %FILE%", "\"C:\\a b\\x.BAT. \" %FILE%"}) {
-    EXPECT_THROW(static_cast<void>(EditorCallOf(batch, "f", 1)), RuntimeError) << batch;
+  for (const char* bad : {"code.cmd %FILE%", "\"C:\\a b\\x.BAT. \" %FILE%", "\"ed %FILE%", "%FILE%",
+                          "\"%FILE%\" ed", "\"\" %FILE%", "ed\n%FILE%"}) {
+    EXPECT_THROW(static_cast<void>(EditorCallOf(bad, "f", 1)), RuntimeError) << bad;
   }
 }
 

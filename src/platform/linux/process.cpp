@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <system_error>
@@ -119,8 +120,12 @@ StartResult LinuxProcessLauncher::Start(const std::string& commandLine) {
 StartResult LinuxProcessLauncher::StartProgram(const std::string& program,
                                                const std::vector<std::string>& arguments) {
   auto found = Locate(program);
-  const bool isOnHost = program.starts_with('/');
-  if (const auto path = isOnHost ? FindOnHost(ToUtf8(program)) : std::nullopt) found = {*path, {}};
+  // One that may not be executed is found, too: the attempt tells the reason.
+  const std::string onHost = ToUtf8(program);
+  std::error_code ignored;
+  if (onHost.starts_with('/') && std::filesystem::is_regular_file(onHost, ignored)) {
+    found = {onHost, {}};
+  }
   if (!found) return RuntimeError(ErrorNumber::FileNotFound, program);
   return Start(*found, program, arguments);
 }

@@ -28,6 +28,14 @@ TEST(LinuxProcesses, FindProgramsInTheSystemFolderAndWithoutADrive) {
   }
 }
 
+TEST(LinuxProcesses, TellWhyAProgramMayNotRun) {
+  ProcessesOnSystem bench;
+  bench.folder.Put("editor", "text");
+  const auto result = bench.launcher.StartProgram((bench.folder.Path() / "editor").native(), {});
+  EXPECT_NE(std::get<RuntimeError>(result).Description().find("Permission denied"),
+            std::string::npos);
+}
+
 TEST(LinuxProcesses, RunWindowsProgramsUnderWine) {
   ProcessesOnSystem bench;
   bench.folder.Put("drive_c/win.exe", "MZ");
