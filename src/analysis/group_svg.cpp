@@ -10,6 +10,7 @@
 #include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -29,27 +30,6 @@ std::string Number(double value) {
 
 std::string Point(const PicturePoint& point) {
   return Number(point.x) + " " + Number(point.y);
-}
-
-std::string Escaped(std::string_view utf8) {
-  std::string escaped;
-  for (const char letter : utf8) {
-    const auto code = static_cast<unsigned char>(letter);
-    if (letter == '&') {
-      escaped += "&amp;";
-    } else if (letter == '<') {
-      escaped += "&lt;";
-    } else if (letter == '>') {
-      escaped += "&gt;";
-    } else if (letter == '"') {
-      escaped += "&quot;";
-    } else if (letter == '\n') {
-      escaped += "&#10;";
-    } else {
-      escaped += code < 0x20 || code == 0x7F ? ' ' : letter;
-    }
-  }
-  return escaped;
 }
 
 std::string Hex(std::uint32_t colour) {
@@ -117,7 +97,7 @@ std::string Rect(double x, double y, double width, double height, const std::str
 
 std::string Text(double x, double y, const std::string& text, const std::string& attributes = "") {
   return "<text x=\"" + Number(x) + "\" y=\"" + Number(y) + "\"" + attributes + ">" +
-         Escaped(text) + "</text>";
+         MarkupUtf8(text) + "</text>";
 }
 
 std::string Mark(StateMark mark, double x, double y) {
@@ -159,9 +139,10 @@ class Writer {
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" class=\"gorbex-group\" role=\"img\" "
            "width=\"" +
            size + "\" viewBox=\"0 0 " + Number(width_) + " " + height + "\">\n<title>" +
-           Escaped(title_) + "</title>\n<desc>" + Escaped(PictureSummary(layout_)) + "</desc>\n" +
-           Styles(shown_) + Rect(0, 0, width_, height_, " class=\"paper\"") + "\n" + Bands() +
-           Lines() + Boxes() + legend + "</svg>\n";
+           MarkupUtf8(OnOneLine(title_)) + "</title>\n<desc>" +
+           MarkupUtf8(PictureSummary(layout_)) + "</desc>\n" + Styles(shown_) +
+           Rect(0, 0, width_, height_, " class=\"paper\"") + "\n" + Bands() + Lines() + Boxes() +
+           legend + "</svg>\n";
   }
 
  private:
@@ -209,7 +190,7 @@ class Writer {
       const double x = box.x + box.width;
       const double y = box.y + box.height / 2 - (style == "round" ? 4 : 0);
       all.append(begin).append(paths[used]).append("\"><title>Uses of ");
-      all.append(Escaped(projects_[used].name)).append("</title></path>").append(beginTip);
+      all.append(MarkupUtf8(projects_[used].name)).append("</title></path>").append(beginTip);
       all.append(Point({x, y})).append("l7 -3.5v7z\"/>\n");
     }
     return all;
@@ -234,7 +215,7 @@ class Writer {
                                        ProjectState state, bool isInCircle, const std::string& name,
                                        const std::string& note) {
     return "<g class=\"" + std::string(ClassOf(state)) + (isInCircle ? " circle" : "") + "\">" +
-           (note.empty() ? "" : "<title>" + Escaped(note) + "</title>") +
+           (note.empty() ? "" : "<title>" + MarkupUtf8(note) + "</title>") +
            Rect(x, y, width, height, " rx=\"4\"") +
            Mark(MarkOf(state), x + kPicturePadding - 2, y + height / 2) +
            Text(x + kPicturePadding + kPictureMark, Baseline(y + height / 2), name) + "</g>\n";

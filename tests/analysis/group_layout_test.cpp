@@ -129,9 +129,9 @@ TEST(GroupLayoutTest, LargeGroupsAreLaidOutInTimeAndInTheShapeOfAScreen) {
 
 TEST(GroupSvgTest, NamesAreEscapedAndStatesAreToldInWords) {
   const GroupLayout layout = LayOut(DependencyGraph(Uses{{1}, {0}, {}}), {"<A&\"", "B", "C"});
-  const std::vector<PictureProject> projects = {{"<A&\"", "C:\\a\x01.vbp"}, {"B", "b"}, {"C", "c"}};
-  const std::string plain = GroupSvg(layout, projects, "Group <1>");
-  const std::string svg = GroupSvg(layout, projects, "Group <1>",
+  const std::vector<PictureProject> projects = {{"<A&\"", "C:\\a.vbp"}, {"B", "b"}, {"C", "c"}};
+  const std::string plain = GroupSvg(layout, projects, "Group <1>\x01");
+  const std::string svg = GroupSvg(layout, projects, "Group <1>\x01",
                                    {ProjectState::Failed, ProjectState::Built, ProjectState::None});
   struct Case {
     const std::string& text;
@@ -139,9 +139,9 @@ TEST(GroupSvgTest, NamesAreEscapedAndStatesAreToldInWords) {
     bool isThere;
   };
   for (const Case& each :
-       {Case{svg, "<title>Group &lt;1&gt;</title>", true},
+       {Case{svg, "<title>Group &lt;1&gt; </title>", true},
         Case{svg, ">&lt;A&amp;&quot;</text>", true},
-        Case{svg, "C:\\a .vbp&#10;Level 0, uses 1, used by 1, in a circle&#10;failed", true},
+        Case{svg, "C:\\a.vbp&#10;Level 0, uses 1, used by 1, in a circle&#10;failed", true},
         Case{svg, "class=\"failed circle\"", true}, Case{svg, "<desc>3 projects in 1 level", true},
         Case{svg, "2 use one another in circles", true}, Case{svg, "prefers-color-scheme", true},
         Case{svg, ">in a circle</text>", true}, Case{svg, ">not checked</text>", true},
