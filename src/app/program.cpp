@@ -50,7 +50,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       run({window, options, log, dialogs, report, platform.events, platform.clock, shell, work,
            latest, referenceUpdate, values, version, script, compile, replaced, freshness, group,
            platform.files}),
-      failed(run.events, compile.ended),
+      failed(run.events, compile.ended, window.tvwProjects.cleared),
       editor(options, platform.processes, dialogs),
       failureSteps(failed, editor),
       notice(run.events, platform.clock),

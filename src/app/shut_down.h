@@ -46,13 +46,15 @@ class ShutDown {
   /// and stores the settings before it returns. Asks nobody.
   void SessionEnds();
 
+  /// Whether a build, a request or source control is at work.
+  [[nodiscard]] bool IsAtWork() const {
+    return uses_.work.Builds() || !uses_.work.MayUseSourceControl();
+  }
+
   /// True when the user asked to close during work that has ended since.
   [[nodiscard]] bool Due() const { return wanted_ && !IsAtWork(); }
 
  private:
-  [[nodiscard]] bool IsAtWork() const {
-    return uses_.work.Builds() || !uses_.work.MayUseSourceControl();
-  }
   void AskToStop();
   void StoreState(Procedure& on);
 

@@ -56,8 +56,12 @@ void BuildRun::Start(RowsToRepeat rows) {
   if (result == RunResult::Aborted) RecoverFromAbort();
   if (!run.unamended.empty() && !parts_.work.Ends()) TellUnamended(run);
   task.reset();
-  events.Emit(RunEnded{result, run.built, run.errors, parts_.clock.Elapsed() - run.start,
-                       run.unamended, run.upToDate});
+  events.Emit(EndOf(run, result));
+}
+
+RunEnded BuildRun::EndOf(const RunState& run, RunResult result) const {
+  const auto end = run.end.value_or(parts_.clock.Elapsed());
+  return {result, run.built, run.errors, end - run.start, run.unamended, run.upToDate};
 }
 
 void BuildRun::mnuFileStop_Click() {
@@ -184,6 +188,8 @@ void BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
   }
   on([&] { parts_.script.End(); });
   on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
+  run.end = parts_.clock.Elapsed();
+  events.Emit(RunDone{EndOf(run, RunResult::Finished)});
 }
 
 TimeLeft::Durations BuildRun::LastDurations(const RunState& run) const {

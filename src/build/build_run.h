@@ -58,6 +58,9 @@ class BuildRun {
   /// Makes the next run possible. The inbox stays unchecked, which the status bar tells.
   void RecoverFromAbort();
 
+  /// The result so far.
+  [[nodiscard]] RunEnded EndOf(const RunState& run, RunResult result) const;
+
   void Summarise(Procedure& on, const RunState& run);
   void OfferAutoLaunch(Procedure& on, const RunState& run);
   void TellOfLatest(Procedure& on, const RunState& run);

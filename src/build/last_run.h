@@ -19,16 +19,17 @@ namespace gorbex {
 struct RunTerms {
   std::string file;  ///< the build project; empty for one that was never saved
   CivilTime begun;
-  std::string terms;     ///< the settings in force, on one line
-  std::string compiler;  ///< empty for none
-  std::string version;   ///< that was stamped; empty for none
+  std::string terms;       ///< the settings in force, on one line
+  std::string compiler;    ///< empty for none
+  std::string version;     ///< that was stamped; empty for none
+  std::size_t places = 1;  ///< the number of compilers that may run side by side
 };
 
 /// Of a run that begins now.
 [[nodiscard]] RunTerms TermsOfRun(frmBuilder& window, const clsOptions& options,
                                   const Clock& clock);
 
-/// The last run, or the one that goes on.
+/// The last run of the open build project, or the one that goes on.
 class LastRun {
  public:
   struct Uses {
@@ -54,21 +55,22 @@ class LastRun {
 
   using Numbers = std::vector<std::vector<std::size_t>>;
 
-  /// By project of the run, the numbers of those that it uses. Looked up when somebody asks first,
-  /// or before the projects are gone.
+  /// By project of the run, the numbers of those that it uses. Looked up when somebody asks first.
   const Numbers& UsesOfRun();
 
-  mutable Signal<> began;    ///< another run is the last one from now on
+  mutable Signal<> began;    ///< another run, or none, is the last one from now on
   mutable Signal<> changed;  ///< for each announcement of a run
 
  private:
   void On(const RunEvent& event);
   void Begin(const RunStarted& started);
+  void Forget();
 
   Uses uses_;
   RunRecord record_{{}};
   RunTerms terms_;
   bool hasBegun_ = false;
+  bool isHeard_ = false;  ///< until its last announcement
   std::chrono::milliseconds begin_{0};
   std::optional<Numbers> usesInRun_;
   std::vector<Subscription> subscriptions_;

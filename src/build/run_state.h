@@ -61,6 +61,7 @@ struct RunState {
   const Clock& clock;
   QuestionTime questionTime;
   std::chrono::milliseconds start;
+  std::optional<std::chrono::milliseconds> end;  ///< when every project was passed
   ReferenceConsent consent;
   std::int32_t built = 0;
   std::int32_t errors = 0;

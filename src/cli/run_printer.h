@@ -48,6 +48,7 @@ class RunPrinter {
   void Hear(const RunPaced& paced);
   void Hear(const QuestionAsked&) { rows_.Clear(); }
   void Hear(const QuestionAnswered&) { Draw(); }
+  void Hear(const RunDone&) {}
   void Hear(const RunEnded& ended);
 
   /// The start of a line about a project that is done.

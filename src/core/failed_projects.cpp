@@ -12,7 +12,7 @@ std::string FailedProject::Text() const {
   return text.append(start == std::string::npos ? reason : log.substr(start)).append(kLineBreak);
 }
 
-FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles)
+FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles, Signal<>& closed)
     : subscriptions_{runs.Connect([this](const RunEvent& event) {
                        const auto* started = std::get_if<RunStarted>(&event);
                        if (started != nullptr && !started->isRepeat) Clear();
@@ -21,7 +21,8 @@ FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles)
                        const auto* upToDate = std::get_if<ProjectUpToDate>(&event);
                        if (upToDate != nullptr) Forget(upToDate->path);
                      }),
-                     compiles.Connect([this](const CompileEnded& compile) { Take(compile); })} {}
+                     compiles.Connect([this](const CompileEnded& compile) { Take(compile); }),
+                     closed.Connect([this] { Clear(); })} {}
 
 const FailedProject* FailedProjects::Find(const std::string& path) const {
   const auto found = std::find_if(all_.begin(), all_.end(),

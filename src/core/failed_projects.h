@@ -21,10 +21,11 @@ struct FailedProject {
 
 /// The projects that failed last: in a run, and in the single builds since; also those that the run
 /// skipped because they use one that failed. A project is in the list once, until it is built or
-/// found up to date, or the next run begins that is not a repetition.
+/// found up to date, the next run begins that is not a repetition, or its build project is closed.
 class FailedProjects {
  public:
-  FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles);
+  /// `closed` tells that the build project is closed.
+  FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles, Signal<>& closed);
 
   [[nodiscard]] const std::vector<FailedProject>& All() const { return all_; }
 

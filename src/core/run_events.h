@@ -106,14 +106,19 @@ struct RunEnded {
   RunResult result;
   int built;
   int errors;
-  std::chrono::milliseconds duration;
+  std::chrono::milliseconds duration;    ///< until it was done
   std::vector<std::string> unamended{};  ///< project files that could not be changed as asked
   int upToDate = 0;
+};
+/// Every project of the run is passed, and its result is certain. What the user is told of it, and
+/// a test project, come between this and RunEnded.
+struct RunDone {
+  RunEnded end;
 };
 
 using RunEvent = std::variant<RunStarted, ProjectStarted, ProjectSkipped, ProjectUpToDate,
                               ProjectOutdated, StepStarted, LatestGot, ProjectCompiled, RunPaced,
-                              QuestionAsked, QuestionAnswered, RunEnded>;
+                              QuestionAsked, QuestionAnswered, RunDone, RunEnded>;
 using RunEvents = Signal<RunEvent>;
 
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "core/run_events.h"
@@ -25,16 +26,13 @@ class RunNotice {
 
  private:
   void Hear(const RunEvent& event);
-  void Count(const RunEvent& event);
   void Tell(const std::string& text);
-  [[nodiscard]] bool IsDone() const;
 
   const Clock& clock_;
   std::chrono::milliseconds start_{0};
-  std::size_t checked_ = 0;  ///< projects of the run; 0 when none runs
-  std::size_t passed_ = 0;   ///< that are built, failed, skipped or up to date
-  RunEnded counts_{};
-  bool isTold_ = false;  ///< of what the run does now
+  std::size_t checked_ = 0;      ///< projects of the run; 0 when none runs
+  std::optional<RunEnded> end_;  ///< nothing until every project is passed
+  bool isTold_ = false;          ///< of what the run does now
   Subscription subscription_;
 };
 

@@ -23,15 +23,18 @@ void RunRecord::On(const RunEvent& event) {
   if (const auto* question = std::get_if<QuestionAnswered>(&event)) {
     messages_.push_back(question->message.text);
   }
-  if (const auto* ended = std::get_if<RunEnded>(&event)) {
-    end_ = *ended;
-    hasEnded_ = true;
-  }
+  if (const auto* done = std::get_if<RunDone>(&event)) Take(done->end);
+  if (const auto* ended = std::get_if<RunEnded>(&event)) Take(*ended);
 }
 
 RunRecord::Project* RunRecord::Find(const std::string& path) {
   const auto number = numbers_.find(path);
   return number == numbers_.end() ? nullptr : &projects_[number->second];
+}
+
+void RunRecord::Take(const RunEnded& end) {
+  end_ = end;
+  hasEnded_ = true;
 }
 
 void RunRecord::Take(const ProjectStarted& started) {

@@ -54,7 +54,7 @@ class RunRecord {
 
   [[nodiscard]] const std::vector<std::string>& Messages() const { return messages_; }
 
-  /// As of an aborted run until the run has ended.
+  /// As of an aborted run until the run is done.
   [[nodiscard]] const RunEnded& End() const { return end_; }
   [[nodiscard]] bool HasEnded() const { return hasEnded_; }
 
@@ -65,6 +65,7 @@ class RunRecord {
   void Take(const ProjectUpToDate& fresh);
   void Take(const ProjectOutdated& outdated);
   void Take(const LatestGot& latest);
+  void Take(const RunEnded& end);
 
   std::vector<Project> projects_;
   std::unordered_map<std::string, std::size_t> numbers_;  ///< in projects_, by path

@@ -34,6 +34,11 @@ Image IconOf(ProjectResult state) {
   return Image::None;
 }
 
+std::string ReportName(const std::string& buildProject) {
+  const std::string name = GetFileFromPath(buildProject);
+  return (name.empty() ? "Untitled" : name.substr(0, name.rfind('.'))) + ".html";
+}
+
 }  // namespace
 
 LastRunList::LastRunList(const Uses& uses) : uses_(uses), sortedBy_(last_run_column::kDuration) {
@@ -69,6 +74,7 @@ void LastRunList::Forget() {
   timeline_ = {};
   shown_.clear();
   uses_.form.lvwProjects.Clear();
+  uses_.form.summary.Set("");
   if (uses_.form.visible.Get()) Refresh();
 }
 
@@ -76,10 +82,20 @@ void LastRunList::Refresh() {
   if (uses_.run.HasBegun()) {
     timeline_ = uses_.run.Timeline();
     FillRows();
-    uses_.form.summary.Set(SummaryOf(uses_.run.Record(), timeline_));
+    uses_.form.summary.Set(Summary());
   }
   Offer();
   uses_.form.timelineChanged.Emit();
+}
+
+std::string LastRunList::Summary() const {
+  std::string text = SummaryOf(uses_.run.Record(), timeline_);
+  const std::size_t places = uses_.run.Terms().places;
+  if (timeline_.places < places) {
+    text.append(", ").append(std::to_string(timeline_.places)).append(" of ");
+    text.append(std::to_string(places)).append(" places used");
+  }
+  return text;
 }
 
 // Rows stay in place as long as the order does, so that the user's selection and place are kept.
@@ -214,7 +230,8 @@ void LastRunList::GoToProject() {
 void LastRunList::SaveReport() {
   Procedure(uses_.report, ": frmLastRun.cmdSaveReport_Click").Run([&](Procedure& on) {
     const auto path = on([&] {
-      return uses_.dialogs.SaveFile({"Save Report", "Web Pages (*.html)|*.html", "*.html"});
+      return uses_.dialogs.SaveFile(
+          {"Save Report", "Web Pages (*.html)|*.html", ReportName(uses_.run.Terms().file)});
     });
     if (!path) return;
     on([&] {

@@ -59,6 +59,7 @@ class LastRunList {
  private:
   void Forget();
   void Refresh();
+  [[nodiscard]] std::string Summary() const;
   void FillRows();
   void FillRow(ListRow& row, std::size_t project) const;
   [[nodiscard]] std::vector<std::size_t> SortedProjects() const;

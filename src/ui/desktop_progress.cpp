@@ -44,7 +44,9 @@ void DesktopProgress::Hear(const RunEvent& event) {
                          std::holds_alternative<ProjectSkipped>(event) ||
                          std::holds_alternative<ProjectUpToDate>(event);
   if (isOneDone && bar_) bar_->SetValue(++done_);
-  if (std::holds_alternative<RunEnded>(event)) bar_.reset();
+  const bool isOver =
+      std::holds_alternative<RunDone>(event) || std::holds_alternative<RunEnded>(event);
+  if (isOver) bar_.reset();
 }
 
 // The toolkit would show an error where no service takes notifications.

@@ -17,10 +17,12 @@ std::vector<ListColumn> Columns() {
 
 }  // namespace
 
-QueueList::QueueList(wxWindow* parent, ListView& state, RunEvents& events, OutdatedMarks& outdated)
-    : StateList(parent, "lvwQueue", state, Columns(), Checks::Yes),
+QueueList::QueueList(wxWindow* parent, frmBuilder& window, RunEvents& events,
+                     OutdatedMarks& outdated)
+    : StateList(parent, "lvwQueue", window.lvwQueue, Columns(), Checks::Yes),
       outdated_(outdated),
-      subscription_(events.Connect([this](const RunEvent& event) { Hear(event); })) {}
+      subscriptions_{events.Connect([this](const RunEvent& event) { Hear(event); }),
+                     window.tvwProjects.cleared.Connect([this] { times_.clear(); })} {}
 
 wxString QueueList::ExtraText(const ListRow& row, long column) const {
   if (column != kTimeColumn) return {};

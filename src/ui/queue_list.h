@@ -2,8 +2,10 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "build/build_run.h"
+#include "core/main_window.h"
 #include "freshness/outdated_marks.h"
 #include "ui/state_list.h"
 
@@ -12,7 +14,7 @@ namespace gorbex::ui {
 /// The build queue with the time each project took in the last run, or why the run skipped it.
 class QueueList : public StateList {
  public:
-  QueueList(wxWindow* parent, ListView& state, RunEvents& events, OutdatedMarks& outdated);
+  QueueList(wxWindow* parent, frmBuilder& window, RunEvents& events, OutdatedMarks& outdated);
 
  private:
   [[nodiscard]] wxString ExtraText(const ListRow& row, long column) const override;
@@ -21,7 +23,7 @@ class QueueList : public StateList {
 
   OutdatedMarks& outdated_;
   std::unordered_map<std::string, wxString> times_;  ///< or why there is none
-  Subscription subscription_;
+  std::vector<Subscription> subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -27,6 +27,10 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
   SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
   subscriptions_.push_back(window.stbStatus.changed.Connect(
       [this](const std::string& text) { SetStatusText(ToWx(text), kStatus); }));
+  // Nothing is known yet of another build project.
+  subscriptions_.push_back(window.tvwProjects.cleared.Connect([this] {
+    for (const int field : {kCount, kTime, kProblems}) SetStatusText({}, field);
+  }));
   subscriptions_.push_back(events.Connect([this](const RunEvent& event) { Hear(event); }));
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     PlaceGauge();
@@ -100,6 +104,10 @@ void RunStatusBar::Hear(const RunEvent& event) {
   if (std::holds_alternative<QuestionAnswered>(event)) project_.Resume();
   if (const auto* compiled = std::get_if<ProjectCompiled>(&event)) Done(*compiled);
   if (const auto* paced = std::get_if<RunPaced>(&event)) Pace(*paced);
+  if (const auto* done = std::get_if<RunDone>(&event)) {
+    SetStatusText("The build is done", kStatus);
+    End(done->end);
+  }
   if (const auto* ended = std::get_if<RunEnded>(&event)) End(*ended);
 }
 

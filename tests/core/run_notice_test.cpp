@@ -33,8 +33,10 @@ TEST(RunNotice, TellsOnceOfALongRunThatNobodyLooksAt) {
     clock.elapsed += each.duration;
     events.Emit(ProjectCompiled{"a", true, each.duration, "", ""});
     events.Emit(ProjectCompiled{"b", false, each.duration, "", ""});
+    const RunEnded end{RunResult::Finished, 1, 1, each.duration};
+    if (each.projects == 2) events.Emit(RunDone{end});
     events.Emit(QuestionAsked{{"Go on?"}});
-    events.Emit(RunEnded{RunResult::Finished, 1, 1, each.duration});
+    events.Emit(end);
     clock.elapsed += seconds(60);
     events.Emit(RunEnded{RunResult::Refused, 0, 0, seconds(0)});
     EXPECT_EQ(told, each.told) << each.projects;

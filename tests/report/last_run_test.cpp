@@ -81,20 +81,22 @@ TEST_F(LastRunTest, ListsTheSlowestFirstAndFollowsARun) {
   EXPECT_EQ(program.lastRunList.SelectedBar(), bars.size() - 1);
 }
 
-// A shorter run in the place of a longer one, and none of its projects in the window any more.
-TEST_F(LastRunTest, KeepsTheRunWhenItsBuildProjectIsClosed) {
+TEST_F(LastRunTest, IsReplacedByAShorterRunAndGoneWithItsBuildProject) {
   Load();
   program.window.menu.mnuWindowLastRun.Execute();
   Build();
   for (const auto* name : {"Core", "Till"}) Row(name).SetChecked(false);
   Build();
   EXPECT_EQ(Rows(), std::vector<std::string>{"Money.vbp built yes"});
-  for (const auto* name : {"Core", "Till"}) Row(name).SetChecked(true);
+  const std::string& summary = program.lastRunForm.summary.Get();
+  EXPECT_TRUE(summary.ends_with(", 1 of 2 places used")) << summary;
+  failing = "Money";
   Build();
-  program.window.ClearBuildProject();
-  program.window.menu.mnuWindowLastRun.Execute();
-  EXPECT_EQ(Rows().front(), "Money.vbp built yes");
-  EXPECT_EQ(Rows()[1], "Core.vbp built yes") << "it uses Core";
+  program.window.menu.mnuFileNew.Execute();
+  EXPECT_EQ(Rows(), std::vector<std::string>());
+  EXPECT_EQ(summary, "");
+  EXPECT_FALSE(program.lastRunForm.cmdSave.IsPossible());
+  EXPECT_TRUE(program.failed.All().empty());
 }
 
 TEST_F(LastRunTest, SavesAPageInWhichEverythingIsEscaped) {
@@ -108,7 +110,10 @@ TEST_F(LastRunTest, SavesAPageInWhichEverythingIsEscaped) {
   program.options.SkipUsersOfFailed = true;
   Build();
   program.window.menu.mnuWindowLastRun.Execute();
+  Steps();
   const std::string page = Saved();
+  EXPECT_EQ(Only(Steps(), {"save"}),
+            Journal{"save Save Report|Web Pages (*.html)|*.html|Group.html"});
   EXPECT_TRUE(IsUtf8(page));
   EXPECT_EQ(page.find("<script"), std::string::npos);
   EXPECT_EQ(page.find('\x01'), std::string::npos);
