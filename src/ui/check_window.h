@@ -1,10 +1,7 @@
 #pragma once
 
-#include <vector>
-
 #include "core/check_form.h"
 #include "ui/command_ids.h"
-#include "ui/field_binding.h"
 #include "ui/form_window.h"
 #include "ui/pane.h"
 #include "ui/state_list.h"
@@ -19,16 +16,11 @@ class CheckWindow : public FormWindow {
   CheckWindow(wxWindow* parent, frmCheck& form, CommandIds& ids);
 
  private:
-  [[nodiscard]] wxSizer* Buttons();
-  void ShowEmpty();
   void Place() override;
 
   frmCheck& form_;
   Pane* pane_;
   StateList* list_ = nullptr;
-  bool isPlaced_ = false;  ///< from then on it is where the user puts it
-  FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -10,7 +10,6 @@
 #include <memory>
 #include <utility>
 
-#include "app/stored_position.h"
 #include "ui/layout_store.h"
 #include "ui/palette.h"
 #include "ui/spacing.h"
@@ -20,7 +19,6 @@
 namespace gorbex::ui {
 namespace {
 
-constexpr std::string_view kDependenciesPlace = "Dependencies";
 constexpr const char* kDependenciesPanes = "DependenciesPanes";
 constexpr double kPictureShare = 0.72;
 const wxSize kFirstDependenciesSize(1600, 960);
@@ -83,10 +81,16 @@ DependenciesWindow::DependenciesWindow(wxWindow* parent, frmDependencies& form,
   sizer->Add(find_, wxSizerFlags().Expand());
   sizer->Add(Legend(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, FromDIP(kMargin)));
   sizer->Add(Buttons(), wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
-  SetSizer(sizer);
-  SetMinClientSize(FromDIP(kLeastDependenciesSize));
+  wxSize least = kLeastDependenciesSize;
+  least.IncTo(ToDIP(wxSize(find_->GetBestSize().x, -1)));
+  SetContents(sizer, least);
+  RememberPlace(registry_, "Dependencies");
   BindKeys();
   FollowState();
+}
+
+DependenciesWindow::~DependenciesWindow() {
+  if (form_.visible.Get()) StorePanes();
 }
 
 Pane* DependenciesWindow::PicturePane(CommandIds& ids) {
@@ -94,8 +98,7 @@ Pane* DependenciesWindow::PicturePane(CommandIds& ids) {
   canvas_ = new DependencyCanvas(pane, picture_, [this] { form_.projectActivated.Emit(); });
   pane->SetContent(canvas_, new EmptyHint(pane, ids,
                                           "No project is open. Open a build project to see which "
-                                          "of its projects uses which.",
-                                          {}));
+                                          "of its projects uses which."));
   return pane;
 }
 
@@ -103,18 +106,17 @@ Pane* DependenciesWindow::ListPane(CommandIds& ids) {
   auto* pane = new Pane(columns_, "Projects");
   list_ = new StateList(pane, "lvwDependencies", form_.lvwProjects,
                         {{"Project", 130, false, 5},
-                         {"Level", 36, false, 4},
-                         {"State", 64, false, 4},
-                         {"Uses", 40, true, 2},
-                         {"Used by", 50, true, 1}},
-                        StateList::Checks::No);
+                         {"Level", 36, false, 4, true},
+                         {"State", 64, false, 4, true},
+                         {"Uses", 40, true, 2, true},
+                         {"Used by", 50, true, 1, true}});
   list_->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { form_.projectActivated.Emit(); });
   auto* details = new wxTextCtrl(pane, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                                  wxTE_MULTILINE | wxTE_READONLY, wxDefaultValidator, "txtDetails");
   details->SetMinSize(wxSize(-1, 7 * details->GetCharHeight()));
   subscriptions_.push_back(form_.txtDetails.text.changed.Connect(
       [details](const std::string& text) { details->ChangeValue(ToWx(text)); }));
-  pane->SetContent(list_, new EmptyHint(pane, ids, "Each project with its level and state.", {}));
+  pane->SetContent(list_, new EmptyHint(pane, ids, "Each project with its level and state."));
   pane->GetSizer()->Add(details, wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap) / 2));
   return pane;
 }
@@ -137,38 +139,23 @@ wxSizer* DependenciesWindow::Legend() {
 }
 
 wxSizer* DependenciesWindow::Buttons() {
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  auto* summary = new wxStaticText(this, wxID_ANY, ToWx(form_.summary.Get()), wxDefaultPosition,
-                                   wxDefaultSize, wxST_ELLIPSIZE_END, "summary");
-  subscriptions_.push_back(form_.summary.changed.Connect([summary](const std::string& text) {
-    summary->SetLabelText(ToWx(text));
-    summary->SetToolTip(ToWx(text));
-  }));
-  row->Add(summary, wxSizerFlags(1).CentreVertical());
-  const auto add = [&](const wxString& label, const wxString& name) {
-    auto* button = new wxButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0,
-                                wxDefaultValidator, name);
-    row->Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
-    return button;
-  };
-  add("&Fit", "cmdFit")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { canvas_->ShowWhole(); });
-  add("&100 %", "cmdFull")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { canvas_->ShowFull(); });
-  for (Command* command : {&form_.cmdOutdated, &form_.cmdClose}) {
-    fields_.Join(*add(ToWx(command->caption.Get()), ToWx(command->Name())), *command);
-  }
+  auto* zoom = new wxBoxSizer(wxHORIZONTAL);
+  AddButton(*zoom, "&Fit", "cmdFit")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+    canvas_->ShowWhole();
+  });
+  AddButton(*zoom, "&100 %", "cmdFull")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+    canvas_->ShowFull();
+  });
+  wxSizer* row = Foot(&form_.summary, {&form_.cmdOutdated, &form_.cmdClose});
+  row->Insert(1, zoom);
   return row;
 }
 
 void DependenciesWindow::BindKeys() {
   Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-    const int key = event.GetKeyCode();
-    if (key == 'F' && event.GetModifiers() == wxMOD_CONTROL) {
-      find_->Open();
-    } else if (key == WXK_F3) {
-      find_->Find(event.ShiftDown() ? FindBar::Direction::Previous : FindBar::Direction::Next);
-    } else if (key == WXK_F5) {
+    if (event.GetKeyCode() == WXK_F5) {
       picture_.Refresh();
-    } else {
+    } else if (!find_->Takes(event)) {
       event.Skip();
     }
   });
@@ -178,7 +165,7 @@ void DependenciesWindow::FollowState() {
   Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
     event.Skip();
     picture_.CatchUp();
-    ShowEmpty();
+    ShowEmptyPanes();
   });
   // The picture shows the project that the list or the main window selects.
   subscriptions_.push_back(picture_.restated.Connect([this] {
@@ -187,28 +174,16 @@ void DependenciesWindow::FollowState() {
     if (!canvas_->HasFocus()) canvas_->ShowSelected();
   }));
   subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
-    ShowEmpty();
+    ShowEmptyPanes();
     if (visible && canvas_->IsShown()) canvas_->SetFocus();
-    if (!visible) StorePlace();
+    if (!visible) StorePanes();
   }));
 }
 
-void DependenciesWindow::ShowEmpty() {
+void DependenciesWindow::ShowEmptyPanes() {
   const bool isEmpty = picture_.Projects().empty();
-  if (isEmpty && canvas_->IsShown() && IsShown()) FindWindow("cmdClose")->SetFocus();
-  picturePane_->ShowEmpty(isEmpty);
-  listPane_->ShowEmpty(isEmpty);
-}
-
-// A stored text that is not a place counts as none.
-std::optional<wxRect> DependenciesWindow::StoredPlace() const {
-  try {
-    const std::string stored = registry_.fnsGetRegistryValue(kPositionKey, kDependenciesPlace);
-    if (!stored.empty()) return InDips(PositionFrom(stored));
-  } catch (const RuntimeError&) {
-    return std::nullopt;
-  }
-  return std::nullopt;
+  ShowEmpty(*picturePane_, isEmpty);
+  ShowEmpty(*listPane_, isEmpty);
 }
 
 // The picture of a small group leaves no room empty.
@@ -222,26 +197,19 @@ wxSize DependenciesWindow::FirstSize() const {
 }
 
 void DependenciesWindow::Place() {
-  if (isPlaced_) return;
-  isPlaced_ = true;
-  if (const auto stored = StoredPlace()) {
-    const wxRect wanted(FromDIP(stored->GetPosition()), FromDIP(stored->GetSize()));
-    SetSize(OnSomeScreen(wanted, Screens(), FromDIP(kLeastDependenciesSize)));
-  } else {
-    wxRect screen = wxDisplay(GetParent()).GetClientArea();
-    SetSize(InTheMiddle(FromDIP(FirstSize()), screen.Deflate(FromDIP(kMargin))));
-  }
+  wxRect screen = wxDisplay(GetParent()).GetClientArea();
+  SetSize(InTheMiddle(FromDIP(FirstSize()), screen.Deflate(FromDIP(kMargin))));
+}
+
+void DependenciesWindow::HasPlace() {
   Layout();
   const auto sash = LayoutStore(registry_).Read(kDependenciesPanes, 2);
   const double share = sash.empty() ? kPictureShare : static_cast<double>(sash[0]) / sash[1];
   columns_->SetSashPosition(static_cast<int>(columns_->GetClientSize().x * share));
 }
 
-void DependenciesWindow::StorePlace() {
-  if (!isPlaced_ || IsIconized() || IsMaximized()) return;
-  const wxRect place(ToDIP(GetPosition()), ToDIP(GetSize()));
-  registry_.subSetRegistryValue(kPositionKey, std::string(kDependenciesPlace),
-                                PositionText(InTwips(place)));
+void DependenciesWindow::StorePanes() {
+  if (IsIconized() || IsMaximized()) return;
   LayoutStore(registry_).Write(
       kDependenciesPanes, {ToDIP(columns_->GetSashPosition()), ToDIP(columns_->GetClientSize().x)});
 }

@@ -3,14 +3,11 @@
 #include <wx/splitter.h>
 
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "analysis/dependency_picture.h"
 #include "core/registry_tools.h"
 #include "ui/command_ids.h"
 #include "ui/dependency_canvas.h"
-#include "ui/field_binding.h"
 #include "ui/find_bar.h"
 #include "ui/form_window.h"
 #include "ui/pane.h"
@@ -25,9 +22,7 @@ class DependenciesWindow : public FormWindow {
   /// All must outlive the window.
   DependenciesWindow(wxWindow* parent, frmDependencies& form, DependencyPicture& picture,
                      RegistryTools& registry, CommandIds& ids);
-
-  /// Keeps its place for the next time.
-  void StorePlace();
+  ~DependenciesWindow() override;
 
  private:
   [[nodiscard]] Pane* PicturePane(CommandIds& ids);
@@ -36,10 +31,11 @@ class DependenciesWindow : public FormWindow {
   [[nodiscard]] wxSizer* Buttons();
   void BindKeys();
   void FollowState();
-  void ShowEmpty();
+  void ShowEmptyPanes();
   void Place() override;
+  void HasPlace() override;
+  void StorePanes();
   [[nodiscard]] wxSize FirstSize() const;
-  [[nodiscard]] std::optional<wxRect> StoredPlace() const;
 
   frmDependencies& form_;
   DependencyPicture& picture_;
@@ -51,9 +47,6 @@ class DependenciesWindow : public FormWindow {
   StateList* list_ = nullptr;
   FindBar* find_ = nullptr;
   std::optional<std::size_t> revealed_;  ///< the selected project that was scrolled to
-  bool isPlaced_ = false;                ///< from then on it is where the user puts it
-  FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -149,7 +149,7 @@ wxRect DependencyCanvas::PlaceOf(std::size_t project) const {
 void DependencyCanvas::OnPaint(wxPaintEvent& /*event*/) {
   constexpr std::chrono::milliseconds kFrame(20);
   wxAutoBufferedPaintDC dc(this);
-  dc.SetBackground(wxBrush(PictureDrawing::ColourOf(Palette().paper)));
+  dc.SetBackground(wxBrush(Rgb(ColoursOf(SchemeInUse()).paper)));
   dc.Clear();
   const PicturePoint corner = view_.ToPicture({0, 0});
   const wxRect seen(wxPoint(static_cast<int>(std::lround(corner.x * view_.Scale())),
@@ -160,10 +160,6 @@ void DependencyCanvas::OnPaint(wxPaintEvent& /*event*/) {
       tiles_.Paint(dc, seen, draw, isDragging_ ? std::optional(kFrame) : std::nullopt);
   if (!isWhole) CallAfter([this] { Refresh(); });
   DrawHeadings(dc);
-}
-
-PictureColours DependencyCanvas::Palette() {
-  return ColoursOf(IsDark() ? Scheme::Dark : Scheme::Light);
 }
 
 wxFont DependencyCanvas::FontOf(double pixels) const {
@@ -178,7 +174,7 @@ void DependencyCanvas::DrawNames(wxDC& dc, const wxRect& part) {
   if (size < kLeastLetters) return;
   dc.SetFont(FontOf(size));
   const int height = dc.GetCharHeight();
-  const Scheme scheme = IsDark() ? Scheme::Dark : Scheme::Light;
+  const Scheme scheme = SchemeInUse();
   const auto& boxes = picture_.Layout().boxes;
   for (std::size_t project = 0; project < boxes.size(); ++project) {
     const GroupBox& box = boxes[project];
@@ -187,14 +183,13 @@ void DependencyCanvas::DrawNames(wxDC& dc, const wxRect& part) {
     const wxPoint at(static_cast<int>(x) - part.x, static_cast<int>(middle) - part.y - height / 2);
     const wxRect room(at, wxSize(static_cast<int>(box.width * scale), height));
     if (!room.Intersects(wxRect(part.GetSize()))) continue;
-    dc.SetTextForeground(
-        PictureDrawing::ColourOf(ColoursOf(picture_.StateOf(project), scheme).text));
+    dc.SetTextForeground(Rgb(ColoursOf(picture_.StateOf(project), scheme).text));
     dc.DrawText(names_[project], at);
   }
 }
 
 void DependencyCanvas::DrawPart(wxDC& dc, const wxRect& part) {
-  dc.SetBackground(wxBrush(PictureDrawing::ColourOf(Palette().paper)));
+  dc.SetBackground(wxBrush(Rgb(ColoursOf(SchemeInUse()).paper)));
   dc.Clear();
   MeasureNames(dc);
   std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(dc));
@@ -241,7 +236,7 @@ bool DependencyCanvas::IsSeen(const GroupCurve& curve) const {
 
 void DependencyCanvas::DrawBands(PictureDrawing& drawing, wxGraphicsContext& context) {
   context.SetPen(*wxTRANSPARENT_PEN);
-  context.SetBrush(context.CreateBrush(wxBrush(PictureDrawing::ColourOf(drawing.Colours().band))));
+  context.SetBrush(context.CreateBrush(wxBrush(Rgb(drawing.Colours().band))));
   const auto& levels = picture_.Layout().levels;
   for (std::size_t level = 0; level < levels.size(); level += 2) {
     context.DrawRectangle(levels[level].x, seen_.m_y, levels[level].width, seen_.m_height);
@@ -250,10 +245,10 @@ void DependencyCanvas::DrawBands(PictureDrawing& drawing, wxGraphicsContext& con
 
 // They stay at the upper edge of the window, whatever part of the picture is shown.
 void DependencyCanvas::DrawHeadings(wxDC& dc) {
-  const PictureColours colours = Palette();
+  const PictureColours colours = ColoursOf(SchemeInUse());
   const double scale = view_.Scale();
   dc.SetFont(FontOf(kPictureTextSize * std::max(scale, 0.75 * FromDIP(100) / 100)).Bold());
-  dc.SetTextForeground(PictureDrawing::ColourOf(colours.text));
+  dc.SetTextForeground(Rgb(colours.text));
   dc.SetPen(*wxTRANSPARENT_PEN);
   const auto& levels = picture_.Layout().levels;
   for (std::size_t level = 0; level < levels.size(); ++level) {
@@ -262,7 +257,7 @@ void DependencyCanvas::DrawHeadings(wxDC& dc) {
     const auto left = static_cast<int>(std::lround(view_.ToWindow({band.x, 0}).x));
     const wxRect place(left, 0, static_cast<int>(std::lround(band.width * scale)),
                        dc.GetCharHeight() * 3 / 2);
-    dc.SetBrush(wxBrush(PictureDrawing::ColourOf(colour)));
+    dc.SetBrush(wxBrush(Rgb(colour)));
     dc.DrawRectangle(place);
     const wxString wide = wxString::Format("Level %zu", level);
     const int edge = FromDIP(4);
@@ -276,9 +271,9 @@ void DependencyCanvas::DrawLines(PictureDrawing& drawing, wxGraphicsContext& con
   // In a small picture the lines are paler, since they cannot be thinner than a pixel.
   constexpr double kPale = 0.3;
   const double strength = std::clamp(1.4 * view_.Scale(), kPale, 1.0);
-  wxColour line = PictureDrawing::ColourOf(drawing.Colours().line);
+  wxColour line = Rgb(drawing.Colours().line);
   line.Set(line.Red(), line.Green(), line.Blue(), static_cast<unsigned char>(255 * strength));
-  const wxColour circle = PictureDrawing::ColourOf(drawing.Colours().circle);
+  const wxColour circle = Rgb(drawing.Colours().circle);
   for (const bool isInCircle : {false, true}) {
     Strokes strokes(context);
     context.SetPen(drawing.Pen(isInCircle ? circle : line, isInCircle ? 1.8 : 1.1));

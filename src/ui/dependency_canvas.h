@@ -46,7 +46,6 @@ class DependencyCanvas : public wxWindow {
   void MeasureNames(wxDC& dc);
   [[nodiscard]] wxFont FontOf(double pixels) const;
   [[nodiscard]] bool IsSeen(const GroupCurve& curve) const;
-  [[nodiscard]] static PictureColours Palette();
   void Redraw();
   void TakeLayout();
   void OnPress(wxMouseEvent& event);

@@ -32,12 +32,7 @@ bool DetailsBlock::AcceptsFocus() const {
 }
 
 void DetailsBlock::BindFocus() {
-  for (const auto& focus : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
-    Bind(focus, [this](wxFocusEvent& event) {
-      Refresh();
-      event.Skip();
-    });
-  }
+  RefreshWithFocus(*this);
   Bind(wxEVT_PAINT, [this](wxPaintEvent&) {
     wxPaintDC dc(this);
     if (HasFocus()) wxRendererNative::Get().DrawFocusRect(this, dc, GetClientRect());

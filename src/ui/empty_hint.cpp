@@ -34,6 +34,7 @@ EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
   sizer->Add(buttons, wxSizerFlags().Centre());
   sizer->AddStretchSpacer(1);
   SetSizer(sizer);
+  SetMinSize(FromDIP(wxSize(80, 60)));  // its text is wrapped
   Bind(wxEVT_SIZE, [this, label, text, buttons](wxSizeEvent& event) {
     const int room = GetClientSize().x - FromDIP(16);
     label->SetLabel(text);

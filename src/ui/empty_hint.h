@@ -13,7 +13,7 @@ class EmptyHint : public wxPanel {
  public:
   /// The commands must outlive the hint.
   EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
-            const std::vector<Command*>& commands);
+            const std::vector<Command*>& commands = {});
 };
 
 }  // namespace gorbex::ui

@@ -42,4 +42,20 @@ void FieldBinding::Join(wxButton& control, Command& command) {
   control.Bind(wxEVT_BUTTON, [&command](wxCommandEvent&) { command.Execute(); });
 }
 
+wxTextCtrl* FieldBinding::NewField(wxWindow* parent, const wxString& name, TextBox& state,
+                                   long style, const wxSize& size) {
+  auto* field = new wxTextCtrl(parent, wxID_ANY, {}, wxDefaultPosition, size, style,
+                               wxDefaultValidator, name);
+  Join(*field, state);
+  return field;
+}
+
+wxButton* FieldBinding::NewButton(wxWindow* parent, Command& command, wxWindowID id) {
+  const wxString label = id == wxID_ANY ? ToWx(command.caption.Get()) : wxString();
+  auto* button = new wxButton(parent, id, label, wxDefaultPosition, wxDefaultSize, 0,
+                              wxDefaultValidator, ToWx(command.Name()));
+  Join(*button, command);
+  return button;
+}
+
 }  // namespace gorbex::ui

@@ -22,6 +22,13 @@ class FieldBinding {
   void Join(wxSpinCtrl& control, Property<std::int32_t>& state);
   void Join(wxButton& control, Command& command);
 
+  /// Makes a text control and joins it.
+  wxTextCtrl* NewField(wxWindow* parent, const wxString& name, TextBox& state, long style = 0,
+                       const wxSize& size = wxDefaultSize);
+
+  /// Makes a button for a command and joins it. A button with an id of the toolkit has its label.
+  wxButton* NewButton(wxWindow* parent, Command& command, wxWindowID id = wxID_ANY);
+
  private:
   std::vector<Subscription> subscriptions_;
 };

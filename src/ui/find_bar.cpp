@@ -56,6 +56,16 @@ void FindBar::Open() {
   text_->SelectAll();
 }
 
+bool FindBar::Takes(const wxKeyEvent& event) {
+  if (event.GetKeyCode() == 'F' && event.GetModifiers() == wxMOD_CONTROL) {
+    Open();
+    return true;
+  }
+  if (event.GetKeyCode() != WXK_F3) return false;
+  Find(event.ShiftDown() ? Direction::Previous : Direction::Next);
+  return true;
+}
+
 void FindBar::Find(Direction direction) {
   const wxString wanted = text_->GetValue();
   if (wanted.empty()) {

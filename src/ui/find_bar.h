@@ -33,6 +33,9 @@ class FindBar : public wxPanel {
   /// Shows the bar; what is typed is then looked for in the place that has the focus.
   void Open();
 
+  /// Ctrl+F opens the bar, F3 and Shift+F3 find; false for every other key.
+  bool Takes(const wxKeyEvent& event);
+
   /// As Open while nothing was typed yet.
   void Find(Direction direction);
 

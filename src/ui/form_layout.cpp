@@ -4,7 +4,6 @@
 
 #include "ui/palette.h"
 #include "ui/spacing.h"
-#include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
@@ -26,10 +25,8 @@ wxTextCtrl* FormLayout::AddField(const wxString& caption, const wxString& name, 
                                  long style) {
   const bool isTall = (style & wxTE_MULTILINE) != 0;
   auto* heading = new wxStaticText(&dialog_, wxID_ANY, caption);
-  auto* field = new wxTextCtrl(&dialog_, wxID_ANY, {}, wxDefaultPosition,
-                               dialog_.FromDIP(wxSize(kFieldWidth, isTall ? 70 : -1)), style,
-                               wxDefaultValidator, name);
-  fields_.Join(*field, state);
+  auto* field = fields_.NewField(&dialog_, name, state, style,
+                                 dialog_.FromDIP(wxSize(kFieldWidth, isTall ? 70 : -1)));
   grid_->Add(heading, isTall ? wxSizerFlags().Top() : wxSizerFlags().CentreVertical());
   grid_->Add(field, wxSizerFlags(1).Expand());
   if (isTall) grid_->AddGrowableRow(static_cast<std::size_t>(grid_->GetItemCount() / 2 - 1));
@@ -43,16 +40,10 @@ void FormLayout::AddHint(const wxString& text) {
 }
 
 void FormLayout::Finish(Command& ok, Command& cancel) {
-  const auto button = [this](int id, Command& command) {
-    auto* made = new wxButton(&dialog_, id, {}, wxDefaultPosition, wxDefaultSize, 0,
-                              wxDefaultValidator, ToWx(command.Name()));
-    fields_.Join(*made, command);
-    return made;
-  };
   auto* buttons = new wxStdDialogButtonSizer;
-  auto* first = button(wxID_OK, ok);
+  auto* first = fields_.NewButton(&dialog_, ok, wxID_OK);
   buttons->AddButton(first);
-  buttons->AddButton(button(wxID_CANCEL, cancel));
+  buttons->AddButton(fields_.NewButton(&dialog_, cancel, wxID_CANCEL));
   buttons->Realize();
   first->SetDefault();
   column_->Add(buttons, wxSizerFlags().Right().Border(wxALL, dialog_.FromDIP(kMargin)));

@@ -1,28 +1,68 @@
 #pragma once
 
 #include <wx/dialog.h>
+#include <wx/sizer.h>
 
 #include <functional>
+#include <optional>
+#include <string>
+#include <vector>
 
+#include "core/command.h"
 #include "core/property.h"
+#include "core/signal.h"
+#include "ui/field_binding.h"
+#include "ui/pane.h"
+#include "ui/remembered_place.h"
 
 namespace gorbex::ui {
 
-/// A form that stays open beside the main window and follows whether its state is visible.
+/// A form that stays open beside the main window and follows whether its state is visible. From its
+/// first place on it is where the user puts it.
 class FormWindow : public wxDialog {
  public:
   /// `unload` is called when the user closes the window; it makes the state invisible.
   FormWindow(wxWindow* parent, const wxString& title, const wxString& name, Property<bool>& visible,
              const std::function<void()>& unload);
+  ~FormWindow() override;
 
  protected:
-  /// Called before the window appears.
+  /// Gives the window its first place and size, unless those of the last time are remembered.
   virtual void Place() { CentreOnParent(); }
+
+  /// Called once, when the window has its first size.
+  virtual void HasPlace() {}
+
+  /// Remembers place and size for the next time. `part` names the window.
+  void RememberPlace(RegistryTools& registry, const std::string& part);
+
+  /// A place at the foot of the main window, so that a project it leads to is in sight.
+  void PlaceAtFoot(int height);
+
+  /// Takes the contents. The window never becomes smaller than they need, nor than `least` (DIP).
+  void SetContents(wxSizer* contents, const wxSize& least);
+
+  /// The row at the foot of the window: a text of the state, shortened where it has no room, and
+  /// buttons for commands. Null for no text.
+  [[nodiscard]] wxSizer* Foot(Property<std::string>* text, const std::vector<Command*>& commands);
+
+  /// A button in a row, at a distance from the one before.
+  wxButton* AddButton(wxSizer& row, const wxString& label, const wxString& name);
+
+  /// Shows the pane's hint in place of its content. The keyboard goes to the button that closes the
+  /// window, since a list that is hidden would take it along.
+  void ShowEmpty(Pane& pane, bool isEmpty);
+
+  FieldBinding fields_;
+  std::vector<Subscription> subscriptions_;
 
  private:
   void ShowAsTold(bool visible);
+  void StorePlace();
 
-  Subscription subscription_;
+  const Property<bool>& visible_;
+  std::optional<RememberedPlace> remembered_;
+  bool isPlaced_ = false;
 };
 
 }  // namespace gorbex::ui

@@ -1,12 +1,10 @@
 #include "ui/last_run_window.h"
 
 #include <wx/sizer.h>
-#include <wx/stattext.h>
 
 #include <algorithm>
 
 #include "ui/spacing.h"
-#include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
@@ -23,7 +21,6 @@ LastRunWindow::LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids
     : FormWindow(parent, "Last Run", "frmLastRun", uses.form.visible,
                  [form = &uses.form] { form->cmdClose.Execute(); }),
       uses_(uses),
-      place_(uses.registry, "LastRun"),
       rows_(new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                  wxSP_LIVE_UPDATE | wxSP_3DSASH)),
       timelinePane_(new Pane(rows_, "Timeline")),
@@ -35,20 +32,20 @@ LastRunWindow::LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids
   rows_->SplitHorizontally(timelinePane_, listPane_);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(rows_, wxSizerFlags(1).Expand());
-  sizer->Add(Buttons(), wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
-  SetSizer(sizer);
-  SetMinClientSize(FromDIP(kLeastLastRunSize));
+  sizer->Add(
+      Foot(&uses_.form.summary, {&uses_.form.cmdGoTo, &uses_.form.cmdSave, &uses_.form.cmdClose}),
+      wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
+  SetContents(sizer, kLeastLastRunSize);
+  RememberPlace(uses_.registry, "LastRun");
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     uses_.list.Tick();
     Follow();
   });
   subscriptions_.push_back(uses_.run.changed.Connect([this] { Follow(); }));
-  subscriptions_.push_back(
-      uses_.form.visible.changed.Connect([this](const bool& visible) { ShowOrHide(visible); }));
-}
-
-LastRunWindow::~LastRunWindow() {
-  if (uses_.form.visible.Get()) place_.Store(*this);
+  subscriptions_.push_back(uses_.form.visible.changed.Connect([this](const bool& visible) {
+    Follow();
+    if (visible && list_->IsShown()) list_->SetFocus();
+  }));
 }
 
 void LastRunWindow::MakeTimeline(CommandIds& ids) {
@@ -63,37 +60,15 @@ void LastRunWindow::MakeTimeline(CommandIds& ids) {
 void LastRunWindow::MakeList(CommandIds& ids) {
   list_ = new StateList(listPane_, "lvwRunProjects", uses_.form.lvwProjects,
                         {{"Project", 150, false, 5},
-                         {"Result", 80, false, 4},
-                         {"Start", 60, true, 3},
-                         {"Time", 60, true, 4},
-                         {"Critical path", 90, false, 3},
-                         {"Why", 200, false, 2}},
-                        StateList::Checks::No);
+                         {"Result", 80, false, 4, true},
+                         {"Start", 60, true, 3, true},
+                         {"Time", 60, true, 4, true},
+                         {"Critical path", 90, false, 3, true},
+                         {"Why", 200, false, 2}});
   list_->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { uses_.form.cmdGoTo.Execute(); });
-  list_->Bind(wxEVT_LIST_COL_CLICK, [this](wxListEvent& event) {
-    if (event.GetColumn() >= 0) {
-      uses_.form.headingClicked.Emit(static_cast<std::size_t>(event.GetColumn()));
-    }
-  });
+  list_->TellHeadings(uses_.form.headingClicked);
   listPane_->SetContent(
-      list_, new EmptyHint(listPane_, ids, "The projects of the run, the slowest first.", {}));
-}
-
-wxSizer* LastRunWindow::Buttons() {
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  frmLastRun& form = uses_.form;
-  auto* summary = new wxStaticText(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
-                                   wxST_ELLIPSIZE_END, "summary");
-  subscriptions_.push_back(form.summary.changed.Connect(
-      [summary](const std::string& text) { summary->SetLabelText(ToWx(text)); }));
-  row->Add(summary, wxSizerFlags(1).CentreVertical());
-  for (Command* command : {&form.cmdGoTo, &form.cmdSave, &form.cmdClose}) {
-    auto* button = new wxButton(this, wxID_ANY, ToWx(command->caption.Get()), wxDefaultPosition,
-                                wxDefaultSize, 0, wxDefaultValidator, ToWx(command->Name()));
-    fields_.Join(*button, *command);
-    row->Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
-  }
-  return row;
+      list_, new EmptyHint(listPane_, ids, "The projects of the run, the slowest first."));
 }
 
 // The timer runs only while there is something to follow, and somebody to see it.
@@ -102,34 +77,24 @@ void LastRunWindow::Follow() {
   if (follows && !timer_.IsRunning()) timer_.Start(kRefresh);
   if (!follows) timer_.Stop();
   const bool isEmpty = !uses_.run.HasBegun();
-  timelinePane_->ShowEmpty(isEmpty);
-  listPane_->ShowEmpty(isEmpty);
+  ShowEmpty(*timelinePane_, isEmpty);
+  ShowEmpty(*listPane_, isEmpty);
   if (uses_.form.visible.Get()) FitTimeline();
 }
 
-void LastRunWindow::ShowOrHide(bool visible) {
-  Follow();
-  if (!visible) {
-    if (isPlaced_) place_.Store(*this);
-  } else if (list_->IsShown()) {
-    list_->SetFocus();
-  }
+void LastRunWindow::Place() {
+  SetSize(FromDIP(kFirstLastRunSize));
+  CentreOnParent();
 }
 
-void LastRunWindow::Place() {
-  if (isPlaced_) return;
-  isPlaced_ = true;
-  if (!place_.Restore(*this)) {
-    SetSize(FromDIP(kFirstLastRunSize));
-    CentreOnParent();
-  }
+void LastRunWindow::HasPlace() {
   Layout();
   sash_ = rows_->GetSashPosition();
   FitTimeline();
 }
 
 void LastRunWindow::FitTimeline() {
-  if (!isPlaced_ || rows_->GetSashPosition() != sash_) return;
+  if (!sash_ || rows_->GetSashPosition() != *sash_) return;
   const int all = rows_->GetClientSize().y;
   const int wanted = uses_.run.HasBegun() ? timelinePane_->HeightWith(timeline_->BestHeight())
                                           : static_cast<int>(all * kTimelineShare);

@@ -3,16 +3,14 @@
 #include <wx/splitter.h>
 #include <wx/timer.h>
 
-#include <vector>
+#include <optional>
 
 #include "build/last_run.h"
 #include "core/last_run_form.h"
 #include "report/last_run_list.h"
 #include "ui/command_ids.h"
-#include "ui/field_binding.h"
 #include "ui/form_window.h"
 #include "ui/pane.h"
-#include "ui/remembered_place.h"
 #include "ui/state_list.h"
 #include "ui/timeline_view.h"
 
@@ -31,31 +29,25 @@ class LastRunWindow : public FormWindow {
 
   /// All must outlive the window.
   LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids);
-  ~LastRunWindow() override;
 
  private:
   void MakeTimeline(CommandIds& ids);
   void MakeList(CommandIds& ids);
-  [[nodiscard]] wxSizer* Buttons();
-  void ShowOrHide(bool visible);
   void Follow();
 
   /// Gives the timeline the room that its lanes need, until the user moves the sash.
   void FitTimeline();
   void Place() override;
+  void HasPlace() override;
 
   Uses uses_;
-  RememberedPlace place_;
   wxSplitterWindow* rows_;
   Pane* timelinePane_;
   Pane* listPane_;
   TimelineView* timeline_ = nullptr;
   StateList* list_ = nullptr;
   wxTimer timer_;
-  int sash_ = 0;           ///< where it was put last
-  bool isPlaced_ = false;  ///< from then on it is where the user puts it
-  FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
+  std::optional<int> sash_;  ///< where it was put last
 };
 
 }  // namespace gorbex::ui

@@ -43,12 +43,7 @@ LinkLine::LinkLine(wxWindow* parent)
   Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { Point(At(event.GetPosition())); });
   Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { Point(kNone); });
   Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) { Follow(At(event.GetPosition())); });
-  for (const auto& focus : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
-    Bind(focus, [this](wxFocusEvent& event) {
-      Refresh();
-      event.Skip();
-    });
-  }
+  RefreshWithFocus(*this);
 }
 
 void LinkLine::Show(std::vector<BuildTerm> terms) {

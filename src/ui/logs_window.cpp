@@ -26,21 +26,17 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
                           }}},
                         "Text")) {
   text_->SetFont(wxFontInfo(text_->GetFont().GetPointSize()).Family(wxFONTFAMILY_TELETYPE));
-  auto* close = new wxButton(this, wxID_CLOSE, {}, wxDefaultPosition, wxDefaultSize, 0,
-                             wxDefaultValidator, "cmdClose");
-  fields_.Join(*close, form_.cmdClose);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   const int margin = FromDIP(kMargin);
   sizer->Add(Head(), wxSizerFlags().Border(wxALL, margin));
   sizer->Add(text_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, margin));
   sizer->Add(find_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, margin - FromDIP(kGap) / 2));
-  sizer->Add(close, wxSizerFlags().Right().Border(wxALL, margin));
-  SetSizer(sizer);
-  SetMinClientSize(FromDIP(wxSize(360, 240)));
+  sizer->Add(Foot(nullptr, {&form_.cmdClose}), wxSizerFlags().Expand().Border(wxALL, margin));
+  SetContents(sizer, wxSize(360, 240));
   SetClientSize(FromDIP(wxSize(680, 440)));
 
   ShowDays();
-  Bind(wxEVT_CHAR_HOOK, &LogsWindow::OnKey, this);
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) { event.Skip(!find_->Takes(event)); });
   subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
     if (visible) days_->SetFocus();
   }));
@@ -61,16 +57,9 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
 wxSizer* LogsWindow::Head() {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(heading_, wxSizerFlags().CentreVertical());
-  const auto add = [&](wxWindow* part) {
-    row->Add(part, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
-  };
-  add(days_);
-  const auto button = [&](const wxString& label, const wxString& name,
-                          const std::function<void()>& press) {
-    auto* made = new wxButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0,
-                              wxDefaultValidator, name);
-    made->Bind(wxEVT_BUTTON, [press](wxCommandEvent&) { press(); });
-    add(made);
+  row->Add(days_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  const auto button = [&](const char* label, const char* name, auto press) {
+    AddButton(*row, label, name)->Bind(wxEVT_BUTTON, [press](wxCommandEvent&) { press(); });
   };
   button("&Reload", "cmdReload", [this] { ShowDay(); });
   button("&Find...", "cmdFind", [this] { find_->Open(); });
@@ -82,17 +71,6 @@ wxSizer* LogsWindow::Head() {
 void LogsWindow::Copy() {
   const wxString selected = text_->GetStringSelection();
   CopyText(selected.empty() ? text_->GetValue() : selected);
-}
-
-void LogsWindow::OnKey(wxKeyEvent& event) {
-  const bool isFind = event.GetKeyCode() == 'F' && event.GetModifiers() == wxMOD_CONTROL;
-  if (isFind) {
-    find_->Open();
-  } else if (event.GetKeyCode() == WXK_F3) {
-    find_->Find(event.ShiftDown() ? FindBar::Direction::Previous : FindBar::Direction::Next);
-  } else {
-    event.Skip();
-  }
 }
 
 void LogsWindow::ShowDay() {

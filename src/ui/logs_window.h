@@ -3,10 +3,7 @@
 #include <wx/combobox.h>
 #include <wx/stattext.h>
 
-#include <vector>
-
 #include "core/logs_form.h"
-#include "ui/field_binding.h"
 #include "ui/find_bar.h"
 #include "ui/form_window.h"
 
@@ -20,7 +17,6 @@ class LogsWindow : public FormWindow {
  private:
   [[nodiscard]] wxSizer* Head();
   void Copy();
-  void OnKey(wxKeyEvent& event);
   void ShowDays();
   void ShowDay();
 
@@ -29,8 +25,6 @@ class LogsWindow : public FormWindow {
   wxComboBox* days_;
   wxTextCtrl* text_;
   FindBar* find_;
-  FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -10,6 +10,7 @@
 #include "core/node_key.h"
 #include "ui/about.h"
 #include "ui/check_window.h"
+#include "ui/dependencies_window.h"
 #include "ui/icons.h"
 #include "ui/last_run_window.h"
 #include "ui/layout_store.h"
@@ -114,8 +115,7 @@ void MainFrame::MakeForms() {
   new LogsWindow(this, program_.logs);
   new MissingWindow(this, program_.missing, ids_);
   new CheckWindow(this, program_.checkForm, ids_);
-  dependencies_ = new DependenciesWindow(this, program_.dependencies, program_.picture,
-                                         program_.registry, ids_);
+  new DependenciesWindow(this, program_.dependencies, program_.picture, program_.registry, ids_);
   program_.lastRun.Listen(program_.run.events);
   new LastRunWindow(this,
                     {program_.lastRunForm, program_.lastRunList, program_.lastRun,
@@ -175,10 +175,8 @@ Pane* MainFrame::MakeReferencesPane(wxWindow* parent) {
   auto* pane = new Pane(parent, "Project");
   block_ = new DetailsBlock(pane, program_.window);
   pane->AddHeader(block_);
-  data_ = new StateList(pane, "lvwData", program_.window.lvwData, ReferenceColumns(),
-                        StateList::Checks::No);
-  pane->SetContent(data_,
-                   new EmptyHint(pane, ids_, "Select a project to see what it references.", {}));
+  data_ = new StateList(pane, "lvwData", program_.window.lvwData, ReferenceColumns());
+  pane->SetContent(data_, new EmptyHint(pane, ids_, "Select a project to see what it references."));
   return pane;
 }
 
@@ -186,7 +184,7 @@ Pane* MainFrame::MakeQueuePane(wxWindow* parent) {
   auto* pane = new Pane(parent, "Build Queue");
   terms_ = new LinkLine(pane);
   pane->AddBesideCaption(terms_);
-  queue_ = new QueueList(pane, program_.window.lvwQueue, program_.run.events, program_.outdated);
+  queue_ = new QueueList(pane, program_.window, program_.run.events, program_.outdated);
   auto* hint = new EmptyHint(pane, ids_, "Drag projects here from the tree, or add them all.",
                              {&program_.window.menu.mnuQueueAddAll});
   hint->SetName("queueHint");
@@ -355,6 +353,20 @@ void MainFrame::ShowPointer(MousePointer pointer) {
   busy ? wxBeginBusyCursor() : wxEndBusyCursor();
 }
 
+void MainFrame::End() {
+  if (!openDialogs_.Any()) {
+    Close();
+    return;
+  }
+  isEnding_ = isCloseWanted_ = true;
+  program_.run.End();
+  openDialogs_.Dismiss(true);
+}
+
+void MainFrame::EndWithSession() {
+  if (!isAsking_) End();
+}
+
 void MainFrame::OnClose(wxCloseEvent& event) {
   // Only the system can ask now. The code that waits for the answer still needs the window.
   if (openDialogs_.Any()) {
@@ -362,13 +374,19 @@ void MainFrame::OnClose(wxCloseEvent& event) {
     if (event.CanVeto()) event.Veto();
     return;
   }
-  if (!program_.shutDown.Form_QueryUnload() && event.CanVeto()) {
-    event.Veto();
-    return;
+  isAsking_ = true;
+  const bool closes = program_.shutDown.Form_QueryUnload();
+  isAsking_ = false;
+  if (!closes) {
+    if (event.CanVeto()) {
+      event.Veto();
+      return;
+    }
+    program_.shutDown.SessionEnds();
   }
+  isCloseWanted_ = false;
   LayoutStore store(program_.registry);
   layout_->Store(store);
-  dependencies_->StorePlace();
   Destroy();
 }
 
@@ -393,9 +411,20 @@ void MainFrame::OnIdle(wxIdleEvent& event) {
   TellNotCompared();
   status_->ShowUnsaved(program_.buildProject.Changed());
   terms_->Show(TermsInForce(program_.window, program_.options));
-  const bool isCloseDue = isCloseWanted_ && !openDialogs_.Any();
-  if (isCloseDue) isCloseWanted_ = false;
-  if (isCloseDue || program_.shutDown.Due()) CallAfter([this] { Close(); });
+  CloseIfDue();
+}
+
+// A dialog that could not be closed yet is asked again, and work comes to its end before the window
+// does.
+void MainFrame::CloseIfDue() {
+  if (openDialogs_.Any() || (isEnding_ && program_.shutDown.IsAtWork())) {
+    if (openDialogs_.AreDismissed()) openDialogs_.Dismiss(true);
+    return;
+  }
+  if (!isCloseWanted_ && !program_.shutDown.Due()) return;
+  isCloseWanted_ = false;
+  openDialogs_.Dismiss(false);
+  CallAfter([this] { Close(isEnding_); });
 }
 
 }  // namespace gorbex::ui

@@ -9,7 +9,6 @@
 
 #include "app/program.h"
 #include "ui/command_ids.h"
-#include "ui/dependencies_window.h"
 #include "ui/desktop_progress.h"
 #include "ui/details_block.h"
 #include "ui/find_bar.h"
@@ -35,6 +34,14 @@ class MainFrame : public wxFrame {
   MainFrame(Program& program, const ShowFolder& showFolder);
   ~MainFrame() override;
 
+  /// Ends the program as the system wants it: closes the window as its user does. While a dialog is
+  /// open, nobody may be there to answer: all dialogs get the answers of their Escape keys, work is
+  /// ended, and the window closes. It still asks about unsaved changes, until this is called again.
+  void End();
+
+  /// As End, with the user's session: a question about unsaved changes is waited for.
+  void EndWithSession();
+
  private:
   void MakeForms();
   void HandleCommands();
@@ -56,6 +63,7 @@ class MainFrame : public wxFrame {
   void Place();
   void OnClose(wxCloseEvent& event);
   void OnIdle(wxIdleEvent& event);
+  void CloseIfDue();
   void TellNotCompared();
 
   Program& program_;
@@ -66,7 +74,6 @@ class MainFrame : public wxFrame {
   std::unique_ptr<PaneLayout> layout_;
   LogPane* log_ = nullptr;
   DetailsBlock* block_ = nullptr;
-  DependenciesWindow* dependencies_ = nullptr;
   Pane* treePane_ = nullptr;
   Pane* dataPane_ = nullptr;
   Pane* queuePane_ = nullptr;
@@ -81,6 +88,8 @@ class MainFrame : public wxFrame {
   wxTimer mailTimer_;
   OpenDialogs openDialogs_;
   bool isCloseWanted_ = false;  ///< by the system, while a dialog was open
+  bool isEnding_ = false;       ///< whatever the user answers
+  bool isAsking_ = false;       ///< whether to close
   bool isBusyCursor_ = false;
   bool isPainted_ = false;
   std::vector<std::string> notCompared_;  ///< projects that a scan left out, with reasons

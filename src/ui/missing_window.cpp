@@ -2,8 +2,6 @@
 
 #include <wx/sizer.h>
 
-#include <algorithm>
-
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
 
@@ -11,7 +9,6 @@ namespace gorbex::ui {
 namespace {
 
 constexpr double kComponentsShare = 0.6;
-constexpr int kMostWidth = 1200;
 const wxSize kLeastSize(560, 220);
 constexpr int kFirstHeight = 300;
 
@@ -30,29 +27,29 @@ MissingWindow::MissingWindow(wxWindow* parent, frmMissing& form, CommandIds& ids
                                     wxSP_LIVE_UPDATE | wxSP_3DSASH)),
       components_(new Pane(columns_, "Components")),
       projects_(new Pane(columns_, "Referenced by")) {
-  list_ = new StateList(components_, "lvwComponents", form_.lvwComponents, ComponentColumns(),
-                        StateList::Checks::No);
-  Fill(*components_, list_, new EmptyHint(components_, ids, "No component is missing.", {}));
+  list_ = new StateList(components_, "lvwComponents", form_.lvwComponents, ComponentColumns());
+  Fill(*components_, list_, new EmptyHint(components_, ids, "No component is missing."));
   Fill(*projects_,
        new StateList(projects_, "lvwProjects", form_.lvwProjects,
-                     {{"Project", 170, false, 3}, {"Folder", 60}}, StateList::Checks::No),
-       new EmptyHint(projects_, ids, "The projects that reference the selected component.", {}));
+                     {{"Project", 170, false, 3}, {"Folder", 60}}),
+       new EmptyHint(projects_, ids, "The projects that reference the selected component."));
   columns_->SetMinimumPaneSize(FromDIP(150));
   columns_->SetSashGravity(kComponentsShare);
   columns_->SplitVertically(components_, projects_);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(columns_, wxSizerFlags(1).Expand());
-  sizer->Add(Buttons(), wxSizerFlags().Right().Border(wxALL, FromDIP(kMargin)));
-  SetSizer(sizer);
-  SetMinClientSize(FromDIP(kLeastSize));
+  sizer->Add(Foot(nullptr, {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdClose}),
+             wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
+  wxDynamicCast(FindWindow("cmdGoTo"), wxButton)->SetDefault();
+  SetContents(sizer, kLeastSize);
   Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
     event.Skip();
-    ShowEmpty();
+    ShowEmptyPanes();
   });
-  focus_ = form_.visible.changed.Connect([this](const bool& visible) {
-    ShowEmpty();
+  subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
+    ShowEmptyPanes();
     if (visible && list_->IsShown()) list_->SetFocus();
-  });
+  }));
 }
 
 void MissingWindow::Fill(Pane& pane, StateList* list, EmptyHint* hint) {
@@ -64,34 +61,14 @@ void MissingWindow::Fill(Pane& pane, StateList* list, EmptyHint* hint) {
   pane.SetContent(list, hint);
 }
 
-wxSizer* MissingWindow::Buttons() {
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  for (Command* command : {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdClose}) {
-    auto* button = new wxButton(this, wxID_ANY, ToWx(command->caption.Get()), wxDefaultPosition,
-                                wxDefaultSize, 0, wxDefaultValidator, ToWx(command->Name()));
-    fields_.Join(*button, *command);
-    row->Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
-    if (command == &form_.cmdGoTo) button->SetDefault();
-  }
-  return row;
-}
-
-void MissingWindow::ShowEmpty() {
-  const bool isEmpty = form_.lvwComponents.Count() == 0;
-  // A list that is hidden would take the keyboard with it.
-  if (isEmpty && list_->IsShown() && IsShown()) FindWindow("cmdClose")->SetFocus();
-  components_->ShowEmpty(isEmpty);
+void MissingWindow::ShowEmptyPanes() {
+  ShowEmpty(*components_, form_.lvwComponents.Count() == 0);
   projects_->ShowEmpty(form_.lvwProjects.Count() == 0);
 }
 
 void MissingWindow::Place() {
-  if (isPlaced_) return;
-  isPlaced_ = true;
-  const wxRect below = GetParent()->GetRect();
-  const int width = std::min(below.width - 2 * FromDIP(kMargin), FromDIP(kMostWidth));
-  SetSize(width, FromDIP(kFirstHeight));
-  SetPosition({below.x + (below.width - GetSize().x) / 2, below.GetBottom() - GetSize().y});
-  columns_->SetSashPosition(static_cast<int>(width * kComponentsShare));
+  PlaceAtFoot(kFirstHeight);
+  columns_->SetSashPosition(static_cast<int>(GetSize().x * kComponentsShare));
 }
 
 }  // namespace gorbex::ui

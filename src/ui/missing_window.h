@@ -4,7 +4,6 @@
 
 #include "core/missing_form.h"
 #include "ui/command_ids.h"
-#include "ui/field_binding.h"
 #include "ui/form_window.h"
 #include "ui/pane.h"
 #include "ui/state_list.h"
@@ -20,18 +19,14 @@ class MissingWindow : public FormWindow {
 
  private:
   void Fill(Pane& pane, StateList* list, EmptyHint* hint);
-  [[nodiscard]] wxSizer* Buttons();
-  void ShowEmpty();
+  void ShowEmptyPanes();
   void Place() override;
 
   frmMissing& form_;
   wxSplitterWindow* columns_;
   Pane* components_;
   Pane* projects_;
-  StateList* list_;        ///< of the components
-  bool isPlaced_ = false;  ///< from then on it is where the user puts it
-  FieldBinding fields_;
-  Subscription focus_;
+  StateList* list_;  ///< of the components
 };
 
 }  // namespace gorbex::ui

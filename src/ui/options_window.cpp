@@ -80,15 +80,10 @@ void OptionsWindow::AddCheck(wxPanel* page, const wxString& label, const wxStrin
 
 wxSizer* OptionsWindow::PathRow(wxPanel* page, const wxString& name, TextBox& state,
                                 Command& browse) {
-  auto* text = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,
-                              wxDefaultValidator, name);
-  auto* button = new wxButton(page, wxID_ANY, ToWx(browse.caption.Get()), wxDefaultPosition,
-                              wxDefaultSize, 0, wxDefaultValidator, ToWx(browse.Name()));
-  fields_.Join(*text, state);
-  fields_.Join(*button, browse);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(text, wxSizerFlags(1).CentreVertical());
-  row->Add(button, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kRowGap)));
+  row->Add(fields_.NewField(page, name, state), wxSizerFlags(1).CentreVertical());
+  row->Add(fields_.NewButton(page, browse),
+           wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kRowGap)));
   return row;
 }
 
@@ -119,10 +114,7 @@ void OptionsWindow::AddEditor(wxPanel* page) {
   wxSizer& content = ContentOf(page);
   content.Add(new wxStaticText(page, wxID_ANY, "Ed&itor that opens sources:"),
               wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
-  auto* text = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,
-                              wxDefaultValidator, "txtEditor");
-  fields_.Join(*text, form_.txtEditor);
-  content.Add(text, wxSizerFlags().Expand());
+  content.Add(fields_.NewField(page, "txtEditor", form_.txtEditor), wxSizerFlags().Expand());
   content.Add(new wxStaticText(page, wxID_ANY,
                                "Such as: code --goto %FILE%:%LINE%\n"
                                "Empty: the program that the system opens a file with"),
@@ -169,11 +161,9 @@ void OptionsWindow::MakeMailPage() {
            form_.chkAutoStart);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(new wxStaticText(page, wxID_ANY, "&Check every"), wxSizerFlags().CentreVertical());
-  auto* interval = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition,
-                                  wxSize(GetTextExtent("00000000").x + FromDIP(20), -1), wxTE_RIGHT,
-                                  wxDefaultValidator, "txtInterval");
-  fields_.Join(*interval, form_.txtInterval);
-  row->Add(interval, wxSizerFlags().CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(kRowGap)));
+  const wxSize size(GetTextExtent("00000000").x + FromDIP(20), -1);
+  row->Add(fields_.NewField(page, "txtInterval", form_.txtInterval, wxTE_RIGHT, size),
+           wxSizerFlags().CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(kRowGap)));
   row->Add(new wxStaticText(page, wxID_ANY, "seconds, 60 at most"),
            wxSizerFlags().CentreVertical());
   content.Add(row, wxSizerFlags().Border(wxBOTTOM, FromDIP(kMargin)));
@@ -181,21 +171,15 @@ void OptionsWindow::MakeMailPage() {
               wxSizerFlags().Border(wxBOTTOM, FromDIP(kRowGap)));
   AddReplyChoice(page, "the &sender of the request", "optReply0", 0);
   AddReplyChoice(page, "this &address:", "optReply1", 1);
-  auto* address = new wxTextCtrl(page, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,
-                                 wxDefaultValidator, "txtErrorUser");
-  fields_.Join(*address, form_.txtErrorUser);
-  content.Add(address, wxSizerFlags().Expand().Border(wxLEFT, FromDIP(24)));
+  content.Add(fields_.NewField(page, "txtErrorUser", form_.txtErrorUser),
+              wxSizerFlags().Expand().Border(wxLEFT, FromDIP(24)));
 }
 
 wxSizer* OptionsWindow::Buttons() {
-  auto* ok = new wxButton(this, wxID_OK, {}, wxDefaultPosition, wxDefaultSize, 0,
-                          wxDefaultValidator, "cmdOK");
+  auto* ok = fields_.NewButton(this, form_.cmdOK, wxID_OK);
   auto* cancel = new wxButton(this, wxID_CANCEL, {}, wxDefaultPosition, wxDefaultSize, 0,
                               wxDefaultValidator, "cmdCancel");
-  auto* apply = new wxButton(this, wxID_APPLY, {}, wxDefaultPosition, wxDefaultSize, 0,
-                             wxDefaultValidator, "cmdApply");
-  fields_.Join(*ok, form_.cmdOK);
-  fields_.Join(*apply, form_.cmdApply);
+  auto* apply = fields_.NewButton(this, form_.cmdApply, wxID_APPLY);
   ok->SetDefault();
   auto* buttons = new wxStdDialogButtonSizer;
   for (auto* button : {ok, cancel, apply}) buttons->AddButton(button);

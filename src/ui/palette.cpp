@@ -21,6 +21,11 @@ wxColour Faded(wxSystemColour colour, double share) {
 
 }  // namespace
 
+wxColour Rgb(std::uint32_t colour) {
+  return {static_cast<unsigned char>(colour >> 16U), static_cast<unsigned char>(colour >> 8U),
+          static_cast<unsigned char>(colour)};
+}
+
 bool IsDark() {
   return wxSystemSettings::GetAppearance().IsUsingDarkBackground();
 }
@@ -52,6 +57,15 @@ wxColour LinkColour() {
 
 wxColour WarningColour() {
   return IsDark() ? wxColour(255, 150, 80) : wxColour(178, 60, 0);
+}
+
+void RefreshWithFocus(wxWindow& window) {
+  for (const auto& focus : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
+    window.Bind(focus, [&window](wxFocusEvent& event) {
+      window.Refresh();
+      event.Skip();
+    });
+  }
 }
 
 Scheme SchemeInUse() {

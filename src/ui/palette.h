@@ -1,11 +1,17 @@
 #pragma once
 
 #include <wx/colour.h>
+#include <wx/window.h>
+
+#include <cstdint>
 
 #include "analysis/project_state.h"
 #include "core/appearance.h"
 
 namespace gorbex::ui {
+
+/// A colour of a picture, "0xRRGGBB".
+[[nodiscard]] wxColour Rgb(std::uint32_t colour);
 
 /// Whether the desktop's theme has light texts on a dark background.
 [[nodiscard]] bool IsDark();
@@ -26,6 +32,9 @@ namespace gorbex::ui {
 
 /// Of a text that the user should notice before going on.
 [[nodiscard]] wxColour WarningColour();
+
+/// Draws a window again when the keyboard comes or goes.
+void RefreshWithFocus(wxWindow& window);
 
 /// Of lists.
 [[nodiscard]] Scheme SchemeInUse();

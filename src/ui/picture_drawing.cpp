@@ -14,17 +14,7 @@ constexpr double kCorner = 4;
 }  // namespace
 
 PictureDrawing::PictureDrawing(wxGraphicsContext& context, double pixels)
-    : context_(context),
-      pixels_(pixels),
-      scheme_(IsDark() ? Scheme::Dark : Scheme::Light),
-      colours_(ColoursOf(scheme_)) {}
-
-wxColour PictureDrawing::ColourOf(std::uint32_t colour) {
-  const auto part = [colour](unsigned shift) {
-    return static_cast<unsigned char>(colour >> shift & 0xFFU);
-  };
-  return {part(16), part(8), part(0)};
-}
+    : context_(context), pixels_(pixels), scheme_(SchemeInUse()), colours_(ColoursOf(scheme_)) {}
 
 wxGraphicsPen PictureDrawing::Pen(const wxColour& colour, double width) const {
   return context_.CreatePen(wxGraphicsPenInfo(colour).Width(std::max(width, 1 / pixels_)));
@@ -33,7 +23,7 @@ wxGraphicsPen PictureDrawing::Pen(const wxColour& colour, double width) const {
 void PictureDrawing::DrawBox(const wxRect2DDouble& place, ProjectState state, bool isInCircle,
                              bool isSelected) {
   const BoxColours colours = ColoursOf(state, scheme_);
-  const wxColour border = ColourOf(isInCircle ? colours_.circle : colours.border);
+  const wxColour border = Rgb(isInCircle ? colours_.circle : colours.border);
   if (isSelected) {
     constexpr double kRing = 4;
     context_.SetBrush(*wxTRANSPARENT_BRUSH);
@@ -45,9 +35,9 @@ void PictureDrawing::DrawBox(const wxRect2DDouble& place, ProjectState state, bo
   pen.Width(std::max(isInCircle || IsLoud(state) ? 2.5 : 1.0, 1 / pixels_));
   if (state == ProjectState::Skipped) pen.Style(wxPENSTYLE_SHORT_DASH);
   context_.SetPen(context_.CreatePen(pen));
-  context_.SetBrush(context_.CreateBrush(wxBrush(ColourOf(colours.fill))));
+  context_.SetBrush(context_.CreateBrush(wxBrush(Rgb(colours.fill))));
   context_.DrawRoundedRectangle(place.m_x, place.m_y, place.m_width, place.m_height, kCorner);
-  DrawMark(place, MarkOf(state), ColourOf(colours.text));
+  DrawMark(place, MarkOf(state), Rgb(colours.text));
 }
 
 void PictureDrawing::DrawMark(const wxRect2DDouble& place, StateMark mark, const wxColour& colour) {

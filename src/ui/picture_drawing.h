@@ -3,8 +3,6 @@
 #include <wx/colour.h>
 #include <wx/graphics.h>
 
-#include <cstdint>
-
 #include "analysis/group_layout.h"
 #include "analysis/project_state.h"
 
@@ -18,7 +16,6 @@ class PictureDrawing {
   PictureDrawing(wxGraphicsContext& context, double pixels);
 
   [[nodiscard]] const PictureColours& Colours() const { return colours_; }
-  [[nodiscard]] static wxColour ColourOf(std::uint32_t colour);
 
   /// A pen of at least one pixel.
   [[nodiscard]] wxGraphicsPen Pen(const wxColour& colour, double width) const;

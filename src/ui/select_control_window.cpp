@@ -24,17 +24,15 @@ SelectControlWindow::SelectControlWindow(wxWindow* parent, frmSelectControl& for
   auto* grid = new wxFlexGridSizer(2, FromDIP(wxSize(kGap, kGap)));
   grid->AddGrowableCol(1);
   AddRow(*grid, "&Component:", components_);
-  AddRow(*grid, "&Property:", Field("txtProperty", form_.txtProperty));
-  AddRow(*grid, "&Value:", Field("txtValue", form_.txtValue));
+  AddRow(*grid, "&Property:", fields_.NewField(this, "txtProperty", form_.txtProperty));
+  AddRow(*grid, "&Value:", fields_.NewField(this, "txtValue", form_.txtValue));
   hint_->SetForegroundColour(HintColour());
-  auto* buttons = new wxBoxSizer(wxHORIZONTAL);
-  buttons->Add(Button(form_.cmdTest), wxSizerFlags().Border(wxRIGHT, FromDIP(kGap)));
-  buttons->Add(Button(form_.cmdClose));
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   const int margin = FromDIP(kMargin);
   sizer->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, margin));
   sizer->Add(hint_, wxSizerFlags().Border(wxLEFT | wxRIGHT, margin));
-  sizer->Add(buttons, wxSizerFlags().Right().Border(wxALL, margin));
+  sizer->Add(Foot(nullptr, {&form_.cmdTest, &form_.cmdClose}),
+             wxSizerFlags().Expand().Border(wxALL, margin));
   SetSizerAndFit(sizer);
 
   ShowComponents();
@@ -54,20 +52,6 @@ void SelectControlWindow::AddRow(wxSizer& grid, const wxString& label, wxWindow*
   heading->MoveBeforeInTabOrder(control);
   grid.Add(heading, wxSizerFlags().CentreVertical());
   grid.Add(control, wxSizerFlags(1).Expand());
-}
-
-wxTextCtrl* SelectControlWindow::Field(const wxString& name, TextBox& state) {
-  auto* field = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, 0,
-                               wxDefaultValidator, name);
-  fields_.Join(*field, state);
-  return field;
-}
-
-wxButton* SelectControlWindow::Button(Command& command) {
-  auto* button = new wxButton(this, wxID_ANY, ToWx(command.caption.Get()), wxDefaultPosition,
-                              wxDefaultSize, 0, wxDefaultValidator, ToWx(command.Name()));
-  fields_.Join(*button, command);
-  return button;
 }
 
 void SelectControlWindow::ShowComponents() {

@@ -4,10 +4,8 @@
 #include <wx/stattext.h>
 
 #include <functional>
-#include <vector>
 
 #include "core/select_control_form.h"
-#include "ui/field_binding.h"
 #include "ui/form_window.h"
 
 namespace gorbex::ui {
@@ -20,15 +18,11 @@ class SelectControlWindow : public FormWindow {
 
  private:
   void AddRow(wxSizer& grid, const wxString& label, wxWindow* control);
-  [[nodiscard]] wxTextCtrl* Field(const wxString& name, TextBox& state);
-  [[nodiscard]] wxButton* Button(Command& command);
   void ShowComponents();
 
   frmSelectControl& form_;
   wxChoice* components_;
   wxStaticText* hint_;
-  FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -29,6 +29,8 @@ StateList::StateList(wxWindow* parent, const wxString& name, ListView& state,
       columns_(columns),
       tip_(*parent) {
   if (checks == Checks::Yes) EnableCheckBoxes();
+  // The sizes that it wants for all its columns are not those that it needs.
+  SetMinSize(FromDIP(wxSize(80, 60)));
   SetSmallImages(RowIcons(IconSize(*this)));
   for (const auto& column : columns_) {
     AppendColumn(wxString::FromUTF8(column.heading),
@@ -90,6 +92,12 @@ void StateList::BindEvents() {
     child->Bind(wxEVT_SET_FOCUS, mark);
   }
   Bind(wxEVT_MOTION, &StateList::OnMotion, this);
+}
+
+void StateList::TellHeadings(Signal<std::size_t>& clicked) {
+  Bind(wxEVT_LIST_COL_CLICK, [&clicked](wxListEvent& event) {
+    if (event.GetColumn() >= 0) clicked.Emit(static_cast<std::size_t>(event.GetColumn()));
+  });
 }
 
 // Without a selection nobody would see where the keyboard is.
@@ -244,7 +252,7 @@ ColumnNeed StateList::NeedOf(long column) const {
   need.wanted = std::max(heading, text + margin + icons);
   need.least = std::min(need.wanted, std::max(heading, FromDIP(designed.width * icon / 16)));
   // The first column tells the rows apart, and of a short text nothing can be left out.
-  const bool isShort = text + margin / 2 <= FromDIP(kShortText);
+  const bool isShort = designed.isWhole || text + margin / 2 <= FromDIP(kShortText * icon / 16);
   need.bare = std::min(need.least, isShort ? text + margin / 2 : margin);
   if (column == 0) need.bare = need.least;
   need.worth = designed.worth;

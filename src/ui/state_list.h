@@ -15,7 +15,8 @@ struct ListColumn {
   std::string heading;
   int width = 0;  ///< its least one as long as there is room, in DIP and for a font of usual size
   bool isNumber = false;
-  int worth = 1;  ///< of two columns the one that is worth more gets room first
+  int worth = 1;         ///< of two columns the one that is worth more gets room first
+  bool isWhole = false;  ///< its texts are short and always shown whole
 };
 
 /// Draws a list's state: rows are asked for when they are painted, and many changes make one
@@ -26,7 +27,10 @@ class StateList : public wxListCtrl {
 
   /// Column 0 shows the row's text, the others its sub-items of the same number.
   StateList(wxWindow* parent, const wxString& name, ListView& state,
-            const std::vector<ListColumn>& columns, Checks checks);
+            const std::vector<ListColumn>& columns, Checks checks = Checks::No);
+
+  /// Tells the column, from 0, whose heading the user clicks.
+  void TellHeadings(Signal<std::size_t>& clicked);
 
   /// Widths in DIP. Widths that were set, here or by the user, are kept when rows change; the
   /// others follow the rows' texts.

@@ -25,7 +25,6 @@ class TestControlWindow : public FormWindow {
 
   frmTestControl& form_;
   wxWindow* canvas_;
-  std::vector<Subscription> subscriptions_;
   std::vector<Subscription> controls_;  ///< to the controls that are there now
 };
 

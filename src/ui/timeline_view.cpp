@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 
 #include "ui/palette.h"
 #include "ui/spacing.h"
@@ -20,11 +19,10 @@ constexpr int kLaneGap = 6;
 constexpr int kCriticalLine = 3;
 constexpr int kLeastBar = 3;
 constexpr int kLeastText = 24;
-
-wxColour Rgb(std::uint32_t colour) {
-  return {static_cast<unsigned char>(colour >> 16U), static_cast<unsigned char>(colour >> 8U),
-          static_cast<unsigned char>(colour)};
-}
+constexpr int kLegendBox = 14;
+constexpr int kLegendText = 4;  // after the box
+constexpr std::array kLegendStates = {ProjectState::Built, ProjectState::Failed,
+                                      ProjectState::Building, ProjectState::UpToDate};
 
 wxRect Box(const TimelineLayout::Box& box, const wxPoint& origin) {
   return {origin.x + box.x, origin.y + box.y, box.width, box.height};
@@ -43,7 +41,13 @@ TimelineView::TimelineView(wxWindow* parent, LastRunList& list, frmLastRun& form
       })) {
   SetBackgroundStyle(wxBG_STYLE_PAINT);
   SetScrollRate(0, LaneHeight());
+  SetMinSize(FromDIP(wxSize(80, 60)));
   Bind(wxEVT_PAINT, &TimelineView::OnPaint, this);
+  // A narrow view has its legend in several lines.
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    SetVirtualSize(-1, BestHeight());
+  });
   Bind(wxEVT_KEY_DOWN, &TimelineView::OnKey, this);
   Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { Point(event.GetPosition()); });
   Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { tip_.Show(*this, {}); });
@@ -51,12 +55,7 @@ TimelineView::TimelineView(wxWindow* parent, LastRunList& list, frmLastRun& form
     event.Skip();
     if (const auto bar = BarAt(event.GetPosition())) list_.SelectBar(*bar);
   });
-  for (const auto& focus : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
-    Bind(focus, [this](wxFocusEvent& event) {
-      Refresh();
-      event.Skip();
-    });
-  }
+  RefreshWithFocus(*this);
 }
 
 int TimelineView::TextHeight() const {
@@ -81,7 +80,8 @@ TimelineLayout TimelineView::Bars() const {
 
 int TimelineView::BestHeight() const {
   const int lanes = std::max(1, static_cast<int>(list_.Timeline().places));
-  return Origin().y + lanes * (LaneHeight() + FromDIP(kLaneGap)) + TextHeight() + 2 * FromDIP(kGap);
+  return Origin().y + lanes * (LaneHeight() + FromDIP(kLaneGap)) + Legend().back().place.y +
+         TextHeight() + 2 * FromDIP(kGap);
 }
 
 wxRect TimelineView::PlaceOf(std::size_t bar) const {
@@ -194,28 +194,41 @@ void TimelineView::DrawBar(wxDC& dc, std::size_t bar, const wxRect& lane, bool i
   dc.DrawRectangle(wxRect(lane).Inflate(FromDIP(2)));
 }
 
-void TimelineView::DrawLegend(wxDC& dc, int top) const {
-  constexpr std::array kStates = {ProjectState::Built, ProjectState::Failed, ProjectState::Building,
-                                  ProjectState::UpToDate};
-  const wxSize box(FromDIP(14), FromDIP(10));
-  const int middle = top + TextHeight() / 2;
-  int x = Origin().x;
-  dc.SetTextForeground(HintColour());
-  const auto name = [&](const wxString& text) {
-    dc.DrawText(text, x + box.x + FromDIP(4), top);
-    x += box.x + FromDIP(4) + dc.GetTextExtent(text).x + FromDIP(2 * kGap);
-  };
-  for (const ProjectState state : kStates) {
-    const BoxColours colours = ColoursOf(state, SchemeInUse());
-    dc.SetPen(wxPen(Rgb(colours.border)));
-    dc.SetBrush(Rgb(colours.fill));
-    dc.DrawRectangle({x, middle - box.y / 2}, box);
-    name(ToWx(std::string(NameOf(state))));
+std::vector<TimelineView::LegendEntry> TimelineView::Legend() const {
+  std::vector<LegendEntry> entries;
+  for (const ProjectState state : kLegendStates) {
+    entries.push_back({ToWx(std::string(NameOf(state))), state});
   }
-  dc.SetPen(*wxTRANSPARENT_PEN);
-  dc.SetBrush(CriticalColour());
-  dc.DrawRectangle(x, middle, box.x, FromDIP(kCriticalLine));
-  name("critical path");
+  entries.push_back({"critical path"});
+  const int room = GetClientSize().x - Origin().x - FromDIP(kMargin);
+  wxPoint at;
+  for (LegendEntry& entry : entries) {
+    const int width = FromDIP(kLegendBox + kLegendText) + GetTextExtent(entry.text).x;
+    if (at.x > 0 && at.x + width > room) at = {0, at.y + TextHeight() + FromDIP(kGap) / 2};
+    entry.place = at;
+    at.x += width + FromDIP(2 * kGap);
+  }
+  return entries;
+}
+
+void TimelineView::DrawLegend(wxDC& dc, int top) const {
+  dc.SetTextForeground(HintColour());
+  for (const LegendEntry& entry : Legend()) {
+    const wxPoint at = entry.place + wxPoint(Origin().x, top);
+    const int middle = at.y + TextHeight() / 2;
+    if (entry.state) {
+      const BoxColours colours = ColoursOf(*entry.state, SchemeInUse());
+      const wxSize box(FromDIP(kLegendBox), FromDIP(10));
+      dc.SetPen(wxPen(Rgb(colours.border)));
+      dc.SetBrush(Rgb(colours.fill));
+      dc.DrawRectangle({at.x, middle - box.y / 2}, box);
+    } else {
+      dc.SetPen(*wxTRANSPARENT_PEN);
+      dc.SetBrush(CriticalColour());
+      dc.DrawRectangle(at.x, middle, FromDIP(kLegendBox), FromDIP(kCriticalLine));
+    }
+    dc.DrawText(entry.text, at.x + FromDIP(kLegendBox + kLegendText), at.y);
+  }
 }
 
 }  // namespace gorbex::ui

@@ -2,6 +2,9 @@
 
 #include <wx/scrolwin.h>
 
+#include <optional>
+#include <vector>
+
 #include "report/last_run_list.h"
 #include "report/timeline_layout.h"
 #include "ui/hover_tip.h"
@@ -22,6 +25,13 @@ class TimelineView : public wxScrolledCanvas {
   [[nodiscard]] wxRect PlaceOf(std::size_t bar) const;
 
  private:
+  struct LegendEntry {
+    wxString text;
+    std::optional<ProjectState> state{};  ///< nothing for the critical path
+    wxPoint place{};                      ///< from the legend's corner
+  };
+
+  [[nodiscard]] std::vector<LegendEntry> Legend() const;
   [[nodiscard]] TimelineLayout Bars() const;
   [[nodiscard]] wxPoint Origin() const;
   [[nodiscard]] int LaneHeight() const;

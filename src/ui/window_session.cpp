@@ -4,7 +4,6 @@
 #include <wx/utils.h>
 #include <wx/weakref.h>
 
-#include "ui/main_frame.h"
 #include "ui/system_window.h"
 #include "ui/text_conversion.h"
 
@@ -39,16 +38,16 @@ bool WindowSession::ShowFolder(const std::string& folder) const {
 }
 
 // The system wants its answer at once, so no question is asked while it waits. When the session may
-// not end yet, the window closes afterwards as usual and asks then; the system ends the session
+// not end yet, the window closes afterwards and asks then; the system ends the session
 // when the window is gone.
-void WindowSession::FollowUsersSession(wxFrame* frame) {
-  const wxWeakRef<wxFrame> window(frame);
+void WindowSession::FollowUsersSession(MainFrame* frame) {
+  const wxWeakRef<MainFrame> window(frame);
   wxTheApp->Bind(wxEVT_QUERY_END_SESSION, [this, window](wxCloseEvent& event) {
     if (!window || program_.shutDown.SessionMayEnd() || !event.CanVeto()) return;
     TellWhySessionWaits(*window, "The build project is not saved.");
     event.Veto();
     window->CallAfter([window] {
-      if (window) window->Close();
+      if (window) window->EndWithSession();
     });
   });
   wxTheApp->Bind(wxEVT_END_SESSION, [this, window](wxCloseEvent&) {

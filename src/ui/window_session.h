@@ -1,12 +1,11 @@
 #pragma once
 
-#include <wx/frame.h>
-
 #include <string>
 
 #include "app/program.h"
 #include "platform/host.h"
 #include "ui/event_loop_pump.h"
+#include "ui/main_frame.h"
 #include "ui/window_dialogs.h"
 
 namespace gorbex::ui {
@@ -23,7 +22,7 @@ class WindowSession {
  private:
   [[nodiscard]] std::string CommandLine(const std::string& typed) const;
   [[nodiscard]] bool ShowFolder(const std::string& folder) const;
-  void FollowUsersSession(wxFrame* frame);
+  void FollowUsersSession(MainFrame* frame);
 
   Host& host_;
   WindowDialogs dialogs_;

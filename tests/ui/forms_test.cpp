@@ -9,6 +9,7 @@
 #include "ui/file_or_folder_window.h"
 #include "ui/label_window.h"
 #include "ui/login_window.h"
+#include "ui/message_window.h"
 #include "ui/options_window.h"
 #include "ui/window_dialogs.h"
 
@@ -198,6 +199,21 @@ TEST_F(FormsTest, TheSystemsWishToEndWaitsForAnOpenForm) {
   });
   EXPECT_TRUE(User::Sees([&] { return frame == nullptr; }));
   EXPECT_TRUE(stoodOpen);
+}
+
+TEST_F(FormsTest, TheSystemEndsARunAndTheWindowThroughAnOpenMessage) {
+  std::optional<Answer> answer = Answer::Ok;
+  bool isOver = false;
+  const auto listening = program->run.events.Connect([&](const RunEvent& event) {
+    if (!std::holds_alternative<ProjectStarted>(event) || std::exchange(isOver, true)) return;
+    ui::MessageWindow box(frame, "Question", {"Go on?", Buttons::YesNo});
+    User::Then([&] { frame->End(); });
+    answer = box.Ask();
+  });
+  user.Presses(WXK_F7);
+  EXPECT_TRUE(User::Sees([&] { return frame == nullptr; }));
+  EXPECT_TRUE(isOver && !answer);
+  EXPECT_EQ(Icons().find("buildok"), std::string::npos) << "no program is started any more";
 }
 
 TEST_F(FormsTest, LoginStaysOpenUntilTheDatabaseOpensOrTheUserGivesUp) {

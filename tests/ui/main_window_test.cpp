@@ -86,10 +86,16 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   program->window.menu.mnuQueueMarkAll.Execute();
   Asked();
 
+  const auto shown = [&](int field) { return frame->GetStatusBar()->GetStatusText(field); };
+  wxString duringTheMessage;
+  const auto listening = program->run.events.Connect([&](const RunEvent& event) {
+    if (std::holds_alternative<QuestionAsked>(event)) duringTheMessage = shown(0) + shown(2);
+  });
   user.Presses(WXK_F7);
   ASSERT_TRUE(
       User::Sees([&] { return !program->work.Goes(Task::Run) && Icons() == "buildok buildok"; }));
   EXPECT_EQ(Asked(), Journal{"show Built 2 components."});
+  EXPECT_EQ(duringTheMessage, "The build is done2 built");
   auto& queue = The<StateList>("lvwQueue");
   EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
   queue.SetColumnWidth(1, queue.FromDIP(170));
@@ -102,6 +108,7 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   program->window.menu.mnuFileNew.Execute();
   User::Waits();
   EXPECT_EQ(Shown("lvwQueue"), nullptr);
+  EXPECT_EQ(shown(2) + shown(4), "") << "it is another build project";
   program->window.menu.mnuFileMRU[0].Execute();
   User::Waits();
   EXPECT_EQ(Queue(), "Core.vbp Money.vbp");

@@ -1,7 +1,9 @@
+#include <wx/button.h>
 #include <wx/stattext.h>
 #include <wx/statusbr.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -299,6 +301,36 @@ TEST_F(PanesTest, DrawsTheLastRunAndSavesItsReport) {
   // The window manager tells the size of the frame around the window a moment later.
   EXPECT_TRUE(User::Sees([&] { return Shown("frmLastRun")->GetSize() == size; }))
       << "its place is remembered";
+}
+
+TEST_F(PanesTest, WindowsDoNotBecomeSmallerThanWhatTheySay) {
+  Open(kProduct);
+  Build();
+  struct Case {
+    int key;
+    int modifiers;
+    const char* window;
+    const char* list;
+    long state;
+  };
+  for (const Case& each :
+       {Case{'U', wxMOD_CONTROL, "frmDependencies", "lvwDependencies", 2},
+        Case{'L', wxMOD_CONTROL | wxMOD_SHIFT, "frmLastRun", "lvwRunProjects", 1}}) {
+    user.Presses(each.key, each.modifiers);
+    auto& list = The<StateList>(each.list);
+    wxWindow& window = *Shown(each.window);
+    window.SetSize(400, 300);
+    EXPECT_TRUE(User::Sees([&] {
+      const auto isWhole = [&](wxWindow* part) {
+        return dynamic_cast<wxButton*>(part) == nullptr ||
+               window.GetClientRect().Contains(part->GetRect());
+      };
+      const auto& parts = window.GetChildren();
+      return std::all_of(parts.begin(), parts.end(), isWhole) &&
+             !list.GetItemText(0, each.state).Contains("...");
+    })) << each.window;
+    user.Presses(WXK_ESCAPE);
+  }
 }
 
 TEST_F(PanesTest, FindsInThePaneThatTheUserComesFrom) {

@@ -12,6 +12,7 @@
 #include "platform/git/ask_pass.h"
 #include "platform/linux/end_signal.h"
 #include "platform/linux/host.h"
+#include "ui/main_frame.h"
 #include "ui/window_app.h"
 #include "ui/window_arguments.h"
 
@@ -35,7 +36,12 @@ class LinuxApp : public ui::WindowApp, private wxEventLoopSourceHandler {
   void OnReadWaiting() override {
     // A user who does not want to close now may be asked again.
     static_cast<void>(EndSignal::Listen());
-    if (wxWindow* top = GetTopWindow()) top->Close();
+    wxWindow* top = GetTopWindow();
+    if (auto* frame = dynamic_cast<ui::MainFrame*>(top)) {
+      frame->End();
+    } else if (top != nullptr) {
+      top->Close();
+    }
     // A window that closed goes away when the program has nothing to do, which it is to notice.
     WakeUpIdle();
   }
