@@ -95,7 +95,7 @@ TEST_F(MainWindowTest, TakesAProductFromItsFirstProjectToASavedBuild) {
   ASSERT_TRUE(
       User::Sees([&] { return !program->work.Goes(Task::Run) && Icons() == "buildok buildok"; }));
   EXPECT_EQ(Asked(), Journal{"show Built 2 components."});
-  EXPECT_EQ(duringTheMessage, "The build is done2 built");
+  EXPECT_EQ(duringTheMessage, "The build is done2 built, 0 failed");
   auto& queue = The<StateList>("lvwQueue");
   EXPECT_TRUE(queue.GetItemText(1, 5).EndsWith(" s")) << "the time it took";
   queue.SetColumnWidth(1, queue.FromDIP(170));

@@ -311,7 +311,7 @@ TEST_F(PanesTest, WindowsDoNotBecomeSmallerThanWhatTheySay) {
     int modifiers;
     const char* window;
     const char* list;
-    long state;
+    int state;
   };
   for (const Case& each :
        {Case{'U', wxMOD_CONTROL, "frmDependencies", "lvwDependencies", 2},
