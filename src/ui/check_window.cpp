@@ -34,7 +34,7 @@ CheckWindow::CheckWindow(wxWindow* parent, frmCheck& form, CommandIds& ids)
       Foot(&form_.summary, {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdOpen, &form_.cmdClose}),
       wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
   SetContents(sizer, kLeastCheckSize);
-  const auto showEmpty = [this] { ShowEmpty(*pane_, form_.lvwFindings.Count() == 0); };
+  const auto showEmpty = [this] { pane_->ShowEmpty(form_.lvwFindings.Count() == 0); };
   Bind(wxEVT_IDLE, [showEmpty](wxIdleEvent& event) {
     event.Skip();
     showEmpty();

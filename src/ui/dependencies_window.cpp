@@ -181,9 +181,7 @@ void DependenciesWindow::FollowState() {
 }
 
 void DependenciesWindow::ShowEmptyPanes() {
-  const bool isEmpty = picture_.Projects().empty();
-  ShowEmpty(*picturePane_, isEmpty);
-  ShowEmpty(*listPane_, isEmpty);
+  for (Pane* pane : {picturePane_, listPane_}) pane->ShowEmpty(picture_.Projects().empty());
 }
 
 // The picture of a small group leaves no room empty.

@@ -95,9 +95,4 @@ wxButton* FormWindow::AddButton(wxSizer& row, const wxString& label, const wxStr
   return button;
 }
 
-void FormWindow::ShowEmpty(Pane& pane, bool isEmpty) {
-  if (isEmpty && IsActive() && pane.ShowsContent()) FindWindow("cmdClose")->SetFocus();
-  pane.ShowEmpty(isEmpty);
-}
-
 }  // namespace gorbex::ui

@@ -12,7 +12,6 @@
 #include "core/property.h"
 #include "core/signal.h"
 #include "ui/field_binding.h"
-#include "ui/pane.h"
 #include "ui/remembered_place.h"
 
 namespace gorbex::ui {
@@ -48,10 +47,6 @@ class FormWindow : public wxDialog {
 
   /// A button in a row, at a distance from the one before.
   wxButton* AddButton(wxSizer& row, const wxString& label, const wxString& name);
-
-  /// Shows the pane's hint in place of its content. The keyboard goes to the button that closes the
-  /// window, since a list that is hidden would take it along.
-  void ShowEmpty(Pane& pane, bool isEmpty);
 
   FieldBinding fields_;
   std::vector<Subscription> subscriptions_;

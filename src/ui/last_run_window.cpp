@@ -76,9 +76,7 @@ void LastRunWindow::Follow() {
   const bool follows = uses_.form.visible.Get() && uses_.run.IsGoing();
   if (follows && !timer_.IsRunning()) timer_.Start(kRefresh);
   if (!follows) timer_.Stop();
-  const bool isEmpty = !uses_.run.HasBegun();
-  ShowEmpty(*timelinePane_, isEmpty);
-  ShowEmpty(*listPane_, isEmpty);
+  for (Pane* pane : {timelinePane_, listPane_}) pane->ShowEmpty(!uses_.run.HasBegun());
   if (uses_.form.visible.Get()) FitTimeline();
 }
 

@@ -62,7 +62,7 @@ void MissingWindow::Fill(Pane& pane, StateList* list, EmptyHint* hint) {
 }
 
 void MissingWindow::ShowEmptyPanes() {
-  ShowEmpty(*components_, form_.lvwComponents.Count() == 0);
+  components_->ShowEmpty(form_.lvwComponents.Count() == 0);
   projects_->ShowEmpty(form_.lvwProjects.Count() == 0);
 }
 

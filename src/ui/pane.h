@@ -23,7 +23,6 @@ class Pane : public wxPanel {
   void SetContent(wxWindow* content, EmptyHint* hint);
 
   void ShowEmpty(bool empty);
-  [[nodiscard]] bool ShowsContent() const { return content_->IsShown(); }
 
   /// Its height, in pixels, when its content has that height.
   [[nodiscard]] int HeightWith(int content) const;

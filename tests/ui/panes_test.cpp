@@ -316,6 +316,7 @@ TEST_F(PanesTest, WindowsDoNotBecomeSmallerThanWhatTheySay) {
   for (const Case& each :
        {Case{'U', wxMOD_CONTROL, "frmDependencies", "lvwDependencies", 2},
         Case{'L', wxMOD_CONTROL | wxMOD_SHIFT, "frmLastRun", "lvwRunProjects", 1}}) {
+    ASSERT_TRUE(User::Sees([&] { return frame->IsActive(); }));
     user.Presses(each.key, each.modifiers);
     auto& list = The<StateList>(each.list);
     wxWindow& window = *Shown(each.window);
