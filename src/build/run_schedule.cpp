@@ -1,6 +1,7 @@
 #include "build/run_schedule.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <unordered_map>
 
@@ -122,23 +123,56 @@ std::optional<std::size_t> RunSchedule::Next() {
 
 void RunSchedule::Done(std::size_t project) {
   ++done_;
-  projects_[project].isDone = true;
   for (const std::string& claim : projects_[project].claims) claimed_.erase(claim);
   for (const std::size_t user : projects_[project].users) {
     if (--projects_[user].waitsFor == 0) Offer(user);
   }
 }
 
-std::optional<milliseconds> RunSchedule::TimeLeft(std::size_t places) const {
-  if (!knowsDurations_) return std::nullopt;
-  milliseconds longest{0};
-  milliseconds sum{0};
-  for (const Project& project : projects_) {
-    if (project.isDone) continue;
-    longest = std::max(longest, project.wayToEnd);
-    sum += project.duration;
+// The end of the run, if each project takes as long as last time. The ends of those at work are
+// given. Claims are left out, since they seldom decide.
+milliseconds RunSchedule::Rehearse(std::size_t places, std::vector<Moment> ends) const {
+  const auto isLater = std::greater<>();
+  std::vector<Moment> ready(ready_.begin(), ready_.end());  // in the order of a heap
+  std::vector<std::size_t> waitsFor;
+  waitsFor.reserve(projects_.size());
+  for (const Project& project : projects_) waitsFor.push_back(project.waitsFor);
+  const auto put = [&](std::vector<Moment>& heap, milliseconds time, std::size_t project) {
+    heap.emplace_back(time, project);
+    std::push_heap(heap.begin(), heap.end(), isLater);
+  };
+  const auto take = [&](std::vector<Moment>& heap) {
+    std::pop_heap(heap.begin(), heap.end(), isLater);
+    const Moment first = heap.back();
+    heap.pop_back();
+    return first;
+  };
+  std::make_heap(ends.begin(), ends.end(), isLater);
+  for (milliseconds now{0};;) {
+    while (ends.size() < places && !ready.empty()) {
+      const std::size_t next = take(ready).second;
+      put(ends, now + projects_[next].duration, next);
+    }
+    if (ends.empty()) return now;
+    const auto [end, ended] = take(ends);
+    now = end;
+    for (const std::size_t user : projects_[ended].users) {
+      if (--waitsFor[user] == 0) put(ready, -projects_[user].wayToEnd, user);
+    }
   }
-  return std::max(longest, sum / static_cast<milliseconds::rep>(places));
+}
+
+std::optional<TimeEstimate> RunSchedule::TimeLeft(std::size_t places,
+                                                  const std::vector<ProjectAtWork>& atWork) const {
+  if (!knowsDurations_) return std::nullopt;
+  milliseconds present{0};
+  std::vector<Moment> ends;
+  for (const auto& [project, time] : atWork) {
+    ends.emplace_back(std::max(projects_[project].duration - time, milliseconds(0)), project);
+    present = std::max(present, ends.back().first);
+  }
+  const milliseconds left = Rehearse(places, std::move(ends));
+  return TimeEstimate{left, present};
 }
 
 }  // namespace gorbex

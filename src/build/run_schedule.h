@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/time_estimate.h"
+
 namespace gorbex {
 
 /// What a schedule knows of a project of the run.
@@ -18,6 +20,12 @@ struct ScheduledProject {
   std::string writes;               ///< the built file
   std::string reads;                ///< the file that it is compatible with; empty for none
   std::optional<std::chrono::milliseconds> lastDuration;
+};
+
+/// A project that is being built.
+struct ProjectAtWork {
+  std::size_t project = 0;            ///< its number in the schedule
+  std::chrono::milliseconds time{0};  ///< since it began
 };
 
 /// Decides which project of a run may start next when several are built side by side. A project
@@ -37,26 +45,30 @@ class RunSchedule {
 
   [[nodiscard]] std::size_t DoneCount() const { return done_; }
 
-  /// How long the rest of the run takes at least with that many places; nothing when no project's
-  /// duration is known.
-  [[nodiscard]] std::optional<std::chrono::milliseconds> TimeLeft(std::size_t places) const;
+  /// How long the rest of the run takes with that many places. Nothing when no project's duration
+  /// is known.
+  [[nodiscard]] std::optional<TimeEstimate> TimeLeft(
+      std::size_t places, const std::vector<ProjectAtWork>& atWork) const;
 
  private:
+  using Moment = std::pair<std::chrono::milliseconds, std::size_t>;
+
   struct Project {
     std::vector<std::size_t> users;  ///< that wait for this one
     std::vector<std::string> claims;
     std::size_t waitsFor = 0;
     std::chrono::milliseconds duration{0};
     std::chrono::milliseconds wayToEnd{0};
-    bool isDone = false;
   };
 
   void TakeDurations(const std::vector<ScheduledProject>& projects);
   void MeasureWays(const std::vector<std::size_t>& buildOrder);
   void Offer(std::size_t project);
+  [[nodiscard]] std::chrono::milliseconds Rehearse(std::size_t places,
+                                                   std::vector<Moment> ends) const;
 
   std::vector<Project> projects_;
-  std::set<std::pair<std::chrono::milliseconds, std::size_t>> ready_;  ///< the longest way first
+  std::set<Moment> ready_;  ///< the longest way first
   std::unordered_set<std::string> claimed_;
   std::size_t done_ = 0;
   bool knowsDurations_ = false;

@@ -83,8 +83,8 @@ void SideBySide::StartReady(Procedure& on) {
 void SideBySide::Start(Procedure& on, std::size_t project) {
   const std::string& path = paths_[project];
   const std::size_t place = FreePlace();
-  Building next{
-      project, place, std::make_unique<ProjectBuild>(parts_, run_, events_, path, place), {}};
+  Building next{project, place, run_.WorkingTime(),
+                std::make_unique<ProjectBuild>(parts_, run_, events_, path, place)};
   if (Begins(on, next)) {
     building_.push_back(std::move(next));
   } else {
@@ -161,8 +161,13 @@ void SideBySide::WriteScript(Procedure& on) {
 }
 
 void SideBySide::TellPace() {
+  std::vector<ProjectAtWork> atWork;
+  atWork.reserve(building_.size());
+  for (const Building& each : building_) {
+    atWork.push_back({each.project, run_.WorkingTime() - each.start});
+  }
   events_.Emit(RunPaced{schedule_.DoneCount(), building_.size(), paths_.size(),
-                        schedule_.TimeLeft(places_)});
+                        schedule_.TimeLeft(places_, atWork)});
 }
 
 }  // namespace gorbex

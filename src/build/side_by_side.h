@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -40,8 +41,9 @@ class SideBySide {
   struct Building {
     std::size_t project = 0;  ///< its number in paths_
     std::size_t place = 0;
-    std::unique_ptr<ProjectBuild> build;
-    std::string log;  ///< its lines so far
+    std::chrono::milliseconds start{0};  ///< of the run's working time
+    std::unique_ptr<ProjectBuild> build{};
+    std::string log{};  ///< its lines so far
   };
 
   void StartReady(Procedure& on);

@@ -16,12 +16,13 @@ TimeLeft::TimeLeft(const Durations& last) {
   left_.resize(last.size());
   milliseconds rest{0};
   for (std::size_t i = last.size(); i > 0; --i) {
-    rest += last[i - 1].value_or(sum / known);
-    left_[i - 1] = rest;
+    const milliseconds present = last[i - 1].value_or(sum / known);
+    rest += present;
+    left_[i - 1] = {rest, present};
   }
 }
 
-std::optional<milliseconds> TimeLeft::From(std::size_t number) const {
+std::optional<TimeEstimate> TimeLeft::From(std::size_t number) const {
   if (number == 0 || number > left_.size()) return std::nullopt;
   return left_[number - 1];
 }

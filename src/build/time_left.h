@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "core/time_estimate.h"
+
 namespace gorbex {
 
 /// Estimates how long the rest of a run takes whose projects are built one after the other. A
@@ -19,10 +21,10 @@ class TimeLeft {
   explicit TimeLeft(const Durations& last);
 
   /// From the begin of a project, numbered from 1. Nothing when no duration is known.
-  [[nodiscard]] std::optional<std::chrono::milliseconds> From(std::size_t number) const;
+  [[nodiscard]] std::optional<TimeEstimate> From(std::size_t number) const;
 
  private:
-  std::vector<std::chrono::milliseconds> left_;  ///< from each project on; empty when not known
+  std::vector<TimeEstimate> left_;  ///< from each project on; empty when not known
 };
 
 }  // namespace gorbex

@@ -86,9 +86,9 @@ void EstimateSideBySide(Program& program, BuildPlan& plan) {
   for (const PlannedProject& project : plan.projects) {
     if (!project.judgement.IsUpToDate()) paths.push_back(project.path);
   }
-  plan.estimate =
-      ScheduleOf(program.window, program.group, program.platform.files, program.freshness, paths)
-          .TimeLeft(places);
+  const RunSchedule schedule =
+      ScheduleOf(program.window, program.group, program.platform.files, program.freshness, paths);
+  if (const auto estimate = schedule.TimeLeft(places, {})) plan.estimate = estimate->left;
 }
 
 void Plan(Frame& frame, const PlanArguments& arguments) {

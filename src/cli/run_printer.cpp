@@ -116,15 +116,12 @@ void RunPrinter::Draw() {
     const Building& only = building_.front();
     rows.front() +=
         " " + std::to_string(done_ + 1) + " of " + std::to_string(of_) + "  " + Row(only);
-    if (only.left) {
-      const std::string left = LeftText(*only.left - (drawn_ - only.start));
-      if (!left.empty()) rows.front() += "  " + left;
-    }
+    const std::string left = LeftText(only.left, drawn_ - only.start);
+    if (!left.empty()) rows.front() += "  " + left;
   } else {
     RunPaced now = *pace_;
     now.building = building_.size();
-    if (now.left) now.left = std::max(std::chrono::milliseconds(0), *now.left - (drawn_ - paced_));
-    rows.front() += " " + PaceText(now);
+    rows.front() += " " + PaceText(now, drawn_ - paced_);
     for (const Building& building : building_) rows.push_back("  " + Row(building));
   }
   rows_.Show(std::move(rows));

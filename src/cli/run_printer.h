@@ -33,8 +33,8 @@ class RunPrinter {
     std::string path;
     std::chrono::milliseconds start{0};
     std::string step{};
-    std::optional<std::chrono::milliseconds> left{};  ///< of the run, from the start on
-    std::optional<std::string> notGot{};              ///< why its latest sources were not got
+    std::optional<TimeEstimate> left{};   ///< of the run, from the start on
+    std::optional<std::string> notGot{};  ///< why its latest sources were not got
   };
 
   void Hear(const RunStarted& started);

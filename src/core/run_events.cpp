@@ -39,17 +39,17 @@ std::string_view ProblemOf(const RunEnded& end) {
   return end.unamended.empty() ? "" : "project files could not be changed as asked";
 }
 
-std::string LeftText(const std::optional<std::chrono::milliseconds>& left) {
-  if (!left || left->count() <= 0) return "";
-  const auto seconds = std::chrono::ceil<std::chrono::seconds>(*left).count();
+std::string LeftText(const std::optional<TimeEstimate>& estimate, std::chrono::milliseconds ago) {
+  if (!estimate || estimate->After(ago).count() <= 0) return "";
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(estimate->After(ago)).count();
   return "about " +
          (seconds < 100 ? std::to_string(seconds) + " s"
                         : std::to_string((seconds + 59) / 60) + " min") +
          " left";
 }
 
-std::string PaceText(const RunPaced& paced) {
-  const std::string left = LeftText(paced.left);
+std::string PaceText(const RunPaced& paced, std::chrono::milliseconds ago) {
+  const std::string left = LeftText(paced.left, ago);
   return std::to_string(paced.done) + " of " + std::to_string(paced.of) + " done, " +
          std::to_string(paced.building) + " building" + (left.empty() ? "" : ", " + left);
 }

@@ -12,6 +12,7 @@
 #include "core/failure_place.h"
 #include "core/latest_source.h"
 #include "core/signal.h"
+#include "core/time_estimate.h"
 
 namespace gorbex {
 
@@ -52,7 +53,7 @@ struct ProjectStarted {
 
   /// Of the whole run, when projects are built one after the other; nothing when no durations are
   /// known.
-  std::optional<std::chrono::milliseconds> left{};
+  std::optional<TimeEstimate> left{};
 };
 /// Instead of ProjectStarted, for a project that is passed over.
 struct ProjectSkipped {
@@ -92,8 +93,7 @@ struct RunPaced {
   std::size_t done = 0;
   std::size_t building = 0;
   std::size_t of = 0;
-  std::optional<std::chrono::milliseconds>
-      left;  ///< estimated; nothing when no durations are known
+  std::optional<TimeEstimate> left{};  ///< nothing when no durations are known
 };
 struct QuestionAsked {
   Message message;
@@ -124,15 +124,17 @@ using RunEvents = Signal<RunEvent>;
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
 [[nodiscard]] std::string ReasonOf(const ProjectSkipped& skipped);
 
-/// An estimate, such as "about 40 s left"; empty when there is none.
-[[nodiscard]] std::string LeftText(const std::optional<std::chrono::milliseconds>& left);
+/// An estimate that was made so long ago, such as "about 40 s left"; empty when there is none.
+[[nodiscard]] std::string LeftText(const std::optional<TimeEstimate>& estimate,
+                                   std::chrono::milliseconds ago);
 
 /// Why a run did not come to its end, or not as asked, such as "there is no compiler"; empty for
 /// one that did.
 [[nodiscard]] std::string_view ProblemOf(const RunEnded& end);
 
-/// How far a run is, such as "4 of 10 done, 3 building, about 40 s left".
-[[nodiscard]] std::string PaceText(const RunPaced& paced);
+/// How far a run is that told its pace so long ago, such as "4 of 10 done, 3 building, about 40 s
+/// left".
+[[nodiscard]] std::string PaceText(const RunPaced& paced, std::chrono::milliseconds ago);
 
 /// The result of a run, such as "9 built, 1 failed", or "4 built, 6 not built" of ten checked
 /// projects when it ended early, or "3 built, 7 up to date".

@@ -155,7 +155,7 @@ void RunStatusBar::Done(const ProjectCompiled& project) {
 void RunStatusBar::Pace(const RunPaced& paced) {
   isSideBySide_ = true;
   gauge_->SetValue(static_cast<int>(paced.done));
-  SetStatusText(ToWx(PaceText(paced)), kCount);
+  SetStatusText(ToWx(PaceText(paced, {})), kCount);
 }
 
 // The result stays to be read until the next run.
@@ -169,9 +169,8 @@ void RunStatusBar::End(const RunEnded& run) {
 
 void RunStatusBar::ShowTime() {
   if (!isSideBySide_ && !number_.empty()) {
-    auto left = left_;
-    if (left) *left -= std::chrono::milliseconds(project_.Time());
-    const wxString estimate = ToWx(LeftText(left));
+    const auto time = std::chrono::milliseconds(project_.Time());
+    const wxString estimate = ToWx(LeftText(left_, time));
     SetStatusText(number_ + step_ + (estimate.empty() ? estimate : ", " + estimate), kCount);
   }
   SetStatusText(ElapsedText(std::chrono::milliseconds(project_.Time())), kTime);

@@ -52,13 +52,13 @@ class RunStatusBar : public wxStatusBar {
   wxTimer timer_;
   wxStopWatch project_;
   bool isUnsaved_ = false;
-  bool isSideBySide_ = false;  ///< several projects of the run are built at once
-  wxString missing_;           ///< what the last scan found
-  wxString number_;            ///< of the project being built, and of how many
-  wxString step_;              ///< of that project, after a comma
-  std::optional<std::chrono::milliseconds> left_;  ///< of the run, when that project began
-  std::size_t checked_ = 0;                        ///< projects of the run
-  std::chrono::milliseconds total_{};              ///< of all projects of the run
+  bool isSideBySide_ = false;          ///< several projects of the run are built at once
+  wxString missing_;                   ///< what the last scan found
+  wxString number_;                    ///< of the project being built, and of how many
+  wxString step_;                      ///< of that project, after a comma
+  std::optional<TimeEstimate> left_;   ///< of the run, when that project began
+  std::size_t checked_ = 0;            ///< projects of the run
+  std::chrono::milliseconds total_{};  ///< of all projects of the run
   std::vector<Subscription> subscriptions_;
 };
 

@@ -58,15 +58,28 @@ TEST(RunScheduleTest, TakesTheLongestWayFirstAndACircleInTheOrderOfTheQueue) {
   projects[2] = {{3}, {}, "", "", milliseconds(100)};
   projects[3] = {{2}, {}, "", "", milliseconds(50)};
   RunSchedule schedule(projects);
-  EXPECT_EQ(schedule.TimeLeft(1), milliseconds(10 + 265 + 100 + 50 + 900));
-  EXPECT_EQ(schedule.TimeLeft(4), milliseconds(910));
+  EXPECT_EQ(schedule.TimeLeft(1, {})->left, milliseconds(10 + 265 + 100 + 50 + 900));
+  EXPECT_EQ(schedule.TimeLeft(4, {})->left, milliseconds(910));
   EXPECT_EQ(schedule.Next(), 0U);
   EXPECT_EQ(schedule.Next(), 1U);
   EXPECT_EQ(schedule.Next(), 2U);
   EXPECT_EQ(schedule.Next(), std::nullopt);
   schedule.Done(2);
   EXPECT_EQ(schedule.Next(), 3U);
-  EXPECT_EQ(RunSchedule({{}, {}}).TimeLeft(2), std::nullopt);
+  EXPECT_EQ(RunSchedule({{}, {}}).TimeLeft(2, {}), std::nullopt);
+}
+
+// The fourth waits for a place, and the first takes longer than last time.
+TEST(RunScheduleTest, EstimatesWhatIsLeftWithoutRisingLater) {
+  std::vector<ScheduledProject> projects(4);
+  for (auto& project : projects) project.lastDuration = milliseconds(10);
+  RunSchedule schedule(projects);
+  EXPECT_EQ(schedule.TimeLeft(3, {})->left, milliseconds(20));
+  while (schedule.DoneCount() < 2) schedule.Done(*schedule.Next());
+  ASSERT_EQ(schedule.Next(), 2U);
+  EXPECT_EQ(schedule.TimeLeft(1, {{2, milliseconds(4)}})->After(milliseconds(50)),
+            milliseconds(10));
+  EXPECT_EQ(schedule.TimeLeft(1, {{2, milliseconds(70)}})->left, milliseconds(10));
 }
 
 // The second writer is long; a project that uses the first, and one that reads the file to keep
