@@ -10,6 +10,8 @@ namespace gorbex {
 namespace {
 
 constexpr std::string_view kResultLog = "VBResult.log";
+// Windows of the program, reports and build servers get no more of one compiler's words.
+constexpr std::size_t kMostWords = 64 * 1024;
 constexpr std::string_view kOwnTurn = "Another project is being compiled";
 constexpr std::string_view kEnded = "the compiler was ended before it was done";
 constexpr std::string_view kOthersTurn = "Another program is building; try again when it is done";
@@ -166,6 +168,7 @@ CompileEnded Compile::Finish(Going going) {
   if (!result.succeeded) {
     result.failure = PlaceOfFailure(uses_.files, result.path, result.log, result.problem);
   }
+  result.log = Shortened(result.log, kMostWords);
   ended.Emit(result);
   return result;
 }

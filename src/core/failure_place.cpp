@@ -58,10 +58,11 @@ std::optional<NamedPlace> SourceNotLoaded(std::string_view log) {
 }
 
 std::string ReasonOf(std::string_view words, const std::string& log, const std::string& problem) {
-  if (!words.empty()) return OnOneLine(words);
-  if (!problem.empty()) return OnOneLine(problem);
-  const std::string_view first = FirstLine(log);
-  return first.empty() ? "the compiler wrote an empty result log" : OnOneLine(first);
+  constexpr std::size_t kLongest = 1000;
+  if (words.empty()) words = problem;
+  if (words.empty()) words = FirstLine(log);
+  if (words.empty()) words = "the compiler wrote an empty result log";
+  return OnOneLine(Shortened(words, kLongest));
 }
 
 /// Goes through the lines of a source file.

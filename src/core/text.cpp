@@ -256,4 +256,21 @@ std::string ShortList(const std::vector<std::string>& entries) {
   return list;
 }
 
+std::string Shortened(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return std::string(text);
+  std::string_view begin = text.substr(0, most / 2);
+  std::string_view end = text.substr(text.size() - most / 2);
+  const auto lastBreak = begin.rfind('\n');
+  const auto firstBreak = end.find('\n');
+  if (lastBreak != std::string_view::npos && lastBreak > most / 4) {
+    begin = begin.substr(0, lastBreak + 1);
+  }
+  if (firstBreak < most / 4) end.remove_prefix(firstBreak + 1);
+  std::string shortened(begin);
+  if (!begin.ends_with('\n')) shortened += kLineBreak;
+  const std::size_t leftOut = text.size() - begin.size() - end.size();
+  shortened.append("... ").append(std::to_string(leftOut)).append(" characters left out ...");
+  return shortened.append(kLineBreak).append(end);
+}
+
 }  // namespace gorbex

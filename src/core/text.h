@@ -57,6 +57,10 @@ void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::strin
 /// the number of the others.
 [[nodiscard]] std::string ShortList(const std::vector<std::string>& entries);
 
+/// A text of at most so many characters and a line: of a longer one its beginning and its end, in
+/// whole lines unless they are very long, and between them how much is left out.
+[[nodiscard]] std::string Shortened(std::string_view text, std::size_t most);
+
 [[nodiscard]] inline std::string FlagText(bool flag) {
   return flag ? "True" : "False";
 }

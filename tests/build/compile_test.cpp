@@ -34,6 +34,17 @@ TEST_F(CompileTest, WritesTheCompilersCommandLine) {
   }
 }
 
+TEST_F(CompileTest, BoundsTheWordsOfATalkativeCompiler) {
+  Load({"Core"});
+  platform.processes.Queue([this](const std::string&) {
+    platform.files.AddFile(kResultLog, "a" + std::string(9'000'000, 'x') + "build of failed.");
+    return 1U;
+  });
+  EXPECT_FALSE(program.compile.CompileProject(kCore, ""));
+  const std::string& log = program.failed.All().at(0).log;
+  EXPECT_TRUE(log.size() < 70'000 && log.starts_with("a") && log.ends_with("failed."));
+}
+
 TEST_F(CompileTest, FailsSilentlyWithoutACompileAndReportsAMissingLog) {
   Load({"Core"});
   platform.files.AddFile(kResultLog, "Build of 'Core.dll' succeeded.");

@@ -36,6 +36,17 @@ TEST(Text, NumericValueReadsTheNumberAtTheStart) {
           {"\t\n9", 9},      {"1\r2", 1}});
 }
 
+TEST(Text, ShortenedKeepsTheBeginningTheEndAndTheNumberLeftOut) {
+  const std::string line = std::string(30, 'x') + "\r\n";
+  const std::pair<std::string, std::string> cases[] = {
+      {"short", "short"},
+      {std::string(200, 'a') + std::string(200, 'z'),
+       std::string(50, 'a') + "\r\n... 300 characters left out ...\r\n" + std::string(50, 'z')},
+      {line + line + line + "end of it",
+       line + "... 32 characters left out ...\r\n" + line + "end of it"}};
+  for (const auto& [text, shortened] : cases) EXPECT_EQ(Shortened(text, 100), shortened) << text;
+}
+
 TEST(Text, WholeNumbersRoundHalvesToEvenAndOverflow) {
   EXPECT_EQ(ToLong(2.5), 2);
   EXPECT_EQ(ToLong(3.5), 4);
