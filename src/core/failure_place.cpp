@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <charconv>
 
+#include "core/file_tools.h"
 #include "core/source_name.h"
 #include "core/text.h"
 #include "platform/code_page.h"
+#include "platform/windows_path.h"
 
 namespace gorbex {
 namespace {
@@ -142,7 +144,7 @@ FailurePlace PlaceOfFailure(const FileReader& files, const std::string& project,
   if (!named) named = SourceNotLoaded(log);
   if (!named) return place;
   try {
-    const std::string file(named->file);
+    const std::string file = ResolvedPath(StripPath(project), named->file);
     const std::string source = files.Read(file);
     if (named->codeLine != kNoLine) place.line = LineInFile(source, named->codeLine);
     place.file = file;

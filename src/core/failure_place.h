@@ -16,7 +16,8 @@ struct FailurePlace {
   std::string text{};                 ///< why, in one line; never empty
 };
 
-/// The place that the compiler's words name. `problem` says why it wrote none, when that is known.
+/// The place that the compiler's words name; a relative file is looked for from the project's
+/// folder. `problem` says why it wrote none, when that is known.
 /// A source that cannot be read is not named, because nobody can go there.
 [[nodiscard]] FailurePlace PlaceOfFailure(const FileReader& files, const std::string& project,
                                           const std::string& log, const std::string& problem);

@@ -137,12 +137,17 @@ std::string MessagesSection(const RunReport& report) {
   return markup + "</ul>\n";
 }
 
+// Nothing jumps to a line from a page, so that none is made up.
+std::string PlaceText(const FailurePlace& place) {
+  return place.file + (place.line ? FailureText(place) : ": error: " + place.text);
+}
+
 std::string FailuresSection(const RunReport& report) {
   std::string markup;
   for (const Project& project : report.record.Projects()) {
     if (project.outcome != RunRecord::Outcome::Failed) continue;
     markup += Heading(3, NameOf(project)) + Paragraph(project.path, "faint");
-    if (project.failure) markup += Paragraph(project.failure->file + FailureText(*project.failure));
+    if (project.failure) markup += Paragraph(PlaceText(*project.failure));
     markup += "<pre>" + MarkupText(CompilerWords(project)) + "</pre>\n";
   }
   return Heading(2, "Failures") + (markup.empty() ? Paragraph("No project failed.") : markup);

@@ -198,7 +198,7 @@ TEST_F(BuildCommandTest, WritesAPageHoweverTheRunEnds) {
   const std::string failed = page({"--yes"}, 1);
   for (const std::string part :
        {": 2 built, 1 failed</h1>", "Syntax &lt;error&gt;", "<h2>Check</h2>",
-        "--report &quot;C:\\run page.html&quot; --yes"}) {
+        "Money.vbp: error: Compile Error", "--report &quot;C:\\run page.html&quot; --yes"}) {
     EXPECT_NE(failed.find(part), std::string::npos) << part;
   }
   group.Library("Alone").Line("Class=Gone; Gone.cls");

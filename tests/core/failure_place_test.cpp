@@ -63,6 +63,13 @@ TEST(FailurePlace, NamesTheSourceOrElseTheProject) {
        "C:\\P.vbp(1): error: Errors during load. Refer to 'C:\\It's mine\\Cart.log' for details"},
       {"'C:\\NOPE.OCX' could not be loaded", "",
        "C:\\P.vbp(1): error: 'C:\\NOPE.OCX' could not be loaded"},
+      {"Compile Error in File '.\\Gone\\..\\It's mine\\Cart.frm', Line 0 : x", "",
+       "C:\\It's mine\\Cart.frm(10): error: x"},
+      {"Compile Error in File 'C:\\Gone\\..\\It's mine\\Cart.frm', Line 0 : " +
+           std::string(9000, 'x'),
+       "",
+       "C:\\It's mine\\Cart.frm(10): error: " + std::string(500, 'x') +
+           "  ... 8000 characters left out ...  " + std::string(500, 'x')},
       {"\r\n", "", "C:\\P.vbp(1): error: the compiler wrote an empty result log"},
       {"", "there is\r\nno compiler", "C:\\P.vbp(1): error: there is  no compiler"}};
   for (const Case& each : cases) {
