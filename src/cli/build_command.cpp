@@ -155,6 +155,7 @@ ExitStatus Reported(Session& session, const BuildArguments& arguments, const Acc
 
 void Build(Frame& frame, const BuildArguments& arguments) {
   Session session(frame);
+  RequireOwnFiles(session, {arguments.script, arguments.junit, arguments.result, arguments.report});
   session.Open(arguments.file);
   UseSourceControl(session, arguments.sourceControl);
   if (arguments.get) RequireInitialisationFile(session);

@@ -214,6 +214,7 @@ void Pipeline(Frame& frame, const PipelineArguments& arguments) {
     throw Failure(ExitStatus::Unusable, "pipeline wants either --gitlab or --join");
   }
   Session session(frame);
+  RequireOwnFiles(session, {arguments.script, arguments.junit});
   session.Open(arguments.file);
   if (arguments.join) {
     JoinResults(frame, session, arguments);

@@ -46,6 +46,11 @@ TEST_F(BuildCommandTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
   EXPECT_EQ(Run({"build", file, "--nonsense"}).status, 2);
   for (const char* output : {"--script", "--junit", "--result", "--report"}) {
     EXPECT_EQ(Run({"build", file, output, file}).status, 2) << "would replace it: " << output;
+    EXPECT_EQ(Run({"build", file, output, ""}).status, 2) << "no name: " << output;
+    const std::string other = output == std::string("--junit") ? "--report" : "--junit";
+    const Result both = Run({"build", file, output, "C:\\a\\..\\run", other, "c:\\RUN"});
+    EXPECT_EQ(both.status, 2) << output;
+    EXPECT_NE(both.err.find(": two options name this file"), std::string::npos) << both.err;
   }
   platform.files.AddFile("C:\\marked.bpf", "\xEF\xBB\xBF" + platform.files.Text(file));
   EXPECT_EQ(Run({"queue", "C:\\marked.bpf", "--save"}).status, 2);
