@@ -43,13 +43,9 @@ class SpawnSettings {
  public:
   explicit SpawnSettings(const ChildStart& start) {
     posix_spawn_file_actions_init(&actions_);
-    if (start.input < 0) {
-      posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    } else {
-      posix_spawn_file_actions_adddup2(&actions_, start.input, STDIN_FILENO);
-    }
-    posix_spawn_file_actions_adddup2(&actions_, start.output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions_, start.errorOutput, STDERR_FILENO);
+    Give(start.input, STDIN_FILENO);
+    Give(start.output, STDOUT_FILENO);
+    Give(start.errorOutput, STDERR_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
     if (!start.folder.empty()) {
       posix_spawn_file_actions_addchdir_np(&actions_, start.folder.c_str());
@@ -76,6 +72,14 @@ class SpawnSettings {
   [[nodiscard]] const posix_spawnattr_t* Attributes() const { return &attributes_; }
 
  private:
+  void Give(int ours, int childs) {
+    if (ours < 0) {
+      posix_spawn_file_actions_addopen(&actions_, childs, "/dev/null", O_RDWR, 0);
+    } else {
+      posix_spawn_file_actions_adddup2(&actions_, ours, childs);
+    }
+  }
+
   posix_spawn_file_actions_t actions_{};
   posix_spawnattr_t attributes_{};
 };

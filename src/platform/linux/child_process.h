@@ -21,9 +21,9 @@ namespace gorbex {
 struct ChildStart {
   std::vector<std::string> arguments;  ///< the program's host path first
   std::vector<std::string> environment;
-  std::string folder{};  ///< of the host; empty for our own
-  int input = -1;        ///< below zero for nothing to read
-  int output = STDERR_FILENO;
+  std::string folder{};        ///< of the host; empty for our own
+  int input = -1;              ///< below zero for nothing to read
+  int output = STDERR_FILENO;  ///< below zero for nowhere
   int errorOutput = STDERR_FILENO;
 };
 

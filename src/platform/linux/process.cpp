@@ -133,7 +133,9 @@ StartResult LinuxProcessLauncher::StartProgram(const std::string& program,
 StartResult LinuxProcessLauncher::Start(const Program& program, const std::string& name,
                                         std::vector<std::string> arguments) const {
   try {
-    const ChildStart start{Arguments(program, std::move(arguments)), ChildEnvironment()};
+    ChildStart start{Arguments(program, std::move(arguments)), ChildEnvironment()};
+    // On a terminal their words would break the rows of a run's progress.
+    if (isatty(STDERR_FILENO) == 1) start.output = start.errorOutput = -1;
     const bool underWine = start.arguments.front() != program.hostPath;
     return std::make_unique<ChildProcess>(start,
                                           [ended = onEnded_, underWine] { ended(underWine); });

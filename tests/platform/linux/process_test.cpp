@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <pty.h>
+
 #include <csignal>
 
 #include "platform/linux/process.h"
@@ -49,6 +52,23 @@ TEST(LinuxProcesses, RunWindowsProgramsUnderWine) {
   const CurrentFolder inside(bench.folder.Path());
   EXPECT_EQ(CodeOf(bench.launcher, "C:\\old.com 6 \"x y\""), 6U);
   EXPECT_TRUE(bench.folder.Get("C:\\old.com").starts_with("[x y]\n"));
+}
+
+TEST(LinuxProcesses, WriteNothingToATerminal) {
+  ProcessesOnSystem bench;
+  int terminal = -1;
+  int end = -1;
+  ASSERT_EQ(openpty(&terminal, &end, nullptr, nullptr, nullptr), 0);
+  const int kept = dup(STDERR_FILENO);
+  dup2(end, STDERR_FILENO);
+  const auto result = bench.launcher.StartProgram("/bin/echo", {"debris"});
+  const auto code = std::get<std::unique_ptr<Process>>(result)->ExitCode(std::chrono::seconds(10));
+  dup2(kept, STDERR_FILENO);
+  EXPECT_EQ(code, 0U);
+  fcntl(terminal, F_SETFL, O_NONBLOCK);
+  char byte = 0;
+  EXPECT_EQ(read(terminal, &byte, 1), -1) << byte;
+  for (const int each : {terminal, end, kept}) close(each);
 }
 
 TEST(LinuxTools, InheritNothingButTheirStreams) {
