@@ -110,7 +110,7 @@ RunResult BuildRun::Run(Procedure& on, RunState& run) {
   on([&] { window.menu.mnuFileBuild.enabled.Set(false); });
   window.resultLogPath = parts_.compile.QuotedResultLog();
   on([&] { window.mousePointer.Set(MousePointer::Hourglass); });
-  if (compiles) BuildQueueRows(on, run);
+  const RunResult result = compiles ? BuildQueueRows(on, run) : RunResult::NoCompiler;
   TellOfLatest(on, run);
   Summarise(on, run);
   on([&] { window.SetStatus("Build Process finished"); });
@@ -121,7 +121,7 @@ RunResult BuildRun::Run(Procedure& on, RunState& run) {
                                         : "Build Finished succesfully.");
   });
   on([&] { RestoreMailTimer(); });
-  return compiles ? RunResult::Finished : RunResult::NoCompiler;
+  return result;
 }
 
 void BuildRun::RecoverFromAbort() {
@@ -171,7 +171,7 @@ bool BuildRun::AskAboutCompatibility() {
                               std::string(kApplicationTitle)}) == Answer::Yes;
 }
 
-void BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
+RunResult BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
   frmBuilder& window = parts_.window;
   on([&] { window.txtLogFile.text.Set(""); });
   on([&] { parts_.script.Begin(); });
@@ -186,10 +186,12 @@ void BuildRun::BuildQueueRows(Procedure& on, RunState& run) {
   } else {
     BuildInTurn(on, run);
   }
+  const RunResult result = run.IsStopped(parts_.work) ? RunResult::Stopped : RunResult::Finished;
   on([&] { parts_.script.End(); });
   on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
   run.end = parts_.clock.Elapsed();
-  events.Emit(RunDone{EndOf(run, RunResult::Finished)});
+  events.Emit(RunDone{EndOf(run, result)});
+  return result;
 }
 
 TimeLeft::Durations BuildRun::LastDurations(const RunState& run) const {
@@ -213,7 +215,8 @@ void BuildRun::BuildInTurn(Procedure& on, RunState& run) {
     const ListRow* row = on([&] { return &queue.At(i); });
     if (row == nullptr || !run.Takes(*row)) continue;
     ProjectBuild build(parts_, run, events, row->SubItem(queue_column::kProject), 1);
-    if (BuildProject(on, build) == Pass::Stop) break;
+    run.isCancelled = BuildProject(on, build) == Pass::Stop;
+    if (run.isCancelled) break;
   }
 }
 

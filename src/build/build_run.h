@@ -46,7 +46,7 @@ class BuildRun {
   [[nodiscard]] bool MayBuildIncompatible(const RunState& run);
   [[nodiscard]] bool AskAboutCompatibility();
   void RestoreMailTimer();
-  void BuildQueueRows(Procedure& on, RunState& run);
+  [[nodiscard]] RunResult BuildQueueRows(Procedure& on, RunState& run);
 
   /// One after the other, in the order that the queue has when a project's turn comes.
   void BuildInTurn(Procedure& on, RunState& run);

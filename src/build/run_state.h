@@ -57,6 +57,12 @@ struct RunState {
     if (!isKnown) unamended.push_back(path);
   }
 
+  /// After the last project that was begun: whether the run was told to end before all were done.
+  [[nodiscard]] bool IsStopped(const Work& work) const {
+    const bool isWhole = number >= checked;
+    return (!isWhole && (isCancelled || work.RunStops())) || (errors > 0 && work.Ends());
+  }
+
   const RowsToRepeat rowsToRepeat;
   const Clock& clock;
   QuestionTime questionTime;
@@ -66,9 +72,10 @@ struct RunState {
   std::int32_t built = 0;
   std::int32_t errors = 0;
   std::int32_t upToDate = 0;
-  std::size_t number = 0;   ///< of the project that began last, from 1
-  std::size_t checked = 0;  ///< projects of the run
-  TimeLeft timeLeft;        ///< empty while several projects are built at the same time
+  std::size_t number = 0;    ///< of the project that began last, from 1
+  std::size_t checked = 0;   ///< projects of the run
+  bool isCancelled = false;  ///< the user did not want to go on after a failure
+  TimeLeft timeLeft;         ///< empty while several projects are built at the same time
   LatestReport gets;
   std::vector<std::string> unamended;          ///< project files that could not be changed as asked
   std::optional<UsersOfFailed> usersOfFailed;  ///< nothing until a project has failed

@@ -148,7 +148,8 @@ void SideBySide::Settle(const Building& building) {
 
 bool SideBySide::GoesOnAfterFailures(Procedure& on) {
   for (const auto& build : std::exchange(failed_, {})) {
-    if (!on([&] { return build->AskToGoOn(); })) return false;
+    if (!on([&] { return build->AskToGoOn(); })) run_.isCancelled = true;
+    if (run_.isCancelled) return false;
   }
   return true;
 }

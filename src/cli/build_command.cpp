@@ -143,9 +143,11 @@ void AnnotateFailure(const Session& session, const RunEvent& event) {
 }
 
 // The status that the command then has.
-ExitStatus Reported(Session& session, const BuildArguments& arguments, const Account& account,
+ExitStatus Reported(Session& session, const BuildArguments& arguments, Account& account,
                     ExitStatus status) {
   const Frame& frame = session.frame();
+  // Such as one that the check before it has refused.
+  if (!account.record.HasEnded()) account.record.On(RunEnded(account.record.End()));
   if (frame.json) {
     const std::string& script = session.program().window.registrationScript;
     frame.streams.out << Written(RunJson(account.record, script)) << '\n';
@@ -187,15 +189,15 @@ void Build(Frame& frame, const BuildArguments& arguments) {
       program.freshness.told.Connect([&](const std::string& warning) { record.Warn(warning); });
   session.host().ListenForEnd();
   const auto alone = session.BuildAlone();
-  if (session.host().EndWanted()) {
-    throw Failure(ExitStatus::WorkFailed, "ended on request before the build began");
-  }
+  const auto refuse = [&](const std::string& reason) {
+    record.Warn(reason);
+    session.Warn(reason);
+    frame.status = Reported(session, arguments, account, ExitStatus::WorkFailed);
+  };
+  if (session.host().EndWanted()) return refuse("ended on request before the build began");
   if (arguments.check) account.findings = FindingsBefore(session, lines);
   if (account.findings && ErrorsIn(*account.findings) > 0) {
-    record.Warn("nothing was built, because the check has found errors");
-    session.Warn(record.Messages().back());
-    frame.status = Reported(session, arguments, account, ExitStatus::WorkFailed);
-    return;
+    return refuse("nothing was built, because the check has found errors");
   }
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "cli/text_output.h"
+#include "report/run_words.h"
 
 namespace gorbex::cli {
 namespace {
@@ -48,7 +49,9 @@ std::string SourceLine(const RunRecord::Project& project) {
   return MarkupText(failure->file + FailureText(*failure) + "\n");
 }
 
-std::string TestCase(const RunRecord::Project& project, const std::string& properties) {
+std::string TestCase(const RunRecord& record, const RunRecord::Project& project) {
+  const std::string properties = record.IsSideBySide() ? Properties(project) : "";
+  const std::string words = WordsOf(record, project);
   std::string xml = "  <testcase classname=\"" + MarkupText(project.path) + "\" name=\"" +
                     MarkupText(FileName(project.path)) + "\" time=\"" + Time(project.duration) +
                     "\"";
@@ -63,8 +66,7 @@ std::string TestCase(const RunRecord::Project& project, const std::string& prope
       [[fallthrough]];
     case RunRecord::Outcome::NotBuilt:
       return xml + ">" + properties + "<skipped" +
-             (project.log.empty() ? "" : " message=\"" + MarkupText(project.log) + "\"") +
-             "/></testcase>\n";
+             (words.empty() ? "" : " message=\"" + MarkupText(words) + "\"") + "/></testcase>\n";
     case RunRecord::Outcome::Failed:
       break;
   }
@@ -77,7 +79,10 @@ std::string TestCase(const RunRecord::Project& project, const std::string& prope
 std::string RunCase(const RunRecord& record, const std::string& title) {
   const std::string problem(ProblemOf(record.End()));
   if (problem.empty()) return "";
-  const std::string words = record.Messages().empty() ? "" : record.Messages().back();
+  std::string words = record.Messages().empty() ? "" : record.Messages().back();
+  if (record.End().result == RunResult::Stopped) {
+    words = CountsText(record.End(), record.Projects().size()) + "\n" + words;
+  }
   return "  <testcase classname=\"" + MarkupText(title) + "\" name=\"run\" time=\"" +
          Time(record.End().duration) + "\"><error message=\"" + problem + "\">" +
          MarkupText(words) + "</error></testcase>\n";
@@ -98,7 +103,7 @@ std::string JUnitReport(const RunRecord& record, const std::string& title) {
     skipped += project.outcome == Outcome::NotBuilt || (isFresh && !isError) ? 1U : 0U;
     failed += project.outcome == Outcome::Failed ? 1U : 0U;
     errors += isError ? 1U : 0U;
-    cases += TestCase(project, record.IsSideBySide() ? Properties(project) : "");
+    cases += TestCase(record, project);
   }
   const std::string run = RunCase(record, title);
   const std::size_t runs = run.empty() ? 0 : 1;

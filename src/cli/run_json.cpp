@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/code_page.h"
+#include "report/run_words.h"
 
 namespace gorbex::cli {
 namespace {
@@ -18,6 +19,23 @@ std::string_view OutcomeName(RunRecord::Outcome outcome) {
       return "notBuilt";
     case RunRecord::Outcome::UpToDate:
       return "upToDate";
+  }
+  return "";
+}
+
+std::string_view EndName(RunResult result) {
+  switch (result) {
+    case RunResult::Refused:
+    case RunResult::KeptReferences:
+      return "refused";
+    case RunResult::NoCompiler:
+      return "noCompiler";
+    case RunResult::Aborted:
+      return "aborted";
+    case RunResult::Stopped:
+      return "stopped";
+    case RunResult::Finished:
+      return "finished";
   }
   return "";
 }
@@ -75,23 +93,22 @@ void TakeProject(RunRecord& record, const Json& project) {
 Json RunJson(const RunRecord& record, const std::string& script) {
   Json projects = Json::array();
   for (const auto& project : record.Projects()) {
-    const auto ifBegun = [&](auto value) { return project.place > 0 ? Json(value) : Json(); };
+    const auto ifBegun = [&](auto value) { return project.HasBegun() ? Json(value) : Json(); };
+    const bool isUpToDate = project.outcome == RunRecord::Outcome::UpToDate;
     projects.push_back({{"path", JsonText(project.path)},
                         {"result", OutcomeName(project.outcome)},
                         {"start", ifBegun(InSeconds(project.start))},
                         {"seconds", ifBegun(InSeconds(project.duration))},
-                        {"place", ifBegun(project.place)},
-                        {"log", JsonText(project.log)},
+                        {"place", isUpToDate ? Json() : ifBegun(project.place)},
+                        {"log", JsonText(WordsOf(record, project))},
                         {"failure", FailureJson(project.failure)},
                         {"got", project.got ? Json(*project.got) : Json()}});
   }
   Json messages = Json::array();
   for (const std::string& message : record.Messages()) messages.push_back(JsonText(message));
-  return {{"built", record.End().built},
-          {"errors", record.End().errors},
-          {"projects", projects},
-          {"messages", messages},
-          {"script", JsonText(script)}};
+  return {{"built", record.End().built}, {"errors", record.End().errors},
+          {"projects", projects},        {"end", EndName(record.End().result)},
+          {"messages", messages},        {"script", JsonText(script)}};
 }
 
 bool TakeRunJson(RunRecord& record, const std::string& text) {

@@ -33,6 +33,8 @@ std::string_view ProblemOf(const RunEnded& end) {
       return "there is no compiler";
     case RunResult::Aborted:
       return "the run was aborted at an error";
+    case RunResult::Stopped:
+      return "the run was stopped before its end";
     case RunResult::Finished:
       break;
   }
@@ -60,7 +62,8 @@ std::string CountsText(const RunEnded& run, std::size_t checked) {
     done += static_cast<std::size_t>(count);
   }
   const bool isWhole = done >= checked;
-  std::string text = std::to_string(run.built) + " built";
+  std::string text = run.result == RunResult::Stopped ? "stopped: " : "";
+  text += std::to_string(run.built) + " built";
   if ((isWhole && run.upToDate == 0) || run.errors > 0) {
     text += ", " + std::to_string(run.errors) + " failed";
   }

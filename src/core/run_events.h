@@ -30,6 +30,7 @@ enum class RunResult {
   KeptReferences,  ///< ended by "No" at the question on references that would come out empty
   NoCompiler,      ///< there was nothing to compile with
   Aborted,         ///< ended by Abort at an error report
+  Stopped,         ///< told to end before its last project was done
   Finished,
 };
 
@@ -136,8 +137,8 @@ using RunEvents = Signal<RunEvent>;
 /// left".
 [[nodiscard]] std::string PaceText(const RunPaced& paced, std::chrono::milliseconds ago);
 
-/// The result of a run, such as "9 built, 1 failed", or "4 built, 6 not built" of ten checked
-/// projects when it ended early, or "3 built, 7 up to date".
+/// The result of a run, such as "9 built, 1 failed", or "3 built, 7 up to date", or "stopped: 4
+/// built, 6 not built" of ten checked projects.
 [[nodiscard]] std::string CountsText(const RunEnded& run, std::size_t checked);
 
 }  // namespace gorbex

@@ -54,7 +54,7 @@ class RunRecord {
 
   [[nodiscard]] const std::vector<std::string>& Messages() const { return messages_; }
 
-  /// As of an aborted run until the run is done.
+  /// As of a stopped run until the run is done.
   [[nodiscard]] const RunEnded& End() const { return end_; }
   [[nodiscard]] bool HasEnded() const { return hasEnded_; }
 
@@ -72,7 +72,7 @@ class RunRecord {
   std::vector<std::string> messages_;
   bool isSideBySide_ = false;
   bool hasEnded_ = false;
-  RunEnded end_{RunResult::Aborted, 0, 0, std::chrono::milliseconds{0}};
+  RunEnded end_{RunResult::Stopped, 0, 0, std::chrono::milliseconds{0}};
 };
 
 }  // namespace gorbex

@@ -15,8 +15,6 @@ namespace gorbex {
 RunReport ReportMaker::Of(const RunRecord& record, const RunTerms& terms,
                           std::optional<Findings> findings, const LastRun::Numbers* uses) const {
   RunReport report{record, {}, terms, {}, std::move(findings)};
-  // Such as one that the check before it has refused.
-  if (!record.HasEnded()) report.record.On(RunEvent(record.End()));
   report.uses = uses != nullptr
                     ? *uses
                     : UsesInRun(parts_.window.ProjectMembers, parts_.group, PathsOf(record));

@@ -83,6 +83,11 @@ std::string ReasonText(const RunRecord& record, const RunRecord::Project& projec
   return project.reason.empty() ? "checked for the build" : project.reason;
 }
 
+std::string WordsOf(const RunRecord& record, const RunRecord::Project& project) {
+  const bool isLeft = project.outcome == Outcome::NotBuilt && project.log.empty();
+  return isLeft ? ReasonText(record, project) : project.log;
+}
+
 std::string TimeText(std::chrono::milliseconds time) {
   const auto count = time.count();
   char buffer[40];

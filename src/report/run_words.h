@@ -24,6 +24,9 @@ enum class ProjectResult { Waiting, Building, Built, Failed, UpToDate, Skipped, 
 /// Why a project was built, passed over or not reached; empty while it waits.
 [[nodiscard]] std::string ReasonText(const RunRecord& record, const RunRecord::Project& project);
 
+/// The compiler's words about a project, or why there are none; empty before it is done.
+[[nodiscard]] std::string WordsOf(const RunRecord& record, const RunRecord::Project& project);
+
 /// "0.42 s", "12.3 s" or "3:05", for a column of times.
 [[nodiscard]] std::string TimeText(std::chrono::milliseconds time);
 

@@ -162,7 +162,9 @@ void RunStatusBar::Pace(const RunPaced& paced) {
 void RunStatusBar::End(const RunEnded& run) {
   timer_.Stop();
   ShowGauge(false);
-  if (run.result != RunResult::Finished && run.result != RunResult::Aborted) return;
+  const bool hasBuilt = run.result == RunResult::Finished || run.result == RunResult::Stopped ||
+                        run.result == RunResult::Aborted;
+  if (!hasBuilt) return;
   SetStatusText(ToWx(CountsText(run, checked_)), kCount);
   SetStatusText(ElapsedText(isSideBySide_ ? run.duration : total_), kTime);
 }

@@ -83,6 +83,40 @@ TEST_F(BuildInterruptionTest, WritesDebugValuesBackWhenAnErrorEndsTheRun) {
   EXPECT_NE(platform.files.Text(kCore).find("OptimizationType=1\r\n"), std::string::npos);
 }
 
+TEST_F(BuildInterruptionTest, SaysThatTheRunWasStopped) {
+  group.Library("Base").Line("CompatibleMode=\"2\"");
+  group.Library("Core").Uses("Base").Line("CompatibleMode=\"2\"");
+  Load();
+  program.options.StopProcessing = true;
+  std::string counts;
+  const Subscription ends = program.run.events.Connect([&](const RunEvent& event) {
+    if (const auto* ended = std::get_if<RunEnded>(&event)) counts = CountsText(*ended, 2);
+  });
+  struct Case {
+    std::function<void()> act;
+    std::string fails, counts;
+  };
+  const Case cases[] = {
+      {[&] { program.window.menu.mnuFileStop.Execute(); }, "", "stopped: 1 built, 1 not built"},
+      {[] {}, "Base", "stopped: 0 built, 1 failed, 1 not built"},
+      {[] {}, "Core", "1 built, 1 failed"},
+      {[&] { Row("Core").SetChecked(false); }, "", "1 built, 1 not built"},
+      {[&] { program.run.End(); }, "", "stopped: 0 built, 1 failed, 1 not built"}};
+  platform.processes.polls = 10;
+  for (const int jobs : {2, 1}) {
+    program.options.Jobs = jobs;
+    for (const Case& each : cases) {
+      if (jobs == 2 && &each == std::end(cases) - 1) continue;  // nothing is started after it
+      Row("Core").SetChecked(true);
+      failing = each.fails;
+      dialogs.answers = {Answer::Cancel};
+      DuringTheCompile(each.act);
+      Build();
+      EXPECT_EQ(counts, each.counts) << jobs;
+    }
+  }
+}
+
 // What was told to end asks nobody, writes back what it replaced and starts nothing more.
 TEST_F(BuildInterruptionTest, EndsInGoodOrderWhenTold) {
   group.Library("Base").Line("CompatibleMode=\"2\"").Line("OptimizationType=1");

@@ -24,6 +24,7 @@ TEST_F(BuildCommandTest, BuildReportsEveryProjectAndEndsWithTheRightStatus) {
                                        {"failure", nullptr},
                                        {"got", nullptr}}));
   EXPECT_EQ(json["projects"][1]["result"], "failed");
+  EXPECT_EQ(json["end"], "finished");
   EXPECT_EQ(json["messages"], Json::array({"Errors during the build process"}));
 
   InstallCompiler();
@@ -111,7 +112,9 @@ TEST_F(BuildCommandTest, PlansAndSkipsWhatIsUpToDate) {
   EXPECT_NE(run.out.find("0 built, 1 up to date in"), std::string::npos) << run.out;
   EXPECT_EQ(CountOf(platform.files.Text("C:\\run.xml"), "<skipped message=\"up to date\"/>"), 1U);
   ASSERT_EQ(Run({"settings", "SkipUpToDate", "true"}).status, 0);
-  EXPECT_EQ(Run({"build", file, core, "--json"}).Json()["projects"][0]["result"], "upToDate");
+  const Json fresh = Run({"build", file, core, "--json"}).Json()["projects"][0];
+  EXPECT_EQ(fresh["result"], "upToDate");
+  EXPECT_EQ(fresh["place"], nullptr) << "it had no compiler";
   const Json forced = Run({"build", file, core, "--no-outdated", "--json"}).Json();
   EXPECT_EQ(forced["projects"][0]["result"], "built");
   const std::string record = "C:\\Program Files\\GorbexBuilder\\gorbexbuilder.built";
@@ -208,7 +211,12 @@ TEST_F(BuildCommandTest, WritesAPageHoweverTheRunEnds) {
   }
   group.Library("Alone").Line("Class=Gone; Gone.cls");
   file = group.BuildProject({"breakcompat=False"});
-  EXPECT_NE(page({"--check"}, 1).find("the check has found errors"), std::string::npos);
+  const std::string refused = page({"--check", "--result", "C:\\run.json"}, 1);
+  EXPECT_NE(refused.find("the check has found errors"), std::string::npos);
+  EXPECT_NE(refused.find(": stopped: 0 built, 4 not built</h1>"), std::string::npos);
+  const Json json = Json::parse(platform.files.Text("C:\\run.json"));
+  EXPECT_EQ(json["end"], "stopped");
+  EXPECT_EQ(json["projects"][3]["log"], "the run ended before its turn");
   EXPECT_NE(page({"--no"}, 1).find("0 built, 4 not built"), std::string::npos);
   platform.files.Fail(FileOperation::Write, "C:\\run page.html", ErrorNumber::DiskFull);
   EXPECT_NE(page({"--yes"}, 2), "");

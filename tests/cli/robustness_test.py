@@ -103,7 +103,7 @@ def ended(product):
         process.send_signal(kind)
         said = process.communicate(timeout=20)[0]
         check(process.returncode == 1, f"ended with {process.returncode}: {said}")
-        check("0 built, 1 failed, 9 not built" in said, f"it says what it did: {said}")
+        check("stopped: 0 built, 1 failed, 9 not built" in said, f"it says what it did: {said}")
         until(lambda: not runs(helper.read_text().strip()), "the compiler is ended with what it started", patience=5)
         for path, text in before.items():
             check(path.read_bytes().rstrip(b"\r\n") == text, f"{path} did not get its values back")
