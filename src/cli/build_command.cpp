@@ -22,6 +22,7 @@
 #include "core/run_record.h"
 #include "core/text.h"
 #include "platform/code_page.h"
+#include "platform/command_line.h"
 #include "platform/plain_text.h"
 #include "report/run_page.h"
 
@@ -155,6 +156,17 @@ ExitStatus Reported(Session& session, const BuildArguments& arguments, Account& 
   return WriteReports(session, arguments, account) ? status : ExitStatus::Unusable;
 }
 
+// Each project would fail for the same reason, after it has been amended.
+void RequireCompiler(const Program& program) {
+  const std::string& compiler = program.window.compilerPath;
+  const bool hasFolder = compiler.find('\\') != std::string::npos;
+  const auto isFile = [&](const std::string& path) {
+    return FileExists(program.platform.files, path);
+  };
+  if (!hasFolder || FindProgram(compiler, isFile)) return;
+  throw Failure(ExitStatus::Unusable, Plain(compiler) + ": the registered compiler does not exist");
+}
+
 void Build(Frame& frame, const BuildArguments& arguments) {
   Session session(frame);
   RequireOwnFiles(session, {arguments.script, arguments.junit, arguments.result, arguments.report});
@@ -199,6 +211,7 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   if (account.findings && ErrorsIn(*account.findings) > 0) {
     return refuse("nothing was built, because the check has found errors");
   }
+  RequireCompiler(program);
   program.window.menu.mnuFileBuild.Execute();
   session.onIdle = nullptr;
   account.terms.compiler = program.window.compilerPath;

@@ -222,6 +222,24 @@ TEST_F(BuildCommandTest, WritesAPageHoweverTheRunEnds) {
   EXPECT_NE(page({"--yes"}, 2), "");
 }
 
+TEST_F(BuildCommandTest, ReportsARunThatDidNotBeginAndNamesAMissingCompilerOnce) {
+  InstallCompiler();
+  platform.turn = [] { return nullptr; };
+  EXPECT_EQ(Run({"build", file, "--junit", "C:\\run.xml"}).status, 1);
+  const std::string xml = platform.files.Text("C:\\run.xml");
+  EXPECT_EQ(CountOf(xml, "<skipped message=\"the run ended before its turn\"/>"), 3U) << xml;
+  EXPECT_NE(
+      xml.find("the run was stopped before its end\">stopped: 0 built, 3 not built&#10;ended"),
+      std::string::npos)
+      << xml;
+  platform.turn = [] { return std::make_shared<int>(); };
+  platform.files.Remove("C:\\VB\\VB6.EXE");
+  const Result refused = Run({"build", file});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_EQ(CountOf(refused.err, "C:\\VB\\VB6.EXE: the registered compiler does not exist"), 1U);
+  EXPECT_EQ(Only(platform.journal, {"start"}), Journal());
+}
+
 TEST_F(BuildCommandTest, AsksForTheCompilerUntilThereIsOne) {
   InstallCompiler();
   platform.registry.AddText(RegistryRoot::ClassesRoot, "VisualBasic.Project\\shell\\open\\command",

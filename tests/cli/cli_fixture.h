@@ -50,6 +50,7 @@ class CliFixture : public ::testing::Test {
     platform.registry.AddText(RegistryRoot::ClassesRoot,
                               "VisualBasic.Project\\shell\\open\\command", "",
                               "\"C:\\VB\\VB6.EXE\" \"%1\"");
+    platform.files.AddFile("C:\\VB\\VB6.EXE", "compiler");
     platform.processes.otherwise = [this, failing](const std::string& commandLine) {
       const bool fails = std::any_of(failing.begin(), failing.end(), [&](const auto& name) {
         return commandLine.find("\\" + name + ".vbp") != std::string::npos;
