@@ -178,7 +178,7 @@ TEST_F(MainWindowTest, TellsHowManyAStoppedRunLeft) {
   ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
   const auto rows = program->window.lvwQueue.Count();
   EXPECT_EQ(frame->GetStatusBar()->GetStatusText(2),
-            wxString::Format("2 built, %zu not built", rows - 2));
+            wxString::Format("stopped: 2 built, %zu not built", rows - 2));
 }
 
 TEST_F(MainWindowTest, StaysOpenUntilTheRunningProjectIsDone) {
