@@ -65,7 +65,7 @@ bool ProjectBuild::IsPassedOver(Procedure& on) {
   const Judgement judgement = parts_.freshness.JudgeInRun(path_);
   on([&] { Row().SetNote(NoteOf(judgement)); });
   if (!judgement.IsUpToDate()) {
-    events_.Emit(ProjectOutdated{path_, ShortText(judgement.reasons)});
+    events_.Emit(ProjectOutdated{path_, ReasonsText(judgement.reasons)});
     return false;
   }
   ++run_.upToDate;

@@ -50,16 +50,9 @@ Json PlanJson(const BuildPlan& plan) {
 
 std::string WhyText(const PlannedProject& project, bool allReasons) {
   const Judgement& judgement = project.judgement;
-  std::string text;
-  if (judgement.IsUpToDate()) {
-    text = "since " + judgement.since;
-  } else if (!allReasons) {
-    text = ShortText(judgement.reasons);
-  } else {
-    for (const Reason& reason : judgement.reasons) {
-      text.append(text.empty() ? "" : "; ").append(reason.text);
-    }
-  }
+  const std::size_t most = allReasons ? judgement.reasons.size() : 3;
+  const std::string text =
+      judgement.IsUpToDate() ? "since " + judgement.since : ReasonsText(judgement.reasons, most);
   return Plain(text + UnlessText(project));
 }
 

@@ -32,6 +32,11 @@ void Freshness::Check::Add(Kind kind, const std::string& subject, const std::str
   reasons_.push_back({kind, subject, text});
 }
 
+bool Freshness::Check::HasReason(Kind kind) const {
+  return std::any_of(reasons_.begin(), reasons_.end(),
+                     [&](const Reason& reason) { return reason.kind == kind; });
+}
+
 Judgement Freshness::Check::Run() {
   const clsMember* member = owner_.uses_.window.ProjectMembers.Find(project_);
   if (member == nullptr) {
@@ -131,9 +136,10 @@ void Freshness::Check::CheckProjectFile(Fingerprint& known, const std::optional<
   try {
     const ProjectSources sources = ReadSources(owner_.uses_.files.Read(project_));
     if (sources.text != known.hash) {
-      return Add(Kind::ProjectFile, file, "the project file changed");
+      Add(Kind::ProjectFile, file, "the project file changed");
+    } else {
+      TakeLook(known, sources.debug == record_.debug ? stamp : std::nullopt);
     }
-    TakeLook(known, sources.debug == record_.debug ? stamp : std::nullopt);
     CheckDebug(sources.debug);
   } catch (const RuntimeError&) {
     Add(Kind::ProjectFile, file, "the project file cannot be read");
@@ -150,7 +156,7 @@ void Freshness::Check::CheckDebug(const DebugTexts& own) {
     Add(Kind::Debug, "", "a debug build is wanted");
   } else if (wasDebug) {
     Add(Kind::Debug, "", "a build without debug values is wanted");
-  } else {
+  } else if (!HasReason(Kind::ProjectFile)) {
     Add(Kind::ProjectFile, GetFileFromPath(project_), "the project file changed");
   }
 }

@@ -1,5 +1,6 @@
 #include "freshness/reason.h"
 
+#include <algorithm>
 #include <array>
 
 namespace gorbex {
@@ -12,19 +13,13 @@ std::string_view NameOf(Reason::Kind kind) {
   return kNames[static_cast<std::size_t>(kind)];
 }
 
-std::string ShortText(const std::vector<Reason>& reasons, std::size_t kinds) {
+std::string ReasonsText(const std::vector<Reason>& reasons, std::size_t most) {
   std::string text;
-  std::size_t at = 0;
-  for (std::size_t shown = 0; shown < kinds && at < reasons.size(); ++shown) {
-    const Reason& first = reasons[at];
-    std::size_t same = 1;
-    while (at + same < reasons.size() && reasons[at + same].kind == first.kind) ++same;
-    text.append(text.empty() ? "" : "; ").append(first.text);
-    if (same > 1) text.append(" (and ").append(std::to_string(same - 1)).append(" more)");
-    at += same;
+  for (std::size_t i = 0; i < std::min(most, reasons.size()); ++i) {
+    text.append(text.empty() ? "" : "; ").append(reasons[i].text);
   }
-  if (at < reasons.size()) {
-    text.append("; and ").append(std::to_string(reasons.size() - at)).append(" more");
+  if (reasons.size() > most) {
+    text.append("; and ").append(std::to_string(reasons.size() - most)).append(" more");
   }
   return text;
 }

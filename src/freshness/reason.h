@@ -38,8 +38,7 @@ struct Reason {
 /// As JSON names it, such as "neverBuilt".
 [[nodiscard]] std::string_view NameOf(Reason::Kind kind);
 
-/// The reasons on one line, separated by semicolons: the first kinds, one of each, with the number
-/// of the others, such as "Amount.cls changed (and 2 more); another compiler".
-[[nodiscard]] std::string ShortText(const std::vector<Reason>& reasons, std::size_t kinds = 3);
+/// The first reasons on one line, separated by semicolons, and how many more there are.
+[[nodiscard]] std::string ReasonsText(const std::vector<Reason>& reasons, std::size_t most = 3);
 
 }  // namespace gorbex

@@ -53,7 +53,7 @@ class FreshnessTest : public BuildFixture {
     for (const auto& project : PlanOf(program.window, program.group, program.freshness).projects) {
       if (!text.empty()) text += " | ";
       text += program.window.ProjectMembers.Item(project.path).Name;
-      text += ": " + ShortText(project.judgement.reasons, 9);
+      text += ": " + ReasonsText(project.judgement.reasons, 9);
       if (!project.decidedBy.empty()) text += "(unless)";
     }
     return text;
@@ -107,6 +107,16 @@ TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
       {"project", [&] { Rewrite(kShop, "Type=", "Title=\"\"\r\nType="); },
        [&] { Rewrite(kShop, "Title=\"\"\r\nType=", "Type="); },
        "Core:  | Shop: the project file changed"},
+      {"project, debug",
+       [&] {
+         Rewrite(kShop, "Type=", "Title=\"\"\r\nType=");
+         options.DebugBuild = "True";
+       },
+       [&] {
+         Rewrite(kShop, "Title=\"\"\r\nType=", "Type=");
+         options.DebugBuild = "False";
+       },
+       "Core:  | Shop: the project file changed; a debug build is wanted"},
       {"debug", [&] { options.DebugBuild = "True"; }, [&] { options.DebugBuild = "False"; },
        "Core:  | Shop: a debug build is wanted"},
       {"version", [&] { options.VersionComponents = "2.0.10"; },
