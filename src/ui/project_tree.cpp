@@ -42,6 +42,7 @@ ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
     event.Skip();
   });
   Follow();
+  NoticeMoves();
   BindMouse();
   BindKeys();
 }
@@ -59,7 +60,7 @@ void ProjectTree::Follow() {
   subscriptions_.push_back(state_.cleared.Connect([this] {
     rows_.clear();
     pressed_ = nullptr;
-    isStale_ = isUnseen_ = true;
+    isStale_ = isUntouched_ = true;
   }));
   subscriptions_.push_back(state_.selectionChanged.Connect([this] { isUnchosen_ = true; }));
   Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
@@ -68,7 +69,7 @@ void ProjectTree::Follow() {
   });
 }
 
-// The visible rows stay visible.
+// The visible rows stay visible; until the user moves in the tree, the selected one does.
 void ProjectTree::CatchUp() {
   if (isUnchosen_ && state_.Selected() != nullptr) Reveal(*state_.Selected());
   if (isStale_) {
@@ -82,7 +83,12 @@ void ProjectTree::CatchUp() {
   if (isStale_ || isUnchosen_) ShowSelection();
   if (isStale_ || isFaded_) Refresh();
   isStale_ = isFaded_ = isUnchosen_ = false;
-  if (isUnseen_ && GetSelection() != wxNOT_FOUND) ShowSelected();
+  if (isUntouched_) ScrollToSelected();
+}
+
+bool ProjectTree::IsSelectedSeen() const {
+  const int row = GetSelection();
+  return row != wxNOT_FOUND && GetClientRect().Contains(GetItemRect(static_cast<std::size_t>(row)));
 }
 
 void ProjectTree::Add(const TreeNode& node, int depth) {
@@ -98,12 +104,13 @@ void ProjectTree::ShowSelection() {
 }
 
 void ProjectTree::ShowSelected() {
-  isUnseen_ = false;
   CatchUp();
+  ScrollToSelected();
+}
+
+void ProjectTree::ScrollToSelected() {
   const int row = GetSelection();
-  if (row == wxNOT_FOUND) return;
-  const wxRect place = GetItemRect(static_cast<std::size_t>(row));
-  if (!place.IsEmpty() && GetClientRect().Contains(place)) return;
+  if (row == wxNOT_FOUND || IsSelectedSeen()) return;
   const int above = GetClientSize().y / rowHeight_ / 2;
   ScrollToRow(static_cast<std::size_t>(std::max(0, row - above)));
 }
@@ -214,6 +221,21 @@ void ProjectTree::DrawTexts(wxDC& dc, const wxRect& room, const TreeNode& node) 
 
 void ProjectTree::Toggle(const TreeNode& node) {
   if (!node.Children().empty()) state_.Item(node.Key()).SetExpanded(!node.Expanded());
+}
+
+void ProjectTree::NoticeMoves() {
+  const auto touched = [this](wxEvent& event) {
+    isUntouched_ = false;
+    event.Skip();
+  };
+  Bind(wxEVT_LEFT_DOWN, touched);
+  Bind(wxEVT_KEY_DOWN, touched);
+  Bind(wxEVT_MOUSEWHEEL, touched);
+  for (const auto& type : {wxEVT_SCROLLWIN_TOP, wxEVT_SCROLLWIN_BOTTOM, wxEVT_SCROLLWIN_LINEUP,
+                           wxEVT_SCROLLWIN_LINEDOWN, wxEVT_SCROLLWIN_PAGEUP,
+                           wxEVT_SCROLLWIN_PAGEDOWN, wxEVT_SCROLLWIN_THUMBTRACK}) {
+    Bind(type, touched);
+  }
 }
 
 void ProjectTree::BindMouse() {

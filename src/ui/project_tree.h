@@ -51,7 +51,10 @@ class ProjectTree : public wxVListBox {
   void BindKeys();
   void CatchUp();
   void Add(const TreeNode& node, int depth);
+  void NoticeMoves();
   void ShowSelection();
+  void ScrollToSelected();
+  [[nodiscard]] bool IsSelectedSeen() const;
   void Reveal(const TreeNode& node);
   void Toggle(const TreeNode& node);
   void Choose(int row);
@@ -80,10 +83,10 @@ class ProjectTree : public wxVListBox {
   std::vector<Row> rows_;
   wxCoord rowHeight_ = 0;  ///< of every row
   std::vector<Subscription> subscriptions_;
-  bool isStale_ = true;     ///< which rows there are has changed
-  bool isFaded_ = true;     ///< how a row looks has changed
-  bool isUnchosen_ = true;  ///< the selection has changed
-  bool isUnseen_ = true;    ///< nothing of what was opened was scrolled to
+  bool isStale_ = true;      ///< which rows there are has changed
+  bool isFaded_ = true;      ///< how a row looks has changed
+  bool isUnchosen_ = true;   ///< the selection has changed
+  bool isUntouched_ = true;  ///< nobody has moved in the tree since something was opened
   wxPoint pressedAt_;
   TreeNode* pressed_ = nullptr;  ///< may be dragged
   HoverTip tip_;
