@@ -96,12 +96,7 @@ std::vector<std::vector<std::string>> NewBuildProject::QueueAll() {
 void NewBuildProject::mnuFileNewFrom_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuFileNewFrom_Click").Run([&](Procedure& on) {
     if (!uses_.buildProject.OfferToSave(on)) return;
-    const auto source = on([&] {
-      return uses_.dialogs.OpenFileOrFolder(
-          {"New from Group or Folder", "VB Group Files (*.vbg)|*.vbg", "*.vbg",
-           "A build project of all projects of a group file (.vbg), or of all below a folder, "
-           "each queued after those that it uses."});
-    });
+    const auto source = on([&] { return AskForSource(); });
     if (!source) {
       on([&] { uses_.window.SetStatus("Cancelled"); });
       return;
@@ -111,6 +106,22 @@ void NewBuildProject::mnuFileNewFrom_Click() {
     on([&] { Tell(*source, *result); });
     if (!result->problem) on([&] { made.Emit(); });
   });
+}
+
+// Asks again for a path that leads nowhere; it can be corrected.
+std::optional<std::string> NewBuildProject::AskForSource() {
+  FileChoice choice{"New from Group or Folder", "VB Group Files (*.vbg)|*.vbg", "*.vbg",
+                    "A build project of all projects of a group file (.vbg), or of all below a "
+                    "folder, each queued after those that it uses."};
+  while (true) {
+    const auto source = uses_.dialogs.OpenFileOrFolder(choice);
+    if (!source || FileExists(uses_.files, *source) || FolderExists(uses_.files, *source)) {
+      return source;
+    }
+    choice.typed = *source;
+    uses_.dialogs.Show(
+        {*source + ": no such file or folder", Buttons::Ok, MessageIcon::Exclamation});
+  }
 }
 
 void NewBuildProject::Tell(const std::string& source, const Result& result) {

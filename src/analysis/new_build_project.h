@@ -70,6 +70,7 @@ class NewBuildProject {
   [[nodiscard]] bool MayGoOn(const std::vector<std::string>& projects, LineEnds lineEnds);
   void ReadAll(const std::vector<std::string>& projects);
   [[nodiscard]] std::vector<std::vector<std::string>> QueueAll();
+  [[nodiscard]] std::optional<std::string> AskForSource();
   void Tell(const std::string& source, const Result& result);
 
   Uses uses_;

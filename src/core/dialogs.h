@@ -26,6 +26,7 @@ struct FileChoice {
   std::string filter;     ///< "Text|pattern|Text|pattern"
   std::string name;       ///< the proposed name or pattern
   std::string purpose{};  ///< what the choice is for, where a front end has room for it
+  std::string typed{};    ///< a path to begin with
 };
 
 /// The answer that changes nothing and ends the asking command: for a front end that nobody

@@ -22,8 +22,8 @@ FileOrFolderWindow::FileOrFolderWindow(wxWindow* parent, const FileChoice& choic
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "fileOrFolder") {
   SetIcons(ProgramIcons());
   auto* heading = new wxStaticText(this, wxID_ANY, "&Path:");
-  path_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxSize(FromDIP(kPathWidth), -1), 0,
-                         wxDefaultValidator, "txtPath");
+  path_ = new wxTextCtrl(this, wxID_ANY, ToWx(choice.typed), wxDefaultPosition,
+                         wxSize(FromDIP(kPathWidth), -1), 0, wxDefaultValidator, "txtPath");
   auto* grid = new wxFlexGridSizer(2, FromDIP(wxSize(kGap, kGap)));
   grid->AddGrowableCol(1);
   grid->Add(heading, wxSizerFlags().CentreVertical());

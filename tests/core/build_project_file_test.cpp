@@ -278,9 +278,10 @@ TEST_F(BuildProjectFileTest, ANewOneIsMadeOfAGroupOrFolder) {
   platform.files.AddFile("C:\\none.vbg", "VBGROUP 5.0\r\n");
   EXPECT_EQ(make("C:\\none.vbg", {Answer::No}), "3 projects queued 3");
   EXPECT_EQ(Effects().back(), "show [Ok Exclamation] C:\\none.vbg: no projects found");
-  make("C:\\gone.vbg", {Answer::No, Answer::Abort});
-  EXPECT_NE(Effects().back().find("mnuFileNewFrom_Click"), std::string::npos);
-  EXPECT_EQ(program.window.lvwQueue.Count(), 3U);
+  EXPECT_EQ(make("C:\\gone.vbg", {Answer::No}), "Cancelled 3") << "asked again, nothing was chosen";
+  const Journal told = Effects();
+  EXPECT_EQ(told.at(told.size() - 2),
+            "show [Ok Exclamation] C:\\gone.vbg: no such file or folder");
 }
 
 TEST_F(BuildProjectFileTest, RecentFilesMoveDownAndCanHoldAPathTwice) {
