@@ -12,8 +12,8 @@ class OfferedCommandsTest : public BuildFixture {
     MainMenu& menu = program.window.menu;
     std::string names;
     for (const Command* command :
-         {&menu.mnuFileNew, &menu.mnuFileBuild, &menu.mnuQueueAdd, &menu.mnuQueueAddAll,
-          &menu.mnuQueueArrange, &menu.mnuQueueRemove, &menu.mnuQueueMarkAll,
+         {&menu.mnuFileNew, &menu.mnuFileBuild, &menu.mnuToolsBuildOptions, &menu.mnuQueueAdd,
+          &menu.mnuQueueAddAll, &menu.mnuQueueArrange, &menu.mnuQueueRemove, &menu.mnuQueueMarkAll,
           &menu.mnuQueueMarkUses, &menu.mnuQueueMarkFailed, &menu.mnuQueueBuild,
           &menu.mnuQueueBuildFailed, &menu.mnuQueueWhyFailed, &menu.mnuWindowFailed,
           &menu.mnuTreePopupRemoveProject, &menu.mnuTreePopupBuildNowDefault,
@@ -25,22 +25,25 @@ class OfferedCommandsTest : public BuildFixture {
 };
 
 TEST_F(OfferedCommandsTest, FollowTheSelectionTheFailuresAndWhatIsAtWork) {
-  EXPECT_EQ(Offered(), "mnuFileNew mnuFileBuild");
+  EXPECT_EQ(Offered(), "mnuFileNew mnuFileBuild mnuToolsBuildOptions");
   Load({"Base", "Core"});
   frmBuilder& window = program.window;
   window.lvwQueue.Select(nullptr);
   window.tvwProjects.Select(nullptr);
   const std::string loaded =
-      "mnuFileNew mnuFileBuild mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll mnuToolsMissing";
+      "mnuFileNew mnuFileBuild mnuToolsBuildOptions mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll "
+      "mnuToolsMissing";
   EXPECT_EQ(Offered(), loaded);
   window.lvwQueue.Select(&Row("Core"));
   EXPECT_EQ(Offered(),
-            "mnuFileNew mnuFileBuild mnuQueueAddAll mnuQueueArrange mnuQueueRemove mnuQueueMarkAll "
+            "mnuFileNew mnuFileBuild mnuToolsBuildOptions mnuQueueAddAll mnuQueueArrange "
+            "mnuQueueRemove mnuQueueMarkAll "
             "mnuQueueMarkUses mnuQueueBuild mnuToolsMissing");
   window.lvwQueue.Select(nullptr);
   window.tvwProjects.Select(window.tvwProjects.Find("x)" + kCore));
   EXPECT_EQ(Offered(),
-            "mnuFileNew mnuFileBuild mnuQueueAdd mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll "
+            "mnuFileNew mnuFileBuild mnuToolsBuildOptions mnuQueueAdd mnuQueueAddAll "
+            "mnuQueueArrange mnuQueueMarkAll "
             "mnuTreePopupRemoveProject mnuTreePopupBuildNowDefault mnuToolsMissing");
   window.tvwProjects.Select(nullptr);
 
@@ -52,7 +55,8 @@ TEST_F(OfferedCommandsTest, FollowTheSelectionTheFailuresAndWhatIsAtWork) {
   Build();
   EXPECT_EQ(whileItRuns, "mnuQueueMarkAll mnuToolsMissing");
   const std::string failed =
-      "mnuFileNew mnuFileBuild mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll mnuQueueMarkFailed "
+      "mnuFileNew mnuFileBuild mnuToolsBuildOptions mnuQueueAddAll mnuQueueArrange mnuQueueMarkAll "
+      "mnuQueueMarkFailed "
       "mnuQueueBuildFailed mnuWindowFailed mnuToolsMissing";
   EXPECT_EQ(Offered(), failed);
   for (const char* name : {"Base", "Core"}) {
