@@ -280,8 +280,7 @@ TEST_F(BuildProjectFileTest, ANewOneIsMadeOfAGroupOrFolder) {
   EXPECT_EQ(Effects().back(), "show [Ok Exclamation] C:\\none.vbg: no projects found");
   EXPECT_EQ(make("C:\\gone.vbg", {Answer::No}), "Cancelled 3") << "asked again, nothing was chosen";
   const Journal told = Effects();
-  EXPECT_EQ(told.at(told.size() - 2),
-            "show [Ok Exclamation] C:\\gone.vbg: no such file or folder");
+  EXPECT_EQ(told.at(told.size() - 2), "show [Ok Exclamation] C:\\gone.vbg: no such file or folder");
 }
 
 TEST_F(BuildProjectFileTest, RecentFilesMoveDownAndCanHoldAPathTwice) {
