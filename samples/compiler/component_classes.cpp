@@ -1,7 +1,6 @@
 #include "compiler/component_classes.h"
 
 #include "compiler/source_text.h"
-#include "compiler/windows_path.h"
 #include "platform/code_page.h"
 
 namespace gorbex::standin {

@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "compiler/identity.h"
 #include "platform/code_page.h"
 
 namespace gorbex::standin {

@@ -1,7 +1,6 @@
 #include "compiler/image_resources.h"
 
 #include <cstdint>
-#include <string_view>
 #include <utility>
 
 #include "compiler/byte_writer.h"

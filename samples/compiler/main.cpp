@@ -12,7 +12,6 @@
 #include "compiler/make.h"
 #include "compiler/registration.h"
 #include "compiler/result_log.h"
-#include "compiler/windows_path.h"
 #include "platform/code_page.h"
 #include "platform/event_pump.h"
 #include "platform/runtime_error.h"

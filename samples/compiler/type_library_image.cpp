@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <map>
 #include <utility>
-#include <vector>
 
 #include "compiler/byte_writer.h"
 #include "compiler/identity.h"

@@ -1,7 +1,5 @@
 #include "analysis/compiled_projects.h"
 
-#include <utility>
-
 #include "core/node_key.h"
 #include "core/procedure.h"
 #include "core/project_file.h"

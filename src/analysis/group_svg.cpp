@@ -8,7 +8,6 @@
 #include <set>
 
 #include "core/file_tools.h"
-#include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/plain_text.h"
 

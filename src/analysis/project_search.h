@@ -1,9 +1,7 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "analysis/project_display.h"
 #include "analysis/search_hits.h"

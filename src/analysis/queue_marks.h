@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "analysis/group_dependency.h"
 #include "core/failed_projects.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "analysis/build_queue.h"
 #include "analysis/compiled_projects.h"
 #include "analysis/dependency_marking.h"

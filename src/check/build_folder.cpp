@@ -1,7 +1,6 @@
 #include <map>
 
 #include "check/checks.h"
-#include "check/wording.h"
 #include "core/file_tools.h"
 #include "platform/code_page.h"
 

@@ -2,7 +2,6 @@
 
 #include <map>
 #include <string>
-#include <vector>
 
 #include "check/finding.h"
 #include "core/file_tools.h"

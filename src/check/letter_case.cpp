@@ -1,5 +1,4 @@
 #include "check/checks.h"
-#include "core/file_tools.h"
 
 namespace gorbex {
 

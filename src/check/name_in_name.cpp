@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "check/checks.h"
-#include "check/wording.h"
 #include "core/file_tools.h"
 #include "platform/code_page.h"
 

@@ -3,7 +3,6 @@
 
 #include "check/checks.h"
 #include "core/file_tools.h"
-#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex {

@@ -1,5 +1,4 @@
 #include "check/checks.h"
-#include "check/wording.h"
 
 namespace gorbex {
 

@@ -4,7 +4,6 @@
 #include "check/checks.h"
 #include "core/file_tools.h"
 #include "core/pair_reader.h"
-#include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/file_system.h"
 

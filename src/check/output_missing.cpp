@@ -1,4 +1,3 @@
-#include <map>
 
 #include "check/checks.h"
 #include "check/wording.h"

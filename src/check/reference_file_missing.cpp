@@ -3,7 +3,6 @@
 
 #include "check/checks.h"
 #include "check/reference_finding.h"
-#include "core/file_tools.h"
 #include "freshness/component_lead.h"
 #include "platform/code_page.h"
 #include "platform/windows_path.h"

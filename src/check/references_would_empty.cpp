@@ -2,9 +2,7 @@
 #include <unordered_set>
 
 #include "check/checks.h"
-#include "core/file_tools.h"
 #include "core/reference_value.h"
-#include "core/text.h"
 
 namespace gorbex {
 namespace {

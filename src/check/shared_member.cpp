@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "check/checks.h"
-#include "check/wording.h"
 #include "core/file_tools.h"
 
 namespace gorbex {

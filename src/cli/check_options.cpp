@@ -1,7 +1,5 @@
 #include "cli/check_options.h"
 
-#include <algorithm>
-
 #include "cli/text_output.h"
 
 namespace gorbex::cli {

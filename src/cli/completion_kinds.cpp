@@ -1,7 +1,6 @@
 #include "cli/completion_kinds.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "check/check.h"

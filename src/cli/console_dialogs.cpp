@@ -1,10 +1,8 @@
 #include "cli/console_dialogs.h"
 
-#include <array>
 #include <istream>
 #include <ostream>
 #include <string_view>
-#include <utility>
 
 #include "cli/text_output.h"
 #include "core/label_form.h"

@@ -3,11 +3,9 @@
 #include <cstddef>
 #include <functional>
 #include <iosfwd>
-#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 #include "cli/ci_system.h"
 #include "platform/host.h"

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <ostream>
 #include <string_view>

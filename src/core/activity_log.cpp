@@ -1,7 +1,5 @@
 #include "core/activity_log.h"
 
-#include <utility>
-
 #include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/runtime_error.h"

@@ -1,6 +1,5 @@
 #include "core/build_project_file.h"
 
-#include <unordered_set>
 #include <utility>
 
 #include "core/file_tools.h"

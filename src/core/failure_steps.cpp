@@ -1,7 +1,6 @@
 #include "core/failure_steps.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <vector>
 
 namespace gorbex {

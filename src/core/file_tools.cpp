@@ -1,7 +1,6 @@
 #include "core/file_tools.h"
 
 #include <chrono>
-#include <initializer_list>
 
 namespace gorbex {
 namespace {

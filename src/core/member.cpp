@@ -1,6 +1,5 @@
 #include "core/member.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "core/file_tools.h"

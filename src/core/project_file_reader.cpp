@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "core/file_tools.h"
 #include "core/node_key.h"
 #include "core/procedure.h"
 #include "core/reference_value.h"

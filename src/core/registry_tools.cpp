@@ -1,7 +1,6 @@
 #include "core/registry_tools.h"
 
 #include <array>
-#include <optional>
 #include <utility>
 
 #include "core/text.h"

@@ -1,7 +1,6 @@
 #include "freshness/component_lead.h"
 
 #include <charconv>
-#include <vector>
 
 #include "core/reference_value.h"
 #include "core/text.h"

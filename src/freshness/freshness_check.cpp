@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/file_tools.h"
-#include "core/reference_value.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"

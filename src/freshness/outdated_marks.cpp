@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <unordered_set>
-#include <vector>
 
 #include "core/file_tools.h"
 #include "core/list_columns.h"

@@ -1,10 +1,8 @@
 #include "mail/mail_service.h"
 
-#include <memory>
 #include <new>
 #include <utility>
 
-#include "core/text.h"
 #include "mail/mail_settings.h"
 #include "mail/mail_tick.h"
 #include "mail/sender_list.h"

@@ -1,8 +1,6 @@
 #include "platform/code_page.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 namespace gorbex {
 namespace {

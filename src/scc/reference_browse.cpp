@@ -1,7 +1,6 @@
 #include "scc/reference_browse.h"
 
 #include <memory>
-#include <optional>
 
 #include "core/file_tools.h"
 #include "core/list_columns.h"

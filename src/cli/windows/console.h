@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <array>
 #include <iosfwd>
 #include <memory>
 #include <streambuf>

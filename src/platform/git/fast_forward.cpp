@@ -5,7 +5,6 @@
 
 #include "platform/code_page.h"
 #include "platform/git/half_done.h"
-#include "platform/git/incoming.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {

@@ -1,7 +1,6 @@
 #include "platform/git/half_done.h"
 
 #include <cstddef>
-#include <utility>
 
 #include "platform/runtime_error.h"
 

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <sstream>
-#include <utility>
 #include <vector>
 
 #include "platform/code_page.h"
-#include "platform/git/initialisation_file.h"
 #include "platform/git/spec.h"
 #include "platform/git/words.h"
 #include "platform/runtime_error.h"

@@ -2,7 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string>

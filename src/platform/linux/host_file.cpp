@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>

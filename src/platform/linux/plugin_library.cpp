@@ -5,7 +5,6 @@
 #include <array>
 #include <fstream>
 #include <string_view>
-#include <utility>
 
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"

@@ -4,11 +4,9 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <climits>
 #include <span>
-#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
-#include <string>
 #include <system_error>
 #include <thread>
 #include <utility>

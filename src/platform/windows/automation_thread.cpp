@@ -4,7 +4,6 @@
 
 #include <objbase.h>
 
-#include <algorithm>
 #include <deque>
 #include <exception>
 #include <mutex>

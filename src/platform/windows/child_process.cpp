@@ -5,7 +5,6 @@
 #include <cwchar>
 #include <limits>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "platform/windows/full_path.h"

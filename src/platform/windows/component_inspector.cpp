@@ -7,9 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <optional>
-#include <utility>
 
-#include "platform/component/library_file.h"
 #include "platform/component/own_interface.h"
 #include "platform/windows/com_pointer.h"
 #include "platform/windows/full_path.h"

@@ -1,7 +1,6 @@
 #include "platform/windows/dispatch.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "platform/runtime_error.h"
 #include "platform/windows/system_message.h"

@@ -4,11 +4,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "platform/windows/handle.h"

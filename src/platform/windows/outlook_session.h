@@ -1,9 +1,7 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 

@@ -1,7 +1,6 @@
 #include "platform/linux/mail/imap_folder.h"
 
 #include <algorithm>
-#include <charconv>
 #include <vmime/exception.hpp>
 #include <vmime/net/folder.hpp>
 #include <vmime/net/imap/IMAPCommand.hpp>

@@ -9,12 +9,10 @@
 #include <optional>
 #include <system_error>
 #include <utility>
-#include <vector>
 
 #include "platform/code_page.h"
 #include "platform/linux/mail/account.h"
 #include "platform/linux/mail/body_text.h"
-#include "platform/linux/mail/character_set.h"
 #include "platform/linux/mail/imap_folder.h"
 #include "platform/linux/mail/mailbox_turn.h"
 #include "platform/linux/mail/maildir_folder.h"

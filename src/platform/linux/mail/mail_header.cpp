@@ -1,7 +1,6 @@
 #include "platform/linux/mail/mail_header.h"
 #include "platform/code_page.h"
 
-#include <algorithm>
 #include <exception>
 #include <vmime/addressList.hpp>
 #include <vmime/mailbox.hpp>

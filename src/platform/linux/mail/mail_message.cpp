@@ -1,6 +1,6 @@
 #include "platform/linux/mail/mail_message.h"
 
-#include <cctype>
+#include <algorithm>
 #include <vmime/contentDispositionField.hpp>
 #include <vmime/vmime.hpp>
 

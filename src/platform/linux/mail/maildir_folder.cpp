@@ -3,15 +3,12 @@
 #include <fcntl.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
-#include <system_error>
 #include <tuple>
 
 #include "platform/code_page.h"
-#include "platform/header_fields.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {

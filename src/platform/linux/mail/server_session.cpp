@@ -27,7 +27,6 @@
 
 #include "platform/code_page.h"
 #include "platform/linux/mail/certificate_verifier.h"
-#include "platform/mail.h"
 #include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 

@@ -5,7 +5,6 @@
 
 #include "platform/command_line.h"
 #include "platform/header_fields.h"
-#include "platform/linux/mail/character_set.h"
 
 namespace gorbex {
 namespace {
