@@ -39,11 +39,7 @@ std::optional<std::string> FieldOf(std::string_view header, std::string_view nam
     }
   }
   if (!value) return value;
-  value->resize(std::min(value->size(), kLongestValue));
-  for (char& letter : *value) {
-    if (static_cast<unsigned char>(letter) < 0x20) letter = ' ';
-  }
-  return value;
+  return OnOneLine(std::string_view(*value).substr(0, kLongestValue));
 }
 
 std::size_t EndOfHeader(std::string_view text) {

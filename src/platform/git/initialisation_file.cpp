@@ -18,7 +18,7 @@ constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
   throw RuntimeError::WithDescription(ErrorNumber::InvalidCall, "'" + path + "' " + why);
 }
 
-std::string_view TakeLine(std::string_view& text) {
+std::string_view CutLine(std::string_view& text) {
   const auto line = text.substr(0, text.find_first_of("\r\n"));
   text.remove_prefix(std::min(line.size() + 1, text.size()));
   return line;
@@ -72,7 +72,7 @@ std::optional<GitSettings> Parse(std::string_view text) {
   std::optional<GitSettings> settings;
   bool isGit = false;
   while (!text.empty()) {
-    const auto line = Trimmed(TakeLine(text));
+    const auto line = Trimmed(CutLine(text));
     if (line.starts_with('[')) {
       isGit = IsGitHeader(line);
       if (isGit && !settings) settings.emplace();

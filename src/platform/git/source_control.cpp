@@ -1,6 +1,5 @@
 #include "platform/git/source_control.h"
 
-#include <algorithm>
 #include <sstream>
 #include <vector>
 
@@ -153,10 +152,7 @@ void RequireRemoteBranch(const GitRunner& git, const GitPlace& place) {
 
 // Git passes both to its helpers line by line: a line end in one would forge the next line.
 void RequirePlain(const std::string& what, const std::string& text) {
-  const auto isControl = [](char letter) {
-    return static_cast<unsigned char>(letter) < 0x20 || letter == '\x7F';
-  };
-  if (std::none_of(text.begin(), text.end(), isControl)) return;
+  if (OnOneLine(text) == text) return;
   Refuse("The " + what + " holds a control character, such as a line end");
 }
 

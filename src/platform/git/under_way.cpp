@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/code_page.h"
+#include "platform/header_fields.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -44,8 +45,7 @@ void RequireNothingUnderWay(const GitRunner& git, const FileReader& files,
   const auto answer = git.Run(GitCall::Question, arguments);
   std::string_view rest = answer;
   for (const auto& trace : kTraces) {
-    const auto line = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    const auto line = TakeLine(rest);
     if (line.empty() || !files.Look(WindowsPath(folder, FromUtf8Roughly(line)))) continue;
     throw RuntimeError::WithDescription(ErrorNumber::AutomationError,
                                         "A " + std::string(trace.operation) + " is under way in '" +

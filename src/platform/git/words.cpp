@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "platform/code_page.h"
+#include "platform/header_fields.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -54,8 +55,7 @@ void MaskPassword(std::string& text, const std::string& password) {
 std::string Essence(std::string_view text) {
   std::string kept;
   while (!text.empty()) {
-    auto line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    auto line = TakeLine(text);
     line = line.substr(0, line.find_last_not_of(" \r") + 1);
     if (line.empty() || line == "remote:" || line.starts_with("hint:") ||
         line.starts_with("error: unable to read askpass response")) {

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "platform/code_page.h"
+#include "platform/header_fields.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -114,19 +116,12 @@ class Reader {
 
   std::size_t Run() {
     while (!rest_.empty()) {
-      if (!ReadLine(TakeLine())) ++senselessLines_;
+      if (!ReadLine(TakeLine(rest_))) ++senselessLines_;
     }
     return senselessLines_;
   }
 
  private:
-  std::string_view TakeLine() {
-    auto line = rest_.substr(0, rest_.find('\n'));
-    rest_.remove_prefix(std::min(line.size() + 1, rest_.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    return line;
-  }
-
   bool ReadLine(std::string_view line) {
     if (line.empty()) return true;
     switch (line.front()) {
@@ -201,7 +196,7 @@ class Reader {
       while (!data.empty() && (data.front() == ' ' || data.front() == ',')) data.remove_prefix(1);
       if (data.empty()) break;
       if (data == "\\") {
-        data = TakeLine();
+        data = TakeLine(rest_);
         continue;
       }
       const auto byte = TakeNumber(data, 16, 2);
