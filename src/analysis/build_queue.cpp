@@ -7,7 +7,7 @@
 
 #include "core/file_tools.h"
 #include "core/list_columns.h"
-#include "core/node_key.h"
+#include "core/reference_nodes.h"
 #include "core/reference_value.h"
 
 namespace gorbex {
@@ -35,8 +35,7 @@ void BuildQueue::lvwQueue_DragDrop(std::string_view sourceControl) {
 }
 
 void BuildQueue::mnuQueueAdd_Click() {
-  const TreeNode* node = window_.tvwProjects.Selected();
-  while (node != nullptr && !node->KeyStartsWith(node_prefix::kProject)) node = node->Parent();
+  const TreeNode* node = ProjectAbove(window_.tvwProjects.Selected());
   if (node != nullptr) Add(node->Text());
 }
 

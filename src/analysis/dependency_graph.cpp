@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <string_view>
 #include <unordered_map>
 
 #include "core/file_tools.h"
@@ -15,12 +14,6 @@ namespace gorbex {
 namespace {
 
 using Numbers = std::unordered_map<std::string, std::size_t>;
-
-// "*\A..\Fakes\Fakes.vbp" names a project file, relative to the folder of the project that uses it.
-std::optional<std::string_view> ReferencedProjectFile(std::string_view value) {
-  if (value.size() < 3 || !EqualsIgnoringCase(value.substr(0, 3), "*\\a")) return std::nullopt;
-  return ReferenceField(value, 0).substr(3);
-}
 
 // Tarjan's algorithm with an explicit stack: a chain of thousands of projects must not exhaust the
 // program's.
@@ -138,7 +131,7 @@ class UseCollector {
  private:
   [[nodiscard]] std::optional<std::size_t> UsedBy(const clsMember& member,
                                                   const std::string& value) const {
-    if (const auto file = ReferencedProjectFile(value)) {
+    if (const auto file = ProjectFileOf(value)) {
       const auto found = byLowerPath_.find(LowerCase(ResolvedPath(StripPath(member.path), *file)));
       if (found == byLowerPath_.end()) return std::nullopt;
       return found->second;

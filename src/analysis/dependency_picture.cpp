@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "analysis/dependency_graph.h"
-#include "core/node_key.h"
+#include "core/reference_nodes.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 
@@ -193,8 +193,7 @@ void DependencyPicture::TakeStates() {
 }
 
 void DependencyPicture::TakeSelection() {
-  const TreeNode* node = window_.tvwProjects.Selected();
-  while (node != nullptr && !node->KeyStartsWith(node_prefix::kProject)) node = node->Parent();
+  const TreeNode* node = ProjectAbove(window_.tvwProjects.Selected());
   const auto found = node == nullptr ? numbers_.end() : numbers_.find(node->Text());
   selected_.reset();
   if (found != numbers_.end()) selected_ = found->second;

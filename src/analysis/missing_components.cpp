@@ -13,11 +13,6 @@
 namespace gorbex {
 namespace {
 
-// A reference to another project's file names no component.
-bool NamesProjectFile(std::string_view value) {
-  return EqualsIgnoringCase(value.substr(0, 3), "*\\a");
-}
-
 // A malformed value has fewer fields than it should.
 std::string FieldOrNothing(const std::vector<std::string_view>& fields, std::size_t number) {
   return number < fields.size() ? std::string(fields[number]) : std::string();
@@ -49,7 +44,7 @@ class Gathering {
  public:
   void Add(const std::string& project, const TreeNode& node) {
     const std::string& value = node.Text();
-    if (node.ImageOf() != Image::InvalidReference || NamesProjectFile(value)) return;
+    if (node.ImageOf() != Image::InvalidReference || ProjectFileOf(value)) return;
     auto component = ComponentOf(node);
     const auto [at, isNew] = numbers_.try_emplace(KeyOf(component, value), components_.size());
     if (isNew) components_.push_back(std::move(component));

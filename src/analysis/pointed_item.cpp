@@ -11,13 +11,6 @@
 namespace gorbex {
 namespace {
 
-constexpr std::string_view kProjectReference = "*\\a";
-
-const TreeNode* ProjectAbove(const TreeNode* node) {
-  while (node != nullptr && !node->KeyStartsWith(node_prefix::kProject)) node = node->Parent();
-  return node;
-}
-
 // A name without a folder is found by the registry only.
 std::string PathFrom(const std::string& project, std::string_view named) {
   const bool hasFolder = named.find('\\') != std::string_view::npos;
@@ -26,9 +19,8 @@ std::string PathFrom(const std::string& project, std::string_view named) {
 
 PointedItem Component(std::string_view firstField, std::string_view named,
                       const std::string& registered, const std::string& project) {
-  if (LowerCase(firstField).starts_with(kProjectReference)) {
-    const auto file = firstField.substr(kProjectReference.size());
-    return {ResolvedPath(StripPath(project), file), ""};
+  if (const auto file = ProjectFileOf(firstField)) {
+    return {ResolvedPath(StripPath(project), *file), ""};
   }
   return {registered.empty() ? PathFrom(project, named) : registered,
           std::string(GetGUID(firstField))};

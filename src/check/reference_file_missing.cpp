@@ -3,7 +3,7 @@
 
 #include "check/checks.h"
 #include "check/reference_finding.h"
-#include "freshness/component_lead.h"
+#include "core/reference_value.h"
 #include "platform/code_page.h"
 #include "platform/windows_path.h"
 

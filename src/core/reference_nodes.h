@@ -9,6 +9,12 @@ namespace gorbex {
   return node.KeyStartsWith(node_prefix::kReference) || node.KeyStartsWith(node_prefix::kObject);
 }
 
+/// The project's node that a node is, or belongs to; null when there is none.
+[[nodiscard]] inline const TreeNode* ProjectAbove(const TreeNode* node) {
+  while (node != nullptr && !node->KeyStartsWith(node_prefix::kProject)) node = node->Parent();
+  return node;
+}
+
 /// Visits the reference and object nodes of a project's node.
 template <class Visit>
 void ForEachReference(const TreeNode& project, const Visit& visit) {

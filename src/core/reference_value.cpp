@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/text.h"
+#include "platform/code_page.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -27,6 +28,11 @@ std::string_view ReferenceField(std::string_view value, std::size_t number) {
 
 bool IsTypeLibraryReference(std::string_view value) {
   return value.starts_with("*\\");
+}
+
+std::optional<std::string_view> ProjectFileOf(std::string_view value) {
+  if (!EqualsIgnoringCase(value.substr(0, 3), "*\\A")) return std::nullopt;
+  return value.substr(3, value.find('#') - 3);
 }
 
 std::string_view ComponentPath(std::string_view value) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace gorbex {
@@ -15,6 +16,10 @@ namespace gorbex {
 [[nodiscard]] std::string_view ReferenceField(std::string_view value, std::size_t number);
 
 [[nodiscard]] bool IsTypeLibraryReference(std::string_view value);
+
+/// The project file that a reference leads to instead of a library ("*\A..\Core\Core.vbp"); nothing
+/// for others.
+[[nodiscard]] std::optional<std::string_view> ProjectFileOf(std::string_view value);
 
 /// The component file a reference value names; empty for a control line that names none. Error 9
 /// when the value has too few fields.

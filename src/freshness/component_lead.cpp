@@ -27,11 +27,6 @@ std::string HexadecimalVersion(std::string_view version) {
 
 }  // namespace
 
-std::optional<std::string_view> ProjectFileOf(std::string_view referenceValue) {
-  if (!EqualsIgnoringCase(referenceValue.substr(0, 3), "*\\A")) return std::nullopt;
-  return referenceValue.substr(3, referenceValue.find('#') - 3);
-}
-
 std::optional<std::string> LibraryKeyOf(std::string_view referenceValue) {
   const auto fields = Split(referenceValue, '#');
   const auto guid = GetGUID(referenceValue);

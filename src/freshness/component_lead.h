@@ -12,9 +12,6 @@ namespace gorbex {
 /// hexadecimal. Nothing for a value that names no type library.
 [[nodiscard]] std::optional<std::string> LibraryKeyOf(std::string_view referenceValue);
 
-/// The project file that a reference leads to instead ("*\A..\Core\Core.vbp"); nothing for others.
-[[nodiscard]] std::optional<std::string_view> ProjectFileOf(std::string_view referenceValue);
-
 /// The file that the registry has for such a key; empty when it has none.
 [[nodiscard]] std::string RegisteredFile(const RegistryTools& registry,
                                          const std::string& libraryKey);
