@@ -1,7 +1,6 @@
 #include "check/checked_references.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <string_view>
 #include <unordered_map>
@@ -13,6 +12,7 @@
 #include "core/text.h"
 #include "freshness/component_lead.h"
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -81,12 +81,8 @@ class Registration {
       return {};
     }
     for (unsigned next = number + 1; next <= number + kTried; ++next) {
-      std::array<char, 8> digits{};
-      const auto* end = std::to_chars(digits.data(), digits.data() + digits.size(), next, 16).ptr;
       std::string key(fields[0]);
-      key.append("#")
-          .append(fields[1].substr(0, dot + 1))
-          .append(digits.data(), static_cast<std::size_t>(end - digits.data()));
+      key.append("#").append(fields[1].substr(0, dot + 1)).append(Hexadecimal(next));
       std::string file = RegisteredFile(uses_.registry, key.append("#").append(fields[2]));
       if (!file.empty()) return file;
     }

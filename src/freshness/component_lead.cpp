@@ -1,28 +1,22 @@
 #include "freshness/component_lead.h"
 
-#include <charconv>
-
 #include "core/reference_value.h"
 #include "core/text.h"
-#include "platform/code_page.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
 
 // A control's line has its version in decimal digits. Any other text stays as it is.
-std::string Hexadecimal(std::string_view decimal) {
-  unsigned number = 0;
-  const auto* const end = decimal.data() + decimal.size();
-  const auto [stop, error] = std::from_chars(decimal.data(), end, number);
-  if (error != std::errc() || stop != end) return std::string(decimal);
-  char digits[8];
-  return {digits, std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr};
+std::string InHexadecimal(std::string_view decimal) {
+  const auto number = WholeNumber<unsigned>(decimal);
+  return number ? Hexadecimal(*number) : std::string(decimal);
 }
 
 std::string HexadecimalVersion(std::string_view version) {
   const auto dot = version.find('.');
-  if (dot == std::string_view::npos) return Hexadecimal(version);
-  return Hexadecimal(version.substr(0, dot)) + "." + Hexadecimal(version.substr(dot + 1));
+  if (dot == std::string_view::npos) return InHexadecimal(version);
+  return InHexadecimal(version.substr(0, dot)) + "." + InHexadecimal(version.substr(dot + 1));
 }
 
 }  // namespace

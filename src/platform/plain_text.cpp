@@ -1,7 +1,6 @@
 #include "platform/plain_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 
 #include "platform/code_page.h"
@@ -11,6 +10,11 @@ namespace gorbex {
 std::string_view Trimmed(std::string_view text, std::string_view blanks) {
   text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
   return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+std::string Hexadecimal(std::uint64_t number) {
+  char digits[16];
+  return {digits, std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr};
 }
 
 std::optional<std::string> PercentDecoded(std::string_view text) {

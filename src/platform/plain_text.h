@@ -1,5 +1,7 @@
 #pragma once
 
+#include <charconv>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +13,18 @@ inline constexpr std::string_view kWhiteSpace = " \t\r\n";
 /// A part of the text: what is left without the blanks at its beginning and end.
 [[nodiscard]] std::string_view Trimmed(std::string_view text,
                                        std::string_view blanks = kWhiteSpace);
+
+/// A text that is one number from end to end; nothing for any other, and for one too large.
+template <class Number>
+[[nodiscard]] std::optional<Number> WholeNumber(std::string_view text, int base = 10) {
+  Number number{};
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, number, base);
+  return error == std::errc() && end == last ? std::optional(number) : std::nullopt;
+}
+
+/// In small letters, without leading zeros.
+[[nodiscard]] std::string Hexadecimal(std::uint64_t number);
 
 /// A part of a URL with each "%41" replaced by its byte; nothing when a "%" lacks its two
 /// hexadecimal digits.

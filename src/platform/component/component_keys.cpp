@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -29,7 +30,7 @@ void WriteLibrary(KeyWriter& to, const ComponentKeys& keys) {
   const auto key = "TypeLib\\" + keys.library + "\\" + keys.version;
   const auto folderEnd = keys.path.rfind('\\');
   to.Set(key, keys.helpString.empty() ? keys.name : keys.helpString);
-  to.Set(key + "\\" + RegistryNumber(keys.lcid) + "\\win32", keys.path);
+  to.Set(key + "\\" + Hexadecimal(keys.lcid) + "\\win32", keys.path);
   to.Set(key + "\\FLAGS", std::to_string(keys.flags));
   to.Set(key + "\\HELPDIR", folderEnd == std::string::npos ? "" : keys.path.substr(0, folderEnd));
 }

@@ -1,22 +1,17 @@
 #include "platform/component/library_file.h"
 
-#include <charconv>
 #include <exception>
-#include <system_error>
 
 #include "platform/component/pe_image.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 
 LibraryPlace PlaceOfLibrary(const FileReader& files, const std::string& path) {
   const auto separator = path.find_last_of("\\/");
   if (separator == std::string::npos || FileExists(files, path)) return {path};
-  std::uint16_t number = 0;
-  const char* const first = path.data() + separator + 1;
-  const char* const end = path.data() + path.size();
-  const auto [stop, error] = std::from_chars(first, end, number);
-  if (error != std::errc() || stop != end) return {path};
-  return {path.substr(0, separator), number};
+  const auto number = WholeNumber<std::uint16_t>(std::string_view(path).substr(separator + 1));
+  return number ? LibraryPlace{path.substr(0, separator), number} : LibraryPlace{path};
 }
 
 std::optional<InnerLibrary> InnerLibraryOf(std::string_view file) {

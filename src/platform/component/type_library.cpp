@@ -1,9 +1,7 @@
 #include "platform/component/type_library.h"
 
-#include <array>
-#include <charconv>
-
 #include "platform/component/byte_reader.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -143,14 +141,8 @@ class LibraryReader {
 
 }  // namespace
 
-std::string RegistryNumber(std::uint32_t number) {
-  std::array<char, 8> digits{};
-  const auto end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
-  return {digits.begin(), end};
-}
-
 std::string RegistryVersionOf(const TypeLibrary& library) {
-  return RegistryNumber(library.major) + "." + RegistryNumber(library.minor);
+  return Hexadecimal(library.major) + "." + Hexadecimal(library.minor);
 }
 
 std::optional<TypeLibrary> ReadTypeLibrary(std::string_view bytes) {

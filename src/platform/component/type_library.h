@@ -41,8 +41,7 @@ struct TypeLibrary {
   std::vector<TypeInfo> types;
 };
 
-/// A number, and the version of a library, as the registry writes them: hexadecimal.
-[[nodiscard]] std::string RegistryNumber(std::uint32_t number);
+/// The version of a library as the registry writes it: hexadecimal.
 [[nodiscard]] std::string RegistryVersionOf(const TypeLibrary& library);
 
 /// Reads the bytes of a type library in the MSFT format; nothing when they are something else or

@@ -252,9 +252,7 @@ void AppendData(std::string& text, const RegistryValue& value) {
     return;
   }
   const auto number = static_cast<std::uint32_t>(value.type);
-  std::array<char, 8> digits{};
-  const auto* end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
-  const std::string type = "(" + std::string(digits.cbegin(), end) + "):";
+  const std::string type = "(" + Hexadecimal(number) + "):";
   if (IsText(value.type) && value.bytes.ends_with('\0')) {
     if (value.type != RegistryType::Text) text += "str" + type;
     const auto withoutZero = std::string_view(value.bytes).substr(0, value.bytes.size() - 1);

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -12,6 +11,7 @@
 
 #include "platform/linux/host_file.h"
 #include "platform/linux/registry_text.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -80,11 +80,9 @@ class Converter {
 };
 
 unsigned NumberOf(const std::string& text) {
-  unsigned number = 0;
-  const char* const textEnd = text.data() + text.size();
-  const auto [end, error] = std::from_chars(text.data(), textEnd, number);
-  if (error != std::errc{} || end != textEnd) throw UnusableCodePage(text);
-  return number;
+  const auto number = WholeNumber<unsigned>(text);
+  if (!number) throw UnusableCodePage(text);
+  return *number;
 }
 
 }  // namespace

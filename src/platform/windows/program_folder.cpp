@@ -2,11 +2,10 @@
 
 #include <windows.h>
 
-#include <array>
-#include <charconv>
 #include <cstdint>
 #include <optional>
 
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/full_path.h"
@@ -28,9 +27,8 @@ std::optional<std::string> ShortPathOf(const std::wstring& folder) {
 std::wstring NameFor(const std::wstring& folder) {
   std::uint64_t hash = 0xcbf29ce484222325;
   for (const wchar_t letter : folder) hash = (hash ^ letter) * 0x100000001b3;
-  std::array<char, 16> digits{};
-  const auto [end, error] = std::to_chars(digits.begin(), digits.end(), hash, 16);
-  return {digits.begin(), end};
+  const auto digits = Hexadecimal(hash);
+  return {digits.begin(), digits.end()};
 }
 
 void Make(const std::wstring& folder) {

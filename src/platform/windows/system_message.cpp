@@ -3,22 +3,12 @@
 #include <windows.h>
 
 #include <array>
-#include <charconv>
 #include <string_view>
 
+#include "platform/plain_text.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex {
-namespace {
-
-std::string Hexadecimal(std::uint32_t number) {
-  std::array<char, 8> digits{};
-  const auto end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
-  return {digits.begin(), end};
-}
-
-}  // namespace
-
 std::string SystemMessage(std::uint32_t number) {
   constexpr DWORD kFlags =
       FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;

@@ -1,7 +1,6 @@
 #include "platform/linux/mail/account.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string_view>
 
@@ -77,11 +76,9 @@ Url Read(const std::string& codePageText, const std::string& what) {
 
 std::uint16_t PortOf(const Url& url, std::uint16_t usual, const std::string& what) {
   if (url.port.empty()) return usual;
-  std::uint16_t port = 0;
-  const auto* end = url.port.data() + url.port.size();
-  const auto read = std::from_chars(url.port.data(), end, port);
-  if (read.ptr != end || read.ec != std::errc() || port == 0) Refuse(what, "has no valid port");
-  return port;
+  const auto port = WholeNumber<std::uint16_t>(url.port);
+  if (!port || *port == 0) Refuse(what, "has no valid port");
+  return *port;
 }
 
 bool IsThisMachine(const std::string& host) {

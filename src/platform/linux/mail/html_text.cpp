@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <charconv>
 #include <optional>
 
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -44,11 +44,7 @@ constexpr std::size_t kLongestName = 10;
 std::optional<char32_t> NumberedCharacter(std::string_view digits) {
   const bool isHexadecimal = digits.starts_with('x') || digits.starts_with('X');
   if (isHexadecimal) digits.remove_prefix(1);
-  std::uint32_t number = 0;
-  const auto* end = digits.data() + digits.size();
-  const auto read = std::from_chars(digits.data(), end, number, isHexadecimal ? 16 : 10);
-  if (digits.empty() || read.ec != std::errc() || read.ptr != end) return std::nullopt;
-  return char32_t{number};
+  return WholeNumber<std::uint32_t>(digits, isHexadecimal ? 16 : 10);
 }
 
 std::optional<char32_t> CharacterOf(std::string_view name) {
