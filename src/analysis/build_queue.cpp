@@ -31,7 +31,7 @@ void BuildQueue::lvwQueue_DragDrop(std::string_view sourceControl) {
   if (sourceControl != "tvwProjects") return;
   const TreeNode* node = window_.tvwProjects.Selected();
   if (node == nullptr || !Add(node->Text())) return;
-  Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { RefreshQueue(); }); });
+  Procedure::IgnoringErrors().Do([&] { RefreshQueue(); });
 }
 
 void BuildQueue::mnuQueueAdd_Click() {
@@ -179,9 +179,7 @@ void BuildQueue::mnuQueueRemove_Click() {
 }
 
 void BuildQueue::mnuQueueEmpty_Click() {
-  Procedure(report_, ": frmBuilder.mnuQueueEmpty_Click").Run([&](Procedure& on) {
-    on([&] { window_.lvwQueue.Clear(); });
-  });
+  Procedure(report_, ": frmBuilder.mnuQueueEmpty_Click").Do([&] { window_.lvwQueue.Clear(); });
 }
 
 void BuildQueue::MarkAll(bool checked) {
@@ -189,15 +187,11 @@ void BuildQueue::MarkAll(bool checked) {
 }
 
 void BuildQueue::mnuQueueMarkAll_Click() {
-  Procedure(report_, ": frmBuilder.mnuQueueMarkAll_Click").Run([&](Procedure& on) {
-    on([&] { MarkAll(true); });
-  });
+  Procedure(report_, ": frmBuilder.mnuQueueMarkAll_Click").Do([&] { MarkAll(true); });
 }
 
 void BuildQueue::mnuQueueUnMarkAll_Click() {
-  Procedure(report_, ": frmBuilder.mnuQueueUnMarkAll_Click").Run([&](Procedure& on) {
-    on([&] { MarkAll(false); });
-  });
+  Procedure(report_, ": frmBuilder.mnuQueueUnMarkAll_Click").Do([&] { MarkAll(false); });
 }
 
 }  // namespace gorbex

@@ -47,14 +47,14 @@ void QueueMarks::MarkWithUsers(const std::string& path) {
 }
 
 void QueueMarks::mnuQueueMarkUses_Click() {
-  Procedure(report_, ": frmBuilder.mnuQueueMarkUses_Click").Run([&](Procedure& on) {
-    on([&] { MarkWithUses(window_.lvwQueue.SelectedRow().Key()); });
+  Procedure(report_, ": frmBuilder.mnuQueueMarkUses_Click").Do([&] {
+    MarkWithUses(window_.lvwQueue.SelectedRow().Key());
   });
 }
 
 void QueueMarks::mnuQueueMarkUsers_Click() {
-  Procedure(report_, ": frmBuilder.mnuQueueMarkUsers_Click").Run([&](Procedure& on) {
-    on([&] { MarkWithUsers(window_.lvwQueue.SelectedRow().Key()); });
+  Procedure(report_, ": frmBuilder.mnuQueueMarkUsers_Click").Do([&] {
+    MarkWithUsers(window_.lvwQueue.SelectedRow().Key());
   });
 }
 

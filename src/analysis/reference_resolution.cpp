@@ -11,11 +11,9 @@ constexpr std::string_view kTypeLibKey = "HKEY_CLASSES_ROOT\\TypeLib\\";
 }  // namespace
 
 bool ReferenceResolution::IsvalidRef(std::string_view guid) const {
-  bool valid = false;
-  Procedure(report_, ": frmBuilder.IsvalidRef").Run([&](Procedure& on) {
-    on([&] { valid = registry_.KeyExists(std::string(kTypeLibKey).append(guid)); });
+  return Procedure(report_, ": frmBuilder.IsvalidRef").Do([&] {
+    return registry_.KeyExists(std::string(kTypeLibKey).append(guid));
   });
-  return valid;
 }
 
 std::string ReferenceResolution::LibraryPath(std::string_view guid,
@@ -50,11 +48,9 @@ Verdict ReferenceResolution::RefType(std::string_view guid, std::string_view ver
 }
 
 std::string ReferenceResolution::GetRefComponent(std::string_view referenceValue) const {
-  std::string component;
-  Procedure(report_, ": frmBuilder.GetRefComponent").Run([&](Procedure& on) {
-    on([&] { component = ComponentPath(referenceValue); });
+  return Procedure(report_, ": frmBuilder.GetRefComponent").Do([&] {
+    return std::string(ComponentPath(referenceValue));
   });
-  return component;
 }
 
 std::string ReferenceResolution::GUIDChanged(const std::string& referenceValue) const {

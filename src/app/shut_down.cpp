@@ -71,8 +71,8 @@ void ShutDown::StoreState(Procedure& on) {
 }
 
 void ShutDown::mnuFileExit_Click() {
-  Procedure(uses_.report, ": frmBuilder.mnuFileExit_Click").Run([&](Procedure& on) {
-    on([&] { uses_.window.closeRequested.Emit(); });
+  Procedure(uses_.report, ": frmBuilder.mnuFileExit_Click").Do([&] {
+    uses_.window.closeRequested.Emit();
   });
 }
 

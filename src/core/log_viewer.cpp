@@ -100,9 +100,7 @@ void LogViewer::cboLogDate_Click() {
 }
 
 void LogViewer::cmdClose_Click() {
-  Procedure(report_, ": frmLogs.cmdClose_Click").Run([&](Procedure& on) {
-    on([&] { form_.visible.Set(false); });
-  });
+  Procedure(report_, ": frmLogs.cmdClose_Click").Do([&] { form_.visible.Set(false); });
 }
 
 }  // namespace gorbex

@@ -73,38 +73,24 @@ bool clsOptions::Store(const Setting& setting) {
   return registry_.fnsGetRegistryValue(kProgramKey, setting.stored) == text;
 }
 
-std::int32_t clsOptions::Guarded(std::string_view procedure,
-                                 std::int32_t (clsOptions::*value)() const) const {
-  std::int32_t result = 0;
-  Procedure(report_, procedure).Run([&](Procedure& on) { on([&] { result = (this->*value)(); }); });
-  return result;
-}
-
 std::int32_t clsOptions::Major() const {
-  return Guarded(": clsOptions.Major", &clsOptions::MajorValue);
+  return Procedure(report_, ": clsOptions.Major").Do([&] {
+    const auto fields = Split(VersionComponents, '.');
+    return fields.size() > 1 ? ToLong(NumericValue(fields[0])) : 0;
+  });
 }
 
 std::int32_t clsOptions::Minor() const {
-  return Guarded(": clsOptions.Minor", &clsOptions::MinorValue);
+  return Procedure(report_, ": clsOptions.Minor").Do([&] {
+    return ToLong(NumericValue(Field(Split(VersionComponents, '.'), 1)));
+  });
 }
 
 std::int32_t clsOptions::Revision() const {
-  return Guarded(": clsOptions.Revision", &clsOptions::RevisionValue);
-}
-
-std::int32_t clsOptions::MajorValue() const {
-  const auto dot = VersionComponents.find('.');
-  if (dot == std::string::npos) return 0;
-  return ToLong(NumericValue(std::string_view(VersionComponents).substr(0, dot)));
-}
-
-std::int32_t clsOptions::MinorValue() const {
-  return ToLong(NumericValue(Field(Split(VersionComponents, '.'), 1)));
-}
-
-std::int32_t clsOptions::RevisionValue() const {
-  const auto fields = Split(VersionComponents, '.');
-  return fields.size() > 2 ? ToLong(NumericValue(fields[2])) : 0;
+  return Procedure(report_, ": clsOptions.Revision").Do([&] {
+    const auto fields = Split(VersionComponents, '.');
+    return fields.size() > 2 ? ToLong(NumericValue(fields[2])) : 0;
+  });
 }
 
 }  // namespace gorbex

@@ -71,11 +71,6 @@ class clsOptions {
  private:
   void Load(std::size_t number);
   void Save(std::size_t number);
-  [[nodiscard]] std::int32_t Guarded(std::string_view procedure,
-                                     std::int32_t (clsOptions::*value)() const) const;
-  [[nodiscard]] std::int32_t MajorValue() const;
-  [[nodiscard]] std::int32_t MinorValue() const;
-  [[nodiscard]] std::int32_t RevisionValue() const;
 
   RegistryTools& registry_;
   ErrorReport& report_;

@@ -62,6 +62,17 @@ class Procedure {
     }
   }
 
+  /// Runs a body that is one statement, and gives its value: the default of its type after Abort.
+  template <class S>
+  auto Do(S&& statement, std::source_location at = std::source_location::current())
+      -> std::invoke_result_t<S> {
+    try {
+      return Statement(std::forward<S>(statement), at.line(), Outermost::No);
+    } catch (const Left&) {
+      return std::invoke_result_t<S>();
+    }
+  }
+
   /// Runs one statement and gives its value.
   template <class S>
   auto operator()(S&& statement, std::source_location at = std::source_location::current()) {

@@ -66,14 +66,12 @@ std::string RegistryTools::fnsGetRegistryValue(std::string_view keyPath, std::st
                                                std::string_view type) const {
   const std::string typeName = TypeName(type);
   std::string result = typeName == "BOOL" ? "False" : "";
-  Procedure(report_, ": RegistryTools.fnsGetRegistryValue").Run([&](Procedure& on) {
-    on([&] {
-      const std::uint32_t root = fnlHKEYValue(keyPath);
-      if (root == 0) return;
-      const auto value = registry_.Value(static_cast<RegistryRoot>(root), SubKeyOf(keyPath), name);
-      if (!value) return;
-      if (auto queried = Queried(*value, typeName)) result = std::move(*queried);
-    });
+  Procedure(report_, ": RegistryTools.fnsGetRegistryValue").Do([&] {
+    const std::uint32_t root = fnlHKEYValue(keyPath);
+    if (root == 0) return;
+    const auto value = registry_.Value(static_cast<RegistryRoot>(root), SubKeyOf(keyPath), name);
+    if (!value) return;
+    if (auto queried = Queried(*value, typeName)) result = std::move(*queried);
   });
   return result;
 }
@@ -87,16 +85,14 @@ std::optional<std::string> RegistryTools::LengthProblem(std::string_view text) {
 
 void RegistryTools::subSetRegistryValue(std::string_view keyPath, std::string_view name,
                                         std::string_view value, std::string_view type) {
-  Procedure(report_, ": RegistryTools.subSetRegistryValue").Run([&](Procedure& on) {
-    on([&] {
-      const auto root = static_cast<RegistryRoot>(fnlHKEYValue(keyPath));
-      if (root == RegistryRoot{}) return;
-      if (TypeName(type) == "STRING") RequireLength(name, value);
-      if (!registry_.CreateKey(root, SubKeyOf(keyPath))) return;
-      if (const auto stored = Stored(value, TypeName(type))) {
-        registry_.SetValue(root, SubKeyOf(keyPath), name, *stored);
-      }
-    });
+  Procedure(report_, ": RegistryTools.subSetRegistryValue").Do([&] {
+    const auto root = static_cast<RegistryRoot>(fnlHKEYValue(keyPath));
+    if (root == RegistryRoot{}) return;
+    if (TypeName(type) == "STRING") RequireLength(name, value);
+    if (!registry_.CreateKey(root, SubKeyOf(keyPath))) return;
+    if (const auto stored = Stored(value, TypeName(type))) {
+      registry_.SetValue(root, SubKeyOf(keyPath), name, *stored);
+    }
   });
 }
 
@@ -120,14 +116,10 @@ std::uint32_t RegistryTools::fnlHKEYValue(std::string_view keyPath) const {
 }
 
 bool RegistryTools::KeyExists(std::string_view keyPath) const {
-  bool exists = false;
-  Procedure(report_, ": RegistryTools.KeyExists").Run([&](Procedure& on) {
-    on([&] {
-      const std::uint32_t root = fnlHKEYValue(keyPath);
-      exists = root != 0 && registry_.HasKey(static_cast<RegistryRoot>(root), SubKeyOf(keyPath));
-    });
+  return Procedure(report_, ": RegistryTools.KeyExists").Do([&] {
+    const std::uint32_t root = fnlHKEYValue(keyPath);
+    return root != 0 && registry_.HasKey(static_cast<RegistryRoot>(root), SubKeyOf(keyPath));
   });
-  return exists;
 }
 
 }  // namespace gorbex

@@ -67,9 +67,8 @@ BuildInput Freshness::ReferenceInput(const std::string& folder, const std::strin
     if (!input.place.empty()) {
       input.kind = Kind::Reference;
     } else {
-      Procedure::IgnoringErrors().Run([&](Procedure& on) {
-        on([&] { input.place = ResolvedPath(folder, ComponentPath(value)); });
-      });
+      Procedure::IgnoringErrors().Do(
+          [&] { input.place = ResolvedPath(folder, ComponentPath(value)); });
     }
   }
   return input;
@@ -184,8 +183,7 @@ Judgement Freshness::JudgeInRun(const std::string& project) {
   Check check(*this, project);
   Judgement judgement = check.Run();
   if (judgement.IsUpToDate() && check.HasNewLooks()) {
-    Procedure::IgnoringErrors().Run(
-        [&](Procedure& on) { on([&] { records_.Add(check.Renewed()); }); });
+    Procedure::IgnoringErrors().Do([&] { records_.Add(check.Renewed()); });
   }
   return judgement;
 }

@@ -260,7 +260,7 @@ std::string MailTick::BuiltFile() const {
 // Flagged, it neither fails the next look as well nor keeps the mails after it waiting.
 void MailTick::FlagFailed() {
   if (sender_.empty() || mail_ == nullptr) return;
-  Procedure::IgnoringErrors().Run([&](Procedure& on) { on([&] { mail_->Flag(); }); });
+  Procedure::IgnoringErrors().Do([&] { mail_->Flag(); });
 }
 
 bool MailTick::ReportFailure(const RuntimeError& error) {

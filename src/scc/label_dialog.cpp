@@ -17,9 +17,7 @@ LabelDialog::LabelDialog(frmLabel& form, SourceSafeSession& session, Dialogs& di
 }
 
 void LabelDialog::LookAt(const TextBox& other, std::string_view procedure) {
-  Procedure(report_, procedure).Run([&](Procedure& on) {
-    on([&] { form_.cmdOK.enabled.Set(!other.text.Get().empty()); });
-  });
+  Procedure(report_, procedure).Do([&] { form_.cmdOK.enabled.Set(!other.text.Get().empty()); });
 }
 
 void LabelDialog::Display(const std::string& spec) {
@@ -64,9 +62,7 @@ void LabelDialog::Offer(bool offered) {
 }
 
 void LabelDialog::cmdCancel_Click() {
-  Procedure(report_, ": frmLabel.cmdCancel_Click").Run([&](Procedure& on) {
-    on([&] { form_.hidden.Set(true); });
-  });
+  Procedure(report_, ": frmLabel.cmdCancel_Click").Do([&] { form_.hidden.Set(true); });
 }
 
 void Labelling::mnuToolsLabel_Click() {
