@@ -25,17 +25,12 @@ std::string Extension(std::string_view file) {
 }
 
 // Where the compiler keeps the pictures and other binary parts of a source.
-std::vector<std::string_view> CompanionsOf(std::string_view extension) {
-  using Row = std::pair<std::string_view, std::vector<std::string_view>>;
-  static const std::array<Row, 5> kRows = {{{".frm", {".frx"}},
-                                            {".ctl", {".ctx"}},
-                                            {".pag", {".pgx"}},
-                                            {".dob", {".dox"}},
-                                            {".dsr", {".dsx", ".dca"}}}};
-  const auto* row = std::find_if(kRows.begin(), kRows.end(),
-                                 [&](const Row& each) { return each.first == extension; });
-  return row == kRows.end() ? std::vector<std::string_view>() : row->second;
-}
+constexpr std::array<std::array<std::string_view, 2>, 6> kCompanions = {{{".frm", ".frx"},
+                                                                         {".ctl", ".ctx"},
+                                                                         {".pag", ".pgx"},
+                                                                         {".dob", ".dox"},
+                                                                         {".dsr", ".dsx"},
+                                                                         {".dsr", ".dca"}}};
 
 std::string DerivedExtension(const std::string& type) {
   if (EqualsIgnoringCase(type, "OleDll")) return ".dll";
@@ -120,9 +115,9 @@ class SourceReader {
   void TakeMember(std::string_view file) {
     found_.members.emplace_back(file);
     const std::string extension = Extension(file);
-    for (const std::string_view companion : CompanionsOf(extension)) {
-      found_.companions.push_back(
-          std::string(file.substr(0, file.size() - extension.size())).append(companion));
+    const std::string stem(file.substr(0, file.size() - extension.size()));
+    for (const auto& [source, companion] : kCompanions) {
+      if (source == extension) found_.companions.push_back(stem + std::string(companion));
     }
   }
 

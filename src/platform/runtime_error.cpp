@@ -3,52 +3,40 @@
 namespace gorbex {
 namespace {
 
+struct NumberText {
+  ErrorNumber number;
+  std::string_view text;
+};
+
+constexpr NumberText kTexts[] = {
+    {ErrorNumber::InvalidCall, "Invalid procedure call or argument"},
+    {ErrorNumber::Overflow, "Overflow"},
+    {ErrorNumber::OutOfMemory, "Out of memory"},
+    {ErrorNumber::SubscriptOutOfRange, "Subscript out of range"},
+    {ErrorNumber::TypeMismatch, "Type mismatch"},
+    {ErrorNumber::BadFileName, "Bad file name or number"},
+    {ErrorNumber::FileNotFound, "File not found"},
+    {ErrorNumber::DeviceError, "Device I/O error"},
+    {ErrorNumber::DiskFull, "Disk full"},
+    {ErrorNumber::TooManyFiles, "Too many files"},
+    {ErrorNumber::PermissionDenied, "Permission denied"},
+    {ErrorNumber::PathFileAccess, "Path/File access error"},
+    {ErrorNumber::PathNotFound, "Path not found"},
+    {ErrorNumber::ObjectNotSet, "Object variable or With block variable not set"},
+    {ErrorNumber::PropertyReadOnly, "Set not supported (read-only property)"},
+    {ErrorNumber::CannotCreateObject, "ActiveX component can't create object"},
+    {ErrorNumber::NoSuchProperty, "Object doesn't support this property or method"},
+    {ErrorNumber::AutomationError, "Automation error"},
+    {ErrorNumber::DuplicateKey,
+     "This key is already associated with an element of this collection"},
+    {ErrorNumber::IndexOutOfBounds, "Index out of bounds"},
+    {ErrorNumber::ElementNotFound, "Element not found"},
+    {ErrorNumber::KeyNotUnique, "Key is not unique in collection"},
+};
+
 std::string_view TextOf(ErrorNumber number) {
-  switch (number) {
-    case ErrorNumber::InvalidCall:
-      return "Invalid procedure call or argument";
-    case ErrorNumber::Overflow:
-      return "Overflow";
-    case ErrorNumber::OutOfMemory:
-      return "Out of memory";
-    case ErrorNumber::SubscriptOutOfRange:
-      return "Subscript out of range";
-    case ErrorNumber::TypeMismatch:
-      return "Type mismatch";
-    case ErrorNumber::BadFileName:
-      return "Bad file name or number";
-    case ErrorNumber::FileNotFound:
-      return "File not found";
-    case ErrorNumber::DeviceError:
-      return "Device I/O error";
-    case ErrorNumber::DiskFull:
-      return "Disk full";
-    case ErrorNumber::TooManyFiles:
-      return "Too many files";
-    case ErrorNumber::PermissionDenied:
-      return "Permission denied";
-    case ErrorNumber::PathFileAccess:
-      return "Path/File access error";
-    case ErrorNumber::PathNotFound:
-      return "Path not found";
-    case ErrorNumber::ObjectNotSet:
-      return "Object variable or With block variable not set";
-    case ErrorNumber::PropertyReadOnly:
-      return "Set not supported (read-only property)";
-    case ErrorNumber::CannotCreateObject:
-      return "ActiveX component can't create object";
-    case ErrorNumber::NoSuchProperty:
-      return "Object doesn't support this property or method";
-    case ErrorNumber::AutomationError:
-      return "Automation error";
-    case ErrorNumber::DuplicateKey:
-      return "This key is already associated with an element of this collection";
-    case ErrorNumber::IndexOutOfBounds:
-      return "Index out of bounds";
-    case ErrorNumber::ElementNotFound:
-      return "Element not found";
-    case ErrorNumber::KeyNotUnique:
-      return "Key is not unique in collection";
+  for (const auto& known : kTexts) {
+    if (known.number == number) return known.text;
   }
   return "Application-defined or object-defined error";
 }

@@ -47,6 +47,10 @@ bool IsFresh(std::int64_t modified) {
   return age >= 0 && age < kClockStep;
 }
 
+std::size_t NumberOf(RegistryRoot root) {
+  return static_cast<std::uint32_t>(root) - static_cast<std::uint32_t>(RegistryRoot::ClassesRoot);
+}
+
 void AddTop(std::vector<const RegistryKey*>& tops, const RegistryKey& top, std::string_view path) {
   if (const auto* key = top.Find(path)) tops.push_back(key);
 }
@@ -141,33 +145,23 @@ void LinuxRegistry::Refresh() const {
 }
 
 void LinuxRegistry::FindTops() const {
-  for (Tops* tops : {&classesTops_, &userTops_, &machineTops_, &usersTops_}) tops->clear();
-  AddTop(userTops_, own_.top, kUser);
-  userTops_.push_back(&user_.top);
-  AddTop(machineTops_, own_.top, kMachine);
-  machineTops_.push_back(&machine_.top);
-  AddTop(usersTops_, own_.top, kUsers);
-  for (const auto* top : userTops_) AddTop(classesTops_, *top, kClasses);
-  for (const auto* top : machineTops_) AddTop(classesTops_, *top, kClasses32);
-  for (const auto* top : machineTops_) AddTop(classesTops_, *top, kClasses);
+  tops_ = {};
+  auto& [classes, user, machine, users] = tops_;
+  AddTop(user, own_.top, kUser);
+  user.push_back(&user_.top);
+  AddTop(machine, own_.top, kMachine);
+  machine.push_back(&machine_.top);
+  AddTop(users, own_.top, kUsers);
+  for (const auto* top : user) AddTop(classes, *top, kClasses);
+  for (const auto* top : machine) AddTop(classes, *top, kClasses32);
+  for (const auto* top : machine) AddTop(classes, *top, kClasses);
 }
 
 const LinuxRegistry::Tops& LinuxRegistry::TopsOf(RegistryRoot root) const {
   static const Tops kNone;
   Refresh();
-  switch (root) {
-    case RegistryRoot::ClassesRoot:
-      return classesTops_;
-    case RegistryRoot::CurrentUser:
-      return userTops_;
-    case RegistryRoot::LocalMachine:
-      return machineTops_;
-    case RegistryRoot::Users:
-      return usersTops_;
-    case RegistryRoot::PerformanceData:
-      break;
-  }
-  return kNone;
+  const auto number = NumberOf(root);
+  return number < tops_.size() ? tops_[number] : kNone;
 }
 
 void LinuxRegistry::AskWine(std::string_view classesKey) const {
@@ -211,22 +205,14 @@ std::optional<RegistryValue> LinuxRegistry::Value(RegistryRoot root, std::string
 
 std::optional<std::string> LinuxRegistry::OwnPath(RegistryRoot root,
                                                   std::string_view subKey) const {
-  switch (root) {
-    case RegistryRoot::ClassesRoot: {
-      const auto path = Join(kClasses, subKey);
-      const bool isUsers = !subKey.empty() && FindIn(TopsOf(RegistryRoot::CurrentUser), path);
-      return Join(isUsers ? kUser : kMachine, path);
-    }
-    case RegistryRoot::CurrentUser:
-      return Join(kUser, subKey);
-    case RegistryRoot::LocalMachine:
-      return Join(kMachine, subKey);
-    case RegistryRoot::Users:
-      return Join(kUsers, subKey);
-    case RegistryRoot::PerformanceData:
-      break;
+  if (root == RegistryRoot::ClassesRoot) {
+    const auto path = Join(kClasses, subKey);
+    const bool isUsers = !subKey.empty() && FindIn(TopsOf(RegistryRoot::CurrentUser), path);
+    return Join(isUsers ? kUser : kMachine, path);
   }
-  return std::nullopt;
+  constexpr std::array kNames = {std::string_view(), kUser, kMachine, kUsers};
+  const auto number = NumberOf(root);
+  return number < kNames.size() ? std::optional(Join(kNames[number], subKey)) : std::nullopt;
 }
 
 bool LinuxRegistry::CreateKey(RegistryRoot root, std::string_view subKey) {

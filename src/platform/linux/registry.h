@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -95,10 +96,7 @@ class LinuxRegistry : public Registry {
   mutable File machine_;
   mutable File user_;
   mutable File own_;
-  mutable Tops classesTops_;
-  mutable Tops userTops_;
-  mutable Tops machineTops_;
-  mutable Tops usersTops_;
+  mutable std::array<Tops, 4> tops_;  ///< of the roots in the order of their handles
   mutable std::optional<std::chrono::steady_clock::time_point> lastCheck_;
   LiveKey live_;
   bool mayLag_ = false;                  ///< Wine's files may be older than its registry
