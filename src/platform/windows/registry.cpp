@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <cstring>
+#include <memory>
+#include <type_traits>
 #include <utility>
 
 #include "platform/windows/wide_text.h"
@@ -10,23 +12,12 @@
 namespace gorbex {
 namespace {
 
-/// Owns an open key; none when the system refuses it.
-class OpenKey {
- public:
-  explicit OpenKey(HKEY key) : key_(key) {}
-  ~OpenKey() {
-    if (key_ != nullptr) RegCloseKey(key_);
-  }
-  OpenKey(OpenKey&& other) noexcept : key_(std::exchange(other.key_, nullptr)) {}
-  OpenKey(const OpenKey&) = delete;
-  OpenKey& operator=(const OpenKey&) = delete;
-
-  [[nodiscard]] HKEY Get() const { return key_; }
-  explicit operator bool() const { return key_ != nullptr; }
-
- private:
-  HKEY key_;
+struct Closer {
+  void operator()(HKEY key) const { RegCloseKey(key); }
 };
+
+/// Owns an open key; null when the system refuses it.
+using OpenKey = std::unique_ptr<std::remove_pointer_t<HKEY>, Closer>;
 
 HKEY RootKey(RegistryRoot root) {
   switch (root) {
@@ -49,17 +40,17 @@ bool IsName(std::string_view name) {
   return name.find('\0') == std::string_view::npos;
 }
 
-OpenKey Open(RegistryRoot root, std::string_view subKey, REGSAM rights) {
+OpenKey Open(RegistryRoot root, std::string_view subKey) {
   HKEY key = nullptr;
-  if (!IsName(subKey) || RootKey(root) == nullptr) return OpenKey(nullptr);
+  if (!IsName(subKey) || RootKey(root) == nullptr) return nullptr;
   const auto path = ToWide(subKey);
-  const LONG status = RegOpenKeyExW(RootKey(root), path.c_str(), 0, rights, &key);
+  const LONG status = RegOpenKeyExW(RootKey(root), path.c_str(), 0, KEY_QUERY_VALUE, &key);
   return OpenKey(status == ERROR_SUCCESS ? key : nullptr);
 }
 
 OpenKey Make(RegistryRoot root, std::string_view subKey, REGSAM rights) {
   HKEY key = nullptr;
-  if (!IsName(subKey) || RootKey(root) == nullptr) return OpenKey(nullptr);
+  if (!IsName(subKey) || RootKey(root) == nullptr) return nullptr;
   const auto path = ToWide(subKey);
   const LONG status =
       RegCreateKeyExW(RootKey(root), path.c_str(), 0, nullptr, 0, rights, nullptr, &key, nullptr);
@@ -81,12 +72,12 @@ bool Set(HKEY key, const std::wstring& name, RegistryType type, const void* data
 }  // namespace
 
 bool WindowsRegistry::HasKey(RegistryRoot root, std::string_view subKey) const {
-  return static_cast<bool>(Open(root, subKey, KEY_QUERY_VALUE));
+  return Open(root, subKey) != nullptr;
 }
 
 std::optional<RegistryValue> WindowsRegistry::Value(RegistryRoot root, std::string_view subKey,
                                                     std::string_view name) const {
-  const OpenKey key = Open(root, subKey, KEY_QUERY_VALUE);
+  const OpenKey key = Open(root, subKey);
   if (!key || !IsName(name)) return std::nullopt;
   const auto wideName = ToWide(name);
   std::string bytes(256, '\0');
@@ -94,7 +85,7 @@ std::optional<RegistryValue> WindowsRegistry::Value(RegistryRoot root, std::stri
   LONG status = ERROR_MORE_DATA;
   while (status == ERROR_MORE_DATA) {  // the value may grow between two calls
     auto size = static_cast<DWORD>(bytes.size());
-    status = RegQueryValueExW(key.Get(), wideName.c_str(), nullptr, &type,
+    status = RegQueryValueExW(key.get(), wideName.c_str(), nullptr, &type,
                               reinterpret_cast<BYTE*>(bytes.data()), &size);
     bytes.resize(size);
   }
@@ -104,7 +95,7 @@ std::optional<RegistryValue> WindowsRegistry::Value(RegistryRoot root, std::stri
 }
 
 bool WindowsRegistry::CreateKey(RegistryRoot root, std::string_view subKey) {
-  return static_cast<bool>(Make(root, subKey, KEY_QUERY_VALUE));
+  return Make(root, subKey, KEY_QUERY_VALUE) != nullptr;
 }
 
 bool WindowsRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::string_view name,
@@ -113,11 +104,11 @@ bool WindowsRegistry::SetValue(RegistryRoot root, std::string_view subKey, std::
   const OpenKey key = Make(root, subKey, KEY_SET_VALUE);
   if (!key) return false;
   if (!IsText(value.type)) {
-    return Set(key.Get(), ToWide(name), value.type, value.bytes.data(), value.bytes.size());
+    return Set(key.get(), ToWide(name), value.type, value.bytes.data(), value.bytes.size());
   }
   // When a zero follows the data, the system takes it for a forgotten one and adds it.
   const auto text = ToWide(value.bytes) + L'!';
-  return Set(key.Get(), ToWide(name), value.type, text.data(), (text.size() - 1) * sizeof(wchar_t));
+  return Set(key.get(), ToWide(name), value.type, text.data(), (text.size() - 1) * sizeof(wchar_t));
 }
 
 }  // namespace gorbex

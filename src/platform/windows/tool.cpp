@@ -14,6 +14,7 @@
 #include "platform/windows/child_process.h"
 #include "platform/windows/full_path.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/system_error.h"
 #include "platform/windows/system_message.h"
 #include "platform/windows/wide_text.h"
 
@@ -30,9 +31,7 @@ class Output {
     constexpr DWORD kRoom = 1U << 20U;
     HANDLE from = nullptr;
     HANDLE to = nullptr;
-    if (CreatePipe(&from, &to, nullptr, kRoom) == 0) {
-      throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
-    }
+    RequireSuccess(CreatePipe(&from, &to, nullptr, kRoom) != 0);
     from_ = Handle(from);
     to_ = Handle(to);
   }
@@ -64,20 +63,16 @@ Handle Input(const std::string& text) {
   if (text.empty()) return Handle();
   std::array<wchar_t, MAX_PATH + 1> folder{};
   std::array<wchar_t, MAX_PATH + 1> name{};
-  if (GetTempPathW(folder.size(), folder.data()) == 0 ||
-      GetTempFileNameW(folder.data(), L"gbx", 0, name.data()) == 0) {
-    throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
-  }
+  RequireSuccess(GetTempPathW(folder.size(), folder.data()) != 0 &&
+                 GetTempFileNameW(folder.data(), L"gbx", 0, name.data()) != 0);
   Handle file(CreateFileW(name.data(), GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_DELETE,
                           nullptr, CREATE_ALWAYS,
                           FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
   DWORD written = 0;
-  if (!file ||
-      WriteFile(file.Get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr) == 0 ||
-      written != text.size() ||
-      SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN) == INVALID_SET_FILE_POINTER) {
-    throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
-  }
+  const auto size = static_cast<DWORD>(text.size());
+  RequireSuccess(file && WriteFile(file.Get(), text.data(), size, &written, nullptr) != 0 &&
+                 written == size &&
+                 SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER);
   return file;
 }
 
