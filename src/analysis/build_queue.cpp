@@ -9,6 +9,7 @@
 #include "core/list_columns.h"
 #include "core/reference_nodes.h"
 #include "core/reference_value.h"
+#include "core/text.h"
 
 namespace gorbex {
 namespace {
@@ -113,8 +114,8 @@ void BuildQueue::TellMoved(const QueueArrangement& plan) {
   const auto moved =
       std::count_if(order.begin(), order.end(), [&](std::size_t row) { return plan.Moved(row); });
   if (order.empty()) return;
-  window_.SetStatus(moved == 1 ? "1 row moved and unchecked"
-                               : std::to_string(moved) + " rows moved and unchecked");
+  window_.SetStatus(Counted(static_cast<std::size_t>(moved), "row", "rows") +
+                    " moved and unchecked");
 }
 
 // Brings the list from the order shown to the order of the plan; rows that moved are made anew.

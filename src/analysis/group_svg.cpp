@@ -8,6 +8,7 @@
 #include <set>
 
 #include "core/file_tools.h"
+#include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/plain_text.h"
 
@@ -35,10 +36,6 @@ std::string Hex(std::uint32_t colour) {
   std::array<char, 8> text{};
   std::snprintf(text.data(), text.size(), "#%06x", static_cast<unsigned>(colour));
   return text.data();
-}
-
-std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
 // Classes in front of a style, so that it holds in this picture only.

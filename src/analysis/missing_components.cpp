@@ -81,8 +81,7 @@ std::vector<MissingComponent> MissingComponents(const frmBuilder& window) {
 
 std::string MissingText(std::size_t components) {
   if (components == 0) return "No component missing";
-  return std::to_string(components) +
-         (components == 1 ? " component missing" : " components missing");
+  return Counted(components, "component missing", "components missing");
 }
 
 }  // namespace gorbex

@@ -27,12 +27,6 @@ std::vector<std::string> WithLineFeedsOnly(const FileReader& files,
   return found;
 }
 
-std::string Joined(const std::vector<std::string>& paths) {
-  std::string text;
-  for (const std::string& path : paths) text.append(text.empty() ? "" : ", ").append(path);
-  return text;
-}
-
 }  // namespace
 
 NewBuildProject::Result NewBuildProject::Make(const Request& request) {
@@ -136,9 +130,8 @@ void NewBuildProject::Tell(const std::string& source, const Result& result) {
     text.append("These projects use one another in a circle: ").append(Joined(cycle));
   }
   if (!text.empty()) uses_.dialogs.Show({text, Buttons::Ok, MessageIcon::Exclamation});
-  const auto count = uses_.window.lvwQueue.Count();
-  uses_.window.SetStatus(std::to_string(count) +
-                         (count == 1 ? " project queued" : " projects queued"));
+  uses_.window.SetStatus(
+      Counted(uses_.window.lvwQueue.Count(), "project queued", "projects queued"));
 }
 
 }  // namespace gorbex

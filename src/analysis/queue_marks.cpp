@@ -3,16 +3,9 @@
 #include <cstddef>
 
 #include "analysis/dependency_graph.h"
+#include "core/text.h"
 
 namespace gorbex {
-namespace {
-
-std::string Counted(std::size_t count, const char* one, const char* many) {
-  return std::to_string(count) + (count == 1 ? one : many);
-}
-
-}  // namespace
-
 void QueueMarks::Mark(const std::string& path, Direction direction) {
   std::vector<const clsMember*> members;
   std::size_t start = window_.ProjectMembers.Count();
@@ -30,10 +23,9 @@ void QueueMarks::Mark(const std::string& path, Direction direction) {
     ++(row == nullptr ? absent : marked);
     if (row != nullptr) row->SetChecked(true);
   }
-  std::string text = Counted(marked, " row marked", " rows marked");
+  std::string text = Counted(marked, "row marked", "rows marked");
   if (absent > 0) {
-    text +=
-        "; " + Counted(absent, " project is not in the queue", " projects are not in the queue");
+    text += "; " + Counted(absent, "project is not in the queue", "projects are not in the queue");
   }
   window_.SetStatus(text);
 }
@@ -67,7 +59,7 @@ void QueueMarks::mnuQueueMarkFailed_Click() {
     row->SetChecked(true);
     ++marked;
   }
-  window_.SetStatus(Counted(marked, " row marked", " rows marked"));
+  window_.SetStatus(Counted(marked, "row marked", "rows marked"));
 }
 
 }  // namespace gorbex

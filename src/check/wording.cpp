@@ -6,10 +6,6 @@
 
 namespace gorbex {
 
-std::string Counted(std::size_t number, std::string_view one, std::string_view many) {
-  return std::to_string(number).append(" ").append(number == 1 ? one : many);
-}
-
 std::string FileNames(const std::vector<std::string>& paths) {
   constexpr std::size_t kShown = 3;
   std::vector<std::string> names;
@@ -18,8 +14,7 @@ std::string FileNames(const std::vector<std::string>& paths) {
     const bool isKnown = std::find(names.begin(), names.end(), name) != names.end();
     names.push_back(isKnown ? paths[i] : name);
   }
-  std::string text;
-  for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
+  std::string text = Joined(names);
   if (paths.size() > kShown) {
     text.append(" and ").append(Counted(paths.size() - kShown, "other", "others"));
   }

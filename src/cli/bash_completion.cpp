@@ -3,6 +3,7 @@
 
 #include "cli/completion.h"
 #include "cli/completion_kinds.h"
+#include "core/text.h"
 
 namespace gorbex::cli {
 namespace {
@@ -44,12 +45,6 @@ constexpr const char* kBashEnd = R"(  esac
 }
 complete -o filenames -F _gorbex gorbex
 )";
-
-std::string Joined(const std::vector<std::string>& words, const char* separator) {
-  std::string text;
-  for (const std::string& word : words) text.append(text.empty() ? "" : separator).append(word);
-  return text;
-}
 
 // Windows names have no letter case.
 std::string InEitherCase(const std::string& extension) {

@@ -8,6 +8,7 @@
 #include "cli/session.h"
 #include "cli/source_control_options.h"
 #include "cli/text_output.h"
+#include "core/text.h"
 #include "scc/label_dialog.h"
 #include "scc/session_settings.h"
 
@@ -104,7 +105,7 @@ void TellPassedOver(const Session& session, const Program& program,
     return program.window.ProjectMembers.Item(path).VSSProject.empty();
   });
   if (count == 0) return;
-  session.Warn(std::to_string(count) + (count == 1 ? " project is" : " projects are") +
+  session.Warn(Counted(static_cast<std::size_t>(count), "project is", "projects are") +
                " passed over: not under source control");
 }
 

@@ -244,6 +244,16 @@ bool ToFlag(std::string_view text) {
   return value != 0;
 }
 
+std::string Counted(std::size_t number, std::string_view one, std::string_view many) {
+  return std::to_string(number).append(" ").append(number == 1 ? one : many);
+}
+
+std::string Joined(const std::vector<std::string>& texts, std::string_view separator) {
+  std::string joined;
+  for (const std::string& text : texts) joined.append(joined.empty() ? "" : separator).append(text);
+  return joined;
+}
+
 std::string ShortList(const std::vector<std::string>& entries) {
   constexpr std::size_t kMost = 15;
   std::string list;

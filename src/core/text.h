@@ -53,6 +53,12 @@ void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::strin
 /// "True" or "False" in any letter case, or a number (zero is false). Error 13 for anything else.
 [[nodiscard]] bool ToFlag(std::string_view text);
 
+/// "1 project uses it" or "38 projects use it".
+[[nodiscard]] std::string Counted(std::size_t number, std::string_view one, std::string_view many);
+
+[[nodiscard]] std::string Joined(const std::vector<std::string>& texts,
+                                 std::string_view separator = ", ");
+
 /// A list for a message, one entry on each line; a long list is cut after the first entries, with
 /// the number of the others.
 [[nodiscard]] std::string ShortList(const std::vector<std::string>& entries);

@@ -84,8 +84,8 @@ void Count(BuildPlan& plan, const PlannedProject& project) {
   }
 }
 
-std::string Counted(std::size_t count, std::string_view what, std::size_t doubtful,
-                    std::string_view doubt) {
+std::string CountedWithDoubt(std::size_t count, std::string_view what, std::size_t doubtful,
+                             std::string_view doubt) {
   std::string text = std::to_string(count).append(what);
   if (doubtful > 0) text.append(" (").append(std::to_string(doubtful)).append(doubt).append(")");
   return text;
@@ -124,8 +124,8 @@ std::string UnlessText(const PlannedProject& project) {
 }
 
 std::string CountsText(const BuildPlan& plan) {
-  return Counted(plan.toBuild, " to build", plan.mayBeSkipped, " may be skipped") + ", " +
-         Counted(plan.upToDate, " up to date", plan.mayBeBuilt, " may be built");
+  return CountedWithDoubt(plan.toBuild, " to build", plan.mayBeSkipped, " may be skipped") + ", " +
+         CountedWithDoubt(plan.upToDate, " up to date", plan.mayBeBuilt, " may be built");
 }
 
 }  // namespace gorbex

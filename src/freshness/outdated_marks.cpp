@@ -5,6 +5,7 @@
 
 #include "core/file_tools.h"
 #include "core/list_columns.h"
+#include "core/text.h"
 #include "freshness/build_plan.h"
 
 namespace gorbex {
@@ -27,8 +28,7 @@ std::string StatusText(const BuildPlan& plan) {
     const bool isDoubtful = project.judgement.IsUpToDate() && project.MayBeBuilt();
     if (isDoubtful) doubtful.push_back(GetFileFromPath(project.path));
   }
-  std::string text = std::to_string(plan.toBuild) + (plan.toBuild == 1 ? " row" : " rows");
-  text += " marked";
+  std::string text = Counted(plan.toBuild, "row", "rows") + " marked";
   if (plan.mayBeSkipped > 0) text += " (" + std::to_string(plan.mayBeSkipped) + " may be skipped)";
   text += ", " + std::to_string(plan.upToDate) + " up to date";
   return doubtful.empty() ? text : text + "; may need a build after them: " + Names(doubtful);
