@@ -7,6 +7,7 @@
 #include "core/source_name.h"
 #include "core/text.h"
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 #include "platform/windows_path.h"
 
 namespace gorbex {
@@ -87,7 +88,7 @@ class SourceLines {
 
   /// Whether the line begins with a word, in any letter case.
   [[nodiscard]] bool BeginsWith(std::string_view word) const {
-    const std::string_view text = Trimmed();
+    const std::string_view text = Trimmed(line_, " \t\r");
     return EqualsIgnoringCase(text.substr(0, word.size()), word) &&
            (text.size() == word.size() || text[word.size()] == ' ' || text[word.size()] == '\t');
   }
@@ -97,13 +98,6 @@ class SourceLines {
   }
 
  private:
-  [[nodiscard]] std::string_view Trimmed() const {
-    const auto start = std::min(line_.find_first_not_of(" \t"), line_.size());
-    const auto end = line_.find_last_not_of(" \t\r");
-    return end == std::string_view::npos ? std::string_view()
-                                         : line_.substr(start, end + 1 - start);
-  }
-
   std::string_view rest_;
   std::string_view line_;
   std::size_t number_ = 0;

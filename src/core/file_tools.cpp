@@ -23,8 +23,7 @@ std::string StripPath(std::string_view path) {
 }
 
 std::string GetFileFromPath(std::string_view path) {
-  const auto last = path.rfind('\\');
-  return std::string(last == std::string_view::npos ? path : path.substr(last + 1));
+  return std::string(path.substr(path.rfind('\\') + 1));
 }
 
 std::string JoinPath(std::string_view folder, std::string_view name) {

@@ -12,9 +12,7 @@ namespace {
 constexpr std::string_view kExtension = ".log";
 
 bool IsLog(const FolderEntry& entry) {
-  const std::string_view name = entry.name;
-  return !entry.isFolder && entry.isReachable && name.size() >= kExtension.size() &&
-         EqualsIgnoringCase(name.substr(name.size() - kExtension.size()), kExtension);
+  return !entry.isFolder && entry.isReachable && LowerCase(entry.name).ends_with(kExtension);
 }
 
 }  // namespace
