@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "compiler/windows_path.h"
+#include "platform/plain_text.h"
 
 namespace gorbex::standin {
 namespace {

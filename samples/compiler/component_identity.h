@@ -1,14 +1,31 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
-#include "compiler/component_classes.h"
+#include "compiler/declarations.h"
 #include "compiler/identity.h"
 #include "compiler/project.h"
 #include "platform/component/type_library.h"
 
 namespace gorbex::standin {
+
+/// A class or control that a component offers.
+struct OfferedClass {
+  std::string name;
+  bool isControl = false;
+  bool isCreatable = true;
+  Declarations declarations{};
+};
+
+/// The contents of an item's source file. The name is the source's own; a source without one has
+/// that of the project's line.
+[[nodiscard]] OfferedClass ReadOffer(const ProjectItem& item, std::string_view source);
+
+/// True for a name that projects and classes may bear: a letter, then at most 39 word characters.
+[[nodiscard]] bool IsName(std::string_view text);
 
 /// The type library of a project: for each class an interface "_Name" and a class "Name", then the
 /// enumerations and records of all classes.

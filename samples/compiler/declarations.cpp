@@ -1,12 +1,13 @@
 #include "compiler/declarations.h"
 
 #include <algorithm>
-#include <charconv>
+#include <array>
 #include <cstddef>
 
 #include "compiler/source_text.h"
-#include "compiler/windows_path.h"
 #include "platform/code_page.h"
+#include "platform/header_fields.h"
+#include "platform/plain_text.h"
 
 namespace gorbex::standin {
 namespace {
@@ -68,22 +69,11 @@ std::vector<std::string_view> Parts(std::string_view list) {
 
 // The type that a sign after a name means.
 std::string_view TypeOfSign(char sign) {
-  switch (sign) {
-    case '%':
-      return "Integer";
-    case '&':
-      return "Long";
-    case '!':
-      return "Single";
-    case '#':
-      return "Double";
-    case '@':
-      return "Currency";
-    case '$':
-      return "String";
-    default:
-      return {};
-  }
+  constexpr std::string_view kSigns = "%&!#@$";
+  constexpr std::array<std::string_view, 6> kTypes = {"Integer", "Long",     "Single",
+                                                      "Double",  "Currency", "String"};
+  const auto number = kSigns.find(sign);
+  return number < kTypes.size() ? kTypes[number] : std::string_view();
 }
 
 // "As New Library.Class" in front, or nothing.
@@ -98,42 +88,29 @@ std::string TakeType(Words& words) {
   return type;
 }
 
-/// A name and its type: a variable or a parameter. No name for an array and for what is none.
-struct Declared {
-  std::string name;
-  std::string type;
-};
-
 std::string TakeSign(Words& words) {
   const auto type = words.Rest().empty() ? std::string_view() : TypeOfSign(words.Rest().front());
   if (!type.empty()) words = Words(Trimmed(words.Rest().substr(1)));
   return std::string(type);
 }
 
-Declared ReadVariable(std::string_view text) {
+// A variable or a parameter. It has no name when it is an array or not understood.
+DeclaredField ReadVariable(std::string_view text) {
   Words words(text);
-  Declared declared{words.Take(), ""};
+  DeclaredField declared{words.Take(), ""};
   declared.type = TakeSign(words);
   if (words.TakeBrackets()) return {};
   if (declared.type.empty()) declared.type = TakeType(words);
   return declared;
 }
 
-Declared ReadParameter(std::string_view text) {
-  Words words(text);
-  if (!words.TakeIf("byval")) words.TakeIf("byref");
-  return ReadVariable(words.Rest());
-}
-
 std::optional<std::int32_t> Number(std::string_view text) {
   const bool isHexadecimal = UpperCase(text.substr(0, 2)) == "&H";
   if (isHexadecimal) text.remove_prefix(2);
   if (isHexadecimal && text.ends_with('&')) text.remove_suffix(1);
-  std::int64_t number = 0;
-  const auto* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number, isHexadecimal ? 16 : 10);
-  if (error != std::errc() || stop != end || number > 0xFFFFFFFF) return std::nullopt;
-  return static_cast<std::int32_t>(number);
+  const auto number = WholeNumber<std::int64_t>(text, isHexadecimal ? 16 : 10);
+  if (!number || *number > 0xFFFFFFFF) return std::nullopt;
+  return static_cast<std::int32_t>(*number);
 }
 
 // As written, but for the width of its gaps.
@@ -152,32 +129,28 @@ void AddLine(std::string& text, std::string_view statement) {
   text += Folded(statement);
 }
 
-DeclaredMethod::Parameter ReadMethodParameter(std::string_view text) {
-  DeclaredMethod::Parameter parameter;
+DeclaredMethod::Parameter ReadParameter(std::string_view text) {
   Words words(text);
-  parameter.isOptional = words.TakeIf("optional");
+  const bool isOptional = words.TakeIf("optional");
   words.TakeIf("paramarray");
-  parameter.isByRef = !words.TakeIf("byval");
+  const bool isByRef = !words.TakeIf("byval");
   words.TakeIf("byref");
-  auto declared = ReadVariable(words.Rest());
-  parameter.name = std::move(declared.name);
-  parameter.type = std::move(declared.type);
-  return parameter;
+  return {ReadVariable(words.Rest()), isByRef, isOptional};
 }
 
 class DeclarationReader {
  public:
   void Read(std::string_view statement) {
     Words words(statement);
-    if (inEnum_) return ReadConstant(words);
-    if (inRecord_) return ReadField(words);
+    if (inside_ == Inside::Enum) return ReadConstant(words);
+    if (inside_ == Inside::Record) return ReadField(words);
     statement_ = statement;
     const bool isPublic = words.TakeIf("public");
-    const bool isOpen = isPublic || !(words.TakeIf("private") || words.TakeIf("friend"));
+    isOpen_ = isPublic || !(words.TakeIf("private") || words.TakeIf("friend"));
     words.TakeIf("static");
-    if (words.TakeIf("enum")) return BeginEnum(words.Take(), isOpen);
-    if (words.TakeIf("type")) return BeginRecord(words.Take(), isOpen);
-    if (!isOpen) return;
+    if (words.TakeIf("enum")) return BeginEnum(words.Take());
+    if (words.TakeIf("type")) return BeginRecord(words.Take());
+    if (!isOpen_) return;
     if (words.TakeIf("property")) {
       ReadProcedure(words);
     } else if (words.TakeIf("event") || words.TakeIf("implements")) {
@@ -208,58 +181,55 @@ class DeclarationReader {
   Declarations Take() { return std::move(found_); }
 
  private:
-  void BeginEnum(const std::string& name, bool isOpen) {
-    inEnum_ = true;
-    isOpenEnum_ = isOpen;
+  enum class Inside { Code, Enum, Record };
+
+  void BeginEnum(const std::string& name) {
+    inside_ = Inside::Enum;
     next_ = 0;
-    if (isOpen) found_.enums.push_back({name, {}});
+    if (isOpen_) found_.enums.push_back({name, {}});
   }
 
   // A constant without a value has the next number.
   void ReadConstant(Words words) {
     const auto name = words.Take();
     if (EqualsIgnoringCase(name, "end")) {
-      inEnum_ = false;
+      inside_ = Inside::Code;
       return;
     }
     if (words.Rest().starts_with('=')) {
       next_ = Number(Trimmed(words.Rest().substr(1)));
-      if (!next_ && isOpenEnum_) {
+      if (!next_ && isOpen_) {
         AddLine(found_.enums.back().expressions, name + " " + std::string(words.Rest()));
       }
     }
     if (!next_ || name.empty()) return;
-    if (isOpenEnum_) found_.enums.back().constants.push_back({name, *next_});
+    if (isOpen_) found_.enums.back().constants.push_back({name, *next_});
     next_ = *next_ == INT32_MAX ? std::nullopt : std::optional(*next_ + 1);
   }
 
-  void BeginRecord(const std::string& name, bool isOpen) {
-    inRecord_ = true;
-    isOpenRecord_ = isOpen;
-    if (isOpen) found_.records.push_back({name, {}, {}});
+  void BeginRecord(const std::string& name) {
+    inside_ = Inside::Record;
+    if (isOpen_) found_.records.push_back({name, {}, {}});
   }
 
   void ReadField(const Words& words) {
     if (FirstWord(words.Rest()) == "end") {
-      inRecord_ = false;
+      inside_ = Inside::Code;
       return;
     }
-    if (!isOpenRecord_) return;
+    if (!isOpen_) return;
     auto& record = found_.records.back();
     AddLine(record.text, words.Rest());
-    auto declared = ReadVariable(words.Rest());
-    if (declared.name.empty()) return;
-    record.fields.push_back({std::move(declared.name), std::move(declared.type)});
+    auto field = ReadVariable(words.Rest());
+    if (!field.name.empty()) record.fields.push_back(std::move(field));
   }
 
   void ReadMethod(Words words, DeclaredMethod::Kind kind, bool hasResult) {
-    DeclaredMethod method;
-    method.kind = kind;
-    method.name = words.Take();
+    DeclaredMethod method{kind, words.Take()};
     auto type = TakeSign(words);
     const auto brackets = words.TakeBrackets();
     for (const auto part : Parts(brackets.value_or(std::string_view()))) {
-      method.parameters.push_back(ReadMethodParameter(part));
+      method.parameters.push_back(ReadParameter(part));
     }
     if (hasResult) method.result = type.empty() ? TakeType(words) : type;
     method.text = Folded(statement_);
@@ -281,7 +251,7 @@ class DeclarationReader {
       return ReadMethod(afterKind, isGet ? Kind::Get : other, isGet);
     }
     if (isGet && type.empty()) type = TakeType(words);
-    if (!isGet) type = ReadParameter(parameters.front()).type;
+    if (!isGet) type = ReadParameter(parameters.front()).field.type;
     auto& property = Property(name, type);
     AddLine(property.text, statement_);
     if (isGet) property.isReadable = true;
@@ -318,10 +288,8 @@ class DeclarationReader {
 
   Declarations found_;
   std::string_view statement_;
-  bool inRecord_ = false;
-  bool isOpenRecord_ = false;
-  bool inEnum_ = false;
-  bool isOpenEnum_ = false;
+  Inside inside_ = Inside::Code;
+  bool isOpen_ = false;  ///< to other projects, as the statement at hand or the type around it
   std::optional<std::int32_t> next_ = 0;
 };
 
@@ -334,11 +302,7 @@ Declarations ReadDeclarations(std::string_view file) {
   for (const auto& line : *code) {
     for (const auto& statement : line.statements) reader.Read(statement);
   }
-  while (!file.empty()) {
-    const auto end = std::min(file.find("\r\n"), file.size());
-    reader.ReadMemberId(file.substr(0, end));
-    file.remove_prefix(std::min(end + 2, file.size()));
-  }
+  while (!file.empty()) reader.ReadMemberId(TakeLine(file));
   return reader.Take();
 }
 

@@ -20,32 +20,33 @@ struct DeclaredProperty {
   std::string text{};                ///< the declarations as written
 };
 
+/// A name and its type, as written.
+struct DeclaredField {
+  std::string name;
+  std::string type;
+};
+
 /// A procedure of a class: a method, or a property with parameters.
 struct DeclaredMethod {
-  enum class Kind { Call, Get, Let, Set };
+  enum class Kind : std::uint16_t { Call = 1, Get = 2, Let = 4, Set = 8 };  ///< as libraries say it
   struct Parameter {
-    std::string name;  ///< empty for one whose declaration is not understood
-    std::string type;
+    DeclaredField field;  ///< without a name when its declaration is not understood
     bool isByRef = true;
     bool isOptional = false;
   };
 
   Kind kind = Kind::Call;
   std::string name;
-  std::vector<Parameter> parameters;
-  std::optional<std::string> result;  ///< its type, empty when none is said; nothing for a Sub
-  std::optional<std::int32_t> id{};   ///< where the source gives one
-  std::string text{};                 ///< the declaration as written
+  std::vector<Parameter> parameters{};
+  std::optional<std::string> result{};  ///< its type, empty when none is said; nothing for a Sub
+  std::optional<std::int32_t> id{};     ///< where the source gives one
+  std::string text{};                   ///< the declaration as written
 };
 
 /// A public record.
 struct DeclaredRecord {
-  struct Field {
-    std::string name;
-    std::string type;
-  };
   std::string name;
-  std::vector<Field> fields;
+  std::vector<DeclaredField> fields;
   std::string text{};  ///< the declarations of the fields as written
 };
 

@@ -29,93 +29,64 @@ ValueType TypeNamed(std::string_view name, const IsEnum& isEnum) {
   return isEnum(name) ? ValueType::Long : ValueType::Object;
 }
 
-LibraryProperty Typed(const DeclaredProperty& declared, const IsEnum& isEnum) {
-  LibraryProperty property{declared.name, TypeNamed(declared.type, isEnum)};
-  property.help = declared.text;
-  const bool isVariable = declared.isVariable;
-  const bool holdsObjects =
-      property.type == ValueType::Object || property.type == ValueType::Variant;
-  property.isReadable = isVariable || declared.isReadable;
-  property.isWritable = declared.isWritable || (isVariable && property.type != ValueType::Object);
-  property.isSettable = declared.isSettable || (isVariable && holdsObjects);
-  return property;
-}
-
-// Numbers are given in the order of the source, as the real compiler does.
-std::vector<LibraryProperty> PropertiesOf(const Declarations& declarations, const IsEnum& isEnum) {
-  constexpr std::int32_t kFirstId = 0x68030000;
-  std::vector<LibraryProperty> properties;
+// Numbers are given in the order of the source, as the real compiler does. Each way in which a
+// property may be used is a function.
+void AddProperties(std::vector<LibraryMethod>& methods, const Declarations& declarations,
+                   const IsEnum& isEnum) {
+  using Kind = LibraryMethod::Kind;
+  std::int32_t nextId = 0x68030000;
   for (const auto& declared : declarations.properties) {
-    const auto number = static_cast<std::int32_t>(properties.size());
-    properties.push_back(Typed(declared, isEnum));
-    properties.back().id = declared.id.value_or(kFirstId + number);
+    const auto id = declared.id.value_or(nextId);
+    ++nextId;
+    const auto type = TypeNamed(declared.type, isEnum);
+    const bool isVariable = declared.isVariable;
+    const bool isObject = type == ValueType::Object;
+    if (isVariable || declared.isReadable) {
+      methods.push_back({Kind::Get, declared.name, {}, type, id, declared.text});
+    }
+    const auto addWriter = [&](Kind kind) {
+      methods.push_back({kind, declared.name, {{"", type}}, {}, id, declared.text});
+    };
+    if (declared.isWritable || (isVariable && !isObject)) addWriter(Kind::Let);
+    const bool holdsObjects = isObject || type == ValueType::Variant;
+    if (declared.isSettable || (isVariable && holdsObjects)) addWriter(Kind::Set);
   }
-  return properties;
-}
-
-LibraryMethod::Kind KindOf(DeclaredMethod::Kind kind) {
-  switch (kind) {
-    case DeclaredMethod::Kind::Get:
-      return LibraryMethod::Kind::Get;
-    case DeclaredMethod::Kind::Let:
-      return LibraryMethod::Kind::Put;
-    case DeclaredMethod::Kind::Set:
-      return LibraryMethod::Kind::PutReference;
-    case DeclaredMethod::Kind::Call:
-      break;
-  }
-  return LibraryMethod::Kind::Call;
 }
 
 LibraryMethod Typed(const DeclaredMethod& declared, const IsEnum& isEnum) {
-  LibraryMethod method{KindOf(declared.kind), declared.name, {}, {}, 0, declared.text};
-  for (const auto& each : declared.parameters) {
-    method.parameters.push_back(
-        {each.name, TypeNamed(each.type, isEnum), each.isByRef, each.isOptional});
+  LibraryMethod method{declared.kind, declared.name, {}, {}, 0, declared.text};
+  for (const auto& [field, isByRef, isOptional] : declared.parameters) {
+    method.parameters.push_back({field.name, TypeNamed(field.type, isEnum), isByRef, isOptional});
   }
   if (declared.result) method.result = TypeNamed(*declared.result, isEnum);
   return method;
 }
 
 // The procedures of one property share a number.
-std::vector<LibraryMethod> MethodsOf(const Declarations& declarations, const IsEnum& isEnum) {
-  constexpr std::int32_t kFirstId = 0x60030000;
-  std::vector<LibraryMethod> methods;
+void AddMethods(std::vector<LibraryMethod>& methods, const Declarations& declarations,
+                const IsEnum& isEnum) {
+  const auto first = static_cast<std::ptrdiff_t>(methods.size());
+  std::int32_t nextId = 0x60030000;
   for (const auto& declared : declarations.methods) {
     auto method = Typed(declared, isEnum);
     const auto known = std::find_if(
-        methods.begin(), methods.end(),
+        methods.begin() + first, methods.end(),
         [&](const LibraryMethod& other) { return EqualsIgnoringCase(other.name, declared.name); });
-    const auto number = static_cast<std::int32_t>(methods.size());
-    method.id = known != methods.end() ? known->id : declared.id.value_or(kFirstId + number);
+    method.id = known != methods.end() ? known->id : declared.id.value_or(nextId);
+    ++nextId;
     methods.push_back(std::move(method));
   }
-  return methods;
 }
 
-const DeclaredRecord* FindRecord(const std::vector<OfferedClass>& classes, std::string_view name) {
+template <class Declared>
+const Declared* Find(const std::vector<OfferedClass>& classes,
+                     std::vector<Declared> Declarations::*declared, std::string_view name) {
   for (const auto& offered : classes) {
-    for (const auto& each : offered.declarations.records) {
+    for (const auto& each : offered.declarations.*declared) {
       if (EqualsIgnoringCase(each.name, name)) return &each;
     }
   }
   return nullptr;
-}
-
-const DeclaredEnum* FindEnum(const std::vector<OfferedClass>& classes, std::string_view name) {
-  for (const auto& offered : classes) {
-    for (const auto& each : offered.declarations.enums) {
-      if (EqualsIgnoringCase(each.name, name)) return &each;
-    }
-  }
-  return nullptr;
-}
-
-std::vector<LibraryConstant> ConstantsOf(const DeclaredEnum& declared) {
-  std::vector<LibraryConstant> constants;
-  constants.reserve(declared.constants.size());
-  for (const auto& each : declared.constants) constants.push_back({each.name, each.value});
-  return constants;
 }
 
 }  // namespace
@@ -128,16 +99,16 @@ std::vector<LibraryMembers> MembersOf(const std::vector<OfferedClass>& classes,
     const auto& type = library.types[i];
     if (type.kind == TypeKind::Dispatch) {
       const auto& declarations = classes.at(next).declarations;
-      members[i].properties = PropertiesOf(declarations, isEnum);
-      members[i].methods = MethodsOf(declarations, isEnum);
+      AddProperties(members[i].methods, declarations, isEnum);
+      AddMethods(members[i].methods, declarations, isEnum);
     } else if (type.kind == TypeKind::Coclass) {
       members[i].help = classes.at(next++).declarations.events;
     } else if (type.kind == TypeKind::Enum) {
-      if (const auto* declared = FindEnum(classes, type.name)) {
-        members[i].constants = ConstantsOf(*declared);
+      if (const auto* declared = Find(classes, &Declarations::enums, type.name)) {
+        members[i].constants = declared->constants;
         members[i].help = declared->expressions;
       }
-    } else if (const auto* declared = FindRecord(classes, type.name)) {
+    } else if (const auto* declared = Find(classes, &Declarations::records, type.name)) {
       for (const auto& field : declared->fields) {
         members[i].fields.push_back({field.name, TypeNamed(field.type, isEnum)});
       }

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "compiler/component_classes.h"
+#include "compiler/component_identity.h"
 #include "compiler/type_library_image.h"
 
 namespace gorbex::standin {

@@ -8,7 +8,6 @@
 #include <variant>
 
 #include "compiler/block_check.h"
-#include "compiler/component_classes.h"
 #include "compiler/component_identity.h"
 #include "compiler/declarations.h"
 #include "compiler/image_resources.h"

@@ -7,6 +7,8 @@
 
 #include "compiler/windows_path.h"
 #include "platform/code_page.h"
+#include "platform/header_fields.h"
+#include "platform/plain_text.h"
 
 namespace gorbex::standin {
 namespace {
@@ -75,11 +77,9 @@ class ProjectReader {
 
   std::optional<Project> Read(std::string_view text) {
     while (!text.empty()) {
-      const auto end = std::min(text.find("\r\n"), text.size());
-      const auto line = text.substr(0, end);
+      const auto line = TakeLine(text);
       if (line.starts_with('[')) break;  // sections of add-ins may repeat the keys
-      TakeLine(line);
-      text.remove_prefix(std::min(end + 2, text.size()));
+      TakePair(line);
     }
     if (type_ == nullptr) return std::nullopt;
     Complete();
@@ -87,7 +87,7 @@ class ProjectReader {
   }
 
  private:
-  void TakeLine(std::string_view line) {
+  void TakePair(std::string_view line) {
     const auto mark = line.find('=');
     if (mark == std::string_view::npos) return;
     const auto key = line.substr(0, mark);

@@ -1,13 +1,12 @@
 #include "compiler/references.h"
 
-#include <charconv>
 #include <vector>
 
 #include "compiler/identity.h"
 #include "compiler/registration.h"
-#include "compiler/windows_path.h"
 #include "platform/code_page.h"
 #include "platform/component/library_file.h"
+#include "platform/plain_text.h"
 #include "platform/windows_path.h"
 
 namespace gorbex::standin {
@@ -23,25 +22,11 @@ std::vector<std::string_view> Fields(std::string_view value) {
   }
 }
 
-// One half of a version; nothing when it is not a whole number of 16 bits.
-std::optional<unsigned> Number(std::string_view text, int base) {
-  unsigned short number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return number;
-}
-
-std::string Hexadecimal(unsigned number) {
-  char digits[8];
-  const auto end = std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr;
-  return {digits, end};
-}
-
 std::optional<std::string> RegistryVersion(std::string_view text, int base) {
   const auto dot = text.find('.');
   if (dot == std::string_view::npos) return std::nullopt;
-  const auto major = Number(text.substr(0, dot), base);
-  const auto minor = Number(text.substr(dot + 1), base);
+  const auto major = WholeNumber<std::uint16_t>(text.substr(0, dot), base);
+  const auto minor = WholeNumber<std::uint16_t>(text.substr(dot + 1), base);
   if (!major || !minor) return std::nullopt;
   return Hexadecimal(*major) + "." + Hexadecimal(*minor);
 }
@@ -59,12 +44,6 @@ std::optional<std::string_view> ProjectReference(std::string_view value) {
   return value.substr(3);
 }
 
-// A number after the file ("x.dll\3") is the place of the library inside it.
-std::string LibraryFile(const std::string& path) {
-  const auto last = FileNameOf(path);
-  return Number(last, 10) ? FolderOf(path) : path;
-}
-
 std::optional<LibraryReference> Named(const ProjectItem& item) {
   return item.kind == ProjectItem::Kind::Object ? ParseObject(item.value)
                                                 : ParseReference(item.value);
@@ -73,7 +52,7 @@ std::optional<LibraryReference> Named(const ProjectItem& item) {
 std::optional<Fault> CheckRegistered(const FileReader& files, const RegistryReader& registry,
                                      const Project& project, const LibraryReference& library) {
   const auto registered = RegisteredFile(registry, library.guid, library.version);
-  if (registered && FileExists(files, LibraryFile(*registered))) return std::nullopt;
+  if (registered && FileExists(files, PlaceOfLibrary(files, *registered).file)) return std::nullopt;
   return CouldNotBeLoaded(registered.value_or(ResolvedPath(project.folder, library.file)));
 }
 

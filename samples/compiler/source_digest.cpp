@@ -1,11 +1,11 @@
 #include "compiler/source_digest.h"
 
-#include <algorithm>
 #include <array>
 
 #include "compiler/sha1.h"
-#include "compiler/windows_path.h"
 #include "platform/component/library_file.h"
+#include "platform/header_fields.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex::standin {
@@ -29,10 +29,8 @@ void SourceDigest::Add(std::string_view bytes) {
 void SourceDigest::AddProject(std::string_view text) {
   std::string lines;
   while (!text.empty()) {
-    const auto end = std::min(text.find("\r\n"), text.size());
-    const auto line = Trimmed(text.substr(0, end));
+    const auto line = Trimmed(TakeLine(text));
     if (!line.empty()) lines.append(line).append("\n");
-    text.remove_prefix(std::min(end + 2, text.size()));
   }
   Add(lines);
 }

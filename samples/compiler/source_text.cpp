@@ -4,6 +4,8 @@
 
 #include "compiler/windows_path.h"
 #include "platform/code_page.h"
+#include "platform/header_fields.h"
+#include "platform/plain_text.h"
 
 namespace gorbex::standin {
 namespace {
@@ -12,13 +14,6 @@ bool IsWordCharacter(char c) {
   const bool digit = c >= '0' && c <= '9';
   const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
   return digit || letter || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
-
-std::string_view TakeLine(std::string_view& text) {
-  const auto end = std::min(text.find("\r\n"), text.size());
-  const auto line = text.substr(0, end);
-  text.remove_prefix(std::min(end + 2, text.size()));
-  return line;
 }
 
 // Takes the designer's part off: "VERSION", then one block that "End" closes.

@@ -47,9 +47,24 @@ class HashChains {
   std::vector<std::uint32_t> heads_;
 };
 
-/// The identities that occur in the library.
-class GuidTable {
+/// A table whose entries are found through such chains.
+class ChainedTable {
  public:
+  explicit ChainedTable(std::size_t chains) : chains_(chains) {}
+
+  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
+  [[nodiscard]] std::string Chains() const { return chains_.Bytes(); }
+
+ protected:
+  ByteWriter entries_;
+  HashChains chains_;
+};
+
+/// The identities that occur in the library.
+class GuidTable : public ChainedTable {
+ public:
+  GuidTable() : ChainedTable(32) {}
+
   std::uint32_t Add(const std::string& guid, std::uint32_t owner) {
     const auto uuid = ParsedUuid(guid);
     if (!uuid) throw RuntimeError(ErrorNumber::InvalidCall, guid);
@@ -58,9 +73,6 @@ class GuidTable {
     entries_.Text(bytes).U32(owner).U32(chains_.Prepend(Hash(bytes), offset));
     return offset;
   }
-
-  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
-  [[nodiscard]] std::string Chains() const { return chains_.Bytes(); }
 
  private:
   // The first three groups are numbers, lowest byte first.
@@ -78,14 +90,13 @@ class GuidTable {
     for (std::size_t i = 0; i < bytes.size(); i += 2) hash ^= static_cast<unsigned char>(bytes[i]);
     return hash;
   }
-
-  ByteWriter entries_;
-  HashChains chains_{32};
 };
 
 /// The names that occur in the library.
-class NameTable {
+class NameTable : public ChainedTable {
  public:
+  NameTable() : ChainedTable(128) {}
+
   /// A name that is already there, in any letter case, is used for both.
   std::uint32_t Add(const std::string& name, std::uint32_t owner, std::uint32_t marks) {
     constexpr std::size_t kLongest = 0xFF;
@@ -104,8 +115,6 @@ class NameTable {
 
   [[nodiscard]] std::uint32_t Count() const { return count_; }
   [[nodiscard]] std::uint32_t Letters() const { return letters_; }
-  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
-  [[nodiscard]] std::string Chains() const { return chains_.Bytes(); }
 
  private:
   // The system's hash of a name, which ignores letter case.
@@ -115,8 +124,6 @@ class NameTable {
     return hash % 65599 & 0xFFFF;
   }
 
-  ByteWriter entries_;
-  HashChains chains_{128};
   std::map<std::string, std::uint32_t> offsets_;
   std::uint32_t count_ = 0;
   std::uint32_t letters_ = 0;
@@ -244,21 +251,12 @@ TypeShape ShapeOf(const TypeInfo& type, const TypePlaces& places) {
 }
 
 std::uint32_t SizeOf(ValueType type) {
-  switch (type) {
-    case ValueType::Byte:
-      return 1;
-    case ValueType::Integer:
-    case ValueType::Flag:
-      return 2;
-    case ValueType::Double:
-    case ValueType::Currency:
-    case ValueType::Date:
-      return 8;
-    case ValueType::Variant:
-      return 16;
-    default:
-      return 4;
-  }
+  static const std::map<ValueType, std::uint32_t> kSizes = {
+      {ValueType::Byte, 1},    {ValueType::Integer, 2},  {ValueType::Flag, 2},
+      {ValueType::Double, 8},  {ValueType::Currency, 8}, {ValueType::Date, 8},
+      {ValueType::Variant, 16}};
+  const auto known = kSizes.find(type);
+  return known == kSizes.end() ? 4 : known->second;
 }
 
 class LibraryWriter {
@@ -284,6 +282,11 @@ class LibraryWriter {
 
   [[nodiscard]] std::uint32_t TypeCount() const {
     return static_cast<std::uint32_t>(library_.types.size());
+  }
+
+  // The offset of a type's record.
+  static std::uint32_t RecordOf(std::size_t index) {
+    return static_cast<std::uint32_t>(index) * kTypeSize;
   }
 
   [[nodiscard]] bool ImportsBase() const {
@@ -313,7 +316,7 @@ class LibraryWriter {
 
   void AddType(const TypeInfo& type) {
     constexpr std::uint32_t kTypeName = 0x3800;
-    const auto record = static_cast<std::uint32_t>(places_.size()) * kTypeSize;
+    const auto record = RecordOf(places_.size());
     TypePlaces places;
     if (!type.guid.empty()) places.guid = guids_.Add(type.guid, record);
     places.name = names_.Add(type.name, record, kTypeName);
@@ -324,41 +327,22 @@ class LibraryWriter {
   std::uint32_t AddDefaultInterface(std::size_t index) {
     constexpr std::uint32_t kDefault = 1;
     const auto offset = references_.Size();
-    references_.U32(static_cast<std::uint32_t>(index) * kTypeSize);
-    references_.U32(kDefault).U32(kNone).U32(kNone);
+    references_.U32(RecordOf(index)).U32(kDefault).U32(kNone).U32(kNone);
     return offset;
   }
 
   void AddMembers(std::size_t index) {
-    constexpr std::size_t kMostMembers = 0x2000;
+    constexpr std::size_t kMostMembers = 0x3F00;
     const auto& members = members_[index];
-    if (members.properties.size() + members.methods.size() > kMostMembers ||
-        members.constants.size() > kMostMembers || members.fields.size() > kMostMembers) {
+    if (members.methods.size() > kMostMembers || members.constants.size() > kMostMembers ||
+        members.fields.size() > kMostMembers) {
       throw RuntimeError(ErrorNumber::Overflow, library_.types[index].name);
     }
     places_[index].help = AddString(members.help);
-    for (const auto& property : members.properties) AddProperty(index, property);
     for (const auto& method : members.methods) AddMethod(index, method);
     for (const auto& constant : members.constants) AddConstant(index, constant);
     if (library_.types[index].kind == TypeKind::Record) places_[index].size = 0;
     for (const auto& field : members.fields) AddField(index, field);
-  }
-
-  // One function for each way in which the property may be used.
-  void AddProperty(std::size_t index, const LibraryProperty& property) {
-    using Kind = LibraryMethod::Kind;
-    const auto add = [&](Kind kind) {
-      LibraryMethod method{kind, property.name, {}, {}, property.id, property.help};
-      if (kind == Kind::Get) {
-        method.result = property.type;
-      } else {
-        method.parameters.push_back({"", property.type, false, false});
-      }
-      AddMethod(index, method);
-    };
-    if (property.isReadable) add(Kind::Get);
-    if (property.isWritable) add(Kind::Put);
-    if (property.isSettable) add(Kind::PutReference);
   }
 
   void AddMethod(std::size_t index, const LibraryMethod& method) {
@@ -369,7 +353,7 @@ class LibraryWriter {
     constexpr std::uint32_t kParameter = 16;
     constexpr std::uint32_t kPointer = 8;
     auto& block = places_[index].members;
-    const auto name = names_.Add(method.name, static_cast<std::uint32_t>(index) * kTypeSize, 0);
+    const auto name = names_.Add(method.name, RecordOf(index), 0);
     const auto& parameters = method.parameters;
     const auto count = static_cast<std::uint32_t>(parameters.size() + (method.result ? 1 : 0));
     std::uint32_t pointers = method.result ? 1 : 0;
@@ -409,31 +393,30 @@ class LibraryWriter {
   void AddField(std::size_t index, const LibraryField& field) {
     constexpr std::uint32_t kOfInstance = 0;
     constexpr std::uint32_t kSizeInMemory = 0x24;
-    constexpr std::uint32_t kFirstId = 0x40000000;
     auto& places = places_[index];
     const std::uint32_t size = SizeOf(field.type);
     const std::uint32_t step = std::min(size, std::uint32_t{4});
     places.size = (places.size + step - 1) / step * step;
-    const auto name = names_.Add(field.name, static_cast<std::uint32_t>(index) * kTypeSize, 0);
-    ByteWriter record;
-    record.U32(DescriptionTable::PlainType(field.type)).U32(0);
-    record.U16(kOfInstance).U16(kSizeInMemory).U32(places.size);
-    places.members.Add(record.Bytes(), static_cast<std::int32_t>(kFirstId + places.members.Count()),
-                       name);
+    const auto name = names_.Add(field.name, RecordOf(index), 0);
+    AddVariable(places.members, name, field.type, kOfInstance, kSizeInMemory, places.size);
     places.size += size;
   }
 
-  void AddConstant(std::size_t index, const LibraryConstant& constant) {
+  void AddConstant(std::size_t index, const DeclaredEnum::Constant& constant) {
     constexpr std::uint32_t kConstantName = 0x3000;
     constexpr std::uint32_t kConstant = 2;
     constexpr std::uint32_t kSizeInMemory = 0x34;
+    const auto name = names_.Add(constant.name, RecordOf(index), kConstantName);
+    AddVariable(places_[index].members, name, ValueType::Long, kConstant, kSizeInMemory,
+                constants_.Add(constant.value));
+  }
+
+  static void AddVariable(MemberBlock& block, std::uint32_t name, ValueType type,
+                          std::uint32_t kind, std::uint32_t sizeInMemory, std::uint32_t value) {
     constexpr std::uint32_t kFirstId = 0x40000000;
-    auto& block = places_[index].members;
-    const auto owner = static_cast<std::uint32_t>(index) * kTypeSize;
-    const auto name = names_.Add(constant.name, owner, kConstantName);
     ByteWriter record;
-    record.U32(DescriptionTable::PlainType(ValueType::Long)).U32(0);
-    record.U16(kConstant).U16(kSizeInMemory).U32(constants_.Add(constant.value));
+    record.U32(DescriptionTable::PlainType(type)).U32(0);
+    record.U16(kind).U16(sizeInMemory).U32(value);
     block.Add(record.Bytes(), static_cast<std::int32_t>(kFirstId + block.Count()), name);
   }
 
@@ -457,7 +440,7 @@ class LibraryWriter {
 
     ByteWriter out;
     WriteHeader(out);
-    for (std::uint32_t i = 0; i < TypeCount(); ++i) out.U32(i * kTypeSize);
+    for (std::uint32_t i = 0; i < TypeCount(); ++i) out.U32(RecordOf(i));
     WriteDirectory(out, segments, start);
     for (const auto& segment : segments) out.Text(segment);
     for (const auto& places : places_) out.Text(places.members.Bytes());

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "compiler/declarations.h"
 #include "platform/component/type_library.h"
 
 namespace gorbex::standin {
@@ -24,20 +25,9 @@ enum class ValueType : std::uint16_t {
   Byte = 17
 };
 
-/// A property of an interface, with the number by which late binding asks for it.
-struct LibraryProperty {
-  std::string name;
-  ValueType type = ValueType::Variant;
-  std::int32_t id = 0;
-  bool isReadable = false;
-  bool isWritable = false;  ///< by assignment
-  bool isSettable = false;  ///< by reference, as objects are
-  std::string help{};
-};
-
-/// A function of an interface.
+/// A function of an interface, with the number by which late binding asks for it.
 struct LibraryMethod {
-  enum class Kind : std::uint16_t { Call = 1, Get = 2, Put = 4, PutReference = 8 };
+  using Kind = DeclaredMethod::Kind;
   struct Parameter {
     std::string name;
     ValueType type = ValueType::Variant;
@@ -58,17 +48,11 @@ struct LibraryField {
   ValueType type = ValueType::Variant;
 };
 
-struct LibraryConstant {
-  std::string name;
-  std::int32_t value = 0;
-};
-
-/// The members of a type: properties and methods in a dual interface, constants in an enumeration,
+/// The members of a type: functions in a dual interface, constants in an enumeration,
 /// fields in a record; and what a browser tells of the type.
 struct LibraryMembers {
-  std::vector<LibraryProperty> properties;
   std::vector<LibraryMethod> methods;
-  std::vector<LibraryConstant> constants;
+  std::vector<DeclaredEnum::Constant> constants;
   std::vector<LibraryField> fields;
   std::string help{};
 };

@@ -20,12 +20,6 @@ std::string FileNameOf(std::string_view path) {
   return std::string(path.substr(path.rfind('\\') + 1));
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 std::string_view Unquoted(std::string_view value) {
   const bool quoted = value.size() >= 2 && value.front() == '"' && value.back() == '"';
   return quoted ? value.substr(1, value.size() - 2) : value;
