@@ -21,9 +21,7 @@ struct CheckArguments {
 };
 
 bool HasExtension(const std::string& path, std::string_view extension) {
-  return path.size() >= extension.size() &&
-         EqualsIgnoringCase(std::string_view(path).substr(path.size() - extension.size()),
-                            extension);
+  return LowerCase(path).ends_with(extension);
 }
 
 /// A group file, a folder or project files without a build project.

@@ -36,15 +36,13 @@ Json LineJson(const Finding& finding) {
 }
 
 Json FindingJson(const Finding& finding) {
-  Json projects = Json::array();
-  for (const std::string& path : finding.projects) projects.push_back(JsonText(path));
   return {{"id", finding.id},
           {"severity", NameOf(finding.severity)},
           {"file", JsonText(finding.file)},
           {"line", LineJson(finding)},
           {"text", JsonText(finding.text)},
           {"remedy", JsonText(finding.remedy)},
-          {"projects", projects}};
+          {"projects", JsonTexts(finding.projects)}};
 }
 
 std::string UriPath(const std::string& path) {

@@ -8,6 +8,7 @@
 #include "cli/output_option.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
+#include "core/text.h"
 
 namespace gorbex::cli {
 namespace {
@@ -54,10 +55,7 @@ Json GraphJson(const DependencyGraph& graph, const std::vector<const clsMember*>
       edges.push_back(Json::array({path, JsonText(members[used]->path)}));
     }
   }
-  for (const auto& cycle : cycles) {
-    Json& paths = circles.emplace_back(Json::array());
-    for (const std::string& path : cycle) paths.push_back(JsonText(path));
-  }
+  for (const auto& cycle : cycles) circles.push_back(JsonTexts(cycle));
   return {{"nodes", nodes}, {"edges", edges}, {"cycles", circles}};
 }
 
@@ -93,10 +91,7 @@ void Graph(Frame& frame, const GraphArguments& arguments) {
 
 void WarnOfCycles(const Session& session, const std::vector<std::vector<std::string>>& cycles) {
   for (const auto& cycle : cycles) {
-    std::string names;
-    for (const std::string& path : cycle)
-      names.append(names.empty() ? "" : ", ").append(Plain(path));
-    session.Warn("these projects use one another in a circle: " + names);
+    session.Warn("these projects use one another in a circle: " + Plain(Joined(cycle)));
   }
 }
 

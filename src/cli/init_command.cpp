@@ -19,12 +19,6 @@ struct InitArguments {
   bool force = false;
 };
 
-Json PathsJson(const std::vector<std::string>& paths) {
-  Json array = Json::array();
-  for (const std::string& path : paths) array.push_back(JsonText(path));
-  return array;
-}
-
 // What a build would meet, without what is told already.
 Findings Met(Session& session) {
   return session.program().check.RunOpen(
@@ -42,8 +36,8 @@ void Report(const Frame& frame, Session& session, const std::string& output) {
   std::vector<std::string> queued;
   for (const auto& row : queue.Rows()) queued.push_back(row->SubItem(queue_column::kProject));
   frame.streams.out << Written(Json{{"file", JsonText(session.program().window.fileName)},
-                                    {"queue", PathsJson(queued)},
-                                    {"leftOut", PathsJson(session.LeftOut())},
+                                    {"queue", JsonTexts(queued)},
+                                    {"leftOut", JsonTexts(session.LeftOut())},
                                     {"findings", FindingsJson(findings)["findings"]}})
                     << '\n';
 }

@@ -64,6 +64,12 @@ Json JsonText(std::string_view text) {
   return ToUtf8(text);
 }
 
+Json JsonTexts(const std::vector<std::string>& texts) {
+  Json array = Json::array();
+  for (const std::string& text : texts) array.push_back(JsonText(text));
+  return array;
+}
+
 // The library escapes all but those above the letters of ASCII.
 std::string Written(const Json& json) {
   std::string text = json.dump();

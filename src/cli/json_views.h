@@ -2,7 +2,9 @@
 
 #include <iosfwd>
 #include <nlohmann/json.hpp>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/program.h"
 
@@ -12,6 +14,8 @@ using Json = nlohmann::ordered_json;
 
 /// A text of the program as JSON.
 [[nodiscard]] Json JsonText(std::string_view text);
+
+[[nodiscard]] Json JsonTexts(const std::vector<std::string>& texts);
 
 /// JSON as a text. Every control character is escaped, also those that JSON would let through to
 /// the user's terminal.

@@ -28,12 +28,10 @@ Json ProjectJson(const PlannedProject& project) {
                        {"subject", JsonText(reason.subject)},
                        {"text", JsonText(reason.text)}});
   }
-  Json decidedBy = Json::array();
-  for (const std::string& path : project.decidedBy) decidedBy.push_back(JsonText(path));
   return {{"path", JsonText(project.path)},
           {"action", project.judgement.IsUpToDate() ? "upToDate" : "build"},
           {"reasons", reasons},
-          {"decidedBy", decidedBy},
+          {"decidedBy", JsonTexts(project.decidedBy)},
           {"lastSeconds", SecondsJson(project.judgement.lastDuration)}};
 }
 

@@ -104,11 +104,12 @@ Json RunJson(const RunRecord& record, const std::string& script) {
                         {"failure", FailureJson(project.failure)},
                         {"got", project.got ? Json(*project.got) : Json()}});
   }
-  Json messages = Json::array();
-  for (const std::string& message : record.Messages()) messages.push_back(JsonText(message));
-  return {{"built", record.End().built}, {"errors", record.End().errors},
-          {"projects", projects},        {"end", EndName(record.End().result)},
-          {"messages", messages},        {"script", JsonText(script)}};
+  return {{"built", record.End().built},
+          {"errors", record.End().errors},
+          {"projects", projects},
+          {"end", EndName(record.End().result)},
+          {"messages", JsonTexts(record.Messages())},
+          {"script", JsonText(script)}};
 }
 
 bool TakeRunJson(RunRecord& record, const std::string& text) {
