@@ -222,13 +222,25 @@ std::vector<int> StateList::ColumnWidths() const {
   return widths;
 }
 
+// A list that the toolkit draws itself is blank for a moment after each width that is set.
+bool StateList::SetNewWidths(const std::vector<int>& widths) {
+  bool isChanged = false;
+  for (int i = 0; i < static_cast<int>(widths.size()); ++i) {
+    const int width = widths[static_cast<std::size_t>(i)];
+    if (GetColumnWidth(i) == width) continue;
+    SetColumnWidth(i, width);
+    isChanged = true;
+  }
+  return isChanged;
+}
+
 void StateList::FitColumns() {
   std::vector<ColumnNeed> needs;
   needs.reserve(columns_.size());
   for (long column = 0; column < GetColumnCount(); ++column) needs.push_back(NeedOf(column));
   fittedRoom_ = RoomForColumns();
   const auto widths = ColumnWidthsFor(fittedRoom_, needs);
-  for (std::size_t i = 0; i < widths.size(); ++i) SetColumnWidth(static_cast<int>(i), widths[i]);
+  if (!SetNewWidths(widths)) return;
   // The headings do not follow by themselves.
   for (wxWindow* child : GetChildren()) child->Refresh();
 }

@@ -78,6 +78,7 @@ class StateList : public wxListCtrl {
   void MarkCurrent();
   void ShowSelection();
   void FitColumns();
+  bool SetNewWidths(const std::vector<int>& widths);
   [[nodiscard]] int RoomForColumns() const;
   [[nodiscard]] ColumnNeed NeedOf(long column) const;
   [[nodiscard]] int WidestText(long column) const;
