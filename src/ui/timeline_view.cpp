@@ -196,6 +196,7 @@ void TimelineView::DrawBar(wxDC& dc, std::size_t bar, const wxRect& lane, bool i
 
 std::vector<TimelineView::LegendEntry> TimelineView::Legend() const {
   std::vector<LegendEntry> entries;
+  entries.reserve(kLegendStates.size() + 1);
   for (const ProjectState state : kLegendStates) {
     entries.push_back({ToWx(std::string(NameOf(state))), state});
   }
