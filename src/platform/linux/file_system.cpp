@@ -8,12 +8,11 @@
 #include <cerrno>
 #include <cstdint>
 #include <memory>
-#include <new>
-#include <system_error>
 #include <tuple>
 #include <utility>
 
 #include "platform/code_page.h"
+#include "platform/file_failure.h"
 #include "platform/linux/host_file.h"
 
 namespace gorbex {
@@ -21,46 +20,17 @@ namespace {
 
 constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
 
-ErrorNumber NumberOf(int error) {
-  switch (error) {
-    case ENOENT:
-    case ENAMETOOLONG:
-      return ErrorNumber::FileNotFound;
-    case ENOTDIR:
-      return ErrorNumber::PathNotFound;
-    case EACCES:
-    case EPERM:
-      return ErrorNumber::PermissionDenied;
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-      return ErrorNumber::DiskFull;
-    case EMFILE:
-    case ENFILE:
-      return ErrorNumber::TooManyFiles;
-    case EIO:
-      return ErrorNumber::DeviceError;
-    case ENOMEM:
-      return ErrorNumber::OutOfMemory;
-    default:
-      return ErrorNumber::PathFileAccess;
-  }
-}
-
-// Runs an action on host files and reports its failure under the Windows path.
-template <typename Action>
-auto Reporting(const std::string& path, const Action& action) {
-  try {
-    return action();
-  } catch (const std::system_error& error) {
-    throw RuntimeError(NumberOf(error.code().value()), path);
-  } catch (const std::bad_alloc&) {
-    throw RuntimeError(ErrorNumber::OutOfMemory, path);
-  }
-}
+constexpr FileFailure kFailures[] = {
+    {ENOENT, ErrorNumber::FileNotFound},    {ENAMETOOLONG, ErrorNumber::FileNotFound},
+    {ENOTDIR, ErrorNumber::PathNotFound},   {EACCES, ErrorNumber::PermissionDenied},
+    {EPERM, ErrorNumber::PermissionDenied}, {ENOSPC, ErrorNumber::DiskFull},
+    {EDQUOT, ErrorNumber::DiskFull},        {EFBIG, ErrorNumber::DiskFull},
+    {EMFILE, ErrorNumber::TooManyFiles},    {ENFILE, ErrorNumber::TooManyFiles},
+    {EIO, ErrorNumber::DeviceError},        {ENOMEM, ErrorNumber::OutOfMemory},
+};
 
 void Require(bool succeeded, const std::string& path) {
-  if (!succeeded) throw RuntimeError(NumberOf(errno), path);
+  if (!succeeded) throw RuntimeError(NumberIn(kFailures, errno), path);
 }
 
 bool IsReadOnly(const struct stat& info) {
@@ -190,13 +160,13 @@ ErrorNumber LinuxFileSystem::AbsenceOf(const std::string& path) const {
 
 std::string LinuxFileSystem::Read(const std::string& path) const {
   const auto exact = prefix_.Exact(path);
-  if (auto bytes =
-          exact ? Reporting(path, [&] { return ReadHostFileIfThere(*exact); }) : std::nullopt) {
+  if (auto bytes = exact ? Reporting(kFailures, path, [&] { return ReadHostFileIfThere(*exact); })
+                         : std::nullopt) {
     return std::move(*bytes);
   }
   const auto entry = prefix_.Find(path);
   if (!entry) throw RuntimeError(AbsenceOf(path), path);
-  return Reporting(path, [&] { return ReadHostFile(entry->path); });
+  return Reporting(kFailures, path, [&] { return ReadHostFile(entry->path); });
 }
 
 std::vector<FolderEntry> LinuxFileSystem::List(const std::string& folder) const {
@@ -239,19 +209,19 @@ std::string LinuxFileSystem::WritableTarget(const std::string& path) const {
 
 void LinuxFileSystem::Write(const std::string& path, const std::string& bytes) {
   const auto target = WritableTarget(path);
-  Reporting(path, [&] { ReplaceHostFile(target, bytes, newFileMode_, Flush::Wait); });
+  Reporting(kFailures, path, [&] { ReplaceHostFile(target, bytes, newFileMode_, Flush::Wait); });
 }
 
 void LinuxFileSystem::WriteUnsynced(const std::string& path, const std::string& bytes) {
   const auto target = WritableTarget(path);
-  Reporting(path, [&] { ReplaceHostFile(target, bytes, newFileMode_, Flush::Later); });
+  Reporting(kFailures, path, [&] { ReplaceHostFile(target, bytes, newFileMode_, Flush::Later); });
 }
 
 void LinuxFileSystem::Append(const std::string& path, const std::string& bytes) {
   const auto exact = prefix_.Exact(path);
-  if (exact && Reporting(path, [&] { return AppendToHostFile(*exact, bytes); })) return;
+  if (exact && Reporting(kFailures, path, [&] { return AppendToHostFile(*exact, bytes); })) return;
   const auto target = WritableTarget(path);
-  Reporting(path, [&] { AppendHostFile(target, bytes); });
+  Reporting(kFailures, path, [&] { AppendHostFile(target, bytes); });
 }
 
 void LinuxFileSystem::Remove(const std::string& path) {
@@ -285,7 +255,8 @@ void LinuxFileSystem::CreateFolder(const std::string& path) {
     throw RuntimeError(isPossible ? ErrorNumber::PathNotFound : ErrorNumber::BadFileName, path);
   }
   if (mkdir(target->c_str(), 0777) == 0) return;
-  throw RuntimeError(errno == ENOENT ? ErrorNumber::PathNotFound : NumberOf(errno), path);
+  throw RuntimeError(errno == ENOENT ? ErrorNumber::PathNotFound : NumberIn(kFailures, errno),
+                     path);
 }
 
 }  // namespace gorbex

@@ -3,11 +3,10 @@
 #include <windows.h>
 
 #include <memory>
-#include <new>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
+#include "platform/file_failure.h"
 #include "platform/windows/full_path.h"
 #include "platform/windows/handle.h"
 #include "platform/windows/host_file.h"
@@ -19,64 +18,40 @@ namespace {
 constexpr std::uint32_t kAttributes = file_attribute::kReadOnly | file_attribute::kHidden |
                                       file_attribute::kSystem | file_attribute::kArchive;
 
-ErrorNumber NumberOf(DWORD error) {
-  switch (error) {
-    case ERROR_FILE_NOT_FOUND:
-      return ErrorNumber::FileNotFound;
-    case ERROR_PATH_NOT_FOUND:
-    case ERROR_INVALID_DRIVE:
-    case ERROR_BAD_NETPATH:
-    case ERROR_BAD_NET_NAME:
-    case ERROR_DIRECTORY:
-      return ErrorNumber::PathNotFound;
-    case ERROR_INVALID_NAME:
-    case ERROR_BAD_PATHNAME:
-    case ERROR_FILENAME_EXCED_RANGE:
-      return ErrorNumber::BadFileName;
-    case ERROR_ACCESS_DENIED:
-    case ERROR_SHARING_VIOLATION:
-    case ERROR_LOCK_VIOLATION:
-    case ERROR_WRITE_PROTECT:
-      return ErrorNumber::PermissionDenied;
-    case ERROR_DISK_FULL:
-    case ERROR_HANDLE_DISK_FULL:
-    case ERROR_FILE_TOO_LARGE:
-      return ErrorNumber::DiskFull;
-    case ERROR_TOO_MANY_OPEN_FILES:
-      return ErrorNumber::TooManyFiles;
-    case ERROR_NOT_READY:
-    case ERROR_CRC:
-    case ERROR_IO_DEVICE:
-    case ERROR_READ_FAULT:
-    case ERROR_WRITE_FAULT:
-    case ERROR_GEN_FAILURE:
-      return ErrorNumber::DeviceError;
-    case ERROR_NOT_ENOUGH_MEMORY:
-    case ERROR_OUTOFMEMORY:
-      return ErrorNumber::OutOfMemory;
-    default:
-      return ErrorNumber::PathFileAccess;
-  }
-}
+constexpr FileFailure kFailures[] = {
+    {ERROR_FILE_NOT_FOUND, ErrorNumber::FileNotFound},
+    {ERROR_PATH_NOT_FOUND, ErrorNumber::PathNotFound},
+    {ERROR_INVALID_DRIVE, ErrorNumber::PathNotFound},
+    {ERROR_BAD_NETPATH, ErrorNumber::PathNotFound},
+    {ERROR_BAD_NET_NAME, ErrorNumber::PathNotFound},
+    {ERROR_DIRECTORY, ErrorNumber::PathNotFound},
+    {ERROR_INVALID_NAME, ErrorNumber::BadFileName},
+    {ERROR_BAD_PATHNAME, ErrorNumber::BadFileName},
+    {ERROR_FILENAME_EXCED_RANGE, ErrorNumber::BadFileName},
+    {ERROR_ACCESS_DENIED, ErrorNumber::PermissionDenied},
+    {ERROR_SHARING_VIOLATION, ErrorNumber::PermissionDenied},
+    {ERROR_LOCK_VIOLATION, ErrorNumber::PermissionDenied},
+    {ERROR_WRITE_PROTECT, ErrorNumber::PermissionDenied},
+    {ERROR_DISK_FULL, ErrorNumber::DiskFull},
+    {ERROR_HANDLE_DISK_FULL, ErrorNumber::DiskFull},
+    {ERROR_FILE_TOO_LARGE, ErrorNumber::DiskFull},
+    {ERROR_TOO_MANY_OPEN_FILES, ErrorNumber::TooManyFiles},
+    {ERROR_NOT_READY, ErrorNumber::DeviceError},
+    {ERROR_CRC, ErrorNumber::DeviceError},
+    {ERROR_IO_DEVICE, ErrorNumber::DeviceError},
+    {ERROR_READ_FAULT, ErrorNumber::DeviceError},
+    {ERROR_WRITE_FAULT, ErrorNumber::DeviceError},
+    {ERROR_GEN_FAILURE, ErrorNumber::DeviceError},
+    {ERROR_NOT_ENOUGH_MEMORY, ErrorNumber::OutOfMemory},
+    {ERROR_OUTOFMEMORY, ErrorNumber::OutOfMemory},
+};
 
 [[noreturn]] void RaiseLast(const std::string& path) {
-  throw RuntimeError(NumberOf(GetLastError()), path);
+  throw RuntimeError(NumberIn(kFailures, static_cast<int>(GetLastError())), path);
 }
 
 void Require(bool succeeded, const std::string& path) {
   if (!succeeded) RaiseLast(path);
-}
-
-// Runs an action on whole files and reports its failure under the path as it was given.
-template <typename Action>
-auto Reporting(const std::string& path, const Action& action) {
-  try {
-    return action();
-  } catch (const std::system_error& error) {
-    throw RuntimeError(NumberOf(static_cast<DWORD>(error.code().value())), path);
-  } catch (const std::bad_alloc&) {
-    throw RuntimeError(ErrorNumber::OutOfMemory, path);
-  }
 }
 
 std::uint64_t TicksOf(const FILETIME& time) {
@@ -187,7 +162,7 @@ std::string WindowsFileSystem::Read(const std::string& path) const {
   const auto facts = Find(full);
   if (!facts) RaiseLast(path);
   if (facts->IsFolder()) throw RuntimeError(ErrorNumber::PathFileAccess, path);
-  return Reporting(path, [&] { return ReadHostFile(full); });
+  return Reporting(kFailures, path, [&] { return ReadHostFile(full); });
 }
 
 std::vector<FolderEntry> WindowsFileSystem::List(const std::string& folder) const {
@@ -211,12 +186,12 @@ std::vector<FolderEntry> WindowsFileSystem::List(const std::string& folder) cons
 
 void WindowsFileSystem::Write(const std::string& path, const std::string& bytes) {
   const auto target = WritableTarget(path);
-  Reporting(path, [&] { ReplaceHostFile(target, bytes); });
+  Reporting(kFailures, path, [&] { ReplaceHostFile(target, bytes); });
 }
 
 void WindowsFileSystem::Append(const std::string& path, const std::string& bytes) {
   const auto target = WritableTarget(path);
-  Reporting(path, [&] { AppendHostFile(target, bytes); });
+  Reporting(kFailures, path, [&] { AppendHostFile(target, bytes); });
 }
 
 void WindowsFileSystem::Remove(const std::string& path) {
