@@ -3,21 +3,10 @@
 namespace gorbex {
 
 std::string_view NameOf(BuildStep step) {
-  switch (step) {
-    case BuildStep::Latest:
-      return "getting latest sources";
-    case BuildStep::Compatibility:
-      return "breaking compatibility";
-    case BuildStep::Debug:
-      return "setting debug values";
-    case BuildStep::References:
-      return "updating references";
-    case BuildStep::Version:
-      return "stamping the version";
-    case BuildStep::Compile:
-      return "compiling";
-  }
-  return {};
+  static constexpr std::string_view kNames[] = {"getting latest sources", "breaking compatibility",
+                                                "setting debug values",   "updating references",
+                                                "stamping the version",   "compiling"};
+  return kNames[static_cast<std::size_t>(step)];
 }
 
 std::string ReasonOf(const ProjectSkipped& skipped) {

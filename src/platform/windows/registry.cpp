@@ -19,20 +19,12 @@ struct Closer {
 /// Owns an open key; null when the system refuses it.
 using OpenKey = std::unique_ptr<std::remove_pointer_t<HKEY>, Closer>;
 
+// Null for a root without keys: that of the performance data holds counters.
 HKEY RootKey(RegistryRoot root) {
-  switch (root) {
-    case RegistryRoot::ClassesRoot:
-      return HKEY_CLASSES_ROOT;
-    case RegistryRoot::CurrentUser:
-      return HKEY_CURRENT_USER;
-    case RegistryRoot::LocalMachine:
-      return HKEY_LOCAL_MACHINE;
-    case RegistryRoot::Users:
-      return HKEY_USERS;
-    case RegistryRoot::PerformanceData:
-      break;  // holds counters under no keys
-  }
-  return nullptr;
+  constexpr auto kFirst = static_cast<std::uint32_t>(RegistryRoot::ClassesRoot);
+  const HKEY keys[] = {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS};
+  const auto number = static_cast<std::uint32_t>(root) - kFirst;
+  return number < std::size(keys) ? keys[number] : nullptr;
 }
 
 // A zero would end the name early, and so name another key.
