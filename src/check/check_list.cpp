@@ -136,11 +136,7 @@ void CheckList::OpenFile() {
 void CheckList::Activate() {
   const Finding* finding = Selected();
   if (finding == nullptr) return;
-  if (finding->projects.empty()) {
-    OpenFile();
-  } else {
-    GoToProject();
-  }
+  finding->projects.empty() ? OpenFile() : GoToProject();
 }
 
 }  // namespace gorbex

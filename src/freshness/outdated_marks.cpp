@@ -12,14 +12,12 @@ namespace gorbex {
 namespace {
 
 // The first few names, and how many more there are.
-std::string Names(const std::vector<std::string>& names) {
+std::string Names(std::vector<std::string> names) {
   constexpr std::size_t kShown = 3;
-  std::string text;
-  for (std::size_t i = 0; i < names.size() && i < kShown; ++i) {
-    text.append(text.empty() ? "" : ", ").append(names[i]);
-  }
-  if (names.size() <= kShown) return text;
-  return text + " and " + std::to_string(names.size() - kShown) + " more";
+  if (names.size() <= kShown) return Joined(names);
+  const std::string more = " and " + std::to_string(names.size() - kShown) + " more";
+  names.resize(kShown);
+  return Joined(names) + more;
 }
 
 std::string StatusText(const BuildPlan& plan) {
