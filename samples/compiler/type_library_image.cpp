@@ -3,206 +3,24 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <utility>
 
-#include "compiler/byte_writer.h"
-#include "compiler/identity.h"
+#include "compiler/library_tables.h"
 #include "compiler/system_library.h"
-#include "platform/code_page.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex::standin {
 namespace {
 
-constexpr std::uint32_t kNone = 0xFFFFFFFF;  ///< in place of an offset: there is no such thing
 constexpr std::uint32_t kHeaderSize = 84;
 constexpr std::uint32_t kTypeSize = 100;
 constexpr std::uint32_t kSegmentEntrySize = 16;
 constexpr std::size_t kMostTypes = 0xFFFF;
-constexpr char kFiller = 'W';
 
 // Owners of table entries that belong to no type of the library. The owner of other entries is the
 // offset of a type's record.
 constexpr std::uint32_t kOfLibrary = 0xFFFFFFFE;
 constexpr std::uint32_t kOfImportedType = 1;
 constexpr std::uint32_t kOfImportedFile = 2;
-
-/// The heads of the chains through which a table is searched, one for each value of a small hash.
-class HashChains {
- public:
-  explicit HashChains(std::size_t count) : heads_(count, kNone) {}
-
-  /// Makes an entry the first of its chain; answers the one that follows now.
-  std::uint32_t Prepend(std::uint32_t hash, std::uint32_t entry) {
-    return std::exchange(heads_[hash % heads_.size()], entry);
-  }
-
-  [[nodiscard]] std::string Bytes() const {
-    ByteWriter out;
-    for (const auto head : heads_) out.U32(head);
-    return out.Bytes();
-  }
-
- private:
-  std::vector<std::uint32_t> heads_;
-};
-
-/// A table whose entries are found through such chains.
-class ChainedTable {
- public:
-  explicit ChainedTable(std::size_t chains) : chains_(chains) {}
-
-  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
-  [[nodiscard]] std::string Chains() const { return chains_.Bytes(); }
-
- protected:
-  ByteWriter entries_;
-  HashChains chains_;
-};
-
-/// The identities that occur in the library.
-class GuidTable : public ChainedTable {
- public:
-  GuidTable() : ChainedTable(32) {}
-
-  std::uint32_t Add(const std::string& guid, std::uint32_t owner) {
-    const auto uuid = ParsedUuid(guid);
-    if (!uuid) throw RuntimeError(ErrorNumber::InvalidCall, guid);
-    const auto offset = entries_.Size();
-    const auto bytes = InMemory(*uuid);
-    entries_.Text(bytes).U32(owner).U32(chains_.Prepend(Hash(bytes), offset));
-    return offset;
-  }
-
- private:
-  // The first three groups are numbers, lowest byte first.
-  static std::string InMemory(const Uuid& uuid) {
-    std::string bytes(uuid.begin(), uuid.end());
-    std::reverse(bytes.begin(), bytes.begin() + 4);
-    std::swap(bytes[4], bytes[5]);
-    std::swap(bytes[6], bytes[7]);
-    return bytes;
-  }
-
-  // Only the low bits of the sum of 16-bit words count.
-  static std::uint32_t Hash(const std::string& bytes) {
-    std::uint32_t hash = 0;
-    for (std::size_t i = 0; i < bytes.size(); i += 2) hash ^= static_cast<unsigned char>(bytes[i]);
-    return hash;
-  }
-};
-
-/// The names that occur in the library.
-class NameTable : public ChainedTable {
- public:
-  NameTable() : ChainedTable(128) {}
-
-  /// A name that is already there, in any letter case, is used for both.
-  std::uint32_t Add(const std::string& name, std::uint32_t owner, std::uint32_t marks) {
-    constexpr std::size_t kLongest = 0xFF;
-    if (name.size() > kLongest) throw RuntimeError(ErrorNumber::Overflow, name);
-    const auto length = static_cast<std::uint32_t>(name.size());
-    const auto offset = entries_.Size();
-    const auto [known, isNew] = offsets_.try_emplace(UpperCase(name), offset);
-    if (!isNew) return known->second;
-    const auto hash = Hash(name);
-    entries_.U32(owner).U32(chains_.Prepend(hash, offset)).U16(length | marks).U16(hash);
-    entries_.Text(name).Align(4, kFiller);
-    ++count_;
-    letters_ += length;
-    return offset;
-  }
-
-  [[nodiscard]] std::uint32_t Count() const { return count_; }
-  [[nodiscard]] std::uint32_t Letters() const { return letters_; }
-
- private:
-  // The system's hash of a name, which ignores letter case.
-  static std::uint32_t Hash(const std::string& name) {
-    std::uint32_t hash = 0x0DEADBEE;
-    for (const char letter : UpperCase(name)) hash = 37 * hash + static_cast<unsigned char>(letter);
-    return hash % 65599 & 0xFFFF;
-  }
-
-  std::map<std::string, std::uint32_t> offsets_;
-  std::uint32_t count_ = 0;
-  std::uint32_t letters_ = 0;
-};
-
-/// The types that are made of others: here only pointers to values.
-class DescriptionTable {
- public:
-  std::uint32_t AddPointer(ValueType to) {
-    constexpr std::uint32_t kPointer = 0x4000001A;
-    const auto value = static_cast<std::uint32_t>(to);
-    const auto [known, isNew] = offsets_.try_emplace(to, entries_.Size());
-    if (isNew) entries_.U32(kPointer | value << 16).U32(PlainType(to));
-    return known->second;
-  }
-
-  /// A type written in the place of a description.
-  static std::uint32_t PlainType(ValueType type) {
-    const auto value = static_cast<std::uint32_t>(type);
-    return 0x80000000 | value << 16 | value;
-  }
-
-  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
-
- private:
-  ByteWriter entries_;
-  std::map<ValueType, std::uint32_t> offsets_;
-};
-
-/// Values that do not fit where they are used.
-class ConstantTable {
- public:
-  /// The value itself when it is small, else its place.
-  std::uint32_t Add(std::int32_t value) {
-    constexpr std::uint32_t kLong = 3;
-    constexpr std::uint32_t kInPlace = 0x80000000 | kLong << 26;
-    constexpr std::int32_t kPlaces = 1 << 26;
-    if (value >= 0 && value < kPlaces) return kInPlace | static_cast<std::uint32_t>(value);
-    const auto offset = entries_.Size();
-    entries_.U16(kLong).U32(static_cast<std::uint32_t>(value)).Align(4, kFiller);
-    return offset;
-  }
-
-  [[nodiscard]] const std::string& Entries() const { return entries_.Bytes(); }
-
- private:
-  ByteWriter entries_;
-};
-
-/// The members of one type, as they follow the segments: their records, then their numbers,
-/// names and places.
-class MemberBlock {
- public:
-  void Add(const std::string& record, std::int32_t id, std::uint32_t name) {
-    const auto size = static_cast<std::uint32_t>(record.size()) + 4;
-    places_.U32(records_.Size());
-    records_.U32(count_ << 16 | size).Text(record);
-    ids_.U32(static_cast<std::uint32_t>(id));
-    names_.U32(name);
-    ++count_;
-  }
-
-  [[nodiscard]] std::uint32_t Count() const { return count_; }
-
-  [[nodiscard]] std::string Bytes() const {
-    if (count_ == 0) return {};
-    ByteWriter out;
-    out.U32(records_.Size()).Text(records_.Bytes());
-    out.Text(ids_.Bytes()).Text(names_.Bytes()).Text(places_.Bytes());
-    return out.Bytes();
-  }
-
- private:
-  ByteWriter records_;
-  ByteWriter ids_;
-  ByteWriter names_;
-  ByteWriter places_;
-  std::uint32_t count_ = 0;
-};
 
 /// The places of a type's parts in the tables.
 struct TypePlaces {
@@ -408,7 +226,18 @@ class LibraryWriter {
     constexpr std::uint32_t kSizeInMemory = 0x34;
     const auto name = names_.Add(constant.name, RecordOf(index), kConstantName);
     AddVariable(places_[index].members, name, ValueType::Long, kConstant, kSizeInMemory,
-                constants_.Add(constant.value));
+                AddValue(constant.value));
+  }
+
+  // A value itself when it is small, else its place.
+  std::uint32_t AddValue(std::int32_t value) {
+    constexpr std::uint32_t kLong = 3;
+    constexpr std::uint32_t kInPlace = 0x80000000 | kLong << 26;
+    constexpr std::int32_t kPlaces = 1 << 26;
+    if (value >= 0 && value < kPlaces) return kInPlace | static_cast<std::uint32_t>(value);
+    const auto offset = constants_.Size();
+    constants_.U16(kLong).U32(static_cast<std::uint32_t>(value)).Align(4, kFiller);
+    return offset;
   }
 
   static void AddVariable(MemberBlock& block, std::uint32_t name, ValueType type,
@@ -432,7 +261,7 @@ class LibraryWriter {
                          strings_.Bytes(),
                          descriptions_.Entries(),
                          "",
-                         constants_.Entries()};
+                         constants_.Bytes()};
     const auto start = kHeaderSize + 4 * TypeCount() + kSegmentEntrySize * kSegmentCount;
     std::size_t end = start + kTypeSize * TypeCount();
     for (const auto& segment : segments) end += segment.size();
@@ -496,7 +325,7 @@ class LibraryWriter {
   ByteWriter importFiles_;
   ByteWriter references_;
   DescriptionTable descriptions_;
-  ConstantTable constants_;
+  ByteWriter constants_;
   std::vector<TypePlaces> places_;
 };
 
