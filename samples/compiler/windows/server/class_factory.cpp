@@ -18,21 +18,6 @@ bool MayBeCreated(ITypeInfo& type) {
 
 }  // namespace
 
-HRESULT ClassFactory::QueryInterface(REFIID iid, void** object) {
-  if (object == nullptr) return E_POINTER;
-  const bool isOffered = iid == IID_IUnknown || iid == IID_IClassFactory;
-  *object = isOffered ? static_cast<IClassFactory*>(this) : nullptr;
-  if (!isOffered) return E_NOINTERFACE;
-  AddRef();
-  return S_OK;
-}
-
-ULONG ClassFactory::Release() {
-  const ULONG left = references_.Take();
-  if (left == 0) delete this;
-  return left;
-}
-
 HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;

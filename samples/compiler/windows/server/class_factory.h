@@ -4,28 +4,20 @@
 
 #include <objbase.h>
 
-#include "compiler/windows/server/reference_count.h"
+#include "compiler/windows/server/com_object.h"
 #include "platform/windows/com_pointer.h"
 
 namespace gorbex::standin {
 
 /// Makes objects of one class of the component.
-class ClassFactory : public IClassFactory {
+class ClassFactory : public ComObject<IClassFactory> {
  public:
   explicit ClassFactory(ComPointer<ITypeInfo> type) : interface_(std::move(type)) {}
-  virtual ~ClassFactory() = default;
-  ClassFactory(const ClassFactory&) = delete;
-  ClassFactory& operator=(const ClassFactory&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-  ULONG STDMETHODCALLTYPE AddRef() override { return references_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override;
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
   HRESULT STDMETHODCALLTYPE LockServer(BOOL isLocked) override;
 
  private:
-  ReferenceCount references_;
   ComPointer<ITypeInfo> interface_;
 };
 

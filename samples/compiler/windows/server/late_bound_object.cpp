@@ -78,21 +78,6 @@ LateBoundObject::~LateBoundObject() {
   for (auto& [id, value] : values_) VariantClear(&value);
 }
 
-HRESULT LateBoundObject::QueryInterface(REFIID iid, void** object) {
-  if (object == nullptr) return E_POINTER;
-  const bool isOffered = iid == IID_IUnknown || iid == IID_IDispatch;
-  *object = isOffered ? static_cast<IDispatch*>(this) : nullptr;
-  if (!isOffered) return E_NOINTERFACE;
-  AddRef();
-  return S_OK;
-}
-
-ULONG LateBoundObject::Release() {
-  const ULONG left = references_.Take();
-  if (left == 0) delete this;
-  return left;
-}
-
 HRESULT LateBoundObject::GetTypeInfoCount(UINT* count) {
   if (count == nullptr) return E_POINTER;
   *count = 1;

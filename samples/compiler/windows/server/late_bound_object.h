@@ -6,23 +6,17 @@
 
 #include <map>
 
-#include "compiler/windows/server/reference_count.h"
+#include "compiler/windows/server/com_object.h"
 #include "platform/windows/com_pointer.h"
 
 namespace gorbex::standin {
 
 /// An object of any class: has the properties that the class's interface lists, and keeps what they
 /// are given. It is used only by name; the code of the class is not run.
-class LateBoundObject : public IDispatch {
+class LateBoundObject : public ComObject<IDispatch> {
  public:
   explicit LateBoundObject(ComPointer<ITypeInfo> type) : interface_(std::move(type)) {}
-  virtual ~LateBoundObject();
-  LateBoundObject(const LateBoundObject&) = delete;
-  LateBoundObject& operator=(const LateBoundObject&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-  ULONG STDMETHODCALLTYPE AddRef() override { return references_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override;
+  ~LateBoundObject() override;
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID lcid, ITypeInfo** info) override;
@@ -37,7 +31,6 @@ class LateBoundObject : public IDispatch {
   HRESULT Put(DISPID id, VARTYPE type, LCID lcid, const DISPPARAMS& parameters,
               UINT* wrongParameter);
 
-  ReferenceCount references_;
   ComPointer<ITypeInfo> interface_;
   std::map<DISPID, VARIANT> values_;
 };
