@@ -108,7 +108,7 @@ std::optional<std::string> NewBuildProject::AskForSource() {
                     "A build project of all projects of a group file (.vbg), or of all below a "
                     "folder, each queued after those that it uses."};
   while (true) {
-    const auto source = uses_.dialogs.OpenFileOrFolder(choice);
+    auto source = uses_.dialogs.OpenFileOrFolder(choice);
     if (!source || FileExists(uses_.files, *source) || FolderExists(uses_.files, *source)) {
       return source;
     }
