@@ -28,7 +28,6 @@ arguments.add_argument("--seed", type=int, default=1)
 options = arguments.parse_args()
 RANDOM = random.Random(options.seed)
 PER_GROUP = 40  # changes, until a new group is made
-RECORD = "drive_c/Program Files/GorbexBuilder/gorbexbuilder.built"
 history = []  # what was done to the present group
 
 
@@ -196,12 +195,6 @@ class Change:
             os.utime(file, ns=(kept.st_atime_ns, kept.st_mtime_ns))
         group.settle("an edit under an old time")
 
-    def edit_and_undo(group, project, each):
-        kept = each["body"]
-        each["body"] += 1
-        group.write()
-        each["body"] = kept
-
     def build_and_undo(group, project, each):
         each["body"] += 1
         group.write()
@@ -269,9 +262,6 @@ class Change:
         group.settle("broken compatibility", "--break-compat")
         group.write()
 
-    def debug(group, project, each):
-        group.settle("a debug build", "--debug")
-
     def version(group, project, each):
         group.settle("another version", "--version", f"1.{RANDOM.randint(0, 3)}.{RANDOM.randint(0, 2)}")
 
@@ -280,12 +270,6 @@ class Change:
             world.build(["--build-dir", str(world.group / "Other")])
         if group.worlds[0].state() != group.worlds[1].state():
             fail("another folder")
-
-    def torn_record(group, project, each):
-        record = group.worlds[0].prefix / RECORD
-        data = record.read_bytes() if record.exists() else b""
-        start = RANDOM.randint(0, len(data))
-        record.write_bytes(RANDOM.choice([data[:start], data[start:], b"", data[:start] + b"\0x\n" + data[start:]]))
 
 
 CHANGES = [Change.body, *(change for change in vars(Change).values() if callable(change))]

@@ -11,16 +11,10 @@ TEST(JUnitReportTest, TellsOfARunThatWasAborted) {
   RunRecord record({"C:\\a.vbp"});
   record.On(QuestionAnswered{{"Error 61: \r\nDisk full"}, Answer::Abort});
   record.On(RunEnded{RunResult::Aborted, 0, 0, std::chrono::milliseconds(20)});
-  EXPECT_EQ(
-      cli::JUnitReport(record, "C:\\g.bpf"),
-      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-      "<testsuite name=\"C:\\g.bpf\" tests=\"2\" failures=\"0\" errors=\"1\" skipped=\"1\" "
-      "time=\"0.020\">\n"
-      "  <testcase classname=\"C:\\a.vbp\" name=\"a.vbp\" time=\"0.000\"><skipped "
-      "message=\"the run ended before its turn\"/></testcase>\n"
-      "  <testcase classname=\"C:\\g.bpf\" name=\"run\" time=\"0.020\"><error message=\"the run "
-      "was aborted at an error\">Error 61: &#10;Disk full</error></testcase>\n"
-      "</testsuite>\n");
+  EXPECT_NE(cli::JUnitReport(record, "C:\\g.bpf")
+                .find("<error message=\"the run was aborted at an error\">Error 61: &#10;Disk "
+                      "full</error>"),
+            std::string::npos);
 }
 
 TEST(JUnitReportTest, TellsBuiltFailedAndLeftProjectsApart) {

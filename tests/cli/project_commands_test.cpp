@@ -151,7 +151,9 @@ TEST_F(ProjectCommandsTest, InitQueuesDependenciesFirstFromGroupFilesAndFolders)
   }
   EXPECT_EQ(Run({"init", "C:\\Group", "-o", "C:\\new.bpf"}).status, 2)
       << "an existing file is kept";
-  EXPECT_EQ(Run({"init", "C:\\nowhere", "-o", "C:\\other.bpf"}).status, 2);
+  for (const char* source : {"C:\\nowhere", ""}) {
+    EXPECT_EQ(Run({"init", source, "-o", "C:\\other.bpf"}).status, 2) << source;
+  }
 }
 
 TEST_F(ProjectCommandsTest, LineFeedProjectsAreNamedAndConvertedOnRequest) {

@@ -107,34 +107,13 @@ def ended(product):
         until(lambda: not runs(helper.read_text().strip()), "the compiler is ended with what it started", patience=5)
         for path, text in before.items():
             check(path.read_bytes().rstrip(b"\r\n") == text, f"{path} did not get its values back")
-    said = product.run(GORBEX, "build", product.file, core, product.projects[-1], "--yes", "--time-limit", "1",
+    programs = [path for path in product.projects if path.stem in ("StoreTill", "StoreReport")]
+    said = product.run(GORBEX, "build", product.file, *programs, "--yes", "--jobs", "4", "--time-limit", "1",
                        "--compiler", compiler, status=1)
     check("0 built, 2 failed in" in said and said.count("limit of 1 s") == 2, f"both are ended: {said}")
     ended_at_a_question(product, core)
-    ended_side_by_side(product, before)
     product.require_whole_files("at the end")
     product.run(GORBEX, "build", product.file, "--all", "--yes")
-
-
-def ended_side_by_side(product, before):
-    compiler, pids = product.root / "slow-ones", product.root / "pids"
-    compiler.write_text(f'#!/bin/sh\nsleep 300 &\necho $! >>{pids}\nwait\n')
-    compiler.chmod(0o755)
-    programs = [path for path in product.projects if path.stem in ("StoreTill", "StoreReport")]
-    for limit in ([], ["--time-limit", "1"]):
-        pids.unlink(missing_ok=True)
-        process = product.start(GORBEX, "build", product.file, *programs, "--yes", "--debug", "--jobs", "4", *limit,
-                                "--compiler", compiler)
-        until(lambda: pids.exists() and len(pids.read_text().split()) == 2, "the compilers run")
-        if not limit:
-            process.terminate()
-        said = process.communicate(timeout=20)[0]
-        check(process.returncode == 1, f"ended with {process.returncode}: {said}")
-        check("0 built, 2 failed" in said, f"it says what it did: {said}")
-        for pid in pids.read_text().split():
-            until(lambda: not runs(pid), "every compiler is ended with what it started", patience=5)
-        for path, text in before.items():
-            check(path.read_bytes().rstrip(b"\r\n") == text, f"{path} did not get its values back")
 
 
 def ended_at_a_question(product, core):

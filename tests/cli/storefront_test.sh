@@ -149,18 +149,6 @@ failures() { # a version is stamped; only a broken source fails; a missing compi
   [ "$(cat "$product"/*/*.vbp | grep -c CodeViewDebugInfo=0)" = 10 ] || fail "debug values stayed"
 }
 
-inputs_that_are_none() {
-  printf 'breakonerror=perhaps\r\n' >"$scratch/flag.bpf"
-  expect 2 gorbex show "$scratch/flag.bpf"
-  holds "Error 13"
-  expect 2 gorbex
-  expect 2 gorbex init "" -o "$scratch/all.bpf"
-  # A build folder cannot pass further arguments to the compiler.
-  sed 's|^builddir=.*|builddir=C:\\Bin" /run "C:\\x.vbp\r|' "$product/Storefront.bpf" >"$scratch/arguments.bpf"
-  expect 2 gorbex build "$scratch/arguments.bpf"
-  holds "no such build folder"
-}
-
 streams_and_turns() { # lost output is not a success, closed streams do no harm, and runs of one prefix take turns
   local status=0
   gorbex show "$bpf" >/dev/full 2>"$scratch/err" || status=$?
@@ -186,5 +174,5 @@ if [ -n "$emulator" ]; then
   holds 'show property Value got value 7' "$scratch/said"
 fi
 failures
-if [ -z "$emulator" ]; then inputs_that_are_none; streams_and_turns; fi
+if [ -z "$emulator" ]; then streams_and_turns; fi
 echo "storefront: all as expected"
