@@ -42,36 +42,33 @@ TEST(FailurePlace, NamesTheSourceOrElseTheProject) {
   files.AddFile("C:\\It's mine\\Cart.frm", kForm);
   files.AddFile("C:\\Setup.exe", "it is there");
   struct Case {
-    std::string log;
-    std::string problem;
-    std::string place;
+    std::string log, place;
+    std::string problem{};
   };
   const Case cases[] = {
       {"\r\nCompile Error in File 'C:\\It's mine\\Cart.frm', Line 2 : Next without For\r\n"
        "Build of 'P.exe' failed.\r\n",
-       "", "C:\\It's mine\\Cart.frm(13): error: Next without For"},
-      {"compile error in file 'c:\\it's mine\\cart.frm', Line 99999999999999999999 : x", "",
+       "C:\\It's mine\\Cart.frm(13): error: Next without For"},
+      {"compile error in file 'c:\\it's mine\\cart.frm', Line 99999999999999999999 : x",
        "C:\\P.vbp(1): error: compile error in file 'c:\\it's mine\\cart.frm', Line "
        "99999999999999999999 : x"},
-      {"Compile Error in File 'C:\\Gone.cls', Line 2 : Syntax error", "",
+      {"Compile Error in File 'C:\\Gone.cls', Line 2 : Syntax error",
        "C:\\P.vbp(1): error: Compile Error in File 'C:\\Gone.cls', Line 2 : Syntax error"},
-      {"Compile Error in File 'C:\\Setup.exe', Line 0 : Run me", "",
+      {"Compile Error in File 'C:\\Setup.exe', Line 0 : Run me",
        "C:\\P.vbp(1): error: Compile Error in File 'C:\\Setup.exe', Line 0 : Run me"},
       {"\r\nErrors during load. Refer to 'C:\\It's mine\\Cart.log' for details\r\n"
        "'C:\\Cart.frm' could not be loaded.",
-       "",
        "C:\\P.vbp(1): error: Errors during load. Refer to 'C:\\It's mine\\Cart.log' for details"},
-      {"'C:\\NOPE.OCX' could not be loaded", "",
+      {"'C:\\NOPE.OCX' could not be loaded",
        "C:\\P.vbp(1): error: 'C:\\NOPE.OCX' could not be loaded"},
-      {"Compile Error in File '.\\Gone\\..\\It's mine\\Cart.frm', Line 0 : x", "",
+      {"Compile Error in File '.\\Gone\\..\\It's mine\\Cart.frm', Line 0 : x",
        "C:\\It's mine\\Cart.frm(10): error: x"},
       {"Compile Error in File 'C:\\Gone\\..\\It's mine\\Cart.frm', Line 0 : " +
            std::string(9000, 'x'),
-       "",
        "C:\\It's mine\\Cart.frm(10): error: " + std::string(500, 'x') +
            "  ... 8000 characters left out ...  " + std::string(500, 'x')},
-      {"\r\n", "", "C:\\P.vbp(1): error: the compiler wrote an empty result log"},
-      {"", "there is\r\nno compiler", "C:\\P.vbp(1): error: there is  no compiler"}};
+      {"\r\n", "C:\\P.vbp(1): error: the compiler wrote an empty result log"},
+      {"", "C:\\P.vbp(1): error: there is  no compiler", "there is\r\nno compiler"}};
   for (const Case& each : cases) {
     const FailurePlace place = PlaceOfFailure(files, "C:\\P.vbp", each.log, each.problem);
     EXPECT_EQ(place.file + FailureText(place), each.place);

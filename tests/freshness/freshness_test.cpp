@@ -70,76 +70,67 @@ TEST_F(FreshnessTest, TellsForEveryKindOfChangeWhatIsToBeBuiltAndWhy) {
   const std::string picture = "C:\\Group\\Shop\\Shop.frx";
   ASSERT_EQ(Reasons(), "Core:  | Shop: ");
   const std::string library = guid + " leads to another file now (Core.dll)";
+  struct Change {
+    std::function<void()> make, undo;
+  };
+  const auto swapped = [this](const std::string& file, const std::string& from,
+                              const std::string& to) {
+    return Change{[=, this] { Rewrite(file, from, to); }, [=, this] { Rewrite(file, to, from); }};
+  };
+  const auto gone = [&](const std::string& file, const std::string& text) {
+    return Change{[&files, file] { files.Remove(file); },
+                  [&files, file, text] { files.AddFile(file, text); }};
+  };
+  const auto set = [](auto& value, const auto& other) {
+    return Change{[&value, other] { value = other; }, [&value, usual = value] { value = usual; }};
+  };
   struct Case {
     const char* name;
-    std::function<void()> change;
-    std::function<void()> undo;
+    Change change;
     std::string reasons;
   };
   const Case cases[] = {
-      {"touched", [&] { Rewrite(cls, "body", "body"); }, [] {}, "Core:  | Shop: "},
-      {"body", [&] { Rewrite(cls, "body", "BODY"); }, [&] { Rewrite(cls, "BODY", "body"); },
-       "Core: Core.cls changed | Shop: (unless)"},
-      {"member gone", [&] { files.Remove(form); }, [&] { files.AddFile(form, "form"); },
-       "Core:  | Shop: Shop.frm is missing"},
-      {"member is a folder", [&] { files.Remove(form), files.AddFolder(form); },
-       [&] { files.AddFile(form, "form"); }, "Core:  | Shop: Shop.frm cannot be read"},
-      {"companion", [&] { files.AddFile(picture, "y"); }, [&] { files.AddFile(picture, "x"); },
-       "Core:  | Shop: Shop.frx changed"},
-      {"interface", [&] { Rewrite(kCoreBinary, " a", " b"); },
-       [&] { Rewrite(kCoreBinary, " b", " a"); },
+      {"touched", swapped(cls, "body", "body"), "Core:  | Shop: "},
+      {"body", swapped(cls, "body", "BODY"), "Core: Core.cls changed | Shop: (unless)"},
+      {"member gone", gone(form, "form"), "Core:  | Shop: Shop.frm is missing"},
+      {"member is a folder",
+       {[&] { files.Remove(form), files.AddFolder(form); }, [&] { files.AddFile(form, "form"); }},
+       "Core:  | Shop: Shop.frm cannot be read"},
+      {"companion", swapped(picture, "x", "y"), "Core:  | Shop: Shop.frx changed"},
+      {"interface", swapped(kCoreBinary, " a", " b"),
        "Core: Core.dll is not the one that was built | Shop: the interface of Core.dll "
        "changed(unless)"},
-      {"component gone", [&] { files.Remove(kCoreBinary); },
-       [&] { files.AddFile(kCoreBinary, guid + " a\nbody"); },
+      {"component gone", gone(kCoreBinary, guid + " a\nbody"),
        "Core: Core.dll is missing | Shop: Core.dll, which it uses, is missing(unless)"},
-      {"binary gone", [&] { files.Remove("C:\\Out\\Shop.exe"); },
-       [&] { files.AddFile("C:\\Out\\Shop.exe", "exe"); }, "Core:  | Shop: Shop.exe is missing"},
-      {"registered elsewhere", [&] { Register("C:\\Old\\Core.dll"); },
-       [&] { Register(kCoreBinary); },
+      {"binary gone", gone("C:\\Out\\Shop.exe", "exe"), "Core:  | Shop: Shop.exe is missing"},
+      {"registered elsewhere",
+       {[&] { Register("C:\\Old\\Core.dll"); }, [&] { Register(kCoreBinary); }},
        "Core: Core.dll is not the one that is registered | Shop: " + library + "(unless)"},
-      {"blank lines and revision",
-       [&] { Rewrite(kShop, "RevisionVer=9\r\n", "RevisionVer=10\r\n\r\n"); },
-       [&] { Rewrite(kShop, "RevisionVer=10\r\n\r\n", "RevisionVer=9\r\n"); }, "Core:  | Shop: "},
-      {"own debug value", [&] { Rewrite(kShop, "OptimizationType=0", "OptimizationType=1"); },
-       [&] { Rewrite(kShop, "OptimizationType=1", "OptimizationType=0"); },
+      {"blank lines and revision", swapped(kShop, "RevisionVer=9\r\n", "RevisionVer=10\r\n\r\n"),
+       "Core:  | Shop: "},
+      {"own debug value", swapped(kShop, "OptimizationType=0", "OptimizationType=1"),
        "Core:  | Shop: the project file changed"},
-      {"project", [&] { Rewrite(kShop, "Type=", "Title=\"\"\r\nType="); },
-       [&] { Rewrite(kShop, "Title=\"\"\r\nType=", "Type="); },
+      {"project", swapped(kShop, "Type=", "Title=\"\"\r\nType="),
        "Core:  | Shop: the project file changed"},
-      {"project, debug",
-       [&] {
-         Rewrite(kShop, "Type=", "Title=\"\"\r\nType=");
-         options.DebugBuild = "True";
-       },
-       [&] {
-         Rewrite(kShop, "Title=\"\"\r\nType=", "Type=");
-         options.DebugBuild = "False";
-       },
-       "Core:  | Shop: the project file changed; a debug build is wanted"},
-      {"debug", [&] { options.DebugBuild = "True"; }, [&] { options.DebugBuild = "False"; },
-       "Core:  | Shop: a debug build is wanted"},
-      {"version", [&] { options.VersionComponents = "2.0.10"; },
-       [&] { options.VersionComponents = ""; },
+      {"debug", set(options.DebugBuild, "True"), "Core:  | Shop: a debug build is wanted"},
+      {"version", set(options.VersionComponents, "2.0.10"),
        "Core: 2.0.10 is wanted, 1.0.0 was built | Shop: 2.0.10 is wanted, 2.0.9 was built"},
-      {"built version", [&] { options.VersionComponents = "2.00.9"; },
-       [&] { options.VersionComponents = ""; },
+      {"built version", set(options.VersionComponents, "2.00.9"),
        "Core: 2.00.9 is wanted, 1.0.0 was built | Shop: (unless)"},
-      {"compatibility", [&] { options.Compatible = false; }, [&] { options.Compatible = true; },
+      {"compatibility", set(options.Compatible, false),
        "Core: compatibility is to be broken | Shop: compatibility is to be broken"},
-      {"folder", [&] { program.window.buildDirectory = "C:\\New\\"; },
-       [&] { program.window.buildDirectory = "C:\\Out\\"; },
+      {"folder", set(program.window.buildDirectory, "C:\\New\\"),
        "Core: another build folder | Shop: another build folder"},
-      {"compiler", [&] { files.AddFile(kCompiler, "newer"); },
-       [&] { files.AddFile(kCompiler, "compiler"); },
+      {"compiler", swapped(kCompiler, "compiler", "newer"),
        "Core: another compiler | Shop: another compiler"},
-      {"record", [&] { files.AddFile(kRecord, "1" + files.Text(kRecord).substr(1)); }, [] {},
+      {"record",
+       {[&] { files.AddFile(kRecord, "1" + files.Text(kRecord).substr(1)); }, [] {}},
        "Core: never built here | Shop: never built here"},
   };
   for (const Case& each : cases) {
-    each.change();
+    each.change.make();
     EXPECT_EQ(Reasons(), each.reasons) << each.name;
-    each.undo();
+    each.change.undo();
   }
 }
 
