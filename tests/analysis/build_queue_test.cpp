@@ -55,27 +55,18 @@ class BuildQueueTest : public ProgramFixture {
 TEST_F(BuildQueueTest, ArrangePutsRowsBelowTheirsAndReportsThoseItLoses) {
   struct Case {
     Rows rows;
-    Answer answer;
-    std::size_t reports;
     std::string first, second;  ///< the order after the command, and after another one
+    Answer answer = Answer::Abort;
+    std::size_t reports = 0;
   };
   const Rows lost = {{"A", "A"}, {"B", "A"}, {"C", "B"}};
   const Case cases[] = {
-      {{}, Answer::Abort, 0, "", ""},
-      {{{"A", "B"}, {"B", "C"}, {"C", "D"}, {"D", ""}},
-       Answer::Abort,
-       0,
-       "1D 2C- 3B- 4A- ",
-       "1D 2C- 3B- 4A- "},
-      {{{"A", "x"}, {"B", ""}, {"C", "A"}}, Answer::Abort, 0, "1A 2C- 3B ", "1A 2C- 3B "},
-      {{{"A", "B"}, {"B", "C"}, {"C", "A"}, {"D", ""}},
-       Answer::Abort,
-       0,
-       "1B*- 2A*- 3C- 4D ",
-       "1A*- 2C*- 3B- 4D "},
-      {lost, Answer::Ignore, 1, "1B- 2C- ", "1B- 2C- "},
-      {lost, Answer::Abort, 1, "B* C* ", "1B- 2C- "},
-      {{{"A", "x", true}, {"B", "", true}, {"C", ""}}, Answer::Ignore, 1, "1C 2B- ", "1C 2B- "}};
+      {{}, "", ""},
+      {{{"A", "B"}, {"B", "C"}, {"C", "D"}, {"D", ""}}, "1D 2C- 3B- 4A- ", "1D 2C- 3B- 4A- "},
+      {{{"A", "B"}, {"B", "C"}, {"C", "A"}, {"D", ""}}, "1B*- 2A*- 3C- 4D ", "1A*- 2C*- 3B- 4D "},
+      {lost, "1B- 2C- ", "1B- 2C- ", Answer::Ignore, 1},
+      {lost, "B* C* ", "1B- 2C- ", Answer::Abort, 1},
+      {{{"A", "x", true}, {"B", "", true}, {"C", ""}}, "1C 2B- ", "1C 2B- ", Answer::Ignore, 1}};
   for (const Case& c : cases) {
     SCOPED_TRACE(&c - cases);
     Fill(c.rows);

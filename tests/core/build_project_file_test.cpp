@@ -267,6 +267,7 @@ TEST_F(BuildProjectFileTest, ANewOneIsMadeOfAGroupOrFolder) {
   };
   EXPECT_EQ(make("C:\\Group", {Answer::Cancel}), "Cancelled 0");
   EXPECT_EQ(make("C:\\Group", {Answer::Yes}), "3 projects queued 3");
+  EXPECT_EQ(program.window.lvwQueue.Selected(), &program.window.lvwQueue.At(1));
   EXPECT_EQ(platform.files.Text(lineFeeds), "Type=Exe\r\nName=\"Lf\"\r\n");
   EXPECT_TRUE(program.buildProject.Changed());
   EXPECT_EQ(program.options.BuildPath + program.options.VersionComponents, "");
