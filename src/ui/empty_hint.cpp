@@ -34,11 +34,12 @@ EmptyHint::EmptyHint(wxWindow* parent, CommandIds& ids, const wxString& text,
   sizer->Add(buttons, wxSizerFlags().Centre());
   sizer->AddStretchSpacer(1);
   SetSizer(sizer);
-  SetMinSize(FromDIP(wxSize(80, 60)));  // its text is wrapped
+  SetMinSize(wxSize(FromDIP(80), wxDefaultCoord));  // its text is wrapped
   Bind(wxEVT_SIZE, [this, label, text, buttons](wxSizeEvent& event) {
     const int room = GetClientSize().x - FromDIP(16);
     label->SetLabel(text);
     label->Wrap(room);
+    label->InvalidateBestSize();
     buttons->SetOrientation(wxHORIZONTAL);
     if (buttons->CalcMin().x > room) buttons->SetOrientation(wxVERTICAL);
     event.Skip();
