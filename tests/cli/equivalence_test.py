@@ -246,10 +246,6 @@ class Change:
         for world in group.worlds:
             world.run("unregister", str(world.group / "Bin" / f"{project.name}.dll"))
 
-    def remove_binary(group, project, each):
-        for file in files(group, f"Bin/{project.name}.dll"):
-            file.unlink(missing_ok=True)
-
     def replace_binary(group, project, each):
         other = RANDOM.choice(group.projects).name
         for world in group.worlds:
