@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <utility>
 
 #include "tests/ui/window_fixture.h"
 #include "ui/state_list.h"
@@ -16,32 +15,6 @@ using ui::ProjectTree;
 using ui::StateList;
 
 using FailedPaneTest = WindowFixture;
-
-TEST_F(FailedPaneTest, ListsEveryFailedProjectWithWhatTheCompilerWrote) {
-  std::filesystem::rename(bench.Product() / "Core/modErrors.bas", bench.Product() / "kept");
-  Open(kProduct);
-  frmBuilder& window = program->window;
-  const auto build = [&](const std::string& folderName) {
-    window.lvwQueue.Select(window.lvwQueue.Find(Path(folderName)));
-    window.menu.mnuQueueBuild.Execute();
-    User::Waits();
-  };
-  build("Core");
-  const wxString log = The<wxTextCtrl>("txtLogFile").GetValue();
-  EXPECT_NE(log.Find("\n===================="), wxNOT_FOUND) << log;
-  EXPECT_NE(log.Find("modErrors.bas"), wxNOT_FOUND) << "it told of no build: " << log;
-  EXPECT_EQ(log.Find("VBResult"), wxNOT_FOUND);
-
-  const std::string compiler = std::exchange(window.compilerPath, "C:\\gone.exe");
-  build("Money");
-  EXPECT_NE(The<wxTextCtrl>("txtLogFile").GetValue().Find("not found: 'C:\\gone.exe"), wxNOT_FOUND);
-  window.compilerPath = compiler;
-  std::filesystem::rename(bench.Product() / "kept", bench.Product() / "Core/modErrors.bas");
-  Build();
-  EXPECT_EQ(Icons().find("builderror"), std::string::npos);
-  User::Waits();
-  EXPECT_EQ(Shown("txtLogFile"), nullptr) << "nothing failed in the last run";
-}
 
 TEST_F(FailedPaneTest, LeadsFromARedRowToItsFailureAndBackAgain) {
   for (const char* file : {"Core/modErrors.bas", "Money/Amount.cls"}) {

@@ -167,20 +167,6 @@ TEST_F(MainWindowTest, LinksWhatIsInForceToWhereItIsSet) {
   EXPECT_TRUE(wxRect(line.GetClientSize()).Contains(line.PlaceOf(2))) << "its end is in sight";
 }
 
-TEST_F(MainWindowTest, TellsHowManyAStoppedRunLeft) {
-  Open(kProduct);
-  const auto listening = program->run.events.Connect([&](const RunEvent& event) {
-    const auto* started = std::get_if<ProjectStarted>(&event);
-    if (started != nullptr && started->number == 2) program->run.mnuFileStop_Click();
-  });
-  user.Presses(WXK_F7);
-  ASSERT_TRUE(User::Sees([&] { return Icons().starts_with("buildok buildok"); }));
-  ASSERT_TRUE(User::Sees([&] { return !program->work.Goes(Task::Run); }));
-  const auto rows = program->window.lvwQueue.Count();
-  EXPECT_EQ(frame->GetStatusBar()->GetStatusText(2),
-            wxString::Format("stopped: 2 built, %zu not built", rows - 2));
-}
-
 TEST_F(MainWindowTest, StaysOpenUntilTheRunningProjectIsDone) {
   Open(kProduct);
   dialogs.answers = {Answer::Yes};
@@ -199,22 +185,6 @@ TEST_F(MainWindowTest, StaysOpenUntilTheRunningProjectIsDone) {
             "project is done?");
   EXPECT_FALSE(closedEarly);
   EXPECT_EQ(Icons().substr(0, 26), "buildok buildok vbproject ");
-}
-
-TEST_F(MainWindowTest, MakesABuildProjectOfAFolderAndAddsSeveralProjects) {
-  Open();
-  dialogs.choices = {"C:\\Storefront"};
-  user.Presses('N', wxMOD_CONTROL | wxMOD_SHIFT);
-  const auto queued = program->window.lvwQueue.Count();
-  EXPECT_GE(queued, 8U);
-  ASSERT_NE(Shown("tvwProjects"), nullptr);
-  const std::string first = program->window.lvwQueue.SelectedRow().Key();
-  EXPECT_EQ(first, program->window.lvwQueue.At(1).Key());
-  EXPECT_EQ(program->window.tvwProjects.Selected()->Key(), "x)" + first);
-  program->window.menu.mnuFileNew.Execute();
-  dialogs.choices = {Path("Money") + "|" + Path("Core")};
-  user.Presses('A', wxMOD_CONTROL | wxMOD_SHIFT);
-  EXPECT_EQ(program->window.ProjectMembers.Count(), 2U);
 }
 
 }  // namespace
