@@ -49,7 +49,7 @@ wxColour PaleSelectionColour() {
 // Some systems' own colour for links cannot be told from the background.
 wxColour LinkColour() {
   constexpr double kLeast = 0.35;
-  const wxColour system = wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT);
+  wxColour system = wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT);
   const wxColour back = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
   if (std::abs(system.GetLuminance() - back.GetLuminance()) >= kLeast) return system;
   return IsDark() ? wxColour(110, 170, 255) : wxColour(0, 90, 180);
