@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kResultLog = "VBResult.log";
 // Windows of the program, reports and build servers get no more of one compiler's words.
-constexpr std::size_t kMostWords = 64 * 1024;
+constexpr std::size_t kMostWords = std::size_t{64} * 1024;
 constexpr std::string_view kOwnTurn = "Another project is being compiled";
 constexpr std::string_view kEnded = "the compiler was ended before it was done";
 constexpr std::string_view kOthersTurn = "Another program is building; try again when it is done";

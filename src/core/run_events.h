@@ -111,8 +111,8 @@ struct RunEnded {
   std::vector<std::string> unamended{};  ///< project files that could not be changed as asked
   int upToDate = 0;
 };
-/// Every project of the run is passed, and its result is certain. What the user is told of it, and
-/// a test project, come between this and RunEnded.
+/// Every project of the run is passed, and its result is certain. Messages to the user and the test
+/// project come between this and RunEnded.
 struct RunDone {
   RunEnded end;
 };
@@ -129,8 +129,8 @@ using RunEvents = Signal<RunEvent>;
 [[nodiscard]] std::string LeftText(const std::optional<TimeEstimate>& estimate,
                                    std::chrono::milliseconds ago);
 
-/// Why a run did not come to its end, or not as asked, such as "there is no compiler"; empty for
-/// one that did.
+/// The reason why a run ended early or otherwise than asked, such as "there is no compiler"; empty
+/// for other runs.
 [[nodiscard]] std::string_view ProblemOf(const RunEnded& end);
 
 /// How far a run is that told its pace so long ago, such as "4 of 10 done, 3 building, about 40 s
