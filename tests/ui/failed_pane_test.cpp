@@ -22,8 +22,11 @@ TEST_F(FailedPaneTest, LeadsFromARedRowToItsFailureAndBackAgain) {
   }
   Open(kProduct);
   frame->SetSize(wxRect(0, 0, 800, 600));
-  User::Waits();
   auto& queue = The<StateList>("lvwQueue");
+  // The parts follow the window a moment later.
+  ASSERT_TRUE(User::Sees(
+      [&] { return frame->ScreenToClient(queue.GetScreenRect().GetBottomLeft()).y < 600; }));
+  User::Waits();
   const int height = queue.GetSize().y;
   Build();
   User::Waits();
@@ -40,7 +43,7 @@ TEST_F(FailedPaneTest, LeadsFromARedRowToItsFailureAndBackAgain) {
   EXPECT_TRUE(text().StartsWith(Path("Money"))) << text();
   user.Presses(WXK_F8, wxMOD_CONTROL);
   EXPECT_EQ(Shown("failedProjects"), nullptr);
-  EXPECT_EQ(queue.GetSize().y, height) << "it has its room again";
+  EXPECT_TRUE(User::Sees([&] { return queue.GetSize().y == height; })) << "it has its room again";
   user.Presses(WXK_F8, wxMOD_CONTROL);
   ASSERT_NE(Shown("failedProjects"), nullptr);
   user.Presses(WXK_HOME);
