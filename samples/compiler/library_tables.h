@@ -15,7 +15,7 @@
 
 namespace gorbex::standin {
 
-/// In place of an offset: there is no such thing.
+/// The offset of a part that is missing.
 inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 inline constexpr char kFiller = 'W';

@@ -129,8 +129,8 @@ using RunEvents = Signal<RunEvent>;
 [[nodiscard]] std::string LeftText(const std::optional<TimeEstimate>& estimate,
                                    std::chrono::milliseconds ago);
 
-/// The reason why a run ended early or otherwise than asked, such as "there is no compiler"; empty
-/// for other runs.
+/// Says why a run ended early, such as "there is no compiler", or could not change project files.
+/// It is empty for other runs.
 [[nodiscard]] std::string_view ProblemOf(const RunEnded& end);
 
 /// How far a run is that told its pace so long ago, such as "4 of 10 done, 3 building, about 40 s
