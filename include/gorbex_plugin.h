@@ -1,9 +1,10 @@
 /*
  * Plug-ins of GorbexBuilder on Linux: components whose classes and user controls the component test
  * can create by name. A plug-in is a shared library that exports the one function declared at the
- * end of this file; plugins.md beside it tells how to build, register and try one.
+ * end of this file. The page plugins.md tells how to build, register and try one; it is in docs/,
+ * and is installed in share/doc/gorbexbuilder/docs.
  *
- * What holds for every call:
+ * These rules hold for every call:
  *
  * - Threads. The host calls from one thread, and the plug-in calls the host only from that thread,
  *   during a call of the host.
@@ -29,8 +30,8 @@
 extern "C" {
 #endif
 
-/* The version of this interface. It changes when old plug-ins can no longer be called; members that
- * are merely added behind the last one of a table change its `size` alone. */
+/* The version of this interface. It changes when old plug-ins can no longer be called. Members
+ * added after the last one of a table change only the table's `size`. */
 enum { GORBEX_PLUGIN_ABI = 1 };
 
 enum {
@@ -78,11 +79,11 @@ enum GorbexPointerButton {
 typedef struct GorbexPointer {
   uint32_t action; /* GorbexPointerAction */
   uint32_t button; /* GorbexPointerButton */
-  int32_t x;       /* pixels from the control's top left corner; may lie outside it */
+  int32_t x;       /* pixels from the control's top left corner; may be outside it */
   int32_t y;
 } GorbexPointer;
 
-/* What an instance may ask of its host. The table is the instance's own, from `create` until
+/* The functions of the host for an instance. The table is the instance's own, from `create` until
  * `destroy` has returned. */
 typedef struct GorbexHost {
   uint32_t size; /* of this table in bytes, as the host knows it */
@@ -92,7 +93,7 @@ typedef struct GorbexHost {
   void (*repaint)(void* site);
 } GorbexHost;
 
-/* What a user control has besides its properties. */
+/* The functions of a user control, besides its properties. */
 typedef struct GorbexControl {
   uint32_t size; /* sizeof(GorbexControl) */
 
@@ -102,7 +103,7 @@ typedef struct GorbexControl {
   /* Draws the whole control, as large as the pixels are. */
   int32_t (*paint)(void* instance, const GorbexPixels* to);
 
-  /* What the user does. Null for a control that does not listen. */
+  /* Tell what the user does. Null for a control that does not listen. */
   int32_t (*pointer)(void* instance, const GorbexPointer* event);
   int32_t (*key_press)(void* instance, uint32_t character); /* by its Unicode number */
 } GorbexControl;
@@ -139,7 +140,7 @@ typedef struct GorbexClass {
 /*
  * The plug-in's one exported function: the class of a CLSID, or null when the plug-in has no such
  * class. The CLSID is in upper case with its braces. A plug-in that was made for another version of
- * the interface than `host_abi` hands out its own tables all the same: the host looks at `abi`.
+ * the interface than `host_abi` still hands out its own tables: the host looks at `abi`.
  */
 GORBEX_EXPORT const GorbexClass* gorbex_plugin_class(uint32_t host_abi, const char* clsid);
 

@@ -11,8 +11,8 @@
 
 namespace gorbex {
 
-/// Keeps what is shown of compiled projects true: a build writes compatibility and version into
-/// their files, and registers what it built.
+/// Updates the display of compiled projects: a build writes compatibility and version into their
+/// files, and registers their components.
 class CompiledProjects {
  public:
   struct Uses {

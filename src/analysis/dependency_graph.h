@@ -16,7 +16,7 @@ class DependencyGraph {
  public:
   DependencyGraph(const MemberCollection& members, const GroupDependency& group);
 
-  /// A graph of which UsesOf is known.
+  /// A graph whose UsesOf is given.
   explicit DependencyGraph(std::vector<std::vector<std::size_t>> uses) : uses_(std::move(uses)) {}
 
   [[nodiscard]] std::size_t Count() const { return uses_.size(); }

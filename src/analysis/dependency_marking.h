@@ -30,7 +30,7 @@ class DependencyMarking {
   void MarkProject(const TreeNode& project);
   void ScanLoadedProjects();
 
-  /// From now on loading marks nothing: for who judges references in another way.
+  /// From now on loading marks nothing, for a command that judges references in another way.
   void LeaveLoadedUnmarked() { marksLoaded_ = false; }
 
   /// Marks every node of the tree again.

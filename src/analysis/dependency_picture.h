@@ -41,16 +41,16 @@ class DependencyPicture {
   /// Lays the group out again, as its projects are now.
   void Refresh();
 
-  /// Takes what has changed, while the form is visible. To be called when the program is idle.
+  /// Takes all changes over if the form is visible. To be called when the program is idle.
   void CatchUp();
 
   [[nodiscard]] const GroupLayout& Layout() const { return layout_; }
 
-  /// By number.
+  /// Projects and states by the project's number.
   [[nodiscard]] const std::vector<PictureProject>& Projects() const { return projects_; }
   [[nodiscard]] ProjectState StateOf(std::size_t project) const { return states_[project]; }
 
-  /// What a front end tells of a project when asked, in lines (UTF-8).
+  /// Lines about a project (UTF-8) that a front end shows on request.
   [[nodiscard]] std::string NoteOf(std::size_t project) const;
 
   /// The project whose box is at a point of the picture.

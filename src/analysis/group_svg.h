@@ -20,8 +20,8 @@ struct PictureProject {
 
 [[nodiscard]] std::vector<std::string> NamesOf(const std::vector<PictureProject>& projects);
 
-/// How far a picture of a group tells everything: such as "12 projects in 3 levels, 20 lines. Each
-/// project is to the right of those that it uses."
+/// The caption of a group's picture: its size and, in a large group, the number of lines left out.
+/// Such as "12 projects in 3 levels, 20 lines. Each project is to the right of those that it uses."
 [[nodiscard]] std::string PictureSummary(const GroupLayout& layout);
 
 /// The picture as an SVG document (UTF-8), which can also be put into an HTML page: its styles

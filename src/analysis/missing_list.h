@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// The procedures of the list of missing components.
+/// Fills and serves the form of the missing components.
 class MissingList {
  public:
   /// Connects the form's controls. All must outlive the list.
@@ -20,8 +20,8 @@ class MissingList {
 
   void mnuToolsMissing_Click();
 
-  /// Takes the components from the tree's marks as they are now; the selections stay. Whoever shows
-  /// a number or the form calls it when all marks are new. The number of components.
+  /// Reads the components off the tree's present marks; the selections stay. To be called when all
+  /// marks have been set again. Returns the number of components.
   std::size_t Refresh();
 
  private:

@@ -17,13 +17,13 @@ class PictureView {
   /// change, until it is moved or zoomed.
   void Fit();
 
-  /// Shows the picture at 100 %, with what is in the middle still there.
+  /// Shows the picture at 100 %; its middle stays in the middle.
   void ShowFull();
 
-  /// Makes it larger or smaller; what is at a place of the window stays there.
+  /// Makes it larger or smaller around a point of the window.
   void Zoom(double factor, const PicturePoint& window);
 
-  /// Moves what is shown, as a hand does that drags the picture.
+  /// Moves the picture as a hand that drags it.
   void Move(double x, double y);
 
   /// Moves as little as it takes to show a box whole, with some room around it.

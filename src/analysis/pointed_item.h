@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// What somebody points at in the window, as far as it has a file and an identity.
+/// The item that the user points at in the window.
 struct PointedItem {
   std::string path;  ///< full; empty for none
   std::string guid;  ///< with braces; empty for none

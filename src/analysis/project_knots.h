@@ -12,7 +12,7 @@ namespace gorbex {
 struct ProjectKnots {
   explicit ProjectKnots(const DependencyGraph& graph);
 
-  /// By knot: 0 uses no other; else one above the highest that it uses.
+  /// The level of each knot: 0 when it uses no other, else one above the highest that it uses.
   [[nodiscard]] std::vector<std::size_t> Levels() const;
 
   /// Leaves out uses that others imply.

@@ -40,14 +40,13 @@ class ReferenceUpdate {
   using IsComing = std::function<bool(const std::string& projectKey)>;
 
   /// The component files of projects above that have no identity: an update would leave the
-  /// project's references to them empty. A project that `isComing`
-  /// says is built first counts as if its component had an identity.
+  /// project's references to them empty. A project that is built before, as `isComing` tells,
+  /// counts as if its component had an identity.
   [[nodiscard]] std::vector<std::string> ComponentsWithoutIdentity(const std::string& projectKey,
                                                                    const IsComing& isComing) const;
 
   /// Replaces every occurrence of a text, in any letter case, in one pass. Clears the file's
-  /// attributes before it is written back.
-  /// False when the file could not be rewritten.
+  /// attributes before it is written back. False when the file could not be rewritten.
   bool ReplaceInFile(const std::string& file, std::string_view oldText, std::string_view newText);
 
  private:

@@ -5,10 +5,10 @@
 
 namespace gorbex {
 
-/// Here is the next hit as well, unless the selection is one itself.
+/// Here means the selection if it is a hit, else the next hit.
 enum class SearchDirection { Next, Previous, Here };
 
-/// Which of all hits was selected, from 1; 0 of 0 when there is none.
+/// The number of a hit, from 1, and of how many; 0 of 0 when there is none.
 struct SearchHit {
   std::size_t number = 0;
   std::size_t of = 0;
@@ -26,7 +26,7 @@ class SearchHits {
     if (&item == selected_) after_ = items_.size();
   }
 
-  /// The hit that the direction leads to; after the last one comes the first.
+  /// The hit in a direction; the first follows the last.
   [[nodiscard]] SearchHit Hit(SearchDirection direction) const {
     const std::size_t count = items_.size();
     if (count == 0) return {};

@@ -23,9 +23,9 @@ class BuildRun {
   /// rows stay as they are.
   void BuildAgain(std::set<std::string> projects);
 
-  /// Ends the run after the project being built; asked again, or outside a run, offers to end the
-  /// program that is being waited for. The test project that a run ends with is not stopped by the
-  /// first: the user has it open.
+  /// Ends the run after the project being built. Asked again, or outside a run, offers to end the
+  /// program that is being waited for. During the test project at the end of a run, the first call
+  /// only tells that the project is running.
   void mnuFileStop_Click();
 
   /// Ends the run without asking: ends the program being waited for, gives its project its values
@@ -55,7 +55,8 @@ class BuildRun {
   [[nodiscard]] TimeLeft::Durations LastDurations(const RunState& run) const;
   [[nodiscard]] Pass BuildProject(Procedure& on, ProjectBuild& build);
 
-  /// Makes the next run possible. The inbox stays unchecked, which the status bar tells.
+  /// Makes the next run possible. No requests by mail are served until the service is switched off
+  /// and on, and the status bar says so.
   void RecoverFromAbort();
 
   /// The result so far.

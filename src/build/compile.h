@@ -21,7 +21,7 @@
 
 namespace gorbex {
 
-/// Whether a project was not loaded because its file is missing, as it still is.
+/// Whether a project was not loaded because its file was missing, and the file is still missing.
 [[nodiscard]] bool IsGone(const std::string& path, const MemberCollection& members,
                           const FileReader& files);
 
@@ -49,7 +49,7 @@ class Compile {
   /// As CompileProject, but into the project's own output folder instead of the build directory.
   bool CompileInPlace(const std::string& projectPath);
 
-  /// A compile that goes on, one of several of a run. It must not outlive the program's parts.
+  /// A compile at work, one of several of a run. It must not outlive the program's parts.
   class Going {
    public:
     /// Waits for the compiler's end at most for the patience given. True at once when no compiler
@@ -66,9 +66,9 @@ class Compile {
     std::shared_ptr<void> task_;
   };
 
-  /// Starts to compile a loaded project into the build directory, for a run, which has one place
-  /// for each of its compilers, numbered from 1: each place has its own result log. Whatever keeps
-  /// the compiler from starting is told by Finish.
+  /// Starts to compile a loaded project into the build directory, for a run. The run has a place
+  /// for each of its compilers, numbered from 1, and each place has its own result log. When the
+  /// compiler cannot be started, Finish tells why.
   [[nodiscard]] Going Start(const std::string& projectPath, std::size_t place);
 
   /// Judges a compile that has ended, and announces it.
@@ -81,7 +81,8 @@ class Compile {
   /// line, while another command or another program builds.
   [[nodiscard]] std::shared_ptr<void> BeginBuild();
 
-  /// Whether a result log tells of success. The text of a failure is added to the log text box.
+  /// Whether a result log tells of success. The text of a failed build is added to the log text
+  /// box.
   bool CheckLogFile(const std::string& logPath, const std::string& projectPath);
 
   /// Tells the user that a compiler is needed and lets him choose one, when there is none. Settings

@@ -13,7 +13,7 @@
 namespace gorbex {
 
 /// The debug values that a debug build gives one project for the time of its compile. The replaced
-/// values are written back at the end, also when an error ends the run in its midst.
+/// values are written back at the end, also when an error ends the run early.
 class DebugBuild {
  public:
   DebugBuild(const clsOptions& options, ProjectValue& values, ReplacedValues& replaced,

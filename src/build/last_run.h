@@ -15,17 +15,17 @@
 
 namespace gorbex {
 
-/// The build project, the begin and the settings of a run.
+/// The build project, the start time and the settings of a run.
 struct RunTerms {
   std::string file;  ///< the build project; empty for one that was never saved
   CivilTime begun;
   std::string terms;       ///< the settings in force, on one line
   std::string compiler;    ///< empty for none
-  std::string version;     ///< that was stamped; empty for none
+  std::string version;     ///< that the run stamps; empty for none
   std::size_t places = 1;  ///< the number of compilers that may run side by side
 };
 
-/// Of a run that begins now.
+/// The terms of a run that begins now.
 [[nodiscard]] RunTerms TermsOfRun(frmBuilder& window, const clsOptions& options,
                                   const Clock& clock);
 

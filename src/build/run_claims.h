@@ -17,8 +17,8 @@ struct RunClaims {
   std::vector<std::string> exclusive;
 };
 
-/// Of a build into a folder (empty: the project's own). A project file that cannot be read tells of
-/// no sources.
+/// The claims of a build into a folder (empty: the project's own). Without sources when the project
+/// file cannot be read.
 [[nodiscard]] RunClaims ClaimsOf(const clsMember& project, const std::string& folder,
                                  const FileReader& files);
 

@@ -22,7 +22,8 @@
 
 namespace gorbex {
 
-/// The keys of rows that a run takes instead of the checked ones; nothing for a run over these.
+/// The keys of rows that a run takes instead of the checked ones; nothing for a run over the
+/// checked ones.
 using RowsToRepeat = std::optional<std::set<std::string>>;
 
 /// The rows of a run, and its results so far.

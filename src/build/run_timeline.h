@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// The time of one project of a run, from the run's begin.
+/// The time of one project, measured from the start of the run.
 struct TimelineBar {
   std::size_t project = 0;  ///< its number in the record
   std::size_t place = 1;    ///< of its compiler, from 1: the lane
@@ -22,8 +22,8 @@ struct TimelineBar {
 
 /// When and where the projects of a run were built.
 struct RunTimeline {
-  std::vector<TimelineBar> bars;          ///< of the projects that have begun, by their start
-  std::vector<std::size_t> criticalPath;  ///< bars from the first to the one that ends last
+  std::vector<TimelineBar> bars;                  ///< one for each project that has begun, by start
+  std::vector<std::size_t> criticalPath;          ///< numbers of bars, up to the one that ends last
   std::vector<std::optional<std::size_t>> barOf;  ///< by project; nothing before it has begun
   std::size_t places = 0;
   std::chrono::milliseconds length{0};  ///< up to the last end, or to the present
@@ -32,9 +32,10 @@ struct RunTimeline {
   [[nodiscard]] std::vector<std::size_t> Slowest() const;
 };
 
-/// The timeline of a run that has lasted so long. `uses` are those of UsesInRun, by the record's
-/// numbers. The critical path leads back from the project that ended last: each project of it
-/// waited for the one before, because it uses that or had to have its place, whichever ended later.
+/// The timeline of a run that has lasted for `length`. `uses` comes from UsesInRun, by the record's
+/// numbers. The critical path leads back from the project that ended last. Each of its projects
+/// waited for the one before it: for a project that it uses, or for the one that had its place,
+/// whichever ended later.
 [[nodiscard]] RunTimeline TimelineOf(const RunRecord& record,
                                      const std::vector<std::vector<std::size_t>>& uses,
                                      std::chrono::milliseconds length);

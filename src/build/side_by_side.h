@@ -27,8 +27,8 @@ class SideBySide {
  public:
   SideBySide(const RunParts& parts, RunState& run, RunEvents& events, std::size_t places);
 
-  /// Waits for the compilers that still run when an error has ended the run in its midst, and
-  /// records their results.
+  /// Waits for the compilers that still run when an error has ended the run early, and records
+  /// their results.
   ~SideBySide();
   SideBySide(const SideBySide&) = delete;
   SideBySide& operator=(const SideBySide&) = delete;

@@ -17,10 +17,10 @@ class TimeLeft {
 
   TimeLeft() = default;
 
-  /// Of the last builds, in the order of the run.
+  /// Takes the durations of the last builds, in the order of the run.
   explicit TimeLeft(const Durations& last);
 
-  /// From the begin of a project, numbered from 1. Nothing when no duration is known.
+  /// The estimate at the start of a project, numbered from 1. Nothing when no duration is known.
   [[nodiscard]] std::optional<TimeEstimate> From(std::size_t number) const;
 
  private:

@@ -10,7 +10,7 @@
 
 namespace gorbex {
 
-/// The procedures of the list of findings.
+/// Fills and serves the form of the findings.
 class CheckList {
  public:
   /// Connects the form's controls. All must outlive the list.

@@ -25,7 +25,7 @@ void CheckProjectFiles(const CheckedGroup& group, Findings& found) {
   finding.text = finding.projects.size() == 1
                      ? problem + "; the compiler wants CR LF"
                      : std::to_string(finding.projects.size()) +
-                           " project files have lines that end with LF or CR alone; the compiler "
+                           " project files have lines that end with LF or CR only; the compiler "
                            "wants CR LF";
   found.push_back(std::move(finding));
 }
@@ -51,7 +51,7 @@ void CheckSources(CheckedGroup& group, Findings& found) {
   finding.text = paths.size() == 1 ? problem + "; the compiler wants CR LF"
                                    : std::to_string(paths.size()) + " sources of " +
                                          Counted(finding.projects.size(), "project", "projects") +
-                                         " have lines that end with LF or CR alone; the compiler "
+                                         " have lines that end with LF or CR only; the compiler "
                                          "wants CR LF";
   found.push_back(std::move(finding));
 }

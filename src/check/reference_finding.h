@@ -8,8 +8,8 @@
 
 namespace gorbex {
 
-/// A finding on a component, with the projects whose uses are given, at least one. The text is
-/// completed by their number.
+/// A finding about a component and the projects of these uses, at least one. Their number is added
+/// to the text.
 [[nodiscard]] inline Finding FindingOn(const CheckedReference& reference,
                                        const std::vector<const CheckedReference::Use*>& uses,
                                        const std::string& text) {

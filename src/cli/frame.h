@@ -25,7 +25,7 @@ class Failure : public std::runtime_error {
   ExitStatus status_;
 };
 
-/// In characters.
+/// The size of a terminal, in characters.
 struct TerminalSize {
   std::size_t columns = 80;
   std::size_t rows = 24;
@@ -40,7 +40,7 @@ struct Streams {
   bool animates = false;     ///< `err` is a terminal
   bool movesCursor = false;  ///< that terminal knows codes that move the cursor
 
-  /// Reads a line that the terminal does not show; nothing at the end of the input.
+  /// Reads a line while the terminal does not show what is typed; nothing at the end of the input.
   std::function<std::optional<std::string>()> readSecret{};
   std::string password{};  ///< for logins when nobody is there to ask (UTF-8)
 

@@ -47,11 +47,11 @@ class Session {
   /// not loaded.
   [[nodiscard]] std::string LoadedProject(const std::string& typedPath) const;
 
-  /// Keeps other programs from building until the result is let go of. Waits for one that builds
-  /// already; null when the system wishes the program's end meanwhile.
+  /// Keeps other programs from building until the result is released. Waits for a program that
+  /// builds already; null when the system wishes the program's end meanwhile.
   [[nodiscard]] std::shared_ptr<void> BuildAlone() const;
 
-  /// Keeps other programs from changing build projects until the result is let go of.
+  /// Keeps other programs from changing build projects until the result is released.
   [[nodiscard]] std::shared_ptr<void> ChangeAlone() const;
 
   [[nodiscard]] Host& host() const { return *host_; }

@@ -12,13 +12,13 @@
 
 namespace gorbex::cli {
 
-/// Kept beside those of the settings object, and of no concern to it.
+/// Stored beside the settings of the settings object, which does not know them.
 inline constexpr std::array kOtherSettings{
     session_setting::kIniPath,    session_setting::kUser, mail_setting::kStore,
     mail_setting::kTransport,     mail_setting::kFrom,    mail_setting::kTokenCommand,
     mail_setting::kAllowedSenders};
 
-/// Of all that can be shown and changed.
+/// The names of all settings that can be shown and changed.
 [[nodiscard]] std::vector<std::string> SettingNames();
 
 /// The value for a program.

@@ -20,14 +20,14 @@ class ActivityLog {
   /// lost after a message.
   void WriteLog(const std::string& text, bool timeStamp = true);
 
-  /// From now on lines are added to a text instead of the file, for somebody who writes them there
-  /// together; null ends that. Gives what was in its place.
+  /// From now on lines are added to this text instead of the file, until this is called with null;
+  /// WriteCollected writes them. Returns the text that was in use before.
   std::string* Collect(std::string* into) { return std::exchange(collected_, into); }
 
   /// Writes lines that were collected. They are lost after a message when that fails.
   void WriteCollected(const std::string& lines);
 
-  /// Where the log files lie, without a trailing "\".
+  /// The folder of the log files, without a trailing "\".
   [[nodiscard]] std::string Folder() const;
 
   /// The file of one day named "ddmmyyyy".

@@ -48,7 +48,7 @@ class BuildProjectFile {
     IsAskedAbout,  ///< one question names the missing files and offers to remove them
     IsKept,        ///< missing ones stay in the build project; see Missing()
     IsRemoved,     ///< missing ones are taken out of the build project
-    IsLeftOut,     ///< of what is shown, as are all rows without a project: for who only looks
+    IsLeftOut,     ///< not shown, nor are rows without a project: for commands that only look
   };
 
   /// Loads a file in place of the open build project and tells of the projects that are not sound.
@@ -57,14 +57,14 @@ class BuildProjectFile {
   /// project then has no file name.
   bool LoadProject(const std::string& path, Unread unread = Unread::IsAskedAbout);
 
-  /// Loads a file and shows what is then open in the title. False as LoadProject.
+  /// As LoadProject, and shows the open build project in the title.
   bool OpenProject(const std::string& path, Unread unread = Unread::IsAskedAbout);
 
   /// The project files that were missing when the build project was loaded and that are kept in it:
-  /// saving writes their lines again. Queue rows of theirs are grey.
+  /// saving writes their lines again. Their rows in the queue are grey.
   [[nodiscard]] const std::vector<std::string>& Missing() const { return missing_; }
 
-  /// The project of a queue row that was left out.
+  /// A row of the queue was left out: its project.
   Signal<std::string> rowLeftOut;
 
   /// Writes the file and moves it to the top of the recent files. False when an error was answered
@@ -122,8 +122,8 @@ class BuildProjectFile {
 
   Uses uses_;
   std::vector<std::string> leftOut_;  ///< projects of the open file that could not be read
-  std::vector<std::string> missing_;  ///< those with lines of their own first
-  std::size_t missingLines_ = 0;      ///< how many have lines of their own
+  std::vector<std::string> missing_;  ///< those with a project line come first
+  std::size_t missingLines_ = 0;      ///< how many have a project line
   std::unordered_set<std::string> isMissing_;
   bool notesMissing_ = false;        ///< projects that are missing are noted, not read
   std::optional<std::string> kept_;  ///< the text of the open file; nothing while it has no file

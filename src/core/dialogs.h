@@ -29,7 +29,7 @@ struct FileChoice {
   std::string typed{};    ///< a path to begin with
 };
 
-/// The answer that changes nothing and ends the asking command: for a front end that nobody
+/// The answer that changes nothing and ends the asking command, for a front end that nobody
 /// watches.
 [[nodiscard]] constexpr Answer SafeAnswer(Buttons buttons) {
   switch (buttons) {
@@ -56,7 +56,7 @@ class Dialogs {
   /// None when it was cancelled.
   virtual std::vector<std::string> OpenFiles(const FileChoice& choice) = 0;
 
-  /// A file as of OpenFile, or a folder.
+  /// As OpenFile, but a folder can be chosen, too.
   virtual std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) = 0;
   virtual std::optional<std::string> SaveFile(const FileChoice& choice) = 0;
   virtual std::optional<std::string> BrowseForDir(const std::string& title) = 0;

@@ -18,10 +18,10 @@ struct EditorCall {
 /// one.
 [[nodiscard]] std::optional<std::string> EditorProblem(std::string_view setting);
 
-/// What the setting Editor starts for a file (UTF-8) and a line from 1. The setting is a program,
-/// in double quotes when its path has blanks, and arguments in which %FILE% and %LINE% stand for
-/// file and line; without %FILE% the file is the last argument. No shell reads them: a file is
-/// never more than a part of its one argument. Error 5 for a setting that has an EditorProblem.
+/// The call of the setting Editor for a file (UTF-8) and a line from 1. The setting is a program,
+/// in double quotes when its path has blanks, and arguments in which %FILE% and %LINE% mean file
+/// and line; without %FILE% the file is the last argument. No shell reads them: a file is never
+/// more than a part of its one argument. Error 5 for a setting that has an EditorProblem.
 [[nodiscard]] EditorCall EditorCallOf(const std::string& setting, const std::string& file,
                                       std::size_t line);
 

@@ -20,8 +20,9 @@ struct FailedProject {
 };
 
 /// The projects that failed last: in a run, and in the single builds since; also those that the run
-/// skipped because they use one that failed. A project is in the list once, until it is built or
-/// found up to date, the next run begins that is not a repetition, or its build project is closed.
+/// skipped because they use one that failed. Each project is listed once. It leaves the list when
+/// it is built or found up to date, when a run begins that does not repeat a part of the last one,
+/// or when its build project is closed.
 class FailedProjects {
  public:
   /// `closed` tells that the build project is closed.

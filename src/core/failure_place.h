@@ -17,13 +17,13 @@ struct FailurePlace {
 };
 
 /// The place that the compiler's words name; a relative file is looked for from the project's
-/// folder. `problem` says why it wrote none, when that is known.
-/// A source that cannot be read is not named, because nobody can go there.
+/// folder. `problem` says why it wrote nothing, when that is known. A source that cannot be read is
+/// not named, because nobody can go there.
 [[nodiscard]] FailurePlace PlaceOfFailure(const FileReader& files, const std::string& project,
                                           const std::string& log, const std::string& problem);
 
-/// The end of a line that begins with the place's file, in the form that terminals, build servers
-/// and editors recognise: "(21): error: Next without For". A place without a line has the first.
+/// The text to print after the place's file, so that terminals, build servers and editors recognise
+/// the place: "(21): error: Next without For". A place without a line gets line 1.
 [[nodiscard]] std::string FailureText(const FailurePlace& place);
 
 /// The line of a source file, from 1, where the compiler counts a line from 0: it counts neither

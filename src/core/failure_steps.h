@@ -9,12 +9,12 @@
 namespace gorbex {
 
 /// Goes from failure to failure and opens each where it is. Projects that a run skipped because of
-/// another one's failure are passed over. After the last comes the first.
+/// another one's failure are passed over. The first failure follows the last.
 class FailureSteps {
  public:
   FailureSteps(const FailedProjects& failed, Editor& editor) : failed_(failed), editor_(editor) {}
 
-  /// Opens the failure of a project. Of one that was skipped, the project file.
+  /// Opens the place where a project failed; for a project that was skipped, its project file.
   void Open(const std::string& project);
 
   void mnuWindowNextFailure_Click() { Step(true); }

@@ -13,7 +13,7 @@ struct LatestResult {
   std::string problem{};  ///< why it failed, in the client's words
   std::string toDo{};     ///< what it leaves to the user; empty for nothing
 
-  /// True as well for a project outside source control: it must not stop the others.
+  /// Also true for a project outside source control: it must not stop the others.
   [[nodiscard]] bool Succeeded() const { return kind != Kind::Failed; }
 };
 

@@ -25,7 +25,7 @@ class ListRow {
   [[nodiscard]] const std::string& Text() const { return text_; }
   [[nodiscard]] const std::string& Tag() const { return tag_; }
 
-  /// What a front end tells of the row when asked, in lines; empty for nothing.
+  /// Lines about the row that a front end shows on request; may be empty.
   [[nodiscard]] const std::string& Note() const { return note_; }
 
   [[nodiscard]] Image Icon() const { return icon_; }
@@ -43,7 +43,7 @@ class ListRow {
   void SetTextColour(Colour colour);
   void SetChecked(bool checked);
 
-  /// Scrolls the list so far that the row can be seen.
+  /// Scrolls the list until the row can be seen.
   void EnsureVisible();
 
  private:
@@ -67,7 +67,7 @@ class ListView {
   using Storage = std::vector<std::unique_ptr<ListRow>>;
 
   /// Adds a row at a 1-based position, or at the end. Errors: 35602 the key is taken, 35600 the
-  /// position lies outside.
+  /// position is outside the list.
   ListRow& Add(std::string key, std::string text, Image icon,
                std::optional<std::size_t> position = std::nullopt);
   void Remove(const ListRow& row);
@@ -85,8 +85,9 @@ class ListView {
   [[nodiscard]] ListRow* Find(std::string_view key) const;
   [[nodiscard]] const Storage& Rows() const { return rows_; }
 
-  /// All rows at once, for a new order of many rows: put back what was taken, announced as one
-  /// change. A row left out must live until then; if it was selected, nothing is afterwards.
+  /// For a new order of many rows: take all rows, and put them back in the new order, which is
+  /// announced as one change. A row that is not put back must live until then; if it was selected,
+  /// no row is selected afterwards.
   [[nodiscard]] Storage TakeRows();
   void PutRows(Storage rows);
 

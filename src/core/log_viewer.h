@@ -22,14 +22,14 @@ class LogViewer {
   LogViewer(const LogViewer&) = delete;
   LogViewer& operator=(const LogViewer&) = delete;
 
-  /// Shows the logs of this program and in them today's, if there is one.
+  /// Shows this program's logs, and today's log if there is one.
   void mnuWindowViewLogs_Click();
 
   /// The folder of the log files, given with or without a "\" at its end.
   void SetLogFilePath(std::string folder);
 
-  /// Fills the list anew, with nothing chosen, and shows the window. A folder that is not there has
-  /// no logs; one that cannot be read is told of instead.
+  /// Fills the list again, with nothing chosen, and shows the window. A missing folder has no logs;
+  /// a folder that cannot be read is reported instead.
   void ShowLogs();
 
   /// Loads the chosen file; when it cannot be read, the reason is shown instead.

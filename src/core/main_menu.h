@@ -54,7 +54,7 @@ struct MainMenu {
   Command mnuToolsLogin{"mnuToolsLogin", "&Login..."};
   Command mnuToolsLabel{"mnuToolsLabel", "La&bel..."};
   Command mnuToolsHighlight{"mnuToolsHighlight", "&Highlight Changed Projects"};
-  Command mnuToolsGetLatest{"mnuToolsGetLatest", "&Get Latest"};  ///< the two below it
+  Command mnuToolsGetLatest{"mnuToolsGetLatest", "&Get Latest"};  ///< the submenu of the two below
   Command mnuToolsGetLatestALL{"mnuToolsGetLatestALL", "&All Projects", "Ctrl+G"};
   Command mnuToolsGetLatestChanged{"mnuToolsGetLatestChanged", "&Changed Projects"};
 

@@ -65,7 +65,7 @@ struct frmBuilder {
   std::string registrationScript;  ///< of the last build
   std::string IniPath;             ///< source-control initialisation file
   std::string UserName;            ///< of the last source-control login
-  bool isSessionRead = false;      ///< whether what is stored of these two was read
+  bool isSessionRead = false;      ///< whether the stored values of these two were read
 
   /// Shows a text in the first panel of the status bar.
   void SetStatus(std::string_view text) { stbStatus.Set(std::string(text)); }

@@ -25,11 +25,12 @@ class clsOptions {
   /// not read.
   bool LoadSettings();
 
-  /// Writes all settings but those that could not be read and have not changed since: what is
-  /// stored of them stays.
+  /// Writes all settings but those that could not be read and have not changed since: their stored
+  /// values stay.
   void SaveSettings();
 
-  /// Lowers a longer Interval to a minute, the longest there may be. True when it was longer.
+  /// Lowers an Interval of more than a minute, the longest allowed, to a minute. True when it did
+  /// so.
   bool LimitInterval();
 
   /// The Interval in milliseconds, as a timer wants it. Error 6 when no timer can hold it.

@@ -112,7 +112,7 @@ std::optional<std::string> LineEndProblem(std::string_view text) {
   const bool hasLineFeed = text.find('\n') != std::string_view::npos;
   const bool hasReturn = text.find('\r') != std::string_view::npos;
   if (hasLineFeed == hasReturn) return std::nullopt;
-  return hasLineFeed ? "its lines end with LF alone" : "its lines end with CR alone";
+  return hasLineFeed ? "its lines end with LF only" : "its lines end with CR only";
 }
 
 std::optional<std::string> ByteOrderMarkProblem(std::string_view text) {

@@ -26,7 +26,7 @@ struct ProjectFile {
 [[nodiscard]] std::optional<std::string> LineEndProblem(std::string_view text);
 
 /// Why the first line of a key=value text cannot be read: it begins with a UTF-8 byte order mark.
-/// Nothing when none does.
+/// Nothing when it does not.
 [[nodiscard]] std::optional<std::string> ByteOrderMarkProblem(std::string_view text);
 
 /// Why the compiler cannot load a project file of this text; nothing when it looks sound.

@@ -39,21 +39,20 @@ enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compil
 /// For the user, such as "compiling".
 [[nodiscard]] std::string_view NameOf(BuildStep step);
 
-/// The announcements of a build run, in the order they happen. Listeners only look on; none can
-/// change the run.
+/// The announcements of a build run, in the order they happen. Listeners cannot change the run.
 struct RunStarted {
   std::vector<std::string> paths{};  ///< of the projects that it takes, in the queue's order
-  bool isRepeat = false;  ///< of a part of the last run; what that said of other rows still holds
+  bool isRepeat = false;  ///< of a part of the last run; its results of the other rows still hold
 };
 struct ProjectStarted {
   std::string path;
   std::size_t number = 0;  ///< from 1
   std::size_t of = 0;
   std::size_t place = 1;               ///< among the compilers that run side by side, from 1
-  std::chrono::milliseconds start{0};  ///< from the run's begin
+  std::chrono::milliseconds start{0};  ///< since the run began
 
-  /// Of the whole run, when projects are built one after the other; nothing when no durations are
-  /// known.
+  /// How long the whole run still takes, when projects are built one after the other; nothing when
+  /// no durations are known.
   std::optional<TimeEstimate> left{};
 };
 /// Instead of ProjectStarted, for a project that is passed over.
@@ -125,7 +124,8 @@ using RunEvents = Signal<RunEvent>;
 /// Why a project was skipped, such as "it uses C:\Group\Core\Core.vbp, which failed".
 [[nodiscard]] std::string ReasonOf(const ProjectSkipped& skipped);
 
-/// An estimate that was made so long ago, such as "about 40 s left"; empty when there is none.
+/// The text of an estimate that was made `ago` before now, such as "about 40 s left"; empty when
+/// there is none.
 [[nodiscard]] std::string LeftText(const std::optional<TimeEstimate>& estimate,
                                    std::chrono::milliseconds ago);
 
@@ -133,8 +133,8 @@ using RunEvents = Signal<RunEvent>;
 /// It is empty for other runs.
 [[nodiscard]] std::string_view ProblemOf(const RunEnded& end);
 
-/// How far a run is that told its pace so long ago, such as "4 of 10 done, 3 building, about 40 s
-/// left".
+/// How far a run is that announced its pace `ago` before now, such as "4 of 10 done, 3 building,
+/// about 40 s left".
 [[nodiscard]] std::string PaceText(const RunPaced& paced, std::chrono::milliseconds ago);
 
 /// The result of a run, such as "9 built, 1 failed", or "3 built, 7 up to date", or "stopped: 4

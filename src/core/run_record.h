@@ -20,10 +20,10 @@ class RunRecord {
     std::string path;
     Outcome outcome = Outcome::NotBuilt;
     std::size_t place{};                 ///< of its compiler, from 1; 0 when it did not begin
-    std::chrono::milliseconds start{0};  ///< from the run's begin
+    std::chrono::milliseconds start{0};  ///< since the run began
     std::chrono::milliseconds duration{0};
     std::optional<FailurePlace> failure{};  ///< nothing when it did not fail
-    std::string log{};          ///< the compiler's words, or why it was not asked or wrote none
+    std::string log{};                      ///< the compiler's words, or why there are none
     std::string reason{};       ///< why it was built or passed over, where the run looked
     std::optional<bool> got{};  ///< the latest sources; nothing when none were to be got
     std::string notGot{};       ///< why not
@@ -54,7 +54,7 @@ class RunRecord {
 
   [[nodiscard]] const std::vector<std::string>& Messages() const { return messages_; }
 
-  /// As of a stopped run until the run is done.
+  /// Until the run is done, the end of a stopped run without results.
   [[nodiscard]] const RunEnded& End() const { return end_; }
   [[nodiscard]] bool HasEnded() const { return hasEnded_; }
 

@@ -30,7 +30,7 @@ struct Setting {
                    std::int32_t clsOptions::*, Jobs, EditorCommand>;
 
   std::string_view name;
-  std::string_view stored;  ///< the registry value; empty for what lasts while the program runs
+  std::string_view stored;  ///< the registry value; empty for a setting that is not stored
   Member member;
 
   /// The value in its stored form.

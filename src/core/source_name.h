@@ -11,8 +11,8 @@ namespace gorbex {
 /// opens such a file in a program; other names could be programs themselves.
 [[nodiscard]] bool IsDocumentName(std::string_view file);
 
-/// Whether a file may be replaced by what a command writes: not what IsDocumentName tells, nor a
-/// component, a program or a registry.
+/// Whether a command may replace a file with its output. False for the documents of IsDocumentName,
+/// and for a component, a program or a registry file.
 [[nodiscard]] bool IsOutputName(std::string_view file);
 
 }  // namespace gorbex

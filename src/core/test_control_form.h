@@ -15,10 +15,10 @@ struct HostedControl {
   std::string name;
   std::unique_ptr<ComponentControl> control;
   Property<ControlSize> size;
-  Signal<> repaint;  ///< the control asks to be painted anew
+  Signal<> repaint;  ///< the control asks to be painted again
 
-  /// Why the control failed at its last painting or event; empty when it did not.
-  /// Front ends show it in the control's place: a message for every event would never end.
+  /// Why the control failed at its last painting or event; empty when it did not. Front ends show
+  /// it in the control's place, because a message for every event would never end.
   Property<std::string> problem;
 
   /// Tells the control its size, then those who draw it. The control's error when it fails.

@@ -63,8 +63,8 @@ void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::strin
 /// the number of the others.
 [[nodiscard]] std::string ShortList(const std::vector<std::string>& entries);
 
-/// A text of at most so many characters and a line: of a longer one its beginning and its end, in
-/// whole lines unless they are very long, and between them how much is left out.
+/// The text, unless it is longer than `most` characters: then its beginning and its end, in whole
+/// lines unless these are very long, and between them a line that tells how much is left out.
 [[nodiscard]] std::string Shortened(std::string_view text, std::size_t most);
 
 [[nodiscard]] inline std::string FlagText(bool flag) {

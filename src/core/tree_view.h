@@ -62,7 +62,7 @@ class TreeNode {
   TreeView& tree_;
   TreeNode* parent_;
   std::unique_ptr<Branch> branch_;  ///< null for a row
-  const TreeRows* rows_ = nullptr;  ///< that a row is one of
+  const TreeRows* rows_ = nullptr;  ///< the rows of which this is one; null for other nodes
   std::string text_;
   std::uint32_t number_ = 0;  ///< of a row
   Colour colour_ = Colour::WindowText;

@@ -14,13 +14,13 @@ enum class Task {
   Run,            ///< a run walks the queue
   TestProject,    ///< the test project that a run ends with
   Build,          ///< a command that builds: a run or an immediate build
-  Compile,        ///< of one project; all compiles share one result log
+  Compile,        ///< of one project, or of several that a run builds at the same time
   Program,        ///< a started program is waited for
   MailStart,      ///< the mail system is opened
   Mailbox,        ///< a look into the mailbox
   Request,        ///< a request by mail is performed
   SourceControl,  ///< its client works
-  Batch,          ///< several gets that are to bring one state of the database
+  Batch,          ///< several gets that must bring the same state of the database
   Login,          ///< to source control
 };
 
@@ -33,9 +33,8 @@ class Work {
 
   explicit Work(KeepOthersOut keepOthersOut) : keepOthersOut_(std::move(keepOthersOut)) {}
 
-  /// The task goes on until the result is released, which this object must outlive. A stop that
-  /// was asked for earlier does not concern a run, a test project or a look into the mailbox that
-  /// begins now.
+  /// The task goes on until the result is released; this object must outlive the result. A run, a
+  /// test project or a look into the mailbox that begins now ignores earlier requests to stop.
   [[nodiscard]] std::shared_ptr<void> Begin(Task task);
 
   /// As Begin, with other programs kept from building; null while another one builds.
@@ -49,7 +48,7 @@ class Work {
 
   [[nodiscard]] bool MayChangeQueue() const { return !Goes(Task::Run); }
   [[nodiscard]] bool MayBuild() const { return !Goes(Task::Build) && !Goes(Task::Compile); }
-  /// What is registered must not change under a compiler.
+  /// Registrations must not change while a compiler runs.
   [[nodiscard]] bool MayRegister() const { return !Goes(Task::Compile); }
   [[nodiscard]] bool MayUseSourceControl() const {
     return !Goes(Task::SourceControl) && !Goes(Task::Batch);

@@ -16,23 +16,23 @@ struct PlannedProject {
   std::string path;
   Judgement judgement;
 
-  /// The projects it uses that are, or may be, built before it and whose interfaces decide: one
-  /// that is up to date is built when another interface comes of them, one that is to be built is
-  /// skipped when the same comes of them.
+  /// The projects whose new interfaces decide: it uses them, and they are, or may be, built before
+  /// it. If it is up to date, it is built only when one of their interfaces changes; if it is to be
+  /// built, it is skipped when their interfaces stay the same.
   std::vector<std::string> decidedBy{};
 
   [[nodiscard]] bool MayBeSkipped() const { return !judgement.IsUpToDate() && !decidedBy.empty(); }
   [[nodiscard]] bool MayBeBuilt() const { return !judgement.IsUpToDate() || !decidedBy.empty(); }
 };
 
-/// What a run would do, in its order, and why.
+/// The projects that a run would take, in its order, and its judgement of each.
 struct BuildPlan {
   std::vector<PlannedProject> projects;
   std::size_t toBuild = 0;
   std::size_t mayBeSkipped = 0;  ///< of those that are to be built
   std::size_t upToDate = 0;
   std::size_t mayBeBuilt = 0;  ///< of those that are up to date
-  /// The sum of the last durations of what is to be built; nothing when none of them is known.
+  /// The sum of the last durations of the projects to build; nothing when none is known.
   std::optional<std::chrono::milliseconds> estimate;
 };
 

@@ -14,13 +14,13 @@
 
 namespace gorbex {
 
-/// What of a file its fingerprint covers.
+/// The part of a file that its fingerprint covers.
 enum class Covered {
   Contents,
   Interface  ///< the type library; all of a file that has none
 };
 
-/// What a look at a file tells without reading it.
+/// Facts about a file, known without reading it.
 struct FileLook {
   Fingerprint::State state = Fingerprint::State::Missing;
   std::optional<FileStamp> stamp{};  ///< nothing also of a file that has changed too recently

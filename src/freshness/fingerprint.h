@@ -16,7 +16,7 @@ struct FileStamp {
   bool operator==(const FileStamp&) const = default;
 };
 
-/// What a file holds: enough to tell later whether it holds the same.
+/// A fingerprint of a file's contents: tells later whether they are still the same.
 struct Fingerprint {
   enum class State { Missing, Unreadable, Read };
 

@@ -31,12 +31,12 @@ struct Judgement {
   [[nodiscard]] bool IsUpToDate() const { return reasons.empty(); }
 };
 
-/// The reasons, one on each line, or since when a project is up to date.
+/// The first reasons, one on each line; for a project that is up to date, since when it is.
 [[nodiscard]] std::string NoteOf(const Judgement& judgement);
 
-/// Knows what every binary was built from, and compares that with what is there now. A project is
-/// up to date when everything that its last successful build was made from is still the same, and
-/// so is the binary. Times of files decide nothing.
+/// Knows the inputs of every build, and compares them with the present ones. A project is up to
+/// date when everything that its last successful build was made from is still the same, and so is
+/// the binary. File times are ignored.
 class Freshness {
  public:
   struct Uses {
@@ -59,8 +59,8 @@ class Freshness {
     std::chrono::milliseconds start{0};
   };
 
-  /// Notes the inputs of a build that is about to begin, into a folder or (empty) its own. Nothing
-  /// when the project file cannot be read.
+  /// Notes the inputs of a build that is about to begin. An empty folder means the project's own.
+  /// Nothing when the project file cannot be read.
   [[nodiscard]] std::optional<Taken> Take(const std::string& project, const std::string& folder);
 
   /// Notes a build that has succeeded. A record that cannot be written is told once and logged.
@@ -69,8 +69,8 @@ class Freshness {
   /// Judges a loaded project for a run with the present settings. Writes nothing.
   [[nodiscard]] Judgement Judge(const std::string& project);
 
-  /// As Judge, for who has the turn to build: notes how the files of a project that is up to date
-  /// look now, so that they need not be read again.
+  /// As Judge, for a program that has the turn to build. For a project that is up to date it also
+  /// records how its files look now, so that they need not be read again.
   [[nodiscard]] Judgement JudgeInRun(const std::string& project);
 
   /// How long the last build of a project into a folder (empty: its own) took; nothing when none is

@@ -18,15 +18,15 @@ class OutdatedMarks {
                 Freshness& freshness)
       : window_(window), group_(group), work_(work), freshness_(freshness) {}
 
-  /// Marks these and unmarks all others. The status bar tells the numbers, and which other projects
-  /// may need a build after those.
+  /// Marks the rows that are out of date and unmarks all others. The status bar tells the numbers,
+  /// and which other projects may need a build after those.
   void mnuQueueMarkOutdated_Click();
 
   /// Every project of the queue, and whether it needs a build now. Changes nothing.
   [[nodiscard]] std::vector<std::pair<std::string, bool>> Judged();
 
-  /// Why a row needs a build, or since when it is up to date, judged now; during a run, as the run
-  /// has judged it. Empty when nothing is known.
+  /// Returns why a row needs a build, or since when it is up to date. Judges now, except during a
+  /// run: then it returns the run's judgement, which is empty before the row's turn.
   [[nodiscard]] std::string NoteOf(const ListRow& row);
 
  private:

@@ -14,9 +14,9 @@ namespace gorbex {
 /// the project file has none.
 using DebugTexts = std::array<std::string, 2>;
 
-/// What the compiler makes a binary of, as the text of a project file names it.
+/// The inputs of a compile, as the text of a project file names them.
 struct ProjectSources {
-  ContentHash text;  ///< of all lines but blank ones, and but those that a build itself changes
+  ContentHash text;  ///< of all lines except blank ones and those that a build changes
   DebugTexts debug;
   std::string version;                  ///< major.minor.revision
   std::vector<std::string> members;     ///< sources and the resource file, as written
@@ -27,7 +27,7 @@ struct ProjectSources {
 
 [[nodiscard]] ProjectSources ReadSources(std::string_view projectText);
 
-/// The debug values that a debug build gives a project which has those given.
+/// The values during a debug build of a project with these values.
 [[nodiscard]] DebugTexts WithDebug(const DebugTexts& own);
 
 /// The full path of the file that a build of the project writes, into a folder or, when that is

@@ -12,10 +12,10 @@
 
 namespace gorbex {
 
-/// The records of all builds, in one file of the program's folder: one line each, added at the end,
-/// the last one of a project and its output in force. An input that many projects share has a line
-/// before the first record that names it. Several programs may add lines at the same time. Whatever
-/// cannot be understood counts as not there.
+/// The records of all builds, in one file of the program's folder. Each record is one line, added
+/// at the end; the last one for a project and its output counts. Each input that many projects
+/// share has its own line, before the first record that names it. Several programs may add lines at
+/// the same time. Lines that cannot be understood are ignored.
 class RecordFile {
  public:
   RecordFile(FileSystem& files, std::string path) : files_(files), path_(std::move(path)) {}
@@ -24,11 +24,11 @@ class RecordFile {
   [[nodiscard]] std::optional<BuildRecord> Find(const std::string& project,
                                                 const std::string& output);
 
-  /// Whether the project was ever built, wherever to.
+  /// Whether there is a record of the project, for any output.
   [[nodiscard]] bool Knows(const std::string& project);
 
-  /// Adds a record. Raises the file system's error when it cannot be written; then those before
-  /// stay in force.
+  /// Adds a record. Raises the file system's error when it cannot be written; the earlier records
+  /// then still count.
   void Add(const BuildRecord& record);
 
   /// To be called when another program may have added lines.
@@ -56,12 +56,12 @@ class RecordFile {
   FileSystem& files_;
   std::string path_;
   std::string text_;                ///< the whole file
-  std::optional<FileInfo> loaded_;  ///< how the file looked then
+  std::optional<FileInfo> loaded_;  ///< how the file looked when it was loaded
   bool isLoaded_ = false;
   bool mayBeOld_ = true;
   std::unordered_map<std::string, Places> places_;  ///< by project in small letters
   std::unordered_map<LineId, SharedInput> shared_;
-  std::size_t inForce_ = 0;      ///< bytes of the records in force
+  std::size_t inForce_ = 0;      ///< bytes of the records that count
   std::size_t sharedBytes_ = 0;  ///< of all lines of shared inputs
 };
 

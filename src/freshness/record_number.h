@@ -10,7 +10,7 @@ namespace gorbex {
 
 // Numbers in the record of builds: digits of 6 bits each, the highest first.
 
-/// So many digits hold every number.
+/// The most digits that a number needs.
 inline constexpr std::size_t kFullDigits = 11;
 
 [[nodiscard]] std::string FullNumber(std::uint64_t number);

@@ -5,8 +5,8 @@
 
 namespace gorbex {
 
-/// 128 bits that tell contents apart: equal ones mean equal bytes, as far as accidents go. They are
-/// no guard against a forger.
+/// A 128-bit hash of contents. Different contents do not have the same hash by accident, but
+/// somebody could forge one.
 struct ContentHash {
   std::uint64_t high = 0;
   std::uint64_t low = 0;

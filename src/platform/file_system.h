@@ -31,8 +31,8 @@ struct FileInfo {
   std::uint64_t size = 0;             ///< bytes; 0 for a folder
   std::optional<FileTime> lastWrite;  ///< nothing when the times cannot be read
 
-  /// Changes when another file takes the place of this one, and where the system knows of it when
-  /// the file's bytes do.
+  /// Changes when another file takes the place of this one and, where the system can tell, when the
+  /// file's bytes change.
   std::uint64_t identity = 0;
 };
 
@@ -55,7 +55,7 @@ class FileReader {
   /// included).
   [[nodiscard]] virtual std::optional<FileInfo> Look(const std::string& path) const = 0;
 
-  /// As Look, for files by their paths from a folder: faster for many in the same one.
+  /// As Look, for paths that start from a folder: faster for many files in the same one.
   [[nodiscard]] virtual std::vector<std::optional<FileInfo>> LookIn(
       const std::string& folder, const std::vector<std::string_view>& names) const {
     std::vector<std::optional<FileInfo>> found;
@@ -80,8 +80,9 @@ class FileSystem : public FileReader {
   /// or new. Errors: 76, 75, 70, 61 disk full, 57, 52.
   virtual void Write(const std::string& path, const std::string& bytes) = 0;
 
-  /// As Write(), but the system decides when the new text reaches the disk, and until then its
-  /// crash may cost the file: for many files in a row that are kept elsewhere as well.
+  /// As Write(), but the system decides when the new text reaches the disk, and a crash of the
+  /// system before that may lose the file. For many files in a row whose contents are also
+  /// elsewhere.
   virtual void WriteUnsynced(const std::string& path, const std::string& bytes) {
     Write(path, bytes);
   }

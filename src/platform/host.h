@@ -37,8 +37,8 @@ class Host {
   /// choose.
   [[nodiscard]] virtual std::string FirstFolder() const { return {}; }
 
-  /// Keeps other programs from changing build projects on the same system until the result is let
-  /// go of. Calls `onWait` before it waits for one that does so already.
+  /// Keeps other programs from changing build projects on the same system until the result is
+  /// released. Calls `onWait` before it waits for a program that does so already.
   [[nodiscard]] virtual std::shared_ptr<void> ChangeAlone(const std::function<void()>& /*onWait*/) {
     return nullptr;
   }
@@ -47,7 +47,7 @@ class Host {
   virtual void ListenForEnd() {}
   [[nodiscard]] virtual bool EndWanted() const { return false; }
 
-  /// Waits, but not on when the end is wanted.
+  /// Waits for the time, or until the end is wanted.
   virtual void Wait(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
 };
 

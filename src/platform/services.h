@@ -30,8 +30,8 @@ struct PlatformServices {
   Mail& mail;
   std::string programFolder;  ///< Windows path of the program's own folder
 
-  /// Keeps other programs from building here, and anything of the product in that folder (empty for
-  /// none), while the result lives; null while another one builds.
+  /// Keeps other programs from building here, and from building the product in that folder (empty
+  /// for none), while the result lives. Null while another program builds.
   std::function<std::shared_ptr<void>(const std::string& productFolder)> keepOthersOut;
 
   /// The usual reason why a component cannot be registered here; empty for none.

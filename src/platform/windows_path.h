@@ -18,7 +18,7 @@ struct ParsedPath {
   std::vector<std::string_view> names;  ///< views into the text; a share begins with its server
 };
 
-/// Nothing for an empty text and for names no Windows file can have.
+/// Takes a path apart. Nothing for an empty text and for a name that no Windows file can have.
 [[nodiscard]] std::optional<ParsedPath> ParseWindowsPath(std::string_view text);
 
 /// A path with "." and ".." resolved and "\" between its names; a relative one starts from the

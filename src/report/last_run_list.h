@@ -17,8 +17,8 @@
 
 namespace gorbex {
 
-/// The procedures of the picture of the last run: its timeline, and the list of its projects, the
-/// slowest first until the user sorts it.
+/// Fills and serves the form of the last run: a timeline, and a list of the run's projects. The
+/// slowest project is first until the user sorts the list.
 class LastRunList {
  public:
   struct Uses {
@@ -39,7 +39,7 @@ class LastRunList {
 
   void mnuWindowLastRun_Click();
 
-  /// Shows how far the run is; to be called now and then while it goes on and the form is visible.
+  /// Shows how far the run is. To be called now and then during a run while the form is visible.
   void Tick();
 
   [[nodiscard]] const RunTimeline& Timeline() const { return timeline_; }

@@ -4,9 +4,8 @@
 
 namespace gorbex {
 
-/// How the page of a report looks: light or dark as the reader's system, narrow on a phone, without
-/// a background on paper. Each colour of a text is at least 4.5 times lighter or darker than what
-/// is below it.
+/// The style sheet of a report's page: light or dark as the reader's system, narrow on a phone,
+/// without a background on paper. Text has a contrast of at least 4.5:1 with its background.
 inline constexpr std::string_view kPageStyle = R"(
 :root {
   color-scheme: light dark;

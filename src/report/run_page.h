@@ -6,8 +6,8 @@
 
 namespace gorbex {
 
-/// A report as a page for browsers (HTML in UTF-8) that needs nothing else: no script, no font and
-/// no picture from elsewhere. Whatever is drawn is in a table, too.
+/// A report as a page for browsers (HTML in UTF-8) that needs no script, and no font or picture
+/// from elsewhere. Everything drawn is also in a table.
 [[nodiscard]] std::string RunPage(const RunReport& report);
 
 }  // namespace gorbex

@@ -22,7 +22,7 @@ struct RunReport {
   RunTerms terms;
   std::vector<std::vector<std::size_t>> uses;  ///< by the record's numbers
   std::optional<Findings> findings;            ///< nothing when nobody looked for them
-  bool isCheckedBefore = false;                ///< the findings are of before the run, not after it
+  bool isCheckedBefore = false;                ///< the findings are of a check before the run
   std::string picture{};      ///< of the group's dependencies, as markup; empty for none
   std::string commandLine{};  ///< in UTF-8; empty for a run of the window
 };

@@ -16,11 +16,11 @@ struct TimelineTick {
   std::string text;  ///< such as "20 s"
 };
 
-/// Moments at round distances, the begin among them, at most so many.
+/// At most `most` moments at round intervals, including the start.
 [[nodiscard]] std::vector<TimelineTick> TicksOf(std::chrono::milliseconds length, std::size_t most);
 
-/// Where the bars of a timeline are, in pixels of whoever draws them: a lane for each place, the
-/// first at the top.
+/// The places of a timeline's bars, in the pixels of the drawing: a lane for each place of a
+/// compiler, the first at the top.
 class TimelineLayout {
  public:
   struct Sizes {
@@ -43,7 +43,7 @@ class TimelineLayout {
   [[nodiscard]] int X(std::chrono::milliseconds time) const;
   [[nodiscard]] Box BoxOf(const TimelineBar& bar) const;
 
-  /// The bar there; nothing beside all bars. Of bars that share the point, the last that was drawn.
+  /// The bar at a point; nothing where there is none. Of several bars at the point, the last drawn.
   [[nodiscard]] std::optional<std::size_t> BarAt(int x, int y) const;
 
  private:

@@ -28,7 +28,7 @@ class GetLatest : public LatestSource {
   /// The projects that are marked as changed, up to the first failure.
   void mnuToolsGetLatestChanged_Click();
 
-  /// The selected project, whose mark goes whatever the result.
+  /// The selected project. Its mark is removed, whatever the result.
   void mnuTreePopupGetLatest_Click();
 
  private:

@@ -10,7 +10,8 @@ namespace gorbex::ui {
 class ChooserFolders {
  public:
   /// The folder for a chooser, known by its title; empty when there is none. `project` is the
-  /// folder of the open build project; all choosers begin there anew when it is another one.
+  /// folder of the open build project; when it is another one than before, all choosers begin there
+  /// again.
   [[nodiscard]] std::string Begin(const std::string& chooser, const std::string& project);
 
   /// Where something was chosen.

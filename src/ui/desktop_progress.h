@@ -14,8 +14,7 @@ class wxNotificationMessage;
 namespace gorbex::ui {
 
 /// Shows a run outside of the window: its progress in the task bar, where the system has one, and a
-/// notification without a sound when the run is over or asks. Nothing happens where the desktop
-/// shows none.
+/// silent notification when the run is over or asks, where the desktop shows them.
 class DesktopProgress {
  public:
   /// All must outlive the object.
@@ -31,7 +30,7 @@ class DesktopProgress {
   wxFrame& frame_;
   RunNotice& notice_;
   std::unique_ptr<wxAppProgressIndicator> bar_;  ///< while a run goes on
-  int done_ = 0;                                 ///< projects of the run
+  int done_ = 0;                                 ///< projects of the run that are done
   std::unique_ptr<wxNotificationMessage> message_;
   std::vector<Subscription> subscriptions_;
 };

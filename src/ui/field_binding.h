@@ -13,8 +13,8 @@
 
 namespace gorbex::ui {
 
-/// Joins controls to the states they show and edit. The state must outlive the
-/// control, and the control this object.
+/// Joins controls to the states they show and edit. The state must outlive the control, and the
+/// control must outlive this object.
 class FieldBinding {
  public:
   void Join(wxCheckBox& control, CheckBox& state);

@@ -36,7 +36,7 @@ class FindBar : public wxPanel {
   /// Ctrl+F opens the bar, F3 and Shift+F3 find; false for every other key.
   bool Takes(const wxKeyEvent& event);
 
-  /// As Open while nothing was typed yet.
+  /// As Open, if nothing was typed yet.
   void Find(Direction direction);
 
  private:

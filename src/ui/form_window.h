@@ -16,8 +16,8 @@
 
 namespace gorbex::ui {
 
-/// A form that stays open beside the main window and follows whether its state is visible. From its
-/// first place on it is where the user puts it.
+/// A form that stays open beside the main window and follows whether its state is visible. After it
+/// was placed once, it stays where the user puts it.
 class FormWindow : public wxDialog {
  public:
   /// `unload` is called when the user closes the window; it makes the state invisible.

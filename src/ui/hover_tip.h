@@ -13,7 +13,7 @@ class HoverTip : public wxEvtHandler {
   /// `window` is any window of the same frame or dialog.
   explicit HoverTip(wxWindow& window);
 
-  /// `over` is the control or its part under the pointer. An empty text is for no tip.
+  /// `over` is the control or its part under the pointer. An empty text means no tip.
   void Show(wxWindow& over, const wxString& text);
 
  private:

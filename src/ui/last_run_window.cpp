@@ -51,10 +51,12 @@ LastRunWindow::LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids
 void LastRunWindow::MakeTimeline(CommandIds& ids) {
   timeline_ = new TimelineView(timelinePane_, uses_.list, uses_.form);
   timelinePane_->SetContent(
-      timeline_, new EmptyHint(timelinePane_, ids,
-                               "Nothing was built yet.\n"
-                               "A run is drawn here: who was built when, and what made it long.",
-                               {&uses_.build}));
+      timeline_,
+      new EmptyHint(
+          timelinePane_, ids,
+          "Nothing was built yet.\n"
+          "A run is drawn here: when each project was built, and why the run took so long.",
+          {&uses_.build}));
 }
 
 void LastRunWindow::MakeList(CommandIds& ids) {

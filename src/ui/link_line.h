@@ -17,11 +17,11 @@ class LinkLine : public wxPanel {
  public:
   explicit LinkLine(wxWindow* parent);
 
-  /// Draws the line anew only when a term differs from what is shown.
+  /// Draws the line again, but only when a term has changed.
   void Show(std::vector<BuildTerm> terms);
   using wxPanel::Show;
 
-  /// Where a link is drawn; empty when there is none of that number. Counted from 0.
+  /// Where a link, numbered from 0, is drawn; empty when there is none of that number.
   [[nodiscard]] wxRect PlaceOf(std::size_t number) const;
 
  private:

@@ -20,17 +20,17 @@ namespace gorbex::ui {
 /// themes alike.
 [[nodiscard]] wxColour TextColour(Colour colour);
 
-/// Text that explains and does not matter for the work.
+/// The colour of texts that only explain.
 [[nodiscard]] wxColour HintColour();
 
-/// Behind a list's selected row while the list does not have the keyboard; its text keeps the
-/// colour of the others.
+/// The background of a list's selected row while the list does not have the keyboard; the row's
+/// text has its usual colour.
 [[nodiscard]] wxColour PaleSelectionColour();
 
-/// Of links, and of what has the keyboard.
+/// The colour of links, and of the part that has the keyboard.
 [[nodiscard]] wxColour LinkColour();
 
-/// Of a text that the user should notice before going on.
+/// The colour of a text that the user should notice before going on.
 [[nodiscard]] wxColour WarningColour();
 
 /// Draws a window again when the keyboard comes or goes.
@@ -39,7 +39,7 @@ void RefreshWithFocus(wxWindow& window);
 /// Of lists.
 [[nodiscard]] Scheme SchemeInUse();
 
-/// Marks the critical path.
+/// The colour of the critical path.
 [[nodiscard]] wxColour CriticalColour();
 
 }  // namespace gorbex::ui

@@ -13,10 +13,10 @@ class PaneCycle {
  public:
   enum class Direction { Forward, Backward };
 
-  /// In the order in which they are gone through; they must outlive this object.
+  /// The parts in their order; they must outlive this object.
   explicit PaneCycle(std::vector<wxWindow*> parts) : parts_(std::move(parts)) {}
 
-  /// After the last part comes the first, which is also where the keyboard goes from elsewhere.
+  /// The first part follows the last. From outside the parts, the keyboard goes to the first.
   void Go(Direction direction);
 
  private:

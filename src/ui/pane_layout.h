@@ -34,8 +34,8 @@ class PaneLayout {
   [[nodiscard]] bool ShowsFailures() const { return details_->IsSplit(); }
   void ShowFailures(bool shown);
 
-  /// In a small window references, failures and queue each show a few rows. Less is only what the
-  /// user wants. To be called when the window has another size.
+  /// Leaves room for a few rows of references, failures and queue in a small window, unless the
+  /// user gave them less. To be called when the window has another size.
   void KeepRoom();
 
   /// Takes the stored shares and column widths, or the designed ones, once the window has its size.

@@ -6,7 +6,7 @@
 
 namespace gorbex::ui {
 
-/// Drags the tree's selected project; returns when it was dropped or let go of.
+/// Drags the tree's selected project; returns when it was dropped anywhere.
 void DragProject(wxWindow* source);
 
 /// Takes a project that is dragged from the tree, and nothing else.

@@ -59,7 +59,7 @@ class StateList : public wxListCtrl {
   /// Paints the changes once the program is idle.
   void ShowLater() { isStale_ = true; }
 
-  /// As ShowLater, with columns that follow the texts anew.
+  /// As ShowLater, and fits the columns to the texts again.
   void MeasureLater() { isUnmeasured_ = isStale_ = true; }
 
  private:

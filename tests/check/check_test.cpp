@@ -121,9 +121,9 @@ const std::vector<Defect> kDefects = {
     {[](World& w) { w.platform.files.AddFile(kTill, std::string(20, '\0')); },
      "project-unreadable: the project cannot be read: the file holds nothing but zero bytes"},
     {[](World& w) { w.Rewrite(kCore, "\r\n", "\n"); },
-     "line-ends: its lines end with LF alone; the compiler wants CR LF"},
+     "line-ends: its lines end with LF only; the compiler wants CR LF"},
     {[](World& w) { w.platform.files.AddFile("C:\\Group\\Core\\Core.cls", "a\nb\n"); },
-     "line-ends: its lines end with LF alone; the compiler wants CR LF"},
+     "line-ends: its lines end with LF only; the compiler wants CR LF"},
     {[](World& w) { w.Rewrite(kTill, "Name=\"Till\"\r\n", ""); },
      "output-missing: the project has no name"},
     {[](World& w) {

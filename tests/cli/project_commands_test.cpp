@@ -161,7 +161,7 @@ TEST_F(ProjectCommandsTest, LineFeedProjectsAreNamedAndConvertedOnRequest) {
   platform.files.AddFile(path, "Type=OleDll\nName=\"Core\"\nExeName32=\"Core.dll\"\n");
   const Result plain = Run({"init", "C:\\Group", "-o", "C:\\a.bpf"});
   EXPECT_NE(plain.err.find("CR LF?\n  [Yes/No] answered: No\n"), std::string::npos) << plain.err;
-  EXPECT_NE(plain.err.find("Core.vbp: its lines end with LF alone"), std::string::npos);
+  EXPECT_NE(plain.err.find("Core.vbp: its lines end with LF only"), std::string::npos);
   EXPECT_EQ(Run({"init", "C:\\Group", "-o", "C:\\b.bpf", "--crlf"}).err.find("Core.vbp: its lines"),
             std::string::npos);
   EXPECT_EQ(platform.files.Text(path),

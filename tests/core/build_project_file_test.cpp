@@ -118,8 +118,8 @@ TEST_F(BuildProjectFileTest, RefusesWhatWouldLoadAsAnEmptyBuildProject) {
   ASSERT_TRUE(Load("project=" + group.Library("Core").Path() + "\r\n"));
   const std::string has = "; a build project file has ";
   const std::vector<std::pair<std::string, std::string>> cases = {
-      {"project=C:\\x\nversion=1\n", "its lines end with LF alone" + has + "CR LF"},
-      {"project=C:\\x\rversion=1\r", "its lines end with CR alone" + has + "CR LF"},
+      {"project=C:\\x\nversion=1\n", "its lines end with LF only" + has + "CR LF"},
+      {"project=C:\\x\rversion=1\r", "its lines end with CR only" + has + "CR LF"},
       {"\xEF\xBB\xBFproject=C:\\x\r\n", "it begins with a UTF-8 byte order mark" + has + "none"},
       {std::string("project=\0", 9), "no build project file"},
       {"notes\r\n", "no build project file"}};
@@ -150,7 +150,7 @@ TEST_F(BuildProjectFileTest, TellsOnceOfProjectsThatAreNotSoundAndAsksBeforeThey
   EXPECT_EQ(told, Journal{"These projects could not be read and are left out:\r\n"
                           "C:\\bare.vbp: Permission denied: 'C:\\bare.vbp'\r\n\r\n"
                           "The compiler will not load these projects:\r\nC:\\lf.vbp: its lines "
-                          "end with LF alone; the compiler wants CR LF\r\n\r\n"});
+                          "end with LF only; the compiler wants CR LF\r\n\r\n"});
   const std::string question =
       "show [YesNo Exclamation] These projects could not be read and would be lost from the file:"
       "\r\nC:\\bare.vbp\r\n\r\nDo you wish to save without them?";

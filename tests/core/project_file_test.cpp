@@ -57,8 +57,8 @@ TEST(ProjectFile, TheCompilerCannotLoadSomeFiles) {
       {"Type=Exe", nullptr},
       {"", "the file is empty"},
       {std::string(3, '\0'), "zero bytes"},
-      {"Type=Exe\nName=A\n", "LF alone; the compiler wants CR LF"},
-      {"Type=Exe\rName=A", "CR alone"},
+      {"Type=Exe\nName=A\n", "LF only; the compiler wants CR LF"},
+      {"Type=Exe\rName=A", "CR only"},
       {"\xEF\xBB\xBFType=Exe\r\n", "byte order mark"},
       {"Type\r\n", "no key=value line"}};
   for (const auto& [text, problem] : cases) {

@@ -19,7 +19,7 @@ TEST(GitLogin, SaysWhyItCannotBeOpened) {
       {"[other]\n", "", "SourceSafe databases can only be opened on Windows"},
       {"[git]\nremote=x\n", "", "has no line 'worktree='"},
       {"\xFF\xFE[\0g\0]\0"s, "", "'C:\\scc.ini' is in UTF-16"},
-      {"\xEF\xBB\xBF[git]\nworktree=\u2603\n", "", "'C:\\scc.ini' is no UTF-8, or holds"},
+      {"\xEF\xBB\xBF[git]\nworktree=\u2603\n", "", "'C:\\scc.ini' is not UTF-8, or holds"},
       {"[git]\nw\0rktree=Work\n"s, "", "character 8 is the control character 0"},
       {"[git]\nworktree=No\n", "", "Path not found: 'C:\\No'"},
       {"[git]\nworktree=.\n", "", "fatal: not a git repository"},
@@ -131,9 +131,9 @@ TEST(GitLogin, RefusesALoginThatTheUrlOverrides) {
   struct Case {
     std::string inUrl, user, password, words;
   };
-  const Case cases[] = {{"bob:s3cret@", "anna", "pw", "holds a user or password of its own"},
-                        {"anna:s3cret@", "anna", "", "holds a user or password of its own"},
-                        {"bob@", "anna", "pw", "holds a user or password of its own"},
+  const Case cases[] = {{"bob:s3cret@", "anna", "pw", "contains a user or a password"},
+                        {"anna:s3cret@", "anna", "", "contains a user or a password"},
+                        {"bob@", "anna", "pw", "contains a user or a password"},
                         {"an%6Ea@", "anna", "pw", "unable to access"},
                         {"anna@", "", "pw", "unable to access"},
                         {"anna:s3cret@", "", "", "unable to access"}};

@@ -271,11 +271,10 @@ TEST(MailServers, GetAMailThatIsTooLargeWithoutItsAttachment) {
   EXPECT_EQ(bench.mail.SendWaiting(),
             std::vector<std::string>{
                 "The reply to anna@dev.example goes without its attachment. The mail server "
-                "'localhost' takes no mail of this size"});
-  EXPECT_EQ(
-      bench.Sent(),
-      "anna@dev.example||Done.\nThe attachment was left out, because the mail server takes no "
-      "mail of its size.\n");
+                "'localhost' does not accept a mail this large"});
+  EXPECT_EQ(bench.Sent(),
+            "anna@dev.example||Done.\nThe attachment was left out, because the mail server does "
+            "not accept a mail this large.\n");
 }
 
 TEST(MailServers, AreAwayForNowAndDoNotHoldTheProgramUp) {

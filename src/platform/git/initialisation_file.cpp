@@ -45,7 +45,7 @@ std::string TextOf(const std::string& path, std::string bytes) {
   }
   if (bytes.starts_with(kUtf8Mark)) {
     const auto text = FromUtf8(bytes.substr(kUtf8Mark.size()));
-    if (!text) RefuseFile(path, "is no UTF-8, or holds characters that Windows paths here cannot");
+    if (!text) RefuseFile(path, "is not UTF-8, or holds characters that Windows paths here cannot");
     bytes = *text;
   }
   if (bytes.ends_with(kEndOfFile)) bytes.pop_back();

@@ -129,7 +129,7 @@ std::vector<std::string> OriginsFor(const GitLogin& login, const std::vector<std
     }
     if (OverridesLogin(url, login)) {
       Refuse(
-          "The URL of the remote holds a user or password of its own, which git takes instead "
+          "The URL of the remote contains a user or a password, which git takes instead "
           "of the login typed; leave the login empty or take them out of the URL");
     }
     auto origin = OriginInUrl(url);

@@ -8,16 +8,16 @@ namespace gorbex {
 /// program.
 class EndSignal {
  public:
-  /// From now on it ends the program at once, with everything that it started.
+  /// From now on a signal ends the program at once, with everything that it started.
   static void Obey();
 
-  /// From now on the first one is noted; the next one ends the program. The descriptor can be read
-  /// from when there is one, and stays this class's own; -1 when the system gave none, and nothing
-  /// is noted.
+  /// From now on the first signal is noted; the next one ends the program. Returns a descriptor
+  /// that can be read from after the first signal; this class owns it. Returns -1 when the system
+  /// gave none: then nothing is noted.
   static int Listen();
   [[nodiscard]] static bool Wanted();
 
-  /// Waits for the time, but not on when the end is wanted.
+  /// Waits for the time, or until the end is wanted.
   static void Wait(std::chrono::milliseconds time);
 };
 

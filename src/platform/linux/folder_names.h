@@ -11,8 +11,8 @@
 namespace gorbex {
 
 /// The names in folders of the host, found without regard to letter case. A folder that has not
-/// changed since it was read is not read again: missing files are looked for often, and reading a
-/// large folder takes long.
+/// changed since it was read is not read again: the program often looks for missing files, and
+/// reading a large folder takes long.
 class FolderNames {
  public:
   struct Look {

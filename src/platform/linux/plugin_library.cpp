@@ -76,7 +76,7 @@ PluginClass LoadPluginClass(const std::string& hostPath, const std::string& show
   const auto entry =
       reinterpret_cast<decltype(&gorbex_plugin_class)>(dlsym(loaded.library.get(), kEntryPoint));
   if (entry == nullptr) {
-    Refuse(shownName, std::string("is no plug-in: it has no function ") + kEntryPoint);
+    Refuse(shownName, std::string("is not a plug-in: it has no function ") + kEntryPoint);
   }
   const GorbexClass* table = entry(GORBEX_PLUGIN_ABI, clsid.c_str());
   if (table == nullptr) Refuse(shownName, "does not know the class " + clsid);

@@ -241,7 +241,8 @@ std::string PluginObjects::ClassIdentifier(const std::string& identifier) const 
   const bool isName = !identifier.empty() && identifier.find('\\') == std::string::npos;
   auto clsid = isName ? UpperCase(DefaultText(identifier + "\\CLSID")) : std::string();
   if (clsid.empty()) Refuse("it is not registered");
-  if (!IsGuid(clsid)) Refuse("'" + clsid + "' is registered for it, which is no class identifier");
+  if (!IsGuid(clsid))
+    Refuse("'" + clsid + "' is registered for it, which is not a class identifier");
   return clsid;
 }
 
@@ -264,7 +265,7 @@ std::unique_ptr<ComponentControl> PluginObjects::CreateControl(const std::string
                                                                std::function<void()> repaint) {
   return Creating(identifier, [&] {
     auto made = Load(identifier);
-    if (!made.control) Refuse("it is no user control");
+    if (!made.control) Refuse("it is not a user control");
     return std::make_unique<PluginControl>(std::move(made), std::move(repaint));
   });
 }

@@ -13,8 +13,8 @@
 
 namespace gorbex {
 
-/// The folder that serves as a Windows installation: drive_c/, dosdevices/ and *.reg, laid out as
-/// Wine lays one out. Maps Windows paths (code-page bytes) to host paths (UTF-8) and back.
+/// The folder that serves as a Windows installation: drive_c/, dosdevices/ and *.reg, with the same
+/// layout as a Wine prefix. Maps Windows paths (code-page bytes) to host paths (UTF-8) and back.
 class Prefix {
  public:
   using Environment = std::function<std::optional<std::string>(const char* name)>;
@@ -24,7 +24,7 @@ class Prefix {
   static std::filesystem::path Choose(const std::optional<std::filesystem::path>& option,
                                       const Environment& environment);
 
-  /// Lays the folder out when it is not there yet. Error 76 or 70 when it cannot be made.
+  /// Makes the folder when it does not exist yet. Error 76 or 70 when it cannot be made.
   explicit Prefix(const std::filesystem::path& root);
 
   [[nodiscard]] const std::filesystem::path& Root() const { return root_; }
@@ -39,7 +39,7 @@ class Prefix {
   };
 
   /// The file or folder of the Windows path, found without regard to letter case: an exact match
-  /// first, then a look through the folder. Nothing when it does not exist or cannot.
+  /// first, then a look through the folder. Nothing when it does not exist.
   [[nodiscard]] std::optional<HostEntry> Find(const std::string& windowsPath) const;
 
   /// Only the host path of what Find finds.
@@ -57,7 +57,7 @@ class Prefix {
   [[nodiscard]] std::optional<std::string> NewTarget(const std::string& windowsPath) const;
 
   /// The Windows path of a host path (absolute or relative to the current folder): "C:\..." when it
-  /// lies in a drive of the prefix, else "Z:\...". Error 52 when a character has no code-page byte.
+  /// is on a drive of the prefix, else "Z:\...". Error 52 when a character has no code-page byte.
   [[nodiscard]] std::string WindowsPath(const std::filesystem::path& hostPath) const;
 
  private:

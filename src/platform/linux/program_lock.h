@@ -8,18 +8,19 @@
 
 namespace gorbex {
 
-/// Work that only one program at a time may do in a prefix: this one, while the lock lives.
+/// Keeps every other program of a prefix from the same work while the lock lives.
 class ProgramLock {
  public:
-  /// A build run: all runs of a prefix share one result log, so a second one would take the first
-  /// one's results for its own.
+  /// The file to lock for a build. All programs of a prefix write result logs of the same names, so
+  /// that one could take another's results for its own.
   static std::filesystem::path ToBuild(const std::filesystem::path& prefixRoot);
 
-  /// Reading what is stored as a whole, changing a part of it and storing it again.
+  /// The file to lock for a change of a stored file: reading the whole, changing a part, storing it
+  /// again.
   static std::filesystem::path ToChange(const std::filesystem::path& prefixRoot);
 
-  /// Waits while another program holds the lock, and calls `onWait` before it does. Without effect
-  /// where no lock can be made, or when the program is told to end.
+  /// Waits while another program holds the lock, and calls `onWait` before it does. Goes on without
+  /// a lock where none can be made, or when the program is told to end.
   ProgramLock(const std::filesystem::path& file, const std::function<void()>& onWait);
 
   /// Nothing when another program holds the lock.

@@ -21,7 +21,7 @@ namespace gorbex {
 
 class Dispatch;
 
-/// The arguments for a member. Arguments left out at the end are those that the member makes up.
+/// The arguments for a member. The last ones may be left out if the member has defaults for them.
 using Argument = std::variant<std::string, std::int32_t, bool>;
 using Arguments = std::vector<Argument>;
 

@@ -12,7 +12,7 @@ class EndSignal {
   static void Listen();
   [[nodiscard]] static bool Wanted();
 
-  /// Waits for the time, but not on when the end is wanted.
+  /// Waits for the time, or until the end is wanted.
   static void Wait(std::chrono::milliseconds time);
 };
 

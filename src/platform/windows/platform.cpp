@@ -37,7 +37,7 @@ bool IsElevated() {
 
 std::string RegistrationAdvice() {
   if (IsElevated()) return {};
-  return "Registering nearly always needs an administrator's rights: start the program as "
+  return "Registering nearly always needs administrator rights: start the program as "
          "administrator";
 }
 

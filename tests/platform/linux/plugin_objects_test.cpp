@@ -31,19 +31,19 @@ TEST_F(PluginObjectsTest, SayWhyAnObjectCannotBeMade) {
   folder.Put("drive_c/torn.so", "\177ELF");
   const std::tuple<std::string, char, std::string> cases[] = {
       {"", 'A', "its class {A0000000-0000-4000-8000-00000000000F} has no in-process server"},
-      {sample, '\\', "' is registered for it, which is no class identifier"},
+      {sample, '\\', "' is registered for it, which is not a class identifier"},
       {"plugin.so", 'A', "'plugin.so' is not the full path of a file"},
       {"C:\\gone.so", 'A', "'C:\\gone.so' does not exist"},
       {"C:\\Core.DLL", 'A', "' is a Windows DLL; on Linux only plug-ins can be tested"},
       {"C:\\text.so", 'A', "'C:\\text.so' is not a Linux shared library"},
       {"C:\\torn.so", 'A', "'C:\\torn.so' cannot be loaded: "},
-      {prefix.WindowsPath(NO_PLUGIN), 'A', "is no plug-in: it has no function gorbex_plugin_cl"},
+      {prefix.WindowsPath(NO_PLUGIN), 'A', "is not a plug-in: it has no function gorbex_plugin_cl"},
       {sample, 'C', " is made for version 7 of the plug-in interface, this program has version 1"},
       {sample, 'D', " hands out an incomplete class"},
       {sample, 'E', " hands out an incomplete user control"},
       {sample, 'F', ": no paper"},
       {sample, '9', " does not know the class {90000000-0000-4000-8000-00000000000F}"},
-      {sample, 'A', ": it is no user control"},
+      {sample, 'A', ": it is not a user control"},
   };
   const std::string start = "429 ActiveX component can't create object: 'S.X': ";
   EXPECT_EQ(ErrorOf([&] { objects.AddLicense("S.X"); }), start + "it is not registered");

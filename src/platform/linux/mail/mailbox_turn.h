@@ -8,8 +8,8 @@
 namespace gorbex {
 
 /// Keeps every other program of this machine from looking through a mailbox while it is held, so
-/// that no mail is answered twice: a Maildir's are all programs, a server's mailbox those of this
-/// user. Null while another one holds it. Without effect where nothing can be locked.
+/// that no mail is answered twice: of a Maildir all programs, of a server's mailbox those of this
+/// user. Null while another program holds it. Without effect where nothing can be locked.
 [[nodiscard]] std::shared_ptr<void> TakeMailboxTurn(const MailStore& store,
                                                     const std::string& homeFolder);
 

@@ -120,7 +120,7 @@ std::string Situation(const vmime::exception& error, const MailServer& server) {
   }
   if (dynamic_cast<const vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException*>(&error) !=
       nullptr) {
-    return "takes no mail of this size";
+    return "does not accept a mail this large";
   }
   if (dynamic_cast<const vmime::security::cert::certificateException*>(&error) != nullptr) {
     return "shows a certificate that is not to be trusted";

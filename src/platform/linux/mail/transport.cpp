@@ -72,7 +72,7 @@ std::string Short(std::string words) {
 }
 
 constexpr const char* kWithoutAttachment =
-    "The attachment was left out, because the mail server takes no mail of its size.\r\n";
+    "The attachment was left out, because the mail server does not accept a mail this large.\r\n";
 
 }  // namespace
 

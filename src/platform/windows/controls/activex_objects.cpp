@@ -81,7 +81,7 @@ class ActiveXControl : public ComponentControl {
 std::unique_ptr<ComponentControl> ActiveXObjects::CreateControl(const std::string& identifier,
                                                                 std::function<void()> /*repaint*/) {
   auto made = MakeControl(identifier);
-  if (!IsControl(*made.Get())) RefuseObject(identifier, "it is no control");
+  if (!IsControl(*made.Get())) RefuseObject(identifier, "it is not a control");
   return std::make_unique<ActiveXControl>(Apartment(), made);
 }
 

@@ -7,11 +7,11 @@
 
 namespace gorbex {
 
-/// Objects of registered components, and their user controls, too: for a program whose toolkit has
-/// windows that these can be shown in.
+/// Makes objects of registered components, and also their user controls, for a program whose
+/// toolkit has windows that can show them.
 class ActiveXObjects : public AutomationObjects {
  public:
-  /// The control is shown by ShowIn, with a window of the toolkit, and draws itself: it never asks
+  /// ShowIn shows the control in a window of the toolkit. The control draws itself and never asks
   /// to be painted.
   [[nodiscard]] std::unique_ptr<ComponentControl> CreateControl(
       const std::string& identifier, std::function<void()> repaint) override;

@@ -52,10 +52,10 @@ TEST(ActiveXObjects, AreRefusedWithoutTheirKeyAndWhenTheyAreNoControls) {
     });
   };
   EXPECT_EQ(error("No.Such"), start + "'No.Such': it is not registered");
-  EXPECT_EQ(error("GorbexTest.Free"), start + "'GorbexTest.Free': it is no control");
+  EXPECT_EQ(error("GorbexTest.Free"), start + "'GorbexTest.Free': it is not a control");
   const auto refused = error("GorbexTest.Licensed");
   EXPECT_TRUE(refused.starts_with(start + "'GorbexTest.Licensed': ")) << refused;
-  EXPECT_FALSE(refused.ends_with("it is no control")) << refused;
+  EXPECT_FALSE(refused.ends_with("it is not a control")) << refused;
 }
 
 }  // namespace
