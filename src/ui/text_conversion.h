@@ -14,8 +14,8 @@ namespace gorbex::ui {
 /// no path can hold, so that such a path is never found instead of being mistaken for another.
 [[nodiscard]] std::string FromWx(const wxString& text);
 
-/// At most so many bytes of a text, with words of at most 1000: the toolkit takes minutes to lay
-/// out a long line that it cannot break. "..." replaces the rest.
+/// The first `most` bytes of a text; "..." replaces the rest. Words of more than 1000 bytes are
+/// broken, because the toolkit takes minutes to lay out a long line that it cannot break.
 [[nodiscard]] std::string Excerpt(const std::string& text, std::size_t most);
 
 }  // namespace gorbex::ui

@@ -121,9 +121,9 @@ class TemporaryFile {
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  /// Not every system takes over the target's rights with its place, and nobody else may read the
-  /// text meanwhile. Only who may take over files can hand one to its old owner, and nobody else
-  /// needs to.
+  /// Gives the file the target's rights before it has a text: not every system does so when a file
+  /// takes the target's place, and nobody else may read the text meanwhile. The owner is set only
+  /// if the system allows that.
   void TakeRightsOf(const std::wstring& target) const {
     CopySecurity(target, path_, DACL_SECURITY_INFORMATION);
     CopySecurity(target, path_, OWNER_SECURITY_INFORMATION);
