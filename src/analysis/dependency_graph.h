@@ -10,8 +10,8 @@
 
 namespace gorbex {
 
-/// Which projects of the build use which: by the binaries their references name, and by references
-/// to the project files themselves. Projects are numbered from 0 in the order of the collection.
+/// Knows which projects use which: a reference names the other's binary or its project file.
+/// Projects are numbered from 0 in the order of the collection.
 class DependencyGraph {
  public:
   DependencyGraph(const MemberCollection& members, const GroupDependency& group);
@@ -33,7 +33,8 @@ class DependencyGraph {
   [[nodiscard]] std::vector<std::size_t> WithUses(std::size_t project) const;
   [[nodiscard]] std::vector<std::size_t> WithUsers(std::size_t project) const;
 
-  /// Every project after all that it uses, as far as cycles allow; otherwise in number order.
+  /// All projects, each after those that it uses where circles allow this; otherwise in number
+  /// order.
   [[nodiscard]] std::vector<std::size_t> BuildOrder() const;
 
   /// The sets of projects that use one another in a circle.

@@ -66,7 +66,7 @@ struct GroupLayout {
 /// The level of each project; those that use one another in a circle have the same.
 [[nodiscard]] std::vector<std::size_t> LevelsOf(const DependencyGraph& graph);
 
-/// How wide a text (UTF-8) of the picture is at most, in fonts without serifs.
+/// The most width that a text (UTF-8) of the picture takes, in fonts without serifs.
 [[nodiscard]] double PictureTextWidth(std::string_view utf8);
 
 /// Lays out a group; the names (UTF-8) are by the project's number. The same group gives the same

@@ -4,7 +4,7 @@
 
 namespace gorbex {
 
-/// Which part of a picture a window shows, and how large. The window's lengths are pixels.
+/// The part of a picture that a window shows, and its size. The window's lengths are pixels.
 class PictureView {
  public:
   /// How many pixels one unit of the picture has at 100 %.

@@ -23,7 +23,7 @@ inline constexpr std::array kProjectStates = {
     ProjectState::None,     ProjectState::Checked, ProjectState::OutOfDate, ProjectState::UpToDate,
     ProjectState::Building, ProjectState::Built,   ProjectState::Failed,    ProjectState::Skipped};
 
-/// For the user, such as "out of date"; "not checked" for None.
+/// The name for the user, such as "out of date"; "not checked" for None.
 [[nodiscard]] std::string_view NameOf(ProjectState state);
 
 /// The name that style sheets know a state by, such as "outdated".

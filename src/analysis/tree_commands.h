@@ -15,7 +15,7 @@ class TreeCommands {
                ProjectFindings& findings, Dialogs& dialogs)
       : window_(window), reader_(reader), views_(views), findings_(findings), dialogs_(dialogs) {}
 
-  /// Adds one project or several; tells which of them cannot be read.
+  /// Adds one or more projects; tells which cannot be read.
   void mnuTreePopupAddProject_Click();
   void mnuTreePopupRemoveProject_Click();
 

@@ -10,8 +10,8 @@
 
 namespace gorbex {
 
-/// Which projects of a run use one that has failed in it. Knows the projects by the references they
-/// had when it was made; however many fail, each project is visited once.
+/// Knows which projects of a run use one that has failed in it, by the references they had when
+/// this object was made. Each project is visited only once, even if many fail.
 class UsersOfFailed {
  public:
   UsersOfFailed(const MemberCollection& members, const GroupDependency& group);

@@ -19,8 +19,8 @@ class BuildRun {
 
   void mnuFileBuild_Click();
 
-  /// As the Build command, over the rows of these projects whatever their check marks. The other
-  /// rows stay as they are.
+  /// As the Build command, but over the rows of these projects, checked or not. The other rows stay
+  /// as they are.
   void BuildAgain(std::set<std::string> projects);
 
   /// Ends the run after the project being built. Asked again, or outside a run, offers to end the
@@ -51,7 +51,7 @@ class BuildRun {
   /// One after the other, in the order that the queue has when a project's turn comes.
   void BuildInTurn(Procedure& on, RunState& run);
 
-  /// Of the last builds of the run's projects, in the order of the queue.
+  /// The durations of the last builds of the run's projects, in the order of the queue.
   [[nodiscard]] TimeLeft::Durations LastDurations(const RunState& run) const;
   [[nodiscard]] Pass BuildProject(Procedure& on, ProjectBuild& build);
 

@@ -5,7 +5,7 @@
 
 namespace gorbex {
 
-/// Builds what failed, and what was skipped because of it, once more.
+/// Builds the projects again that failed, or were skipped because of a failed one.
 class FailedBuild {
  public:
   FailedBuild(const FailedProjects& failed, BuildRun& run) : failed_(failed), run_(run) {}

@@ -24,7 +24,7 @@ class ImmediateBuild {
 
   explicit ImmediateBuild(const Uses& uses) : uses_(uses) {}
 
-  /// Both build the project of the selected tree node and start the registration script afresh.
+  /// Both build the project of the selected tree node and start a new registration script.
   void mnuTreePopupBuildNowDefault_Click();
   void mnuTreePopupBuildNowNewLocation_Click();
 

@@ -42,7 +42,7 @@ class LastRun {
   /// All must outlive it.
   explicit LastRun(const Uses& uses) : uses_(uses) {}
 
-  /// Only who shows a run needs to hear of it.
+  /// Follows these runs; only a front end that shows the last run needs this.
   void Listen(RunEvents& events);
 
   /// False before the first run.
@@ -55,7 +55,7 @@ class LastRun {
 
   using Numbers = std::vector<std::vector<std::size_t>>;
 
-  /// By project of the run, the numbers of those that it uses. Looked up when somebody asks first.
+  /// For each project of the run the numbers of those that it uses, found out at the first call.
   const Numbers& UsesOfRun();
 
   mutable Signal<> began;    ///< another run, or none, is the last one from now on

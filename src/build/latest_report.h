@@ -13,7 +13,7 @@ class LatestReport {
  public:
   void Add(const std::string& path, const LatestResult& result);
 
-  /// For the user; empty when every get did all its work.
+  /// A text for the user; empty when every get did all its work.
   [[nodiscard]] std::string Text() const;
 
  private:

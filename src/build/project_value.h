@@ -16,8 +16,8 @@ struct ValuePlace {
   std::optional<std::size_t> end{};  ///< where the line ends; nothing on a last line
 };
 
-/// Where the first "key=" is, in any letter case and wherever in the text; nothing when it does
-/// not.
+/// The place of the value after the first "key=" in the text, in any letter case; nothing when
+/// there is none.
 [[nodiscard]] std::optional<ValuePlace> FindProjectValue(std::string_view text,
                                                          std::string_view key);
 

@@ -18,7 +18,7 @@ class QuestionTime {
     if (--open_ == 0) total_ += clock_.Elapsed() - since_;
   }
 
-  /// Without questions that are still open.
+  /// The time so far, without questions that are still open.
   [[nodiscard]] std::chrono::milliseconds Total() const { return total_; }
 
  private:

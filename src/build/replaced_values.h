@@ -60,7 +60,8 @@ class ReplacedValues {
     std::size_t size = 0;
   };
 
-  /// Where a project's text has the value that a build replaced; nothing when it has another one.
+  /// The place in a project's text of the value that a build wrote; nothing when another value is
+  /// there.
   [[nodiscard]] static std::optional<Span> PlaceOf(const Entry& entry, const std::string& text);
   [[nodiscard]] bool Mended(const std::string& projectFile, const Entries& entries);
   void Tell(const std::string& line);

@@ -45,8 +45,8 @@ class RunSchedule {
 
   [[nodiscard]] std::size_t DoneCount() const { return done_; }
 
-  /// How long the rest of the run takes with that many places. Nothing when no project's duration
-  /// is known.
+  /// How long the rest of the run takes with this number of places. Nothing when no project's
+  /// duration is known.
   [[nodiscard]] std::optional<TimeEstimate> TimeLeft(
       std::size_t places, const std::vector<ProjectAtWork>& atWork) const;
 

@@ -58,7 +58,8 @@ struct RunState {
     if (!isKnown) unamended.push_back(path);
   }
 
-  /// After the last project that was begun: whether the run was told to end before all were done.
+  /// To be asked after the last project that began: whether the run was told to end before all were
+  /// done.
   [[nodiscard]] bool IsStopped(const Work& work) const {
     const bool isWhole = number >= checked;
     return (!isWhole && (isCancelled || work.RunStops())) || (errors > 0 && work.Ends());

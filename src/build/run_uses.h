@@ -16,7 +16,7 @@ namespace gorbex {
     const std::vector<std::string>& paths);
 
 /// The same without circles: the projects of a circle use one another in the order of their
-/// numbers, and who uses one of them uses the last.
+/// numbers, and a project that uses one of them uses the last.
 [[nodiscard]] std::vector<std::vector<std::size_t>> WithoutCircles(
     std::vector<std::vector<std::size_t>> uses);
 

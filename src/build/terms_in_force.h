@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// One thing that holds for the next build.
+/// One of the terms of the next build.
 struct BuildTerm {
   enum class Weight { Plain, Warning };
 
@@ -19,8 +19,8 @@ struct BuildTerm {
   bool operator==(const BuildTerm&) const = default;
 };
 
-/// How the next build is made: compatibility, version and folder always, everything else that
-/// changes what a build does when it is switched on. The menu must outlive the result.
+/// The terms of the next build: always compatibility, version and folder; other settings that
+/// change a build only when they are switched on. The menu must outlive the result.
 [[nodiscard]] std::vector<BuildTerm> TermsInForce(frmBuilder& window, const clsOptions& options);
 
 /// The terms on one line, such as "Breaks compatibility - version 2.1.0 - to C:\Out\".

@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-/// Which checks are wanted.
+/// The checks that are wanted.
 struct CheckSelection {
   std::vector<std::string> only;     ///< ids; empty for all
   std::vector<std::string> ignored;  ///< ids

@@ -70,7 +70,7 @@ class CheckedGroup {
   [[nodiscard]] const Uses& Parts() const { return uses_; }
   [[nodiscard]] const std::string& File() const { return scope_.file; }
 
-  /// In the order of Graph().
+  /// The projects, in the order of Graph().
   [[nodiscard]] const std::deque<CheckedProject>& Projects() const { return projects_; }
 
   struct Unread {

@@ -7,7 +7,7 @@
 
 namespace gorbex {
 
-/// Which files are there, by one listing of each folder. Nothing here raises an error.
+/// Knows which files exist, by one listing of each folder. Nothing here raises an error.
 class DiskNames {
  public:
   explicit DiskNames(const FileReader& files) : files_(files) {}

@@ -16,7 +16,7 @@ struct ProjectLine {
   std::string_view value;  ///< without quotes; of a source, its file
 };
 
-/// The lines up to the first section, whatever they end in. They are views into the text.
+/// The lines up to the first section, with any line end. They are views into the text.
 [[nodiscard]] std::vector<ProjectLine> LinesOf(std::string_view projectText);
 
 }  // namespace gorbex

@@ -9,7 +9,7 @@
 
 namespace gorbex::cli {
 
-/// Which checks a command is to do.
+/// The checks that a command does.
 struct CheckOptions {
   std::vector<std::string> only;
   std::vector<std::string> ignored;

@@ -6,10 +6,10 @@
 
 namespace gorbex::cli {
 
-/// The build server that runs this program, as far as it takes commands from a program's output.
+/// A build server that runs this program and takes commands from its output.
 enum class CiSystem { None, GitHub, Azure, TeamCity };
 
-/// By the variables that these systems set.
+/// The system, by the variables that these systems set.
 [[nodiscard]] CiSystem CiSystemOf(
     const std::function<std::optional<std::string>(const char* name)>& environment);
 

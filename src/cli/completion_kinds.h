@@ -14,7 +14,7 @@ struct CompletionKind {
   std::vector<std::string> words{};
 };
 
-/// Of an argument, or of the value of an option, by its name and type.
+/// The kind of an argument, or of the value of an option, by its name and type.
 [[nodiscard]] CompletionKind KindOf(const CLI::Option& option);
 
 [[nodiscard]] inline bool TakesValue(const CLI::Option& option) {

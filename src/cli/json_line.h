@@ -6,8 +6,8 @@
 
 namespace gorbex::cli {
 
-/// One JSON object as a line of text, for lists of so many objects that building each in memory
-/// first takes most of the time. Texts are given in the code page.
+/// One JSON object as a line of text, for long lists: building each object in memory first would
+/// take most of the time. Texts are given in the code page.
 class JsonLine {
  public:
   void Add(std::string_view name, std::string_view text);

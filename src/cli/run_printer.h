@@ -19,7 +19,7 @@ namespace gorbex::cli {
 /// run's progress below them, with a row for each of several projects that are built side by side.
 class RunPrinter {
  public:
-  /// Lines go to `lines`; the progress to the error stream, when that is a terminal.
+  /// Prints lines to `lines`, and progress to the error stream when that is a terminal.
   RunPrinter(const Frame& frame, std::ostream& lines, const Clock& clock, const Host& host)
       : frame_(frame), lines_(lines), clock_(clock), paths_(host), rows_(frame.streams) {}
 

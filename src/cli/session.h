@@ -32,8 +32,8 @@ class Session {
   /// As Open, after LeaveJudgement(), with projects that cannot be read left out.
   void OpenToCheck(const std::string& typedPath);
 
-  /// For a command that finds out by itself what is wrong with projects and references: nothing is
-  /// printed about them when they are read, and no reference is marked.
+  /// For a command that judges projects and references by itself: nothing is printed about them
+  /// when they are read, and no reference is marked.
   void LeaveJudgement();
 
   /// As Open, with missing project files taken out of the build project.

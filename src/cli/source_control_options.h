@@ -9,7 +9,7 @@
 
 namespace gorbex::cli {
 
-/// How a command that uses source control is told where it is, and who logs in.
+/// The options of a command that uses source control: where the database is, and who logs in.
 struct SourceControlOptions {
   std::string ini;
   std::optional<std::string> user;

@@ -31,7 +31,7 @@ struct frmCheck {
   Signal<std::size_t> headingClicked;  ///< the user wants the rows sorted by this column
   Signal<> rowActivated;               ///< the selected one
 
-  /// The user wants to see this file, at a line from 1 where one is meant.
+  /// The user wants to see this file, at a line (from 1) if there is one.
   Signal<std::string, std::optional<std::size_t>> fileWanted;
 };
 

@@ -16,8 +16,8 @@ class ProjectFileReader {
   ProjectFileReader(frmBuilder& window, const FileReader& files, ProjectViews& views)
       : window_(window), files_(files), views_(views) {}
 
-  /// True when the project is in the model, now or already. False when an error stopped the
-  /// reading; then no record was added, and nothing is shown: listeners of `leftOut` are told.
+  /// True when the project is in the model now. False when an error stopped the reading: then no
+  /// record is added, nothing is shown, and listeners of `leftOut` are told.
   bool ReadProject(const std::string& path);
 
   /// As ReadProject(), but nothing is marked or shown. The project's node; null when the project

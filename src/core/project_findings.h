@@ -20,7 +20,7 @@ class ProjectFindings {
   /// the paths of the projects that were left out.
   std::vector<std::string> Tell();
 
-  /// Which projects were left out, and which of the others the compiler will not load; and why.
+  /// A message: which projects were left out, which others the compiler will not load, and why.
   Signal<std::string> told;
 
  private:

@@ -36,7 +36,7 @@ enum class RunResult {
 
 enum class BuildStep { Latest, Compatibility, Debug, References, Version, Compile };
 
-/// For the user, such as "compiling".
+/// The name for the user, such as "compiling".
 [[nodiscard]] std::string_view NameOf(BuildStep step);
 
 /// The announcements of a build run, in the order they happen. Listeners cannot change the run.
@@ -55,19 +55,19 @@ struct ProjectStarted {
   /// no durations are known.
   std::optional<TimeEstimate> left{};
 };
-/// Instead of ProjectStarted, for a project that is passed over.
+/// Instead of ProjectStarted, for a project that is skipped because it uses a failed one.
 struct ProjectSkipped {
   std::string path;
   std::size_t number;  ///< from 1
   std::size_t of;
   std::string failed;  ///< the project that it uses
 };
-/// After ProjectStarted, instead of the steps that follow a get: there is nothing to be built.
+/// After ProjectStarted, instead of the steps that follow a get: the project is up to date.
 struct ProjectUpToDate {
   std::string path;
   std::string since;  ///< "dd/mm/yyyy hh:nn:ss"
 };
-/// After ProjectStarted, in a run that passes over what is up to date: why this project is not.
+/// After ProjectStarted, in a run that skips what is up to date: why this project is not.
 struct ProjectOutdated {
   std::string path;
   std::string reasons;  ///< on one line
@@ -110,7 +110,7 @@ struct RunEnded {
   std::vector<std::string> unamended{};  ///< project files that could not be changed as asked
   int upToDate = 0;
 };
-/// Every project of the run is passed, and its result is certain. Messages to the user and the test
+/// The run is done with every project, and its result is certain. Messages to the user and the test
 /// project come between this and RunEnded.
 struct RunDone {
   RunEnded end;

@@ -12,8 +12,8 @@
 
 namespace gorbex {
 
-/// Decides when a user who does other things is told of a run: at its end, or when it waits for an
-/// answer, if the run has taken longer than ten seconds and the user does not look at it.
+/// Tells a user who works in another program of a run: at its end, or when it waits for an answer,
+/// if the run has taken longer than ten seconds.
 class RunNotice {
  public:
   RunNotice(RunEvents& events, const Clock& clock);

@@ -21,8 +21,8 @@ class Shell {
   Shell(ProcessLauncher& processes, EventPump& events, const Clock& clock, Work& work)
       : processes_(processes), events_(events), clock_(clock), work_(work) {}
 
-  /// True exactly when the command ended with exit code 0. There is no time-out: a compiler may
-  /// take its time. The error of the launcher when the command cannot be started.
+  /// True exactly when the command ended with exit code 0. There is no time limit. The error of the
+  /// launcher when the command cannot be started.
   bool ShellAndWait(const std::string& commandLine);
 
   enum class Ended { Well, Badly, ByUs };
@@ -57,15 +57,15 @@ class Shell {
     bool isTerminated_ = false;
   };
 
-  /// Starts a program, for those who wait for several. Null when everything is to end.
+  /// Starts a program, for callers that wait for several. Null when everything is to end.
   [[nodiscard]] std::unique_ptr<Program> Start(const std::string& commandLine,
                                                Life life = Life::EndsWithUs);
 
   /// Waits for the end of a program.
   Ended Wait(Program& program);
 
-  /// How long a wait for a program's end lasts before the user interface has its turn: it leaves
-  /// the processor to the program, and is short enough for a window to feel alive.
+  /// The time of one wait for a program's end, before the user interface has its turn: long enough
+  /// to leave the processor to the program, short enough for the user.
   static constexpr std::chrono::milliseconds kPatience{10};
 
   /// Announced before a program is started.

@@ -8,7 +8,7 @@ namespace gorbex {
 [[nodiscard]] bool IsSourceName(std::string_view file);
 
 /// Whether a file is a source, a project, a group or a build project by its extension. The system
-/// opens such a file in a program; other names could be programs themselves.
+/// opens such a file in an editor; files of other names could be programs.
 [[nodiscard]] bool IsDocumentName(std::string_view file);
 
 /// Whether a command may replace a file with its output. False for the documents of IsDocumentName,

@@ -21,7 +21,8 @@ struct HostedControl {
   /// it in the control's place, because a message for every event would never end.
   Property<std::string> problem;
 
-  /// Tells the control its size, then those who draw it. The control's error when it fails.
+  /// Tells the control its size, then the listeners that draw it. The control's error when it
+  /// fails.
   void Resize(ControlSize newSize);
 
   /// Shown in its own window, and not to be painted.
@@ -52,7 +53,7 @@ class frmTestControl {
   /// In the order they were added: each is in front of those before it.
   [[nodiscard]] const Storage& Controls() const { return controls_; }
 
-  /// Names the control by the count of controls so far and shows it in front of them.
+  /// Names the control by its number, and shows it in front of the others.
   void Add(std::unique_ptr<HostedControl> control);
 
   /// Hides the form and destroys its controls. It may be called again, also by listeners.

@@ -24,7 +24,7 @@ enum class Task {
   Login,          ///< to source control
 };
 
-/// Knows who is at work in the program, and so what may begin.
+/// Knows which tasks are at work in the program, and so which may begin.
 class Work {
  public:
   /// The system's way to keep other programs from building while the result lives; null while

@@ -50,7 +50,7 @@ struct BuildRecord {
   std::vector<SharedInput> shared{};
 };
 
-/// Tells the lines of shared inputs apart: the hash that each of them ends with.
+/// The hash at the end of a shared input's line; it identifies the line.
 using LineId = std::uint64_t;
 
 // Lines are without their ends. Nothing in them depends on the system. A line that is damaged or of

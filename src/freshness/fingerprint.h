@@ -7,7 +7,7 @@
 
 namespace gorbex {
 
-/// How a file looks without being read.
+/// The data of a file that are known without reading it.
 struct FileStamp {
   std::uint64_t size = 0;
   std::uint64_t ticks = 0;  ///< of its last change
@@ -22,8 +22,8 @@ struct Fingerprint {
 
   State state = State::Missing;
   ContentHash hash{};
-  /// Of the file when it was read; nothing when it had changed so recently that a second change
-  /// could look the same.
+  /// The stamp of the file when it was read; nothing when it had changed so recently that a second
+  /// change could leave the same stamp.
   std::optional<FileStamp> stamp{};
 
   /// Whether both are of readable files with the same contents.

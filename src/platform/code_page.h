@@ -55,7 +55,7 @@ class CodePage {
   Tables tables_;
 };
 
-/// For a system whose code page, of this number, has characters of several bytes.
+/// The error for a system whose code page, of this number, has characters of several bytes.
 [[nodiscard]] RuntimeError UnusableCodePage(const std::string& number);
 
 // Case and conversion at the borders are answered here and nowhere else, by the code page in use.
@@ -72,7 +72,7 @@ class CodePage {
 
 [[nodiscard]] bool IsUtf8(std::string_view text);
 
-/// The text with a blank for every control character: one line, whatever it held.
+/// The text as one line: with a blank for every control character.
 [[nodiscard]] std::string OnOneLine(std::string_view text);
 
 /// The bytes that the code page leaves undefined become the control character of equal number.

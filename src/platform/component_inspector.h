@@ -6,7 +6,7 @@
 
 namespace gorbex {
 
-/// The type library inside a component file: what the compiler of another project sees of it.
+/// The type library inside a component file: the part that the compiler of another project sees.
 struct InnerLibrary {
   std::string_view bytes;  ///< a part of the file's
   std::string guid;        ///< in braces

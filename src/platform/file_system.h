@@ -41,7 +41,8 @@ struct FolderEntry {
   bool isFolder = false;
   bool isLink = false;  ///< a link to a file or folder elsewhere
 
-  /// False when no path can name it; "?" is then for each character that is not in the code page.
+  /// False when no path can name it; the name then has "?" for each character that is not in the
+  /// code page.
   bool isReachable = true;
 };
 

@@ -11,7 +11,7 @@ namespace gorbex {
 [[nodiscard]] std::string_view TakeLine(std::string_view& text);
 
 /// The first field of that name in a header: its value on one line, not decoded. Nothing when there
-/// is none. A value longer than any that is meant well is cut.
+/// is none. A very long value is cut.
 [[nodiscard]] std::optional<std::string> FieldOf(std::string_view header, std::string_view name);
 
 /// Where the header of a mail or of a part of it ends: the offset of what follows the empty line.

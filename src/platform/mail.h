@@ -64,8 +64,8 @@ class MailItem {
   /// The address that an answer goes to, or a name for it; empty when nobody can be answered.
   [[nodiscard]] virtual std::string ReplyAddress() const = 0;
 
-  /// True for mails that a program sent by itself (notices of absence, bounces, lists), whose
-  /// answer could come back forever.
+  /// True for mails that a program sent by itself (notices of absence, bounces, lists): answers to
+  /// these could go back and forth forever.
   [[nodiscard]] virtual bool IsAutomatic() const = 0;
 };
 

@@ -23,7 +23,7 @@ template <class Number>
   return error == std::errc() && end == last ? std::optional(number) : std::nullopt;
 }
 
-/// In small letters, without leading zeros.
+/// The number in hexadecimal, in small letters and without leading zeros.
 [[nodiscard]] std::string Hexadecimal(std::uint64_t number);
 
 /// A part of a URL with each "%41" replaced by its byte; nothing when a "%" lacks its two

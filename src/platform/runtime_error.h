@@ -38,7 +38,7 @@ class RuntimeError : public std::runtime_error {
   /// The number's own text; a subject (a file, a key) is quoted after it.
   explicit RuntimeError(ErrorNumber number, std::string_view subject = {});
 
-  /// For services that bring their own words, such as a source-control client.
+  /// An error with these words, for services that have their own, such as a source-control client.
   static RuntimeError WithDescription(ErrorNumber number, const std::string& description);
 
   /// The number's own text for a subject, with the reason in brackets.

@@ -20,7 +20,7 @@ struct ToolCall {
   std::vector<std::string> arguments{};
   std::string folder{};  ///< Windows path of the folder it runs in
 
-  /// On top of this program's own environment; nothing takes a variable away.
+  /// Variables to add to this program's environment; a value of nothing removes one.
   std::map<std::string, std::optional<std::string>> environment{};
 
   std::string input{};  ///< what the tool reads

@@ -46,14 +46,14 @@ class LastRunList {
   [[nodiscard]] ProjectState StateOfBar(std::size_t bar) const;
   [[nodiscard]] std::string NameOfBar(std::size_t bar) const;
 
-  /// Lines for the bar under the pointer.
+  /// The lines of a bar's tool tip.
   [[nodiscard]] std::string TipOfBar(std::size_t bar) const;
 
   /// The bar of the selected row; nothing when there is none.
   [[nodiscard]] std::optional<std::size_t> SelectedBar() const;
   void SelectBar(std::size_t bar);
 
-  /// Selects the bar that began before or after the selected one, as far as there is one.
+  /// Selects the bar that began before or after the selected one, if there is one.
   void SelectNextBar(bool isForward);
 
  private:

@@ -39,9 +39,10 @@ class ReportMaker {
 
   explicit ReportMaker(const Parts& parts) : parts_(parts) {}
 
-  /// Of a run that has ended. The findings are those of before the run; without them the group is
-  /// checked now. There are neither these nor a picture when another build project is open; `uses`
-  /// then tells what the projects of the run used, and is null while they are loaded.
+  /// The report of a run that has ended. `findings` are those of a check before the run; without
+  /// them the group is checked now. When another build project is open now, nothing is checked and
+  /// there is no picture; `uses` then tells what the projects of the run used. Otherwise it is
+  /// null.
   [[nodiscard]] RunReport Of(const RunRecord& record, const RunTerms& terms,
                              std::optional<Findings> findings,
                              const LastRun::Numbers* uses = nullptr) const;

@@ -15,10 +15,11 @@ enum class ProjectResult { Waiting, Building, Built, Failed, UpToDate, Skipped, 
 
 [[nodiscard]] ProjectResult ResultOf(const RunRecord& record, const RunRecord::Project& project);
 
-/// For the user, such as "up to date".
+/// The name for the user, such as "up to date".
 [[nodiscard]] std::string_view NameOf(ProjectResult result);
 
-/// How it is drawn, as in pictures of the group. One that waits or was not reached is checked.
+/// How a result is drawn, as in pictures of the group. A project that waits or was not reached is
+/// drawn as checked.
 [[nodiscard]] ProjectState StateOf(ProjectResult result);
 
 /// Why a project was built, passed over or not reached; empty while it waits.

@@ -9,7 +9,7 @@ namespace gorbex::session_setting {
 /// The initialisation file, a Windows path.
 inline constexpr std::string_view kIniPath = "INIPath";
 
-/// Who logged in last.
+/// The user of the last login.
 inline constexpr std::string_view kUser = "User";
 
 }  // namespace gorbex::session_setting

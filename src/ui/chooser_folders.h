@@ -5,8 +5,8 @@
 
 namespace gorbex::ui {
 
-/// Where the choosers of files and folders begin: beside the open build project, and each where it
-/// was last after that. Paths are the host's, in UTF-8.
+/// The folders in which the choosers of files and folders open: first that of the open build
+/// project, later the one in which the chooser was used last. Paths are the host's, in UTF-8.
 class ChooserFolders {
  public:
   /// The folder for a chooser, known by its title; empty when there is none. `project` is the

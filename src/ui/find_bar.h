@@ -12,8 +12,8 @@
 
 namespace gorbex::ui {
 
-/// A line below what can be searched. Typing finds, Return finds the next, Shift+Return the
-/// previous, Esc closes the line.
+/// A line below the parts that can be searched. Typing finds, Return finds the next, Shift+Return
+/// the previous, Esc closes the line.
 class FindBar : public wxPanel {
  public:
   using Hit = ProjectSearch::Hit;

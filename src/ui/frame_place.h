@@ -6,8 +6,8 @@
 
 namespace gorbex::ui {
 
-/// Where the main window is. The state knows the place, or the one that the window would have if it
-/// were not maximized.
+/// Keeps the main window's place in the state: of a maximized window, the place that it has
+/// otherwise.
 class FramePlace : public wxEvtHandler {
  public:
   /// Both must outlive the place.

@@ -6,8 +6,8 @@
 
 namespace gorbex::ui {
 
-/// The tool tip of what is under the pointer in a control with many items. It is never in the way:
-/// a key or a menu that is opened hides it, until the pointer moves.
+/// The tool tip of the item under the pointer, for a control with many items. A key or an opened
+/// menu hides it until the pointer moves.
 class HoverTip : public wxEvtHandler {
  public:
   /// `window` is any window of the same frame or dialog.

@@ -16,8 +16,7 @@ namespace gorbex::ui {
 /// Whether the desktop's theme has light texts on a dark background.
 [[nodiscard]] bool IsDark();
 
-/// How a colour of the program's rows looks on the toolkit's list background, in light and dark
-/// themes alike.
+/// The colour of the program's rows on the toolkit's list background, in light and dark themes.
 [[nodiscard]] wxColour TextColour(Colour colour);
 
 /// The colour of texts that only explain.
@@ -36,7 +35,7 @@ namespace gorbex::ui {
 /// Draws a window again when the keyboard comes or goes.
 void RefreshWithFocus(wxWindow& window);
 
-/// Of lists.
+/// The colours for pictures, which fit the background of lists.
 [[nodiscard]] Scheme SchemeInUse();
 
 /// The colour of the critical path.

@@ -30,7 +30,7 @@ class PictureTiles {
              std::optional<std::chrono::milliseconds> limit);
 
  private:
-  /// Draws many squares at once: what crosses several of them is drawn only once.
+  /// Draws many squares at once: a shape that crosses several of them is drawn only once.
   void DrawMissing(const wxRect& part, const Draw& draw);
   [[nodiscard]] wxBitmap Drawn(const wxRect& part, const Draw& draw) const;
 

@@ -16,7 +16,7 @@ class RememberedPlace {
   RememberedPlace(RegistryTools& registry, std::string part)
       : registry_(registry), part_(std::move(part)) {}
 
-  /// Puts the window there, as far as that is on a screen now; false when no place is stored.
+  /// Puts the window there, or where it fits on the present screens; false when no place is stored.
   bool Restore(wxTopLevelWindow& window) const;
 
   /// A maximized window's place stays what it was before.

@@ -40,10 +40,10 @@ class StateList : public wxListCtrl {
   /// Whether the user or a call set the widths.
   [[nodiscard]] bool HasOwnWidths() const { return hasOwnWidths_; }
 
-  /// Scrolls so far that the selected row is in sight.
+  /// Scrolls until the selected row is in sight.
   void ShowSelected();
 
-  /// The height of the headings and of so many rows, in pixels.
+  /// The height of the headings and of this number of rows, in pixels.
   [[nodiscard]] int HeightOf(int rows) const;
 
   /// Null when the item shows no row.

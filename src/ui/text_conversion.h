@@ -10,8 +10,8 @@ namespace gorbex::ui {
 /// The program's code-page bytes as the toolkit's text.
 [[nodiscard]] wxString ToWx(const std::string& text);
 
-/// The toolkit's text as code-page bytes; a character that the code page lacks becomes "?", which
-/// no path can hold, so that such a path is never found instead of being mistaken for another.
+/// The toolkit's text as code-page bytes; a character that the code page lacks becomes "?". No path
+/// can contain it, so such a path is never mistaken for another one.
 [[nodiscard]] std::string FromWx(const wxString& text);
 
 /// The first `most` bytes of a text; "..." replaces the rest. Words of more than 1000 bytes are

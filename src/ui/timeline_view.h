@@ -18,10 +18,10 @@ class TimelineView : public wxScrolledCanvas {
   /// The list and its form must outlive the view.
   TimelineView(wxWindow* parent, LastRunList& list, frmLastRun& form);
 
-  /// In pixels: for lanes, axis and legend.
+  /// The height for lanes, axis and legend, in pixels.
   [[nodiscard]] int BestHeight() const;
 
-  /// Of a bar, in the window; for tests.
+  /// The place of a bar in the window; for tests.
   [[nodiscard]] wxRect PlaceOf(std::size_t bar) const;
 
  private:

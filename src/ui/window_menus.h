@@ -19,7 +19,7 @@ class WindowMenus {
 
   [[nodiscard]] std::unique_ptr<wxMenu> TreePopup();
 
-  /// Where the tree shows no project.
+  /// The menu of the tree where no project is at the pointer.
   [[nodiscard]] std::unique_ptr<wxMenu> GroupPopup();
   [[nodiscard]] std::unique_ptr<wxMenu> DataPopup();
   [[nodiscard]] std::unique_ptr<wxMenu> QueuePopup();

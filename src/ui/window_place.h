@@ -13,8 +13,8 @@ namespace gorbex::ui {
 [[nodiscard]] WindowPosition InTwips(const wxRect& dips);
 [[nodiscard]] wxRect InDips(const WindowPosition& twips);
 
-/// The rectangle moved and cut so far that the window can be seen and moved on one of the screens;
-/// a place on a screen that is gone leads to the main screen.
+/// The rectangle, moved and cut so that the window can be seen and moved on one of the screens; on
+/// the main screen if its own is gone.
 [[nodiscard]] wxRect OnSomeScreen(const wxRect& wanted, const std::vector<wxRect>& screens,
                                   const wxSize& smallest);
 
@@ -24,7 +24,7 @@ namespace gorbex::ui {
 /// Where a window is.
 [[nodiscard]] WindowPosition PlaceOf(const wxTopLevelWindow& window);
 
-/// Puts a window there, as far as that is on a screen now, and not smaller than it may be.
+/// Puts a window there, or where it fits on the present screens, but not smaller than it may be.
 void PutOnScreen(wxTopLevelWindow& window, const WindowPosition& place);
 
 }  // namespace gorbex::ui

@@ -17,8 +17,8 @@ enum class GitCall {
   Remote,    ///< asks the remote, with the login, which nothing else is shown
 };
 
-/// A git that takes longer is ended as hanging, such as one with a silent server. An
-/// unattended program would wait for it forever.
+/// A git that takes longer is ended, for example because a server is silent: an unattended program
+/// would wait for it forever.
 inline constexpr std::chrono::minutes kGitPatience{30};
 
 /// A variable that git is given, whose value means no further option of a merge.
@@ -36,8 +36,8 @@ class GitRunner {
   /// Limits the login to these origins of URLs; before this call it has none.
   void UseLoginAt(std::vector<std::string> origins) { origins_ = std::move(origins); }
 
-  /// Git's answer. Error with git's words when it fails. A git that finds another one at work
-  /// in the same place is given a few more attempts, here and below.
+  /// Git's answer. Error with git's words when it fails. If another git is at work in the same
+  /// place, a few more attempts are made, here and below.
   std::string Run(GitCall kind, const std::vector<std::string>& arguments) const;
 
   /// Lets the caller judge the exit code. Error only when git cannot be run.
@@ -56,7 +56,7 @@ class GitRunner {
   std::vector<std::string> origins_;
 };
 
-/// True when another git held the lock that one takes before it touches anything.
+/// True when another git held the lock that git takes before it changes anything.
 [[nodiscard]] inline bool IsLockedOut(const RuntimeError& failure) {
   return failure.Description().find("index.lock': File exists") != std::string::npos;
 }

@@ -40,12 +40,13 @@ class GitWorkingTree {
   /// Error for a folder that the database lacks.
   [[nodiscard]] std::vector<Entry> Children(const Entry& folder);
 
-  /// True when the working copy of the file, or of any file below the folder, is not the tip's.
+  /// True when the working copy of the file, or of any file below the folder, differs from the
+  /// tip's.
   [[nodiscard]] bool Differs(const Entry& entry);
 
   /// Brings the whole branch up to date. Error for an item that the database lacks. While a picture
-  /// is held one attempt is made: each further get ends as the first one did. Gives what the user
-  /// has to do yet, empty for nothing.
+  /// is held one attempt is made: each further get ends as the first one did. Returns what the user
+  /// still has to do, empty for nothing.
   std::string Get(const Entry& entry);
 
   /// Brings the branch up to date and lets the file be written. Error when it is changed already.

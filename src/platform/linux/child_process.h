@@ -14,9 +14,9 @@
 
 namespace gorbex {
 
-/// How a child starts: no open file but its input and output, no signal blocked or ignored on our
-/// account, and its own session. Our terminal and its keys do not reach it, and it is ended
-/// with the helpers that it started.
+/// How a child starts: without open files but its input and output, with the usual signals, and in
+/// its own session. Our terminal and its keys do not reach it, and it is ended with the helpers
+/// that it started.
 struct ChildStart {
   std::vector<std::string> arguments;  ///< the program's host path first
   std::vector<std::string> environment;

@@ -47,8 +47,8 @@ class LinuxRegistry : public Registry {
                                                    std::string_view name) const override;
   bool CreateKey(RegistryRoot root, std::string_view subKey) override;
 
-  /// Removes keys of the own file with everything below them, all of them or none. True also when
-  /// there was none; false when the file cannot be written.
+  /// Removes keys of this program's file with everything below them, all of them or none. Also true
+  /// when there was none; false when the file cannot be written.
   bool RemoveKeys(RegistryRoot root, const std::vector<std::string>& subKeys);
 
   /// True when there is a key directly below this one.
@@ -80,7 +80,7 @@ class LinuxRegistry : public Registry {
     void Load();
   };
 
-  /// Where a root's keys are, in the order in which they are asked.
+  /// The keys that hold a root's entries, in the order in which they are asked.
   using Tops = std::vector<const RegistryKey*>;
 
   void Refresh() const;

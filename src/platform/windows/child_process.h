@@ -12,8 +12,8 @@
 
 namespace gorbex {
 
-/// How a child starts: no handle of this program but its three streams. It is ended with whatever
-/// it started.
+/// How a child starts: with no handle of this program but its three streams. It is ended with
+/// everything it started.
 struct ChildStart {
   std::wstring program;        ///< full path
   std::wstring commandLine;    ///< the program's name, quoted, and its arguments

@@ -9,7 +9,7 @@ namespace gorbex {
 /// file can have.
 [[nodiscard]] std::optional<std::wstring> FullPathOf(const std::string& path);
 
-/// True for a full path that names a device ("C:\\x\\nul" is one) or a pipe and no file.
+/// True for a full path that names a device ("C:\\x\\nul" is one) or a pipe, not a file.
 [[nodiscard]] bool IsDevice(const std::wstring& fullPath);
 
 /// True when the full path names a file that is there.

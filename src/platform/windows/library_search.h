@@ -2,9 +2,9 @@
 
 namespace gorbex {
 
-/// From now on a library that is asked for by its bare name comes from the system's folder or the
-/// folders of the search path, not from the program's folder, where anybody may have put it who may
-/// write there. Without effect on a system that does not know how.
+/// From now on a library with a bare name is loaded from the system's folder or the folders of the
+/// search path, but not from the program's folder, where anybody with the right to write there may
+/// have put it. Without effect on a system that does not know how.
 void SearchTrustedFoldersAlone();
 
 }  // namespace gorbex

@@ -9,7 +9,7 @@
 
 namespace gorbex {
 
-/// Of a larger mail only the beginning is read.
+/// Only the beginning of a larger mail is read.
 inline constexpr std::size_t kMostOfMail = std::size_t{32} << 20U;
 
 /// A mail as the store lists it.

@@ -29,7 +29,7 @@ class MaildirFolder : public StoredFolder {
 };
 
 /// True for a folder with the three folders of a Maildir in it, all of which may be read. The error
-/// says why one cannot be looked into; there is none where one is missing.
+/// says why one cannot be read; a missing one is not an error.
 [[nodiscard]] bool IsMaildir(const std::filesystem::path& folder, std::error_code& error);
 
 }  // namespace gorbex

@@ -9,8 +9,8 @@
 
 namespace gorbex {
 
-/// How long a piece of work may wait. It is over when nothing came in for too long, when the whole
-/// took too long, or when nobody wants the result any more.
+/// Limits how long a piece of work waits. It ends the wait when nothing came in for too long, when
+/// the whole work took too long, or when nobody wants the result any more.
 class Patience {
  public:
   explicit Patience(std::chrono::milliseconds longestSilence) : longestSilence_(longestSilence) {}
