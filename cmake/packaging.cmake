@@ -1,5 +1,5 @@
-# What `cmake --install` puts where, and the packages `cpack` makes of it. The window's own files
-# come along only when the window is built.
+# The places of the installed files, and the packages that `cpack` makes of them. The window's own
+# files are installed only when the window is built.
 
 if(NOT TARGET gorbex)
   return()

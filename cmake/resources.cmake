@@ -1,4 +1,4 @@
-# What a Windows program carries besides its code: icon, version and manifest.
+# The resources of a Windows program: icon, version and manifest.
 
 # gorbex_program_resources(TARGET DESCRIPTION [TOOLKIT]); TOOLKIT adds the resources that the window
 # toolkit looks for.

@@ -33,7 +33,7 @@ class ChainedTable {
   }
 
  protected:
-  /// Makes an entry the first of its chain; answers the one that follows now.
+  /// Makes an entry the first of its chain; returns the one that follows it now.
   std::uint32_t Prepend(std::uint32_t hash, std::uint32_t entry) {
     return std::exchange(heads_[hash % heads_.size()], entry);
   }

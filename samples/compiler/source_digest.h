@@ -7,8 +7,7 @@
 
 namespace gorbex::standin {
 
-/// Stands for the code of a binary: it is another one whenever something is that the real compiler
-/// would have made the code of.
+/// Takes the place of a binary's code: it changes whenever an input of the real compiler changes.
 class SourceDigest {
  public:
   /// The text of the project file; blank lines do not count.
@@ -17,7 +16,7 @@ class SourceDigest {
   /// A source with its binary parts.
   void AddSource(const FileReader& files, const std::string& path);
 
-  /// What a project sees of a component that it uses: not the component's own code.
+  /// The part of a used component that a project sees, not the component's own code.
   void AddInterface(const FileReader& files, const std::string& component);
 
   /// For the end of the file, after all that a loader reads.

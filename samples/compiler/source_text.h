@@ -15,12 +15,12 @@ struct CodeLine {
   std::vector<std::string> statements;
 };
 
-/// What becomes of a quoted text: nothing of it stays, or each of its bytes as two digits, so that
-/// no character of it can be mistaken for code.
+/// How quoted texts are changed, so that no character of them is mistaken for code: they are
+/// emptied, or each byte becomes two digits.
 enum class Texts { Emptied, AsDigits };
 
-/// The code of a source file; nothing when its header has no end. Of code compiled under a
-/// condition the first branch is read.
+/// The code of a source file; nothing when its header has no end. Only the first branch of
+/// conditional code is read.
 [[nodiscard]] std::optional<std::vector<CodeLine>> CodeView(std::string_view file,
                                                             Texts texts = Texts::Emptied);
 

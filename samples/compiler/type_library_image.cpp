@@ -32,7 +32,7 @@ struct TypePlaces {
   MemberBlock members{};
 };
 
-/// What the record of a type says besides its places.
+/// The data in the record of a type besides its places.
 struct TypeShape {
   std::uint32_t kind = 0;
   std::uint32_t interfaceCount = 0;

@@ -11,7 +11,7 @@ void TreeCommands::mnuTreePopupAddProject_Click() {
           {"Select a VB Project to add to the list", "VB Project Files (*.vbp)|*.vbp", "*.vbp"});
     });
     if (paths.empty()) return;
-    // What cannot be read, or is gone meanwhile, is among the findings.
+    // The findings tell which files cannot be read, or are gone meanwhile.
     for (const std::string& path : paths) on([&] { reader_.ReadProject(path); });
     on([&] { window_.SetStatus("Re-Checking references"); });
     on([&] { views_.mnuToolsDependancies_Click(); });

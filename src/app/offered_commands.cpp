@@ -89,7 +89,7 @@ void OfferToolsMenu(MainMenu& menu, const Work& work, const frmBuilder& window) 
   Offer({&menu.mnuToolsLabel, &menu.mnuToolsHighlight}, [&] { return work.MayUseSourceControl(); });
   Offer({&menu.mnuToolsGetLatestALL, &menu.mnuToolsGetLatestChanged},
         [&] { return work.MayUseSourceControl() && menu.mnuToolsGetLatest.enabled.Get(); });
-  // What a run builds, and how, is the same for all its projects.
+  // All projects of a run are built with the same settings.
   Offer({&menu.mnuToolsVersion, &menu.mnuToolsBuildPath, &menu.mnuToolsBuildOptions},
         [&] { return work.MayChangeQueue(); });
   Offer({&menu.mnuDataPopupReg, &menu.mnuDataPopupUnReg},

@@ -34,7 +34,7 @@ void PutBetween(std::vector<ScheduledProject>& projects, std::size_t project,
   if (last != writers.begin()) projects[project].uses.push_back(*std::prev(last));
 }
 
-// Who uses one of the projects that write a file waits for the last of them.
+// A project that uses one of the writers of a file waits for the last of them.
 void UseLastWriters(ScheduledProject& user, const std::vector<ScheduledProject>& projects,
                     const Writers& writers) {
   const std::size_t count = user.uses.size();

@@ -13,10 +13,10 @@
 
 namespace gorbex {
 
-/// What a schedule knows of a project of the run.
+/// The data of a project of the run that a schedule needs.
 struct ScheduledProject {
   std::vector<std::size_t> uses;    ///< projects of the run, by their numbers from 0
-  std::vector<std::string> claims;  ///< what no other project may use while this one is built
+  std::vector<std::string> claims;  ///< only this project may use these while it is built
   std::string writes;               ///< the built file
   std::string reads;                ///< the file that it is compatible with; empty for none
   std::optional<std::chrono::milliseconds> lastDuration;

@@ -6,8 +6,8 @@
 
 namespace gorbex {
 
-/// What the wanted checks find: errors first, each kind in the order of the table, sorted by file
-/// and line.
+/// The findings of the wanted checks: errors first, each kind in the order of the table, sorted by
+/// file and line.
 [[nodiscard]] Findings FindingsOf(CheckedGroup& group, const CheckSelection& selection);
 
 /// Finds what would make a run of the open build project fail or harm. Changes nothing.

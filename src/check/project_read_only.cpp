@@ -3,7 +3,7 @@
 namespace gorbex {
 namespace {
 
-// What the run writes into project files, where it does not take the attribute away first.
+// The values that the run writes into project files without taking the attribute away first.
 std::string Written(const CheckedGroup::Uses& uses) {
   if (!uses.options.VersionComponents.empty()) return "the version";
   if (uses.options.DebugBuild == "True") return "debug values";

@@ -7,7 +7,7 @@
 namespace gorbex {
 namespace {
 
-/// Which projects above a project an update of its references looks at in vain.
+/// The projects above a project in which an update of its references finds no identity.
 std::unordered_set<std::string> CandidatesOf(const CheckedGroup& group,
                                              const CheckedProject& project, bool isBuiltThere) {
   std::unordered_set<std::string> candidates;

@@ -6,7 +6,7 @@
 
 namespace gorbex::cli {
 
-/// What a shell offers for a value.
+/// The completions that a shell offers for a value.
 struct CompletionKind {
   bool folders = false;
   bool anyFile = false;

@@ -19,7 +19,7 @@ struct InitArguments {
   bool force = false;
 };
 
-// What a build would meet, without what is told already.
+// The findings of a check, without those that are told already.
 Findings Met(Session& session) {
   return session.program().check.RunOpen(
       {{}, {"circle", "line-ends", "project-unreadable", "compiler-missing"}});

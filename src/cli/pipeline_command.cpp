@@ -169,7 +169,7 @@ void WritePipeline(Frame& frame, Session& session, const PipelineArguments& argu
   }
 }
 
-// What the jobs of a pipeline have left, as one run would have reported it.
+// Writes the results of a pipeline's jobs as one run would have reported them.
 void JoinResults(Frame& frame, Session& session, const PipelineArguments& arguments) {
   Program& program = session.program();
   const Places places(session, arguments);

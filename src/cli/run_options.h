@@ -9,7 +9,7 @@
 
 namespace gorbex::cli {
 
-/// What is to be built and how, for one run only.
+/// The projects to build and the settings, for one run only.
 struct RunOptions {
   std::vector<std::string> projects;
   bool all = false;  ///< every row of the queue
@@ -22,11 +22,11 @@ struct RunOptions {
   std::optional<int> jobs;
 };
 
-/// Joins them to a command that builds, or plans a build, as the verb says.
+/// Adds the options to a command that builds, or plans a build, as the verb says.
 void AddRunOptions(CLI::App& command, RunOptions& options, const std::string& verb);
 
-/// Lets them override the settings of the open build project, and checks the rows that are meant.
-/// Failure for one that cannot be used.
+/// Overrides the settings of the open build project with the options, and checks the rows to build.
+/// Failure for an option that cannot be used.
 void UseRunOptions(Session& session, const RunOptions& options);
 
 }  // namespace gorbex::cli

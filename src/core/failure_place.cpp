@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kNoLine = std::string_view::npos;
 
-/// What the compiler's words say about a place: a source, and a line of its code from 0.
+/// A place in the compiler's words: a source, and a line of its code from 0.
 struct NamedPlace {
   std::string_view file{};
   std::size_t codeLine = kNoLine;

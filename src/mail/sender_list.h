@@ -6,8 +6,9 @@
 
 namespace gorbex {
 
-/// Who may ask for builds: addresses ("jane@example.com") and whole domains ("example.com"),
-/// separated by commas. Empty allows everyone; a list without a valid entry allows no one.
+/// The senders that may ask for builds: addresses ("jane@example.com") and whole domains
+/// ("example.com"), separated by commas. Empty allows everyone; a list without a valid entry allows
+/// no one.
 class SenderList {
  public:
   explicit SenderList(std::string_view text);

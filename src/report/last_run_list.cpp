@@ -69,7 +69,7 @@ void LastRunList::Tick() {
   if (uses_.run.IsGoing()) Refresh();
 }
 
-// What is known of the run before must not be taken for this one's.
+// Nothing of the run before must be taken for a part of this one.
 void LastRunList::Forget() {
   timeline_ = {};
   shown_.clear();

@@ -42,7 +42,7 @@ class WindowDialogs : public Dialogs {
   [[nodiscard]] wxWindow* Parent();
   void ShowParent();
   [[nodiscard]] wxString FolderFor(const std::string& chooser);
-  // What the system's choosers give; nothing when they were cancelled.
+  // The choices in the system's choosers; empty when these were cancelled.
   [[nodiscard]] wxArrayString ChooseFiles(const FileChoice& choice, long style);
   [[nodiscard]] wxString ChooseFile(const FileChoice& choice, long style);
   [[nodiscard]] wxString ChooseFolder(const std::string& title);

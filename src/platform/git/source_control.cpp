@@ -33,8 +33,8 @@ class GitItem : public SourceControlItem {
   }
   [[nodiscard]] bool IsDifferent() override { return tree_->Differs(entry_); }
 
-  /// Whatever the item and the flags, the whole branch is brought up to date: git knows no other
-  /// way that keeps the working copy one commit's. Error 5 for any place but the working copy.
+  /// Brings the whole branch up to date, whatever the item and the flags: only so the working copy
+  /// is that of one commit. Error 5 for any place but the working copy.
   std::string Get(const std::string& localPath, std::uint32_t /*flags*/) override {
     if (EqualsIgnoringCase(localPath, LocalSpec())) return tree_->Get(entry_);
     throw RuntimeError(ErrorNumber::InvalidCall, localPath);
@@ -74,7 +74,7 @@ void RequireTop(const GitRunner& git, const std::string& folder) {
   if (answer != "true\n\n") Refuse("'" + folder + "' is not the top of its git working tree");
 }
 
-// Which branch to follow, and whether it is the one checked out.
+// The branch to follow, and whether it is the one checked out.
 GitPlace PlaceOf(const GitRunner& git, const GitSettings& settings) {
   GitPlace place{settings.worktree, ToUtf8(settings.remote), ToUtf8(settings.branch)};
   const auto head = git.Try(GitCall::Question, {"symbolic-ref", "--quiet", "HEAD"});

@@ -48,7 +48,7 @@ std::optional<VARTYPE> PropertyType(ITypeInfo& type, DISPID id, WORD kind) {
   }
 }
 
-// What a property holds that was never given a value.
+// The value of a property that was never set.
 HRESULT MakeFirstValue(VARTYPE type, VARIANT& value) {
   VariantInit(&value);
   if (type == VT_VARIANT) return S_OK;

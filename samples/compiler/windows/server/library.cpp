@@ -1,4 +1,4 @@
-// What the system asks of a component that is a library.
+// The functions that the system calls in a component that is a library.
 #include <windows.h>
 
 #include <olectl.h>

@@ -20,7 +20,7 @@ class LoginRefused : public MailboxAway {
 /// Makes the library ready for use by more than one thread.
 void StartMailLibrary();
 
-/// Who logs in at a server, with a password or a token.
+/// The login at a server, with a password or a token.
 [[nodiscard]] vmime::shared_ptr<vmime::security::authenticator> LoginAt(const MailServer& server);
 
 /// Lets a service of the mail library ("imap", "smtp") reach its server: login, encryption,
