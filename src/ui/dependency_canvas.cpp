@@ -129,9 +129,7 @@ void DependencyCanvas::ShowFull() {
 }
 
 void DependencyCanvas::ShowSelected() {
-  if (const auto selected = picture_.Selected()) {
-    view_.Reveal(picture_.Layout().boxes[*selected]);
-  }
+  if (const auto selected = picture_.Selected()) view_.Reveal(picture_.Layout().boxes[*selected]);
   Refresh();
 }
 

@@ -75,9 +75,7 @@ void PaneLayout::KeepRoom() {
 }
 
 void PaneLayout::GiveRoomBack() {
-  if (queueTop_ != 0 && rows_->GetSashPosition() == queuePushed_) {
-    rows_->SetSashPosition(queueTop_);
-  }
+  if (queueTop_ != 0 && rows_->GetSashPosition() == queuePushed_) rows_->SetSashPosition(queueTop_);
   queueTop_ = 0;
 }
 

@@ -133,9 +133,7 @@ void TimelineView::OnPaint(wxPaintEvent& /*event*/) {
   for (std::size_t i = 0; i < timeline.bars.size(); ++i) {
     if (i != selected) DrawBar(dc, i, Box(layout.BoxOf(timeline.bars[i]), Origin()), false);
   }
-  if (selected) {
-    DrawBar(dc, *selected, Box(layout.BoxOf(timeline.bars[*selected]), Origin()), true);
-  }
+  if (selected) DrawBar(dc, *selected, Box(layout.BoxOf(timeline.bars[*selected]), Origin()), true);
   DrawLegend(dc, Origin().y + layout.Height() + FromDIP(2));
 }
 

@@ -112,9 +112,7 @@ wxArrayString WindowDialogs::ChooseFiles(const FileChoice& choice, long style) {
   wxArrayString paths;
   if (dialog.ShowModal() != wxID_OK) return paths;
   dialog.GetPaths(paths);
-  if (!paths.empty()) {
-    folders_.Remember(choice.title, wxFileName(paths[0]).GetPath().utf8_string());
-  }
+  if (!paths.empty()) folders_.Remember(choice.title, wxFileName(paths[0]).GetPath().utf8_string());
   return paths;
 }
 
