@@ -164,7 +164,7 @@ void RequireCompiler(const Program& program) {
     return FileExists(program.platform.files, path);
   };
   if (!hasFolder || FindProgram(compiler, isFile)) return;
-  throw Failure(ExitStatus::Unusable, Plain(compiler) + ": the registered compiler does not exist");
+  throw Failure(Plain(compiler) + ": the registered compiler does not exist");
 }
 
 void Build(Frame& frame, const BuildArguments& arguments) {
@@ -219,9 +219,7 @@ void Build(Frame& frame, const BuildArguments& arguments) {
   const RunResult result = record.End().result;
   const bool isRefused = result == RunResult::Refused || result == RunResult::KeptReferences;
   const bool isAnswered = frame.no || frame.streams.asks;
-  if (isRefused && !isAnswered) {
-    session.Warn("nothing was built: with --yes such a build goes on");
-  }
+  if (isRefused && !isAnswered) session.Warn("nothing was built: with --yes such a build goes on");
   frame.status =
       Reported(session, arguments, account, StatusOf(record, session.host().EndWanted()));
 }

@@ -39,8 +39,7 @@ std::optional<Source> SourceOf(const Session& session, const std::vector<std::st
     if (HasExtension(path, ".vbp")) {
       source.projects.push_back(std::move(path));
     } else if (typed.size() > 1) {
-      throw Failure(ExitStatus::Unusable,
-                    each + ": only project files (.vbp) can be checked several at once");
+      throw Failure(each + ": only project files (.vbp) can be checked several at once");
     } else {
       source.path = std::move(path);
     }
@@ -60,7 +59,7 @@ CheckedGroup::Scope Load(Session& session, const std::string& typed, const Sourc
   session.LeaveJudgement();
   const auto made = session.program().newBuildProject.Make(
       {source.path, {}, NewBuildProject::LineEnds::AreKept, source.projects});
-  if (made.problem) throw Failure(ExitStatus::Unusable, typed + ": " + *made.problem);
+  if (made.problem) throw Failure(typed + ": " + *made.problem);
   CheckedGroup::Scope scope;
   scope.file = source.projects.empty() ? source.path : source.projects.front();
   scope.named = session.LeftOut();

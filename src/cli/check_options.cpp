@@ -23,7 +23,7 @@ void RequireKnownIds(const CheckOptions& options) {
   if (unknown.empty()) return;
   std::string known;
   for (const Check& check : AllChecks()) known.append("\n  ").append(check.id);
-  throw Failure(ExitStatus::Unusable, "unknown check: " + unknown + "; there are:" + known);
+  throw Failure("unknown check: " + unknown + "; there are:" + known);
 }
 
 CheckSelection SelectionOf(Session& session, const CheckOptions& options,
@@ -35,7 +35,7 @@ CheckSelection SelectionOf(Session& session, const CheckOptions& options,
     for (const std::string& problem : listed.problems) {
       text.append(text.empty() ? "" : "\n").append(Plain(problem));
     }
-    throw Failure(ExitStatus::Unusable, text);
+    throw Failure(text);
   }
   CheckSelection selection{options.only, options.ignored};
   // Asked for by name is asked for.

@@ -88,9 +88,7 @@ Json ResultJson(const ShownPaths& paths, const Finding& finding) {
                  {"ruleIndex", number},
                  {"level", NameOf(finding.severity)},
                  {"message", {{"text", Plain(finding.text)}}}};
-  if (!finding.file.empty()) {
-    result["locations"] = Json::array({LocationJson(paths, finding)});
-  }
+  if (!finding.file.empty()) result["locations"] = Json::array({LocationJson(paths, finding)});
   return result;
 }
 

@@ -17,7 +17,7 @@ enum class ExitStatus { Done = 0, WorkFailed = 1, Unusable = 2, NothingChecked =
 /// Ends a command with a message for the user (UTF-8) and an exit status.
 class Failure : public std::runtime_error {
  public:
-  Failure(ExitStatus status, const std::string& message)
+  explicit Failure(const std::string& message, ExitStatus status = ExitStatus::Unusable)
       : std::runtime_error(message), status_(status) {}
   [[nodiscard]] ExitStatus Status() const { return status_; }
 

@@ -48,8 +48,7 @@ void Init(Frame& frame, const InitArguments& arguments) {
   Program& program = session.program();
   const std::string output = session.ProgramPath(arguments.output);
   if (!arguments.force && FileExists(program.platform.files, output)) {
-    throw Failure(ExitStatus::Unusable,
-                  arguments.output + ": exists already (--force replaces it)");
+    throw Failure(arguments.output + ": exists already (--force replaces it)");
   }
   NewBuildProject::Request request{session.ProgramPath(arguments.source), {}};
   if (!arguments.buildFolder.empty()) {
@@ -60,11 +59,9 @@ void Init(Frame& frame, const InitArguments& arguments) {
   }
   if (arguments.crLf) request.lineEnds = NewBuildProject::LineEnds::AreConverted;
   const auto made = program.newBuildProject.Make(request);
-  if (made.problem) throw Failure(ExitStatus::Unusable, arguments.source + ": " + *made.problem);
+  if (made.problem) throw Failure(arguments.source + ": " + *made.problem);
   WarnOfCycles(session, made.cycles);
-  if (!program.buildProject.SaveProject(output)) {
-    throw Failure(ExitStatus::Unusable, arguments.output + ": not written");
-  }
+  if (!program.buildProject.SaveProject(output)) throw Failure(arguments.output + ": not written");
   Report(frame, session, arguments.output);
   if (!session.LeftOut().empty()) frame.status = ExitStatus::WorkFailed;
 }

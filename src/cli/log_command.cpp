@@ -28,10 +28,10 @@ void Log(Frame& frame, const std::string& asked) {
   Session session(frame);
   const ActivityLog& log = session.program().log;
   const std::string day = asked.empty() ? log.Today() : asked;
-  if (!IsDay(day)) throw Failure(ExitStatus::Unusable, day + ": a day is written ddmmyyyy");
+  if (!IsDay(day)) throw Failure(day + ": a day is written ddmmyyyy");
   const std::string file = log.FileOf(day);
   if (!FileExists(session.program().platform.files, file)) {
-    throw Failure(ExitStatus::Unusable, "no log of this day: " + Plain(file));
+    throw Failure("no log of this day: " + Plain(file));
   }
   const std::string text = session.program().platform.files.Read(file);
   if (frame.json) {

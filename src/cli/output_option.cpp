@@ -26,8 +26,7 @@ void RequireOwnFiles(const Session& session, const std::vector<std::string>& typ
   for (const std::string& each : typed) {
     if (each.empty()) continue;
     if (files.insert(LowerCase(ResolvedPath("", session.ProgramPath(each)))).second) continue;
-    throw Failure(ExitStatus::Unusable,
-                  each + ": two options name this file; the one output would replace the other");
+    throw Failure(each + ": two options name this file; the one output would replace the other");
   }
 }
 

@@ -53,16 +53,14 @@ class Places {
   /// UTF-8; Failure for a path that the commands of a pipeline cannot name.
   [[nodiscard]] static std::string InCommand(const std::string& path) {
     if (path.find('\'') == std::string::npos) return ToUtf8(path);
-    throw Failure(ExitStatus::Unusable,
-                  Plain(path) + ": a path in a pipeline must not hold the character '");
+    throw Failure(Plain(path) + ": a path in a pipeline must not hold the character '");
   }
 
   /// Failure for a file that is outside the build project's folder.
   [[nodiscard]] std::string InRepository(const std::string& path) const {
     if (!EqualsIgnoringCase(path.substr(0, root_.size()), root_)) {
-      throw Failure(ExitStatus::Unusable,
-                    Plain(path) + ": not below the folder of the build project, so that no job " +
-                        "could pass it on");
+      throw Failure(Plain(path) + ": not below the folder of the build project, so that no job " +
+                    "could pass it on");
     }
     std::string below = ToUtf8(path.substr(root_.size()));
     std::replace(below.begin(), below.end(), '\\', '/');
@@ -136,7 +134,7 @@ std::vector<std::string> LinesOf(Session& session, const std::string& typed) {
     }
     return lines;
   } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
+    throw Failure(typed + ": " + Plain(error.Description()));
   }
 }
 
@@ -210,9 +208,7 @@ void JoinResults(Frame& frame, Session& session, const PipelineArguments& argume
 }
 
 void Pipeline(Frame& frame, const PipelineArguments& arguments) {
-  if (arguments.gitlab == arguments.join) {
-    throw Failure(ExitStatus::Unusable, "pipeline wants either --gitlab or --join");
-  }
+  if (arguments.gitlab == arguments.join) throw Failure("pipeline wants either --gitlab or --join");
   Session session(frame);
   RequireOwnFiles(session, {arguments.script, arguments.junit});
   session.Open(arguments.file);

@@ -30,7 +30,7 @@ struct Verb {
 
 ListRow& RowOf(Program& program, const std::string& path) {
   ListRow* row = program.window.lvwQueue.Find(path);
-  if (row == nullptr) throw Failure(ExitStatus::Unusable, Plain(path) + ": not in the queue");
+  if (row == nullptr) throw Failure(Plain(path) + ": not in the queue");
   return *row;
 }
 
@@ -69,7 +69,7 @@ void RequireMarks(const QueueArguments& arguments) {
   const auto& words = arguments.words;
   const bool marks = std::find(words.begin(), words.end(), "mark") != words.end();
   if (marks || (!arguments.withUses && !arguments.withUsers && !arguments.outdated)) return;
-  throw Failure(ExitStatus::Unusable, "--with-uses, --with-users and --outdated go with mark");
+  throw Failure("--with-uses, --with-users and --outdated go with mark");
 }
 
 // Marks more rows for --with-uses and --with-users.
@@ -83,7 +83,7 @@ void Execute(Session& session, const QueueArguments& arguments) {
   const Verb* unused = nullptr;
   const auto requireUse = [&] {
     if (unused == nullptr) return;
-    throw Failure(ExitStatus::Unusable, std::string(unused->name) + ": no project named");
+    throw Failure(std::string(unused->name) + ": no project named");
   };
   for (const std::string& word : arguments.words) {
     if (word == "arrange") {
@@ -98,7 +98,7 @@ void Execute(Session& session, const QueueArguments& arguments) {
         unused = nullptr;
       }
     } else if (verb == nullptr) {
-      throw Failure(ExitStatus::Unusable, word + ": no queue command");
+      throw Failure(word + ": no queue command");
     } else {
       const std::string path = session.LoadedProject(word);
       verb->apply(session.program(), path);

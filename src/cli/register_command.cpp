@@ -14,9 +14,7 @@ void Register(Frame& frame, const std::string& typed, Direction direction) {
   Session session(frame);
   Program& program = session.program();
   const std::string path = session.ProgramPath(typed);
-  if (!FileExists(program.platform.files, path)) {
-    throw Failure(ExitStatus::Unusable, typed + ": no such file");
-  }
+  if (!FileExists(program.platform.files, path)) throw Failure(typed + ": no such file");
   const bool done = direction == Direction::Register ? program.registration.Register(path)
                                                      : program.registration.Unregister(path);
   if (frame.json) {

@@ -24,23 +24,22 @@ bool IsVersion(const std::string& text) {
 void RequireBuildFolder(const Program& program) {
   const std::string& folder = program.window.buildDirectory;
   if (folder.empty() || FolderExists(program.platform.files, folder)) return;
-  throw Failure(ExitStatus::Unusable, Plain(folder) + ": no such build folder");
+  throw Failure(Plain(folder) + ": no such build folder");
 }
 
 // The build project may bring one, too.
 void RequireVersion(const std::string& version) {
   if (version.empty() || CanBeStamped(version)) return;
-  throw Failure(ExitStatus::Unusable,
-                Plain(version) +
-                    ": a version is written x.x.x, and its numbers written one after the other "
-                    "must not exceed 2147483647");
+  throw Failure(Plain(version) +
+                ": a version is written x.x.x, and its numbers written one after the other "
+                "must not exceed 2147483647");
 }
 
 // By the time the run would miss it, projects have been amended.
 std::string RequiredCompiler(Session& session, const std::string& typed) {
   std::string path = session.ProgramPath(typed);
   if (FileExists(session.program().platform.files, path)) return path;
-  throw Failure(ExitStatus::Unusable, typed + ": no such compiler");
+  throw Failure(typed + ": no such compiler");
 }
 
 void OverrideTerms(Session& session, const RunOptions& arguments) {
@@ -51,8 +50,7 @@ void OverrideTerms(Session& session, const RunOptions& arguments) {
   if (arguments.changeRefs) options.ChangeRefs = true;
   if (!arguments.version.empty()) {
     if (!IsVersion(arguments.version)) {
-      throw Failure(ExitStatus::Unusable,
-                    arguments.version + ": a version is written x.x.x, in numbers up to 9999");
+      throw Failure(arguments.version + ": a version is written x.x.x, in numbers up to 9999");
     }
     options.VersionComponents = arguments.version;
   }

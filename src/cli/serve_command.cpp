@@ -22,16 +22,15 @@ void SetInterval(Program& program, const ServeArguments& arguments) {
   if (arguments.interval > 0) options.Interval = arguments.interval;
   options.LimitInterval();
   if (arguments.once || options.Interval > 0) return;
-  throw Failure(ExitStatus::Unusable,
-                "the setting Interval is " + std::to_string(options.Interval) +
-                    " seconds, and such a timer never fires: name another with --interval or "
-                    "`gorbex settings Interval`");
+  throw Failure("the setting Interval is " + std::to_string(options.Interval) +
+                " seconds, and such a timer never fires: name another with --interval or "
+                "`gorbex settings Interval`");
 }
 
 void Start(Program& program) {
   Command& entry = program.window.menu.mnuToolsInBox;
   entry.Execute();
-  if (!entry.checked.Get()) throw Failure(ExitStatus::Unusable, "the mail system cannot be used");
+  if (!entry.checked.Get()) throw Failure("the mail system cannot be used");
 }
 
 // One look into the request folder, as the window's timer takes it.
@@ -41,7 +40,7 @@ void Tick(Session& session) {
   if (session.host().EndWanted()) return;
   program.window.tmrOutlook.elapsed.Emit();
   if (program.window.tmrOutlook.enabled.Get()) return;
-  throw Failure(ExitStatus::WorkFailed, "the service switched itself off after an error");
+  throw Failure("the service switched itself off after an error", ExitStatus::WorkFailed);
 }
 
 void Serve(Frame& frame, const ServeArguments& arguments) {
@@ -68,7 +67,7 @@ void Serve(Frame& frame, const ServeArguments& arguments) {
   Start(program);
   Tick(session);
   if (arguments.once && program.mail.MailboxIsAway()) {
-    throw Failure(ExitStatus::WorkFailed, "the mailbox went away before all requests were served");
+    throw Failure("the mailbox went away before all requests were served", ExitStatus::WorkFailed);
   }
   while (!arguments.once && !host.EndWanted()) {
     host.Wait(std::chrono::milliseconds(program.window.tmrOutlook.interval.Get()));

@@ -12,7 +12,7 @@ Session::Session(const Frame& frame) : frame_(frame), pump_(*this), dialogs_(fra
     host_ = frame.makeHost(frame.prefix);
     program_ = std::make_unique<Program>(host_->Services(pump_), dialogs_);
   } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable, Plain(error.Description()));
+    throw Failure(Plain(error.Description()));
   }
   dialogs_.isEnding = [this] { return host_->EndWanted(); };
   dialogs_.fileOf = [this](const std::string& typed) { return FileOf(typed); };
@@ -49,7 +49,7 @@ void Session::Write(const std::string& typed, const std::string& text) {
   try {
     program_->platform.files.Write(ProgramPath(typed), text);
   } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
+    throw Failure(typed + ": " + Plain(error.Description()));
   }
 }
 
@@ -58,17 +58,16 @@ void Session::Warn(const std::string& utf8) const {
 }
 
 std::string Session::ProgramPath(const std::string& typed) const {
-  if (typed.empty()) throw Failure(ExitStatus::Unusable, "the name of a file or folder is empty");
+  if (typed.empty()) throw Failure("the name of a file or folder is empty");
   try {
     return host_->TypedPath(typed);
   } catch (const RuntimeError& error) {
     if (error.Code() == ErrorNumber::BadFileName) {
-      throw Failure(ExitStatus::Unusable,
-                    typed +
-                        ": holds a character that is not in the system's code page, or in no "
-                        "Windows path");
+      throw Failure(typed +
+                    ": holds a character that is not in the system's code page, or in no "
+                    "Windows path");
     }
-    throw Failure(ExitStatus::Unusable, typed + ": " + Plain(error.Description()));
+    throw Failure(typed + ": " + Plain(error.Description()));
   }
 }
 
@@ -83,8 +82,7 @@ std::optional<std::string> Session::FileOf(const std::string& typed) const {
 
 void Session::RequireSettings() const {
   if (hasSettings_) return;
-  throw Failure(ExitStatus::Unusable,
-                "the stored settings cannot be read; \"gorbex settings NAME VALUE\" replaces one");
+  throw Failure("the stored settings cannot be read; \"gorbex settings NAME VALUE\" replaces one");
 }
 
 void Session::Open(const std::string& typedPath) {
@@ -93,7 +91,7 @@ void Session::Open(const std::string& typedPath) {
   if (missing.empty()) return;
   std::string text = typedPath + ": project files are missing:";
   for (const std::string& path : missing) text += "\n  " + Plain(path);
-  throw Failure(ExitStatus::Unusable, text);
+  throw Failure(text);
 }
 
 void Session::OpenToLook(const std::string& typedPath) {
@@ -119,7 +117,7 @@ void Session::Open(const std::string& typedPath, BuildProjectFile::Unread unread
   const std::string path = ProgramPath(typedPath);
   opened_ = RequiredBuildProject(path, typedPath);
   if (!program_->buildProject.OpenProject(path, unread)) {
-    throw Failure(ExitStatus::Unusable, typedPath + ": the build project could not be loaded");
+    throw Failure(typedPath + ": the build project could not be loaded");
   }
 }
 
@@ -129,11 +127,9 @@ std::string Session::RequiredBuildProject(const std::string& path,
   try {
     text = program_->platform.files.Read(path);
   } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable, typedPath + ": " + Plain(error.Description()));
+    throw Failure(typedPath + ": " + Plain(error.Description()));
   }
-  if (const auto problem = BuildProjectProblem(text)) {
-    throw Failure(ExitStatus::Unusable, typedPath + ": " + *problem);
-  }
+  if (const auto problem = BuildProjectProblem(text)) throw Failure(typedPath + ": " + *problem);
   return text;
 }
 
@@ -144,7 +140,7 @@ std::string Session::LoadedProject(const std::string& typedPath) const {
   for (const auto& member : members) {
     if (EqualsIgnoringCase(member->path, path)) return member->path;
   }
-  throw Failure(ExitStatus::Unusable, typedPath + ": not a project of this build project");
+  throw Failure(typedPath + ": not a project of this build project");
 }
 
 std::shared_ptr<void> Session::BuildAlone() const {
@@ -173,17 +169,13 @@ void Session::EndStepOnRequest() {
 void Session::Save() {
   const std::string& file = program_->window.fileName;
   if (!leftOut_.empty()) {
-    throw Failure(ExitStatus::Unusable,
-                  Plain(file) + ": not saved, because " + std::to_string(leftOut_.size()) +
-                      " project(s) of it could not be read and would be lost from it");
+    throw Failure(Plain(file) + ": not saved, because " + std::to_string(leftOut_.size()) +
+                  " project(s) of it could not be read and would be lost from it");
   }
   if (program_->platform.files.Read(file) != opened_) {
-    throw Failure(ExitStatus::Unusable,
-                  Plain(file) + ": not saved, because another program has changed it meanwhile");
+    throw Failure(Plain(file) + ": not saved, because another program has changed it meanwhile");
   }
-  if (!program_->buildProject.SaveProject(file)) {
-    throw Failure(ExitStatus::Unusable, Plain(file) + ": not saved");
-  }
+  if (!program_->buildProject.SaveProject(file)) throw Failure(Plain(file) + ": not saved");
 }
 
 }  // namespace gorbex::cli

@@ -19,9 +19,7 @@ struct SettingsArguments {
 
 const Setting& Named(const std::string& name) {
   const Setting* setting = FindSetting(name);
-  if (setting == nullptr || setting->stored.empty()) {
-    throw Failure(ExitStatus::Unusable, name + ": no stored setting");
-  }
+  if (setting == nullptr || setting->stored.empty()) throw Failure(name + ": no stored setting");
   return *setting;
 }
 
@@ -49,7 +47,7 @@ std::string OtherValue(const Program& program, std::string_view name) {
 
 void CheckValue(std::string_view name, const std::string& value) {
   const std::string problem = mail_setting::ProblemWith(name, value);
-  if (!problem.empty()) throw Failure(ExitStatus::Unusable, std::string(name) + ": " + problem);
+  if (!problem.empty()) throw Failure(std::string(name) + ": " + problem);
 }
 
 void ListOthers(Frame& frame, const Program& program, Json& object) {
@@ -75,22 +73,21 @@ void List(Frame& frame, const Program& program) {
 
 void RequireLength(std::string_view name, std::string_view value) {
   const auto problem = RegistryTools::LengthProblem(value);
-  if (problem) throw Failure(ExitStatus::Unusable, std::string(name) + ": the value " + *problem);
+  if (problem) throw Failure(std::string(name) + ": the value " + *problem);
 }
 
 std::string SettingText(std::string_view name, const std::string& typed) {
   const auto value = FromUtf8(typed);
   if (!value) {
-    throw Failure(ExitStatus::Unusable,
-                  std::string(name) + ": the value holds a character no setting can hold");
+    throw Failure(std::string(name) + ": the value holds a character no setting can hold");
   }
   RequireLength(name, *value);
   return *value;
 }
 
 [[noreturn]] void FailNotStored(std::string_view name) {
-  throw Failure(ExitStatus::WorkFailed,
-                std::string(name) + ": not stored; the registry cannot be written");
+  throw Failure(std::string(name) + ": not stored; the registry cannot be written",
+                ExitStatus::WorkFailed);
 }
 
 void Change(clsOptions& options, const Setting& setting, const std::string& typed) {
@@ -98,8 +95,7 @@ void Change(clsOptions& options, const Setting& setting, const std::string& type
   try {
     setting.Take(options, value);
   } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable,
-                  std::string(setting.name) + ": " + Plain(error.Description()));
+    throw Failure(std::string(setting.name) + ": " + Plain(error.Description()));
   }
   if (!options.Store(setting)) FailNotStored(setting.name);
 }

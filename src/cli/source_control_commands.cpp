@@ -40,10 +40,8 @@ void LogIn(Session& session, const SourceControlCommandsArguments& arguments) {
   UseSourceControl(session, arguments.sourceControl);
   RequireInitialisationFile(session);
   program.session.LoginToSourceSafe();
-  if (session.host().EndWanted()) throw Failure(ExitStatus::WorkFailed, "ended on request");
-  if (!program.session.LoggedIn()) {
-    throw Failure(ExitStatus::Unusable, "the source-control database could not be opened");
-  }
+  if (session.host().EndWanted()) throw Failure("ended on request", ExitStatus::WorkFailed);
+  if (!program.session.LoggedIn()) throw Failure("the source-control database could not be opened");
   if (arguments.sourceControl.IsAny()) Remember(session, program);
 }
 
@@ -116,8 +114,7 @@ std::string SpecToLabel(const Program& program, const std::string& typed) {
   if (members.Count() > 0 && !(*members.begin())->VSSProject.empty()) {
     return (*members.begin())->VSSProject;
   }
-  throw Failure(ExitStatus::Unusable,
-                members.Count() == 0
+  throw Failure(members.Count() == 0
                     ? "the build project has no projects: --spec names what to label"
                     : Plain((*members.begin())->path) +
                           ": the first project is not under source control: --spec names what to "
@@ -169,7 +166,7 @@ void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
 
 void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
   if (arguments.label.empty() || arguments.comment.empty()) {
-    throw Failure(ExitStatus::Unusable, "a label needs a text and a comment");
+    throw Failure("a label needs a text and a comment");
   }
   Session session(frame);
   session.Open(arguments.file);

@@ -18,7 +18,7 @@ void UseSourceControl(Session& session, const SourceControlOptions& options) {
   if (options.ini.empty()) return;
   const std::string path = session.ProgramPath(options.ini);
   if (!FileExists(program.platform.files, path)) {
-    throw Failure(ExitStatus::Unusable, options.ini + ": no such initialisation file");
+    throw Failure(options.ini + ": no such initialisation file");
   }
   program.window.IniPath = path;
 }
@@ -27,14 +27,14 @@ void RequireInitialisationFile(Session& session) {
   Program& program = session.program();
   if (program.window.IniPath.empty()) program.session.LoginToSourceSafe();
   if (!program.window.IniPath.empty()) return;
-  throw Failure(ExitStatus::Unusable,
-                "no initialisation file is known: name one with --ini, or with `gorbex settings "
-                "INIPath FILE`");
+  throw Failure(
+      "no initialisation file is known: name one with --ini, or with `gorbex settings "
+      "INIPath FILE`");
 }
 
 std::string InCodePage(const std::string& utf8) {
   const auto text = FromUtf8(utf8);
-  if (!text) throw Failure(ExitStatus::Unusable, utf8 + ": not every character can be used");
+  if (!text) throw Failure(utf8 + ": not every character can be used");
   return *text;
 }
 

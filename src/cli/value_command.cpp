@@ -22,14 +22,14 @@ bool HasKey(Session& session, const ValueArguments& arguments, const std::string
   try {
     return FindProjectValue(session.program().platform.files.Read(path), key).has_value();
   } catch (const RuntimeError& error) {
-    throw Failure(ExitStatus::Unusable, arguments.file + ": " + Plain(error.Description()));
+    throw Failure(arguments.file + ": " + Plain(error.Description()));
   }
 }
 
 std::string KeyOf(const ValueArguments& arguments) {
   const auto key = FromUtf8(arguments.key);
   if (key && !key->empty()) return *key;
-  throw Failure(ExitStatus::Unusable, "the key is empty or holds a character no key can hold");
+  throw Failure("the key is empty or holds a character no key can hold");
 }
 
 // As it is, line ends included, without characters that could control a terminal.
@@ -66,8 +66,7 @@ void Set(Frame& frame, const ValueArguments& arguments) {
   const std::string path = session.ProgramPath(arguments.file);
   const auto value = FromUtf8(arguments.value);
   if (!value || value->find_first_of("\r\n") != std::string::npos) {
-    throw Failure(ExitStatus::Unusable,
-                  "the value holds a character that no project file can hold");
+    throw Failure("the value holds a character that no project file can hold");
   }
   const std::string key = KeyOf(arguments);
   // A build changes project files too, and changes some of them back.
