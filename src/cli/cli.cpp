@@ -51,8 +51,10 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Frame& frame)
     return Status(failure.Status());
   } catch (const RuntimeError& error) {
     streams.err << "gorbex: " << Plain(error.Description()) << '\n';
-    return Status(ExitStatus::Unusable);
+  } catch (const std::exception& error) {
+    streams.err << "gorbex: " << error.what() << '\n';
   }
+  return Status(ExitStatus::Unusable);
 }
 
 // As a user would type it. Passwords are never arguments.

@@ -140,13 +140,8 @@ int main(int count, char** values) {
       nullptr,
       nullptr,
       SizeOfTerminal};
-  try {
-    return StatusWithOutput(
-        gorbex::cli::RunCli(arguments, streams, [](const std::optional<std::string>& prefix) {
-          return std::make_unique<gorbex::LinuxHost>(prefix);
-        }));
-  } catch (const std::exception& error) {
-    std::cerr << "gorbex: " << error.what() << '\n';
-    return static_cast<int>(gorbex::cli::ExitStatus::Unusable);
-  }
+  return StatusWithOutput(
+      gorbex::cli::RunCli(arguments, streams, [](const std::optional<std::string>& prefix) {
+        return std::make_unique<gorbex::LinuxHost>(prefix);
+      }));
 }

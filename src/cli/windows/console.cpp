@@ -13,13 +13,6 @@ bool IsConsole(DWORD standardStream) {
   return GetConsoleMode(GetStdHandle(standardStream), &mode) != 0;
 }
 
-bool ShowsColours(DWORD standardStream) {
-  constexpr DWORD kSequences = 0x0004;  // that old headers do not name
-  DWORD mode = 0;
-  const HANDLE console = GetStdHandle(standardStream);
-  return GetConsoleMode(console, &mode) != 0 && SetConsoleMode(console, mode | kSequences) != 0;
-}
-
 TerminalSize SizeOfConsole() {
   CONSOLE_SCREEN_BUFFER_INFO info{};
   if (GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info) == 0) return {};
@@ -81,23 +74,13 @@ ConsoleStream::~ConsoleStream() {
   stream_.rdbuf(before_);
 }
 
-TerminalCodes::TerminalCodes(DWORD standardStream) : console_(GetStdHandle(standardStream)) {
-  constexpr DWORD kCodes = 0x0004;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
-  work_ =
-      GetConsoleMode(console_, &before_) != 0 && SetConsoleMode(console_, before_ | kCodes) != 0;
-}
+ConsoleMode::ConsoleMode(DWORD standardStream, DWORD on, DWORD off)
+    : console_(GetStdHandle(standardStream)),
+      isSet_(GetConsoleMode(console_, &before_) != 0 &&
+             SetConsoleMode(console_, (before_ | on) & ~off) != 0) {}
 
-TerminalCodes::~TerminalCodes() {
-  if (work_) SetConsoleMode(console_, before_);
-}
-
-HiddenTyping::HiddenTyping() {
-  if (GetConsoleMode(console_, &before_) == 0) return;
-  isHidden_ = SetConsoleMode(console_, before_ & ~static_cast<DWORD>(ENABLE_ECHO_INPUT)) != 0;
-}
-
-HiddenTyping::~HiddenTyping() {
-  if (isHidden_) SetConsoleMode(console_, before_);
+ConsoleMode::~ConsoleMode() {
+  if (isSet_) SetConsoleMode(console_, before_);
 }
 
 }  // namespace gorbex::cli

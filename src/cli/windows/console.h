@@ -16,9 +16,6 @@ namespace gorbex::cli {
 
 [[nodiscard]] bool IsConsole(DWORD standardStream);
 
-/// Lets a console show colours; false when it cannot, or for anything else.
-[[nodiscard]] bool ShowsColours(DWORD standardStream);
-
 /// The visible part of the console that takes the error output.
 [[nodiscard]] TerminalSize SizeOfConsole();
 
@@ -63,35 +60,24 @@ class ConsoleStream {
   std::streambuf* before_ = nullptr;
 };
 
-/// Lets codes in the output of a console move the cursor and choose colours while it exists.
-class TerminalCodes {
- public:
-  explicit TerminalCodes(DWORD standardStream);
-  ~TerminalCodes();
-  TerminalCodes(const TerminalCodes&) = delete;
-  TerminalCodes& operator=(const TerminalCodes&) = delete;
+/// Lets codes in the output move the cursor and choose colours; old headers do not name it.
+inline constexpr DWORD kCodes = 0x0004;
 
-  /// False on an older console, and where the stream is not one.
-  [[nodiscard]] bool Work() const { return work_; }
+/// Switches modes of a console on and off while it exists.
+class ConsoleMode {
+ public:
+  ConsoleMode(DWORD standardStream, DWORD on, DWORD off);
+  ~ConsoleMode();
+  ConsoleMode(const ConsoleMode&) = delete;
+  ConsoleMode& operator=(const ConsoleMode&) = delete;
+
+  /// False on a console that lacks such a mode, and where the stream is not a console.
+  [[nodiscard]] bool IsSet() const { return isSet_; }
 
  private:
   HANDLE console_;
   DWORD before_ = 0;
-  bool work_ = false;
-};
-
-/// Keeps the console from showing what is typed while it exists.
-class HiddenTyping {
- public:
-  HiddenTyping();
-  ~HiddenTyping();
-  HiddenTyping(const HiddenTyping&) = delete;
-  HiddenTyping& operator=(const HiddenTyping&) = delete;
-
- private:
-  HANDLE console_ = GetStdHandle(STD_INPUT_HANDLE);
-  DWORD before_ = 0;
-  bool isHidden_ = false;
+  bool isSet_;
 };
 
 }  // namespace gorbex::cli

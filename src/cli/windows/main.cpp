@@ -24,7 +24,7 @@ std::unique_ptr<gorbex::Host> HostOf(const std::optional<std::string>& prefix) {
 }
 
 std::optional<std::string> ReadSecret() {
-  const gorbex::cli::HiddenTyping hidden;
+  const gorbex::cli::ConsoleMode hidden(STD_INPUT_HANDLE, 0, ENABLE_ECHO_INPUT);
   std::string line;
   return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
 }
@@ -40,29 +40,24 @@ int StatusWithOutput(int status) {
 int Run(const std::vector<std::string>& arguments) {
   const bool asks = gorbex::cli::IsConsole(STD_INPUT_HANDLE);
   const bool animates = gorbex::cli::IsConsole(STD_ERROR_HANDLE);
-  const gorbex::cli::TerminalCodes outputCodes(STD_OUTPUT_HANDLE);
-  const gorbex::cli::TerminalCodes errorCodes(STD_ERROR_HANDLE);
+  const gorbex::cli::ConsoleMode outputCodes(STD_OUTPUT_HANDLE, gorbex::cli::kCodes, 0);
+  const gorbex::cli::ConsoleMode errorCodes(STD_ERROR_HANDLE, gorbex::cli::kCodes, 0);
   const gorbex::cli::Streams streams{
       std::cin,
       std::cout,
       std::cerr,
       asks && animates,
       animates,
-      errorCodes.Work(),
+      errorCodes.IsSet(),
       ReadSecret,
       gorbex::TakeFromEnvironment(gorbex::kPasswordVariable),
       {},
-      outputCodes.Work() && gorbex::cli::WantsColours(gorbex::Environment),
+      outputCodes.IsSet() && gorbex::cli::WantsColours(gorbex::Environment),
       gorbex::cli::CiSystemOf(gorbex::Environment),
       nullptr,
       nullptr,
       gorbex::cli::SizeOfConsole};
-  try {
-    return StatusWithOutput(gorbex::cli::RunCli(arguments, streams, HostOf));
-  } catch (const std::exception& error) {
-    std::cerr << "gorbex: " << error.what() << '\n';
-    return static_cast<int>(gorbex::cli::ExitStatus::Unusable);
-  }
+  return StatusWithOutput(gorbex::cli::RunCli(arguments, streams, HostOf));
 }
 
 }  // namespace
