@@ -14,8 +14,7 @@ using Replacement = std::pair<char, std::string_view>;
 std::string Escaped(std::string_view text, std::initializer_list<Replacement> replacements) {
   std::string escaped;
   for (const char letter : text) {
-    const auto* found = std::find_if(replacements.begin(), replacements.end(),
-                                     [&](const auto& each) { return each.first == letter; });
+    const auto* found = std::ranges::find(replacements, letter, &Replacement::first);
     if (found == replacements.end()) {
       escaped += letter;
     } else {
@@ -33,11 +32,11 @@ std::string GitHubProperty(std::string_view text) {
   return Escaped(text, {{'%', "%25"}, {'\r', "%0D"}, {'\n', "%0A"}, {':', "%3A"}, {',', "%2C"}});
 }
 
-std::string GitHubLine(const Annotation& annotation) {
-  std::string line = "::" + std::string(NameOf(annotation.severity)) + " ";
-  if (!annotation.file.empty()) line += "file=" + GitHubProperty(annotation.file) + ",";
-  if (annotation.line) line += "line=" + std::to_string(*annotation.line) + ",";
-  return line + "title=" + GitHubProperty(annotation.id) + "::" + GitHubText(annotation.text);
+std::string GitHubLine(const Finding& finding) {
+  std::string line = "::" + std::string(NameOf(finding.severity)) + " ";
+  if (!finding.file.empty()) line += "file=" + GitHubProperty(finding.file) + ",";
+  if (finding.line) line += "line=" + std::to_string(*finding.line) + ",";
+  return line + "title=" + GitHubProperty(finding.id) + "::" + GitHubText(finding.text);
 }
 
 std::string AzureProperty(std::string_view text) {
@@ -48,11 +47,11 @@ std::string AzureText(std::string_view text) {
   return Escaped(text, {{'%', "%AZP25"}, {'\r', "%0D"}, {'\n', "%0A"}});
 }
 
-std::string AzureLine(const Annotation& annotation) {
-  std::string line = "##vso[task.logissue type=" + std::string(NameOf(annotation.severity)) + ";";
-  if (!annotation.file.empty()) line += "sourcepath=" + AzureProperty(annotation.file) + ";";
-  if (annotation.line) line += "linenumber=" + std::to_string(*annotation.line) + ";";
-  return line + "code=" + AzureProperty(annotation.id) + ";]" + AzureText(annotation.text);
+std::string AzureLine(const Finding& finding) {
+  std::string line = "##vso[task.logissue type=" + std::string(NameOf(finding.severity)) + ";";
+  if (!finding.file.empty()) line += "sourcepath=" + AzureProperty(finding.file) + ";";
+  if (finding.line) line += "linenumber=" + std::to_string(*finding.line) + ";";
+  return line + "code=" + AzureProperty(finding.id) + ";]" + AzureText(finding.text);
 }
 
 std::string TeamCityText(std::string_view text) {
@@ -61,37 +60,39 @@ std::string TeamCityText(std::string_view text) {
 }
 
 // The server shows no files beside such a message, so that its text names them.
-std::string TeamCityLine(const Annotation& annotation) {
-  std::string text = annotation.file;
-  if (annotation.line) text += ":" + std::to_string(*annotation.line);
-  text.append(text.empty() ? "" : ": ").append(annotation.text);
-  const bool isError = annotation.severity == Severity::Error;
-  return "##teamcity[message text='" + TeamCityText(text + " [" + annotation.id + "]") +
-         "' status='" + (isError ? "ERROR" : "WARNING") + "']";
+std::string TeamCityLine(const Finding& finding) {
+  std::string text = finding.file;
+  if (finding.line) text += ":" + std::to_string(*finding.line);
+  text.append(text.empty() ? "" : ": ").append(finding.text);
+  text.append(" [").append(finding.id).append("]");
+  const bool isError = finding.severity == Severity::Error;
+  return "##teamcity[message text='" + TeamCityText(text) + "' status='" +
+         (isError ? "ERROR" : "WARNING") + "']";
 }
 
-}  // namespace
-
-std::string AnnotationLine(CiSystem system, const Annotation& annotation) {
+// The command, with its line end, by which a build server takes a finding.
+std::string LineOf(CiSystem system, const Finding& finding) {
   switch (system) {
     case CiSystem::GitHub:
-      return GitHubLine(annotation) + "\n";
+      return GitHubLine(finding) + "\n";
     case CiSystem::Azure:
-      return AzureLine(annotation) + "\n";
+      return AzureLine(finding) + "\n";
     case CiSystem::TeamCity:
-      return TeamCityLine(annotation) + "\n";
+      return TeamCityLine(finding) + "\n";
     case CiSystem::None:
       break;
   }
   return {};
 }
 
-void Annotate(const Frame& frame, const Annotation& annotation) {
+}  // namespace
+
+void Annotate(const Frame& frame, const Finding& finding) {
   const Streams& streams = frame.streams;
   std::ostream* to = frame.json ? streams.commandErr : streams.commandOut;
   if (to == nullptr) return;
   (frame.json ? streams.err : streams.out).flush();
-  *to << AnnotationLine(streams.ci, annotation) << std::flush;
+  *to << LineOf(streams.ci, finding) << std::flush;
 }
 
 }  // namespace gorbex::cli

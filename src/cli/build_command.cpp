@@ -15,13 +15,10 @@
 #include "cli/run_printer.h"
 #include "cli/session.h"
 #include "cli/source_control_options.h"
-#include "cli/text_output.h"
 #include "cli/time_limit.h"
 #include "core/file_tools.h"
 #include "core/list_columns.h"
 #include "core/run_record.h"
-#include "core/text.h"
-#include "platform/code_page.h"
 #include "platform/command_line.h"
 #include "platform/plain_text.h"
 #include "report/run_page.h"
@@ -53,14 +50,6 @@ void Override(Session& session, const BuildArguments& arguments) {
   if (arguments.skipUsersOfFailed) options.SkipUsersOfFailed = true;
   if (arguments.outdated || arguments.upToDateToo) options.SkipUpToDate = arguments.outdated;
   UseRunOptions(session, arguments.run);
-}
-
-std::vector<std::string> CheckedProjects(const ListView& queue) {
-  std::vector<std::string> paths;
-  for (const auto& row : queue.Rows()) {
-    if (row->Checked()) paths.push_back(row->SubItem(queue_column::kProject));
-  }
-  return paths;
 }
 
 /// All that the reports of a run are made of.
@@ -103,21 +92,16 @@ bool WriteReports(Session& session, const BuildArguments& arguments, const Accou
   return isWritten;
 }
 
-bool IsLeft(const RunRecord::Project& project) {
-  return project.outcome == RunRecord::Outcome::NotBuilt;
-}
-
 ExitStatus StatusOf(const RunRecord& record, bool endWanted) {
   const auto& projects = record.Projects();
   if (projects.empty()) return ExitStatus::NothingChecked;
-  if (endWanted && std::any_of(projects.begin(), projects.end(), IsLeft)) {
-    return ExitStatus::WorkFailed;
-  }
+  using Project = RunRecord::Project;
+  const auto left = std::ranges::count(projects, RunRecord::Outcome::NotBuilt, &Project::outcome);
+  if (endWanted && left > 0) return ExitStatus::WorkFailed;
   const RunEnded& end = record.End();
   if (end.result == RunResult::KeptReferences) return ExitStatus::Unusable;
   const bool done = end.result == RunResult::Finished && end.errors == 0 && end.unamended.empty() &&
-                    std::none_of(projects.begin(), projects.end(),
-                                 [](const auto& each) { return each.IsNotGot(); });
+                    std::ranges::none_of(projects, &Project::IsNotGot);
   return done ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
@@ -150,8 +134,7 @@ ExitStatus Reported(Session& session, const BuildArguments& arguments, Account& 
   // Such as one that the check before it has refused.
   if (!account.record.HasEnded()) account.record.On(RunEnded(account.record.End()));
   if (frame.json) {
-    const std::string& script = session.program().window.registrationScript;
-    frame.streams.out << Written(RunJson(account.record, script)) << '\n';
+    PrintJson(frame, RunJson(account.record, session.program().window.registrationScript));
   }
   return WriteReports(session, arguments, account) ? status : ExitStatus::Unusable;
 }
@@ -225,6 +208,14 @@ void Build(Frame& frame, const BuildArguments& arguments) {
 }
 
 }  // namespace
+
+std::vector<std::string> CheckedProjects(const ListView& queue) {
+  std::vector<std::string> paths;
+  for (const auto& row : queue.Rows()) {
+    if (row->Checked()) paths.push_back(row->SubItem(queue_column::kProject));
+  }
+  return paths;
+}
 
 void AddBuildCommand(CLI::App& app, Frame& frame) {
   CLI::App& command =

@@ -16,7 +16,7 @@ namespace {
 
 struct CheckArguments {
   std::vector<std::string> files;
-  CheckOptions options;
+  CheckSelection selection;
   std::string sarif;
 };
 
@@ -73,15 +73,15 @@ Findings FindingsIn(Session& session, const CheckArguments& arguments) {
   if (!source) {
     session.OpenToCheck(arguments.files.front());
     const std::string folder = StripPath(program.window.fileName);
-    return program.check.RunOpen(SelectionOf(session, arguments.options, folder));
+    return program.check.RunOpen(SelectionOf(session, arguments.selection, folder));
   }
   auto scope = Load(session, arguments.files.front(), *source);
   return program.check.Run(std::move(scope),
-                           SelectionOf(session, arguments.options, source->folder));
+                           SelectionOf(session, arguments.selection, source->folder));
 }
 
 void CheckGroup(Frame& frame, const CheckArguments& arguments) {
-  RequireKnownIds(arguments.options);
+  RequireKnownIds(arguments.selection);
   Session session(frame);
   const Findings findings = FindingsIn(session, arguments);
   if (!arguments.sarif.empty()) {
@@ -89,7 +89,7 @@ void CheckGroup(Frame& frame, const CheckArguments& arguments) {
                                            Written(FindingsSarif(session.host(), findings)) + "\n");
   }
   if (frame.json) {
-    frame.streams.out << Written(FindingsJson(findings)) << '\n';
+    PrintJson(frame, FindingsJson(findings));
   } else {
     PrintFindings(session, frame.streams.out, findings);
   }
@@ -108,7 +108,7 @@ void AddCheckCommand(CLI::App& app, Frame& frame) {
                   "Build project file, group file (.vbg), folder, or project files (.vbp)")
       ->required();
   AddOutput(command, "--sarif", arguments->sarif, "Write a SARIF 2.1.0 report to this file");
-  AddCheckOptions(command, arguments->options);
+  AddCheckOptions(command, arguments->selection);
   command.callback([&frame, arguments] { CheckGroup(frame, *arguments); });
 }
 

@@ -1,21 +1,22 @@
 #include "cli/check_options.h"
 
 #include "cli/text_output.h"
+#include "core/text.h"
 
 namespace gorbex::cli {
 
-void AddCheckOptions(CLI::App& command, CheckOptions& options) {
+void AddCheckOptions(CLI::App& command, CheckSelection& selection) {
   const auto add = [&](const std::string& name, std::vector<std::string>& ids,
                        const std::string& description) {
     command.add_option(name, ids, description)->delimiter(',')->allow_extra_args(false);
   };
-  add("--only", options.only, "Do this check; may be repeated");
-  add("--ignore", options.ignored, "Leave this check out; may be repeated");
+  add("--only", selection.only, "Do this check; may be repeated");
+  add("--ignore", selection.ignored, "Leave this check out; may be repeated");
 }
 
-void RequireKnownIds(const CheckOptions& options) {
+void RequireKnownIds(const CheckSelection& selection) {
   std::string unknown;
-  for (const auto* ids : {&options.only, &options.ignored}) {
+  for (const auto* ids : {&selection.only, &selection.ignored}) {
     for (const std::string& id : *ids) {
       if (FindCheck(id) == nullptr) unknown.append(unknown.empty() ? "" : ", ").append(id);
     }
@@ -26,18 +27,9 @@ void RequireKnownIds(const CheckOptions& options) {
   throw Failure("unknown check: " + unknown + "; there are:" + known);
 }
 
-CheckSelection SelectionOf(Session& session, const CheckOptions& options,
-                           const std::string& folder) {
-  const auto& files = session.program().platform.files;
-  IgnoredChecks listed = IgnoredIn(files, folder);
-  if (!listed.problems.empty()) {
-    std::string text;
-    for (const std::string& problem : listed.problems) {
-      text.append(text.empty() ? "" : "\n").append(Plain(problem));
-    }
-    throw Failure(text);
-  }
-  CheckSelection selection{options.only, options.ignored};
+CheckSelection SelectionOf(Session& session, CheckSelection selection, const std::string& folder) {
+  const IgnoredChecks listed = IgnoredIn(session.program().platform.files, folder);
+  if (!listed.problems.empty()) throw Failure(Plain(Joined(listed.problems, "\n")));
   // Asked for by name is asked for.
   if (selection.only.empty()) {
     selection.ignored.insert(selection.ignored.end(), listed.ids.begin(), listed.ids.end());

@@ -2,14 +2,13 @@
 
 namespace gorbex::cli {
 
-CiSystem CiSystemOf(
-    const std::function<std::optional<std::string>(const char* name)>& environment) {
+CiSystem CiSystemOf(const Variables& environment) {
   if (environment("GITHUB_ACTIONS") == "true") return CiSystem::GitHub;
   if (environment("TF_BUILD")) return CiSystem::Azure;
   return environment("TEAMCITY_VERSION") ? CiSystem::TeamCity : CiSystem::None;
 }
 
-bool WantsColours(const std::function<std::optional<std::string>(const char* name)>& environment) {
+bool WantsColours(const Variables& environment) {
   return !environment("NO_COLOR") && environment("TERM") != "dumb";
 }
 

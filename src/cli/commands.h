@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "app/program.h"
 #include "cli/frame.h"
 #include "cli/session.h"
 #include "core/list_view.h"
@@ -40,6 +39,9 @@ void WarnOfCycles(const Session& session, const std::vector<std::vector<std::str
 
 /// A typed build folder in the form the program keeps it: with a trailing "\".
 [[nodiscard]] std::string BuildFolder(const Session& session, const std::string& typed);
+
+/// The projects that are marked for a build, in the queue's order.
+[[nodiscard]] std::vector<std::string> CheckedProjects(const ListView& queue);
 
 /// The rows of the queue as lines for a reader.
 void PrintQueue(std::ostream& out, const ListView& queue);

@@ -117,18 +117,6 @@ std::vector<std::string> ConsoleDialogs::OpenFiles(const FileChoice& choice) {
   }
 }
 
-std::optional<std::string> ConsoleDialogs::OpenFileOrFolder(const FileChoice& choice) {
-  return Input(choice.title, "");
-}
-
-std::optional<std::string> ConsoleDialogs::SaveFile(const FileChoice& choice) {
-  return Input(choice.title, "");
-}
-
-std::optional<std::string> ConsoleDialogs::BrowseForDir(const std::string& title) {
-  return Input(title, "");
-}
-
 std::optional<std::string> ConsoleDialogs::Input(const std::string& prompt,
                                                  const std::string& initial) {
   if (!Asks()) return std::nullopt;
@@ -138,8 +126,6 @@ std::optional<std::string> ConsoleDialogs::Input(const std::string& prompt,
   if (line->empty()) return initial.empty() ? std::nullopt : std::optional(initial);
   return FromUtf8(*line);
 }
-
-void ConsoleDialogs::ShowOptions(frmOptions& /*form*/) {}
 
 void ConsoleDialogs::ShowLogin(frmLogin& form) {
   if (!Asks()) {

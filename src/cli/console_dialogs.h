@@ -21,13 +21,19 @@ class ConsoleDialogs : public Dialogs {
   /// one by one.
   std::optional<std::string> OpenFile(const FileChoice& choice) override;
   std::vector<std::string> OpenFiles(const FileChoice& choice) override;
-  std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) override;
-  std::optional<std::string> SaveFile(const FileChoice& choice) override;
-  std::optional<std::string> BrowseForDir(const std::string& title) override;
+  std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) override {
+    return Input(choice.title, "");
+  }
+  std::optional<std::string> SaveFile(const FileChoice& choice) override {
+    return Input(choice.title, "");
+  }
+  std::optional<std::string> BrowseForDir(const std::string& title) override {
+    return Input(title, "");
+  }
   std::optional<std::string> Input(const std::string& prompt, const std::string& initial) override;
 
   /// Does nothing: a console edits settings with another command.
-  void ShowOptions(frmOptions& form) override;
+  void ShowOptions(frmOptions& /*form*/) override {}
 
   /// Asks for user and password where somebody can answer. Elsewhere logs in once, with the user of
   /// the last login and the password in the environment's GORBEX_SCC_PASSWORD. A login that fails

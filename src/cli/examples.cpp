@@ -1,7 +1,6 @@
 #include "cli/examples.h"
 
 #include <array>
-#include <string>
 #include <string_view>
 #include <utility>
 
@@ -35,20 +34,16 @@ constexpr std::array kExamples = {
     Example{"value set", "value set Core/StoreCore.vbp MajorVer 2"},
 };
 
-void AddExamplesBelow(CLI::App& app, const std::string& path) {
+}  // namespace
+
+void AddExamples(CLI::App& app, const std::string& path) {
   for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
     const std::string name = path + command->get_name();
     for (const auto& [of, example] : kExamples) {
       if (of == name) command->footer("Example: gorbex " + std::string(example));
     }
-    AddExamplesBelow(*command, name + " ");
+    AddExamples(*command, name + " ");
   }
-}
-
-}  // namespace
-
-void AddExamples(CLI::App& app) {
-  AddExamplesBelow(app, "");
 }
 
 }  // namespace gorbex::cli

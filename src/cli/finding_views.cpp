@@ -140,10 +140,10 @@ Json FindingsSarif(const Host& host, const Findings& findings) {
 void AnnotateFindings(const Session& session, const Findings& findings) {
   if (session.frame().streams.ci == CiSystem::None) return;
   const ShownPaths paths(session.host());
-  for (const Finding& finding : findings) {
-    const std::string file = finding.file.empty() ? "" : paths.Short(finding.file);
-    Annotate(session.frame(),
-             {finding.severity, file, finding.line, std::string(finding.id), Plain(finding.text)});
+  for (Finding finding : findings) {
+    if (!finding.file.empty()) finding.file = paths.Short(finding.file);
+    finding.text = Plain(finding.text);
+    Annotate(session.frame(), finding);
   }
 }
 

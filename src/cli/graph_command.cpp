@@ -80,7 +80,7 @@ void Graph(Frame& frame, const GraphArguments& arguments) {
   const auto cycles = CyclesOf(graph, collection);
   if (!arguments.svg.empty()) WriteSvg(session, arguments.svg, graph);
   if (frame.json) {
-    frame.streams.out << Written(GraphJson(graph, members, cycles)) << '\n';
+    PrintJson(frame, GraphJson(graph, members, cycles));
   } else if (arguments.svg.empty()) {
     WriteDot(frame.streams.out, graph, members);
   }

@@ -19,15 +19,11 @@ struct InitArguments {
   bool force = false;
 };
 
-// The findings of a check, without those that are told already.
-Findings Met(Session& session) {
-  return session.program().check.RunOpen(
-      {{}, {"circle", "line-ends", "project-unreadable", "compiler-missing"}});
-}
-
 void Report(const Frame& frame, Session& session, const std::string& output) {
   const ListView& queue = session.program().window.lvwQueue;
-  const Findings findings = Met(session);
+  // The findings of a check, without those that are told already.
+  const Findings findings = session.program().check.RunOpen(
+      {{}, {"circle", "line-ends", "project-unreadable", "compiler-missing"}});
   if (!frame.json) {
     frame.streams.out << queue.Count() << " projects in " << output << '\n';
     if (!findings.empty()) PrintFindings(session, frame.streams.out, findings);
@@ -35,11 +31,10 @@ void Report(const Frame& frame, Session& session, const std::string& output) {
   }
   std::vector<std::string> queued;
   for (const auto& row : queue.Rows()) queued.push_back(row->SubItem(queue_column::kProject));
-  frame.streams.out << Written(Json{{"file", JsonText(session.program().window.fileName)},
-                                    {"queue", JsonTexts(queued)},
-                                    {"leftOut", JsonTexts(session.LeftOut())},
-                                    {"findings", FindingsJson(findings)["findings"]}})
-                    << '\n';
+  PrintJson(frame, {{"file", JsonText(session.program().window.fileName)},
+                    {"queue", JsonTexts(queued)},
+                    {"leftOut", JsonTexts(session.LeftOut())},
+                    {"findings", FindingsJson(findings)["findings"]}});
 }
 
 void Init(Frame& frame, const InitArguments& arguments) {

@@ -58,6 +58,15 @@ void InTreeOrder(const TreeNode& node, const Visit& visit) {
   for (const TreeNode* child : node.Children()) InTreeOrder(*child, visit);
 }
 
+// The properties of the settings object by their names.
+Json SettingsJson(const clsOptions& options) {
+  Json object = Json::object();
+  for (const Setting& setting : AllSettings()) {
+    object[std::string(setting.name)] = SettingJson(setting, options);
+  }
+  return object;
+}
+
 }  // namespace
 
 Json JsonText(std::string_view text) {
@@ -88,6 +97,10 @@ std::string Written(const Json& json) {
   return written.append(text, done);
 }
 
+void PrintJson(const Frame& frame, const Json& json) {
+  frame.streams.out << Written(json) << '\n';
+}
+
 Json QueueJson(const ListView& queue) {
   Json rows = Json::array();
   for (const auto& row : queue.Rows()) {
@@ -109,14 +122,6 @@ Json ReferencesJson(const ListView& references) {
                     {"colour", ColourName(row->TextColour())}});
   }
   return rows;
-}
-
-Json SettingsJson(const clsOptions& options) {
-  Json object = Json::object();
-  for (const Setting& setting : AllSettings()) {
-    object[std::string(setting.name)] = SettingJson(setting, options);
-  }
-  return object;
 }
 
 void WriteShowJson(std::ostream& out, const Program& program) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/program.h"
+#include "cli/frame.h"
 
 namespace gorbex::cli {
 
@@ -21,12 +22,12 @@ using Json = nlohmann::ordered_json;
 /// the user's terminal.
 [[nodiscard]] std::string Written(const Json& json);
 
+/// Prints it on one line of the output.
+void PrintJson(const Frame& frame, const Json& json);
+
 /// The rows of the queue, and those of the detail list.
 [[nodiscard]] Json QueueJson(const ListView& queue);
 [[nodiscard]] Json ReferencesJson(const ListView& references);
-
-/// The properties of the settings object by their names.
-[[nodiscard]] Json SettingsJson(const clsOptions& options);
 
 /// Everything `show` tells, written piece by piece: a big group is never in memory twice.
 void WriteShowJson(std::ostream& out, const Program& program);

@@ -11,8 +11,7 @@ namespace gorbex::cli {
 namespace {
 
 bool IsDay(const std::string& day) {
-  return day.size() == 8 && std::all_of(day.begin(), day.end(),
-                                        [](char digit) { return digit >= '0' && digit <= '9'; });
+  return day.size() == 8 && std::ranges::all_of(day, IsDigit);
 }
 
 Json LinesJson(std::string_view text) {
@@ -34,13 +33,11 @@ void Log(Frame& frame, const std::string& asked) {
     throw Failure("no log of this day: " + Plain(file));
   }
   const std::string text = session.program().platform.files.Read(file);
-  if (frame.json) {
-    frame.streams.out << Written(Json{
-                             {"day", day}, {"file", JsonText(file)}, {"lines", LinesJson(text)}})
-                      << '\n';
-  } else {
+  if (!frame.json) {
     frame.streams.out << Plain(text);
+    return;
   }
+  PrintJson(frame, {{"day", day}, {"file", JsonText(file)}, {"lines", LinesJson(text)}});
 }
 
 }  // namespace

@@ -36,8 +36,7 @@ void Missing(Frame& frame, const std::string& file) {
   if (frame.json) {
     Json rows = Json::array();
     for (const auto& component : components) rows.push_back(ComponentJson(component));
-    frame.streams.out << Written(rows) << '\n';
-    return;
+    return PrintJson(frame, rows);
   }
   for (const auto& component : components) Print(frame.streams.out, component);
   frame.streams.out << MissingText(components.size()) << '\n';

@@ -1,7 +1,5 @@
 #include "cli/output_option.h"
 
-#include <CLI/CLI.hpp>
-
 #include <set>
 
 #include "core/source_name.h"

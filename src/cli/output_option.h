@@ -1,13 +1,10 @@
 #pragma once
 
+#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
 #include "cli/session.h"
-
-namespace CLI {
-class App;
-}
 
 namespace gorbex::cli {
 

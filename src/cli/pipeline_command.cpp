@@ -9,9 +9,9 @@
 #include "cli/output_option.h"
 #include "cli/run_json.h"
 #include "cli/session.h"
+#include "cli/shown_paths.h"
 #include "cli/text_output.h"
 #include "core/file_tools.h"
-#include "core/list_columns.h"
 #include "core/text.h"
 #include "freshness/project_sources.h"
 #include "platform/code_page.h"
@@ -31,14 +31,6 @@ struct PipelineArguments {
   std::string junit;
 };
 
-std::vector<std::string> CheckedProjects(Program& program) {
-  std::vector<std::string> paths;
-  for (const auto& row : program.window.lvwQueue.Rows()) {
-    if (row->Checked()) paths.push_back(row->SubItem(queue_column::kProject));
-  }
-  return paths;
-}
-
 /// Where a pipeline finds files: in the program's form, and in the repository.
 class Places {
  public:
@@ -46,8 +38,9 @@ class Places {
       : root_(StripPath(session.ProgramPath(arguments.file)) + "\\") {
     const auto end = arguments.file.find_last_of("/\\");
     const bool isAbsolute = arguments.file.starts_with('/') || arguments.file.find(':') == 1;
-    if (end != std::string::npos && !isAbsolute) folder_ = arguments.file.substr(0, end + 1);
-    std::replace(folder_.begin(), folder_.end(), '\\', '/');
+    if (end != std::string::npos && !isAbsolute) {
+      folder_ = WithSlashes(arguments.file.substr(0, end + 1));
+    }
   }
 
   /// UTF-8; Failure for a path that the commands of a pipeline cannot name.
@@ -59,12 +52,10 @@ class Places {
   /// Failure for a file that is outside the build project's folder.
   [[nodiscard]] std::string InRepository(const std::string& path) const {
     if (!EqualsIgnoringCase(path.substr(0, root_.size()), root_)) {
-      throw Failure(Plain(path) + ": not below the folder of the build project, so that no job " +
-                    "could pass it on");
+      throw Failure(Plain(path) +
+                    ": not below the folder of the build project, so that no job could pass it on");
     }
-    std::string below = ToUtf8(path.substr(root_.size()));
-    std::replace(below.begin(), below.end(), '\\', '/');
-    return folder_ + below;
+    return folder_ + WithSlashes(ToUtf8(path.substr(root_.size())));
   }
 
   [[nodiscard]] const std::string& Root() const { return root_; }
@@ -108,7 +99,7 @@ std::vector<std::size_t> WithIndirect(std::size_t project,
 }
 
 std::vector<PipelineJob> Jobs(Program& program, const Places& places) {
-  const std::vector<std::string> paths = CheckedProjects(program);
+  const std::vector<std::string> paths = CheckedProjects(program.window.lvwQueue);
   const auto names = JobNames(paths);
   const MemberCollection& members = program.window.ProjectMembers;
   const auto uses = WithoutCircles(UsesInRun(members, program.group, paths));
@@ -125,17 +116,14 @@ std::vector<PipelineJob> Jobs(Program& program, const Places& places) {
 
 std::vector<std::string> LinesOf(Session& session, const std::string& typed) {
   if (typed.empty()) return {};
-  try {
-    std::vector<std::string> lines;
-    const std::string text = session.program().platform.files.Read(session.ProgramPath(typed));
-    for (std::string_view line : Split(text, '\n')) {
-      if (line.ends_with('\r')) line.remove_suffix(1);
-      if (!line.empty()) lines.emplace_back(line);  // UTF-8 already, as the pipeline is
-    }
-    return lines;
-  } catch (const RuntimeError& error) {
-    throw Failure(typed + ": " + Plain(error.Description()));
+  const std::string path = session.ProgramPath(typed);
+  const auto text = OrFail(typed, [&] { return session.program().platform.files.Read(path); });
+  std::vector<std::string> lines;
+  for (std::string_view line : Split(text, '\n')) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (!line.empty()) lines.emplace_back(line);  // UTF-8 already, as the pipeline is
   }
+  return lines;
 }
 
 void WritePipeline(Frame& frame, Session& session, const PipelineArguments& arguments) {
@@ -153,9 +141,8 @@ void WritePipeline(Frame& frame, Session& session, const PipelineArguments& argu
     session.Warn("no project of the queue is checked");
     return;
   }
-  const auto longest = std::max_element(
-      pipeline.jobs.begin(), pipeline.jobs.end(),
-      [](const auto& a, const auto& b) { return a.needs.size() < b.needs.size(); });
+  const auto longest = std::ranges::max_element(
+      pipeline.jobs, {}, [](const PipelineJob& job) { return job.needs.size(); });
   if (longest->needs.size() > kMostNeeds) {
     session.Warn(longest->name + " needs " + std::to_string(longest->needs.size()) +
                  " other jobs; GitLab allows 50 unless its administrator raises that limit");
@@ -171,7 +158,7 @@ void WritePipeline(Frame& frame, Session& session, const PipelineArguments& argu
 void JoinResults(Frame& frame, Session& session, const PipelineArguments& arguments) {
   Program& program = session.program();
   const Places places(session, arguments);
-  const std::vector<std::string> paths = CheckedProjects(program);
+  const std::vector<std::string> paths = CheckedProjects(program.window.lvwQueue);
   const auto names = JobNames(paths);
   RunRecord record(paths);
   for (const std::string& name : names) {
@@ -203,8 +190,7 @@ void JoinResults(Frame& frame, Session& session, const PipelineArguments& argume
   frame.streams.out << CountsText(ended, paths.size()) << '\n';
   const auto done =
       static_cast<std::size_t>(ended.built) + static_cast<std::size_t>(ended.upToDate);
-  const bool isWhole = done == paths.size();
-  frame.status = isWhole ? ExitStatus::Done : ExitStatus::WorkFailed;
+  frame.status = done == paths.size() ? ExitStatus::Done : ExitStatus::WorkFailed;
 }
 
 void Pipeline(Frame& frame, const PipelineArguments& arguments) {

@@ -89,11 +89,8 @@ void Plan(Frame& frame, const PlanArguments& arguments) {
   Program& program = session.program();
   BuildPlan plan = PlanOf(program.window, program.group, program.freshness);
   EstimateSideBySide(program, plan);
-  if (frame.json) {
-    frame.streams.out << Written(PlanJson(plan)) << '\n';
-  } else {
-    PrintPlan(frame.streams.out, plan, arguments.allReasons);
-  }
+  if (frame.json) return PrintJson(frame, PlanJson(plan));
+  PrintPlan(frame.streams.out, plan, arguments.allReasons);
 }
 
 }  // namespace

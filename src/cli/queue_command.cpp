@@ -7,7 +7,6 @@
 #include "cli/json_views.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
-#include "core/node_key.h"
 
 namespace gorbex::cli {
 namespace {
@@ -59,15 +58,12 @@ const std::vector<Verb>& Verbs() {
 }
 
 const Verb* FindVerb(const std::string& word) {
-  const auto& verbs = Verbs();
-  const auto named = std::find_if(verbs.begin(), verbs.end(),
-                                  [&](const Verb& candidate) { return candidate.name == word; });
-  return named == verbs.end() ? nullptr : &*named;
+  const auto named = std::ranges::find(Verbs(), word, &Verb::name);
+  return named == Verbs().end() ? nullptr : &*named;
 }
 
 void RequireMarks(const QueueArguments& arguments) {
-  const auto& words = arguments.words;
-  const bool marks = std::find(words.begin(), words.end(), "mark") != words.end();
+  const bool marks = std::ranges::count(arguments.words, "mark") > 0;
   if (marks || (!arguments.withUses && !arguments.withUsers && !arguments.outdated)) return;
   throw Failure("--with-uses, --with-users and --outdated go with mark");
 }
@@ -118,14 +114,10 @@ void Queue(Frame& frame, const QueueArguments& arguments) {
   Execute(session, arguments);
   if (arguments.save) session.Save();
   const ListView& queue = session.program().window.lvwQueue;
-  if (frame.json) {
-    frame.streams.out << Written(QueueJson(queue)) << '\n';
-  } else {
-    PrintQueue(frame.streams.out, queue);
-    if (arguments.outdated) {
-      frame.streams.out << Plain(session.program().window.stbStatus.Get()) << '\n';
-    }
-  }
+  if (frame.json) return PrintJson(frame, QueueJson(queue));
+  PrintQueue(frame.streams.out, queue);
+  if (!arguments.outdated) return;
+  frame.streams.out << Plain(session.program().window.stbStatus.Get()) << '\n';
 }
 
 }  // namespace

@@ -27,10 +27,7 @@ void ShowReferences(Frame& frame, const std::string& file, const std::string& pr
   program.window.lvwData.SetTag("");
   program.display.ShowProjectReferences(path);
   const ListView& rows = program.window.lvwData;
-  if (frame.json) {
-    frame.streams.out << Written(ReferencesJson(rows)) << '\n';
-    return;
-  }
+  if (frame.json) return PrintJson(frame, ReferencesJson(rows));
   for (const auto& row : rows.Rows()) PrintRow(frame.streams.out, *row);
 }
 

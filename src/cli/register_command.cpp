@@ -17,9 +17,7 @@ void Register(Frame& frame, const std::string& typed, Direction direction) {
   if (!FileExists(program.platform.files, path)) throw Failure(typed + ": no such file");
   const bool done = direction == Direction::Register ? program.registration.Register(path)
                                                      : program.registration.Unregister(path);
-  if (frame.json) {
-    frame.streams.out << Written(Json{{"file", JsonText(path)}, {"done", done}}) << '\n';
-  }
+  if (frame.json) PrintJson(frame, {{"file", JsonText(path)}, {"done", done}});
   if (done) return;
   session.Warn("Failed to Register " + Plain(path));
   if (const auto& advice = program.registration.Advice(); !advice.empty()) session.Warn(advice);

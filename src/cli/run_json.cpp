@@ -1,7 +1,7 @@
 #include "cli/run_json.h"
 
+#include <array>
 #include <chrono>
-#include <string_view>
 
 #include "platform/code_page.h"
 #include "report/run_words.h"
@@ -9,36 +9,10 @@
 namespace gorbex::cli {
 namespace {
 
-std::string_view OutcomeName(RunRecord::Outcome outcome) {
-  switch (outcome) {
-    case RunRecord::Outcome::Built:
-      return "built";
-    case RunRecord::Outcome::Failed:
-      return "failed";
-    case RunRecord::Outcome::NotBuilt:
-      return "notBuilt";
-    case RunRecord::Outcome::UpToDate:
-      return "upToDate";
-  }
-  return "";
-}
-
-std::string_view EndName(RunResult result) {
-  switch (result) {
-    case RunResult::Refused:
-    case RunResult::KeptReferences:
-      return "refused";
-    case RunResult::NoCompiler:
-      return "noCompiler";
-    case RunResult::Aborted:
-      return "aborted";
-    case RunResult::Stopped:
-      return "stopped";
-    case RunResult::Finished:
-      return "finished";
-  }
-  return "";
-}
+// Each in the order of its enumeration.
+constexpr std::array kOutcomeNames = {"notBuilt", "built", "failed", "upToDate"};
+constexpr std::array kEndNames = {"refused", "refused", "noCompiler",
+                                  "aborted", "stopped", "finished"};
 
 double InSeconds(std::chrono::milliseconds time) {
   return std::chrono::duration<double>(time).count();
@@ -96,7 +70,7 @@ Json RunJson(const RunRecord& record, const std::string& script) {
     const auto ifBegun = [&](auto value) { return project.HasBegun() ? Json(value) : Json(); };
     const bool isUpToDate = project.outcome == RunRecord::Outcome::UpToDate;
     projects.push_back({{"path", JsonText(project.path)},
-                        {"result", OutcomeName(project.outcome)},
+                        {"result", kOutcomeNames.at(static_cast<std::size_t>(project.outcome))},
                         {"start", ifBegun(InSeconds(project.start))},
                         {"seconds", ifBegun(InSeconds(project.duration))},
                         {"place", isUpToDate ? Json() : ifBegun(project.place)},
@@ -107,7 +81,7 @@ Json RunJson(const RunRecord& record, const std::string& script) {
   return {{"built", record.End().built},
           {"errors", record.End().errors},
           {"projects", projects},
-          {"end", EndName(record.End().result)},
+          {"end", kEndNames.at(static_cast<std::size_t>(record.End().result))},
           {"messages", JsonTexts(record.Messages())},
           {"script", JsonText(script)}};
 }

@@ -24,10 +24,6 @@ void RunPrinter::On(const RunEvent& event) {
   std::visit([this](const auto& each) { Hear(each); }, event);
 }
 
-void RunPrinter::Hear(const RunStarted& started) {
-  of_ = started.paths.size();
-}
-
 void RunPrinter::Hear(const ProjectStarted& project) {
   building_.push_back({project.path, clock_.Elapsed(), "", project.left});
   Draw();
@@ -84,8 +80,7 @@ std::string RunPrinter::Done(const std::string& path) {
 }
 
 RunPrinter::Building* RunPrinter::Find(const std::string& path) {
-  const auto found = std::find_if(building_.begin(), building_.end(),
-                                  [&](const Building& each) { return each.path == path; });
+  const auto found = std::ranges::find(building_, path, &Building::path);
   return found == building_.end() ? nullptr : &*found;
 }
 

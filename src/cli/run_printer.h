@@ -37,19 +37,18 @@ class RunPrinter {
     std::optional<std::string> notGot{};  ///< why its latest sources were not got
   };
 
-  void Hear(const RunStarted& started);
+  void Hear(const RunStarted& started) { of_ = started.paths.size(); }
   void Hear(const ProjectStarted& project);
   void Hear(const ProjectSkipped& skipped);
   void Hear(const ProjectUpToDate& fresh);
-  void Hear(const ProjectOutdated&) {}
   void Hear(const StepStarted& step);
   void Hear(const LatestGot& latest);
   void Hear(const ProjectCompiled& compiled);
   void Hear(const RunPaced& paced);
   void Hear(const QuestionAsked&) { rows_.Clear(); }
   void Hear(const QuestionAnswered&) { Draw(); }
-  void Hear(const RunDone&) {}
   void Hear(const RunEnded& ended);
+  void Hear(const auto& /*other*/) {}
 
   /// The start of a line about a project that is done.
   [[nodiscard]] std::string Done(const std::string& path);

@@ -24,33 +24,30 @@ void Session::ListenForProblems() {
   const auto warn = [this](const std::string& path, const std::string& reason) {
     Warn(Plain(path) + ": " + Plain(reason));
   };
-  subscriptions_.push_back(
-      program_->reader.leftOut.Connect([=, this](const std::string& path, const std::string& why) {
-        leftOut_.push_back(path);
-        if (!isQuiet_) warn(path, "left out: " + why);
-      }));
-  subscriptions_.push_back(
-      program_->reader.doubtful.Connect([=, this](const std::string& path, const std::string& why) {
-        if (!isQuiet_) warn(path, why);
-      }));
-  subscriptions_.push_back(program_->buildProject.rowLeftOut.Connect(
-      [=](const std::string& path) { warn(path, "its row of the queue is left out"); }));
-  subscriptions_.push_back(
-      program_->replaced.told.Connect([this](const std::string& line) { Warn(Plain(line)); }));
-  subscriptions_.push_back(
-      program_->freshness.told.Connect([this](const std::string& line) { Warn(Plain(line)); }));
-  subscriptions_.push_back(
-      program_->values.failed.Connect([=](const std::string& path, const RuntimeError& error) {
-        warn(path, "not amended: " + error.Description());
-      }));
+  subscriptions_.Add(program_->reader.leftOut,
+                     [=, this](const std::string& path, const std::string& why) {
+                       leftOut_.push_back(path);
+                       if (!isQuiet_) warn(path, "left out: " + why);
+                     });
+  subscriptions_.Add(program_->reader.doubtful,
+                     [=, this](const std::string& path, const std::string& why) {
+                       if (!isQuiet_) warn(path, why);
+                     });
+  subscriptions_.Add(program_->buildProject.rowLeftOut, [=](const std::string& path) {
+    warn(path, "its row of the queue is left out");
+  });
+  subscriptions_.Add(program_->replaced.told,
+                     [this](const std::string& line) { Warn(Plain(line)); });
+  subscriptions_.Add(program_->freshness.told,
+                     [this](const std::string& line) { Warn(Plain(line)); });
+  subscriptions_.Add(program_->values.failed,
+                     [=](const std::string& path, const RuntimeError& error) {
+                       warn(path, "not amended: " + error.Description());
+                     });
 }
 
 void Session::Write(const std::string& typed, const std::string& text) {
-  try {
-    program_->platform.files.Write(ProgramPath(typed), text);
-  } catch (const RuntimeError& error) {
-    throw Failure(typed + ": " + Plain(error.Description()));
-  }
+  OrFail(typed, [&] { program_->platform.files.Write(ProgramPath(typed), text); });
 }
 
 void Session::Warn(const std::string& utf8) const {
@@ -94,10 +91,6 @@ void Session::Open(const std::string& typedPath) {
   throw Failure(text);
 }
 
-void Session::OpenToLook(const std::string& typedPath) {
-  Open(typedPath, BuildProjectFile::Unread::IsLeftOut);
-}
-
 void Session::LeaveJudgement() {
   isQuiet_ = true;
   program_->marking.LeaveLoadedUnmarked();
@@ -106,10 +99,6 @@ void Session::LeaveJudgement() {
 void Session::OpenToCheck(const std::string& typedPath) {
   LeaveJudgement();
   Open(typedPath, BuildProjectFile::Unread::IsKept);
-}
-
-void Session::OpenWithoutMissing(const std::string& typedPath) {
-  Open(typedPath, BuildProjectFile::Unread::IsRemoved);
 }
 
 void Session::Open(const std::string& typedPath, BuildProjectFile::Unread unread) {
@@ -123,12 +112,7 @@ void Session::Open(const std::string& typedPath, BuildProjectFile::Unread unread
 
 std::string Session::RequiredBuildProject(const std::string& path,
                                           const std::string& typedPath) const {
-  std::string text;
-  try {
-    text = program_->platform.files.Read(path);
-  } catch (const RuntimeError& error) {
-    throw Failure(typedPath + ": " + Plain(error.Description()));
-  }
+  std::string text = OrFail(typedPath, [&] { return program_->platform.files.Read(path); });
   if (const auto problem = BuildProjectProblem(text)) throw Failure(typedPath + ": " + *problem);
   return text;
 }

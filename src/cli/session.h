@@ -8,8 +8,19 @@
 #include "app/program.h"
 #include "cli/console_dialogs.h"
 #include "cli/frame.h"
+#include "platform/plain_text.h"
 
 namespace gorbex::cli {
+
+/// Does it. An error of the program becomes a failure that names what was typed.
+template <class Act>
+auto OrFail(const std::string& typed, const Act& act) {
+  try {
+    return act();
+  } catch (const RuntimeError& error) {
+    throw Failure(typed + ": " + Plain(error.Description()));
+  }
+}
 
 /// One run of a command over the program: the host, the console's dialogs and the program itself.
 class Session {
@@ -37,11 +48,15 @@ class Session {
   void LeaveJudgement();
 
   /// As Open, with missing project files taken out of the build project.
-  void OpenWithoutMissing(const std::string& typedPath);
+  void OpenWithoutMissing(const std::string& typedPath) {
+    Open(typedPath, BuildProjectFile::Unread::IsRemoved);
+  }
 
   /// As Open, for commands that only look: queue rows whose projects could not be read are left out
   /// with a warning.
-  void OpenToLook(const std::string& typedPath);
+  void OpenToLook(const std::string& typedPath) {
+    Open(typedPath, BuildProjectFile::Unread::IsLeftOut);
+  }
 
   /// The path under which a project is loaded, however its letters were typed. Failure when it is
   /// not loaded.
@@ -101,7 +116,7 @@ class Session {
   std::unique_ptr<Program> program_;
   std::vector<std::string> leftOut_;
   std::string opened_;  ///< the build project file's bytes when it was opened
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
   bool hasEndedStep_ = false;
   bool isQuiet_ = false;
   bool hasSettings_ = false;

@@ -24,8 +24,8 @@ const Setting& Named(const std::string& name) {
 }
 
 std::optional<std::string_view> OtherSetting(const std::string& name) {
-  const auto found = std::find_if(kOtherSettings.begin(), kOtherSettings.end(),
-                                  [&](auto known) { return EqualsIgnoringCase(known, name); });
+  const auto found = std::ranges::find_if(
+      kOtherSettings, [&](auto known) { return EqualsIgnoringCase(known, name); });
   return found == kOtherSettings.end() ? std::nullopt : std::optional(*found);
 }
 
@@ -43,11 +43,6 @@ std::string OtherValue(const Program& program, std::string_view name) {
   std::string value = program.registry.fnsGetRegistryValue(kProgramKey, name);
   const bool isUrl = name == mail_setting::kStore || name == mail_setting::kTransport;
   return isUrl ? WithoutPassword(std::move(value)) : value;
-}
-
-void CheckValue(std::string_view name, const std::string& value) {
-  const std::string problem = mail_setting::ProblemWith(name, value);
-  if (!problem.empty()) throw Failure(std::string(name) + ": " + problem);
 }
 
 void ListOthers(Frame& frame, const Program& program, Json& object) {
@@ -68,7 +63,7 @@ void List(Frame& frame, const Program& program) {
     frame.streams.out << Padded(std::string(setting.name), 20) << Shown(setting, options) << '\n';
   }
   ListOthers(frame, program, object);
-  if (frame.json) frame.streams.out << Written(object) << '\n';
+  if (frame.json) PrintJson(frame, object);
 }
 
 void RequireLength(std::string_view name, std::string_view value) {
@@ -92,11 +87,7 @@ std::string SettingText(std::string_view name, const std::string& typed) {
 
 void Change(clsOptions& options, const Setting& setting, const std::string& typed) {
   const std::string value = SettingText(setting.name, typed);
-  try {
-    setting.Take(options, value);
-  } catch (const RuntimeError& error) {
-    throw Failure(std::string(setting.name) + ": " + Plain(error.Description()));
-  }
+  OrFail(std::string(setting.name), [&] { setting.Take(options, value); });
   if (!options.Store(setting)) FailNotStored(setting.name);
 }
 
@@ -114,16 +105,14 @@ void ShowOrChangeOther(Frame& frame, Session& session, std::string_view name,
   Program& program = session.program();
   if (typed) {
     const std::string value = TypedValue(session, name, *typed);
-    CheckValue(name, value);
+    const std::string problem = mail_setting::ProblemWith(name, value);
+    if (!problem.empty()) throw Failure(std::string(name) + ": " + problem);
     program.registry.subSetRegistryValue(kProgramKey, name, value);
     if (program.registry.fnsGetRegistryValue(kProgramKey, name) != value) FailNotStored(name);
   }
   const std::string value = OtherValue(program, name);
-  if (frame.json) {
-    frame.streams.out << Written(Json{{std::string(name), JsonText(value)}}) << '\n';
-  } else {
-    frame.streams.out << Plain(value) << '\n';
-  }
+  if (frame.json) return PrintJson(frame, Json{{std::string(name), JsonText(value)}});
+  frame.streams.out << Plain(value) << '\n';
 }
 
 void Settings(Frame& frame, const SettingsArguments& arguments, bool hasValue) {
@@ -139,11 +128,9 @@ void Settings(Frame& frame, const SettingsArguments& arguments, bool hasValue) {
   const Setting& setting = Named(arguments.name);
   if (hasValue) Change(options, setting, arguments.value);
   if (frame.json) {
-    frame.streams.out << Written(Json{{std::string(setting.name), SettingJson(setting, options)}})
-                      << '\n';
-  } else {
-    frame.streams.out << Shown(setting, options) << '\n';
+    return PrintJson(frame, Json{{std::string(setting.name), SettingJson(setting, options)}});
   }
+  frame.streams.out << Shown(setting, options) << '\n';
 }
 
 }  // namespace

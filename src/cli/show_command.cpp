@@ -48,10 +48,7 @@ void Show(Frame& frame, const std::string& file) {
   session.OpenToLook(file);
   std::ostream& out = frame.streams.out;
   const Program& program = session.program();
-  if (frame.json) {
-    WriteShowJson(out, program);
-    return;
-  }
+  if (frame.json) return WriteShowJson(out, program);
   out << Plain(program.window.caption.Get()) << '\n';
   PrintProjects(out, program.window);
   PrintVerdicts(out, program.window);

@@ -87,7 +87,7 @@ class GetReport {
   }
 
   void End() {
-    if (frame_.json) frame_.streams.out << Written(results_) << '\n';
+    if (frame_.json) PrintJson(frame_, results_);
   }
 
  private:
@@ -161,7 +161,7 @@ void Changes(Frame& frame, const SourceControlCommandsArguments& arguments) {
     changed.push_back(JsonText(node->Text()));
     if (!frame.json) frame.streams.out << Plain(node->Text()) << '\n';
   }
-  if (frame.json) frame.streams.out << Written(changed) << '\n';
+  if (frame.json) PrintJson(frame, changed);
 }
 
 void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
@@ -182,7 +182,7 @@ void Label(Frame& frame, const SourceControlCommandsArguments& arguments) {
   const bool done = form.hidden.Get();
   if (!done) frame.status = ExitStatus::WorkFailed;
   if (frame.json) {
-    frame.streams.out << Written(Json{{"spec", JsonText(spec)}, {"done", done}}) << '\n';
+    PrintJson(frame, {{"spec", JsonText(spec)}, {"done", done}});
   } else if (done) {
     frame.streams.out << "labelled " << Plain(spec) << " as " << arguments.label << '\n';
   }

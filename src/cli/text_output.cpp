@@ -5,7 +5,6 @@
 
 #include "core/file_tools.h"
 #include "core/text.h"
-#include "platform/code_page.h"
 
 namespace gorbex::cli {
 

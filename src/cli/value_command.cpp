@@ -19,11 +19,9 @@ struct ValueArguments {
 // The readers of values pass over files they cannot open, so that is told here, before.
 bool HasKey(Session& session, const ValueArguments& arguments, const std::string& path,
             const std::string& key) {
-  try {
-    return FindProjectValue(session.program().platform.files.Read(path), key).has_value();
-  } catch (const RuntimeError& error) {
-    throw Failure(arguments.file + ": " + Plain(error.Description()));
-  }
+  const auto& files = session.program().platform.files;
+  return OrFail(arguments.file,
+                [&] { return FindProjectValue(files.Read(path), key).has_value(); });
 }
 
 std::string KeyOf(const ValueArguments& arguments) {
@@ -52,13 +50,11 @@ void Get(Frame& frame, const ValueArguments& arguments) {
     session.Warn(arguments.file + ": no key " + arguments.key + "; this is the whole file");
   }
   const auto value = session.program().values.ReadProjectValue(path, key);
-  if (frame.json) {
-    frame.streams.out << Written(Json{
-                             {"key", arguments.key}, {"value", JsonText(value)}, {"found", found}})
-                      << '\n';
-  } else {
+  if (!frame.json) {
     frame.streams.out << Shown(value) << '\n';
+    return;
   }
+  PrintJson(frame, {{"key", arguments.key}, {"value", JsonText(value)}, {"found", found}});
 }
 
 void Set(Frame& frame, const ValueArguments& arguments) {
@@ -79,11 +75,8 @@ void Set(Frame& frame, const ValueArguments& arguments) {
   if (!hasKey) session.Warn(arguments.file + ": no key " + arguments.key + "; nothing was set");
   const bool set = hasKey && written;
   if (!set) frame.status = ExitStatus::WorkFailed;
-  if (frame.json) {
-    frame.streams.out << Written(Json{
-                             {"key", arguments.key}, {"value", JsonText(*value)}, {"set", set}})
-                      << '\n';
-  }
+  if (!frame.json) return;
+  PrintJson(frame, {{"key", arguments.key}, {"value", JsonText(*value)}, {"set", set}});
 }
 
 }  // namespace

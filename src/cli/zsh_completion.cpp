@@ -1,5 +1,6 @@
 #include "cli/completion.h"
 #include "cli/completion_kinds.h"
+#include "core/text.h"
 
 namespace gorbex::cli {
 namespace {
@@ -25,12 +26,8 @@ std::string InQuotes(const std::string& text) {
 }
 
 std::string ZshAction(const CompletionKind& kind) {
-  std::string patterns;
-  for (const std::string& extension : kind.extensions) {
-    patterns += (patterns.empty() ? "" : "|") + extension;
-  }
-  std::string words;
-  for (const std::string& word : kind.words) words += (words.empty() ? "" : " ") + word;
+  const std::string patterns = Joined(kind.extensions, "|");
+  const std::string words = Joined(kind.words, " ");
   if (kind.anyFile) return "_files";
   if (kind.folders) return "_files -/";
   std::string files = "_files -g \"*.(#i)(" + patterns + ")(-.)\"";
@@ -45,13 +42,7 @@ std::string ZshOption(const CLI::Option& option) {
   if (TakesValue(option)) spec += ":" + InQuotes(names.back()) + ":" + ZshAction(KindOf(option));
   spec += "'";
   if (names.size() == 1) return "'" + names.front() + spec.substr(1);
-  std::string all;
-  std::string either;
-  for (const std::string& name : names) {
-    all += (all.empty() ? "" : " ") + name;
-    either += (either.empty() ? "" : ",") + name;
-  }
-  return "'(" + all + ")'{" + either + "}" + spec;
+  return "'(" + Joined(names, " ") + ")'{" + Joined(names, ",") + "}" + spec;
 }
 
 std::string ZshArgument(const CLI::Option& argument, std::size_t number) {

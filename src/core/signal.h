@@ -36,4 +36,18 @@ class Signal {
   std::vector<std::weak_ptr<Listener>> listeners_;
 };
 
+/// Connections to signals, ended together.
+class Subscriptions {
+ public:
+  template <class... Args, class Listener>
+  void Add(Signal<Args...>& signal, Listener&& listener) {
+    held_.push_back(signal.Connect(std::forward<Listener>(listener)));
+  }
+
+  void Clear() { held_.clear(); }
+
+ private:
+  std::vector<Subscription> held_;
+};
+
 }  // namespace gorbex
