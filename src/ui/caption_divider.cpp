@@ -3,6 +3,7 @@
 #include <wx/dcclient.h>
 #include <wx/settings.h>
 
+#include "ui/observe.h"
 #include "ui/palette.h"
 
 namespace gorbex::ui {
@@ -18,16 +19,7 @@ CaptionDivider::CaptionDivider(wxWindow* parent, const wxString& caption)
       caption_(caption) {
   SetFont(GetFont().Bold());
   Bind(wxEVT_PAINT, &CaptionDivider::OnPaint, this);
-  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
-    FollowFocus();
-    event.Skip();
-  });
-}
-
-void CaptionDivider::SetCaption(const wxString& caption) {
-  if (caption == caption_) return;
-  caption_ = caption;
-  Refresh();
+  Observe(*this, wxEVT_IDLE, [this] { FollowFocus(); });
 }
 
 // Nobody tells a window that the keyboard has left what is in it.

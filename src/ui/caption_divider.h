@@ -10,8 +10,6 @@ class CaptionDivider : public wxPanel {
  public:
   CaptionDivider(wxWindow* parent, const wxString& caption);
 
-  void SetCaption(const wxString& caption);
-
   // Nothing here is for the keyboard.
   [[nodiscard]] bool AcceptsFocus() const override { return false; }
   [[nodiscard]] bool AcceptsFocusFromKeyboard() const override { return false; }
@@ -21,7 +19,7 @@ class CaptionDivider : public wxPanel {
   void OnPaint(wxPaintEvent& event);
   [[nodiscard]] wxSize DoGetBestClientSize() const override;
 
-  wxString caption_;
+  const wxString caption_;
   bool hasKeyboard_ = false;  ///< its parent or something in it
 };
 

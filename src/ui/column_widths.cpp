@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <numeric>
 
 namespace gorbex::ui {
@@ -11,9 +12,7 @@ namespace {
 int GiveLeast(int rest, const std::vector<ColumnNeed>& needs, std::vector<int>& widths) {
   std::vector<std::size_t> order(needs.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
-    return needs[one].worth > needs[other].worth;
-  });
+  std::ranges::stable_sort(order, std::greater(), [&](std::size_t i) { return needs[i].worth; });
   for (const std::size_t column : order) {
     const int more = std::clamp(needs[column].least - widths[column], 0, std::max(rest, 0));
     widths[column] += more;

@@ -24,8 +24,4 @@ wxString CutText(const wxString& text, std::size_t end, const wxDC& dc, int room
   return text.Left(longest) + tail;
 }
 
-wxString CutPath(const wxString& path, const wxDC& dc, int room) {
-  return CutText(path, path.rfind('\\'), dc, room);
-}
-
 }  // namespace gorbex::ui

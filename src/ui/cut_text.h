@@ -11,6 +11,8 @@ namespace gorbex::ui {
 [[nodiscard]] wxString CutText(const wxString& text, std::size_t end, const wxDC& dc, int room);
 
 /// As CutText: what tells a path apart is the name at its end.
-[[nodiscard]] wxString CutPath(const wxString& path, const wxDC& dc, int room);
+[[nodiscard]] inline wxString CutPath(const wxString& path, const wxDC& dc, int room) {
+  return CutText(path, path.rfind('\\'), dc, room);
+}
 
 }  // namespace gorbex::ui

@@ -8,10 +8,9 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 
 #include "ui/layout_store.h"
-#include "ui/palette.h"
+#include "ui/observe.h"
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
 #include "ui/window_place.h"
@@ -63,12 +62,9 @@ DependenciesWindow::DependenciesWindow(wxWindow* parent, frmDependencies& form,
       form_(form),
       picture_(picture),
       registry_(registry),
-      columns_(new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                    wxSP_LIVE_UPDATE | wxSP_3DSASH)) {
+      columns_(NewSplitter(this, 150, kPictureShare)) {
   picturePane_ = PicturePane(ids);
   listPane_ = ListPane(ids);
-  columns_->SetMinimumPaneSize(FromDIP(150));
-  columns_->SetSashGravity(kPictureShare);
   columns_->SplitVertically(picturePane_, listPane_);
   const auto find = [this](const wxString& wanted, FindBar::Direction direction) {
     const auto hit = picture_.Find(FromWx(wanted), direction);
@@ -85,7 +81,11 @@ DependenciesWindow::DependenciesWindow(wxWindow* parent, frmDependencies& form,
   least.IncTo(ToDIP(wxSize(find_->GetBestSize().x, -1)));
   SetContents(sizer, least);
   RememberPlace(registry_, "Dependencies");
-  BindKeys();
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const bool isRefresh = event.GetKeyCode() == WXK_F5;
+    if (isRefresh) picture_.Refresh();
+    event.Skip(!isRefresh && !find_->Takes(event));
+  });
   FollowState();
 }
 
@@ -96,9 +96,9 @@ DependenciesWindow::~DependenciesWindow() {
 Pane* DependenciesWindow::PicturePane(CommandIds& ids) {
   auto* pane = new Pane(columns_, "Picture");
   canvas_ = new DependencyCanvas(pane, picture_, [this] { form_.projectActivated.Emit(); });
-  pane->SetContent(canvas_, new EmptyHint(pane, ids,
-                                          "No project is open. Open a build project to see which "
-                                          "of its projects uses which."));
+  pane->SetContent(canvas_, ids,
+                   "No project is open. Open a build project to see which of its projects uses "
+                   "which.");
   return pane;
 }
 
@@ -114,9 +114,9 @@ Pane* DependenciesWindow::ListPane(CommandIds& ids) {
   auto* details = new wxTextCtrl(pane, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
                                  wxTE_MULTILINE | wxTE_READONLY, wxDefaultValidator, "txtDetails");
   details->SetMinSize(wxSize(-1, 7 * details->GetCharHeight()));
-  subscriptions_.push_back(form_.txtDetails.text.changed.Connect(
-      [details](const std::string& text) { details->ChangeValue(ToWx(text)); }));
-  pane->SetContent(list_, new EmptyHint(pane, ids, "Each project with its level and state."));
+  subscriptions_.Add(form_.txtDetails.text.changed,
+                     [details](const std::string& text) { details->ChangeValue(ToWx(text)); });
+  pane->SetContent(list_, ids, "Each project with its level and state.");
   pane->GetSizer()->Add(details, wxSizerFlags().Expand().Border(wxALL, FromDIP(kGap) / 2));
   return pane;
 }
@@ -151,33 +151,22 @@ wxSizer* DependenciesWindow::Buttons() {
   return row;
 }
 
-void DependenciesWindow::BindKeys() {
-  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-    if (event.GetKeyCode() == WXK_F5) {
-      picture_.Refresh();
-    } else if (!find_->Takes(event)) {
-      event.Skip();
-    }
-  });
-}
-
 void DependenciesWindow::FollowState() {
-  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
-    event.Skip();
+  Observe(*this, wxEVT_IDLE, [this] {
     picture_.CatchUp();
     ShowEmptyPanes();
   });
   // The picture shows the project that the list or the main window selects.
-  subscriptions_.push_back(picture_.restated.Connect([this] {
+  subscriptions_.Add(picture_.restated, [this] {
     if (picture_.Selected() == revealed_) return;
     revealed_ = picture_.Selected();
     if (!canvas_->HasFocus()) canvas_->ShowSelected();
-  }));
-  subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
+  });
+  subscriptions_.Add(form_.visible.changed, [this](const bool& visible) {
     ShowEmptyPanes();
     if (visible && canvas_->IsShown()) canvas_->SetFocus();
     if (!visible) StorePanes();
-  }));
+  });
 }
 
 void DependenciesWindow::ShowEmptyPanes() {

@@ -29,7 +29,6 @@ class DependenciesWindow : public FormWindow {
   [[nodiscard]] Pane* ListPane(CommandIds& ids);
   [[nodiscard]] wxSizer* Legend();
   [[nodiscard]] wxSizer* Buttons();
-  void BindKeys();
   void FollowState();
   void ShowEmptyPanes();
   void Place() override;

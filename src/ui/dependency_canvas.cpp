@@ -8,6 +8,7 @@
 #include <memory>
 #include <utility>
 
+#include "ui/observe.h"
 #include "ui/palette.h"
 
 namespace gorbex::ui {
@@ -76,21 +77,17 @@ DependencyCanvas::DependencyCanvas(wxWindow* parent, DependencyPicture& picture,
          "dependencyCanvas");
   SetLabel("Picture of the dependencies; the list beside it says the same");
   Bind(wxEVT_PAINT, &DependencyCanvas::OnPaint, this);
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    event.Skip();
+  Observe(*this, wxEVT_SIZE, [this] {
     const wxSize size = GetClientSize();
     const double scale = view_.Scale();
     view_.SetWindow(size.x, size.y);
     scale == view_.Scale() ? Refresh() : Redraw();
   });
-  Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
-    event.Skip();
-    Redraw();
-  });
+  Observe(*this, wxEVT_SYS_COLOUR_CHANGED, [this] { Redraw(); });
   Bind(wxEVT_KEY_DOWN, &DependencyCanvas::OnKey, this);
   BindMouse();
-  subscriptions_.push_back(picture_.laidOut.Connect([this] { TakeLayout(); }));
-  subscriptions_.push_back(picture_.restated.Connect([this] { Redraw(); }));
+  subscriptions_.Add(picture_.laidOut, [this] { TakeLayout(); });
+  subscriptions_.Add(picture_.restated, [this] { Redraw(); });
   TakeLayout();
 }
 

@@ -71,7 +71,7 @@ class DependencyCanvas : public wxWindow {
   bool isDragging_ = false;
   std::optional<std::size_t> tipProject_;
   HoverTip tip_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -25,8 +25,8 @@ bool IsSomeWindowActive() {
 DesktopProgress::DesktopProgress(wxFrame& frame, RunEvents& events, RunNotice& notice)
     : frame_(frame), notice_(notice) {
   notice_.isInFront = IsSomeWindowActive;
-  subscriptions_.push_back(events.Connect([this](const RunEvent& event) { Hear(event); }));
-  subscriptions_.push_back(notice.due.Connect([this](const std::string& text) { Tell(text); }));
+  subscriptions_.Add(events, [this](const RunEvent& event) { Hear(event); });
+  subscriptions_.Add(notice.due, [this](const std::string& text) { Tell(text); });
 }
 
 DesktopProgress::~DesktopProgress() {

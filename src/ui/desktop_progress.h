@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "core/run_notice.h"
 
@@ -32,7 +31,7 @@ class DesktopProgress {
   std::unique_ptr<wxAppProgressIndicator> bar_;  ///< while a run goes on
   int done_ = 0;                                 ///< projects of the run that are done
   std::unique_ptr<wxNotificationMessage> message_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -7,6 +7,7 @@
 
 #include "ui/clipboard.h"
 #include "ui/cut_text.h"
+#include "ui/observe.h"
 #include "ui/palette.h"
 #include "ui/text_conversion.h"
 
@@ -39,11 +40,9 @@ void DetailsBlock::BindFocus() {
   });
   Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent&) { SetFocus(); });
   Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-    if (event.GetKeyCode() == 'C' && event.GetModifiers() == wxMOD_CONTROL) {
-      Copy();
-    } else {
-      event.Skip();
-    }
+    const bool isCopy = event.GetKeyCode() == 'C' && event.GetModifiers() == wxMOD_CONTROL;
+    if (isCopy) Copy();
+    event.Skip(!isCopy);
   });
 }
 
@@ -68,11 +67,8 @@ void DetailsBlock::AddRow(const wxString& caption, const wxString& name,
     value->SetLabelText(CutPath(text, dc, value->GetSize().x));
     value->SetToolTip(text);
   };
-  value->Bind(wxEVT_SIZE, [show](wxSizeEvent& event) {
-    show();
-    event.Skip();
-  });
-  subscriptions_.push_back(label.changed.Connect([show](const std::string&) { show(); }));
+  Observe(*value, wxEVT_SIZE, show);
+  subscriptions_.Add(label.changed, [show](const std::string&) { show(); });
   GetSizer()->Add(heading, wxSizerFlags().CentreVertical());
   GetSizer()->Add(value, wxSizerFlags(1).Expand());
 }

@@ -26,7 +26,7 @@ class DetailsBlock : public wxPanel {
 
   const frmBuilder& window_;
   std::vector<std::pair<wxString, const Property<std::string>*>> rows_;  ///< by their captions
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -6,7 +6,6 @@
 #include <wx/textctrl.h>
 
 #include <cstdint>
-#include <vector>
 
 #include "core/command.h"
 #include "core/controls.h"
@@ -30,7 +29,7 @@ class FieldBinding {
   wxButton* NewButton(wxWindow* parent, Command& command, wxWindowID id = wxID_ANY);
 
  private:
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -5,7 +5,6 @@
 #include <wx/stattext.h>
 
 #include "ui/icons.h"
-#include "ui/palette.h"
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
 

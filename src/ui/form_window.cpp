@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
+#include "app/stored_position.h"
 #include "ui/icons.h"
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
+#include "ui/window_place.h"
 
 namespace gorbex::ui {
 
@@ -15,17 +17,14 @@ FormWindow::FormWindow(wxWindow* parent, const wxString& title, const wxString& 
     : wxDialog(parent, wxID_ANY, title, wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX, name),
       visible_(visible) {
-  subscriptions_.push_back(
-      visible.changed.Connect([this](const bool& shown) { ShowAsTold(shown); }));
+  subscriptions_.Add(visible.changed, [this](const bool& shown) { ShowAsTold(shown); });
   SetIcons(ProgramIcons());
   Bind(wxEVT_CLOSE_WINDOW, [unload](wxCloseEvent&) { unload(); });
   // Escape means the same as the window's own close button.
   Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-    if (event.GetKeyCode() == WXK_ESCAPE) {
-      Close();
-    } else {
-      event.Skip();
-    }
+    const bool isEscape = event.GetKeyCode() == WXK_ESCAPE;
+    if (isEscape) Close();
+    event.Skip(!isEscape);
   });
 }
 
@@ -36,7 +35,7 @@ FormWindow::~FormWindow() {
 void FormWindow::ShowAsTold(bool visible) {
   if (visible && !isPlaced_) {
     isPlaced_ = true;
-    if (!remembered_ || !remembered_->Restore(*this)) Place();
+    if (!RestorePlace()) Place();
     HasPlace();
   }
   if (!visible) StorePlace();
@@ -44,12 +43,23 @@ void FormWindow::ShowAsTold(bool visible) {
   if (visible) Raise();
 }
 
-void FormWindow::StorePlace() {
-  if (remembered_ && isPlaced_) remembered_->Store(*this);
+// As far as the stored place is on a screen now; false when none is stored.
+bool FormWindow::RestorePlace() {
+  if (registry_ == nullptr) return false;
+  try {
+    const std::string stored = registry_->fnsGetRegistryValue(kPositionKey, part_);
+    if (stored.empty()) return false;
+    PutOnScreen(*this, PositionFrom(stored));
+    return true;
+  } catch (const RuntimeError&) {
+    return false;
+  }
 }
 
-void FormWindow::RememberPlace(RegistryTools& registry, const std::string& part) {
-  remembered_.emplace(registry, part);
+// A maximized window's place stays what it was before.
+void FormWindow::StorePlace() {
+  if (registry_ == nullptr || !isPlaced_ || IsMaximized() || IsIconized()) return;
+  registry_->subSetRegistryValue(kPositionKey, part_, PositionText(PlaceOf(*this)));
 }
 
 void FormWindow::PlaceAtFoot(int height) {
@@ -66,6 +76,13 @@ void FormWindow::SetContents(wxSizer* contents, const wxSize& least) {
   SetMinClientSize(smallest);
 }
 
+void FormWindow::SetContents(wxWindow* content, wxSizer* foot, const wxSize& least) {
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(content, wxSizerFlags(1).Expand());
+  sizer->Add(foot, wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
+  SetContents(sizer, least);
+}
+
 wxSizer* FormWindow::Foot(Property<std::string>* text, const std::vector<Command*>& commands) {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   if (text == nullptr) {
@@ -79,7 +96,7 @@ wxSizer* FormWindow::Foot(Property<std::string>* text, const std::vector<Command
       shown->SetToolTip(ToWx(value));
     };
     show(text->Get());
-    subscriptions_.push_back(text->changed.Connect(show));
+    subscriptions_.Add(text->changed, show);
     row->Add(shown, wxSizerFlags(1).CentreVertical());
   }
   for (Command* command : commands) {

@@ -4,15 +4,14 @@
 #include <wx/sizer.h>
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/command.h"
 #include "core/property.h"
+#include "core/registry_tools.h"
 #include "core/signal.h"
 #include "ui/field_binding.h"
-#include "ui/remembered_place.h"
 
 namespace gorbex::ui {
 
@@ -32,14 +31,21 @@ class FormWindow : public wxDialog {
   /// Called once, when the window has its first size.
   virtual void HasPlace() {}
 
-  /// Remembers place and size for the next time. `part` names the window.
-  void RememberPlace(RegistryTools& registry, const std::string& part);
+  /// Remembers place and size for the next time, beside the main window's position. `part` names
+  /// the window; the registry must outlive it.
+  void RememberPlace(RegistryTools& registry, const std::string& part) {
+    registry_ = &registry;
+    part_ = part;
+  }
 
   /// A place at the foot of the main window, so that a project it leads to is in sight.
   void PlaceAtFoot(int height);
 
   /// Takes the contents. The window never becomes smaller than they need, nor than `least` (DIP).
   void SetContents(wxSizer* contents, const wxSize& least);
+
+  /// As SetContents, for one content above the foot of the window.
+  void SetContents(wxWindow* content, wxSizer* foot, const wxSize& least);
 
   /// The row at the foot of the window: a text of the state, shortened where it has no room, and
   /// buttons for commands. Null for no text.
@@ -49,14 +55,16 @@ class FormWindow : public wxDialog {
   wxButton* AddButton(wxSizer& row, const wxString& label, const wxString& name);
 
   FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 
  private:
   void ShowAsTold(bool visible);
+  [[nodiscard]] bool RestorePlace();
   void StorePlace();
 
   const Property<bool>& visible_;
-  std::optional<RememberedPlace> remembered_;
+  RegistryTools* registry_ = nullptr;  ///< null while no place is remembered
+  std::string part_;
   bool isPlaced_ = false;
 };
 

@@ -1,10 +1,6 @@
 #include "ui/last_run_window.h"
 
-#include <wx/sizer.h>
-
 #include <algorithm>
-
-#include "ui/spacing.h"
 
 namespace gorbex::ui {
 namespace {
@@ -21,42 +17,36 @@ LastRunWindow::LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids
     : FormWindow(parent, "Last Run", "frmLastRun", uses.form.visible,
                  [form = &uses.form] { form->cmdClose.Execute(); }),
       uses_(uses),
-      rows_(new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                 wxSP_LIVE_UPDATE | wxSP_3DSASH)),
+      rows_(NewSplitter(this, 90)),
       timelinePane_(new Pane(rows_, "Timeline")),
       listPane_(new Pane(rows_, "Projects")),
       timer_(this) {
   MakeTimeline(ids);
   MakeList(ids);
-  rows_->SetMinimumPaneSize(FromDIP(90));
   rows_->SplitHorizontally(timelinePane_, listPane_);
-  auto* sizer = new wxBoxSizer(wxVERTICAL);
-  sizer->Add(rows_, wxSizerFlags(1).Expand());
-  sizer->Add(
+  SetContents(
+      rows_,
       Foot(&uses_.form.summary, {&uses_.form.cmdGoTo, &uses_.form.cmdSave, &uses_.form.cmdClose}),
-      wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
-  SetContents(sizer, kLeastLastRunSize);
+      kLeastLastRunSize);
   RememberPlace(uses_.registry, "LastRun");
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     uses_.list.Tick();
     Follow();
   });
-  subscriptions_.push_back(uses_.run.changed.Connect([this] { Follow(); }));
-  subscriptions_.push_back(uses_.form.visible.changed.Connect([this](const bool& visible) {
+  subscriptions_.Add(uses_.run.changed, [this] { Follow(); });
+  subscriptions_.Add(uses_.form.visible.changed, [this](const bool& visible) {
     Follow();
     if (visible && list_->IsShown()) list_->SetFocus();
-  }));
+  });
 }
 
 void LastRunWindow::MakeTimeline(CommandIds& ids) {
   timeline_ = new TimelineView(timelinePane_, uses_.list, uses_.form);
   timelinePane_->SetContent(
-      timeline_,
-      new EmptyHint(
-          timelinePane_, ids,
-          "Nothing was built yet.\n"
-          "A run is drawn here: when each project was built, and why the run took so long.",
-          {&uses_.build}));
+      timeline_, ids,
+      "Nothing was built yet.\n"
+      "A run is drawn here: when each project was built, and why the run took so long.",
+      {&uses_.build});
 }
 
 void LastRunWindow::MakeList(CommandIds& ids) {
@@ -69,8 +59,7 @@ void LastRunWindow::MakeList(CommandIds& ids) {
                          {"Why", 200, false, 2}});
   list_->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { uses_.form.cmdGoTo.Execute(); });
   list_->TellHeadings(uses_.form.headingClicked);
-  listPane_->SetContent(
-      list_, new EmptyHint(listPane_, ids, "The projects of the run, the slowest first."));
+  listPane_->SetContent(list_, ids, "The projects of the run, the slowest first.");
 }
 
 // The timer runs only while there is something to follow, and somebody to see it.

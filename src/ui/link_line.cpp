@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/observe.h"
 #include "ui/palette.h"
 #include "ui/text_conversion.h"
 
@@ -36,10 +37,7 @@ LinkLine::LinkLine(wxWindow* parent)
       tip_(*parent) {
   Bind(wxEVT_PAINT, &LinkLine::OnPaint, this);
   Bind(wxEVT_KEY_DOWN, &LinkLine::OnKey, this);
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    LayOut();
-    event.Skip();
-  });
+  Observe(*this, wxEVT_SIZE, [this] { LayOut(); });
   Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { Point(At(event.GetPosition())); });
   Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { Point(kNone); });
   Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) { Follow(At(event.GetPosition())); });
@@ -114,8 +112,7 @@ void LinkLine::Follow(std::size_t number) {
   current_ = number;
   Refresh();
   // The command may change the terms.
-  Command& command = *terms_[number].setBy;
-  command.Execute();
+  terms_[number].setBy->Execute();
 }
 
 void LinkLine::OnKey(wxKeyEvent& event) {

@@ -8,6 +8,7 @@
 
 #include "core/file_tools.h"
 #include "ui/caption_divider.h"
+#include "ui/observe.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
@@ -40,16 +41,13 @@ LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box, O
   projects_->SetToolTip("Enter or a double click opens the file where the project failed");
   projects_->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { OpenShown(); });
   projects_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-    const bool isEnter = event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
-    if (isEnter && !event.HasAnyModifiers()) {
-      OpenShown();
-    } else {
-      event.Skip();
-    }
+    const int key = event.GetKeyCode();
+    const bool opens = (key == WXK_RETURN || key == WXK_NUMPAD_ENTER) && !event.HasAnyModifiers();
+    if (opens) OpenShown();
+    event.Skip(!opens);
   });
   // The list is filled before it has a size, so the chosen project may be out of sight.
-  projects_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    event.Skip();
+  Observe(*projects_, wxEVT_SIZE, [this] {
     CallAfter([this] {
       const int chosen = projects_->GetSelection();
       if (chosen != wxNOT_FOUND) projects_->EnsureVisible(chosen);
@@ -62,8 +60,7 @@ LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box, O
   sizer->Add(Head(box), wxSizerFlags().Expand());
   sizer->Add(content, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4)));
   SetSizer(sizer);
-  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
-    event.Skip();
+  Observe(*this, wxEVT_IDLE, [this] {
     if (isStale_ && IsShownOnScreen()) ShowFailures();
   });
 }

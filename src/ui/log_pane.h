@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "core/controls.h"
 #include "core/failed_projects.h"

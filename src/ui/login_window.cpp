@@ -15,13 +15,13 @@ LoginWindow::LoginWindow(wxWindow* parent, frmLogin& form)
       layout.AddField("&Password:", "txtPassword", form.txtPassword, wxTE_PASSWORD);
   if (form.mayStayEmpty) layout.AddHint("Leave both empty to use what your git already knows.");
   layout.Finish(form.cmdOK, form.cmdCancel);
-  subscriptions_.push_back(form.passwordWanted.Connect([password] {
+  subscriptions_.Add(form.passwordWanted, [password] {
     password->SetFocus();
     password->SelectAll();
-  }));
-  subscriptions_.push_back(form.hidden.changed.Connect([this](const bool& hidden) {
+  });
+  subscriptions_.Add(form.hidden.changed, [this](const bool& hidden) {
     if (hidden && IsModal()) EndModal(wxID_OK);
-  }));
+  });
   // Escape presses Cancel. The frame's close button gives up only this login, and the next command
   // that needs one asks again. While the client works neither means anything.
   Bind(wxEVT_CLOSE_WINDOW, [&form](wxCloseEvent& event) {

@@ -2,8 +2,6 @@
 
 #include <wx/dialog.h>
 
-#include <vector>
-
 #include "core/login_form.h"
 #include "ui/field_binding.h"
 
@@ -17,7 +15,7 @@ class LoginWindow : public wxDialog {
 
  private:
   FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

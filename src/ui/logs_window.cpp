@@ -37,21 +37,20 @@ LogsWindow::LogsWindow(wxWindow* parent, frmLogs& form)
 
   ShowDays();
   Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) { event.Skip(!find_->Takes(event)); });
-  subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
+  subscriptions_.Add(form_.visible.changed, [this](const bool& visible) {
     if (visible) days_->SetFocus();
-  }));
+  });
   days_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) { ShowDay(); });
   // The toolkit does not tell of the same day chosen again.
   days_->Bind(wxEVT_COMBOBOX_CLOSEUP, [this](wxCommandEvent&) { ShowDay(); });
-  subscriptions_.push_back(
-      form_.cboLogDate.items.changed.Connect([this](const auto&) { ShowDays(); }));
-  subscriptions_.push_back(form_.cboLogDate.selected.changed.Connect([this](const auto& day) {
+  subscriptions_.Add(form_.cboLogDate.items.changed, [this](const auto&) { ShowDays(); });
+  subscriptions_.Add(form_.cboLogDate.selected.changed, [this](const auto& day) {
     days_->SetSelection(day ? static_cast<int>(*day) : wxNOT_FOUND);
-  }));
-  subscriptions_.push_back(form_.txtLog.text.changed.Connect([this](const std::string& text) {
+  });
+  subscriptions_.Add(form_.txtLog.text.changed, [this](const std::string& text) {
     text_->ChangeValue(ToWx(text));
     text_->ShowPosition(text_->GetLastPosition());
-  }));
+  });
 }
 
 wxSizer* LogsWindow::Head() {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "app/offered_commands.h"
 #include "core/node_key.h"
@@ -16,6 +15,7 @@
 #include "ui/layout_store.h"
 #include "ui/logs_window.h"
 #include "ui/missing_window.h"
+#include "ui/observe.h"
 #include "ui/project_drag.h"
 #include "ui/run_status_bar.h"
 #include "ui/select_control_window.h"
@@ -163,11 +163,9 @@ Pane* MainFrame::MakeTreePane(wxWindow* parent) {
   auto* pane = new Pane(parent, "Projects");
   MainMenu& menu = program_.window.menu;
   tree_ = new ProjectTree(pane, program_.window.tvwProjects, TreeGesturesOf());
-  pane->SetContent(tree_, new EmptyHint(pane, ids_,
-                                        "No build project is open.\n"
-                                        "Open one, make one, or add your VB projects.",
-                                        {&menu.mnuFileOpen, &menu.mnuFileNewFrom,
-                                         &menu.mnuTreePopupAddProject}));
+  pane->SetContent(tree_, ids_,
+                   "No build project is open.\nOpen one, make one, or add your VB projects.",
+                   {&menu.mnuFileOpen, &menu.mnuFileNewFrom, &menu.mnuTreePopupAddProject});
   return pane;
 }
 
@@ -176,7 +174,7 @@ Pane* MainFrame::MakeReferencesPane(wxWindow* parent) {
   block_ = new DetailsBlock(pane, program_.window);
   pane->AddHeader(block_);
   data_ = new StateList(pane, "lvwData", program_.window.lvwData, ReferenceColumns());
-  pane->SetContent(data_, new EmptyHint(pane, ids_, "Select a project to see what it references."));
+  pane->SetContent(data_, ids_, "Select a project to see what it references.");
   return pane;
 }
 
@@ -185,17 +183,16 @@ Pane* MainFrame::MakeQueuePane(wxWindow* parent) {
   terms_ = new LinkLine(pane);
   pane->AddBesideCaption(terms_);
   queue_ = new QueueList(pane, program_.window, program_.run.events, program_.outdated);
-  auto* hint = new EmptyHint(pane, ids_, "Drag projects here from the tree, or add them all.",
-                             {&program_.window.menu.mnuQueueAddAll});
-  hint->SetName("queueHint");
-  pane->SetContent(queue_, hint);
+  pane->SetContent(queue_, ids_, "Drag projects here from the tree, or add them all.",
+                   {&program_.window.menu.mnuQueueAddAll});
+  pane->Hint().SetName("queueHint");
   const auto drop = [this] {
     if (program_.window.menu.mnuQueueAdd.IsPossible()) {
       program_.queue.lvwQueue_DragDrop("tvwProjects");
     }
   };
   queue_->SetDropTarget(new ProjectDropTarget(drop));
-  hint->SetDropTarget(new ProjectDropTarget(drop));
+  pane->Hint().SetDropTarget(new ProjectDropTarget(drop));
   return pane;
 }
 
@@ -221,10 +218,7 @@ void MainFrame::BindData() {
     if (list.Selected() == nullptr) return;
     popups_.Open(menus_->DataPopup(), PointedReference(*list.Selected(), list.Tag()));
   });
-  data_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
-    if (event.GetKeyCode() == WXK_F5) program_.display.RefreshReferences();
-    event.Skip();
-  });
+  data_->TellKey(WXK_F5, [this] { program_.display.RefreshReferences(); });
 }
 
 void MainFrame::BindQueue() {
@@ -238,27 +232,21 @@ void MainFrame::BindQueue() {
     tree_->ShowSelected();
     tree_->SetFocus();
   });
-  queue_->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
-    Command& remove = program_.window.menu.mnuQueueRemove;
-    if (event.GetKeyCode() == WXK_DELETE && remove.IsPossible()) remove.Execute();
-    event.Skip();
+  queue_->TellKey(WXK_DELETE, [&remove = program_.window.menu.mnuQueueRemove] {
+    if (remove.IsPossible()) remove.Execute();
   });
   // Some systems' lists take the space bar for a double click and tell of no key.
   queue_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
     ListRow* row = program_.window.lvwQueue.Selected();
-    if (event.GetKeyCode() == WXK_SPACE && !event.HasAnyModifiers() && row != nullptr) {
-      row->SetChecked(!row->Checked());
-    } else {
-      event.Skip();
-    }
+    const bool isSpace = event.GetKeyCode() == WXK_SPACE && !event.HasAnyModifiers();
+    if (isSpace && row != nullptr) row->SetChecked(!row->Checked());
+    event.Skip(!isSpace || row == nullptr);
   });
 }
 
 void MainFrame::FollowState() {
   frmBuilder& window = program_.window;
-  const auto follow = [this](auto& signal, auto listener) {
-    subscriptions_.push_back(signal.Connect(listener));
-  };
+  const auto follow = [this](auto& signal, auto listener) { subscriptions_.Add(signal, listener); };
   follow(window.caption.changed, [this](const std::string& text) { SetTitle(ToWx(text)); });
   follow(window.txtLogFile.visible.changed, [this](const bool&) { ShowFailures(); });
   follow(program_.failed.changed, [this] { ShowFailures(); });
@@ -295,15 +283,11 @@ void MainFrame::FollowState() {
 
 // A painted window has its final size; before that, place and panes are not reliable.
 void MainFrame::FollowSize() {
-  queuePane_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
-    event.Skip();
+  Observe(*queuePane_, wxEVT_PAINT, [this] {
     if (!isPainted_) CallAfter([this] { Place(); });
     isPainted_ = true;
   });
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    event.Skip();
-    CallAfter([this] { layout_->KeepRoom(); });
-  });
+  Observe(*this, wxEVT_SIZE, [this] { CallAfter([this] { layout_->KeepRoom(); }); });
 }
 
 void MainFrame::Place() {
@@ -323,8 +307,8 @@ void MainFrame::FollowTimer() {
     const int interval = timer.interval.Get();
     if (timer.enabled.Get() && interval > 0) mailTimer_.Start(interval);
   };
-  subscriptions_.push_back(timer.enabled.changed.Connect([set](const bool&) { set(); }));
-  subscriptions_.push_back(timer.interval.changed.Connect([set](const int&) { set(); }));
+  subscriptions_.Add(timer.enabled.changed, [set](const bool&) { set(); });
+  subscriptions_.Add(timer.interval.changed, [set](const int&) { set(); });
   Bind(
       wxEVT_TIMER, [&timer](wxTimerEvent&) { timer.elapsed.Emit(); }, mailTimer_.GetId());
   set();

@@ -93,7 +93,7 @@ class MainFrame : public wxFrame {
   bool isBusyCursor_ = false;
   bool isPainted_ = false;
   std::vector<std::string> notCompared_;  ///< projects that a scan left out, with reasons
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -8,6 +8,7 @@
 #include <wx/tokenzr.h>
 
 #include <algorithm>
+#include <array>
 
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
@@ -37,19 +38,8 @@ constexpr Choice kChoices[] = {
     {Buttons::AbortRetryIgnore, wxID_CANCEL, "&Abort", Answer::Abort},
 };
 
-wxArtID ArtOf(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::None:
-      break;
-    case MessageIcon::Question:
-      return wxART_QUESTION;
-    case MessageIcon::Exclamation:
-      return wxART_WARNING;
-    case MessageIcon::CriticalStop:
-      return wxART_ERROR;
-  }
-  return {};
-}
+// In the order of the icons.
+constexpr std::array kArts = {"", wxART_QUESTION, wxART_WARNING, wxART_ERROR};
 
 wxString ShownText(const std::string& text) {
   wxString shown = ToWx(Excerpt(text, kLongest));
@@ -76,7 +66,7 @@ MessageWindow::MessageWindow(wxWindow* parent, const wxString& caption, const Me
     : wxDialog(parent, wxID_ANY, caption) {
   const int margin = FromDIP(kMargin);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
-  const wxArtID art = ArtOf(message.icon);
+  const wxArtID art = kArts.at(static_cast<std::size_t>(message.icon));
   if (!art.empty()) {
     auto* icon =
         new wxStaticBitmap(this, wxID_ANY, wxArtProvider::GetBitmapBundle(art, wxART_MESSAGE_BOX),

@@ -1,9 +1,6 @@
 #include "ui/missing_window.h"
 
-#include <wx/sizer.h>
-
-#include "ui/spacing.h"
-#include "ui/text_conversion.h"
+#include "ui/observe.h"
 
 namespace gorbex::ui {
 namespace {
@@ -23,42 +20,27 @@ MissingWindow::MissingWindow(wxWindow* parent, frmMissing& form, CommandIds& ids
     : FormWindow(parent, "Missing Components", "frmMissing", form.visible,
                  [&form] { form.cmdClose.Execute(); }),
       form_(form),
-      columns_(new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                    wxSP_LIVE_UPDATE | wxSP_3DSASH)),
+      columns_(NewSplitter(this, 150, kComponentsShare)),
       components_(new Pane(columns_, "Components")),
       projects_(new Pane(columns_, "Referenced by")) {
   list_ = new StateList(components_, "lvwComponents", form_.lvwComponents, ComponentColumns());
-  Fill(*components_, list_, new EmptyHint(components_, ids, "No component is missing."));
-  Fill(*projects_,
-       new StateList(projects_, "lvwProjects", form_.lvwProjects,
-                     {{"Project", 170, false, 3}, {"Folder", 60}}),
-       new EmptyHint(projects_, ids, "The projects that reference the selected component."));
-  columns_->SetMinimumPaneSize(FromDIP(150));
-  columns_->SetSashGravity(kComponentsShare);
+  auto* projects = new StateList(projects_, "lvwProjects", form_.lvwProjects,
+                                 {{"Project", 170, false, 3}, {"Folder", 60}});
+  for (StateList* list : {list_, projects}) {
+    list->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { form_.cmdGoTo.Execute(); });
+    list->TellKey(WXK_F5, [this] { form_.cmdCheck.Execute(); });
+  }
+  components_->SetContent(list_, ids, "No component is missing.");
+  projects_->SetContent(projects, ids, "The projects that reference the selected component.");
   columns_->SplitVertically(components_, projects_);
-  auto* sizer = new wxBoxSizer(wxVERTICAL);
-  sizer->Add(columns_, wxSizerFlags(1).Expand());
-  sizer->Add(Foot(nullptr, {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdClose}),
-             wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
+  wxSizer* foot = Foot(nullptr, {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdClose});
   wxDynamicCast(FindWindow("cmdGoTo"), wxButton)->SetDefault();
-  SetContents(sizer, kLeastSize);
-  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
-    event.Skip();
-    ShowEmptyPanes();
-  });
-  subscriptions_.push_back(form_.visible.changed.Connect([this](const bool& visible) {
+  SetContents(columns_, foot, kLeastSize);
+  Observe(*this, wxEVT_IDLE, [this] { ShowEmptyPanes(); });
+  subscriptions_.Add(form_.visible.changed, [this](const bool& visible) {
     ShowEmptyPanes();
     if (visible && list_->IsShown()) list_->SetFocus();
-  }));
-}
-
-void MissingWindow::Fill(Pane& pane, StateList* list, EmptyHint* hint) {
-  list->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { form_.cmdGoTo.Execute(); });
-  list->Bind(wxEVT_LIST_KEY_DOWN, [this](wxListEvent& event) {
-    if (event.GetKeyCode() == WXK_F5) form_.cmdCheck.Execute();
-    event.Skip();
   });
-  pane.SetContent(list, hint);
 }
 
 void MissingWindow::ShowEmptyPanes() {

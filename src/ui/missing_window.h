@@ -18,7 +18,6 @@ class MissingWindow : public FormWindow {
   MissingWindow(wxWindow* parent, frmMissing& form, CommandIds& ids);
 
  private:
-  void Fill(Pane& pane, StateList* list, EmptyHint* hint);
   void ShowEmptyPanes();
   void Place() override;
 

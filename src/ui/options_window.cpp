@@ -10,7 +10,6 @@
 #include "core/options.h"
 #include "ui/icons.h"
 #include "ui/spacing.h"
-#include "ui/text_conversion.h"
 
 namespace gorbex::ui {
 namespace {
@@ -53,11 +52,11 @@ OptionsWindow::OptionsWindow(wxWindow* parent, frmOptions& form)
     if (form_.tbsOptions.Get() != page) form_.tbsOptions.Set(page);
     event.Skip();
   });
-  subscriptions_.push_back(form_.tbsOptions.changed.Connect(
-      [this](const std::size_t& page) { pages_->SetSelection(page); }));
-  subscriptions_.push_back(form_.closed.changed.Connect([this](const bool& closed) {
+  subscriptions_.Add(form_.tbsOptions.changed,
+                     [this](const std::size_t& page) { pages_->SetSelection(page); });
+  subscriptions_.Add(form_.closed.changed, [this](const bool& closed) {
     if (closed) EndModal(wxID_OK);
-  }));
+  });
   Bind(wxEVT_CHAR_HOOK, &OptionsWindow::OnKey, this);
 }
 

@@ -3,13 +3,10 @@
 #include <wx/bookctrl.h>
 #include <wx/dialog.h>
 
-#include <vector>
-
 #include "core/options_form.h"
 #include "ui/field_binding.h"
 
 class wxPanel;
-class wxRadioButton;
 class wxSizer;
 
 namespace gorbex::ui {
@@ -37,7 +34,7 @@ class OptionsWindow : public wxDialog {
   frmOptions& form_;
   wxBookCtrlBase* pages_;
   FieldBinding fields_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "ui/observe.h"
+
 namespace gorbex::ui {
 namespace {
 
@@ -61,10 +63,7 @@ wxColour WarningColour() {
 
 void RefreshWithFocus(wxWindow& window) {
   for (const auto& focus : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
-    window.Bind(focus, [&window](wxFocusEvent& event) {
-      window.Refresh();
-      event.Skip();
-    });
+    Observe(window, focus, [&window] { window.Refresh(); });
   }
 }
 

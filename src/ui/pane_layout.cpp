@@ -10,16 +10,8 @@ namespace {
 constexpr double kTreeShare = 0.33;
 constexpr double kQueueShare = 0.4;
 constexpr double kReferencesShare = 0.6;
+constexpr int kLeast = 90;
 constexpr const char* kPanes = "Panes";
-
-// All parts take part when the window changes its size.
-wxSplitterWindow* Splitter(wxWindow* parent, double gravity) {
-  auto* made = new wxSplitterWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                    wxSP_LIVE_UPDATE | wxSP_3DSASH);
-  made->SetMinimumPaneSize(parent->FromDIP(90));
-  made->SetSashGravity(gravity);
-  return made;
-}
 
 int PartOf(int all, double share) {
   return static_cast<int>(std::lround(all * share));
@@ -27,10 +19,11 @@ int PartOf(int all, double share) {
 
 }  // namespace
 
+// All parts take part when the window changes its size.
 PaneLayout::PaneLayout(wxWindow* frame)
-    : rows_(Splitter(frame, 1 - kQueueShare)),
-      columns_(Splitter(rows_, kTreeShare)),
-      details_(Splitter(columns_, kReferencesShare)) {}
+    : rows_(NewSplitter(frame, kLeast, 1 - kQueueShare)),
+      columns_(NewSplitter(rows_, kLeast, kTreeShare)),
+      details_(NewSplitter(columns_, kLeast, kReferencesShare)) {}
 
 void PaneLayout::Join(const Parts& parts) {
   parts_ = parts;

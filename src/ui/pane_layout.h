@@ -1,7 +1,5 @@
 #pragma once
 
-#include <wx/splitter.h>
-
 #include "ui/layout_store.h"
 #include "ui/pane.h"
 #include "ui/state_list.h"

@@ -12,6 +12,7 @@
 #include "core/reference_value.h"
 #include "ui/cut_text.h"
 #include "ui/icons.h"
+#include "ui/observe.h"
 #include "ui/palette.h"
 #include "ui/text_conversion.h"
 
@@ -37,10 +38,7 @@ ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
   // A window without its own font asks the toolkit for one at every row.
   SetFont(GetFont());
   Measure();
-  Bind(wxEVT_DPI_CHANGED, [this](wxDPIChangedEvent& event) {
-    Measure();
-    event.Skip();
-  });
+  Observe(*this, wxEVT_DPI_CHANGED, [this] { Measure(); });
   Follow();
   NoticeMoves();
   BindMouse();
@@ -48,25 +46,21 @@ ProjectTree::ProjectTree(wxWindow* parent, TreeView& state, Gestures gestures)
 }
 
 void ProjectTree::Follow() {
-  subscriptions_.push_back(
-      state_.nodeChanged.Connect([this](const TreeNode&, const NodeChange& change) {
-        const bool isRows = change == NodeChange::Added || change == NodeChange::RowsAdded ||
-                            change == NodeChange::Removing || change == NodeChange::Expanded;
-        (isRows ? isStale_ : isFaded_) = true;
-        if (change != NodeChange::Removing) return;
-        rows_.clear();
-        pressed_ = nullptr;
-      }));
-  subscriptions_.push_back(state_.cleared.Connect([this] {
+  subscriptions_.Add(state_.nodeChanged, [this](const TreeNode&, const NodeChange& change) {
+    const bool isRows = change == NodeChange::Added || change == NodeChange::RowsAdded ||
+                        change == NodeChange::Removing || change == NodeChange::Expanded;
+    (isRows ? isStale_ : isFaded_) = true;
+    if (change != NodeChange::Removing) return;
+    rows_.clear();
+    pressed_ = nullptr;
+  });
+  subscriptions_.Add(state_.cleared, [this] {
     rows_.clear();
     pressed_ = nullptr;
     isStale_ = isUntouched_ = true;
-  }));
-  subscriptions_.push_back(state_.selectionChanged.Connect([this] { isUnchosen_ = true; }));
-  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
-    CatchUp();
-    event.Skip();
   });
+  subscriptions_.Add(state_.selectionChanged, [this] { isUnchosen_ = true; });
+  Observe(*this, wxEVT_IDLE, [this] { CatchUp(); });
 }
 
 // The visible rows stay visible; until the user moves in the tree, the selected one does.
@@ -80,27 +74,19 @@ void ProjectTree::CatchUp() {
     if (top < rows_.size()) ScrollToRow(top);
     tipRow_ = wxNOT_FOUND;
   }
-  if (isStale_ || isUnchosen_) ShowSelection();
+  if (isStale_ || isUnchosen_) {
+    const int row = RowOf(state_.Selected());
+    if (row != GetSelection()) SetSelection(row);
+  }
   if (isStale_ || isFaded_) Refresh();
   isStale_ = isFaded_ = isUnchosen_ = false;
   if (isUntouched_) ScrollToSelected();
-}
-
-bool ProjectTree::IsSelectedSeen() const {
-  const int row = GetSelection();
-  return row != wxNOT_FOUND && GetClientRect().Contains(GetItemRect(static_cast<std::size_t>(row)));
 }
 
 void ProjectTree::Add(const TreeNode& node, int depth) {
   rows_.push_back({&node, depth});
   if (!node.Expanded()) return;
   for (const TreeNode* child : node.Children()) Add(*child, depth + 1);
-}
-
-void ProjectTree::ShowSelection() {
-  const int row = RowOf(state_.Selected());
-  if (row == GetSelection()) return;
-  SetSelection(row);
 }
 
 void ProjectTree::ShowSelected() {
@@ -110,7 +96,8 @@ void ProjectTree::ShowSelected() {
 
 void ProjectTree::ScrollToSelected() {
   const int row = GetSelection();
-  if (row == wxNOT_FOUND || IsSelectedSeen()) return;
+  if (row == wxNOT_FOUND) return;
+  if (GetClientRect().Contains(GetItemRect(static_cast<std::size_t>(row)))) return;
   const int above = GetClientSize().y / rowHeight_ / 2;
   ScrollToRow(static_cast<std::size_t>(std::max(0, row - above)));
 }
@@ -122,8 +109,7 @@ void ProjectTree::Reveal(const TreeNode& node) {
 }
 
 int ProjectTree::RowOf(const TreeNode* node) const {
-  const auto found =
-      std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.node == node; });
+  const auto found = std::ranges::find(rows_, node, &Row::node);
   return found == rows_.end() ? wxNOT_FOUND : static_cast<int>(found - rows_.begin());
 }
 
@@ -131,10 +117,6 @@ TreeNode* ProjectTree::NodeOf(int row) const {
   const auto index = static_cast<std::size_t>(row);
   if (row < 0 || index >= rows_.size()) return nullptr;
   return state_.Find(rows_[index].node->Key());
-}
-
-int ProjectTree::RowAt(const wxPoint& point) const {
-  return VirtualHitTest(point.y);
 }
 
 wxRect ProjectTree::PlaceOf(const TreeNode& node) const {
@@ -224,41 +206,34 @@ void ProjectTree::Toggle(const TreeNode& node) {
 }
 
 void ProjectTree::NoticeMoves() {
-  const auto touched = [this](wxEvent& event) {
-    isUntouched_ = false;
-    event.Skip();
-  };
-  Bind(wxEVT_LEFT_DOWN, touched);
-  Bind(wxEVT_KEY_DOWN, touched);
-  Bind(wxEVT_MOUSEWHEEL, touched);
+  const auto touched = [this] { isUntouched_ = false; };
+  Observe(*this, wxEVT_LEFT_DOWN, touched);
+  Observe(*this, wxEVT_KEY_DOWN, touched);
+  Observe(*this, wxEVT_MOUSEWHEEL, touched);
   for (const auto& type : {wxEVT_SCROLLWIN_TOP, wxEVT_SCROLLWIN_BOTTOM, wxEVT_SCROLLWIN_LINEUP,
                            wxEVT_SCROLLWIN_LINEDOWN, wxEVT_SCROLLWIN_PAGEUP,
                            wxEVT_SCROLLWIN_PAGEDOWN, wxEVT_SCROLLWIN_THUMBTRACK}) {
-    Bind(type, touched);
+    Observe(*this, type, touched);
   }
 }
 
 void ProjectTree::BindMouse() {
   Bind(wxEVT_LEFT_DOWN, &ProjectTree::OnPress, this);
   Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent& event) {
-    const int row = RowAt(event.GetPosition());
-    if (const TreeNode* node = NodeOf(row)) Toggle(*node);
+    if (const TreeNode* node = NodeOf(VirtualHitTest(event.GetY()))) Toggle(*node);
   });
-  Bind(wxEVT_LEFT_UP, [this](wxMouseEvent& event) {
-    pressed_ = nullptr;
-    event.Skip();
-  });
+  Observe(*this, wxEVT_LEFT_UP, [this] { pressed_ = nullptr; });
   Bind(wxEVT_MOTION, &ProjectTree::OnMotion, this);
   Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent& event) {
     const wxPoint at = event.GetPosition();
     const bool isKey = at == wxDefaultPosition;
-    gestures_.menuAsked(isKey ? state_.Selected() : NodeOf(RowAt(ScreenToClient(at))));
+    gestures_.menuAsked(isKey ? state_.Selected() : NodeOf(VirtualHitTest(ScreenToClient(at).y)));
   });
 }
 
 void ProjectTree::OnPress(wxMouseEvent& event) {
   const wxPoint at = event.GetPosition();
-  const int row = RowAt(at);
+  const int row = VirtualHitTest(at.y);
   TreeNode* node = NodeOf(row);
   SetFocus();
   if (IsOnButton(at, row)) {
@@ -275,7 +250,7 @@ void ProjectTree::OnMotion(wxMouseEvent& event) {
   event.Skip();
   const wxPoint at = event.GetPosition();
   if (pressed_ == nullptr || !event.LeftIsDown()) {
-    ShowToolTip(RowAt(at));
+    ShowToolTip(VirtualHitTest(at.y));
     return;
   }
   const wxPoint way = at - pressedAt_;
@@ -304,14 +279,13 @@ void ProjectTree::BindKeys() {
   Bind(wxEVT_KEY_DOWN, &ProjectTree::OnKey, this);
   Bind(wxEVT_CHAR, &ProjectTree::OnChar, this);
   Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) { Choose(event.GetSelection()); });
-  const auto redraw = [this](wxFocusEvent& event) {
-    // Nobody would see where the keyboard is.
-    if (HasFocus() && GetSelection() == wxNOT_FOUND) Choose(0);
-    Refresh();
-    event.Skip();
-  };
-  Bind(wxEVT_SET_FOCUS, redraw);
-  Bind(wxEVT_KILL_FOCUS, redraw);
+  for (const auto& focus : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
+    Observe(*this, focus, [this] {
+      // Nobody would see where the keyboard is.
+      if (HasFocus() && GetSelection() == wxNOT_FOUND) Choose(0);
+      Refresh();
+    });
+  }
 }
 
 void ProjectTree::Choose(int row) {

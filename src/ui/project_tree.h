@@ -52,14 +52,11 @@ class ProjectTree : public wxVListBox {
   void CatchUp();
   void Add(const TreeNode& node, int depth);
   void NoticeMoves();
-  void ShowSelection();
   void ScrollToSelected();
-  [[nodiscard]] bool IsSelectedSeen() const;
   void Reveal(const TreeNode& node);
   void Toggle(const TreeNode& node);
   void Choose(int row);
   [[nodiscard]] int RowOf(const TreeNode* node) const;
-  [[nodiscard]] int RowAt(const wxPoint& point) const;
   [[nodiscard]] bool IsOnButton(const wxPoint& point, int row) const;
   [[nodiscard]] int RowLeft(const Row& row) const;
   [[nodiscard]] int TextLeft(const Row& row) const;
@@ -82,7 +79,7 @@ class ProjectTree : public wxVListBox {
   wxBitmapBundle unregistered_;
   std::vector<Row> rows_;
   wxCoord rowHeight_ = 0;  ///< of every row
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
   bool isStale_ = true;      ///< which rows there are has changed
   bool isFaded_ = true;      ///< how a row looks has changed
   bool isUnchosen_ = true;   ///< the selection has changed

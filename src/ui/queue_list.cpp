@@ -19,10 +19,10 @@ std::vector<ListColumn> Columns() {
 
 QueueList::QueueList(wxWindow* parent, frmBuilder& window, RunEvents& events,
                      OutdatedMarks& outdated)
-    : StateList(parent, "lvwQueue", window.lvwQueue, Columns(), Checks::Yes),
-      outdated_(outdated),
-      subscriptions_{events.Connect([this](const RunEvent& event) { Hear(event); }),
-                     window.tvwProjects.cleared.Connect([this] { times_.clear(); })} {}
+    : StateList(parent, "lvwQueue", window.lvwQueue, Columns(), Checks::Yes), outdated_(outdated) {
+  subscriptions_.Add(events, [this](const RunEvent& event) { Hear(event); });
+  subscriptions_.Add(window.tvwProjects.cleared, [this] { times_.clear(); });
+}
 
 wxString QueueList::ExtraText(const ListRow& row, long column) const {
   if (column != kTimeColumn) return {};

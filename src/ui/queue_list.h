@@ -2,7 +2,6 @@
 
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 #include "build/build_run.h"
 #include "core/main_window.h"
@@ -23,7 +22,7 @@ class QueueList : public StateList {
 
   OutdatedMarks& outdated_;
   std::unordered_map<std::string, wxString> times_;  ///< or why there is none
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/elapsed_time.h"
+#include "ui/observe.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
@@ -25,17 +26,14 @@ RunStatusBar::RunStatusBar(wxWindow* parent, frmBuilder& window, RunEvents& even
   SetStatusStyles(static_cast<int>(styles.size()), styles.data());
   gauge_->Hide();
   SetStatusText(ToWx(window.stbStatus.Get()), kStatus);
-  subscriptions_.push_back(window.stbStatus.changed.Connect(
-      [this](const std::string& text) { SetStatusText(ToWx(text), kStatus); }));
+  subscriptions_.Add(window.stbStatus.changed,
+                     [this](const std::string& text) { SetStatusText(ToWx(text), kStatus); });
   // Nothing is known yet of another build project.
-  subscriptions_.push_back(window.tvwProjects.cleared.Connect([this] {
+  subscriptions_.Add(window.tvwProjects.cleared, [this] {
     for (const int field : {kCount, kTime, kProblems}) SetStatusText({}, field);
-  }));
-  subscriptions_.push_back(events.Connect([this](const RunEvent& event) { Hear(event); }));
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    PlaceGauge();
-    event.Skip();
   });
+  subscriptions_.Add(events, [this](const RunEvent& event) { Hear(event); });
+  Observe(*this, wxEVT_SIZE, [this] { PlaceGauge(); });
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { ShowTime(); });
 }
 

@@ -59,7 +59,7 @@ class RunStatusBar : public wxStatusBar {
   std::optional<TimeEstimate> left_;   ///< of the run, when that project began
   std::size_t checked_ = 0;            ///< projects of the run
   std::chrono::milliseconds total_{};  ///< of all projects of the run
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui

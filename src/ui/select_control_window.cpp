@@ -39,11 +39,10 @@ SelectControlWindow::SelectControlWindow(wxWindow* parent, frmSelectControl& for
   components_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
     form_.cboComponents.selected.Set(static_cast<std::size_t>(event.GetSelection()));
   });
-  subscriptions_.push_back(
-      form_.cboComponents.items.changed.Connect([this](const auto&) { ShowComponents(); }));
-  subscriptions_.push_back(form_.cboComponents.selected.changed.Connect([this](const auto& item) {
+  subscriptions_.Add(form_.cboComponents.items.changed, [this](const auto&) { ShowComponents(); });
+  subscriptions_.Add(form_.cboComponents.selected.changed, [this](const auto& item) {
     components_->SetSelection(item ? static_cast<int>(*item) : wxNOT_FOUND);
-  }));
+  });
 }
 
 void SelectControlWindow::AddRow(wxSizer& grid, const wxString& label, wxWindow* control) {

@@ -6,6 +6,7 @@
 
 #include "ui/cut_text.h"
 #include "ui/icons.h"
+#include "ui/observe.h"
 #include "ui/palette.h"
 #include "ui/text_conversion.h"
 
@@ -41,23 +42,20 @@ StateList::StateList(wxWindow* parent, const wxString& name, ListView& state,
 }
 
 void StateList::Follow() {
-  subscriptions_.push_back(state_.rowChanged.Connect(
-      [this](const ListRow& row, RowChange change) { Change(row, change); }));
+  subscriptions_.Add(state_.rowChanged,
+                     [this](const ListRow& row, RowChange change) { Change(row, change); });
   const auto all = [this] { MeasureLater(); };
-  subscriptions_.push_back(state_.cleared.Connect(all));
-  subscriptions_.push_back(state_.reordered.Connect(all));
-  subscriptions_.push_back(state_.selectionChanged.Connect([this] { ShowLater(); }));
-  subscriptions_.push_back(state_.refreshed.Connect([this] {
+  subscriptions_.Add(state_.cleared, all);
+  subscriptions_.Add(state_.reordered, all);
+  subscriptions_.Add(state_.selectionChanged, [this] { ShowLater(); });
+  subscriptions_.Add(state_.refreshed, [this] {
     CatchUp();
     Update();
-  }));
+  });
 }
 
 void StateList::BindEvents() {
-  Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
-    CatchUp();
-    event.Skip();
-  });
+  Observe(*this, wxEVT_IDLE, [this] { CatchUp(); });
   Bind(wxEVT_LIST_ITEM_SELECTED, [this](wxListEvent& event) {
     if (!isShowingSelection_) state_.Select(RowOf(event.GetIndex()));
   });
@@ -71,32 +69,29 @@ void StateList::BindEvents() {
   Bind(wxEVT_LIST_ITEM_UNCHECKED, [this](wxListEvent& event) {
     if (ListRow* row = RowOf(event.GetIndex())) row->SetChecked(false);
   });
-  const auto fitAnew = [this](wxSizeEvent& event) {
-    if (RoomForColumns() != fittedRoom_) MeasureLater();
-    event.Skip();
-  };
-  Bind(wxEVT_SIZE, fitAnew);
-  const auto mark = [this](wxFocusEvent& event) {
-    MarkCurrent();
-    event.Skip();
-  };
-  Bind(wxEVT_SET_FOCUS, mark);
-  Bind(wxEVT_LIST_COL_END_DRAG, [this](wxListEvent& event) {
-    hasOwnWidths_ = true;
-    event.Skip();
-  });
+  Observe(*this, wxEVT_LIST_COL_END_DRAG, [this] { hasOwnWidths_ = true; });
   // Where the toolkit draws a list itself, its rows are a separate window.
-  for (wxWindow* child : GetChildren()) {
-    child->Bind(wxEVT_MOTION, &StateList::OnMotion, this);
-    child->Bind(wxEVT_SIZE, fitAnew);
-    child->Bind(wxEVT_SET_FOCUS, mark);
+  std::vector<wxWindow*> windows(GetChildren().begin(), GetChildren().end());
+  windows.push_back(this);
+  for (wxWindow* window : windows) {
+    window->Bind(wxEVT_MOTION, &StateList::OnMotion, this);
+    Observe(*window, wxEVT_SIZE, [this] {
+      if (RoomForColumns() != fittedRoom_) MeasureLater();
+    });
+    Observe(*window, wxEVT_SET_FOCUS, [this] { MarkCurrent(); });
   }
-  Bind(wxEVT_MOTION, &StateList::OnMotion, this);
 }
 
 void StateList::TellHeadings(Signal<std::size_t>& clicked) {
   Bind(wxEVT_LIST_COL_CLICK, [&clicked](wxListEvent& event) {
     if (event.GetColumn() >= 0) clicked.Emit(static_cast<std::size_t>(event.GetColumn()));
+  });
+}
+
+void StateList::TellKey(int key, const std::function<void()>& act) {
+  Bind(wxEVT_LIST_KEY_DOWN, [key, act](wxListEvent& event) {
+    if (event.GetKeyCode() == key) act();
+    event.Skip();
   });
 }
 
@@ -159,10 +154,6 @@ void StateList::ShowSelection() {
 ListRow* StateList::RowOf(long item) const {
   const auto index = static_cast<std::size_t>(item);
   return item >= 0 && index < state_.Count() ? state_.Rows()[index].get() : nullptr;
-}
-
-wxString StateList::ExtraText(const ListRow& /*row*/, long /*column*/) const {
-  return {};
 }
 
 // A text is cut in its middle, and a path so that the name at its end stays in sight.
@@ -239,8 +230,7 @@ void StateList::FitColumns() {
   needs.reserve(columns_.size());
   for (long column = 0; column < GetColumnCount(); ++column) needs.push_back(NeedOf(column));
   fittedRoom_ = RoomForColumns();
-  const auto widths = ColumnWidthsFor(fittedRoom_, needs);
-  if (!SetNewWidths(widths)) return;
+  if (!SetNewWidths(ColumnWidthsFor(fittedRoom_, needs))) return;
   // The headings do not follow by themselves.
   for (wxWindow* child : GetChildren()) child->Refresh();
 }
@@ -280,9 +270,7 @@ int StateList::WidestText(long column) const {
     texts.push_back(WholeText(item, column));
   }
   const auto measured = texts.begin() + static_cast<long>(std::min(kMeasured, texts.size()));
-  std::partial_sort(texts.begin(), measured, texts.end(), [](const auto& one, const auto& other) {
-    return one.length() > other.length();
-  });
+  std::ranges::partial_sort(texts, measured, std::greater(), &wxString::length);
   int width = 0;
   for (auto text = texts.begin(); text != measured; ++text) {
     width = std::max(width, GetTextExtent(*text).x);
@@ -301,8 +289,7 @@ void StateList::OnMotion(wxMouseEvent& event) {
   const long item = isOverRows ? HitTest(event.GetPosition(), flags) : wxNOT_FOUND;
   if (item == tipItem_) return;
   tipItem_ = item;
-  const wxString tip = CutOffTexts(item);
-  tip_.Show(*over, tip);
+  tip_.Show(*over, CutOffTexts(item));
 }
 
 wxString StateList::NoteOf(const ListRow& row) const {

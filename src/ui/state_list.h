@@ -2,6 +2,7 @@
 
 #include <wx/listctrl.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,9 @@ class StateList : public wxListCtrl {
   /// Tells the column, from 0, whose heading the user clicks.
   void TellHeadings(Signal<std::size_t>& clicked);
 
+  /// Does something whenever the user presses a key in the list.
+  void TellKey(int key, const std::function<void()>& act);
+
   /// Widths in DIP. Widths that were set, here or by the user, are kept when rows change; the
   /// others follow the rows' texts.
   void SetColumnWidths(const std::vector<int>& widths);
@@ -51,7 +55,9 @@ class StateList : public wxListCtrl {
 
  protected:
   /// The text of a column beyond the row's own.
-  [[nodiscard]] virtual wxString ExtraText(const ListRow& row, long column) const;
+  [[nodiscard]] virtual wxString ExtraText(const ListRow& /*row*/, long /*column*/) const {
+    return {};
+  }
 
   /// Lines for the tool tip of a row, asked for when the pointer comes to it.
   [[nodiscard]] virtual wxString NoteOf(const ListRow& row) const;
@@ -87,7 +93,7 @@ class StateList : public wxListCtrl {
 
   ListView& state_;
   std::vector<ListColumn> columns_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
   mutable wxItemAttr attribute_;
   HoverTip tip_;
   long tipItem_ = -1;   ///< whose tip it is

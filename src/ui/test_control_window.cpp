@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "ui/observe.h"
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
@@ -33,19 +34,11 @@ PointerEvent EventOf(const wxMouseEvent& event) {
   pointer.action = isMove             ? PointerAction::Move
                    : event.ButtonUp() ? PointerAction::Release
                                       : PointerAction::Press;
-  switch (event.GetButton()) {
-    case wxMOUSE_BTN_LEFT:
-      pointer.button = PointerButton::Left;
-      break;
-    case wxMOUSE_BTN_RIGHT:
-      pointer.button = PointerButton::Right;
-      break;
-    case wxMOUSE_BTN_MIDDLE:
-      pointer.button = PointerButton::Middle;
-      break;
-    default:
-      break;
-  }
+  const int button = event.GetButton();
+  pointer.button = button == wxMOUSE_BTN_LEFT     ? PointerButton::Left
+                   : button == wxMOUSE_BTN_RIGHT  ? PointerButton::Right
+                   : button == wxMOUSE_BTN_MIDDLE ? PointerButton::Middle
+                                                  : PointerButton::None;
   return pointer;
 }
 
@@ -69,10 +62,9 @@ TestControlWindow::TestControlWindow(wxWindow* parent, frmTestControl& form,
     form_.clientSize = {size.x, size.y};
   };
   tellSize();
-  canvas_->Bind(wxEVT_SIZE, [tellSize, resized](wxSizeEvent& event) {
+  Observe(*canvas_, wxEVT_SIZE, [tellSize, resized] {
     tellSize();
     resized();
-    event.Skip();
   });
   canvas_->Bind(wxEVT_PAINT, [this](wxPaintEvent&) { OnPaint(); });
   for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP,
@@ -85,8 +77,8 @@ TestControlWindow::TestControlWindow(wxWindow* parent, frmTestControl& form,
     if (front != nullptr && typed != 0) front->KeyPress(typed);
     event.Skip();
   });
-  subscriptions_.push_back(form_.added.Connect([this] { FollowLast(); }));
-  subscriptions_.push_back(form_.unloading.Connect([this] { controls_.clear(); }));
+  subscriptions_.Add(form_.added, [this] { FollowLast(); });
+  subscriptions_.Add(form_.unloading, [this] { controls_.Clear(); });
 }
 
 HostedControl* TestControlWindow::Front() const {
@@ -97,9 +89,9 @@ void TestControlWindow::FollowLast() {
   HostedControl* last = Front();
   if (last == nullptr) return;
   const auto repaint = [this](const auto&...) { canvas_->Refresh(); };
-  controls_.push_back(last->repaint.Connect(repaint));
-  controls_.push_back(last->size.changed.Connect(repaint));
-  controls_.push_back(last->problem.changed.Connect(repaint));
+  controls_.Add(last->repaint, repaint);
+  controls_.Add(last->size.changed, repaint);
+  controls_.Add(last->problem.changed, repaint);
   canvas_->SetFocus();
   canvas_->Refresh();
   last->ShowIn(canvas_);

@@ -3,7 +3,6 @@
 #include <wx/bitmap.h>
 
 #include <functional>
-#include <vector>
 
 #include "core/test_control_form.h"
 #include "ui/form_window.h"
@@ -25,7 +24,7 @@ class TestControlWindow : public FormWindow {
 
   frmTestControl& form_;
   wxWindow* canvas_;
-  std::vector<Subscription> controls_;  ///< to the controls that are there now
+  Subscriptions controls_;  ///< to the controls that are there now
 };
 
 }  // namespace gorbex::ui

@@ -2,8 +2,6 @@
 
 #include <wx/textctrl.h>
 
-#include <string>
-
 #include "analysis/project_search.h"
 
 namespace gorbex::ui {

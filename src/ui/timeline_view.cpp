@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 
+#include "ui/observe.h"
 #include "ui/palette.h"
 #include "ui/spacing.h"
 #include "ui/text_conversion.h"
@@ -44,10 +45,7 @@ TimelineView::TimelineView(wxWindow* parent, LastRunList& list, frmLastRun& form
   SetMinSize(FromDIP(wxSize(80, 60)));
   Bind(wxEVT_PAINT, &TimelineView::OnPaint, this);
   // A narrow view has its legend in several lines.
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    event.Skip();
-    SetVirtualSize(-1, BestHeight());
-  });
+  Observe(*this, wxEVT_SIZE, [this] { SetVirtualSize(-1, BestHeight()); });
   Bind(wxEVT_KEY_DOWN, &TimelineView::OnKey, this);
   Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { Point(event.GetPosition()); });
   Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { tip_.Show(*this, {}); });

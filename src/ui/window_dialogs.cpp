@@ -183,18 +183,15 @@ std::optional<std::string> WindowDialogs::Input(const std::string& prompt,
 }
 
 void WindowDialogs::ShowOptions(frmOptions& form) {
-  OptionsWindow window(Parent(), form);
-  window.ShowModal();
+  OptionsWindow(Parent(), form).ShowModal();
 }
 
 void WindowDialogs::ShowLogin(frmLogin& form) {
-  LoginWindow window(Parent(), form);
-  window.ShowModal();
+  LoginWindow(Parent(), form).ShowModal();
 }
 
 void WindowDialogs::ShowLabel(frmLabel& form) {
-  LabelWindow window(Parent(), form);
-  window.ShowModal();
+  LabelWindow(Parent(), form).ShowModal();
 }
 
 }  // namespace gorbex::ui

@@ -76,8 +76,7 @@ WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
                &m.mnuToolsBuildOptions, &m.mnuWindowViewLogs});
   ShowRecentFiles();
   for (Command& entry : commands_.mnuFileMRU) {
-    subscriptions_.push_back(
-        entry.visible.changed.Connect([this](const bool&) { ShowRecentFiles(); }));
+    subscriptions_.Add(entry.visible.changed, [this](const bool&) { ShowRecentFiles(); });
   }
 }
 

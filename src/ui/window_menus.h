@@ -44,7 +44,7 @@ class WindowMenus {
   wxMenuBar* bar_;
   wxMenu* file_ = nullptr;
   std::vector<wxMenuItem*> recent_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex::ui
