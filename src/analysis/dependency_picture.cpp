@@ -38,9 +38,7 @@ DependencyPicture::DependencyPicture(frmDependencies& form, frmBuilder& window,
 }
 
 void DependencyPicture::Follow(RunEvents& runs, Signal<CompileEnded>& compiles) {
-  const auto follow = [this](auto& signal, auto listener) {
-    subscriptions_.push_back(signal.Connect(listener));
-  };
+  const auto follow = [this](auto& signal, auto listener) { subscriptions_.Add(signal, listener); };
   follow(runs, [this](const RunEvent& event) { Hear(event); });
   follow(compiles, [this](const CompileEnded& compile) {
     Tell(compile.path, compile.succeeded ? ProjectState::Built : ProjectState::Failed);

@@ -105,7 +105,7 @@ class DependencyPicture {
   std::optional<std::size_t> selected_;
   bool isStale_ = true;     ///< which projects there are, or their uses, may have changed
   bool isRestated_ = true;  ///< states may have changed
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex

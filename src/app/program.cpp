@@ -77,7 +77,7 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       settings(window, options, dialogs, report),
       logViewer(logs, log, platform.files, dialogs, report),
       componentTest({window, selectControl, testControl, platform.objects, dialogs, report}) {
-  turns_ = work.turnTaken.Connect([this] { replaced.WriteBack(); });
+  subscriptions_.Add(work.turnTaken, [this] { replaced.WriteBack(); });
   ConnectFileMenu();
   ConnectQueueMenu();
   ConnectToolsMenu();
@@ -91,7 +91,7 @@ void Program::ConnectFileMenu() {
   MainMenu& menu = window.menu;
   menu.mnuFileNew.SetHandler([this] { buildProject.mnuFileNew_Click(); });
   menu.mnuFileNewFrom.SetHandler([this] { newBuildProject.mnuFileNewFrom_Click(); });
-  made_ = newBuildProject.made.Connect([this] { checkList.TellOfNew(); });
+  subscriptions_.Add(newBuildProject.made, [this] { checkList.TellOfNew(); });
   menu.mnuFileOpen.SetHandler([this] { buildProject.mnuFileOpen_Click(); });
   menu.mnuFileSave.SetHandler([this] { buildProject.mnuFileSave_Click(); });
   menu.mnuFileSaveAs.SetHandler([this] { buildProject.mnuFileSaveAs_Click(); });
@@ -100,8 +100,8 @@ void Program::ConnectFileMenu() {
   menu.mnuFileGenScript.enabled.Set(false);
   menu.mnuFileStop.SetHandler([this] { run.mnuFileStop_Click(); });
   menu.mnuFileStop.enabled.Set(false);
-  works_ = work.changed.Connect(
-      [this] { window.menu.mnuFileStop.enabled.Set(work.Goes(Task::Program)); });
+  subscriptions_.Add(work.changed,
+                     [this] { window.menu.mnuFileStop.enabled.Set(work.Goes(Task::Program)); });
   menu.mnuFileExit.SetHandler([this] { shutDown.mnuFileExit_Click(); });
   for (std::size_t i = 0; i < menu.mnuFileMRU.size(); ++i) {
     menu.mnuFileMRU[i].SetHandler([this, i] { buildProject.mnuFileMRU_Click(i); });
@@ -138,10 +138,10 @@ void Program::ConnectToolsMenu() {
   menu.mnuWindowDependencies.SetHandler([this] { picture.mnuWindowDependencies_Click(); });
   menu.mnuToolsDependancies.SetHandler([this] { marking.mnuToolsDependancies_Click(); });
   menu.mnuToolsCheck.SetHandler([this] { checkList.mnuToolsCheck_Click(); });
-  shows_ = checkForm.fileWanted.Connect(
-      [this](const std::string& file, const std::optional<std::size_t>& line) {
-        editor.Open(file, line);
-      });
+  subscriptions_.Add(checkForm.fileWanted,
+                     [this](const std::string& file, const std::optional<std::size_t>& line) {
+                       editor.Open(file, line);
+                     });
   menu.mnuWindowNextFailure.SetHandler([this] { failureSteps.mnuWindowNextFailure_Click(); });
   menu.mnuWindowPreviousFailure.SetHandler(
       [this] { failureSteps.mnuWindowPreviousFailure_Click(); });
@@ -174,12 +174,12 @@ void Program::ConnectSourceControl() {
 
 void Program::ConnectMail() {
   window.menu.mnuToolsInBox.SetHandler([this] { mail.mnuToolsInBox_Click(); });
-  ticks_ = window.tmrOutlook.elapsed.Connect([this] { mail.tmrOutlook_Timer(); });
+  subscriptions_.Add(window.tmrOutlook.elapsed, [this] { mail.tmrOutlook_Timer(); });
 }
 
 void Program::ConnectComponentTest() {
   // A component that was tested is compiled, registered and unregistered by other programs.
-  starts_ = shell.starting.Connect([this] { platform.objects.LetGoOfUnused(); });
+  subscriptions_.Add(shell.starting, [this] { platform.objects.LetGoOfUnused(); });
   window.menu.mnuQueueTest.SetHandler([this] { componentTest.mnuQueueTest_Click(); });
   selectControl.cmdTest.SetHandler([this] { componentTest.cmdTest_Click(); });
   selectControl.cmdClose.SetHandler([this] { componentTest.cmdClose_Click(); });

@@ -145,12 +145,7 @@ class Program {
   ComponentTest componentTest;
 
  private:
-  Subscription works_;
-  Subscription ticks_;
-  Subscription turns_;
-  Subscription starts_;
-  Subscription made_;
-  Subscription shows_;
+  Subscriptions subscriptions_;
 
   void ConnectFileMenu();
   void ConnectQueueMenu();

@@ -25,8 +25,7 @@ OptionsDialog::OptionsDialog(frmOptions& form, clsOptions& options, Dialogs& dia
 
 template <class T>
 void OptionsDialog::FollowEdits(Property<T>& value) {
-  subscriptions_.push_back(
-      value.changed.Connect([this](const T&) { form_.cmdApply.enabled.Set(true); }));
+  subscriptions_.Add(value.changed, [this](const T&) { form_.cmdApply.enabled.Set(true); });
 }
 
 void OptionsDialog::ConnectControls() {
@@ -41,11 +40,10 @@ void OptionsDialog::ConnectControls() {
   }
   FollowEdits(form_.optReply);
   FollowEdits(form_.spnJobs);
-  subscriptions_.push_back(
-      form_.chkAutoLaunchVBP.value.changed.Connect([this](bool) { chkAutoLaunchVBP_Click(); }));
-  subscriptions_.push_back(
-      form_.tbsOptions.changed.Connect([this](std::size_t) { tbsOptions_Click(); }));
-  subscriptions_.push_back(form_.keyDown.Connect([this](const Key& key) { Form_KeyDown(key); }));
+  subscriptions_.Add(form_.chkAutoLaunchVBP.value.changed,
+                     [this](bool) { chkAutoLaunchVBP_Click(); });
+  subscriptions_.Add(form_.tbsOptions.changed, [this](std::size_t) { tbsOptions_Click(); });
+  subscriptions_.Add(form_.keyDown, [this](const Key& key) { Form_KeyDown(key); });
 }
 
 void OptionsDialog::Form_Load() {

@@ -56,7 +56,7 @@ class OptionsDialog {
   clsOptions& options_;
   Dialogs& dialogs_;
   ErrorReport& report_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex
