@@ -63,11 +63,9 @@ std::vector<const CLI::Option*> OptionsOf(const CLI::App& command) {
   const CLI::App* above = command.get_parent();
   if (above == nullptr) return options;
   for (const CLI::Option* option : OptionsOf(*above)) {
-    const auto isSame = [&](const CLI::Option* own) {
-      return TypedNames(*own).back() == TypedNames(*option).back();
-    };
-    const bool isOfAll = TypedNames(*option).back() != "--version";
-    if (isOfAll && std::none_of(options.begin(), options.end(), isSame)) options.push_back(option);
+    const std::string name = TypedNames(*option).back();
+    const auto isSame = [&](const CLI::Option* own) { return TypedNames(*own).back() == name; };
+    if (name != "--version" && std::ranges::none_of(options, isSame)) options.push_back(option);
   }
   return options;
 }

@@ -31,15 +31,11 @@ std::string PlaceOf(const ShownPaths& paths, const Finding& finding) {
   return place;
 }
 
-Json LineJson(const Finding& finding) {
-  return finding.line ? Json(*finding.line) : Json();
-}
-
 Json FindingJson(const Finding& finding) {
   return {{"id", finding.id},
           {"severity", NameOf(finding.severity)},
           {"file", JsonText(finding.file)},
-          {"line", LineJson(finding)},
+          {"line", finding.line ? Json(*finding.line) : Json()},
           {"text", JsonText(finding.text)},
           {"remedy", JsonText(finding.remedy)},
           {"projects", JsonTexts(finding.projects)}};

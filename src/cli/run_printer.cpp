@@ -84,10 +84,6 @@ RunPrinter::Building* RunPrinter::Find(const std::string& path) {
   return found == building_.end() ? nullptr : &*found;
 }
 
-void RunPrinter::Forget(const std::string& path) {
-  std::erase_if(building_, [&](const Building& each) { return each.path == path; });
-}
-
 // The same words for each project of a run would hide what else it says.
 void RunPrinter::TellNotGot(const std::string& path) {
   const Building* building = Find(path);

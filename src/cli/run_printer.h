@@ -53,7 +53,9 @@ class RunPrinter {
   /// The start of a line about a project that is done.
   [[nodiscard]] std::string Done(const std::string& path);
   [[nodiscard]] Building* Find(const std::string& path);
-  void Forget(const std::string& path);
+  void Forget(const std::string& path) {
+    std::erase_if(building_, [&](const Building& each) { return each.path == path; });
+  }
   void TellNotGot(const std::string& path);
   void Draw();
   [[nodiscard]] std::string Bar() const;

@@ -45,14 +45,6 @@ std::string OtherValue(const Program& program, std::string_view name) {
   return isUrl ? WithoutPassword(std::move(value)) : value;
 }
 
-void ListOthers(Frame& frame, const Program& program, Json& object) {
-  for (const auto name : kOtherSettings) {
-    const std::string value = OtherValue(program, name);
-    object[std::string(name)] = JsonText(value);
-    if (!frame.json) frame.streams.out << Padded(std::string(name), 20) << Plain(value) << '\n';
-  }
-}
-
 void List(Frame& frame, const Program& program) {
   const clsOptions& options = program.options;
   Json object = Json::object();
@@ -62,7 +54,11 @@ void List(Frame& frame, const Program& program) {
     if (frame.json) continue;
     frame.streams.out << Padded(std::string(setting.name), 20) << Shown(setting, options) << '\n';
   }
-  ListOthers(frame, program, object);
+  for (const auto name : kOtherSettings) {
+    const std::string value = OtherValue(program, name);
+    object[std::string(name)] = JsonText(value);
+    if (!frame.json) frame.streams.out << Padded(std::string(name), 20) << Plain(value) << '\n';
+  }
   if (frame.json) PrintJson(frame, object);
 }
 

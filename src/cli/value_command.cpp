@@ -5,6 +5,7 @@
 #include "cli/json_views.h"
 #include "cli/session.h"
 #include "cli/text_output.h"
+#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {
@@ -32,13 +33,9 @@ std::string KeyOf(const ValueArguments& arguments) {
 
 // As it is, line ends included, without characters that could control a terminal.
 std::string Shown(const std::string& value) {
-  std::string shown = Plain(value.substr(0, value.find('\r')));
-  for (auto end = value.find('\r'); end != std::string::npos;) {
-    const auto next = value.find('\r', end + 1);
-    shown.append("\r").append(Plain(std::string_view(value).substr(end + 1, next - end - 1)));
-    end = next;
-  }
-  return shown;
+  std::vector<std::string> parts;
+  for (const auto part : Split(value, '\r')) parts.push_back(Plain(part));
+  return Joined(parts, "\r");
 }
 
 void Get(Frame& frame, const ValueArguments& arguments) {

@@ -6,7 +6,6 @@ namespace gorbex::ui {
 namespace {
 
 const wxSize kLeastCheckSize(560, 220);
-constexpr int kFirstCheckHeight = 320;
 
 }  // namespace
 
@@ -31,10 +30,6 @@ CheckWindow::CheckWindow(wxWindow* parent, frmCheck& form, CommandIds& ids)
     showEmpty();
     if (visible && list_->IsShown()) list_->SetFocus();
   });
-}
-
-void CheckWindow::Place() {
-  PlaceAtFoot(kFirstCheckHeight);
 }
 
 }  // namespace gorbex::ui

@@ -16,7 +16,7 @@ class CheckWindow : public FormWindow {
   CheckWindow(wxWindow* parent, frmCheck& form, CommandIds& ids);
 
  private:
-  void Place() override;
+  void Place() override { PlaceAtFoot(320); }
 
   frmCheck& form_;
   Pane* pane_;

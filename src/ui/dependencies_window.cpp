@@ -140,12 +140,8 @@ wxSizer* DependenciesWindow::Legend() {
 
 wxSizer* DependenciesWindow::Buttons() {
   auto* zoom = new wxBoxSizer(wxHORIZONTAL);
-  AddButton(*zoom, "&Fit", "cmdFit")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
-    canvas_->ShowWhole();
-  });
-  AddButton(*zoom, "&100 %", "cmdFull")->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
-    canvas_->ShowFull();
-  });
+  AddButton(*zoom, "&Fit", "cmdFit", [this] { canvas_->ShowWhole(); });
+  AddButton(*zoom, "&100 %", "cmdFull", [this] { canvas_->ShowFull(); });
   wxSizer* row = Foot(&form_.summary, {&form_.cmdOutdated, &form_.cmdClose});
   row->Insert(1, zoom);
   return row;

@@ -25,14 +25,6 @@ DetailsBlock::DetailsBlock(wxWindow* parent, frmBuilder& window)
   AddRow("Version", "lblVersion", window.lblVersion);
   AddRow("Binary", "lblBinary", window.lblBinary);
   AddRow("Compatibility", "lblCompatability", window.lblCompatability);
-  BindFocus();
-}
-
-bool DetailsBlock::AcceptsFocus() const {
-  return !window_.lblFilename.Get().empty();
-}
-
-void DetailsBlock::BindFocus() {
   RefreshWithFocus(*this);
   Bind(wxEVT_PAINT, [this](wxPaintEvent&) {
     wxPaintDC dc(this);
@@ -44,6 +36,10 @@ void DetailsBlock::BindFocus() {
     if (isCopy) Copy();
     event.Skip(!isCopy);
   });
+}
+
+bool DetailsBlock::AcceptsFocus() const {
+  return !window_.lblFilename.Get().empty();
 }
 
 void DetailsBlock::Copy() const {

@@ -20,7 +20,6 @@ class DetailsBlock : public wxPanel {
   [[nodiscard]] bool AcceptsFocusRecursively() const override { return AcceptsFocus(); }
 
  private:
-  void BindFocus();
   void Copy() const;
   void AddRow(const wxString& caption, const wxString& name, Property<std::string>& label);
 

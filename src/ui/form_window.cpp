@@ -43,7 +43,7 @@ void FormWindow::ShowAsTold(bool visible) {
   if (visible) Raise();
 }
 
-// As far as the stored place is on a screen now; false when none is stored.
+// Where it was, or where it fits on the present screens; false when no place is stored.
 bool FormWindow::RestorePlace() {
   if (registry_ == nullptr) return false;
   try {
@@ -105,11 +105,12 @@ wxSizer* FormWindow::Foot(Property<std::string>* text, const std::vector<Command
   return row;
 }
 
-wxButton* FormWindow::AddButton(wxSizer& row, const wxString& label, const wxString& name) {
+void FormWindow::AddButton(wxSizer& row, const wxString& label, const wxString& name,
+                           const std::function<void()>& press) {
   auto* button = new wxButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, 0,
                               wxDefaultValidator, name);
+  button->Bind(wxEVT_BUTTON, [press](wxCommandEvent&) { press(); });
   row.Add(button, wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
-  return button;
 }
 
 }  // namespace gorbex::ui

@@ -52,7 +52,8 @@ class FormWindow : public wxDialog {
   [[nodiscard]] wxSizer* Foot(Property<std::string>* text, const std::vector<Command*>& commands);
 
   /// A button in a row, at a distance from the one before.
-  wxButton* AddButton(wxSizer& row, const wxString& label, const wxString& name);
+  void AddButton(wxSizer& row, const wxString& label, const wxString& name,
+                 const std::function<void()>& press);
 
   FieldBinding fields_;
   Subscriptions subscriptions_;

@@ -15,11 +15,7 @@ void HoverTip::Show(wxWindow& over, const wxString& text) {
   if (wxGetMousePosition() == hiddenAt_) return;
   hiddenAt_ = wxDefaultPosition;
   over_ = text.empty() ? nullptr : &over;
-  if (text.empty()) {
-    over.UnsetToolTip();
-  } else {
-    over.SetToolTip(text);
-  }
+  text.empty() ? over.UnsetToolTip() : over.SetToolTip(text);
 }
 
 void HoverTip::Hide(wxEvent& event) {

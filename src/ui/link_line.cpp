@@ -53,10 +53,6 @@ void LinkLine::Show(std::vector<BuildTerm> terms) {
   Refresh();
 }
 
-wxRect LinkLine::PlaceOf(std::size_t number) const {
-  return number < links_.size() ? links_[number].place : wxRect();
-}
-
 // Only the longest text is shortened: it is a folder, which its end still tells apart.
 void LinkLine::LayOut() {
   wxClientDC dc(this);

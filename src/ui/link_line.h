@@ -22,7 +22,9 @@ class LinkLine : public wxPanel {
   using wxPanel::Show;
 
   /// Where a link, numbered from 0, is drawn; empty when there is none of that number.
-  [[nodiscard]] wxRect PlaceOf(std::size_t number) const;
+  [[nodiscard]] wxRect PlaceOf(std::size_t number) const {
+    return number < links_.size() ? links_[number].place : wxRect();
+  }
 
  private:
   struct Link {

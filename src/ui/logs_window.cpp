@@ -57,12 +57,9 @@ wxSizer* LogsWindow::Head() {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(heading_, wxSizerFlags().CentreVertical());
   row->Add(days_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
-  const auto button = [&](const char* label, const char* name, auto press) {
-    AddButton(*row, label, name)->Bind(wxEVT_BUTTON, [press](wxCommandEvent&) { press(); });
-  };
-  button("&Reload", "cmdReload", [this] { ShowDay(); });
-  button("&Find...", "cmdFind", [this] { find_->Open(); });
-  button("C&opy", "cmdCopy", [this] { Copy(); });
+  AddButton(*row, "&Reload", "cmdReload", [this] { ShowDay(); });
+  AddButton(*row, "&Find...", "cmdFind", [this] { find_->Open(); });
+  AddButton(*row, "C&opy", "cmdCopy", [this] { Copy(); });
   return row;
 }
 

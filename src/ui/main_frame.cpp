@@ -64,8 +64,7 @@ MainFrame::MainFrame(Program& program, const ShowFolder& showFolder)
   SetStatusBar(status_);
   progress_ = std::make_unique<DesktopProgress>(*this, program_.run.events, program_.notice);
   MakePanes();
-  BindData();
-  BindQueue();
+  BindLists();
   FollowState();
   FollowTimer();
   MakeForms();
@@ -212,16 +211,13 @@ ProjectTree::Gestures MainFrame::TreeGesturesOf() {
           }};
 }
 
-void MainFrame::BindData() {
+void MainFrame::BindLists() {
   data_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) {
     const ListView& list = program_.window.lvwData;
     if (list.Selected() == nullptr) return;
     popups_.Open(menus_->DataPopup(), PointedReference(*list.Selected(), list.Tag()));
   });
   data_->TellKey(WXK_F5, [this] { program_.display.RefreshReferences(); });
-}
-
-void MainFrame::BindQueue() {
   queue_->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) {
     const ListRow* row = program_.window.lvwQueue.Selected();
     popups_.Open(menus_->QueuePopup(),

@@ -51,8 +51,7 @@ class MainFrame : public wxFrame {
   [[nodiscard]] Pane* MakeReferencesPane(wxWindow* parent);
   [[nodiscard]] Pane* MakeQueuePane(wxWindow* parent);
   [[nodiscard]] ProjectTree::Gestures TreeGesturesOf();
-  void BindData();
-  void BindQueue();
+  void BindLists();
   void FollowState();
   void FollowSize();
   void FollowTimer();

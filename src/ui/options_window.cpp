@@ -77,13 +77,15 @@ void OptionsWindow::AddCheck(wxPanel* page, const wxString& label, const wxStrin
   ContentOf(page).Add(box, wxSizerFlags().Border(wxBOTTOM, FromDIP(kRowGap)));
 }
 
-wxSizer* OptionsWindow::PathRow(wxPanel* page, const wxString& name, TextBox& state,
-                                Command& browse) {
+void OptionsWindow::AddPath(wxPanel* page, const wxString& caption, const wxString& name,
+                            TextBox& state, Command& browse) {
+  ContentOf(page).Add(new wxStaticText(page, wxID_ANY, caption),
+                      wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(fields_.NewField(page, name, state), wxSizerFlags(1).CentreVertical());
   row->Add(fields_.NewButton(page, browse),
            wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kRowGap)));
-  return row;
+  ContentOf(page).Add(row, wxSizerFlags().Expand());
 }
 
 void OptionsWindow::MakeBuildPage() {
@@ -101,11 +103,7 @@ void OptionsWindow::MakeBuildPage() {
   AddCheck(page, "&Debug build (no optimization, symbolic debug information)", "chkDebug",
            form_.chkDebug);
   AddJobs(page);
-  wxSizer& content = ContentOf(page);
-  content.Add(new wxStaticText(page, wxID_ANY, "Build fo&lder:"),
-              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
-  content.Add(PathRow(page, "txtBuildPath", form_.txtBuildPath, form_.cmdBrowse),
-              wxSizerFlags().Expand());
+  AddPath(page, "Build fo&lder:", "txtBuildPath", form_.txtBuildPath, form_.cmdBrowse);
   AddEditor(page);
 }
 
@@ -137,11 +135,7 @@ void OptionsWindow::MakeTestProjectPage() {
   wxPanel* page = AddPage("Test Project");
   AddCheck(page, "&Offer to start a test project after a build", "chkAutoLaunchVBP",
            form_.chkAutoLaunchVBP);
-  wxSizer& content = ContentOf(page);
-  content.Add(new wxStaticText(page, wxID_ANY, "&Project file:"),
-              wxSizerFlags().Border(wxTOP | wxBOTTOM, FromDIP(kRowGap)));
-  content.Add(PathRow(page, "txtVBPName", form_.txtVBPName, form_.cmdBrowseVBP),
-              wxSizerFlags().Expand());
+  AddPath(page, "&Project file:", "txtVBPName", form_.txtVBPName, form_.cmdBrowseVBP);
 }
 
 void OptionsWindow::AddReplyChoice(wxPanel* page, const wxString& label, const wxString& name,

@@ -25,7 +25,8 @@ class OptionsWindow : public wxDialog {
   void AddJobs(wxPanel* page);
   void AddEditor(wxPanel* page);
   void AddCheck(wxPanel* page, const wxString& label, const wxString& name, CheckBox& state);
-  wxSizer* PathRow(wxPanel* page, const wxString& name, TextBox& state, Command& browse);
+  void AddPath(wxPanel* page, const wxString& caption, const wxString& name, TextBox& state,
+               Command& browse);
   void AddReplyChoice(wxPanel* page, const wxString& label, const wxString& name,
                       std::size_t index);
   wxSizer* Buttons();

@@ -263,16 +263,13 @@ void ProjectTree::ShowToolTip(int row) {
   if (row == tipRow_) return;
   tipRow_ = row;
   const TreeNode* node = NodeOf(row);
-  const wxString text = node == nullptr ? wxString() : ToWx(node->Text());
-  const bool fits = node == nullptr || TextLeft(rows_[static_cast<std::size_t>(row)]) +
-                                               GetTextExtent(text).x + FromDIP(kIconGap) <=
-                                           GetClientSize().x;
-  const wxString note = node == nullptr ? wxString() : NoteOf(*node);
-  if (!note.empty()) {
-    tip_.Show(*this, text + "\n" + note);
-  } else {
-    tip_.Show(*this, fits ? wxString() : text);
-  }
+  if (node == nullptr) return tip_.Show(*this, {});
+  const wxString text = ToWx(node->Text());
+  const wxString note = NoteOf(*node);
+  if (!note.empty()) return tip_.Show(*this, text + "\n" + note);
+  const int left = TextLeft(rows_[static_cast<std::size_t>(row)]);
+  const bool fits = left + GetTextExtent(text).x + FromDIP(kIconGap) <= GetClientSize().x;
+  tip_.Show(*this, fits ? wxString() : text);
 }
 
 void ProjectTree::BindKeys() {
@@ -296,18 +293,13 @@ void ProjectTree::Choose(int row) {
 void ProjectTree::OnKey(wxKeyEvent& event) {
   CatchUp();
   if (event.GetUnicodeKey() == WXK_NONE) typed_.clear();
-  const int row = GetSelection();
-  const bool isPlain = !event.HasAnyModifiers();
-  if (isPlain && row >= 0 && static_cast<std::size_t>(row) < rows_.size() &&
-      StepInto(rows_[static_cast<std::size_t>(row)], event.GetKeyCode())) {
-    return;
-  }
-  event.Skip();
+  const TreeNode* node = NodeOf(GetSelection());
+  const bool isPlain = node != nullptr && !event.HasAnyModifiers();
+  event.Skip(!isPlain || !StepInto(*node, event.GetKeyCode()));
 }
 
 // Left and right open, close and change levels, as in every tree.
-bool ProjectTree::StepInto(const Row& row, int key) {
-  const TreeNode& node = *row.node;
+bool ProjectTree::StepInto(const TreeNode& node, int key) {
   switch (key) {
     case WXK_RIGHT:
     case WXK_NUMPAD_RIGHT:

@@ -66,7 +66,7 @@ class ProjectTree : public wxVListBox {
   void OnPress(wxMouseEvent& event);
   void OnMotion(wxMouseEvent& event);
   void OnKey(wxKeyEvent& event);
-  bool StepInto(const Row& row, int key);
+  bool StepInto(const TreeNode& node, int key);
   void OnChar(wxKeyEvent& event);
   void GoToTyped();
   void ShowToolTip(int row);

@@ -56,14 +56,6 @@ TimelineView::TimelineView(wxWindow* parent, LastRunList& list, frmLastRun& form
   RefreshWithFocus(*this);
 }
 
-int TimelineView::TextHeight() const {
-  return GetTextExtent("Ag").y;
-}
-
-int TimelineView::LaneHeight() const {
-  return TextHeight() + FromDIP(14);
-}
-
 wxPoint TimelineView::Origin() const {
   const int label = GetTextExtent("Place 10").x;
   return {FromDIP(kMargin) + label + FromDIP(kGap),

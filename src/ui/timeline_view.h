@@ -34,8 +34,8 @@ class TimelineView : public wxScrolledCanvas {
   [[nodiscard]] std::vector<LegendEntry> Legend() const;
   [[nodiscard]] TimelineLayout Bars() const;
   [[nodiscard]] wxPoint Origin() const;
-  [[nodiscard]] int LaneHeight() const;
-  [[nodiscard]] int TextHeight() const;
+  [[nodiscard]] int LaneHeight() const { return TextHeight() + FromDIP(14); }
+  [[nodiscard]] int TextHeight() const { return GetTextExtent("Ag").y; }
   [[nodiscard]] std::optional<std::size_t> BarAt(const wxPoint& point) const;
   void OnPaint(wxPaintEvent& event);
   void OnKey(wxKeyEvent& event);
