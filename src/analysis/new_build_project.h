@@ -11,8 +11,8 @@
 #include "core/main_window.h"
 #include "core/options.h"
 #include "core/procedure.h"
-#include "core/project_file_reader.h"
 #include "core/project_findings.h"
+#include "core/project_loader.h"
 #include "core/project_views.h"
 #include "core/signal.h"
 #include "platform/file_system.h"
@@ -30,7 +30,7 @@ class NewBuildProject {
     Dialogs& dialogs;
     ErrorReport& report;
     BuildProjectFile& buildProject;
-    ProjectFileReader& reader;
+    ProjectLoader& reader;
     ProjectFindings& findings;
     ProjectViews& views;
     BuildQueue& queue;

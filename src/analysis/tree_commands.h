@@ -2,8 +2,8 @@
 
 #include "core/dialogs.h"
 #include "core/main_window.h"
-#include "core/project_file_reader.h"
 #include "core/project_findings.h"
+#include "core/project_loader.h"
 #include "core/project_views.h"
 
 namespace gorbex {
@@ -11,7 +11,7 @@ namespace gorbex {
 /// The tree's pop-up commands that add a project to the build and take one out.
 class TreeCommands {
  public:
-  TreeCommands(frmBuilder& window, ProjectFileReader& reader, ProjectViews& views,
+  TreeCommands(frmBuilder& window, ProjectLoader& reader, ProjectViews& views,
                ProjectFindings& findings, Dialogs& dialogs)
       : window_(window), reader_(reader), views_(views), findings_(findings), dialogs_(dialogs) {}
 
@@ -21,7 +21,7 @@ class TreeCommands {
 
  private:
   frmBuilder& window_;
-  ProjectFileReader& reader_;
+  ProjectLoader& reader_;
   ProjectViews& views_;
   ProjectFindings& findings_;
   Dialogs& dialogs_;

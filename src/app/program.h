@@ -45,8 +45,8 @@
 #include "core/observed_dialogs.h"
 #include "core/options.h"
 #include "core/procedure.h"
-#include "core/project_file_reader.h"
 #include "core/project_findings.h"
+#include "core/project_loader.h"
 #include "core/registry_tools.h"
 #include "core/run_notice.h"
 #include "core/select_control_form.h"
@@ -92,7 +92,7 @@ class Program {
   DependencyMarking marking;
   BuildQueue queue;
   ProjectDisplay display;
-  ProjectFileReader reader;
+  ProjectLoader reader;
   ProjectFindings findings;
   BuildProjectFile buildProject;
   NewBuildProject newBuildProject;

@@ -13,8 +13,8 @@
 #include "core/options.h"
 #include "core/pair_reader.h"
 #include "core/procedure.h"
-#include "core/project_file_reader.h"
 #include "core/project_findings.h"
+#include "core/project_loader.h"
 #include "core/project_views.h"
 #include "core/registry_tools.h"
 #include "platform/file_system.h"
@@ -36,7 +36,7 @@ class BuildProjectFile {
     ActivityLog& log;
     Dialogs& dialogs;
     ErrorReport& report;
-    ProjectFileReader& reader;
+    ProjectLoader& reader;
     ProjectViews& views;
     ProjectFindings& findings;
   };

@@ -6,7 +6,7 @@
 
 namespace gorbex {
 
-ProjectFindings::ProjectFindings(ProjectFileReader& reader) {
+ProjectFindings::ProjectFindings(ProjectLoader& reader) {
   const auto into = [](Findings& findings) {
     return [&findings](const std::string& path, const std::string& reason) {
       findings.push_back({path, reason});

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/project_file_reader.h"
+#include "core/project_loader.h"
 #include "core/signal.h"
 
 namespace gorbex {
@@ -14,7 +14,7 @@ namespace gorbex {
 class ProjectFindings {
  public:
   /// The reader must outlive the findings.
-  explicit ProjectFindings(ProjectFileReader& reader);
+  explicit ProjectFindings(ProjectLoader& reader);
 
   /// Announces everything gathered since the last call; nothing when every project was sound. Gives
   /// the paths of the projects that were left out.

@@ -1,4 +1,4 @@
-#include "core/project_file_reader.h"
+#include "core/project_loader.h"
 
 #include <utility>
 
@@ -8,7 +8,7 @@
 
 namespace gorbex {
 
-bool ProjectFileReader::ReadProject(const std::string& path) {
+bool ProjectLoader::ReadProject(const std::string& path) {
   if (window_.ProjectMembers.Contains(path)) return true;
   TreeNode* project = Read(path, Marking::AtOnce);
   if (project == nullptr) return false;
@@ -16,12 +16,12 @@ bool ProjectFileReader::ReadProject(const std::string& path) {
   return true;
 }
 
-TreeNode* ProjectFileReader::ReadUnmarked(const std::string& path) {
+TreeNode* ProjectLoader::ReadUnmarked(const std::string& path) {
   return window_.ProjectMembers.Contains(path) ? nullptr : Read(path, Marking::Later);
 }
 
 // Nodes that were added before an error stay in the tree.
-TreeNode* ProjectFileReader::Read(const std::string& path, Marking marking) {
+TreeNode* ProjectLoader::Read(const std::string& path, Marking marking) {
   try {
     ProjectFile file = ReadFile(path);
     TreeNode& project = AddBranch(file);
@@ -34,7 +34,7 @@ TreeNode* ProjectFileReader::Read(const std::string& path, Marking marking) {
   }
 }
 
-void ProjectFileReader::Show(TreeNode& project) {
+void ProjectLoader::Show(TreeNode& project) {
   Procedure::IgnoringErrors().Run([&](Procedure& on) {
     on([&] { views_.ShowProjectReferences(project.Text()); });
     on([&] { views_.ShowProjectDetails(project); });
@@ -42,7 +42,7 @@ void ProjectFileReader::Show(TreeNode& project) {
   });
 }
 
-ProjectFile ProjectFileReader::ReadFile(const std::string& path) {
+ProjectFile ProjectLoader::ReadFile(const std::string& path) {
   const std::string text = files_.Read(path);
   if (const auto problem = ProjectFileProblem(text)) doubtful.Emit(path, *problem);
   ProjectFile file = ParseProjectFile(path, text);
@@ -51,7 +51,7 @@ ProjectFile ProjectFileReader::ReadFile(const std::string& path) {
   return file;
 }
 
-TreeNode& ProjectFileReader::AddBranch(ProjectFile& file) {
+TreeNode& ProjectLoader::AddBranch(ProjectFile& file) {
   TreeView& tree = window_.tvwProjects;
   const clsMember& member = file.member;
   const std::string& path = member.path;

@@ -1,13 +1,13 @@
-#include "core/project_file_reader.h"
+#include "core/project_loader.h"
 
 #include "tests/support/program_fixture.h"
 
 namespace gorbex::test {
 namespace {
 
-using ProjectFileReaderTest = ProgramFixture;
+using ProjectLoaderTest = ProgramFixture;
 
-TEST_F(ProjectFileReaderTest, BranchCarriesTheKeySchemeAndTheNodeOfItsProjectIsSelected) {
+TEST_F(ProjectLoaderTest, BranchCarriesTheKeySchemeAndTheNodeOfItsProjectIsSelected) {
   auto& core = group.Library("Core").Line("Reference=*\\G{B}#1#0#C:\\b.tlb#B");
   core.Line("Object={C}#1.0#0; c.ocx").Line("Form=f.frm").Line("Class=k; k.cls");
   for (int n = 1; n <= 10; ++n) core.Line("P" + std::to_string(n) + "=");
@@ -42,7 +42,7 @@ TEST_F(ProjectFileReaderTest, BranchCarriesTheKeySchemeAndTheNodeOfItsProjectIsS
   EXPECT_EQ(program.window.lvwData.Tag(), core.Path());
 }
 
-TEST_F(ProjectFileReaderTest, FailedReadsLeaveNoRecordAndAPathIsReadOnce) {
+TEST_F(ProjectLoaderTest, FailedReadsLeaveNoRecordAndAPathIsReadOnce) {
   const std::string path = group.Library("Core").Path();
   const std::string binding = "C:\\Group\\Core\\mssccprj.scc";
   auto& projects = program.window.ProjectMembers;
@@ -69,7 +69,7 @@ TEST_F(ProjectFileReaderTest, FailedReadsLeaveNoRecordAndAPathIsReadOnce) {
   EXPECT_EQ(Effects(), Journal{}) << "no message";
 }
 
-TEST_F(ProjectFileReaderTest, RowsAreFoundByTheirKeys) {
+TEST_F(ProjectLoaderTest, RowsAreFoundByTheirKeys) {
   const std::string lines = "Reference=a\r\nReference=b\r\nClass=c\r\nx=1\r\n";
   std::string rows;
   for (int n = 1; n <= 12; ++n) rows += "x=" + std::to_string(n) + "\r\n";
@@ -96,7 +96,7 @@ TEST_F(ProjectFileReaderTest, RowsAreFoundByTheirKeys) {
   EXPECT_EQ(tree.Count(), count);
 }
 
-TEST_F(ProjectFileReaderTest, HostileFilesAreReadInLinearTime) {
+TEST_F(ProjectLoaderTest, HostileFilesAreReadInLinearTime) {
   const auto many = [](char letter) { return std::string(1 << 20, letter); };
   std::string fields, lines;
   for (int n = 0; n < 5000; ++n) fields += "#{x};";

@@ -11,9 +11,9 @@
 namespace gorbex {
 
 /// Loads project files into the build model and the tree.
-class ProjectFileReader {
+class ProjectLoader {
  public:
-  ProjectFileReader(frmBuilder& window, const FileReader& files, ProjectViews& views)
+  ProjectLoader(frmBuilder& window, const FileReader& files, ProjectViews& views)
       : window_(window), files_(files), views_(views) {}
 
   /// True when the project is in the model now. False when an error stopped the reading: then no
