@@ -108,6 +108,11 @@ const std::vector<Defect> kDefects = {
      "compiler-missing: the compiler C:\\VB\\VB6.EXE does not exist"},
     {[](World& w) { w.lines.emplace_back("builddir=C:\\Nowhere\\"); },
      "build-folder: the build folder C:\\Nowhere\\ does not exist"},
+    {[](World& w) {
+       w.platform.files.AddFolder("C:\\Sealed", file_attribute::kReadOnly);
+       w.lines.emplace_back("builddir=C:\\Sealed\\");
+     },
+     "build-folder: the build folder C:\\Sealed\\ is not writable"},
     {[](World& w) { w.lines.push_back(kUpdating); },
      "build-folder: the build folder C:\\Group\\Bin does not end with \"\\\", so that the update "
      "of references finds no built component"},

@@ -37,9 +37,10 @@ class MemoryFileSystem : public FileSystem {
     AddFolder(FolderOf(whole));
     nodes_[LowerCase(whole)] = {NameOf(whole), false, attributes, bytes, ++changes_};
   }
-  void AddFolder(const std::string& path) {
+  void AddFolder(const std::string& path, std::uint32_t attributes = 0) {
     const auto whole = Normalised(path);
-    const auto isNew = nodes_.try_emplace(LowerCase(whole), Node{NameOf(whole), true, 0}).second;
+    const Node folder{NameOf(whole), true, attributes};
+    const auto isNew = nodes_.try_emplace(LowerCase(whole), folder).second;
     if (isNew) AddFolder(FolderOf(whole));
   }
 
