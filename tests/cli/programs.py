@@ -188,8 +188,7 @@ class WineProduct(Product):
         killer = self.start("taskkill", "/F", "/IM", "gorbex.exe")
         killer.communicate(timeout=PATIENCE)
         process.communicate(timeout=PATIENCE)
-        until(lambda: not any(runs(compiler) for compiler in self.compilers()), "the compiler ends with the program",
-              patience=20)
+        until(lambda: not any(runs(compiler) for compiler in self.compilers()), "the compiler ends with the program")
         return killer.returncode == 0
 
     def forget_components(self):

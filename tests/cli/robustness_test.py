@@ -4,7 +4,7 @@
 killed    gorbex is killed 200 times while it saves, stamps, rewrites, registers and logs: every file is old or new
 ended     told to end in the middle of a compile, it ends the compiler and gives project files their values back
 together  many programs change one prefix, one build project and one project file at once, and lose nothing
-mail      the service over a real Maildir and a real sendmail answers each of thousands of requests once and grows no
+mail      the service over a real Maildir and a real sendmail answers each of a thousand requests once and grows no
           larger; told to end it answers the present request first; killed during a build it has lost no request
 
 Windows programs run under Wine, in a copy of the installation that WINEPREFIX names: killed (50 times) and together.
@@ -27,7 +27,7 @@ from programs import COMPILER, GORBEX, PATIENCE, UNDER_WINE, MailService, Produc
 CASE = sys.argv[4]
 SEED = int(sys.argv[5]) if len(sys.argv) > 5 else 20260304
 KILLS = 50 if UNDER_WINE else 200
-BATCHES, REQUESTS = 8, 250
+BATCHES, REQUESTS = 8, 125
 
 SENDMAIL = """#!/bin/sh
 # Keeps each mail in a separate file, which appears complete.
