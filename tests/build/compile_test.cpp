@@ -37,7 +37,7 @@ TEST_F(CompileTest, WritesTheCompilersCommandLine) {
 TEST_F(CompileTest, BoundsTheWordsOfATalkativeCompiler) {
   Load({"Core"});
   platform.processes.Queue([this](const std::string&) {
-    platform.files.AddFile(kResultLog, "a" + std::string(9'000'000, 'x') + "build of failed.");
+    platform.files.AddFile(kResultLog, "a" + std::string(5'000'000, 'x') + "build of failed.");
     return 1U;
   });
   EXPECT_FALSE(program.compile.CompileProject(kCore, ""));
