@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-struct InMemory {
+struct FilesInMemory {
   Journal journal;
   MemoryFileSystem files{journal};
   std::string root = "C:\\";
@@ -29,8 +29,8 @@ class Files : public testing::Test {
   FileSystem& files_ = bench_.files;
 };
 
-using Benches = testing::Types<InMemory, FilesOnSystem>;
-TYPED_TEST_SUITE(Files, Benches);
+using FileBenches = testing::Types<FilesInMemory, FilesOnSystem>;
+TYPED_TEST_SUITE(Files, FileBenches);
 
 TYPED_TEST(Files, KeepsEveryByteUnderAnySpellingOfThePath) {
   std::string bytes;

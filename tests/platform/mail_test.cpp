@@ -45,8 +45,8 @@ class Mails : public testing::Test {
   Bench bench_;
 };
 
-using Benches = testing::Types<MemoryMailBench, MaildirBench, ServerBench>;
-TYPED_TEST_SUITE(Mails, Benches);
+using MailBenches = testing::Types<MemoryMailBench, MaildirBench, ServerBench>;
+TYPED_TEST_SUITE(Mails, MailBenches);
 
 TYPED_TEST(Mails, AreListedReadMarkedAndMayVanish) {
   auto& bench = this->bench_;

@@ -10,7 +10,7 @@ namespace {
 using Root = RegistryRoot;
 using namespace std::string_literals;
 
-struct InMemory {
+struct RegistryInMemory {
   Journal journal;
   MemoryRegistry registry{journal};
   static std::string Under(RegistryRoot /*root*/) { return {}; }
@@ -28,8 +28,8 @@ class Registries : public testing::Test {
   Registry& registry_ = bench_.registry;
 };
 
-using Benches = testing::Types<InMemory, RegistryOnSystem>;
-TYPED_TEST_SUITE(Registries, Benches);
+using RegistryBenches = testing::Types<RegistryInMemory, RegistryOnSystem>;
+TYPED_TEST_SUITE(Registries, RegistryBenches);
 
 TYPED_TEST(Registries, GiveBackWhatWasSetAndMakeKeysWithThoseAbove) {
   auto& registry = this->registry_;

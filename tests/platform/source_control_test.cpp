@@ -33,8 +33,8 @@ class SourceControls : public testing::Test {
   Bench bench_;
 };
 
-using Benches = testing::Types<MemorySourceControlBench, GitBench, GitOverHttp>;
-TYPED_TEST_SUITE(SourceControls, Benches);
+using SourceControlBenches = testing::Types<MemorySourceControlBench, GitBench, GitOverHttp>;
+TYPED_TEST_SUITE(SourceControls, SourceControlBenches);
 
 TYPED_TEST(SourceControls, AnswerAboutItems) {
   auto& bench = this->bench_;
