@@ -18,7 +18,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "bench"))
 import generate  # noqa: E402
 
 GORBEX = pathlib.Path(sys.argv[1]).resolve()
-SMALL = 150
+SMALL = 100
 LINEAR, BY_ROUNDS = 2.5, 5.0
 
 
