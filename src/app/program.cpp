@@ -63,7 +63,6 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
       outdated(window, group, work, freshness),
       picture(dependencies, window, group, display, run.events, compile.ended,
               [this] { return outdated.Judged(); }),
-      failedBuild(failed, run),
       mail({window, options, registry, platform.files, log, report, platform.mail, session, latest,
             compile, work, platform.events}),
       registration(window, shell, dialogs, report, platform.registrationAdvice,
@@ -83,7 +82,6 @@ Program::Program(const PlatformServices& services, Dialogs& frontEnd)
   ConnectToolsMenu();
   ConnectSourceControl();
   ConnectComponentTest();
-  ConnectMail();
   OfferCommands(*this);
 }
 
@@ -124,7 +122,7 @@ void Program::ConnectQueueMenu() {
   menu.mnuQueueMarkUsers.SetHandler([this] { marks.mnuQueueMarkUsers_Click(); });
   menu.mnuQueueMarkFailed.SetHandler([this] { marks.mnuQueueMarkFailed_Click(); });
   menu.mnuQueueMarkOutdated.SetHandler([this] { outdated.mnuQueueMarkOutdated_Click(); });
-  menu.mnuQueueBuildFailed.SetHandler([this] { failedBuild.mnuQueueBuildFailed_Click(); });
+  menu.mnuQueueBuildFailed.SetHandler([this] { run.BuildAgain(failed.All()); });
   menu.mnuQueueBuild.SetHandler([this] { immediate.mnuQueueBuild_Click(); });
 }
 
@@ -146,6 +144,8 @@ void Program::ConnectToolsMenu() {
   menu.mnuWindowPreviousFailure.SetHandler(
       [this] { failureSteps.mnuWindowPreviousFailure_Click(); });
   menu.mnuToolsMissing.SetHandler([this] { missingList.mnuToolsMissing_Click(); });
+  menu.mnuToolsInBox.SetHandler([this] { mail.mnuToolsInBox_Click(); });
+  subscriptions_.Add(window.tmrOutlook.elapsed, [this] { mail.tmrOutlook_Timer(); });
   menu.mnuDataPopupReg.SetHandler([this] { registration.mnuDataPopupReg_Click(); });
   menu.mnuDataPopupUnReg.SetHandler([this] { registration.mnuDataPopupUnReg_Click(); });
   menu.mnuTreePopupAddProject.SetHandler([this] { treeCommands.mnuTreePopupAddProject_Click(); });
@@ -170,11 +170,6 @@ void Program::ConnectSourceControl() {
   menu.mnuToolsLabel.enabled.Set(false);
   menu.mnuToolsHighlight.enabled.Set(false);
   menu.mnuToolsGetLatest.enabled.Set(false);
-}
-
-void Program::ConnectMail() {
-  window.menu.mnuToolsInBox.SetHandler([this] { mail.mnuToolsInBox_Click(); });
-  subscriptions_.Add(window.tmrOutlook.elapsed, [this] { mail.tmrOutlook_Timer(); });
 }
 
 void Program::ConnectComponentTest() {

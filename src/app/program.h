@@ -21,7 +21,6 @@
 #include "build/compiler_path.h"
 #include "build/component_registration.h"
 #include "build/component_test.h"
-#include "build/failed_build.h"
 #include "build/immediate_build.h"
 #include "build/last_run.h"
 #include "build/project_value.h"
@@ -132,7 +131,6 @@ class Program {
   OutdatedMarks outdated;
   frmDependencies dependencies;
   DependencyPicture picture;
-  FailedBuild failedBuild;
   MailService mail;
   ComponentRegistration registration;
   ShutDown shutDown;
@@ -152,7 +150,6 @@ class Program {
   void ConnectToolsMenu();
   void ConnectSourceControl();
   void ConnectComponentTest();
-  void ConnectMail();
 };
 
 }  // namespace gorbex

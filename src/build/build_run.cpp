@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "build/side_by_side.h"
 #include "core/list_columns.h"
 #include "core/text.h"
 #include "freshness/build_plan.h"
-#include "platform/code_page.h"
 
 namespace gorbex {
 namespace {
@@ -29,7 +27,9 @@ void BuildRun::mnuFileBuild_Click() {
   Start({});
 }
 
-void BuildRun::BuildAgain(std::set<std::string> projects) {
+void BuildRun::BuildAgain(const std::vector<FailedProject>& failed) {
+  std::set<std::string> projects;
+  for (const FailedProject& project : failed) projects.insert(project.path);
   Start(std::move(projects));
 }
 
@@ -111,7 +111,6 @@ RunResult BuildRun::Run(Procedure& on, RunState& run) {
   window.resultLogPath = parts_.compile.QuotedResultLog();
   on([&] { window.mousePointer.Set(MousePointer::Hourglass); });
   const RunResult result = compiles ? BuildQueueRows(on, run) : RunResult::NoCompiler;
-  TellOfLatest(on, run);
   Summarise(on, run);
   on([&] { window.SetStatus("Build Process finished"); });
   on([&] { window.menu.mnuFileBuild.enabled.Set(true); });
@@ -156,7 +155,7 @@ bool BuildRun::ResetIcons(Procedure& on, const RunState& run) {
 bool BuildRun::MayBuildIncompatible(const RunState& run) {
   if (!parts_.options.SkipUpToDate || parts_.options.GetLatest || run.rowsToRepeat) return true;
   const BuildPlan plan = PlanOf(parts_.window, parts_.group, parts_.freshness);
-  return std::any_of(plan.projects.begin(), plan.projects.end(), [&](const PlannedProject& each) {
+  return std::ranges::any_of(plan.projects, [&](const PlannedProject& each) {
     return each.MayBeBuilt() && IsIncompatible(*parts_.window.lvwQueue.Find(each.path));
   });
 }
@@ -235,12 +234,6 @@ BuildRun::Pass BuildRun::BuildProject(Procedure& on, ProjectBuild& build) {
   return on([&] { return build.AskToGoOn(); }) ? Pass::GoOn : Pass::Stop;
 }
 
-// Tells which projects were built from older sources, before the number of built projects.
-void BuildRun::TellOfLatest(Procedure& on, const RunState& run) {
-  const std::string text = run.gets.Text();
-  if (!text.empty() && !parts_.work.Ends()) on([&] { Tell(text); });
-}
-
 void BuildRun::TellUnamended(const RunState& run) {
   std::string text =
       "These project files could not be changed, and hold other values than asked for:";
@@ -248,20 +241,20 @@ void BuildRun::TellUnamended(const RunState& run) {
   parts_.dialogs.Show({text, Buttons::Ok, MessageIcon::Exclamation});
 }
 
-void BuildRun::Tell(const std::string& text) {
-  parts_.dialogs.Show({text});
-}
-
+// Tells which projects were built from older sources, before the number of built projects.
 void BuildRun::Summarise(Procedure& on, const RunState& run) {
+  const std::string latest = run.gets.Text();
+  if (!latest.empty() && !parts_.work.Ends()) on([&] { parts_.dialogs.Show({latest}); });
   if (run.errors >= 1) {
     on([&] { parts_.window.txtLogFile.visible.Set(true); });
-    if (!parts_.options.StopProcessing) on([&] { Tell("Errors during the build process"); });
+    if (parts_.options.StopProcessing) return;
+    on([&] { parts_.dialogs.Show({"Errors during the build process"}); });
   } else if (run.built == 0 && run.upToDate == 0) {
-    on([&] { Tell("No projects checked for build"); });
+    on([&] { parts_.dialogs.Show({"No projects checked for build"}); });
   } else if (parts_.options.AutoLaunchVBP && !parts_.work.Ends()) {
     OfferAutoLaunch(on, run);
   } else {
-    on([&] { Tell(DoneText(run.built, run.upToDate)); });
+    on([&] { parts_.dialogs.Show({DoneText(run.built, run.upToDate)}); });
   }
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <set>
-#include <string>
-
 #include "build/project_build.h"
 #include "build/run_parts.h"
 #include "build/run_state.h"
+#include "core/failed_projects.h"
 #include "core/procedure.h"
 #include "core/run_events.h"
 
@@ -21,7 +19,7 @@ class BuildRun {
 
   /// As the Build command, but over the rows of these projects, checked or not. The other rows stay
   /// as they are.
-  void BuildAgain(std::set<std::string> projects);
+  void BuildAgain(const std::vector<FailedProject>& failed);
 
   /// Ends the run after the project being built. Asked again, or outside a run, offers to end the
   /// program that is being waited for. During the test project at the end of a run, the first call
@@ -64,9 +62,7 @@ class BuildRun {
 
   void Summarise(Procedure& on, const RunState& run);
   void OfferAutoLaunch(Procedure& on, const RunState& run);
-  void TellOfLatest(Procedure& on, const RunState& run);
   void TellUnamended(const RunState& run);
-  void Tell(const std::string& text);
 
   RunParts parts_;
 };

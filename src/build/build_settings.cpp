@@ -1,10 +1,15 @@
 #include "build/build_settings.h"
 
-#include "build/destination.h"
 #include "build/options_dialog.h"
 #include "core/text.h"
 
 namespace gorbex {
+
+std::optional<std::string> AskForDestination(Dialogs& dialogs) {
+  const auto folder = dialogs.BrowseForDir("Please specify a destination path");
+  if (!folder || folder->empty() || folder->ends_with('\\')) return std::nullopt;
+  return *folder + "\\";
+}
 
 void BuildSettings::mnuToolsBuildPath_Click() {
   Procedure(report_, ": frmBuilder.mnuToolsBuildPath_Click").Run([&](Procedure& on) {

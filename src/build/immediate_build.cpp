@@ -1,6 +1,6 @@
 #include "build/immediate_build.h"
 
-#include "build/destination.h"
+#include "build/build_settings.h"
 #include "core/list_columns.h"
 
 namespace gorbex {
@@ -39,32 +39,30 @@ void ImmediateBuild::BuildSelectedNode(Procedure& on, const std::string& outDir)
   // The user may choose another build directory while the compile waits.
   const std::string folder = outDir.empty() ? window.buildDirectory : outDir;
   if (on([&] { return uses_.compile.CompileProject(path, outDir); })) {
-    Record(on, folder, exeName);
-    on([&] { Tell("Built " + exeName + " successfully."); });
+    on([&] { uses_.script.AddComponent(folder, exeName); });
+    on([&] { uses_.script.End(); });
+    on([&] { window.menu.mnuFileGenScript.enabled.Set(true); });
+    on([&] { uses_.dialogs.Show({"Built " + exeName + " successfully."}); });
   } else {
     on([&] { window.txtLogFile.visible.Set(true); });
-    on([&] { Tell("Errors during the build process"); });
+    on([&] { uses_.dialogs.Show({"Errors during the build process"}); });
   }
-}
-
-void ImmediateBuild::Record(Procedure& on, const std::string& folder, const std::string& exeName) {
-  on([&] { uses_.script.AddComponent(folder, exeName); });
-  on([&] { uses_.script.End(); });
-  on([&] { uses_.window.menu.mnuFileGenScript.enabled.Set(true); });
 }
 
 void ImmediateBuild::mnuQueueBuild_Click() {
   Procedure(uses_.report, ": frmBuilder.mnuQueueBuild_Click").Run([&](Procedure& on) {
     const auto turn = uses_.compile.BeginBuild();
     if (turn == nullptr) return;
-    const std::string path = on([&] { return SelectedRowPath(); });
+    const ListView& queue = uses_.window.lvwQueue;
+    const std::string path =
+        on([&] { return queue.SelectedRow().SubItem(queue_column::kProject); });
     if (on([&] { return uses_.compile.CompileProject(path, ""); })) {
       on([&] { MarkRow(path, Image::BuildOk); });
-      on([&] { Tell("Component built succesfully"); });
+      on([&] { uses_.dialogs.Show({"Component built succesfully"}); });
     } else {
       on([&] { MarkRow(path, Image::BuildError); });
       on([&] { uses_.window.txtLogFile.visible.Set(true); });
-      on([&] { Tell("Failed to build component"); });
+      on([&] { uses_.dialogs.Show({"Failed to build component"}); });
     }
   });
 }
@@ -75,18 +73,10 @@ std::string ImmediateBuild::SelectedNodePath() const {
   return node->Text();
 }
 
-std::string ImmediateBuild::SelectedRowPath() const {
-  return uses_.window.lvwQueue.SelectedRow().SubItem(queue_column::kProject);
-}
-
 void ImmediateBuild::MarkRow(const std::string& path, Image icon) {
   ListRow* row = uses_.window.lvwQueue.Find(path);
   if (row == nullptr) throw RuntimeError(ErrorNumber::ElementNotFound, path);
   row->SetIcon(icon);
-}
-
-void ImmediateBuild::Tell(const std::string& text) {
-  uses_.dialogs.Show({text});
 }
 
 }  // namespace gorbex

@@ -34,15 +34,12 @@ class ImmediateBuild {
  private:
   /// An empty folder means the build directory.
   void BuildSelectedNode(Procedure& on, const std::string& outDir);
-  void Record(Procedure& on, const std::string& folder, const std::string& exeName);
 
   /// Error 91 when nothing is selected.
   [[nodiscard]] std::string SelectedNodePath() const;
-  [[nodiscard]] std::string SelectedRowPath() const;
 
   /// The row may be gone after a compile, which lets the user act: error 35601 then.
   void MarkRow(const std::string& path, Image icon);
-  void Tell(const std::string& text);
 
   Uses uses_;
 };
