@@ -42,14 +42,6 @@ std::string Compile::QuotedResultLog() const {
   return Quoted(ResultLog(1));
 }
 
-std::string Compile::TextOf(const std::string& resultLog) const {
-  try {
-    return uses_.files.Read(resultLog);
-  } catch (const RuntimeError&) {
-    return {};
-  }
-}
-
 void Compile::AskForCompiler() {
   if (!uses_.window.compilerPath.empty()) return;
   uses_.dialogs.Show({"You need to specify a VB path"});
@@ -164,7 +156,7 @@ CompileEnded Compile::Finish(Going going) {
   } catch (const RuntimeError& error) {
     result.problem = error.Description();
   }
-  if (result.problem.empty()) result.log = TextOf(going.resultLog_);
+  if (result.problem.empty()) result.log = ReadOrEmpty(uses_.files, going.resultLog_);
   if (!result.succeeded) {
     result.failure = PlaceOfFailure(uses_.files, result.path, result.log, result.problem);
   }

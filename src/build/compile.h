@@ -5,7 +5,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "build/compiler_path.h"
 #include "core/activity_log.h"
@@ -107,7 +106,6 @@ class Compile {
   void Judge(Going& going);
   [[nodiscard]] std::string CommandLine(const Going& going, const std::string& folder) const;
   [[nodiscard]] std::string ResultLog(std::size_t place) const;
-  [[nodiscard]] std::string TextOf(const std::string& resultLog) const;
   [[nodiscard]] std::shared_ptr<void> Begin(Task task, bool isFree);
   void RemoveStaleLog(const std::string& resultLog);
 

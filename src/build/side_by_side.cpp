@@ -4,9 +4,11 @@
 #include <chrono>
 #include <utility>
 
-#include "build/run_claims.h"
 #include "build/run_uses.h"
-#include "core/text.h"
+#include "core/file_tools.h"
+#include "freshness/project_sources.h"
+#include "platform/code_page.h"
+#include "platform/windows_path.h"
 
 namespace gorbex {
 namespace {
@@ -24,6 +26,25 @@ class LogLines {
   std::string* before_;
 };
 
+// The claims are the built file, the folder of the project file, and those of its sources: the
+// compiler leaves work files beside them. Without sources when the project file cannot be read.
+void AddClaims(ScheduledProject& scheduled, const clsMember& project, const std::string& folder,
+               const FileReader& files) {
+  const std::string own = StripPath(project.path);
+  const ProjectSources sources = ReadSources(ReadOrEmpty(files, project.path));
+  scheduled.writes = LowerCase(BuiltFile(project, folder));
+  if (!sources.compatibleBinary.empty()) {
+    scheduled.reads = LowerCase(ResolvedPath(own, sources.compatibleBinary));
+  }
+  std::vector<std::string>& claims = scheduled.claims;
+  claims = {scheduled.writes, LowerCase(own)};
+  for (const std::string& source : sources.members) {
+    claims.push_back(LowerCase(StripPath(ResolvedPath(own, source))));
+  }
+  std::ranges::sort(claims);
+  claims.erase(std::ranges::unique(claims).begin(), claims.end());
+}
+
 }  // namespace
 
 RunSchedule ScheduleOf(const frmBuilder& window, const GroupDependency& group,
@@ -35,10 +56,7 @@ RunSchedule ScheduleOf(const frmBuilder& window, const GroupDependency& group,
     const clsMember* member = window.ProjectMembers.Find(paths[i]);
     if (member == nullptr) continue;
     projects[i].uses = std::move(uses[i]);
-    RunClaims claims = ClaimsOf(*member, window.buildDirectory, files);
-    projects[i].claims = std::move(claims.exclusive);
-    projects[i].writes = std::move(claims.writes);
-    projects[i].reads = std::move(claims.reads);
+    AddClaims(projects[i], *member, window.buildDirectory, files);
     projects[i].lastDuration = freshness.LastDuration(*member, window.buildDirectory);
   }
   return RunSchedule(std::move(projects));
@@ -105,7 +123,7 @@ bool SideBySide::Begins(Procedure& on, Building& next) {
 std::size_t SideBySide::FreePlace() const {
   std::size_t place = 1;
   const auto isTaken = [&](const Building& building) { return building.place == place; };
-  while (std::any_of(building_.begin(), building_.end(), isTaken)) ++place;
+  while (std::ranges::any_of(building_, isTaken)) ++place;
   return place;
 }
 
@@ -114,7 +132,7 @@ SideBySide::Building SideBySide::AwaitOne() {
   constexpr std::chrono::milliseconds kPatience{3};
   const auto hasEnded = [](const Building& building) { return building.build->HasEnded({}); };
   for (;;) {
-    auto ended = std::find_if(building_.begin(), building_.end(), hasEnded);
+    auto ended = std::ranges::find_if(building_, hasEnded);
     if (ended == building_.end() && building_.front().build->HasEnded(kPatience)) {
       ended = building_.begin();
     }

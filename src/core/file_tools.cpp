@@ -1,6 +1,10 @@
 #include "core/file_tools.h"
 
+#include <algorithm>
 #include <chrono>
+
+#include "core/text.h"
+#include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
@@ -26,10 +30,33 @@ std::string GetFileFromPath(std::string_view path) {
   return std::string(path.substr(path.rfind('\\') + 1));
 }
 
+std::string FileNames(const std::vector<std::string>& paths) {
+  constexpr std::size_t kShown = 3;
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < paths.size() && i < kShown; ++i) {
+    const std::string name = GetFileFromPath(paths[i]);
+    const bool isKnown = std::ranges::find(names, name) != names.end();
+    names.push_back(isKnown ? paths[i] : name);
+  }
+  std::string text = Joined(names);
+  if (paths.size() > kShown) {
+    text.append(" and ").append(Counted(paths.size() - kShown, "other", "others"));
+  }
+  return text;
+}
+
 std::string JoinPath(std::string_view folder, std::string_view name) {
   std::string path(folder);
   if (!path.ends_with('\\')) path += '\\';
   return path.append(name);
+}
+
+std::string ReadOrEmpty(const FileReader& files, const std::string& path) {
+  try {
+    return files.Read(path);
+  } catch (const RuntimeError&) {
+    return {};
+  }
 }
 
 CivilTime ToCivil(FileTime time) {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/file_system.h"
@@ -14,8 +15,14 @@ namespace gorbex {
 /// The text after the last "\"; the whole text when there is none.
 [[nodiscard]] std::string GetFileFromPath(std::string_view path);
 
+/// The file names of paths: the first three, and how many others there are.
+[[nodiscard]] std::string FileNames(const std::vector<std::string>& paths);
+
 /// A folder and a file name with exactly one "\" between them.
 [[nodiscard]] std::string JoinPath(std::string_view folder, std::string_view name);
+
+/// The whole file; empty when it cannot be read.
+[[nodiscard]] std::string ReadOrEmpty(const FileReader& files, const std::string& path);
 
 /// A file time as a calendar's, in Coordinated Universal Time.
 [[nodiscard]] CivilTime ToCivil(FileTime time);

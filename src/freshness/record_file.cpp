@@ -4,6 +4,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "core/file_tools.h"
 #include "platform/code_page.h"
 #include "platform/runtime_error.h"
 
@@ -35,15 +36,10 @@ void RecordFile::Follow() {
 }
 
 void RecordFile::Load() {
-  text_.clear();
+  text_ = ReadOrEmpty(files_, path_);
   places_.clear();
   shared_.clear();
   inForce_ = sharedBytes_ = 0;
-  try {
-    if (FileExists(files_, path_)) text_ = files_.Read(path_);
-  } catch (const RuntimeError&) {
-    return;  // what cannot be read was never built
-  }
   TakeLines(0);
 }
 
@@ -62,8 +58,7 @@ void RecordFile::TakeLine(std::size_t start, std::size_t size) {
   if (!key) return TakeShared(line);
   auto& places = places_[LowerCase(key->project)];
   std::string output = LowerCase(key->output);
-  const auto old = std::find_if(places.begin(), places.end(),
-                                [&](const Place& place) { return place.output == output; });
+  const auto old = std::ranges::find(places, output, &Place::output);
   if (old != places.end()) {
     Forget(places, old);
   } else if (places.size() == kMostPlaces) {
@@ -100,9 +95,7 @@ std::optional<BuildRecord> RecordFile::Find(const std::string& project, const st
   Follow();
   const auto found = places_.find(LowerCase(project));
   if (found == places_.end()) return std::nullopt;
-  const std::string wanted = LowerCase(output);
-  const auto place = std::find_if(found->second.begin(), found->second.end(),
-                                  [&](const Place& each) { return each.output == wanted; });
+  const auto place = std::ranges::find(found->second, LowerCase(output), &Place::output);
   if (place == found->second.end()) return std::nullopt;
   auto record = RecordOf(std::string_view(text_).substr(place->start, place->size),
                          [this](LineId id) { return SharedWith(id); });
@@ -147,8 +140,7 @@ void RecordFile::CompactWhenLong() {
   if (text_.size() - sharedBytes_ <= 2 * inForce_ + kSmall) return;
   Places all;
   for (const auto& [project, places] : places_) all.insert(all.end(), places.begin(), places.end());
-  std::sort(all.begin(), all.end(),
-            [](const Place& one, const Place& other) { return one.start < other.start; });
+  std::ranges::sort(all, {}, &Place::start);
   std::string lines;
   std::unordered_set<LineId> written;
   for (const Place& place : all) {
