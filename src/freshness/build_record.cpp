@@ -4,8 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "freshness/record_number.h"
-
 namespace gorbex {
 namespace {
 
@@ -37,6 +35,50 @@ std::string Unescaped(std::string_view text) {
     plain += isEscape ? kSpecial[static_cast<std::size_t>(text[++i] - '0')] : text[i];
   }
   return plain;
+}
+
+// Numbers have digits of 6 bits each, the highest first, and at most so many.
+constexpr std::size_t kFullDigits = 11;
+constexpr unsigned kBits = 6;
+constexpr std::uint64_t kMask = 63;
+constexpr std::string_view kDigits =
+    "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz-_";
+constexpr std::int8_t kNoDigit = -1;
+
+constexpr std::array<std::int8_t, 256> kValues = [] {
+  std::array<std::int8_t, 256> values{};
+  for (auto& value : values) value = kNoDigit;
+  for (std::size_t i = 0; i < kDigits.size(); ++i) {
+    values[static_cast<unsigned char>(kDigits[i])] = static_cast<std::int8_t>(i);
+  }
+  return values;
+}();
+
+std::string FullNumber(std::uint64_t number) {
+  std::string digits(kFullDigits, kDigits[0]);
+  for (auto digit = digits.rbegin(); number > 0; ++digit, number >>= kBits) {
+    *digit = kDigits[number & kMask];
+  }
+  return digits;
+}
+
+// Without leading zeros; one digit for 0.
+std::string ShortNumber(std::uint64_t number) {
+  const std::string digits = FullNumber(number);
+  const auto first = digits.find_first_not_of(kDigits[0]);
+  return first == std::string::npos ? digits.substr(kFullDigits - 1) : digits.substr(first);
+}
+
+// Nothing for an empty text, one that is too long, and one with other characters.
+std::optional<std::uint64_t> NumberIn(std::string_view digits) {
+  if (digits.empty() || digits.size() > kFullDigits) return std::nullopt;
+  std::uint64_t number = 0;
+  for (const char digit : digits) {
+    const auto value = kValues[static_cast<unsigned char>(digit)];
+    if (value == kNoDigit) return std::nullopt;
+    number = number << kBits | static_cast<std::uint64_t>(value);
+  }
+  return number;
 }
 
 /// Takes a text apart, field by field.
