@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "check/wording.h"
-
 namespace gorbex {
 
 Finding ByFolder::Joined(Findings& entries) const {
@@ -14,8 +12,8 @@ Finding ByFolder::Joined(Findings& entries) const {
     for (const std::string& project : entry.projects) joined.Concern(project);
   }
   auto& projects = joined.projects;
-  std::sort(projects.begin(), projects.end());
-  projects.erase(std::unique(projects.begin(), projects.end()), projects.end());
+  std::ranges::sort(projects);
+  projects.erase(std::ranges::unique(projects).begin(), projects.end());
   joined.subject = StripPath(files.front());
   joined.text = std::to_string(files.size()) + " " + manyText_ + " in " + joined.subject + ": " +
                 FileNames(files);

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "check/wording.h"
 #include "core/file_tools.h"
+#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex {
@@ -14,13 +14,6 @@ std::string SortText(const Finding& finding, std::size_t column) {
   if (column == check_column::kText) return LowerCase(finding.text);
   if (column == check_column::kRemedy) return LowerCase(finding.remedy);
   return LowerCase(GetFileFromPath(finding.file));
-}
-
-// Where the finding is: a file and a line in it.
-std::string PlaceOf(const Finding& finding) {
-  std::string place = GetFileFromPath(finding.file);
-  if (finding.line) place += ":" + std::to_string(*finding.line);
-  return place;
 }
 
 std::string NoteOf(const Finding& finding) {
@@ -56,26 +49,15 @@ void CheckList::TellOfNew() {
 }
 
 std::string CheckList::ProblemsAtStart() const {
-  std::string problem;
-  CheckSelection selection = Selection(problem);
+  CheckSelection selection = SelectionBeside(files_, window_.fileName);
   selection.isQuick = true;
   const auto errors = ErrorsIn(check_.RunOpen(selection));
   return errors == 0 ? "" : Counted(errors, "problem", "problems") + ": Check...";
 }
 
-// A line of the list of ignored checks that cannot be understood ignores nothing.
-CheckSelection CheckList::Selection(std::string& problem) const {
-  CheckSelection selection;
-  if (window_.fileName.empty()) return selection;
-  auto [ids, problems] = IgnoredIn(files_, StripPath(window_.fileName));
-  selection.ignored = std::move(ids);
-  if (!problems.empty()) problem = problems.front();
-  return selection;
-}
-
 void CheckList::Refresh() {
   std::string problem;
-  findings_ = check_.RunOpen(Selection(problem));
+  findings_ = check_.RunOpen(SelectionBeside(files_, window_.fileName, &problem));
   sortedBy_ = static_cast<std::size_t>(-1);
   ShowRows();
   const std::string summary = SummaryOf(findings_);
@@ -87,8 +69,8 @@ void CheckList::ShowRows() {
   list.Clear();
   for (const Finding& finding : findings_) {
     const bool isError = finding.severity == Severity::Error;
-    ListRow& row =
-        list.Add("", PlaceOf(finding), isError ? Image::BuildError : Image::ProjectWarning);
+    ListRow& row = list.Add("", WithLine(GetFileFromPath(finding.file), finding.line),
+                            isError ? Image::BuildError : Image::ProjectWarning);
     row.SetSubItem(check_column::kText, finding.text);
     row.SetSubItem(check_column::kRemedy, std::string(finding.remedy));
     row.SetNote(NoteOf(finding));
@@ -101,11 +83,11 @@ void CheckList::ShowRows() {
 void CheckList::SortBy(std::size_t column) {
   isReversed_ = column == sortedBy_ && !isReversed_;
   sortedBy_ = column;
-  std::stable_sort(findings_.begin(), findings_.end(), [&](const Finding& a, const Finding& b) {
-    const auto left = SortText(a, column);
-    const auto right = SortText(b, column);
-    return isReversed_ ? right < left : left < right;
-  });
+  const auto text = [&](const Finding& finding) { return SortText(finding, column); };
+  const auto isBefore = [&](const std::string& a, const std::string& b) {
+    return isReversed_ ? b < a : a < b;
+  };
+  std::ranges::stable_sort(findings_, isBefore, text);
   ShowRows();
 }
 

@@ -36,7 +36,6 @@ class CheckList {
   void Activate();
   void Offer();
   [[nodiscard]] const Finding* Selected() const;
-  [[nodiscard]] CheckSelection Selection(std::string& problem) const;
 
   frmCheck& form_;
   const frmBuilder& window_;

@@ -1,9 +1,11 @@
 #include "check/check_selection.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/file_tools.h"
 #include "core/text.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -12,15 +14,7 @@ constexpr std::size_t kMostProblems = 5;
 constexpr std::size_t kShownLetters = 40;
 
 bool Contains(const std::vector<std::string>& ids, std::string_view id) {
-  return std::find(ids.begin(), ids.end(), id) != ids.end();
-}
-
-std::string_view Stripped(std::string_view line) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  line = line.substr(0, line.find('#'));
-  const auto first = line.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
+  return std::ranges::find(ids, id) != ids.end();
 }
 
 }  // namespace
@@ -44,7 +38,7 @@ IgnoredChecks IgnoredIn(const FileReader& files, const std::string& folder) {
   std::size_t number = 0;
   for (const auto line : Split(text, '\n')) {
     ++number;
-    const auto id = Stripped(line);
+    const auto id = Trimmed(line.substr(0, line.find('#')));
     if (id.empty()) continue;
     if (FindCheck(id) != nullptr) {
       found.ids.emplace_back(id);
@@ -54,6 +48,14 @@ IgnoredChecks IgnoredIn(const FileReader& files, const std::string& folder) {
     }
   }
   return found;
+}
+
+CheckSelection SelectionBeside(const FileReader& files, const std::string& buildProject,
+                               std::string* problem) {
+  if (buildProject.empty()) return {};
+  auto [ids, problems] = IgnoredIn(files, StripPath(buildProject));
+  if (problem != nullptr && !problems.empty()) *problem = problems.front();
+  return {{}, std::move(ids)};
 }
 
 }  // namespace gorbex

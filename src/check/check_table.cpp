@@ -78,8 +78,7 @@ const std::vector<Check>& AllChecks() {
 
 const Check* FindCheck(std::string_view id) {
   const auto& all = AllChecks();
-  const auto found =
-      std::find_if(all.begin(), all.end(), [&](const Check& check) { return check.id == id; });
+  const auto found = std::ranges::find(all, id, &Check::id);
   return found == all.end() ? nullptr : &*found;
 }
 

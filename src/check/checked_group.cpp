@@ -14,7 +14,7 @@
 namespace gorbex {
 
 const ProjectLine* CheckedProject::Line(std::string_view key) const {
-  const auto found = std::find_if(lines.begin(), lines.end(), [&](const ProjectLine& line) {
+  const auto found = std::ranges::find_if(lines, [&](const ProjectLine& line) {
     return line.kind == ProjectLine::Kind::Other && EqualsIgnoringCase(line.key, key);
   });
   return found == lines.end() ? nullptr : &*found;
@@ -84,8 +84,7 @@ void CheckedGroup::TakeUnread(const std::string& path) {
 void CheckedGroup::TakeQueue() {
   const auto& rows = uses_.window.lvwQueue.Rows();
   if (rows.empty()) scope_.hasQueue = false;
-  const bool anyChecked =
-      std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row->Checked(); });
+  const bool anyChecked = std::ranges::any_of(rows, [](const auto& row) { return row->Checked(); });
   std::unordered_map<std::string_view, std::size_t> places;
   for (const auto& row : rows) {
     places.emplace(row->SubItem(queue_column::kProject), places.size() + 1);

@@ -24,7 +24,7 @@ std::string_view WithoutLibraryNumber(std::string_view path) {
   const auto last = path.rfind('\\');
   if (last == std::string_view::npos || last + 1 == path.size()) return path;
   const auto number = path.substr(last + 1);
-  return std::all_of(number.begin(), number.end(), IsDigit) ? path.substr(0, last) : path;
+  return std::ranges::all_of(number, IsDigit) ? path.substr(0, last) : path;
 }
 
 std::string_view ComponentFileOf(std::string_view value) {

@@ -32,25 +32,13 @@ void Judge(CheckedSource& source, const DiskNames::Entry* entry) {
   source.problem = "it is a folder";
 }
 
-/// Knows each file by its entry in its folder, and by its path only where there is none.
-class SourceNumbers {
- public:
-  /// The number of an earlier source that is the same file, else the next one.
-  std::size_t NumberOf(const std::string& path, const DiskNames::Entry* entry, std::size_t next) {
-    return entry != nullptr ? found_.try_emplace(entry, next).first->second
-                            : missing_.try_emplace(LowerCase(path), next).first->second;
-  }
-
- private:
-  std::unordered_map<const DiskNames::Entry*, std::size_t> found_;
-  std::unordered_map<std::string, std::size_t> missing_;
-};
-
 }  // namespace
 
 std::deque<CheckedSource> SourcesOf(CheckedGroup& group, bool readsThem) {
   std::deque<CheckedSource> sources;
-  SourceNumbers numbers;
+  // The numbers of the files: by entry in their folder, and by path only where there is none.
+  std::unordered_map<const DiskNames::Entry*, std::size_t> found;
+  std::unordered_map<std::string, std::size_t> missing;
   for (const CheckedProject& project : group.Projects()) {
     for (const ProjectLine& line : project.lines) {
       const bool isText = line.kind == ProjectLine::Kind::Source;
@@ -58,7 +46,9 @@ std::deque<CheckedSource> SourcesOf(CheckedGroup& group, bool readsThem) {
       if (line.value.empty()) continue;
       std::string path = ResolvedPath(project.folder, line.value);
       const DiskNames::Entry* entry = group.Disk().Find(path);
-      const std::size_t number = numbers.NumberOf(path, entry, sources.size());
+      const std::size_t number =
+          entry != nullptr ? found.try_emplace(entry, sources.size()).first->second
+                           : missing.try_emplace(LowerCase(path), sources.size()).first->second;
       if (number == sources.size()) {
         CheckedSource& source = sources.emplace_back();
         source.path = std::move(path);

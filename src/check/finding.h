@@ -42,4 +42,17 @@ struct Finding {
 
 using Findings = std::vector<Finding>;
 
+/// A finding on one project.
+[[nodiscard]] inline Finding FindingIn(const std::string& project, const std::string& subject,
+                                       const std::string& text,
+                                       std::optional<std::size_t> line = {}) {
+  return {.file = project, .line = line, .subject = subject, .projects = {project}, .text = text};
+}
+
+/// Such as "Core.vbp:12"; only the file where no line is meant.
+[[nodiscard]] inline std::string WithLine(const std::string& file,
+                                          std::optional<std::size_t> line) {
+  return line ? file + ":" + std::to_string(*line) : file;
+}
+
 }  // namespace gorbex

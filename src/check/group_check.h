@@ -6,23 +6,19 @@
 
 namespace gorbex {
 
-/// The findings of the wanted checks: errors first, each kind in the order of the table, sorted by
-/// file and line.
-[[nodiscard]] Findings FindingsOf(CheckedGroup& group, const CheckSelection& selection);
-
 /// Finds what would make a run of the open build project fail or harm. Changes nothing.
 class GroupCheck {
  public:
   explicit GroupCheck(const CheckedGroup::Uses& uses) : uses_(uses) {}
 
+  /// The findings of the wanted checks: errors first, each kind in the order of the table, sorted
+  /// by file and line.
   [[nodiscard]] Findings Run(CheckedGroup::Scope scope, const CheckSelection& selection) const;
 
   /// As Run, for the open build project with its file's own projects.
   [[nodiscard]] Findings RunOpen(const CheckSelection& selection) const;
 
  private:
-  [[nodiscard]] std::vector<std::string> NamedProjects() const;
-
   CheckedGroup::Uses uses_;
 };
 

@@ -8,12 +8,9 @@ void LookForLetterCase(CheckedGroup& group, Findings& found) {
   for (const CheckedSource& source : group.Sources()) {
     if (source.other.empty()) continue;
     const auto& use = source.uses.front();
-    found.push_back(
-        {.file = use.project->path,
-         .line = use.line,
-         .subject = source.path,
-         .projects = {use.project->path},
-         .text = source.path + " exists twice; the other file's name is " + source.other});
+    found.push_back(FindingIn(
+        use.project->path, source.path,
+        source.path + " exists twice; the other file's name is " + source.other, use.line));
   }
 }
 

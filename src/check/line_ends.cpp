@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "check/checks.h"
-#include "check/wording.h"
 #include "core/project_file.h"
+#include "core/text.h"
 
 namespace gorbex {
 namespace {
@@ -38,14 +38,11 @@ void CheckSources(CheckedGroup& group, Findings& found) {
     if (source.lineEnds.empty()) continue;
     if (paths.empty()) problem = source.lineEnds;
     paths.push_back(source.path);
-    for (const auto& use : source.uses) {
-      finding.Concern(use.project->path);
-    }
+    for (const auto& use : source.uses) finding.Concern(use.project->path);
   }
   if (paths.empty()) return;
-  std::sort(finding.projects.begin(), finding.projects.end());
-  const auto end = std::unique(finding.projects.begin(), finding.projects.end());
-  finding.projects.erase(end, finding.projects.end());
+  std::ranges::sort(finding.projects);
+  finding.projects.erase(std::ranges::unique(finding.projects).begin(), finding.projects.end());
   finding.file = paths.front();
   finding.subject = "sources";
   finding.text = paths.size() == 1 ? problem + "; the compiler wants CR LF"

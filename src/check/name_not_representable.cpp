@@ -13,7 +13,7 @@ constexpr std::size_t kLongestPath = 259;
 bool IsDeviceName(std::string_view fileName) {
   static constexpr std::array<std::string_view, 4> kDevices = {"con", "prn", "aux", "nul"};
   const std::string name = LowerCase(fileName.substr(0, fileName.find('.')));
-  if (std::find(kDevices.begin(), kDevices.end(), name) != kDevices.end()) return true;
+  if (std::ranges::find(kDevices, name) != kDevices.end()) return true;
   const bool isPort = name.starts_with("com") || name.starts_with("lpt");
   return isPort && name.size() == 4 && name[3] >= '1' && name[3] <= '9';
 }
@@ -35,30 +35,20 @@ std::string ProblemOf(const std::string& path) {
 void LookForNameNotRepresentable(CheckedGroup& group, Findings& found) {
   for (const auto& [path, reason, hasImpossibleName] : group.UnreadProjects()) {
     if (!hasImpossibleName) continue;
-    found.push_back({.file = path,
-                     .subject = path,
-                     .projects = {path},
-                     .text = "the name holds a character that is not in the system's code page, or "
-                             "in no Windows path"});
+    found.push_back(FindingIn(path, path,
+                              "the name holds a character that is not in the system's code page, "
+                              "or in no Windows path"));
   }
   for (const CheckedProject& project : group.Projects()) {
     const std::string problem = ProblemOf(project.path);
-    if (problem.empty()) continue;
-    found.push_back({.file = project.path,
-                     .subject = project.path,
-                     .projects = {project.path},
-                     .text = problem});
+    if (!problem.empty()) found.push_back(FindingIn(project.path, project.path, problem));
   }
   for (const CheckedSource& source : group.Sources()) {
     if (source.state == CheckedSource::State::Missing) continue;
     const std::string problem = ProblemOf(source.path);
     if (problem.empty()) continue;
     const auto& use = source.uses.front();
-    found.push_back({.file = use.project->path,
-                     .line = use.line,
-                     .subject = source.path,
-                     .projects = {use.project->path},
-                     .text = problem});
+    found.push_back(FindingIn(use.project->path, source.path, problem, use.line));
   }
 }
 

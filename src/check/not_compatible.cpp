@@ -1,15 +1,8 @@
 #include "check/checks.h"
-#include "check/wording.h"
+#include "core/file_tools.h"
+#include "core/text.h"
 
 namespace gorbex {
-namespace {
-
-// Project compatibility keeps the library's identity: users that are built as well go on working.
-bool Suffers(const CheckedProject& user, bool keepsLibrary) {
-  return !keepsLibrary || !user.isBuilt;
-}
-
-}  // namespace
 
 void LookForNotCompatible(CheckedGroup& group, Findings& found) {
   const clsOptions& options = group.Parts().options;
@@ -21,11 +14,14 @@ void LookForNotCompatible(CheckedGroup& group, Findings& found) {
     const CheckedProject& project = projects[number];
     if (!project.isBuilt || !project.IsComponent() || project.record->BinaryCompat) continue;
     const ProjectLine* line = project.Line("CompatibleMode");
+    // Project compatibility keeps the library's identity: users that are built as well go on
+    // working.
     const bool keepsLibrary = line != nullptr && line->value == "1";
     Finding finding{.file = project.path, .subject = project.path};
     if (line != nullptr) finding.line = line->number;
     for (const std::size_t user : users[number]) {
-      if (Suffers(projects[user], keepsLibrary)) finding.projects.push_back(projects[user].path);
+      const bool suffers = !keepsLibrary || !projects[user].isBuilt;
+      if (suffers) finding.projects.push_back(projects[user].path);
     }
     if (finding.projects.empty()) continue;
     finding.text = "the project gets new identities with each build, and " +

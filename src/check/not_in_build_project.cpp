@@ -2,8 +2,8 @@
 #include <unordered_set>
 
 #include "check/checks.h"
+#include "core/build_project_file.h"
 #include "core/file_tools.h"
-#include "core/pair_reader.h"
 #include "platform/code_page.h"
 #include "platform/file_system.h"
 
@@ -29,7 +29,7 @@ class Neighbours {
       if (HasExtension(entry.name, ".vbp")) {
         projects_.emplace(LowerCase(path), path);
       } else if (HasExtension(entry.name, ".bpf")) {
-        ForgetNamed(path);
+        for (const std::string& named : ProjectsNamedIn(files_, path)) Forget(named);
       }
     }
   }
@@ -45,20 +45,6 @@ class Neighbours {
   }
 
  private:
-  void ForgetNamed(const std::string& buildProject) {
-    try {
-      const std::string text = files_.Read(buildProject);
-      PairReader pairs(text);
-      for (;;) {
-        const auto pair = pairs.Next();
-        if (!pair.has_value()) break;
-        if (EqualsIgnoringCase(pair->key, "project")) Forget(std::string(pair->value));
-      }
-    } catch (const RuntimeError&) {
-      return;  // it names nothing that can be known
-    }
-  }
-
   const FileReader& files_;
   DiskNames& disk_;
   std::unordered_set<std::string> folders_;
@@ -80,10 +66,7 @@ void LookForNotInBuildProject(CheckedGroup& group, Findings& found) {
   }
   for (const auto& unread : group.UnreadProjects()) neighbours.Forget(unread.path);
   for (const std::string& path : neighbours.Left()) {
-    found.push_back({.file = path,
-                     .subject = path,
-                     .projects = {path},
-                     .text = "no build project of the folder names this project"});
+    found.push_back(FindingIn(path, path, "no build project of the folder names this project"));
   }
 }
 

@@ -1,7 +1,6 @@
-
 #include "check/checks.h"
-#include "check/wording.h"
 #include "core/file_tools.h"
+#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex {
@@ -27,19 +26,15 @@ std::vector<std::string> UsersOf(CheckedGroup& group, const std::string& name) {
 void LookForOutputMissing(CheckedGroup& group, Findings& found) {
   for (const CheckedProject& project : group.Projects()) {
     if (project.record->Name.empty()) {
-      found.push_back({.file = project.path,
-                       .subject = project.path,
-                       .projects = {project.path},
-                       .text = "the project has no name"});
+      found.push_back(FindingIn(project.path, project.path, "the project has no name"));
     } else if (project.record->EXEName.empty() && project.IsComponent()) {
       const std::string name = GetFileFromPath(project.output);
       const auto users = UsersOf(group, name);
       if (users.empty()) continue;
-      found.push_back({.file = project.path,
-                       .subject = name,
-                       .projects = {project.path},
-                       .text = "the project does not name its output file; " +
-                               Counted(users.size(), "project uses ", "projects use ") + name});
+      found.push_back(FindingIn(project.path, name,
+                                "the project does not name its output file; " +
+                                    Counted(users.size(), "project uses ", "projects use ") +
+                                    name));
     }
   }
 }

@@ -24,7 +24,7 @@ Kind KindOf(std::string_view key) {
        {"Reference", Kind::Reference},
        {"Object", Kind::Control},
        {"ResFile32", Kind::Resource}}};
-  const auto* found = std::find_if(kKinds.begin(), kKinds.end(), [&](const auto& row) {
+  const auto* found = std::ranges::find_if(kKinds, [&](const auto& row) {
     return row.first.size() == key.size() && EqualsIgnoringCase(row.first, key);
   });
   return found == kKinds.end() ? Kind::Other : found->second;
@@ -45,8 +45,8 @@ std::string_view FileIn(std::string_view value) {
 
 // The set search of the library calls a function for every letter.
 std::size_t LengthOfLine(std::string_view text) {
-  const auto* end = std::find_if(text.begin(), text.end(),
-                                 [](char letter) { return letter == '\r' || letter == '\n'; });
+  const auto* end =
+      std::ranges::find_if(text, [](char letter) { return letter == '\r' || letter == '\n'; });
   return static_cast<std::size_t>(end - text.begin());
 }
 

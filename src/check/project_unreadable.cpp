@@ -5,10 +5,7 @@ namespace gorbex {
 void LookForProjectUnreadable(CheckedGroup& group, Findings& found) {
   for (const auto& [path, reason, hasImpossibleName] : group.UnreadProjects()) {
     if (hasImpossibleName) continue;
-    found.push_back({.file = path,
-                     .subject = path,
-                     .projects = {path},
-                     .text = "the project cannot be read: " + reason});
+    found.push_back(FindingIn(path, path, "the project cannot be read: " + reason));
   }
 }
 

@@ -17,9 +17,7 @@ namespace gorbex {
                   .line = uses.front()->line,
                   .subject = reference.name,
                   .text = text};
-  for (const auto* use : uses) {
-    finding.Concern(use->project->path);
-  }
+  for (const auto* use : uses) finding.Concern(use->project->path);
   finding.TellNumber("use it");
   return finding;
 }

@@ -1,5 +1,6 @@
 #include "check/checks.h"
 #include "check/reference_finding.h"
+#include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/windows_path.h"
@@ -14,19 +15,11 @@ std::string Comparable(const std::string& path) {
   return text;
 }
 
-std::string ContentsOf(const FileReader& files, const std::string& path) {
-  try {
-    return files.Read(path);
-  } catch (const RuntimeError&) {
-    return {};
-  }
-}
-
 bool HoldTheSame(const FileReader& files, const std::string& one, const std::string& other) {
   const auto left = files.Look(one);
   const auto right = files.Look(other);
   if (!left || !right || left->size != right->size) return false;
-  return ContentsOf(files, one) == ContentsOf(files, other);
+  return ReadOrEmpty(files, one) == ReadOrEmpty(files, other);
 }
 
 // The file that a project means, where that can be told.

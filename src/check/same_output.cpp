@@ -1,7 +1,7 @@
 #include <map>
 
 #include "check/checks.h"
-#include "check/wording.h"
+#include "core/file_tools.h"
 #include "platform/code_page.h"
 
 namespace gorbex {

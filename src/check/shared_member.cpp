@@ -12,8 +12,8 @@ void LookForSharedMember(CheckedGroup& group, Findings& found) {
   for (const CheckedSource& source : group.Sources()) {
     const auto& uses = source.uses;
     const auto isBuilt = [](const CheckedSource::Use& use) { return use.project->isBuilt; };
-    const auto built = std::find_if(uses.begin(), uses.end(), isBuilt);
-    const auto left = std::find_if_not(uses.begin(), uses.end(), isBuilt);
+    const auto built = std::ranges::find_if(uses, isBuilt);
+    const auto left = std::ranges::find_if_not(uses, isBuilt);
     if (built == uses.end() || left == uses.end()) continue;
     Finding& finding = found.emplace_back();
     finding.file = left->project->path;

@@ -1,6 +1,6 @@
 #include "check/checks.h"
-#include "check/wording.h"
 #include "core/file_tools.h"
+#include "core/text.h"
 
 namespace gorbex {
 

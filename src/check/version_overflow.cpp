@@ -49,12 +49,8 @@ void LookForVersionOverflow(CheckedGroup& group, Findings& found) {
   for (const CheckedProject& project : group.Projects()) {
     const std::string problem = project.isBuilt ? ProblemOf(project, !wanted.empty()) : "";
     if (problem.empty()) continue;
-    Finding& finding = found.emplace_back();
-    finding.file = project.path;
-    if (const ProjectLine* line = project.Line("RevisionVer")) finding.line = line->number;
-    finding.subject = VersionOf(project);
-    finding.projects = {project.path};
-    finding.text = problem;
+    found.push_back(FindingIn(project.path, VersionOf(project), problem));
+    if (const ProjectLine* line = project.Line("RevisionVer")) found.back().line = line->number;
   }
 }
 

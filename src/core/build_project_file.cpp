@@ -44,6 +44,17 @@ std::optional<std::string> BuildProjectProblem(std::string_view text) {
   return "no build project file";
 }
 
+std::vector<std::string> ProjectsNamedIn(const FileReader& files, const std::string& buildProject) {
+  const std::string text = ReadOrEmpty(files, buildProject);
+  std::vector<std::string> named;
+  PairReader pairs(text);
+  for (;;) {
+    const auto pair = pairs.Next();
+    if (!pair.has_value()) return named;
+    if (EqualsIgnoringCase(pair->key, "project")) named.emplace_back(pair->value);
+  }
+}
+
 // Nothing when the file could not be read or is refused: without its text there is nothing to go on
 // with.
 std::optional<std::string> BuildProjectFile::ReadFile(Procedure& on, const std::string& path) {

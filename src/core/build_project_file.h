@@ -25,6 +25,11 @@ namespace gorbex {
 /// line, and saving would lose it. Nothing when it looks sound.
 [[nodiscard]] std::optional<std::string> BuildProjectProblem(std::string_view text);
 
+/// The projects that a build project file names, whether they can be loaded or not; none when it
+/// cannot be read.
+[[nodiscard]] std::vector<std::string> ProjectsNamedIn(const FileReader& files,
+                                                       const std::string& buildProject);
+
 /// Loads and saves build project files (.bpf) and keeps the list of recent ones.
 class BuildProjectFile {
  public:
