@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,17 +33,8 @@ struct FileChoice {
 /// The answer that changes nothing and ends the asking command, for a front end that nobody
 /// watches.
 [[nodiscard]] constexpr Answer SafeAnswer(Buttons buttons) {
-  switch (buttons) {
-    case Buttons::Ok:
-      return Answer::Ok;
-    case Buttons::OkCancel:
-      return Answer::Cancel;
-    case Buttons::YesNo:
-      return Answer::No;
-    case Buttons::AbortRetryIgnore:
-      return Answer::Abort;
-  }
-  return Answer::Cancel;
+  constexpr Answer kSafe[] = {Answer::Ok, Answer::Cancel, Answer::No, Answer::Abort};
+  return kSafe[static_cast<std::size_t>(buttons)];
 }
 
 /// Everything the program asks or tells its user modally. Texts are code-page bytes; a choice that

@@ -14,19 +14,11 @@ std::string ReasonOf(const ProjectSkipped& skipped) {
 }
 
 std::string_view ProblemOf(const RunEnded& end) {
-  switch (end.result) {
-    case RunResult::Refused:
-    case RunResult::KeptReferences:
-      return "the run was refused at a question";
-    case RunResult::NoCompiler:
-      return "there is no compiler";
-    case RunResult::Aborted:
-      return "the run was aborted at an error";
-    case RunResult::Stopped:
-      return "the run was stopped before its end";
-    case RunResult::Finished:
-      break;
-  }
+  static constexpr std::string_view kEarly[] = {
+      "the run was refused at a question", "the run was refused at a question",
+      "there is no compiler", "the run was aborted at an error",
+      "the run was stopped before its end"};
+  if (end.result != RunResult::Finished) return kEarly[static_cast<std::size_t>(end.result)];
   return end.unamended.empty() ? "" : "project files could not be changed as asked";
 }
 

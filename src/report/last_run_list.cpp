@@ -16,22 +16,10 @@ using std::chrono::milliseconds;
 namespace {
 
 Image IconOf(ProjectResult state) {
-  switch (state) {
-    case ProjectResult::Waiting:
-    case ProjectResult::NotBuilt:
-      return Image::VbProject;
-    case ProjectResult::Building:
-      return Image::Building;
-    case ProjectResult::Built:
-      return Image::BuildOk;
-    case ProjectResult::Failed:
-      return Image::BuildError;
-    case ProjectResult::UpToDate:
-      return Image::UpToDate;
-    case ProjectResult::Skipped:
-      return Image::ProjectWarning;
-  }
-  return Image::None;
+  static constexpr Image kIcons[] = {Image::VbProject,  Image::Building, Image::BuildOk,
+                                     Image::BuildError, Image::UpToDate, Image::ProjectWarning,
+                                     Image::VbProject};
+  return kIcons[static_cast<std::size_t>(state)];
 }
 
 std::string ReportName(const std::string& buildProject) {

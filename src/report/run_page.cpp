@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <initializer_list>
-#include <utility>
 
 #include "core/file_tools.h"
 #include "platform/code_page.h"
@@ -140,6 +139,12 @@ std::string MessagesSection(const RunReport& report) {
 // Nothing jumps to a line from a page, so that none is made up.
 std::string PlaceText(const FailurePlace& place) {
   return place.file + (place.line ? FailureText(place) : ": error: " + place.text);
+}
+
+// Without empty lines at the ends.
+std::string_view CompilerWords(const Project& project) {
+  const std::string_view words = Trimmed(project.log);
+  return words.empty() ? std::string_view("the compiler wrote an empty result log") : words;
 }
 
 std::string FailuresSection(const RunReport& report) {
@@ -278,10 +283,6 @@ std::string SkippedSection(const RunReport& report) {
          (isEmpty ? Paragraph("Every project of the run was built or failed.") : table.End());
 }
 
-std::string PlaceOf(const Finding& finding) {
-  return finding.file + (finding.line ? ":" + std::to_string(*finding.line) : "");
-}
-
 std::string CheckSection(const RunReport& report) {
   std::string markup = Heading(2, "Check");
   if (!report.findings) {
@@ -295,7 +296,7 @@ std::string CheckSection(const RunReport& report) {
     const std::string severity(NameOf(finding.severity));
     table.Add(Cell(severity, "state " + severity) +
               Cell(finding.text + " [" + std::string(finding.id) + "]") + Cell(finding.remedy) +
-              Cell(PlaceOf(finding), "extra"));
+              Cell(WithLine(finding.file, finding.line), "extra"));
   }
   return markup + table.End();
 }
@@ -303,9 +304,8 @@ std::string CheckSection(const RunReport& report) {
 // Without the characters that would steer a terminal that the page's source is shown on.
 std::string CommandMarkup(const std::string& utf8) {
   std::string text = IsUtf8(utf8) ? utf8 : Plain(FromUtf8Roughly(utf8));
-  std::replace_if(
-      text.begin(), text.end(), [](char byte) { return byte >= 0 && (byte < ' ' || byte == 0x7F); },
-      ' ');
+  const auto isControl = [](char byte) { return byte >= 0 && (byte < ' ' || byte == 0x7F); };
+  std::ranges::replace_if(text, isControl, ' ');
   return MarkupUtf8(text);
 }
 

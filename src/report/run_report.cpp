@@ -7,7 +7,6 @@
 #include "analysis/group_layout.h"
 #include "analysis/group_svg.h"
 #include "build/run_uses.h"
-#include "core/file_tools.h"
 #include "report/run_words.h"
 
 namespace gorbex {
@@ -21,17 +20,11 @@ RunReport ReportMaker::Of(const RunRecord& record, const RunTerms& terms,
   report.timeline = TimelineOf(report.record, report.uses, record.End().duration);
   report.isCheckedBefore = report.findings.has_value();
   if (parts_.window.fileName != terms.file) return report;
-  if (!report.findings) report.findings = FindingsNow();
+  if (!report.findings) {
+    report.findings = parts_.check.RunOpen(SelectionBeside(parts_.files, terms.file));
+  }
   report.picture = Picture(report.record);
   return report;
-}
-
-// A list of ignored checks with lines that name none is used as far as it can be understood.
-std::optional<Findings> ReportMaker::FindingsNow() const {
-  const std::string& file = parts_.window.fileName;
-  CheckSelection selection;
-  if (!file.empty()) selection.ignored = IgnoredIn(parts_.files, StripPath(file)).ids;
-  return parts_.check.RunOpen(selection);
 }
 
 std::string ReportMaker::Picture(const RunRecord& record) const {

@@ -48,7 +48,6 @@ class ReportMaker {
                              const LastRun::Numbers* uses = nullptr) const;
 
  private:
-  [[nodiscard]] std::optional<Findings> FindingsNow() const;
   [[nodiscard]] std::string Picture(const RunRecord& record) const;
 
   Parts parts_;

@@ -11,74 +11,35 @@ namespace gorbex {
 using Outcome = RunRecord::Outcome;
 
 ProjectResult ResultOf(const RunRecord& record, const RunRecord::Project& project) {
-  switch (project.outcome) {
-    case Outcome::Built:
-      return ProjectResult::Built;
-    case Outcome::Failed:
-      return ProjectResult::Failed;
-    case Outcome::UpToDate:
-      return ProjectResult::UpToDate;
-    case Outcome::NotBuilt:
-      break;
-  }
+  if (project.outcome == Outcome::Built) return ProjectResult::Built;
+  if (project.outcome == Outcome::Failed) return ProjectResult::Failed;
+  if (project.outcome == Outcome::UpToDate) return ProjectResult::UpToDate;
   if (project.IsSkipped()) return ProjectResult::Skipped;
   if (record.HasEnded()) return ProjectResult::NotBuilt;
   return project.HasBegun() ? ProjectResult::Building : ProjectResult::Waiting;
 }
 
 std::string_view NameOf(ProjectResult result) {
-  switch (result) {
-    case ProjectResult::Waiting:
-      return "waiting";
-    case ProjectResult::Building:
-      return "building";
-    case ProjectResult::Built:
-      return "built";
-    case ProjectResult::Failed:
-      return "failed";
-    case ProjectResult::UpToDate:
-      return "up to date";
-    case ProjectResult::Skipped:
-      return "skipped";
-    case ProjectResult::NotBuilt:
-      return "not built";
-  }
-  return {};
+  static constexpr std::string_view kNames[] = {"waiting",    "building", "built",    "failed",
+                                                "up to date", "skipped",  "not built"};
+  return kNames[static_cast<std::size_t>(result)];
 }
 
 ProjectState StateOf(ProjectResult result) {
-  switch (result) {
-    case ProjectResult::Waiting:
-    case ProjectResult::NotBuilt:
-      return ProjectState::Checked;
-    case ProjectResult::Building:
-      return ProjectState::Building;
-    case ProjectResult::Built:
-      return ProjectState::Built;
-    case ProjectResult::Failed:
-      return ProjectState::Failed;
-    case ProjectResult::UpToDate:
-      return ProjectState::UpToDate;
-    case ProjectResult::Skipped:
-      return ProjectState::Skipped;
-  }
-  return ProjectState::None;
+  using State = ProjectState;
+  static constexpr State kStates[] = {State::Checked, State::Building, State::Built,
+                                      State::Failed,  State::UpToDate, State::Skipped,
+                                      State::Checked};
+  return kStates[static_cast<std::size_t>(result)];
 }
 
 std::string ReasonText(const RunRecord& record, const RunRecord::Project& project) {
-  switch (ResultOf(record, project)) {
-    case ProjectResult::Waiting:
-      return "";
-    case ProjectResult::Skipped:
-      return project.log;
-    case ProjectResult::NotBuilt:
-      return project.HasBegun() ? "the run ended before its compile did"
-                                : "the run ended before its turn";
-    case ProjectResult::Building:
-    case ProjectResult::Built:
-    case ProjectResult::Failed:
-    case ProjectResult::UpToDate:
-      break;
+  const ProjectResult result = ResultOf(record, project);
+  if (result == ProjectResult::Waiting) return "";
+  if (result == ProjectResult::Skipped) return project.log;
+  if (result == ProjectResult::NotBuilt) {
+    return project.HasBegun() ? "the run ended before its compile did"
+                              : "the run ended before its turn";
   }
   return project.reason.empty() ? "checked for the build" : project.reason;
 }
@@ -131,14 +92,9 @@ std::string SummaryOf(const RunRecord& record, const RunTimeline& timeline) {
     const ProjectResult result = ResultOf(record, project);
     return result != ProjectResult::Waiting && result != ProjectResult::Building;
   };
-  const auto done = std::count_if(projects.begin(), projects.end(), isDone);
+  const auto done = std::ranges::count_if(projects, isDone);
   return std::to_string(done) + " of " + std::to_string(projects.size()) + " done in " +
          TimeText(timeline.length);
-}
-
-std::string_view CompilerWords(const RunRecord::Project& project) {
-  const std::string_view words = Trimmed(project.log);
-  return words.empty() ? std::string_view("the compiler wrote an empty result log") : words;
 }
 
 }  // namespace gorbex

@@ -39,8 +39,4 @@ enum class ProjectResult { Waiting, Building, Built, Failed, UpToDate, Skipped, 
 /// done.
 [[nodiscard]] std::string SummaryOf(const RunRecord& record, const RunTimeline& timeline);
 
-/// The words of a compiler that failed, without empty lines at the ends; its problem where it wrote
-/// none.
-[[nodiscard]] std::string_view CompilerWords(const RunRecord::Project& project);
-
 }  // namespace gorbex
