@@ -9,10 +9,10 @@
 namespace gorbex {
 namespace {
 
-constexpr std::string_view kOptimizationKey = "OptimizationType";
-constexpr std::string_view kDebugInfoKey = "CodeViewDebugInfo";
-constexpr std::int32_t kNotOptimized = 2;
-constexpr std::int32_t kWithDebugInfo = -1;
+constexpr std::array<std::string_view, 2> kKeys = {"OptimizationType", "CodeViewDebugInfo"};
+
+// Not optimized, with debug information.
+constexpr std::array<std::int32_t, 2> kDebugValues = {2, -1};
 
 }  // namespace
 
@@ -29,17 +29,16 @@ bool DebugBuild::IsWanted() const {
 }
 
 void DebugBuild::Set(Procedure& on) {
-  const auto read = [&](std::string_view key) { return on([&] { return Present(key); }); };
-  const Values kept{read(kOptimizationKey), read(kDebugInfoKey)};
+  Values kept;
   Values wanted;
   std::vector<ReplacedValue> replaced;
-  const auto replace = [&](std::string_view key, std::optional<std::int32_t> before,
-                           std::int32_t during) {
-    if (before) replaced.push_back({std::string(key), *before, during});
-    return before ? std::optional(during) : std::nullopt;
-  };
-  wanted.optimization = replace(kOptimizationKey, kept.optimization, kNotOptimized);
-  wanted.debugInfo = replace(kDebugInfoKey, kept.debugInfo, kWithDebugInfo);
+  for (std::size_t i = 0; i < kKeys.size(); ++i) {
+    const auto before = on([&] { return Present(kKeys[i]); });
+    kept[i] = before;
+    if (!before) continue;
+    wanted[i] = kDebugValues[i];
+    replaced.push_back({std::string(kKeys[i]), *before, kDebugValues[i]});
+  }
   on([&] { replaced_.Note(path_, replaced); });
   Write(wanted);
   kept_ = kept;
@@ -66,11 +65,10 @@ std::optional<std::int32_t> DebugBuild::Present(std::string_view key) {
 
 // A file that cannot be written raises no error here.
 void DebugBuild::Write(const Values& values) {
-  const auto write = [&](std::string_view key, std::optional<std::int32_t> value) {
-    if (value) values_.WriteProjectValue(path_, key, std::to_string(*value));
-  };
-  write(kOptimizationKey, values.optimization);
-  write(kDebugInfoKey, values.debugInfo);
+  for (std::size_t i = 0; i < kKeys.size(); ++i) {
+    const auto value = values[i];
+    if (value) values_.WriteProjectValue(path_, kKeys[i], std::to_string(*value));
+  }
 }
 
 }  // namespace gorbex

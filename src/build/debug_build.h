@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -32,10 +33,7 @@ class DebugBuild {
 
  private:
   /// A value that could not be read is not changed, because it could not be written back.
-  struct Values {
-    std::optional<std::int32_t> optimization;
-    std::optional<std::int32_t> debugInfo;
-  };
+  using Values = std::array<std::optional<std::int32_t>, 2>;
 
   [[nodiscard]] std::optional<std::int32_t> Present(std::string_view key);
   void Write(const Values& values);

@@ -11,6 +11,22 @@ namespace {
 // The reply setting under which errors are reported to the error user instead of the sender.
 constexpr std::int16_t kReplyToUser = 1;
 
+/// The check boxes that hold a flag of the settings.
+struct FlagBox {
+  CheckBox frmOptions::*box;
+  bool clsOptions::*flag;
+};
+constexpr FlagBox kFlagBoxes[] = {
+    {&frmOptions::chkGetLatest, &clsOptions::GetLatest},
+    {&frmOptions::chkAutoStart, &clsOptions::AutoStart},
+    {&frmOptions::chkCompatability, &clsOptions::Compatible},
+    {&frmOptions::chkChangeRefs, &clsOptions::ChangeRefs},
+    {&frmOptions::chkAutoDependant, &clsOptions::AutoBuildDependant},
+    {&frmOptions::chkStopOnErrors, &clsOptions::StopProcessing},
+    {&frmOptions::chkSkipUsers, &clsOptions::SkipUsersOfFailed},
+    {&frmOptions::chkSkipUpToDate, &clsOptions::SkipUpToDate},
+};
+
 }  // namespace
 
 OptionsDialog::OptionsDialog(frmOptions& form, clsOptions& options, Dialogs& dialogs,
@@ -29,11 +45,8 @@ void OptionsDialog::FollowEdits(Property<T>& value) {
 }
 
 void OptionsDialog::ConnectControls() {
-  for (CheckBox* box : {&form_.chkGetLatest, &form_.chkAutoStart, &form_.chkCompatability,
-                        &form_.chkChangeRefs, &form_.chkAutoDependant, &form_.chkStopOnErrors,
-                        &form_.chkSkipUsers, &form_.chkSkipUpToDate, &form_.chkDebug}) {
-    FollowEdits(box->value);
-  }
+  for (const auto& [box, flag] : kFlagBoxes) FollowEdits((form_.*box).value);
+  FollowEdits(form_.chkDebug.value);
   for (TextBox* box : {&form_.txtErrorUser, &form_.txtBuildPath, &form_.txtEditor,
                        &form_.txtInterval, &form_.txtVBPName}) {
     FollowEdits(box->text);
@@ -57,16 +70,9 @@ void OptionsDialog::Form_Load() {
 }
 
 void OptionsDialog::ShowSettings() {
-  form_.chkGetLatest.value.Set(options_.GetLatest);
-  form_.chkAutoStart.value.Set(options_.AutoStart);
+  for (const auto& [box, flag] : kFlagBoxes) (form_.*box).value.Set(options_.*flag);
   form_.optReply.Set(options_.ReplyTo == kReplyToUser ? 1 : 0);
   form_.txtErrorUser.text.Set(options_.ReplyUser);
-  form_.chkCompatability.value.Set(options_.Compatible);
-  form_.chkChangeRefs.value.Set(options_.ChangeRefs);
-  form_.chkAutoDependant.value.Set(options_.AutoBuildDependant);
-  form_.chkStopOnErrors.value.Set(options_.StopProcessing);
-  form_.chkSkipUsers.value.Set(options_.SkipUsersOfFailed);
-  form_.chkSkipUpToDate.value.Set(options_.SkipUpToDate);
   form_.spnJobs.Set(options_.Jobs);
   form_.txtBuildPath.text.Set(options_.BuildPath);
   form_.txtEditor.text.Set(options_.Editor);
@@ -77,16 +83,9 @@ void OptionsDialog::ShowSettings() {
 }
 
 void OptionsDialog::TakeControls(Procedure& on) {
-  options_.GetLatest = form_.chkGetLatest.value.Get();
-  options_.AutoStart = form_.chkAutoStart.value.Get();
+  for (const auto& [box, flag] : kFlagBoxes) options_.*flag = (form_.*box).value.Get();
   options_.ReplyTo = static_cast<std::int16_t>(form_.optReply.Get());
   on([&] { options_.ReplyUser = form_.txtErrorUser.text.Get(); });
-  options_.Compatible = form_.chkCompatability.value.Get();
-  options_.ChangeRefs = form_.chkChangeRefs.value.Get();
-  options_.AutoBuildDependant = form_.chkAutoDependant.value.Get();
-  options_.StopProcessing = form_.chkStopOnErrors.value.Get();
-  options_.SkipUsersOfFailed = form_.chkSkipUsers.value.Get();
-  options_.SkipUpToDate = form_.chkSkipUpToDate.value.Get();
   options_.Jobs = form_.spnJobs.Get();
   on([&] { options_.BuildPath = form_.txtBuildPath.text.Get(); });
   on([&] { options_.Editor = form_.txtEditor.text.Get(); });

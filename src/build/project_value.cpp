@@ -1,5 +1,7 @@
 #include "build/project_value.h"
 
+#include <algorithm>
+
 #include "core/text.h"
 
 namespace gorbex {
@@ -8,10 +10,9 @@ std::optional<ValuePlace> FindProjectValue(std::string_view text, std::string_vi
   const std::string wanted = std::string(key) + "=";
   const auto found = FindIgnoringCase(text, wanted);
   if (found == std::string_view::npos) return std::nullopt;
-  ValuePlace place{found + wanted.size()};
-  const auto end = text.find_first_of(kLineBreak, place.start);
-  if (end != std::string_view::npos) place.end = end;
-  return place;
+  const std::size_t start = found + wanted.size();
+  const auto end = text.find_first_of(kLineBreak, start);
+  return ValuePlace{start, std::min(end, text.size()) - start, end != std::string_view::npos};
 }
 
 std::string ProjectValue::ReadProjectValue(const std::string& path, std::string_view key) {
@@ -25,8 +26,8 @@ std::string ProjectValue::ReadProjectValue(const std::string& path, std::string_
   const auto place = FindProjectValue(text, key);
   if (!place) return text;
   // A value on a last line without a line end has always been read together with its "=".
-  if (!place->end) return text.substr(place->start - 1);
-  return text.substr(place->start, *place->end - place->start);
+  if (!place->hasLineEnd) return text.substr(place->start - 1);
+  return text.substr(place->start, place->size);
 }
 
 bool ProjectValue::WriteProjectValue(const std::string& path, std::string_view key,
@@ -34,7 +35,7 @@ bool ProjectValue::WriteProjectValue(const std::string& path, std::string_view k
   try {
     std::string text = files_.Read(path);
     if (const auto place = FindProjectValue(text, key)) {
-      text.replace(place->start, place->end.value_or(text.size()) - place->start, value);
+      text.replace(place->start, place->size, value);
     }
     files_.Write(path, text.append(kLineBreak));
   } catch (const RuntimeError& error) {

@@ -12,8 +12,9 @@ namespace gorbex {
 
 /// The place of a key's value in the text of a project file.
 struct ValuePlace {
-  std::size_t start = 0;             ///< where the first character after "=" is
-  std::optional<std::size_t> end{};  ///< where the line ends; nothing on a last line
+  std::size_t start = 0;  ///< where the first character after "=" is
+  std::size_t size = 0;
+  bool hasLineEnd = false;  ///< false for a value that ends with the text
 };
 
 /// The place of the value after the first "key=" in the text, in any letter case; nothing when

@@ -1,10 +1,8 @@
 #include "build/replaced_values.h"
 
 #include <algorithm>
-#include <optional>
 #include <string_view>
 
-#include "build/project_value.h"
 #include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/code_page.h"
@@ -76,7 +74,7 @@ void ReplacedValues::Note(const std::string& projectFile,
                           const std::vector<ReplacedValue>& values) {
   Entries entries = Noted();
   const auto isNoted = [&](const std::string& key) {
-    return std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
+    return std::ranges::any_of(entries, [&](const Entry& entry) {
       return entry.value.key == key && EqualsIgnoringCase(entry.projectFile, projectFile);
     });
   };
@@ -89,13 +87,11 @@ void ReplacedValues::Note(const std::string& projectFile,
   if (entries.size() > count) Store(entries);
 }
 
-std::optional<ReplacedValues::Span> ReplacedValues::PlaceOf(const Entry& entry,
-                                                            const std::string& text) {
-  const auto place = FindProjectValue(text, entry.value.key);
-  if (!place) return std::nullopt;
-  const Span span{place->start, place->end.value_or(text.size()) - place->start};
-  if (text.substr(span.start, span.size) != std::to_string(entry.value.during)) return std::nullopt;
-  return span;
+std::optional<ValuePlace> ReplacedValues::PlaceOf(const Entry& entry, const std::string& text) {
+  auto place = FindProjectValue(text, entry.value.key);
+  const std::string during = std::to_string(entry.value.during);
+  if (place && text.substr(place->start, place->size) != during) place.reset();
+  return place;
 }
 
 void ReplacedValues::Settle(const std::string& projectFile) {

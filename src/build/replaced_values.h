@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "build/project_value.h"
 #include "core/activity_log.h"
 #include "core/signal.h"
 #include "platform/file_system.h"
@@ -55,14 +56,11 @@ class ReplacedValues {
 
   [[nodiscard]] Entries Noted() const;
   void Store(const Entries& entries);
-  struct Span {
-    std::size_t start = 0;
-    std::size_t size = 0;
-  };
 
   /// The place in a project's text of the value that a build wrote; nothing when another value is
   /// there.
-  [[nodiscard]] static std::optional<Span> PlaceOf(const Entry& entry, const std::string& text);
+  [[nodiscard]] static std::optional<ValuePlace> PlaceOf(const Entry& entry,
+                                                         const std::string& text);
   [[nodiscard]] bool Mended(const std::string& projectFile, const Entries& entries);
   void Tell(const std::string& line);
 
