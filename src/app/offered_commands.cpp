@@ -55,8 +55,7 @@ void OfferQueueMenu(MainMenu& menu, const Work& work, const frmBuilder& window) 
 
 void OfferFailed(MainMenu& menu, const Program& program) {
   const auto hasFailedRow = [&program] {
-    const auto& failed = program.failed.All();
-    return std::any_of(failed.begin(), failed.end(), [&](const FailedProject& project) {
+    return std::ranges::any_of(program.failed.All(), [&](const FailedProject& project) {
       return program.window.lvwQueue.Find(project.path) != nullptr;
     });
   };

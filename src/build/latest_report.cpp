@@ -20,8 +20,7 @@ void AddReportLine(std::string& text, const std::string& line) {
 void LatestReport::Add(const std::string& path, const LatestResult& result) {
   if (!result.toDo.empty()) toDo_.push_back(result.toDo);
   if (result.Succeeded()) return;
-  auto same = std::find_if(failures_.begin(), failures_.end(),
-                           [&](const Failure& each) { return each.first == result.problem; });
+  auto same = std::ranges::find(failures_, result.problem, &Failure::first);
   if (same == failures_.end()) same = failures_.insert(same, {result.problem, {}});
   same->second.push_back(path);
 }

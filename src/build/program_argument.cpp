@@ -12,7 +12,7 @@ bool IsForbidden(char letter) {
 }
 
 [[noreturn]] void Refuse(std::string path) {
-  std::replace_if(path.begin(), path.end(), IsForbidden, '?');
+  std::ranges::replace_if(path, IsForbidden, '?');
   throw RuntimeError(ErrorNumber::BadFileName, path);
 }
 
@@ -20,7 +20,7 @@ bool IsForbidden(char letter) {
 
 void RequireArgument(const std::string& path) {
   const bool isOption = path.starts_with('-') || path.starts_with('/');
-  if (isOption || std::any_of(path.begin(), path.end(), IsForbidden)) Refuse(path);
+  if (isOption || std::ranges::any_of(path, IsForbidden)) Refuse(path);
 }
 
 void RequireFileArgument(const std::string& path) {

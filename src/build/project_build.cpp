@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "core/text.h"
 #include "platform/code_page.h"
 
 namespace gorbex {

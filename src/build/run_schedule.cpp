@@ -110,10 +110,9 @@ void RunSchedule::Offer(std::size_t project) {
 std::optional<std::size_t> RunSchedule::Next() {
   const auto isFree = [&](const auto& ready) {
     const auto& claims = projects_[ready.second].claims;
-    return std::none_of(claims.begin(), claims.end(),
-                        [&](const std::string& claim) { return claimed_.contains(claim); });
+    return std::ranges::none_of(claims, [&](const auto& each) { return claimed_.contains(each); });
   };
-  const auto found = std::find_if(ready_.begin(), ready_.end(), isFree);
+  const auto found = std::ranges::find_if(ready_, isFree);
   if (found == ready_.end()) return std::nullopt;
   const std::size_t project = found->second;
   ready_.erase(found);

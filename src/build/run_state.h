@@ -54,8 +54,7 @@ struct RunState {
   }
 
   void NoteUnamended(const std::string& path) {
-    const bool isKnown = std::find(unamended.begin(), unamended.end(), path) != unamended.end();
-    if (!isKnown) unamended.push_back(path);
+    if (std::ranges::find(unamended, path) == unamended.end()) unamended.push_back(path);
   }
 
   /// To be asked after the last project that began: whether the run was told to end before all were

@@ -1,6 +1,7 @@
 #include "build/run_timeline.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <unordered_map>
 
@@ -28,8 +29,7 @@ std::vector<TimelineBar> BarsOf(const RunRecord& record, milliseconds length) {
   for (std::size_t i = 0; i < projects.size(); ++i) {
     if (projects[i].HasBegun()) bars.push_back(BarOf(projects[i], i, length));
   }
-  std::stable_sort(bars.begin(), bars.end(),
-                   [](const TimelineBar& a, const TimelineBar& b) { return a.start < b.start; });
+  std::ranges::stable_sort(bars, {}, &TimelineBar::start);
   return bars;
 }
 
@@ -96,11 +96,9 @@ std::vector<std::size_t> CriticalPathOf(const RunRecord& record,
 std::vector<std::size_t> RunTimeline::Slowest() const {
   std::vector<std::size_t> slowest(bars.size());
   std::iota(slowest.begin(), slowest.end(), 0);
-  std::stable_sort(slowest.begin(), slowest.end(), [this](std::size_t a, std::size_t b) {
-    return bars[a].Duration() > bars[b].Duration();
-  });
-  std::erase_if(slowest,
-                [this](std::size_t each) { return bars[each].Duration() == milliseconds(0); });
+  const auto duration = [this](std::size_t bar) { return bars[bar].Duration(); };
+  std::ranges::stable_sort(slowest, std::ranges::greater(), duration);
+  std::erase_if(slowest, [&](std::size_t bar) { return duration(bar) == milliseconds(0); });
   return slowest;
 }
 

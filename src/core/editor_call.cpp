@@ -51,10 +51,10 @@ std::optional<std::string> EditorProblem(std::string_view setting) {
   const auto isControl = [](char letter) {
     return static_cast<unsigned char>(letter) < ' ' && letter != '\t';
   };
-  if (std::any_of(setting.begin(), setting.end(), isControl)) {
+  if (std::ranges::any_of(setting, isControl)) {
     return "it has a line break or another control character";
   }
-  if (std::count(setting.begin(), setting.end(), '"') % 2 != 0) return "a double quote is missing";
+  if (std::ranges::count(setting, '"') % 2 != 0) return "a double quote is missing";
   const std::string program = ProgramText(setting);
   if (TrimBlanks(program).empty()) return "it names no program";
   if (program.find(kFileMark) != std::string::npos ||

@@ -25,8 +25,7 @@ FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles, 
                      closed.Connect([this] { Clear(); })} {}
 
 const FailedProject* FailedProjects::Find(const std::string& path) const {
-  const auto found = std::find_if(all_.begin(), all_.end(),
-                                  [&](const FailedProject& failed) { return failed.path == path; });
+  const auto found = std::ranges::find(all_, path, &FailedProject::path);
   return found == all_.end() ? nullptr : &*found;
 }
 

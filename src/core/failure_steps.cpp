@@ -15,8 +15,8 @@ void FailureSteps::Open(const std::string& project) {
 }
 
 bool FailureSteps::IsPossible() const {
-  const auto& all = failed_.All();
-  return std::any_of(all.begin(), all.end(), [](const auto& each) { return each.failure; });
+  return std::ranges::any_of(failed_.All(),
+                             [](const auto& each) { return each.failure.has_value(); });
 }
 
 void FailureSteps::Step(bool isForward) {
@@ -25,8 +25,8 @@ void FailureSteps::Step(bool isForward) {
     if (project.failure) projects.push_back(project.path);
   }
   if (projects.empty()) return;
-  if (!isForward) std::reverse(projects.begin(), projects.end());
-  auto next = std::find(projects.begin(), projects.end(), last_);
+  if (!isForward) std::ranges::reverse(projects);
+  auto next = std::ranges::find(projects, last_);
   if (next != projects.end()) ++next;
   Open(next == projects.end() ? projects.front() : *next);
 }

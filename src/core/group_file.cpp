@@ -40,8 +40,7 @@ void Collect(const std::string& folder, const std::vector<FolderEntry>& entries,
 }
 
 void SortIgnoringCase(std::vector<std::string>& paths) {
-  std::sort(paths.begin(), paths.end(),
-            [](const std::string& a, const std::string& b) { return LowerCase(a) < LowerCase(b); });
+  std::ranges::sort(paths, {}, [](const std::string& path) { return LowerCase(path); });
 }
 
 }  // namespace

@@ -83,8 +83,7 @@ ListRow& ListView::At(std::size_t position) const {
 }
 
 std::size_t ListView::PositionOf(const ListRow& row) const {
-  const auto found = std::find_if(rows_.begin(), rows_.end(),
-                                  [&](const auto& held) { return held.get() == &row; });
+  const auto found = std::ranges::find(rows_, &row, [](const auto& held) { return held.get(); });
   if (found == rows_.end()) throw RuntimeError(ErrorNumber::ElementNotFound, row.Key());
   return static_cast<std::size_t>(found - rows_.begin()) + 1;
 }

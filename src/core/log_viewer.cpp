@@ -40,7 +40,7 @@ void LogViewer::mnuWindowViewLogs_Click() {
 
 void LogViewer::ChooseToday() {
   const auto& days = form_.cboLogDate.items.Get();
-  const auto today = std::find(days.begin(), days.end(), log_.Today());
+  const auto today = std::ranges::find(days, log_.Today());
   if (!form_.visible.Get() || today == days.end()) return;
   form_.cboLogDate.selected.Set(static_cast<std::size_t>(today - days.begin()));
 }

@@ -6,11 +6,6 @@
 #include "core/text.h"
 
 namespace gorbex {
-namespace {
-
-constexpr std::int32_t kLongestInterval = 60;
-
-}  // namespace
 
 clsOptions::clsOptions(RegistryTools& registry, ErrorReport& report)
     : registry_(registry), report_(report) {
@@ -53,8 +48,9 @@ void clsOptions::SaveSettings() {
 }
 
 bool clsOptions::LimitInterval() {
-  const bool isTooLong = Interval > kLongestInterval;
-  if (isTooLong) Interval = kLongestInterval;
+  constexpr std::int32_t kLongest = 60;
+  const bool isTooLong = Interval > kLongest;
+  if (isTooLong) Interval = kLongest;
   return isTooLong;
 }
 

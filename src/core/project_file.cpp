@@ -52,9 +52,8 @@ class ProjectFileParser {
         {"minorver", &P::TakeMinor},
         {"revision", &P::TakeRevision},
     }};
-    const auto* row = std::find_if(kKeys.begin(), kKeys.end(), [&](const Row& candidate) {
-      return EqualsIgnoringCase(candidate.first, key);
-    });
+    const auto* row = std::ranges::find_if(
+        kKeys, [&](const Row& candidate) { return EqualsIgnoringCase(candidate.first, key); });
     if (row != kKeys.end()) {
       (this->*row->second)(std::move(value));
       return;

@@ -10,10 +10,6 @@
 namespace gorbex {
 namespace {
 
-bool StoredFlag(const std::string& text) {
-  return EqualsIgnoringCase(text, "true");
-}
-
 void Assign(std::int16_t& number, double value) {
   number = ToInteger(value);
 }
@@ -62,13 +58,14 @@ std::string Setting::Text(const clsOptions& options) const {
 }
 
 void Setting::Load(clsOptions& options, const std::string& text) const {
-  std::visit(PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
-                     [&](EditorCommand command) { options.*command.held = text; },
-                     [&](Word word) { options.*word.held = FlagText(StoredFlag(text)); },
-                     [&](bool clsOptions::*flag) { options.*flag = StoredFlag(text); },
-                     [&](Jobs jobs) { options.*jobs.held = StoredJobs(text); },
-                     [&](auto number) { Assign(options.*number, NumericValue(text)); }},
-             member);
+  std::visit(
+      PerKind{[&](std::string clsOptions::*held) { options.*held = text; },
+              [&](EditorCommand command) { options.*command.held = text; },
+              [&](Word word) { options.*word.held = FlagText(EqualsIgnoringCase(text, "true")); },
+              [&](bool clsOptions::*flag) { options.*flag = EqualsIgnoringCase(text, "true"); },
+              [&](Jobs jobs) { options.*jobs.held = StoredJobs(text); },
+              [&](auto number) { Assign(options.*number, NumericValue(text)); }},
+      member);
 }
 
 void Setting::Take(clsOptions& options, const std::string& text) const {
@@ -109,9 +106,8 @@ const std::array<Setting, kSettings>& AllSettings() {
 
 const Setting* FindSetting(std::string_view name) {
   const auto& all = AllSettings();
-  const auto* found = std::find_if(all.begin(), all.end(), [&](const Setting& setting) {
-    return EqualsIgnoringCase(setting.name, name);
-  });
+  const auto* found = std::ranges::find_if(
+      all, [&](const Setting& setting) { return EqualsIgnoringCase(setting.name, name); });
   return found == all.end() ? nullptr : found;
 }
 

@@ -10,8 +10,8 @@ namespace {
 
 bool EndsWithOneOf(std::string_view file, std::initializer_list<std::string_view> extensions) {
   const std::string_view extension = file.substr(std::min(file.rfind('.'), file.size()));
-  return std::any_of(extensions.begin(), extensions.end(),
-                     [&](std::string_view each) { return EqualsIgnoringCase(each, extension); });
+  return std::ranges::any_of(extensions,
+                             [&](auto each) { return EqualsIgnoringCase(each, extension); });
 }
 
 }  // namespace

@@ -10,13 +10,6 @@
 #include "platform/runtime_error.h"
 
 namespace gorbex {
-namespace {
-
-std::string GroupKey(std::string_view prefix, std::string_view path) {
-  return std::string(prefix).append(path);
-}
-
-}  // namespace
 
 TreeNode::TreeNode(TreeView& tree, TreeNode* parent, std::string key, std::string text, Image image)
     : tree_(tree),
@@ -101,7 +94,7 @@ void TreeView::AddRows(TreeNode& heading, std::string_view prefix, std::vector<s
   if (texts.empty()) return;
   auto rows =
       std::make_unique<TreeRows>(TreeRows{&heading, prefix, image, tagOf, std::move(texts), {}});
-  if (!rows_.emplace(GroupKey(prefix, heading.Path()), rows.get()).second) {
+  if (!rows_.emplace(NodeKey(prefix, heading.Path()), rows.get()).second) {
     throw RuntimeError(ErrorNumber::KeyNotUnique, ItemKey(prefix, 1, heading.Path()));
   }
   rowCount_ += rows->texts.size();
@@ -127,7 +120,9 @@ void TreeView::Remove(const std::string& key) {
   if (Holds(top, selected_)) selected_ = nullptr;
   std::erase(top.parent_ == nullptr ? tops_ : top.parent_->branch_->children, &top);
   if (top.IsRow()) {
-    RemoveRow(top);
+    // Its place stays, so that the numbers of the others do.
+    top.parent_ = nullptr;
+    --rowCount_;
     return;
   }
   std::vector<TreeNode*> doomed = {&top};
@@ -141,16 +136,10 @@ void TreeView::Remove(const std::string& key) {
   std::erase_if(nodes_, [&](const auto& node) { return lookup.contains(node.get()); });
 }
 
-// Its place stays, so that the numbers of the others do.
-void TreeView::RemoveRow(TreeNode& row) {
-  row.parent_ = nullptr;
-  --rowCount_;
-}
-
 void TreeView::Forget(const TreeNode& node) {
   byKey_.erase(node.branch_->key);
   for (const auto& rows : node.branch_->rows) {
-    rows_.erase(GroupKey(rows->prefix, node.Path()));
+    rows_.erase(NodeKey(rows->prefix, node.Path()));
     const auto isThere = [](const TreeNode& row) { return row.parent_ != nullptr; };
     rowCount_ -= rows->texts.size();
     rowCount_ -=
@@ -183,7 +172,7 @@ TreeNode* TreeView::FindRow(std::string_view key) const {
   const auto* const first = std::find_if(key.begin(), key.end(), IsDigit);
   const auto* const path = std::find_if_not(first, key.end(), IsDigit);
   if (first == path || first > key.begin() + 2) return nullptr;
-  const auto found = rows_.find(GroupKey({key.begin(), first}, {path, key.end()}));
+  const auto found = rows_.find(NodeKey({key.begin(), first}, {path, key.end()}));
   std::size_t number = 0;
   std::from_chars(first, path, number);
   if (found == rows_.end() || number == 0 || number > found->second->Size()) return nullptr;
@@ -197,20 +186,6 @@ TreeNode& TreeView::Item(std::string_view key) const {
   TreeNode* node = Find(key);
   if (node == nullptr) throw RuntimeError(ErrorNumber::ElementNotFound, key);
   return *node;
-}
-
-std::vector<TreeNode*> TreeView::Nodes() const {
-  std::vector<TreeNode*> nodes;
-  nodes.reserve(Count());
-  std::vector<TreeNode*> next(tops_.rbegin(), tops_.rend());
-  while (!next.empty()) {
-    TreeNode* node = next.back();
-    next.pop_back();
-    nodes.push_back(node);
-    const auto& children = node->Children();
-    next.insert(next.end(), children.rbegin(), children.rend());
-  }
-  return nodes;
 }
 
 void TreeView::Select(TreeNode* node) {

@@ -113,9 +113,6 @@ class TreeView {
   [[nodiscard]] std::size_t Count() const { return nodes_.size() + rowCount_; }
   [[nodiscard]] const std::vector<TreeNode*>& Tops() const { return tops_; }
 
-  /// Every node, each before its children.
-  [[nodiscard]] std::vector<TreeNode*> Nodes() const;
-
   /// Null when nothing is selected.
   [[nodiscard]] TreeNode* Selected() const { return selected_; }
   void Select(TreeNode* node);
@@ -129,7 +126,6 @@ class TreeView {
 
   void MakeNodes(TreeRows& rows);
   [[nodiscard]] TreeNode* FindRow(std::string_view key) const;
-  void RemoveRow(TreeNode& row);
   void Forget(const TreeNode& node);
   [[nodiscard]] bool Holds(const TreeNode& above, const TreeNode* node) const;
 

@@ -46,7 +46,7 @@ class Builds {
       const auto build = byOutput_.find(LowerCase(reason.component));
       if (build == byOutput_.end()) return {};
       const std::string& path = build->second;
-      if (std::find(found.begin(), found.end(), path) == found.end()) found.push_back(path);
+      if (std::ranges::find(found, path) == found.end()) found.push_back(path);
     }
     return found;
   }

@@ -14,11 +14,6 @@
 #include "platform/windows_path.h"
 
 namespace gorbex {
-namespace {
-
-constexpr std::string_view kFile = "gorbexbuilder.built";
-
-}  // namespace
 
 std::string NoteOf(const Judgement& judgement) {
   if (judgement.IsUpToDate()) return "Up to date since " + judgement.since;
@@ -34,7 +29,7 @@ std::string NoteOf(const Judgement& judgement) {
 Freshness::Freshness(const Uses& uses)
     : uses_(uses),
       looks_(uses.files, uses.components, uses.clock),
-      records_(uses.files, JoinPath(uses.programFolder, kFile)) {}
+      records_(uses.files, JoinPath(uses.programFolder, "gorbexbuilder.built")) {}
 
 void Freshness::LookAgain() {
   looks_.LookAgain();

@@ -31,11 +31,6 @@ void Freshness::Check::Add(Kind kind, const std::string& subject, const std::str
   reasons_.push_back({kind, subject, text});
 }
 
-bool Freshness::Check::HasReason(Kind kind) const {
-  return std::any_of(reasons_.begin(), reasons_.end(),
-                     [&](const Reason& reason) { return reason.kind == kind; });
-}
-
 Judgement Freshness::Check::Run() {
   const clsMember* member = owner_.uses_.window.ProjectMembers.Find(project_);
   if (member == nullptr) {
@@ -55,8 +50,7 @@ Judgement Freshness::Check::Run() {
   CheckSources();
   CheckShared();
   CheckTerms();
-  std::stable_sort(reasons_.begin(), reasons_.end(),
-                   [](const Reason& one, const Reason& other) { return one.kind < other.kind; });
+  std::ranges::stable_sort(reasons_, {}, &Reason::kind);
   return {std::move(reasons_), record_.when, record_.duration};
 }
 
@@ -155,7 +149,7 @@ void Freshness::Check::CheckDebug(const DebugTexts& own) {
     Add(Kind::Debug, "", "a debug build is wanted");
   } else if (wasDebug) {
     Add(Kind::Debug, "", "a build without debug values is wanted");
-  } else if (!HasReason(Kind::ProjectFile)) {
+  } else if (std::ranges::find(reasons_, Kind::ProjectFile, &Reason::kind) == reasons_.end()) {
     Add(Kind::ProjectFile, GetFileFromPath(project_), "the project file changed");
   }
 }

@@ -24,7 +24,6 @@ class Freshness::Check {
   using Kind = Reason::Kind;
 
   void Add(Kind kind, const std::string& subject, const std::string& text);
-  [[nodiscard]] bool HasReason(Kind kind) const;
   void CheckSources();
   void CheckProjectFile(Fingerprint& known, const std::optional<FileStamp>& stamp);
   void CheckDebug(const DebugTexts& own);

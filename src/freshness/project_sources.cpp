@@ -15,8 +15,7 @@ constexpr std::array<std::string_view, 2> kDebugKeys = {"OptimizationType", "Cod
 constexpr std::array<std::string_view, 2> kDebugValues = {"2", "-1"};
 
 bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> names) {
-  return std::any_of(names.begin(), names.end(),
-                     [&](std::string_view name) { return EqualsIgnoringCase(name, text); });
+  return std::ranges::any_of(names, [&](auto name) { return EqualsIgnoringCase(name, text); });
 }
 
 std::string Extension(std::string_view file) {

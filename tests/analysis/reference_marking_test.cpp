@@ -126,7 +126,7 @@ TEST_F(ReferenceMarkingTest, MissingComponentsAreGatheredFromTheMarks) {
 // Everything of the window that reading projects and judging their references changes.
 std::string Shown(const frmBuilder& window) {
   std::string text = window.lblFilename.Get() + "|" + window.tvwProjects.Selected()->Key() + "\n";
-  for (const TreeNode* node : window.tvwProjects.Nodes()) {
+  for (const TreeNode* node : NodesOf(window.tvwProjects)) {
     text.append(node->Key()).append("|").append(node->Tag()).append("|");
     text.append(ImageKey(node->ImageOf())).append(node->Checked() ? " checked" : "");
     text.append(node->TextColour() == Colour::ButtonShadow ? " grey" : "");

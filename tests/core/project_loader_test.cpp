@@ -14,7 +14,7 @@ TEST_F(ProjectLoaderTest, BranchCarriesTheKeySchemeAndTheNodeOfItsProjectIsSelec
   platform.files.AddFile("C:\\Group\\Core\\mssccprj.scc", "SCC_Project_Name = \"$/Core\", X");
   ASSERT_TRUE(program.reader.ReadProject(core.Path()));
   std::string nodes;
-  for (const auto& node : program.window.tvwProjects.Nodes()) {
+  for (const auto& node : NodesOf(program.window.tvwProjects)) {
     nodes += node->Key() + " < " + (node->Parent() == nullptr ? "" : node->Parent()->Key());
     nodes.append(" ").append(ImageKey(node->ImageOf())).append(" ").append(node->Text());
     nodes += (node->Tag().empty() ? "" : " #" + std::string(node->Tag())) + "\n";
