@@ -1,10 +1,7 @@
 #include "analysis/group_svg.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
 #include <set>
 
 #include "core/file_tools.h"
@@ -30,12 +27,6 @@ std::string Number(double value) {
 
 std::string Point(const PicturePoint& point) {
   return Number(point.x) + " " + Number(point.y);
-}
-
-std::string Hex(std::uint32_t colour) {
-  std::array<char, 8> text{};
-  std::snprintf(text.data(), text.size(), "#%06x", static_cast<unsigned>(colour));
-  return text.data();
 }
 
 // Classes in front of a style, so that it holds in this picture only.

@@ -1,5 +1,7 @@
 #include "analysis/project_state.h"
 
+#include <cstdio>
+
 namespace gorbex {
 namespace {
 
@@ -61,6 +63,12 @@ const Look& LookOf(ProjectState state) {
 }
 
 }  // namespace
+
+std::string Hex(std::uint32_t colour) {
+  std::array<char, 8> text{};
+  std::snprintf(text.data(), text.size(), "#%06x", static_cast<unsigned>(colour));
+  return text.data();
+}
 
 std::string_view NameOf(ProjectState state) {
   return LookOf(state).name;

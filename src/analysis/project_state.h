@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -49,6 +50,9 @@ struct PictureColours {
   std::uint32_t line;
   std::uint32_t circle;
 };
+
+/// As style sheets write a colour, such as "#0b4fbf".
+[[nodiscard]] std::string Hex(std::uint32_t colour);
 
 enum class Scheme { Light, Dark };
 

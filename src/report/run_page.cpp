@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <cstdio>
 #include <initializer_list>
 
 #include "core/file_tools.h"
@@ -160,12 +158,6 @@ std::string FailuresSection(const RunReport& report) {
 
 constexpr std::array kBarResults = {ProjectResult::Built, ProjectResult::Failed,
                                     ProjectResult::UpToDate, ProjectResult::NotBuilt};
-
-std::string Hex(std::uint32_t colour) {
-  std::array<char, 8> text{};
-  std::snprintf(text.data(), text.size(), "#%06x", static_cast<unsigned>(colour));
-  return text.data();
-}
 
 // Bars have the colours of the same states in pictures of the group.
 std::string BarStyles(Scheme scheme) {
