@@ -7,11 +7,11 @@
 namespace gorbex {
 
 CompiledProjects::CompiledProjects(const Uses& uses, Signal<CompileEnded>& compiles) : uses_(uses) {
-  subscriptions_.push_back(compiles.Connect([this](const CompileEnded& compile) {
+  subscriptions_.Add(compiles, [this](const CompileEnded& compile) {
     isStale_ = true;
     Procedure::IgnoringErrors().Run([&](Procedure&) { ReadAgain(compile.path); });
-  }));
-  subscriptions_.push_back(uses_.work.changed.Connect([this] { MarkWhenDone(); }));
+  });
+  subscriptions_.Add(uses_.work.changed, [this] { MarkWhenDone(); });
 }
 
 // A file that cannot be read now leaves everything as it was.

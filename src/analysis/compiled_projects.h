@@ -35,7 +35,7 @@ class CompiledProjects {
 
   Uses uses_;
   bool isStale_ = false;  ///< something was compiled since the references were marked
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex

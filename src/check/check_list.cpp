@@ -31,10 +31,9 @@ CheckList::CheckList(frmCheck& form, const frmBuilder& window, ProjectDisplay& d
   form_.cmdOpen.SetHandler([this] { OpenFile(); });
   form_.cmdCheck.SetHandler([this] { Refresh(); });
   form_.cmdClose.SetHandler([this] { form_.visible.Set(false); });
-  subscriptions_.push_back(form_.lvwFindings.selectionChanged.Connect([this] { Offer(); }));
-  subscriptions_.push_back(
-      form_.headingClicked.Connect([this](const std::size_t& column) { SortBy(column); }));
-  subscriptions_.push_back(form_.rowActivated.Connect([this] { Activate(); }));
+  subscriptions_.Add(form_.lvwFindings.selectionChanged, [this] { Offer(); });
+  subscriptions_.Add(form_.headingClicked, [this](const std::size_t& column) { SortBy(column); });
+  subscriptions_.Add(form_.rowActivated, [this] { Activate(); });
   Offer();
 }
 

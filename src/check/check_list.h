@@ -45,7 +45,7 @@ class CheckList {
   Findings findings_;                                    ///< a row of the form's list each
   std::size_t sortedBy_ = static_cast<std::size_t>(-1);  ///< column; none at first
   bool isReversed_ = false;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex

@@ -61,8 +61,7 @@ std::string TeamCityText(std::string_view text) {
 
 // The server shows no files beside such a message, so that its text names them.
 std::string TeamCityLine(const Finding& finding) {
-  std::string text = finding.file;
-  if (finding.line) text += ":" + std::to_string(*finding.line);
+  std::string text = WithLine(finding.file, finding.line);
   text.append(text.empty() ? "" : ": ").append(finding.text);
   text.append(" [").append(finding.id).append("]");
   const bool isError = finding.severity == Severity::Error;

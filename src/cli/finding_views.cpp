@@ -25,10 +25,7 @@ Colours ColoursOf(Severity severity, bool isShown) {
 }
 
 std::string PlaceOf(const ShownPaths& paths, const Finding& finding) {
-  if (finding.file.empty()) return "gorbex";
-  std::string place = paths.Short(finding.file);
-  if (finding.line) place += ":" + std::to_string(*finding.line);
-  return place;
+  return finding.file.empty() ? "gorbex" : WithLine(paths.Short(finding.file), finding.line);
 }
 
 Json FindingJson(const Finding& finding) {

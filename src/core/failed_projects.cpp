@@ -12,17 +12,16 @@ std::string FailedProject::Text() const {
   return text.append(start == std::string::npos ? reason : log.substr(start)).append(kLineBreak);
 }
 
-FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles, Signal<>& closed)
-    : subscriptions_{runs.Connect([this](const RunEvent& event) {
-                       const auto* started = std::get_if<RunStarted>(&event);
-                       if (started != nullptr && !started->isRepeat) Clear();
-                       const auto* skipped = std::get_if<ProjectSkipped>(&event);
-                       if (skipped != nullptr) Take(*skipped);
-                       const auto* upToDate = std::get_if<ProjectUpToDate>(&event);
-                       if (upToDate != nullptr) Forget(upToDate->path);
-                     }),
-                     compiles.Connect([this](const CompileEnded& compile) { Take(compile); }),
-                     closed.Connect([this] { Clear(); })} {}
+FailedProjects::FailedProjects(RunEvents& runs, Signal<CompileEnded>& compiles, Signal<>& closed) {
+  subscriptions_.Add(runs, [this](const RunEvent& event) {
+    const auto* started = std::get_if<RunStarted>(&event);
+    if (started != nullptr && !started->isRepeat) Clear();
+    if (const auto* skipped = std::get_if<ProjectSkipped>(&event)) Take(*skipped);
+    if (const auto* upToDate = std::get_if<ProjectUpToDate>(&event)) Forget(upToDate->path);
+  });
+  subscriptions_.Add(compiles, [this](const CompileEnded& compile) { Take(compile); });
+  subscriptions_.Add(closed, [this] { Clear(); });
+}
 
 const FailedProject* FailedProjects::Find(const std::string& path) const {
   const auto found = std::ranges::find(all_, path, &FailedProject::path);

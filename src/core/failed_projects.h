@@ -42,7 +42,7 @@ class FailedProjects {
   void Take(const ProjectSkipped& skipped);
 
   std::vector<FailedProject> all_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex

@@ -12,8 +12,8 @@ ProjectFindings::ProjectFindings(ProjectLoader& reader) {
       findings.push_back({path, reason});
     };
   };
-  subscriptions_.push_back(reader.leftOut.Connect(into(leftOut_)));
-  subscriptions_.push_back(reader.doubtful.Connect(into(doubtful_)));
+  subscriptions_.Add(reader.leftOut, into(leftOut_));
+  subscriptions_.Add(reader.doubtful, into(doubtful_));
 }
 
 std::vector<std::string> ProjectFindings::Tell() {

@@ -34,7 +34,7 @@ class ProjectFindings {
 
   Findings leftOut_;
   Findings doubtful_;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex

@@ -34,17 +34,16 @@ LastRunList::LastRunList(const Uses& uses) : uses_(uses), sortedBy_(last_run_col
   form.cmdGoTo.SetHandler([this] { GoToProject(); });
   form.cmdSave.SetHandler([this] { SaveReport(); });
   form.cmdClose.SetHandler([this] { uses_.form.visible.Set(false); });
-  subscriptions_.push_back(form.lvwProjects.selectionChanged.Connect([this] {
+  subscriptions_.Add(form.lvwProjects.selectionChanged, [this] {
     Offer();
     uses_.form.timelineChanged.Emit();
-  }));
-  subscriptions_.push_back(
-      form.headingClicked.Connect([this](const std::size_t& column) { SortBy(column); }));
-  subscriptions_.push_back(uses_.run.began.Connect([this] { Forget(); }));
+  });
+  subscriptions_.Add(form.headingClicked, [this](const std::size_t& column) { SortBy(column); });
+  subscriptions_.Add(uses_.run.began, [this] { Forget(); });
   // While the run goes on, ticks show it: many projects may end at once.
-  subscriptions_.push_back(uses_.run.changed.Connect([this] {
+  subscriptions_.Add(uses_.run.changed, [this] {
     if (uses_.form.visible.Get() && !uses_.run.IsGoing()) Refresh();
-  }));
+  });
   Offer();
 }
 

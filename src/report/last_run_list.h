@@ -74,7 +74,7 @@ class LastRunList {
   std::vector<std::string> shown_;  ///< the paths of the rows before they were sorted
   std::size_t sortedBy_;
   bool isReversed_ = true;
-  std::vector<Subscription> subscriptions_;
+  Subscriptions subscriptions_;
 };
 
 }  // namespace gorbex
