@@ -24,20 +24,15 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-class NoEvents : public EventPump {
- public:
-  void DoEvents() override {}
-};
-
 // With the variable set, equal builds give equal files also where identities are new.
 Foundation FoundationOf() {
   const char* const seed = std::getenv("STANDIN_COMPILER_SEED");
-  return {Host::Image(ImageKind::Program), Host::Image(ImageKind::Library),
+  return {Image(ImageKind::Program), Image(ImageKind::Library),
           NewIdentities(seed != nullptr ? seed : "")};
 }
 
-int RunMake(Host& host, PlatformServices services, const CommandLine& line) {
-  const auto folder = host.CurrentFolder();
+int RunMake(const Host& host, PlatformServices services, const CommandLine& line) {
+  const auto folder = host.TypedPath(".");
   const auto outputFolder =
       line.outputFolder.empty() ? std::string() : ResolvedPath(folder, line.outputFolder);
   const auto result = Make(services.files, services.registry, ResolvedPath(folder, line.project),
@@ -46,19 +41,19 @@ int RunMake(Host& host, PlatformServices services, const CommandLine& line) {
   return result.built ? kDone : kFailed;
 }
 
-int RunInstall(Host& host, PlatformServices services) {
-  if (Install(services.files, services.registry, host.Program())) return kDone;
+int RunInstall(const Host& host, PlatformServices services) {
+  if (Install(services.files, services.registry, host.TypedPath(OwnProgram()))) return kDone;
   std::cerr << "The registry refuses the compiler's entry\n";
   return kFailed;
 }
 
 int Perform(const CommandLine& line) {
-  Host host;
-  NoEvents events;
-  const auto services = host.Services(events);
-  if (line.task == Task::Make) return RunMake(host, services, line);
-  if (line.task == Task::Install) return RunInstall(host, services);
-  const auto project = ResolvedPath(host.CurrentFolder(), line.project);
+  const auto host = MakeHost();
+  EventPump events;
+  const auto services = host->Services(events);
+  if (line.task == Task::Make) return RunMake(*host, services, line);
+  if (line.task == Task::Install) return RunInstall(*host, services);
+  const auto project = ResolvedPath(host->TypedPath("."), line.project);
   std::cout << "Would run the program of '" << ToUtf8(project) << "'\n";
   return kDone;
 }

@@ -6,7 +6,7 @@ namespace gorbex {
 class EventPump {
  public:
   virtual ~EventPump() = default;
-  virtual void DoEvents() = 0;
+  virtual void DoEvents() {}
 };
 
 }  // namespace gorbex

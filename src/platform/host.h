@@ -61,6 +61,9 @@ using HostFactory = std::function<std::unique_ptr<Host>(const std::optional<std:
 /// Its text, or an empty one.
 std::string TakeFromEnvironment(const char* name);
 
+/// The host's UTF-8 path of the program that runs; empty when the host does not tell.
+[[nodiscard]] std::string OwnProgram();
+
 /// The variable with the password for logins when nobody is there to ask.
 inline constexpr const char* kPasswordVariable = "GORBEX_SCC_PASSWORD";
 

@@ -3,44 +3,17 @@
 #include <windows.h>
 
 #include "platform/command_line.h"
-#include "platform/runtime_error.h"
-#include "platform/windows/full_path.h"
-#include "platform/windows/platform.h"
+#include "platform/windows/host.h"
 #include "platform/windows/wide_text.h"
 
 namespace gorbex::standin {
-namespace {
 
-std::string InCodePage(const std::wstring& path) {
-  const auto text = FromWide(path);
-  if (!text) throw RuntimeError(ErrorNumber::BadFileName);
-  return *text;
-}
-
-}  // namespace
-
-struct Host::System {
-  WindowsPlatform platform;
-};
-
-Host::Host() : system_(std::make_unique<System>()) {}
-
-Host::~Host() = default;
-
-PlatformServices Host::Services(EventPump& events) {
-  return system_->platform.Services(events);
-}
-
-std::string Host::CurrentFolder() const {
-  return InCodePage(FullPathOf(".").value_or(L""));
-}
-
-std::string Host::Program() const {
-  return InCodePage(OwnFile());
+std::unique_ptr<Host> MakeHost() {
+  return std::make_unique<WindowsHost>();
 }
 
 // The images of resource numbers 1 and 2 are those of this compiler's own processor.
-std::string Host::Image(ImageKind kind) {
+std::string Image(ImageKind kind) {
   const int number = kind == ImageKind::Program ? 1 : 2;
   const HRSRC place = FindResourceW(nullptr, MAKEINTRESOURCEW(number), RT_RCDATA);
   const HGLOBAL loaded = place != nullptr ? LoadResource(nullptr, place) : nullptr;

@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
-#include <filesystem>
 #include <memory>
 #include <string_view>
 #include <system_error>
@@ -152,12 +151,6 @@ ToolOutcome LinuxToolRunner::Run(const ToolCall& call) {
   } catch (const std::system_error& error) {
     return RuntimeError::WithReason(ErrorNumber::InvalidCall, call.program, error.code().message());
   }
-}
-
-std::string OwnProgram() {
-  std::error_code error;
-  const auto path = std::filesystem::read_symlink("/proc/self/exe", error);
-  return error ? std::string() : path.native();
 }
 
 }  // namespace gorbex

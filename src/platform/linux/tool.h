@@ -22,7 +22,4 @@ class LinuxToolRunner : public ToolRunner {
   EventPump* events_ = nullptr;
 };
 
-/// The host path of the program that runs; empty when the host does not tell.
-[[nodiscard]] std::string OwnProgram();
-
 }  // namespace gorbex

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "platform/code_page.h"
-#include "platform/linux/platform.h"
+#include "platform/linux/host.h"
 #include "platform/runtime_error.h"
 #include "tests/platform/temporary_folder.h"
 #include "tests/support/recording_events.h"
@@ -78,9 +78,9 @@ TEST(Prefix, ChoosesTheCodePage) {
     folder.Put("drive_c/\u0142.vbp", "");
     std::string found;
     try {
-      const LinuxPlatform platform(folder.Path());
+      const LinuxHost host(folder.Path());
       found = FromUtf8("C:\\\u0141.vbp").value_or("");
-      EXPECT_EQ(platform.GetPrefix().Existing(found).has_value(), !found.empty()) << registry;
+      EXPECT_EQ(host.GetPrefix().Existing(found).has_value(), !found.empty()) << registry;
     } catch (const RuntimeError& error) {
       found = std::to_string(error.Number());
     }
@@ -92,10 +92,10 @@ TEST(Prefix, ChoosesTheCodePage) {
 TEST(Prefix, LetsOneProgramOfAnyPrefixBuildAProduct) {
   const TemporaryFolder one, other, product;
   RecordingEvents events;
-  LinuxPlatform here(one.Path()), there(other.Path());
+  LinuxHost here(one.Path()), there(other.Path());
   const auto folder = here.GetPrefix().WindowsPath(product.Path());
-  const auto build = [&](LinuxPlatform& platform, const std::string& of) {
-    return platform.Services(events).keepOthersOut(of);
+  const auto build = [&](LinuxHost& host, const std::string& of) {
+    return host.Services(events).keepOthersOut(of);
   };
   auto held = build(here, folder);
   EXPECT_TRUE(held);

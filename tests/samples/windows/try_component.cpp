@@ -7,7 +7,7 @@
 
 #include "app/program.h"
 #include "platform/code_page.h"
-#include "platform/windows/platform.h"
+#include "platform/windows/host.h"
 #include "tests/support/recording_events.h"
 #include "tests/support/scripted_dialogs.h"
 
@@ -43,11 +43,11 @@ class Trial {
     for (const auto& line : std::exchange(journal_, {})) std::cout << ToUtf8(line) << '\n';
   }
 
-  WindowsPlatform platform_;
+  WindowsHost host_;
   RecordingEvents events_;
   Journal journal_;
   ScriptedDialogs dialogs_{journal_};
-  Program program_{platform_.Services(events_), dialogs_};
+  Program program_{host_.Services(events_), dialogs_};
   frmSelectControl& form_ = program_.selectControl;
 };
 

@@ -18,7 +18,7 @@ TEST_F(SystemWindowTest, AUserControlDrawsItselfIntoTheTestForm) {
   RegistryTools& registry = program->registry;
   registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\StorePriceLabel.PriceLabel\\CLSID", "", clsid);
   registry.subSetRegistryValue("HKEY_CLASSES_ROOT\\CLSID\\" + clsid + "\\InprocServer32", "",
-                               bench.platform.GetPrefix().WindowsPath(SAMPLE_PLUGIN));
+                               bench.host.GetPrefix().WindowsPath(SAMPLE_PLUGIN));
   ListView& queue = program->window.lvwQueue;
   queue.Select(queue.Find("C:\\Storefront\\PriceLabel\\StorePriceLabel.vbp"));
   User::Waits();

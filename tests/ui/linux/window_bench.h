@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/linux/platform.h"
+#include "platform/linux/host.h"
 #include "tests/platform/temporary_folder.h"
 
 namespace gorbex::test {
@@ -16,7 +16,7 @@ class WindowBench {
     std::filesystem::copy(STOREFRONT, Product(), std::filesystem::copy_options::recursive);
   }
 
-  [[nodiscard]] PlatformServices Services(EventPump& events) { return platform.Services(events); }
+  [[nodiscard]] PlatformServices Services(EventPump& events) { return host.Services(events); }
 
   /// The host's path of the sample product.
   [[nodiscard]] std::filesystem::path Product() const {
@@ -25,11 +25,11 @@ class WindowBench {
 
   /// The program's path of the stand-in compiler.
   [[nodiscard]] std::string Compiler() const {
-    return platform.GetPrefix().WindowsPath(STANDIN_COMPILER);
+    return host.GetPrefix().WindowsPath(STANDIN_COMPILER);
   }
 
   TemporaryFolder folder;
-  LinuxPlatform platform{folder.Path()};
+  LinuxHost host{folder.Path()};
 };
 
 }  // namespace gorbex::test

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/windows/platform.h"
+#include "platform/windows/host.h"
 #include "platform/windows/wide_text.h"
 #include "tests/platform/temporary_folder.h"
 
@@ -36,7 +36,7 @@ class WindowBench {
   WindowBench& operator=(const WindowBench&) = delete;
 
   [[nodiscard]] PlatformServices Services(EventPump& events) {
-    PlatformServices services = platform_.Services(events);
+    PlatformServices services = host_.Services(events);
     services.programFolder = FromWide(folder_.Path().native()).value();
     return services;
   }
@@ -53,7 +53,7 @@ class WindowBench {
   static constexpr const wchar_t* kSettings = L"Software\\GorbexWindowTest";
 
   TemporaryFolder folder_;
-  WindowsPlatform platform_;
+  WindowsHost host_;
   HKEY settings_ = nullptr;
 };
 
