@@ -135,7 +135,7 @@ void MailTick::Resume() {
 
 void MailTick::Finish() {
   isPerformed_ = true;
-  At([&] { mail_->SetUnRead(false); });
+  At([&] { mail_->MarkRead(); });
   isPerformed_ = false;
   Answer();
 }

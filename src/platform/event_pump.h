@@ -9,4 +9,14 @@ class EventPump {
   virtual void DoEvents() {}
 };
 
+/// Waits for others, and lets events be handled meanwhile.
+class EventHandler {
+ public:
+  /// From now on these events are handled during waits; the pump outlives them.
+  void Handle(EventPump& events) { events_ = &events; }
+
+ protected:
+  EventPump* events_ = nullptr;
+};
+
 }  // namespace gorbex

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -43,8 +44,8 @@ class MailItem {
   [[nodiscard]] virtual std::string Subject() const = 0;
   [[nodiscard]] virtual bool UnRead() const = 0;
 
-  /// Marks the mail in the folder as read or unread. A mail that vanished meanwhile needs no mark.
-  virtual void SetUnRead(bool unread) = 0;
+  /// Marks the mail in the folder as read. A mail that vanished meanwhile needs no mark.
+  virtual void MarkRead() = 0;
 
   /// Whether the mail is flagged, so that somebody has to look at it before it is served again.
   [[nodiscard]] virtual bool IsFlagged() const = 0;
@@ -106,6 +107,25 @@ class MailFolder {
   /// Numbered from 1, in the folder's order. Null when the mail vanished meanwhile; error 9 when
   /// there never was one of that number.
   [[nodiscard]] virtual std::unique_ptr<MailItem> Item(std::size_t number) = 0;
+};
+
+/// A folder whose mails are made of a way to reach the folder, which they share, and of a list that
+/// was read when it was opened.
+template <class Made, class Access, class Listed>
+class ListedFolder : public MailFolder {
+ public:
+  ListedFolder(std::shared_ptr<Access> access, std::vector<Listed> mails)
+      : access_(std::move(access)), mails_(std::move(mails)) {}
+
+  [[nodiscard]] std::size_t Count() const override { return mails_.size(); }
+  [[nodiscard]] std::unique_ptr<MailItem> Item(std::size_t number) override {
+    if (number < 1 || number > mails_.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    return std::make_unique<Made>(access_, mails_[number - 1]);
+  }
+
+ private:
+  std::shared_ptr<Access> access_;
+  std::vector<Listed> mails_;
 };
 
 class Mail {

@@ -25,7 +25,7 @@ TEST(MaildirMail, KeepsEveryFileAndEveryMark) {
   // Another program marks the mail meanwhile.
   std::filesystem::rename(bench.root.Path() / "Maildir/.Builder/new/1.M1.host-b",
                           bench.root.Path() / "Maildir/.Builder/cur/1.M1.host-b:2,R");
-  for (std::size_t number = 1; number <= 4; ++number) folder->Item(number)->SetUnRead(false);
+  for (std::size_t number = 1; number <= 4; ++number) folder->Item(number)->MarkRead();
   EXPECT_EQ(bench.FilesOf("cur"),
             (std::vector<std::string>{".hidden", "0.x:2,FPSa", "1.M1.host-a:2,S",
                                       "1.M1.host-b:2,RS", "2.old:2,S", "3.trashed:2,ST"}));
@@ -48,7 +48,7 @@ TEST(MaildirMail, IsLookedThroughByOneProgramAtATime) {
   const auto item = folder->Item(1);
   folder.reset();
   EXPECT_EQ(other.Folder("Builder"), nullptr) << "the mail is still at work";
-  item->SetUnRead(false);
+  item->MarkRead();
 }
 
 /// Takes the right to look into a folder away; root, whom rights do not stop, becomes somebody
@@ -315,7 +315,7 @@ TEST(MailServers, TakeATokenThatIsAskedForAgainWhenItIsRefused) {
   EXPECT_EQ(item->Body(), "x");
   EXPECT_EQ(bench.root.Get("asked"), "x\n") << "a token serves as long as it is taken";
   bench.root.Put("token", "second.token\n");
-  item->SetUnRead(false);
+  item->MarkRead();
   EXPECT_EQ(bench.root.Get("asked"), "x\nx\n");
   const auto reply = bench.mail.CreateReply(*item);
   reply->AddRecipient("Anna Berg");

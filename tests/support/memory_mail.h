@@ -97,14 +97,13 @@ class MemoryMail : public Mail {
 
     [[nodiscard]] std::string Subject() const override { return then_.subject; }
     [[nodiscard]] bool UnRead() const override { return then_.isUnread; }
-    void SetUnRead(bool unread) override {
+    void MarkRead() override {
       mail_.RaiseFault("mark");
-      then_.isUnread = unread;
+      then_.isUnread = false;
       auto& now = mail_.received[index_];
       if (now.isGone) return;
-      now.isUnread = unread;
-      mail_.journal_.push_back((unread ? "mail unread " : "mail read ") +
-                               std::to_string(index_ + 1));
+      now.isUnread = false;
+      mail_.journal_.push_back("mail read " + std::to_string(index_ + 1));
     }
     [[nodiscard]] bool IsFlagged() const override { return then_.isFlagged; }
     void Flag() override {

@@ -8,18 +8,14 @@ namespace gorbex {
 
 /// Runs tools of the host, away from our terminal, so that none can ask there. The wait ends with
 /// the tool, even if it leaves a helper running.
-class LinuxToolRunner : public ToolRunner {
+class LinuxToolRunner : public ToolRunner, public EventHandler {
  public:
   explicit LinuxToolRunner(const Prefix& prefix) : prefix_(prefix) {}
-
-  /// From now on these events are handled while a tool runs; the pump outlives the runner's calls.
-  void Handle(EventPump& events) { events_ = &events; }
 
   [[nodiscard]] ToolOutcome Run(const ToolCall& call) override;
 
  private:
   const Prefix& prefix_;
-  EventPump* events_ = nullptr;
 };
 
 }  // namespace gorbex

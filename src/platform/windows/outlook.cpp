@@ -8,26 +8,6 @@
 #include "platform/windows/outlook_reply.h"
 
 namespace gorbex {
-namespace {
-
-class OutlookFolder : public MailFolder {
- public:
-  OutlookFolder(std::shared_ptr<OutlookSession> session, std::vector<ListedMail> mails)
-      : session_(std::move(session)), mails_(std::move(mails)) {}
-
-  [[nodiscard]] std::size_t Count() const override { return mails_.size(); }
-  [[nodiscard]] std::unique_ptr<MailItem> Item(std::size_t number) override {
-    if (number < 1 || number > mails_.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-    return std::make_unique<OutlookItem>(session_, mails_[number - 1]);
-  }
-
- private:
-  std::shared_ptr<OutlookSession> session_;
-  std::vector<ListedMail> mails_;
-};
-
-}  // namespace
-
 void Outlook::Open(const MailAccount& /*account*/) {
   session_.reset();
   session_ = OpenOutlook(events_, patience_);
@@ -36,7 +16,8 @@ void Outlook::Open(const MailAccount& /*account*/) {
 std::unique_ptr<MailFolder> Outlook::Folder(const std::string& name) {
   auto session = Session();
   auto mails = ListMails(session, name);
-  return std::make_unique<OutlookFolder>(std::move(session), std::move(mails));
+  return std::make_unique<ListedFolder<OutlookItem, OutlookSession, ListedMail>>(std::move(session),
+                                                                                 std::move(mails));
 }
 
 std::unique_ptr<OutgoingMail> Outlook::CreateReply(const MailItem& to) {

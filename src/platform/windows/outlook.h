@@ -13,16 +13,13 @@ namespace gorbex {
 
 /// Outlook, through its automation class. It has its own account: nothing of a MailAccount is
 /// used.
-class Outlook : public Mail {
+class Outlook : public Mail, public EventHandler {
  public:
   /// Each step may take as long as said: Outlook may ask its user whether a program is to send a
   /// mail. The files (for attachments) outlive the object.
   explicit Outlook(const FileReader& files,
                    std::chrono::milliseconds patience = std::chrono::minutes(2))
       : files_(files), patience_(patience) {}
-
-  /// From now on these events are handled while Outlook works; the pump outlives this object.
-  void Handle(EventPump& events) { events_ = &events; }
 
   void Open(const MailAccount& account) override;
   [[nodiscard]] std::unique_ptr<MailFolder> Folder(const std::string& name) override;
@@ -33,7 +30,6 @@ class Outlook : public Mail {
 
   const FileReader& files_;
   std::chrono::milliseconds patience_;
-  EventPump* events_ = nullptr;
   std::shared_ptr<OutlookSession> session_;  ///< null while not open
 };
 

@@ -96,21 +96,20 @@ std::string OutlookItem::SenderName() const {
   return mail_.senderName.empty() ? Sender().address : mail_.senderName;
 }
 
-void OutlookItem::SetUnRead(bool unread) {
-  session_->thread.Do([nameSpace = session_->nameSpace, listed = mail_, unread] {
-    const auto mail = FindMail(*nameSpace, listed);
-    if (!mail) return;
-    mail.Let("UnRead", unread);
-    mail.Do("Save");
-  });
-  mail_.isUnread = unread;
+void OutlookItem::MarkRead() {
+  Save("UnRead", false);
+  mail_.isUnread = false;
 }
 
 void OutlookItem::Flag() {
-  session_->thread.Do([nameSpace = session_->nameSpace, listed = mail_] {
+  Save("FlagStatus", std::int32_t{2});
+}
+
+void OutlookItem::Save(const std::string& property, const Argument& value) {
+  session_->thread.Do([nameSpace = session_->nameSpace, listed = mail_, property, value] {
     const auto mail = FindMail(*nameSpace, listed);
     if (!mail) return;
-    mail.Let("FlagStatus", std::int32_t{2});
+    mail.Let(property, value);
     mail.Do("Save");
   });
 }

@@ -18,7 +18,7 @@ class OutlookItem : public MailItem {
 
   [[nodiscard]] std::string Subject() const override { return mail_.subject; }
   [[nodiscard]] bool UnRead() const override { return mail_.isUnread; }
-  void SetUnRead(bool unread) override;
+  void MarkRead() override;
   [[nodiscard]] bool IsFlagged() const override { return Sender().isFlagged; }
   void Flag() override;
   [[nodiscard]] std::optional<std::string> Body() override;
@@ -36,6 +36,7 @@ class OutlookItem : public MailItem {
   };
   static Origin OriginOf(const Dispatch& mail);
   const Origin& Sender() const;
+  void Save(const std::string& property, const Argument& value);
 
   std::shared_ptr<OutlookSession> session_;
   ListedMail mail_;

@@ -11,18 +11,14 @@ namespace gorbex {
 
 /// SourceSafe, through its automation class. Error 429 where it is not installed; all its own
 /// errors are in its own words.
-class SourceSafe : public SourceControl {
+class SourceSafe : public SourceControl, public EventHandler {
  public:
-  /// From now on these events are handled while SourceSafe works; the pump outlives this object.
-  void Handle(EventPump& events) { events_ = &events; }
-
   void Open(const std::string& iniPath, const std::string& user,
             const std::string& password) override;
   [[nodiscard]] std::string UserName() const override { return user_; }
   [[nodiscard]] std::unique_ptr<SourceControlItem> VSSItem(const std::string& spec) override;
 
  private:
-  EventPump* events_ = nullptr;
   std::shared_ptr<AutomationThread> thread_;
   KeptObject database_;  ///< null while not open
   std::string user_;

@@ -69,7 +69,7 @@ TEST_F(OutlookTest, IsAskedByNameInTheLettersOfItsList) {
   EXPECT_EQ(item->Subject() + "|" + item->SenderName(), "build request|J\xF6rg");
   EXPECT_TRUE(item->UnRead());
   EXPECT_EQ(item->Body(), "x");
-  item->SetUnRead(false);
+  item->MarkRead();
   EXPECT_FALSE(item->UnRead());
   const std::string found =
       "NameSpace.GetItemFromID(\"M1\")\nMailItem.Parent\nMAPIFolder.EntryID\n";
@@ -149,7 +149,7 @@ TEST_F(OutlookTest, ListsWhatIsNoMailAndGoesOnWhenMailsGo) {
   const auto item = mail.Folder("Builder")->Item(1);
   const auto expectGone = [&] {
     EXPECT_EQ(item->Body(), std::nullopt);
-    item->SetUnRead(false);
+    item->MarkRead();
     EXPECT_EQ(servers.Journal().find("UnRead ="), std::string::npos);
   };
   for (const char* none : {"!8004010F|moved", "!8004010A|deleted", "!80040107|unknown", ""}) {
@@ -183,7 +183,7 @@ TEST_F(OutlookTest, DoesNotHoldTheProgramUp) {
             "440 The server does not answer in time");
   EXPECT_GT(events.count, 10);
   servers.Answer("MailItem.Body", "x");
-  EXPECT_EQ(ErrorOf([&] { item->SetUnRead(false); }), "440 The server does not answer in time");
+  EXPECT_EQ(ErrorOf([&] { item->MarkRead(); }), "440 The server does not answer in time");
   std::this_thread::sleep_for(std::chrono::seconds(2));
   EXPECT_EQ(item->Body(), "x");
   EXPECT_EQ(servers.Journal().find("UnRead ="), std::string::npos) << "given up is given up";

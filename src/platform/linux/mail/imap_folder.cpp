@@ -227,13 +227,13 @@ std::optional<std::string> ImapFolder::Read(const std::string& id) {
   return bytes;
 }
 
-void ImapFolder::Mark(const std::string& id, MailMark mark, bool isSet) {
+void ImapFolder::Mark(const std::string& id, MailMark mark) {
   TalkTo(server_, [&] {
     const MailId mail(id);
     Connection connection(server_, patience_);
     if (!connection.Select(name_) || std::to_string(connection.Validity()) != mail.validity) return;
     const char* flag = mark == MailMark::Read ? "(\\Seen)" : "(\\Flagged)";
-    connection.Do("UID STORE " + mail.uid + (isSet ? " +" : " -") + "FLAGS.SILENT " + flag);
+    connection.Do("UID STORE " + mail.uid + " +FLAGS.SILENT " + flag);
   });
 }
 

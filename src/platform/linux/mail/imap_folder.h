@@ -20,7 +20,7 @@ class ImapFolder : public StoredFolder {
   /// Error 76 when there is no such folder.
   [[nodiscard]] std::vector<ListedMail> List() override;
   [[nodiscard]] std::optional<std::string> Read(const std::string& id) override;
-  void Mark(const std::string& id, MailMark mark, bool isSet) override;
+  void Mark(const std::string& id, MailMark mark) override;
 
  private:
   const MailServer& server_;

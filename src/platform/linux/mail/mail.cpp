@@ -129,47 +129,36 @@ auto Guarded(Work&& work) {
 }
 
 /// One folder of an account and the worker that reaches it.
-class FolderAccess {
- public:
-  FolderAccess(std::shared_ptr<const OpenAccount> account, std::string name,
-               std::shared_ptr<Worker> worker, std::shared_ptr<MailToken> token,
-               std::shared_ptr<void> turn)
-      : account_(std::move(account)),
-        name_(std::move(name)),
-        worker_(std::move(worker)),
-        token_(std::move(token)),
-        turn_(std::move(turn)) {}
-
-  void Do(const std::function<void(StoredFolder&)>& work) {
-    if (const auto* maildir = std::get_if<MaildirStore>(&account_->store)) {
-      worker_->Do([&](Patience&) {
-        const auto path = MaildirFolder::Find(maildir->folder, name_);
+struct FolderAccess {
+  void Do(const std::function<void(StoredFolder&)>& work) const {
+    if (const auto* maildir = std::get_if<MaildirStore>(&account->store)) {
+      worker->Do([&](Patience&) {
+        const auto path = MaildirFolder::Find(maildir->folder, name);
         if (!path) RaiseNoFolder(maildir->folder);
         MaildirFolder folder(*path);
         work(folder);
       });
       return;
     }
-    token_->With(std::get<MailServer>(account_->store), [&](const MailServer& server) {
-      worker_->Do([&](Patience& patience) {
-        ImapFolder folder(server, name_, patience);
+    token->With(std::get<MailServer>(account->store), [&](const MailServer& server) {
+      worker->Do([&](Patience& patience) {
+        ImapFolder folder(server, name, patience);
         work(folder);
       });
     });
   }
 
- private:
   [[noreturn]] void RaiseNoFolder(const std::string& maildir) const {
     throw RuntimeError::WithDescription(
         ErrorNumber::PathNotFound,
-        FromUtf8Roughly("There is no folder '" + name_ + "' in the Maildir '" + maildir + "'"));
+        FromUtf8Roughly("There is no folder '" + name + "' in the Maildir '" + maildir + "'"));
   }
 
-  std::shared_ptr<const OpenAccount> account_;
-  std::string name_;
-  std::shared_ptr<Worker> worker_;
-  std::shared_ptr<MailToken> token_;
-  std::shared_ptr<void> turn_;
+  std::shared_ptr<const OpenAccount> account;
+  std::string name;
+  std::shared_ptr<Worker> worker;
+  std::shared_ptr<MailToken> token;
+  std::shared_ptr<void> turn;
 };
 
 class LinuxMailItem : public MailItem {
@@ -179,13 +168,13 @@ class LinuxMailItem : public MailItem {
 
   [[nodiscard]] std::string Subject() const override { return mail_.header.subject; }
   [[nodiscard]] bool UnRead() const override { return !mail_.isRead; }
-  void SetUnRead(bool unread) override {
-    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, MailMark::Read, !unread); });
-    mail_.isRead = !unread;
+  void MarkRead() override {
+    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, MailMark::Read); });
+    mail_.isRead = true;
   }
   [[nodiscard]] bool IsFlagged() const override { return mail_.isFlagged; }
   void Flag() override {
-    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, MailMark::Flagged, true); });
+    folder_->Do([&](StoredFolder& folder) { folder.Mark(mail_.id, MailMark::Flagged); });
     mail_.isFlagged = true;
   }
   [[nodiscard]] std::optional<std::string> Body() override {
@@ -208,21 +197,7 @@ class LinuxMailItem : public MailItem {
   ListedMail mail_;
 };
 
-class LinuxMailFolder : public MailFolder {
- public:
-  LinuxMailFolder(std::shared_ptr<FolderAccess> folder, std::vector<ListedMail> mails)
-      : folder_(std::move(folder)), mails_(std::move(mails)) {}
-
-  [[nodiscard]] std::size_t Count() const override { return mails_.size(); }
-  [[nodiscard]] std::unique_ptr<MailItem> Item(std::size_t number) override {
-    if (number < 1 || number > mails_.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-    return std::make_unique<LinuxMailItem>(folder_, mails_[number - 1]);
-  }
-
- private:
-  std::shared_ptr<FolderAccess> folder_;
-  std::vector<ListedMail> mails_;
-};
+using LinuxMailFolder = ListedFolder<LinuxMailItem, FolderAccess, ListedMail>;
 
 }  // namespace
 
@@ -251,9 +226,9 @@ void LinuxMail::Open(const MailAccount& account) {
 std::unique_ptr<MailFolder> LinuxMail::Folder(const std::string& name) {
   auto turn = parts_->TakeTurn();
   if (turn == nullptr) return nullptr;
-  const auto access = std::make_shared<FolderAccess>(
+  const auto access = std::make_shared<FolderAccess>(FolderAccess{
       parts_->Account(), ToUtf8(name), std::shared_ptr<Worker>(parts_, &parts_->worker),
-      std::shared_ptr<MailToken>(parts_, &parts_->token), std::move(turn));
+      std::shared_ptr<MailToken>(parts_, &parts_->token), std::move(turn)});
   std::vector<ListedMail> mails;
   access->Do([&](StoredFolder& folder) { mails = folder.List(); });
   return std::make_unique<LinuxMailFolder>(access, std::move(mails));

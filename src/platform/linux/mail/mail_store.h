@@ -34,7 +34,7 @@ class StoredFolder {
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& id) = 0;
 
   /// Does nothing when the mail is gone.
-  virtual void Mark(const std::string& id, MailMark mark, bool isSet) = 0;
+  virtual void Mark(const std::string& id, MailMark mark) = 0;
 };
 
 }  // namespace gorbex

@@ -88,9 +88,9 @@ std::optional<std::string> Bytes(const fs::path& path, std::size_t most, bool he
   return bytes;
 }
 
-std::string WithFlag(std::string flags, char flag, bool isSet) {
+std::string WithFlag(std::string flags, char flag) {
   flags.erase(std::remove(flags.begin(), flags.end(), flag), flags.end());
-  if (isSet) flags.push_back(flag);
+  flags.push_back(flag);
   std::sort(flags.begin(), flags.end());
   return flags;
 }
@@ -140,12 +140,12 @@ std::optional<std::string> MaildirFolder::Read(const std::string& id) {
   return path.empty() ? std::nullopt : Bytes(path, kMostOfMail, false);
 }
 
-void MaildirFolder::Mark(const std::string& id, MailMark mark, bool isSet) {
+void MaildirFolder::Mark(const std::string& id, MailMark mark) {
   const auto path = Locate(id);
   if (path.empty()) return;
   const MailFile file(path);
   const char flag = mark == MailMark::Read ? 'S' : 'F';
-  const auto marked = folder_ / "cur" / (id + ":2," + WithFlag(file.flags, flag, isSet));
+  const auto marked = folder_ / "cur" / (id + ":2," + WithFlag(file.flags, flag));
   if (marked == path) return;
   // Renaming is one step: whatever happens the mail is there, under one name or the other. Another
   // mail of that name stays what it is.

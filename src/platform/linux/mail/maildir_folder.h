@@ -20,7 +20,7 @@ class MaildirFolder : public StoredFolder {
 
   [[nodiscard]] std::vector<ListedMail> List() override;
   [[nodiscard]] std::optional<std::string> Read(const std::string& id) override;
-  void Mark(const std::string& id, MailMark mark, bool isSet) override;
+  void Mark(const std::string& id, MailMark mark) override;
 
  private:
   [[nodiscard]] std::filesystem::path Locate(const std::string& id) const;

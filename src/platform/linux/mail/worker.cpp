@@ -1,6 +1,7 @@
 #include "platform/linux/mail/worker.h"
 
 #include <future>
+#include <memory>
 #include <thread>
 #include <utility>
 
@@ -13,22 +14,6 @@ using namespace std::chrono_literals;
 
 constexpr auto kLongestWork = 10min;
 constexpr auto kBetweenEvents = 20ms;
-
-/// Leaves no thread running, whatever an event throws.
-class Joined {
- public:
-  Joined(std::thread& thread, Patience& patience) : thread_(thread), patience_(patience) {}
-  ~Joined() {
-    patience_.End();
-    thread_.join();
-  }
-  Joined(const Joined&) = delete;
-  Joined& operator=(const Joined&) = delete;
-
- private:
-  std::thread& thread_;
-  Patience& patience_;
-};
 
 }  // namespace
 
@@ -47,7 +32,11 @@ void Worker::Do(const std::function<void(Patience&)>& work) {
   auto done = task.get_future();
   std::thread thread(std::move(task));
   {
-    const Joined guard(thread, patience);
+    // Leaves no thread running, whatever an event throws.
+    const std::shared_ptr<void> guard(nullptr, [&](void*) {
+      patience.End();
+      thread.join();
+    });
     while (done.wait_for(kBetweenEvents) != std::future_status::ready) {
       if (events_ != nullptr) events_->DoEvents();
     }

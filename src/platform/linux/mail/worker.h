@@ -35,12 +35,9 @@ class Patience {
 
 /// Does work that may block on a separate thread, while the user interface of the caller stays
 /// alive.
-class Worker {
+class Worker : public EventHandler {
  public:
   explicit Worker(std::chrono::milliseconds longestSilence) : longestSilence_(longestSilence) {}
-
-  /// From now on these events are handled while work is waited for; the pump outlives the calls.
-  void Handle(EventPump& events) { events_ = &events; }
 
   /// Returns when the work is done; what it throws is thrown here as a RuntimeError. Work that an
   /// event asks for meanwhile is done after it.
@@ -48,7 +45,6 @@ class Worker {
 
  private:
   std::chrono::milliseconds longestSilence_;
-  EventPump* events_ = nullptr;
   std::mutex turn_;
 };
 
