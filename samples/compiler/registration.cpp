@@ -4,8 +4,8 @@
 
 #include "compiler/system_library.h"
 #include "compiler/type_library_image.h"
-#include "compiler/windows_path.h"
 #include "platform/component/component_keys.h"
+#include "platform/windows_path.h"
 
 namespace gorbex::standin {
 namespace {
@@ -19,21 +19,20 @@ bool SetText(Registry& registry, const std::string& key, const std::string& text
 
 void MakeFolders(FileSystem& files, const std::string& folder) {
   if (folder.size() <= 3 || FolderExists(files, folder)) return;
-  MakeFolders(files, FolderOf(folder));
+  MakeFolders(files, ResolvedPath(folder, ".."));
   files.CreateFolder(folder);
 }
 
 bool InstallSystemLibrary(FileSystem& files, Registry& registry) {
   const std::string file = "C:\\Windows\\System32\\stdole2.tlb";
   const auto library = SystemLibrary();
-  const auto keys = KeysOf(library, file);
-  const auto registered = RegisteredFile(registry, keys.library, keys.version);
+  const auto registered = RegisteredFile(registry, library.guid, RegistryVersionOf(library));
   if (registered && FileExists(files, *registered)) return true;
   if (!FileExists(files, file)) {
-    MakeFolders(files, FolderOf(file));
+    MakeFolders(files, ResolvedPath(file, ".."));
     files.Write(file, TypeLibraryImage(library));
   }
-  return WriteComponentKeys(registry, keys);
+  return WriteComponentKeys(registry, KeysOf(library, file));
 }
 
 }  // namespace

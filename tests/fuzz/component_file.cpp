@@ -4,7 +4,7 @@
 #include <cctype>
 
 #include "platform/component/component_keys.h"
-#include "platform/component/own_interface.h"
+#include "platform/component/library_inspector.h"
 #include "platform/component/pe_image.h"
 #include "tests/fuzz/target.h"
 #include "tests/support/memory_file_system.h"
@@ -40,7 +40,7 @@ void RequireSound(const TypeLibrary& library, std::size_t fileSize) {
 
 // The registrar refuses a class whose name leads elsewhere.
 bool HasPlainNames(const ComponentKeys& keys) {
-  return keys.name.find('\\') == std::string::npos &&
+  return keys.library.name.find('\\') == std::string::npos &&
          std::none_of(keys.classes.begin(), keys.classes.end(),
                       [](const auto& entry) { return entry.name.find('\\') != std::string::npos; });
 }
@@ -66,7 +66,7 @@ void RequireRegistered(const TypeLibrary& library) {
 // A component: a type library, or a program that holds some.
 void ReadInput(std::string_view input) {
   for (const auto number : {std::uint16_t{1}, std::uint16_t{2}}) {
-    const auto resource = FindPeResource(input, "TYPELIB", number);
+    const auto resource = FindLibraryResource(input, number);
     Require(!resource || (resource->data() >= input.data() &&
                           resource->data() + resource->size() <= input.data() + input.size()),
             "a resource is a part of the file");

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/component/library_file.h"
-#include "platform/component/own_interface.h"
+#include "platform/component/library_inspector.h"
 #include "platform/component/type_library.h"
 #include "system_bench.h"
 #include "tests/support/memory_file_system.h"

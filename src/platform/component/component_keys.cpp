@@ -26,12 +26,17 @@ class KeyWriter {
   std::vector<RegistryEntry> entries_;
 };
 
+std::string VersionKey(const TypeLibrary& library) {
+  return "TypeLib\\" + library.guid + "\\" + RegistryVersionOf(library);
+}
+
 void WriteLibrary(KeyWriter& to, const ComponentKeys& keys) {
-  const auto key = "TypeLib\\" + keys.library + "\\" + keys.version;
+  const auto& library = keys.library;
+  const auto key = VersionKey(library);
   const auto folderEnd = keys.path.rfind('\\');
-  to.Set(key, keys.helpString.empty() ? keys.name : keys.helpString);
-  to.Set(key + "\\" + Hexadecimal(keys.lcid) + "\\win32", keys.path);
-  to.Set(key + "\\FLAGS", std::to_string(keys.flags));
+  to.Set(key, library.helpString.empty() ? library.name : library.helpString);
+  to.Set(key + "\\" + Hexadecimal(library.lcid) + "\\win32", keys.path);
+  to.Set(key + "\\FLAGS", std::to_string(library.flags));
   to.Set(key + "\\HELPDIR", folderEnd == std::string::npos ? "" : keys.path.substr(0, folderEnd));
 }
 
@@ -39,12 +44,12 @@ void WriteInterface(KeyWriter& to, const ComponentKeys& keys, const ComponentKey
   const auto key = "Interface\\" + entry.iid;
   to.Set(key, entry.interfaceName);
   to.Set(key + "\\ProxyStubClsid32", kLibraryProxy);
-  to.Set(key + "\\TypeLib", keys.library);
-  to.Set(key + "\\TypeLib", keys.version, "Version");
+  to.Set(key + "\\TypeLib", keys.library.guid);
+  to.Set(key + "\\TypeLib", RegistryVersionOf(keys.library), "Version");
 }
 
 void WriteClass(KeyWriter& to, const ComponentKeys& keys, const ComponentKeys::Class& entry) {
-  const auto programName = keys.name + "." + entry.name;
+  const auto programName = keys.library.name + "." + entry.name;
   const auto key = "CLSID\\" + entry.clsid;
   const auto server = key + (keys.inProcess ? "\\InprocServer32" : "\\LocalServer32");
   to.Set(key, programName);
@@ -52,8 +57,8 @@ void WriteClass(KeyWriter& to, const ComponentKeys& keys, const ComponentKeys::C
   if (keys.inProcess) to.Set(server, "Apartment", "ThreadingModel");
   to.Set(key + "\\ProgID", programName);
   to.Set(key + "\\Programmable", "");
-  to.Set(key + "\\TypeLib", keys.library);
-  to.Set(key + "\\VERSION", keys.version);
+  to.Set(key + "\\TypeLib", keys.library.guid);
+  to.Set(key + "\\VERSION", RegistryVersionOf(keys.library));
   to.Set(programName, programName);
   to.Set(programName + "\\Clsid", entry.clsid);
 }
@@ -61,15 +66,7 @@ void WriteClass(KeyWriter& to, const ComponentKeys& keys, const ComponentKeys::C
 }  // namespace
 
 ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path) {
-  ComponentKeys keys;
-  keys.library = library.guid;
-  keys.version = RegistryVersionOf(library);
-  keys.lcid = library.lcid;
-  keys.flags = library.flags;
-  keys.name = library.name;
-  keys.helpString = library.helpString;
-  keys.path = path;
-  keys.inProcess = !LowerCase(path).ends_with(".exe");
+  ComponentKeys keys{library, path, {}, !LowerCase(path).ends_with(".exe")};
   for (const auto& type : library.types) {
     if (type.kind != TypeKind::Coclass || type.guid.empty()) continue;
     ComponentKeys::Class entry{type.name, type.guid, "", ""};
@@ -84,10 +81,10 @@ ComponentKeys KeysOf(const TypeLibrary& library, const std::string& path) {
 }
 
 std::vector<std::string> OwnKeysOf(const ComponentKeys& keys) {
-  std::vector<std::string> own = {"TypeLib\\" + keys.library + "\\" + keys.version};
+  std::vector<std::string> own = {VersionKey(keys.library)};
   for (const auto& each : keys.classes) {
     own.push_back("CLSID\\" + each.clsid);
-    own.push_back(keys.name + "." + each.name);
+    own.push_back(keys.library.name + "." + each.name);
     if (!each.iid.empty()) own.push_back("Interface\\" + each.iid);
   }
   return own;

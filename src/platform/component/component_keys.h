@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,12 +17,7 @@ struct ComponentKeys {
     std::string interfaceName;
   };
 
-  std::string library;
-  std::string version;  ///< major.minor in hexadecimal
-  std::uint32_t lcid = 0;
-  std::uint16_t flags = 0;
-  std::string name;
-  std::string helpString;
+  TypeLibrary library;
   std::string path;
   std::vector<Class> classes;
   bool inProcess = true;

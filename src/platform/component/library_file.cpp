@@ -16,7 +16,7 @@ LibraryPlace PlaceOfLibrary(const FileReader& files, const std::string& path) {
 
 std::optional<InnerLibrary> InnerLibraryOf(std::string_view file) {
   try {
-    const auto bytes = file.starts_with("MSFT") ? file : FindPeResource(file, "TYPELIB");
+    const auto bytes = file.starts_with("MSFT") ? file : FindLibraryResource(file);
     if (!bytes) return std::nullopt;
     const auto library = ReadTypeLibrary(*bytes);
     if (!library) return std::nullopt;
@@ -34,7 +34,7 @@ std::optional<TypeLibrary> TypeLibraryOf(const FileReader& files,
     if (!place.resource) {
       if (auto library = ReadTypeLibrary(bytes)) return library;
     }
-    const auto resource = FindPeResource(bytes, "TYPELIB", place.resource);
+    const auto resource = FindLibraryResource(bytes, place.resource);
     return resource ? ReadTypeLibrary(*resource) : std::nullopt;
   } catch (const std::exception&) {
     return std::nullopt;

@@ -63,13 +63,14 @@ class PeHeaders {
   ByteReader sections_;
 };
 
-// Compares an entry's UTF-16 name with an ASCII text.
-bool IsNamed(const ByteReader& resources, std::uint32_t entryName, std::string_view text) {
+// Looks at an entry's UTF-16 name.
+bool IsLibraryType(const ByteReader& resources, std::uint32_t entryName) {
+  constexpr std::string_view kType = "TYPELIB";
   if ((entryName & kHighBit) == 0) return false;
   const std::uint64_t name = entryName & kOffset;
-  if (resources.U16(name) != text.size()) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (resources.U16(name + 2 + i * 2) != static_cast<unsigned char>(text[i])) return false;
+  if (resources.U16(name) != kType.size()) return false;
+  for (std::size_t i = 0; i < kType.size(); ++i) {
+    if (resources.U16(name + 2 + i * 2) != static_cast<unsigned char>(kType[i])) return false;
   }
   return true;
 }
@@ -92,10 +93,10 @@ std::uint32_t DirectoryAt(std::uint32_t target) {
 }
 
 // The offset of the record that tells address and size of the resource.
-std::optional<std::uint32_t> FindRecord(const ByteReader& resources, std::string_view type,
+std::optional<std::uint32_t> FindRecord(const ByteReader& resources,
                                         std::optional<std::uint16_t> number) {
   const auto ofType =
-      FirstEntry(resources, 0, [&](auto name) { return IsNamed(resources, name, type); });
+      FirstEntry(resources, 0, [&](auto name) { return IsLibraryType(resources, name); });
   if (!ofType) return std::nullopt;
   const auto ofNumber = FirstEntry(resources, DirectoryAt(*ofType),
                                    [&](auto name) { return !number || name == *number; });
@@ -105,14 +106,14 @@ std::optional<std::uint32_t> FindRecord(const ByteReader& resources, std::string
 
 }  // namespace
 
-std::optional<std::string_view> FindPeResource(std::string_view file, std::string_view type,
-                                               std::optional<std::uint16_t> number) {
+std::optional<std::string_view> FindLibraryResource(std::string_view file,
+                                                    std::optional<std::uint16_t> number) {
   try {
     const PeHeaders image{ByteReader(file)};
     const auto directory = image.Resources();
     if (!directory) return std::nullopt;
     const auto resources = image.LoadedAt(*directory);
-    const auto record = FindRecord(resources, type, number);
+    const auto record = FindRecord(resources, number);
     if (!record) return std::nullopt;
     return image.LoadedAt(resources.U32(*record)).Bytes(0, resources.U32(*record + 4ULL));
   } catch (const DamagedBytes&) {

@@ -8,9 +8,9 @@
 #include <system_error>
 
 #include "platform/code_page.h"
+#include "platform/component/library_inspector.h"
 #include "platform/git/source_control.h"
 #include "platform/linux/clock.h"
-#include "platform/linux/component_inspector.h"
 #include "platform/linux/file_system.h"
 #include "platform/linux/host_file.h"
 #include "platform/linux/mail/mail.h"
@@ -99,7 +99,7 @@ struct LinuxHost::Parts {
                                    return static_cast<std::uint32_t>(registrar.Run(arguments));
                                  }};
   LinuxClock clock;
-  LinuxComponentInspector components{files};
+  LibraryInspector components{files};
   PluginObjects objects{registry, prefix};
   LinuxToolRunner tools{prefix};
   GitSourceControl sourceControl{tools, files, OwnProgram(), [this](const std::string& hostPath) {

@@ -75,16 +75,16 @@ std::uint32_t Side(int pixels) {
 }
 
 /// One instance of a plug-in's class, from `create` to `destroy`.
-class Instance {
+class Instance : public ComponentObject {
  public:
-  Instance(PluginClass made, std::function<void()> repaint)
+  explicit Instance(PluginClass made, std::function<void()> repaint = nullptr)
       : class_(std::move(made)), repaint_(std::move(repaint)) {
     const auto status = Called(class_.calls.create, &host_, &instance_);
     if (status == GORBEX_OK) return;
     instance_ = nullptr;
     Raise(status, "");
   }
-  ~Instance() {
+  ~Instance() override {
     try {
       class_.calls.destroy(instance_);
     } catch (...) {
@@ -94,7 +94,7 @@ class Instance {
   Instance(const Instance&) = delete;
   Instance& operator=(const Instance&) = delete;
 
-  void Let(const std::string& property, const std::string& value) {
+  void Let(const std::string& property, const std::string& value) override {
     const auto set = class_.calls.set_property;
     if (set == nullptr) throw RuntimeError(ErrorNumber::NoSuchProperty, property);
     const auto name = HandedOver(property, property);
@@ -102,7 +102,7 @@ class Instance {
     Require(Called(set, instance_, View(name), View(text)), property);
   }
 
-  [[nodiscard]] std::string Get(const std::string& property) {
+  [[nodiscard]] std::string Get(const std::string& property) override {
     const auto get = class_.calls.get_property;
     if (get == nullptr) throw RuntimeError(ErrorNumber::NoSuchProperty, property);
     const auto name = HandedOver(property, property);
@@ -156,21 +156,6 @@ class Instance {
   std::function<void()> repaint_;
   GorbexHost host_{sizeof(GorbexHost), this, &Instance::Repaint};
   void* instance_ = nullptr;
-};
-
-class PluginObject : public ComponentObject {
- public:
-  explicit PluginObject(PluginClass made) : instance_(std::move(made), nullptr) {}
-
-  void Let(const std::string& property, const std::string& value) override {
-    instance_.Let(property, value);
-  }
-  [[nodiscard]] std::string Get(const std::string& property) override {
-    return instance_.Get(property);
-  }
-
- private:
-  Instance instance_;
 };
 
 class PluginControl : public ComponentControl {
@@ -254,7 +239,7 @@ PluginClass PluginObjects::Load(const std::string& identifier) const {
 }
 
 std::unique_ptr<ComponentObject> PluginObjects::CreateObject(const std::string& identifier) {
-  return Creating(identifier, [&] { return std::make_unique<PluginObject>(Load(identifier)); });
+  return Creating(identifier, [&] { return std::make_unique<Instance>(Load(identifier)); });
 }
 
 void PluginObjects::AddLicense(const std::string& identifier) {

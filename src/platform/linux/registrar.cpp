@@ -21,9 +21,18 @@ bool HasPlainNames(const ComponentKeys& keys) {
   const auto isPlain = [](const std::string& name) {
     return !name.empty() && name.find('\\') == std::string::npos;
   };
-  return isPlain(keys.name) &&
+  return isPlain(keys.library.name) &&
          std::all_of(keys.classes.begin(), keys.classes.end(),
                      [&](const ComponentKeys::Class& entry) { return isPlain(entry.name); });
+}
+
+// Harmless when the component is not registered.
+bool Remove(LinuxRegistry& registry, const ComponentKeys& keys) {
+  const bool done = registry.RemoveKeys(RegistryRoot::ClassesRoot, OwnKeysOf(keys));
+  // Other versions of the library are other components.
+  const std::string top = "TypeLib\\" + keys.library.guid;
+  if (registry.HasSubKeys(RegistryRoot::ClassesRoot, top)) return done;
+  return registry.RemoveKeys(RegistryRoot::ClassesRoot, {top}) && done;
 }
 
 }  // namespace
@@ -39,30 +48,12 @@ Registrar::Outcome Registrar::Run(std::string_view arguments) {
     }
   }
   if (files.size() != 1) return Outcome::BadArguments;
-  return unregisters ? Unregister(files.front()) : Register(files.front());
-}
-
-Registrar::Outcome Registrar::Register(const std::string& componentFile) {
-  if (!FileExists(files_, componentFile)) return Outcome::NotLoaded;
-  const auto library = TypeLibraryOf(files_, componentFile);
+  if (!FileExists(files_, files.front())) return Outcome::NotLoaded;
+  const auto library = TypeLibraryOf(files_, files.front());
   if (!library) return Outcome::NoEntryPoint;
-  const ComponentKeys keys = KeysOf(*library, componentFile);
+  const ComponentKeys keys = KeysOf(*library, files.front());
   if (!HasPlainNames(keys)) return Outcome::Failed;
-  return WriteComponentKeys(registry_, keys) ? Outcome::Done : Outcome::Failed;
-}
-
-Registrar::Outcome Registrar::Unregister(const std::string& componentFile) {
-  if (!FileExists(files_, componentFile)) return Outcome::NotLoaded;
-  const auto library = TypeLibraryOf(files_, componentFile);
-  if (!library) return Outcome::NoEntryPoint;
-  const ComponentKeys keys = KeysOf(*library, componentFile);
-  if (!HasPlainNames(keys)) return Outcome::Failed;
-  bool done = registry_.RemoveKeys(RegistryRoot::ClassesRoot, OwnKeysOf(keys));
-  // Other versions of the library are other components.
-  const std::string top = "TypeLib\\" + keys.library;
-  if (!registry_.HasSubKeys(RegistryRoot::ClassesRoot, top)) {
-    done = registry_.RemoveKeys(RegistryRoot::ClassesRoot, {top}) && done;
-  }
+  const bool done = unregisters ? Remove(registry_, keys) : WriteComponentKeys(registry_, keys);
   return done ? Outcome::Done : Outcome::Failed;
 }
 

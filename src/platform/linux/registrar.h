@@ -26,14 +26,8 @@ class Registrar {
       : files_(files), registry_(registry) {}
 
   /// Runs the tool's command line after its name: an optional "/s", "-u" or "/u" to unregister,
-  /// and a file.
+  /// and a file. Harmless when that is done already; removes only the component's own keys.
   [[nodiscard]] Outcome Run(std::string_view arguments);
-
-  /// Harmless when the component is registered already.
-  [[nodiscard]] Outcome Register(const std::string& componentFile);
-
-  /// Removes only the component's own keys; harmless when it is not registered.
-  [[nodiscard]] Outcome Unregister(const std::string& componentFile);
 
  private:
   const FileReader& files_;

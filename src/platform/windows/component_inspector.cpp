@@ -6,9 +6,9 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <optional>
 
-#include "platform/component/own_interface.h"
 #include "platform/windows/com_pointer.h"
 #include "platform/windows/full_path.h"
 #include "platform/windows/wide_text.h"
@@ -24,7 +24,7 @@ ComPointer<ITypeLib> Load(const FileReader& files, const std::string& componentF
   auto path = FullPathOf(place.file);
   if (!path || !IsFile(*path)) return library;
   if (place.resource) *path += L"\\" + std::to_wstring(*place.resource);
-  LoadTypeLibEx(path->c_str(), REGKIND_NONE, library.Place());
+  LoadTypeLibEx(path->c_str(), REGKIND_NONE, library.GetAddressOf());
   return library;
 }
 
@@ -47,25 +47,13 @@ std::optional<TypeKind> KindOf(TYPEKIND kind) {
   }
 }
 
-/// The attributes of a type, given back to it at the end.
-class TypeAttributes {
- public:
-  explicit TypeAttributes(ITypeInfo& type) : type_(type) {
-    if (FAILED(type_.GetTypeAttr(&attributes_))) attributes_ = nullptr;
-  }
-  ~TypeAttributes() {
-    if (attributes_ != nullptr) type_.ReleaseTypeAttr(attributes_);
-  }
-  TypeAttributes(const TypeAttributes&) = delete;
-  TypeAttributes& operator=(const TypeAttributes&) = delete;
-
-  explicit operator bool() const { return attributes_ != nullptr; }
-  const TYPEATTR* operator->() const { return attributes_; }
-
- private:
-  ITypeInfo& type_;
-  TYPEATTR* attributes_ = nullptr;
-};
+// The attributes of a type, given back to it at the end.
+auto AttributesOf(ITypeInfo& type) {
+  const auto giveBack = [&type](TYPEATTR* attributes) { type.ReleaseTypeAttr(attributes); };
+  TYPEATTR* attributes = nullptr;
+  if (FAILED(type.GetTypeAttr(&attributes))) attributes = nullptr;
+  return std::unique_ptr<TYPEATTR, decltype(giveBack)>(attributes, giveBack);
+}
 
 // The place among the library's types of the interface that a class names; nothing when it belongs
 // to another library.
@@ -75,8 +63,8 @@ std::optional<std::size_t> OwnType(ITypeLib& library, ITypeInfo& coclass, UINT n
   ComPointer<ITypeLib> home;
   UINT index = 0;
   const bool isFound = SUCCEEDED(coclass.GetRefTypeOfImplType(number, &reference)) &&
-                       SUCCEEDED(coclass.GetRefTypeInfo(reference, type.Place())) &&
-                       SUCCEEDED(type->GetContainingTypeLib(home.Place(), &index));
+                       SUCCEEDED(coclass.GetRefTypeInfo(reference, type.GetAddressOf())) &&
+                       SUCCEEDED(type->GetContainingTypeLib(home.GetAddressOf(), &index));
   if (!isFound || home.Get() != &library) return std::nullopt;
   return index;
 }
@@ -98,8 +86,8 @@ std::optional<std::size_t> DefaultInterface(ITypeLib& library, ITypeInfo& coclas
 TypeInfo Described(ITypeLib& library, UINT index) {
   TypeInfo described;
   ComPointer<ITypeInfo> type;
-  if (FAILED(library.GetTypeInfo(index, type.Place()))) return described;
-  const TypeAttributes attributes(*type.Get());
+  if (FAILED(library.GetTypeInfo(index, type.GetAddressOf()))) return described;
+  const auto attributes = AttributesOf(*type.Get());
   const auto kind = attributes ? KindOf(attributes->typekind) : std::nullopt;
   if (!kind) return described;
   described.kind = *kind;
@@ -110,25 +98,18 @@ TypeInfo Described(ITypeLib& library, UINT index) {
   return described;
 }
 
+}  // namespace
+
 // The loader takes resource 1 for the first one, which may have another number.
-std::optional<TypeLibrary> Read(const FileReader& files, const std::string& componentFile) {
-  const auto loaded = Load(files, componentFile);
-  if (!loaded) return TypeLibraryOf(files, componentFile);
+std::optional<TypeLibrary> WindowsComponentInspector::Read(const std::string& componentFile) const {
+  const auto loaded = Load(files_, componentFile);
+  if (!loaded) return LibraryInspector::Read(componentFile);
   TypeLibrary library;
   const UINT count = loaded->GetTypeInfoCount();
   for (UINT index = 0; index < count; ++index) {
     library.types.push_back(Described(*loaded.Get(), index));
   }
   return library;
-}
-
-}  // namespace
-
-std::string WindowsComponentInspector::InterfaceGuid(const std::string& componentFile,
-                                                     const std::string& defaultText) const {
-  const auto library = Read(files_, componentFile);
-  const auto guid = library ? OwnInterfaceOf(*library) : std::string();
-  return guid.empty() ? defaultText : guid;
 }
 
 }  // namespace gorbex

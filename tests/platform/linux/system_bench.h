@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/code_page.h"
-#include "platform/linux/component_inspector.h"
+#include "platform/component/library_inspector.h"
 #include "platform/linux/file_system.h"
 #include "platform/linux/process.h"
 #include "platform/linux/registry.h"
@@ -80,7 +80,7 @@ struct ToolsOnSystem {
 };
 
 struct InspectorOnSystem : FilesOnSystem {
-  LinuxComponentInspector inspector{files};
+  LibraryInspector inspector{files};
   std::string libraries = prefix.WindowsPath(TYPE_LIBRARIES);
 };
 

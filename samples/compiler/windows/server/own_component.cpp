@@ -54,7 +54,7 @@ std::wstring ComponentFile() {
 
 ComPointer<ITypeLib> ComponentLibrary() {
   ComPointer<ITypeLib> library;
-  LoadTypeLibEx(ComponentFile().c_str(), REGKIND_NONE, library.Place());
+  LoadTypeLibEx(ComponentFile().c_str(), REGKIND_NONE, library.GetAddressOf());
   return library;
 }
 
@@ -71,7 +71,7 @@ HRESULT UnregisterComponent() {
   bool done = true;
   for (const auto& key : OwnKeysOf(*keys)) done = RemoveTree(key) && done;
   // Other versions of the library, which keep the key above, are other components.
-  RegDeleteKeyW(HKEY_CLASSES_ROOT, ToWide("TypeLib\\" + keys->library).c_str());
+  RegDeleteKeyW(HKEY_CLASSES_ROOT, ToWide("TypeLib\\" + keys->library.guid).c_str());
   return done ? S_OK : SELFREG_E_CLASS;
 }
 

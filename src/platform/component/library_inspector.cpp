@@ -1,4 +1,4 @@
-#include "platform/component/own_interface.h"
+#include "platform/component/library_inspector.h"
 
 #include <algorithm>
 #include <array>
@@ -29,6 +29,13 @@ std::string OwnInterfaceOf(const TypeLibrary& library) {
   }
   const auto found = std::find_if(library.types.begin(), library.types.end(), IsOwnInterface);
   return found == library.types.end() ? std::string() : found->guid;
+}
+
+std::string LibraryInspector::InterfaceGuid(const std::string& componentFile,
+                                            const std::string& defaultText) const {
+  const auto library = Read(componentFile);
+  const auto guid = library ? OwnInterfaceOf(*library) : std::string();
+  return guid.empty() ? defaultText : guid;
 }
 
 }  // namespace gorbex
