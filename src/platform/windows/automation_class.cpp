@@ -25,7 +25,7 @@ void Require(HRESULT result, const std::string& identifier) {
 ComPointer<IDispatch> Make(const std::string& identifier, DWORD servers) {
   ComPointer<IDispatch> made;
   Require(CoCreateInstance(ClassOf(identifier), nullptr, servers, IID_IDispatch,
-                           reinterpret_cast<void**>(made.Place())),
+                           reinterpret_cast<void**>(made.GetAddressOf())),
           identifier);
   return made;
 }

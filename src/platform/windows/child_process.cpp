@@ -237,16 +237,11 @@ std::wstring EnvironmentWith(const std::map<std::string, std::optional<std::stri
 }
 
 std::optional<std::wstring> EnvironmentVariable(const wchar_t* name) {
-  std::wstring value(256, L'\0');
-  for (;;) {
-    SetLastError(ERROR_SUCCESS);
-    const DWORD length =
-        GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
-    if (length == 0 && GetLastError() != ERROR_SUCCESS) return std::nullopt;
-    const bool isWhole = length < value.size();
-    value.resize(length);
-    if (isWhole) return value;
-  }
+  SetLastError(ERROR_SUCCESS);
+  auto value = TextOfCall(
+      [&](wchar_t* text, DWORD room) { return GetEnvironmentVariableW(name, text, room); });
+  if (value.empty() && GetLastError() != ERROR_SUCCESS) return std::nullopt;
+  return value;
 }
 
 }  // namespace gorbex

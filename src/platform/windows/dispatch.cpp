@@ -158,8 +158,9 @@ Dispatch MemberAnswer::Object() {
   const bool isObject = value_.vt == VT_DISPATCH || value_.vt == VT_UNKNOWN;
   if (!isObject) throw RuntimeError(ErrorNumber::TypeMismatch, member_);
   ComPointer<IDispatch> object;
-  if (value_.punkVal != nullptr && FAILED(value_.punkVal->QueryInterface(
-                                       IID_IDispatch, reinterpret_cast<void**>(object.Place())))) {
+  if (value_.punkVal != nullptr &&
+      FAILED(value_.punkVal->QueryInterface(IID_IDispatch,
+                                            reinterpret_cast<void**>(object.GetAddressOf())))) {
     throw RuntimeError(ErrorNumber::TypeMismatch, member_);
   }
   return Dispatch(std::move(object));

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "platform/windows/wide_text.h"
 #include "platform/windows_path.h"
 
@@ -10,15 +12,10 @@ namespace gorbex {
 std::optional<std::wstring> FullPathOf(const std::string& path) {
   if (!ParseWindowsPath(path)) return std::nullopt;
   const auto wide = ToWide(path);
-  std::wstring full(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length =
-        GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
-    if (length == 0) return std::nullopt;
-    const bool isWhole = length < full.size();
-    full.resize(length);
-    if (isWhole) return full;
-  }
+  auto full = TextOfCall([&](wchar_t* text, DWORD room) {
+    return GetFullPathNameW(wide.c_str(), room, text, nullptr);
+  });
+  return full.empty() ? std::nullopt : std::optional(std::move(full));
 }
 
 bool IsDevice(const std::wstring& fullPath) {

@@ -13,23 +13,14 @@
 #include "platform/windows/wide_text.h"
 
 namespace gorbex {
-namespace {
-
-std::wstring SystemFolder(decltype(&GetSystemDirectoryW) call) {
-  std::wstring folder(MAX_PATH, L'\0');
-  folder.resize(call(folder.data(), MAX_PATH));
-  return folder;
-}
-
-}  // namespace
 
 std::optional<std::wstring> WindowsProcessLauncher::Locate(const std::string& name) const {
   const auto full = FullPathOf(name);
   if (!full) return std::nullopt;
   const bool isBare = name.find_first_of("\\/:") == std::string::npos;
   if (!isBare) return IsFile(*full) ? full : std::nullopt;
-  for (const auto& folder : {SystemFolder(&GetSystemDirectoryW),
-                             SystemFolder(&GetWindowsDirectoryW), ToWide(programFolder_)}) {
+  for (const auto& folder : {TextOfCall(&GetSystemDirectoryW), TextOfCall(&GetWindowsDirectoryW),
+                             ToWide(programFolder_)}) {
     auto place = folder + L"\\" + ToWide(name);
     if (IsFile(place)) return place;
   }

@@ -15,12 +15,9 @@ namespace gorbex {
 namespace {
 
 std::optional<std::string> ShortPathOf(const std::wstring& folder) {
-  std::wstring path(GetShortPathNameW(folder.c_str(), nullptr, 0), L'\0');
-  const DWORD length =
-      GetShortPathNameW(folder.c_str(), path.data(), static_cast<DWORD>(path.size()));
-  if (length == 0 || length >= path.size()) return std::nullopt;
-  path.resize(length);
-  return FromWide(path);
+  const auto path = TextOfCall(
+      [&](wchar_t* text, DWORD room) { return GetShortPathNameW(folder.c_str(), text, room); });
+  return path.empty() ? std::nullopt : FromWide(path);
 }
 
 // The same name for the same folder at every start, and hardly ever for two folders.

@@ -21,4 +21,17 @@ namespace gorbex {
 [[nodiscard]] std::wstring WideFromUtf8(std::string_view utf8);
 [[nodiscard]] std::string Utf8FromWide(std::wstring_view wide);
 
+/// The text of a call of the system's that fills a buffer and returns the text's length, or the
+/// room that it needs.
+template <class Call>
+[[nodiscard]] std::wstring TextOfCall(Call&& call) {
+  std::wstring text(260, L'\0');
+  for (;;) {
+    const auto length = call(text.data(), static_cast<unsigned>(text.size()));
+    const bool isWhole = length < text.size();
+    text.resize(length);
+    if (isWhole) return text;
+  }
+}
+
 }  // namespace gorbex

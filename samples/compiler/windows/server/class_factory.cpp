@@ -22,9 +22,8 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-  interface_->AddRef();
-  const ComPointer<LateBoundObject> made(
-      new (std::nothrow) LateBoundObject(ComPointer<ITypeInfo>(interface_.Get())));
+  ComPointer<LateBoundObject> made;
+  *made.GetAddressOf() = new (std::nothrow) LateBoundObject(interface_);
   return made ? made->QueryInterface(iid, object) : E_OUTOFMEMORY;
 }
 
@@ -38,12 +37,13 @@ ComPointer<ClassFactory> FactoryOf(ITypeLib& library, REFCLSID clsid) {
   ComPointer<ITypeInfo> type;
   ComPointer<ITypeInfo> members;
   HREFTYPE reference = 0;
-  const bool isFound = SUCCEEDED(library.GetTypeInfoOfGuid(clsid, type.Place())) &&
+  const bool isFound = SUCCEEDED(library.GetTypeInfoOfGuid(clsid, type.GetAddressOf())) &&
                        MayBeCreated(*type.Get()) &&
                        SUCCEEDED(type->GetRefTypeOfImplType(0, &reference)) &&
-                       SUCCEEDED(type->GetRefTypeInfo(reference, members.Place()));
-  if (!isFound) return ComPointer<ClassFactory>();
-  return ComPointer<ClassFactory>(new (std::nothrow) ClassFactory(std::move(members)));
+                       SUCCEEDED(type->GetRefTypeInfo(reference, members.GetAddressOf()));
+  ComPointer<ClassFactory> factory;
+  if (isFound) *factory.GetAddressOf() = new (std::nothrow) ClassFactory(std::move(members));
+  return factory;
 }
 
 }  // namespace gorbex::standin

@@ -4,6 +4,8 @@
 
 #include <objbase.h>
 
+#include <utility>
+
 #include "compiler/windows/server/com_object.h"
 #include "platform/windows/com_pointer.h"
 

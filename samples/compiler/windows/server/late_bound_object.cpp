@@ -11,41 +11,22 @@ namespace {
 
 constexpr WORD kPuts = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
-/// A function of the interface in which one way of using a property is described.
-class Description {
- public:
-  Description(ITypeInfo& type, UINT index) : interface_(type) {
-    if (FAILED(interface_.GetFuncDesc(index, &function_))) function_ = nullptr;
-  }
-  ~Description() {
-    if (function_ != nullptr) interface_.ReleaseFuncDesc(function_);
-  }
-  Description(const Description&) = delete;
-  Description& operator=(const Description&) = delete;
-
-  [[nodiscard]] bool Exists() const { return function_ != nullptr; }
-  [[nodiscard]] bool Is(DISPID id, WORD kind) const {
-    return function_ != nullptr && function_->memid == id && (function_->invkind & kind) != 0;
-  }
-
-  // Of the value that is given away, or taken as the only parameter.
-  [[nodiscard]] VARTYPE ValueType() const {
-    if (function_->invkind == INVOKE_PROPERTYGET) return function_->elemdescFunc.tdesc.vt;
-    return function_->cParams == 1 ? function_->lprgelemdescParam[0].tdesc.vt : VARTYPE{VT_VARIANT};
-  }
-
- private:
-  ITypeInfo& interface_;
-  FUNCDESC* function_ = nullptr;
-};
+// Of the value that is given away, or taken as the only parameter.
+VARTYPE ValueType(const FUNCDESC& function) {
+  if (function.invkind == INVOKE_PROPERTYGET) return function.elemdescFunc.tdesc.vt;
+  return function.cParams == 1 ? function.lprgelemdescParam[0].tdesc.vt : VARTYPE{VT_VARIANT};
+}
 
 // The type of a property that may be used in that way.
 std::optional<VARTYPE> PropertyType(ITypeInfo& type, DISPID id, WORD kind) {
-  for (UINT index = 0;; ++index) {
-    const Description description(type, index);
-    if (!description.Exists()) return std::nullopt;
-    if (description.Is(id, kind)) return description.ValueType();
+  FUNCDESC* function = nullptr;
+  for (UINT index = 0; SUCCEEDED(type.GetFuncDesc(index, &function)); ++index) {
+    const bool isMeant = function->memid == id && (function->invkind & kind) != 0;
+    const auto value = isMeant ? std::optional(ValueType(*function)) : std::nullopt;
+    type.ReleaseFuncDesc(function);
+    if (value) return value;
   }
+  return std::nullopt;
 }
 
 // The value of a property that was never set.
@@ -87,10 +68,7 @@ HRESULT LateBoundObject::GetTypeInfoCount(UINT* count) {
 HRESULT LateBoundObject::GetTypeInfo(UINT index, LCID /*lcid*/, ITypeInfo** info) {
   if (info == nullptr) return E_POINTER;
   *info = nullptr;
-  if (index != 0) return DISP_E_BADINDEX;
-  interface_->AddRef();
-  *info = interface_.Get();
-  return S_OK;
+  return index == 0 ? interface_.CopyTo(info) : DISP_E_BADINDEX;
 }
 
 HRESULT LateBoundObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count,

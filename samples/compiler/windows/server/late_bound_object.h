@@ -5,6 +5,7 @@
 #include <oaidl.h>
 
 #include <map>
+#include <utility>
 
 #include "compiler/windows/server/com_object.h"
 #include "platform/windows/com_pointer.h"

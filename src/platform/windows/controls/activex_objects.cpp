@@ -19,7 +19,7 @@ namespace {
 template <class Interface>
 ComPointer<Interface> Ask(IUnknown& object, REFIID id) {
   ComPointer<Interface> answer;
-  object.QueryInterface(id, reinterpret_cast<void**>(answer.Place()));
+  object.QueryInterface(id, reinterpret_cast<void**>(answer.GetAddressOf()));
   return answer;
 }
 
