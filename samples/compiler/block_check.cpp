@@ -49,13 +49,8 @@ constexpr std::array kBlocks = {
 constexpr std::string_view kModifiers = "public private friend static global";
 
 bool IsOneOf(std::string_view words, std::string_view word) {
-  if (word.empty()) return false;
-  for (auto at = words.find(word); at != std::string_view::npos; at = words.find(word, at + 1)) {
-    const bool starts = at == 0 || words[at - 1] == ' ';
-    const bool ends = at + word.size() == words.size() || words[at + word.size()] == ' ';
-    if (starts && ends) return true;
-  }
-  return false;
+  const auto known = Split(words, ' ');
+  return std::find(known.begin(), known.end(), word) != known.end();
 }
 
 /// A statement, seen as its first two words; the second follows after blanks.

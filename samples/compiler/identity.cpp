@@ -29,8 +29,7 @@ Uuid RandomUuid() {
   return uuid;
 }
 
-}  // namespace
-
+// A version 5 UUID: the same for the same name, everywhere.
 Uuid NameBasedUuid(const Uuid& space, std::string_view name) {
   std::string text(space.begin(), space.end());
   text.append(name);
@@ -41,6 +40,7 @@ Uuid NameBasedUuid(const Uuid& space, std::string_view name) {
   return uuid;
 }
 
+// In braces and capital letters, as the registry writes it.
 std::string BracedText(const Uuid& uuid) {
   std::string text(kPattern);
   std::size_t digit = 0;
@@ -52,6 +52,8 @@ std::string BracedText(const Uuid& uuid) {
   }
   return text;
 }
+
+}  // namespace
 
 std::optional<Uuid> ParsedUuid(std::string_view text) {
   if (text.size() != kPattern.size()) return std::nullopt;

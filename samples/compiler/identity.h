@@ -11,9 +11,6 @@ namespace gorbex::standin {
 
 using Uuid = std::array<std::uint8_t, 16>;  ///< in the order it is written
 
-/// A version 5 UUID: the same for the same name, everywhere.
-[[nodiscard]] Uuid NameBasedUuid(const Uuid& space, std::string_view name);
-
 /// Gives identities that nothing had before.
 class NewIdentities {
  public:
@@ -28,8 +25,6 @@ class NewIdentities {
   std::string seed_;
 };
 
-/// In braces and capital letters, as the registry writes it.
-[[nodiscard]] std::string BracedText(const Uuid& uuid);
 /// Nothing when the text is none in braces; letter case is ignored.
 [[nodiscard]] std::optional<Uuid> ParsedUuid(std::string_view text);
 

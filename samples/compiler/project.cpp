@@ -9,6 +9,7 @@
 #include "platform/code_page.h"
 #include "platform/header_fields.h"
 #include "platform/plain_text.h"
+#include "platform/windows_path.h"
 
 namespace gorbex::standin {
 namespace {
@@ -72,7 +73,7 @@ class ProjectReader {
  public:
   explicit ProjectReader(const std::string& path) {
     project_.path = path;
-    project_.folder = FolderOf(path);
+    project_.folder = ResolvedPath(path, "..");
   }
 
   std::optional<Project> Read(std::string_view text) {

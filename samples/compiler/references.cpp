@@ -1,7 +1,5 @@
 #include "compiler/references.h"
 
-#include <vector>
-
 #include "compiler/identity.h"
 #include "compiler/registration.h"
 #include "platform/code_page.h"
@@ -12,15 +10,12 @@
 namespace gorbex::standin {
 namespace {
 
-std::vector<std::string_view> Fields(std::string_view value) {
-  std::vector<std::string_view> fields;
-  for (;;) {
-    const auto end = value.find('#');
-    fields.push_back(value.substr(0, end));
-    if (end == std::string_view::npos) return fields;
-    value.remove_prefix(end + 1);
-  }
-}
+/// A type library as a project names it.
+struct LibraryReference {
+  std::string guid;
+  std::string version;  ///< as the registry writes it: hexadecimal
+  std::string file;
+};
 
 std::optional<std::string> RegistryVersion(std::string_view text, int base) {
   const auto dot = text.find('.');
@@ -36,6 +31,22 @@ std::optional<LibraryReference> Reference(std::string_view guid, std::string_vie
   const auto registered = RegistryVersion(version, base);
   if (!ParsedUuid(guid) || !registered || file.empty()) return std::nullopt;
   return LibraryReference{std::string(guid), *registered, std::string(file)};
+}
+
+// `*\G{GUID}#2e.0#0#path#description`; nothing when a field is missing or malformed.
+std::optional<LibraryReference> ParseReference(std::string_view value) {
+  const auto fields = Split(value, '#');
+  if (fields.size() < 4 || !EqualsIgnoringCase(fields[0].substr(0, 3), "*\\G")) return std::nullopt;
+  return Reference(fields[0].substr(3), fields[1], 16, fields[3]);
+}
+
+// `{GUID}#2.0#0; FILE.OCX`, whose version is decimal.
+std::optional<LibraryReference> ParseObject(std::string_view value) {
+  const auto fields = Split(value, '#');
+  if (fields.size() < 3) return std::nullopt;
+  const auto mark = fields[2].find(';');
+  if (mark == std::string_view::npos) return std::nullopt;
+  return Reference(fields[0], fields[1], 10, Trimmed(fields[2].substr(mark + 1)));
 }
 
 // A reference to another project of the group: "*\APath.vbp".
@@ -57,20 +68,6 @@ std::optional<Fault> CheckRegistered(const FileReader& files, const RegistryRead
 }
 
 }  // namespace
-
-std::optional<LibraryReference> ParseReference(std::string_view value) {
-  const auto fields = Fields(value);
-  if (fields.size() < 4 || !EqualsIgnoringCase(fields[0].substr(0, 3), "*\\G")) return std::nullopt;
-  return Reference(fields[0].substr(3), fields[1], 16, fields[3]);
-}
-
-std::optional<LibraryReference> ParseObject(std::string_view value) {
-  const auto fields = Fields(value);
-  if (fields.size() < 3) return std::nullopt;
-  const auto mark = fields[2].find(';');
-  if (mark == std::string_view::npos) return std::nullopt;
-  return Reference(fields[0], fields[1], 10, Trimmed(fields[2].substr(mark + 1)));
-}
 
 std::optional<std::string> RegisteredFileOf(const RegistryReader& registry,
                                             const ProjectItem& item) {

@@ -12,19 +12,6 @@
 
 namespace gorbex::standin {
 
-/// A type library as a project names it.
-struct LibraryReference {
-  std::string guid;
-  std::string version;  ///< as the registry writes it: hexadecimal
-  std::string file;
-};
-
-/// `*\G{GUID}#2e.0#0#path#description`; nothing when a field is missing or malformed.
-[[nodiscard]] std::optional<LibraryReference> ParseReference(std::string_view value);
-
-/// `{GUID}#2.0#0; FILE.OCX`, whose version is decimal.
-[[nodiscard]] std::optional<LibraryReference> ParseObject(std::string_view value);
-
 /// The file that the item's reference or control leads to on this machine; nothing when it is not
 /// registered.
 [[nodiscard]] std::optional<std::string> RegisteredFileOf(const RegistryReader& registry,

@@ -1,20 +1,6 @@
 #include "compiler/windows_path.h"
 
 namespace gorbex::standin {
-namespace {
-
-bool HasDrive(std::string_view path) {
-  return path.size() >= 2 && path[1] == ':';
-}
-
-}  // namespace
-
-std::string FolderOf(std::string_view path) {
-  const auto end = path.rfind('\\');
-  if (end == std::string_view::npos) return {};
-  const bool atRoot = end == 2 && HasDrive(path);
-  return std::string(path.substr(0, atRoot ? end + 1 : end));
-}
 
 std::string FileNameOf(std::string_view path) {
   return std::string(path.substr(path.rfind('\\') + 1));

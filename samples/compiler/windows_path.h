@@ -5,7 +5,6 @@
 
 namespace gorbex::standin {
 
-[[nodiscard]] std::string FolderOf(std::string_view path);
 [[nodiscard]] std::string FileNameOf(std::string_view path);
 
 [[nodiscard]] std::string_view Unquoted(std::string_view value);

@@ -7,7 +7,6 @@
 #include <optional>
 
 #include "platform/code_page.h"
-#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -149,19 +148,6 @@ std::string_view TrimBlanks(std::string_view text) {
   return Trimmed(text, " ");
 }
 
-std::vector<std::string_view> Split(std::string_view text, char separator) {
-  std::vector<std::string_view> fields;
-  if (text.empty()) return fields;
-  std::size_t start = 0;
-  for (auto end = text.find(separator); end != std::string_view::npos;
-       end = text.find(separator, start)) {
-    fields.push_back(text.substr(start, end - start));
-    start = end + 1;
-  }
-  fields.push_back(text.substr(start));
-  return fields;
-}
-
 std::string_view Field(const std::vector<std::string_view>& fields, std::size_t index) {
   if (index >= fields.size()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
   return fields[index];
@@ -246,12 +232,6 @@ bool ToFlag(std::string_view text) {
 
 std::string Counted(std::size_t number, std::string_view one, std::string_view many) {
   return std::to_string(number).append(" ").append(number == 1 ? one : many);
-}
-
-std::string Joined(const std::vector<std::string>& texts, std::string_view separator) {
-  std::string joined;
-  for (const std::string& text : texts) joined.append(joined.empty() ? "" : separator).append(text);
-  return joined;
 }
 
 std::string ShortList(const std::vector<std::string>& entries) {

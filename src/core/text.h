@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/plain_text.h"
+
 namespace gorbex {
 
 inline constexpr std::string_view kLineBreak = "\r\n";
@@ -16,9 +18,6 @@ inline constexpr std::string_view kLineBreak = "\r\n";
 
 /// Only blanks are cut off; tabs and line ends are text.
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text);
-
-/// The fields between the separators; an empty text has no fields.
-[[nodiscard]] std::vector<std::string_view> Split(std::string_view text, char separator);
 
 /// The field at a 0-based index. Error 9 when there are fewer.
 [[nodiscard]] std::string_view Field(const std::vector<std::string_view>& fields,
@@ -55,9 +54,6 @@ void ReplaceIgnoringCase(std::string& text, std::string_view oldText, std::strin
 
 /// "1 project uses it" or "38 projects use it".
 [[nodiscard]] std::string Counted(std::size_t number, std::string_view one, std::string_view many);
-
-[[nodiscard]] std::string Joined(const std::vector<std::string>& texts,
-                                 std::string_view separator = ", ");
 
 /// A list for a message, one entry on each line; a long list is cut after the first entries, with
 /// the number of the others.

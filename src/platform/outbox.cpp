@@ -9,6 +9,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "platform/plain_text.h"
+
 namespace gorbex {
 namespace {
 
@@ -53,11 +55,10 @@ std::optional<WaitingMail> Parsed(std::string_view bytes) {
   const bool hasSender = TakeValue(bytes, kFrom, mail.from);
   while (TakeValue(bytes, kTo, to)) mail.to.push_back(to);
   if (!hasSender || mail.to.empty() || !TakeValue(bytes, kLength, length)) return std::nullopt;
-  std::size_t size = 0;
-  const auto read = std::from_chars(length.data(), length.data() + length.size(), size);
-  if (read.ec != std::errc() || size > bytes.size()) return std::nullopt;
-  mail.text = bytes.substr(0, size);
-  mail.smallerText = bytes.substr(size);
+  const auto size = WholeNumber<std::size_t>(length);
+  if (!size || *size > bytes.size()) return std::nullopt;
+  mail.text = bytes.substr(0, *size);
+  mail.smallerText = bytes.substr(*size);
   return mail;
 }
 
@@ -82,12 +83,6 @@ Outbox::Time TimeOf(const std::string& name) {
   std::int64_t time = 0;
   std::from_chars(name.data(), name.data() + name.size(), time);
   return Outbox::Time(std::chrono::duration_cast<Outbox::Time::duration>(microseconds(time)));
-}
-
-std::string Recipients(const WaitingMail& mail) {
-  std::string all;
-  for (const auto& to : mail.to) all.append(all.empty() ? "" : ", ").append(to);
-  return all;
 }
 
 void MakePrivateFolder(const fs::path& folder) {
@@ -178,7 +173,7 @@ Delivery Outbox::DeliverOne(const Entry& entry, const Send& send, News& news) {
     news.push_back("The file '" + entry.path.filename().string() + "' in the outbox is not a mail");
     return {Outcome::Refused};
   }
-  const std::string reply = "The reply to " + Recipients(*mail);
+  const std::string reply = "The reply to " + Joined(mail->to);
   auto delivery = send(*mail, mail->text);
   if (delivery.outcome == Outcome::TooLarge && !mail->smallerText.empty()) {
     news.push_back(reply + " goes without its attachment. " + delivery.words);
@@ -202,7 +197,7 @@ Delivery Outbox::DeliverOne(const Entry& entry, const Send& send, News& news) {
 // Told once of each mail.
 void Outbox::PutOff(const Entry& entry, const std::string& words, News& news) const {
   const auto mail = entry.tried == kNever ? Parsed(ReadFile(entry.path)) : std::nullopt;
-  if (mail) news.push_back("The reply to " + Recipients(*mail) + " waits in the outbox. " + words);
+  if (mail) news.push_back("The reply to " + Joined(mail->to) + " waits in the outbox. " + words);
   SetTried(entry);
 }
 

@@ -12,6 +12,25 @@ std::string_view Trimmed(std::string_view text, std::string_view blanks) {
   return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
+std::vector<std::string_view> Split(std::string_view text, char separator) {
+  std::vector<std::string_view> fields;
+  if (text.empty()) return fields;
+  std::size_t start = 0;
+  for (auto end = text.find(separator); end != std::string_view::npos;
+       end = text.find(separator, start)) {
+    fields.push_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  fields.push_back(text.substr(start));
+  return fields;
+}
+
+std::string Joined(const std::vector<std::string>& texts, std::string_view separator) {
+  std::string joined;
+  for (const std::string& text : texts) joined.append(joined.empty() ? "" : separator).append(text);
+  return joined;
+}
+
 std::string Hexadecimal(std::uint64_t number) {
   char digits[16];
   return {digits, std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr};

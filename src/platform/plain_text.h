@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace gorbex {
 
@@ -13,6 +14,12 @@ inline constexpr std::string_view kWhiteSpace = " \t\r\n";
 /// A part of the text: what is left without the blanks at its beginning and end.
 [[nodiscard]] std::string_view Trimmed(std::string_view text,
                                        std::string_view blanks = kWhiteSpace);
+
+/// The fields between the separators; an empty text has no fields.
+[[nodiscard]] std::vector<std::string_view> Split(std::string_view text, char separator);
+
+[[nodiscard]] std::string Joined(const std::vector<std::string>& texts,
+                                 std::string_view separator = ", ");
 
 /// A text that is one number from end to end; nothing for any other, and for one too large.
 template <class Number>

@@ -77,10 +77,10 @@ bool OverridesLogin(const std::string& url, const GitLogin& login) {
 
 std::map<std::string, std::optional<std::string>> AskPassEnvironment(
     const std::string& program, const GitLogin& login, const std::vector<std::string>& origins) {
-  std::string all;
-  for (const auto& origin : origins) all += (all.empty() ? "" : " ") + origin;
-  return {
-      {"GIT_ASKPASS", program}, {kOrigins, all}, {kUser, login.user}, {kPassword, login.password}};
+  return {{"GIT_ASKPASS", program},
+          {kOrigins, Joined(origins, " ")},
+          {kUser, login.user},
+          {kPassword, login.password}};
 }
 
 std::optional<int> AnswerAskPass(

@@ -5,6 +5,7 @@
 
 #include "platform/code_page.h"
 #include "platform/git/half_done.h"
+#include "platform/git/words.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -59,11 +60,9 @@ Incoming::Paths FastForward(const GitRunner& git, const std::string& tip, const 
     throw;
   }
   if (IsReached(git, commit)) return incoming.submodules;
-  throw RuntimeError::WithDescription(
-      ErrorNumber::AutomationError,
-      "The branch '" + FromUtf8Roughly(before.branch) +
-          "' was not brought up to date: a hook or a setting of git's kept it from the commit " +
-          commit);
+  Refuse("The branch '" + FromUtf8Roughly(before.branch) +
+         "' was not brought up to date: a hook or a setting of git's kept it from the commit " +
+         commit);
 }
 
 }  // namespace gorbex

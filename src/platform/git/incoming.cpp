@@ -1,7 +1,7 @@
 #include "platform/git/incoming.h"
 
 #include "platform/code_page.h"
-#include "platform/runtime_error.h"
+#include "platform/git/words.h"
 
 namespace gorbex {
 namespace {
@@ -67,11 +67,9 @@ Incoming ReadIncoming(const GitRunner& git, const std::string& commit, const Git
 
 void RequireFreeWay(const Incoming& incoming) {
   if (incoming.inTheWay.empty()) return;
-  throw RuntimeError::WithDescription(
-      ErrorNumber::AutomationError,
-      "'" + FromUtf8Roughly(*incoming.inTheWay.begin()) +
-          "' in the working copy is a link or a file of " +
-          "your own where the database has a folder; move it away first");
+  Refuse("'" + FromUtf8Roughly(*incoming.inTheWay.begin()) +
+         "' in the working copy is a link or a file of "
+         "your own where the database has a folder; move it away first");
 }
 
 Incoming::Paths OtherFiles(const GitRunner& git) {

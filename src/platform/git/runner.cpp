@@ -1,10 +1,10 @@
 #include "platform/git/runner.h"
 
-#include <algorithm>
 #include <array>
 #include <thread>
 
 #include "platform/git/words.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
@@ -128,16 +128,12 @@ std::string GitRunner::Run(GitCall kind, const std::vector<std::string>& argumen
 }
 
 void GitRunner::Raise(const ToolResult& failure) const {
-  throw RuntimeError::WithDescription(ErrorNumber::AutomationError,
-                                      WordsOf(failure, login_.password));
+  Refuse(WordsOf(failure, login_.password));
 }
 
 std::vector<std::string_view> Records(std::string_view answer) {
-  std::vector<std::string_view> records;
-  while (!answer.empty()) {
-    records.push_back(answer.substr(0, answer.find('\0')));
-    answer.remove_prefix(std::min(records.back().size() + 1, answer.size()));
-  }
+  auto records = Split(answer, '\0');
+  if (answer.ends_with('\0')) records.pop_back();
   return records;
 }
 

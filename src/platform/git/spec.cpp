@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/code_page.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex {
@@ -27,13 +28,9 @@ bool IsItemName(std::string_view name) {
 }
 
 std::string PathOfSpec(const std::string& spec) {
-  std::string_view rest = spec;
-  if (!rest.starts_with("$/")) throw RuntimeError(ErrorNumber::BadFileName, spec);
-  rest.remove_prefix(2);
+  if (!spec.starts_with("$/")) throw RuntimeError(ErrorNumber::BadFileName, spec);
   std::string path;
-  while (!rest.empty()) {
-    const auto name = rest.substr(0, rest.find('/'));
-    rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+  for (const auto name : Split(std::string_view(spec).substr(2), '/')) {
     if (name.empty()) continue;
     if (!IsItemName(name)) throw RuntimeError(ErrorNumber::BadFileName, spec);
     path.append(path.empty() ? "" : "/").append(name);

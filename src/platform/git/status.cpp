@@ -20,8 +20,7 @@ int FieldsBeforePath(char kind) {
   }
 }
 
-}  // namespace
-
+// From the answer of "status --porcelain=v2 --branch -z".
 GitStatus ParseStatus(std::string_view answer) {
   GitStatus status;
   for (const auto record : Records(answer)) {
@@ -40,6 +39,8 @@ GitStatus ParseStatus(std::string_view answer) {
   }
   return status;
 }
+
+}  // namespace
 
 GitStatus ReadStatus(const GitRunner& git, const std::string& path) {
   std::vector<std::string> arguments = {

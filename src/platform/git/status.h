@@ -2,7 +2,6 @@
 
 #include <set>
 #include <string>
-#include <string_view>
 
 #include "platform/git/runner.h"
 
@@ -17,9 +16,6 @@ struct GitStatus {
 
   [[nodiscard]] bool HasCommit() const { return commit != "(initial)"; }
 };
-
-/// From the answer of "status --porcelain=v2 --branch -z".
-[[nodiscard]] GitStatus ParseStatus(std::string_view answer);
 
 /// The state of the whole working tree, or of one path in it.
 [[nodiscard]] GitStatus ReadStatus(const GitRunner& git, const std::string& path = {});

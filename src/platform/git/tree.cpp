@@ -5,17 +5,14 @@
 #include "platform/code_page.h"
 #include "platform/git/runner.h"
 #include "platform/git/spec.h"
+#include "platform/plain_text.h"
 
 namespace gorbex {
 namespace {
 
 bool IsItemPath(std::string_view path) {
-  while (!path.empty()) {
-    const auto name = path.substr(0, path.find('/'));
-    if (!IsItemName(name)) return false;
-    path.remove_prefix(std::min(name.size() + 1, path.size()));
-  }
-  return true;
+  const auto names = Split(path, '/');
+  return std::all_of(names.begin(), names.end(), IsItemName);
 }
 
 }  // namespace

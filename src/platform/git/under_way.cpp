@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/code_page.h"
+#include "platform/git/words.h"
 #include "platform/header_fields.h"
-#include "platform/runtime_error.h"
 
 namespace gorbex {
 namespace {
@@ -47,9 +47,8 @@ void RequireNothingUnderWay(const GitRunner& git, const FileReader& files,
   for (const auto& trace : kTraces) {
     const auto line = TakeLine(rest);
     if (line.empty() || !files.Look(WindowsPath(folder, FromUtf8Roughly(line)))) continue;
-    throw RuntimeError::WithDescription(ErrorNumber::AutomationError,
-                                        "A " + std::string(trace.operation) + " is under way in '" +
-                                            folder + "'; finish it or give it up first");
+    Refuse("A " + std::string(trace.operation) + " is under way in '" + folder +
+           "'; finish it or give it up first");
   }
 }
 

@@ -18,6 +18,8 @@
 #include <thread>
 #include <utility>
 
+#include "platform/plain_text.h"
+
 namespace gorbex {
 namespace {
 
@@ -199,10 +201,8 @@ void ChildProcess::Wait(milliseconds patience) {
 std::optional<std::string> FindOnHost(const std::string& name) {
   if (name.starts_with('/')) return IsProgram(name) ? std::optional(name) : std::nullopt;
   const char* folders = std::getenv("PATH");
-  std::string_view rest = folders != nullptr ? folders : "/usr/local/bin:/usr/bin:/bin";
-  while (!rest.empty()) {
-    const auto folder = rest.substr(0, rest.find(':'));
-    rest.remove_prefix(std::min(folder.size() + 1, rest.size()));
+  for (const auto folder :
+       Split(folders != nullptr ? folders : "/usr/local/bin:/usr/bin:/bin", ':')) {
     // A relative folder would mean another one where the child runs.
     if (!folder.starts_with('/')) continue;
     auto path = std::string(folder) + "/" + name;
