@@ -41,7 +41,6 @@
 #include "core/logs_form.h"
 #include "core/main_window.h"
 #include "core/missing_form.h"
-#include "core/observed_dialogs.h"
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/project_findings.h"
@@ -76,7 +75,7 @@ class Program {
   Program& operator=(const Program&) = delete;
 
   PlatformServices platform;
-  ObservedDialogs dialogs;
+  Dialogs& dialogs;
   ErrorReport report;
   frmBuilder window;
   frmLogs logs;

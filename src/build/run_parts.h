@@ -10,7 +10,6 @@
 #include "core/activity_log.h"
 #include "core/latest_source.h"
 #include "core/main_window.h"
-#include "core/observed_dialogs.h"
 #include "core/options.h"
 #include "core/procedure.h"
 #include "core/shell.h"
@@ -27,7 +26,7 @@ struct RunParts {
   frmBuilder& window;
   const clsOptions& options;
   ActivityLog& log;
-  ObservedDialogs& dialogs;
+  Dialogs& dialogs;
   ErrorReport& report;
   EventPump& events;
   const Clock& clock;

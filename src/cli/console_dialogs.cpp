@@ -48,7 +48,7 @@ std::string Offered(Buttons buttons) {
 
 }  // namespace
 
-Answer ConsoleDialogs::Show(const Message& message) {
+Answer ConsoleDialogs::Ask(const Message& message) {
   std::ostream& err = frame_.streams.err;
   err << Plain(message.text) << '\n' << std::flush;
   if (message.buttons == Buttons::Ok) return Answer::Ok;

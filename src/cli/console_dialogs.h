@@ -15,7 +15,7 @@ class ConsoleDialogs : public Dialogs {
  public:
   explicit ConsoleDialogs(const Frame& frame) : frame_(frame) {}
 
-  Answer Show(const Message& message) override;
+  Answer Ask(const Message& message) override;
 
   /// Asks until there is a file of the path typed, or nothing is typed. Several files are asked for
   /// one by one.

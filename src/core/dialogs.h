@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "core/signal.h"
+
 namespace gorbex {
 
 struct frmLabel;
@@ -43,7 +45,19 @@ class Dialogs {
  public:
   virtual ~Dialogs() = default;
 
-  virtual Answer Show(const Message& message) = 0;
+  /// Shows a message until it is answered. Listeners hear of both.
+  Answer Show(const Message& message) {
+    asking.Emit(message);
+    const Answer answer = Ask(message);
+    answered.Emit(message, answer);
+    return answer;
+  }
+
+  Signal<Message> asking;
+  Signal<Message, Answer> answered;
+
+  /// As Show, but no listener hears of it.
+  virtual Answer Ask(const Message& message) = 0;
   virtual std::optional<std::string> OpenFile(const FileChoice& choice) = 0;
   /// None when it was cancelled.
   virtual std::vector<std::string> OpenFiles(const FileChoice& choice) = 0;

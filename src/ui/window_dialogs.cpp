@@ -70,7 +70,7 @@ void WindowDialogs::ShowParent() {
   }
 }
 
-Answer WindowDialogs::Show(const Message& message) {
+Answer WindowDialogs::Ask(const Message& message) {
   MessageWindow box(Parent(), TitleOf(message.caption, wxString(std::string(kApplicationTitle))),
                     message);
   const bool isYesOrNo = message.buttons == Buttons::YesNo;
@@ -78,9 +78,9 @@ Answer WindowDialogs::Show(const Message& message) {
 }
 
 void WindowDialogs::TellUnusable(const wxString& path) {
-  Show({FromWx(path) +
-            " holds a character that is not in the system's code page, or in no Windows path.",
-        Buttons::Ok, MessageIcon::Exclamation});
+  Ask({FromWx(path) +
+           " holds a character that is not in the system's code page, or in no Windows path.",
+       Buttons::Ok, MessageIcon::Exclamation});
 }
 
 std::optional<std::string> WindowDialogs::Chosen(const wxString& hostPath) {
@@ -138,8 +138,8 @@ std::optional<std::string> WindowDialogs::ChosenWithExtension(const wxString& ho
   file.SetExt(pattern.Mid(2));
   auto path = Chosen(file.GetFullPath());
   if (!path || !file.FileExists()) return path;
-  const Answer answer = Show({*path + " exists already. Do you want to replace it?", Buttons::YesNo,
-                              MessageIcon::Exclamation});
+  const Answer answer = Ask({*path + " exists already. Do you want to replace it?", Buttons::YesNo,
+                             MessageIcon::Exclamation});
   return answer == Answer::Yes ? path : std::nullopt;
 }
 

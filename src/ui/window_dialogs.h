@@ -27,7 +27,7 @@ class WindowDialogs : public Dialogs {
   /// Asks for the path of the open build project, beside which choosers begin; empty for none.
   void SetBuildProject(std::function<std::string()> path) { buildProject_ = std::move(path); }
 
-  Answer Show(const Message& message) override;
+  Answer Ask(const Message& message) override;
   std::optional<std::string> OpenFile(const FileChoice& choice) override;
   std::vector<std::string> OpenFiles(const FileChoice& choice) override;
   std::optional<std::string> OpenFileOrFolder(const FileChoice& choice) override;

@@ -13,7 +13,7 @@ WindowSession::WindowSession(Host& host)
     : host_(host), dialogs_(host), program_(host.Services(events_), dialogs_) {
   dialogs_.SetBuildProject([this] { return program_.window.fileName; });
   findings_ = program_.findings.told.Connect([this](const std::string& text) {
-    dialogs_.Show({text, Buttons::Ok, MessageIcon::Exclamation});
+    dialogs_.Ask({text, Buttons::Ok, MessageIcon::Exclamation});
   });
 }
 

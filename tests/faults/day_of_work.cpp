@@ -62,7 +62,7 @@ AgreeingUser::AgreeingUser(Journal& journal, Answer answer) : ScriptedDialogs(jo
   LogsIn();
 }
 
-Answer AgreeingUser::Show(const Message& message) {
+Answer AgreeingUser::Ask(const Message& message) {
   if (message.buttons != Buttons::AbortRetryIgnore) {
     return message.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
   }

@@ -16,7 +16,7 @@ namespace gorbex::test {
 class AgreeingUser : public ScriptedDialogs {
  public:
   AgreeingUser(Journal& journal, Answer toReports);
-  Answer Show(const Message& message) override;
+  Answer Ask(const Message& message) override;
 
   Answer instead = Answer::Ignore;  ///< of trying again
   int reports = 0;

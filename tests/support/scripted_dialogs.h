@@ -71,7 +71,7 @@ class ScriptedDialogs : public Dialogs {
     };
   }
 
-  Answer Show(const Message& message) override {
+  Answer Ask(const Message& message) override {
     journal_.push_back(Shown(message));
     const bool isReport = message.buttons == Buttons::AbortRetryIgnore;
     if (answers.empty()) return isReport && toReports ? *toReports : SafeAnswer(message.buttons);
