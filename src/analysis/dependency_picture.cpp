@@ -106,7 +106,7 @@ void DependencyPicture::mnuWindowDependencies_Click() {
 void DependencyPicture::Refresh() {
   const DependencyGraph graph(window_.ProjectMembers, group_);
   projects_ = PictureProjectsOf(window_.ProjectMembers);
-  layout_ = LayOut(graph, NamesOf(projects_));
+  layout_ = LayOut(graph, projects_);
   paths_.clear();
   numbers_.clear();
   uses_.clear();

@@ -19,8 +19,8 @@ constexpr double kMostColumnGap = 76;  ///< more, where many lines are between t
 
 class Layouter {
  public:
-  Layouter(const DependencyGraph& graph, const std::vector<std::string>& names)
-      : graph_(graph), names_(names), knots_(graph), levels_(knots_.Levels()) {
+  Layouter(const DependencyGraph& graph, const std::vector<PictureProject>& projects)
+      : graph_(graph), projects_(projects), knots_(graph), levels_(knots_.Levels()) {
     layout_.boxes.resize(graph.Count());
   }
 
@@ -150,7 +150,7 @@ class Layouter {
       for (const std::size_t number : columns_[i]) {
         const PictureNode& node = nodes_[number];
         lines += node.right.size();
-        if (node.isBox) width = std::max(width, PictureTextWidth(names_[node.project]));
+        if (node.isBox) width = std::max(width, PictureTextWidth(projects_[node.project].name));
       }
       lefts_[i] = x;
       widths_[i] = width + kPictureMark + 2 * kPicturePadding;
@@ -264,7 +264,7 @@ class Layouter {
   static constexpr double kMostBow = 36;
 
   const DependencyGraph& graph_;
-  const std::vector<std::string>& names_;
+  const std::vector<PictureProject>& projects_;
   ProjectKnots knots_;
   Projects levels_;  ///< by knot
   Projects columnOf_;
@@ -305,8 +305,8 @@ double PictureTextWidth(std::string_view utf8) {
   return width * kPictureTextSize;
 }
 
-GroupLayout LayOut(const DependencyGraph& graph, const std::vector<std::string>& names) {
-  return Layouter(graph, names).Run();
+GroupLayout LayOut(const DependencyGraph& graph, const std::vector<PictureProject>& projects) {
+  return Layouter(graph, projects).Run();
 }
 
 }  // namespace gorbex

@@ -69,9 +69,14 @@ struct GroupLayout {
 /// The most width that a text (UTF-8) of the picture takes, in fonts without serifs.
 [[nodiscard]] double PictureTextWidth(std::string_view utf8);
 
-/// Lays out a group; the names (UTF-8) are by the project's number. The same group gives the same
-/// picture.
+/// A project of the picture. All texts in pictures are UTF-8.
+struct PictureProject {
+  std::string name;
+  std::string path;
+};
+
+/// Lays out a group; the projects are by their numbers. The same group gives the same picture.
 [[nodiscard]] GroupLayout LayOut(const DependencyGraph& graph,
-                                 const std::vector<std::string>& names);
+                                 const std::vector<PictureProject>& projects);
 
 }  // namespace gorbex

@@ -271,13 +271,6 @@ std::vector<PictureProject> PictureProjectsOf(const MemberCollection& members) {
   return projects;
 }
 
-std::vector<std::string> NamesOf(const std::vector<PictureProject>& projects) {
-  std::vector<std::string> names;
-  names.reserve(projects.size());
-  for (const PictureProject& project : projects) names.push_back(project.name);
-  return names;
-}
-
 std::string PictureSummary(const GroupLayout& layout) {
   if (layout.boxes.empty()) return "The group has no projects.";
   const auto inCircles =

@@ -9,16 +9,8 @@
 
 namespace gorbex {
 
-/// A project of the picture. All texts in pictures are UTF-8.
-struct PictureProject {
-  std::string name;
-  std::string path;
-};
-
 /// The projects by their numbers in the graph; the name of one without a name is that of its file.
 [[nodiscard]] std::vector<PictureProject> PictureProjectsOf(const MemberCollection& members);
-
-[[nodiscard]] std::vector<std::string> NamesOf(const std::vector<PictureProject>& projects);
 
 /// The caption of a group's picture: its size and, in a large group, the number of lines left out.
 /// Such as "12 projects in 3 levels, 20 lines. Each project is to the right of those that it uses."

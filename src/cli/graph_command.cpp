@@ -67,7 +67,7 @@ struct GraphArguments {
 void WriteSvg(Session& session, const std::string& typed, const DependencyGraph& graph) {
   const auto& window = session.program().window;
   const auto projects = PictureProjectsOf(window.ProjectMembers);
-  session.Write(typed, GroupSvg(LayOut(graph, NamesOf(projects)), projects,
+  session.Write(typed, GroupSvg(LayOut(graph, projects), projects,
                                 "Dependencies of " + FileName(window.fileName)));
 }
 

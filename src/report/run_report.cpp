@@ -41,8 +41,7 @@ std::string ReportMaker::Picture(const RunRecord& record) const {
   }
   const DependencyGraph graph(members, parts_.group);
   const auto projects = PictureProjectsOf(members);
-  return GroupSvg(LayOut(graph, NamesOf(projects)), projects, "Dependencies of the group",
-                  byNumber);
+  return GroupSvg(LayOut(graph, projects), projects, "Dependencies of the group", byNumber);
 }
 
 }  // namespace gorbex

@@ -13,10 +13,10 @@ namespace {
 
 using Uses = std::vector<std::vector<std::size_t>>;
 
-std::vector<std::string> Names(std::size_t count) {
-  std::vector<std::string> names;
-  for (std::size_t i = 0; i < count; ++i) names.push_back("Project" + std::to_string(i));
-  return names;
+std::vector<PictureProject> Projects(std::size_t count) {
+  std::vector<PictureProject> projects;
+  for (std::size_t i = 0; i < count; ++i) projects.push_back({"Project" + std::to_string(i), "p"});
+  return projects;
 }
 
 /// Levels of equal size, each project using some of the lower ones; circles among the last.
@@ -99,26 +99,23 @@ TEST(GroupLayoutTest, GroupsOfEverySizeAreReadableAndDrawnTheSameEachTime) {
   for (const Case& each : cases) {
     SCOPED_TRACE(each.uses.size());
     const DependencyGraph graph(each.uses);
-    const auto names = Names(each.uses.size());
-    const GroupLayout layout = LayOut(graph, names);
+    const auto projects = Projects(each.uses.size());
+    const GroupLayout layout = LayOut(graph, projects);
     ExpectReadable(layout);
     if (!each.levels.empty()) {
       EXPECT_EQ(LevelsOf(graph), each.levels);
     }
     EXPECT_EQ(layout.leftOut, each.leftOut);
-    std::vector<PictureProject> projects;
-    projects.reserve(names.size());
-    for (const auto& name : names) projects.push_back({name, name});
-    EXPECT_EQ(GroupSvg(layout, projects, "t"), GroupSvg(LayOut(graph, names), projects, "t"));
+    EXPECT_EQ(GroupSvg(layout, projects, "t"), GroupSvg(LayOut(graph, projects), projects, "t"));
   }
 }
 
 TEST(GroupLayoutTest, LargeGroupsAreLaidOutInTimeAndInTheShapeOfAScreen) {
   for (const auto& [count, most] : {std::pair(350U, 0.3), std::pair(2000U, 3.0)}) {
     const DependencyGraph graph(RandomGroup(count, 10, 3));
-    const auto names = Names(count);
+    const auto projects = Projects(count);
     const auto begin = std::chrono::steady_clock::now();
-    const GroupLayout layout = LayOut(graph, names);
+    const GroupLayout layout = LayOut(graph, projects);
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
     EXPECT_LT(taken.count(), most * 5) << "without optimisation, on a busy machine";
     EXPECT_GT(layout.leftOut, 0U);
@@ -128,8 +125,8 @@ TEST(GroupLayoutTest, LargeGroupsAreLaidOutInTimeAndInTheShapeOfAScreen) {
 }
 
 TEST(GroupSvgTest, NamesAreEscapedAndStatesAreToldInWords) {
-  const GroupLayout layout = LayOut(DependencyGraph(Uses{{1}, {0}, {}}), {"<A&\"", "B", "C"});
   const std::vector<PictureProject> projects = {{"<A&\"", "C:\\a.vbp"}, {"B", "b"}, {"C", "c"}};
+  const GroupLayout layout = LayOut(DependencyGraph(Uses{{1}, {0}, {}}), projects);
   const std::string plain = GroupSvg(layout, projects, "Group <1>\x01");
   const std::string svg = GroupSvg(layout, projects, "Group <1>\x01",
                                    {ProjectState::Failed, ProjectState::Built, ProjectState::None});
