@@ -100,7 +100,7 @@ void OfferToolsMenu(MainMenu& menu, const Work& work, const frmBuilder& window) 
 }  // namespace
 
 bool HasProjects(const TreeView& tree) {
-  return tree.Count() > 1;
+  return !tree.Tops().empty() && !tree.Tops().front()->Children().empty();
 }
 
 void OfferCommands(Program& program) {

@@ -97,7 +97,6 @@ void TreeView::AddRows(TreeNode& heading, std::string_view prefix, std::vector<s
   if (!rows_.emplace(NodeKey(prefix, heading.Path()), rows.get()).second) {
     throw RuntimeError(ErrorNumber::KeyNotUnique, ItemKey(prefix, 1, heading.Path()));
   }
-  rowCount_ += rows->texts.size();
   heading.branch_->rows.push_back(std::move(rows));
   nodeChanged.Emit(heading, NodeChange::RowsAdded);
 }
@@ -122,7 +121,6 @@ void TreeView::Remove(const std::string& key) {
   if (top.IsRow()) {
     // Its place stays, so that the numbers of the others do.
     top.parent_ = nullptr;
-    --rowCount_;
     return;
   }
   std::vector<TreeNode*> doomed = {&top};
@@ -138,13 +136,7 @@ void TreeView::Remove(const std::string& key) {
 
 void TreeView::Forget(const TreeNode& node) {
   byKey_.erase(node.branch_->key);
-  for (const auto& rows : node.branch_->rows) {
-    rows_.erase(NodeKey(rows->prefix, node.Path()));
-    const auto isThere = [](const TreeNode& row) { return row.parent_ != nullptr; };
-    rowCount_ -= rows->texts.size();
-    rowCount_ -=
-        static_cast<std::size_t>(std::count_if(rows->nodes.begin(), rows->nodes.end(), isThere));
-  }
+  for (const auto& rows : node.branch_->rows) rows_.erase(NodeKey(rows->prefix, node.Path()));
 }
 
 bool TreeView::Holds(const TreeNode& above, const TreeNode* node) const {
@@ -156,7 +148,6 @@ void TreeView::Clear() {
   selected_ = nullptr;
   byKey_.clear();
   rows_.clear();
-  rowCount_ = 0;
   tops_.clear();
   nodes_.clear();
   cleared.Emit();

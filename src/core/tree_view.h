@@ -110,7 +110,6 @@ class TreeView {
   /// Error 35601 when there is no such key.
   [[nodiscard]] TreeNode& Item(std::string_view key) const;
 
-  [[nodiscard]] std::size_t Count() const { return nodes_.size() + rowCount_; }
   [[nodiscard]] const std::vector<TreeNode*>& Tops() const { return tops_; }
 
   /// Null when nothing is selected.
@@ -133,7 +132,6 @@ class TreeView {
   std::vector<TreeNode*> tops_;
   std::unordered_map<std::string_view, TreeNode*> byKey_;
   std::unordered_map<std::string, TreeRows*> rows_;  ///< by prefix and path
-  std::size_t rowCount_ = 0;
   TreeNode* selected_ = nullptr;
 };
 

@@ -4,6 +4,7 @@
 
 #include "analysis/pointed_item.h"
 #include "tests/support/program_fixture.h"
+#include "tests/support/tree_nodes.h"
 
 namespace gorbex::test {
 namespace {
@@ -130,10 +131,10 @@ TEST_F(ProjectDisplayTest, PopUpCommandsAddAndRemoveProjects) {
 
   window.ProjectChanged = false;
   window.tvwProjects.Select(&window.tvwProjects.Item("x)" + core.Path()));
-  const auto nodes = window.tvwProjects.Count();
+  const auto nodes = NodesOf(window.tvwProjects).size();
   window.menu.mnuTreePopupRemoveProject.Execute();
   EXPECT_EQ(ImageKey(reference.ImageOf()), "invalidreference") << "marked again";
-  EXPECT_EQ(window.tvwProjects.Count(), nodes - 10);
+  EXPECT_EQ(NodesOf(window.tvwProjects).size(), nodes - 10);
   EXPECT_EQ(window.tvwProjects.Selected(), nullptr);
   EXPECT_FALSE(window.ProjectMembers.Contains(core.Path()));
   EXPECT_TRUE(window.ProjectChanged);

@@ -3,6 +3,7 @@
 #include "core/text.h"
 
 #include "tests/support/program_fixture.h"
+#include "tests/support/tree_nodes.h"
 #include "tests/support/window_journal.h"
 
 namespace gorbex::test {
@@ -310,7 +311,7 @@ TEST_F(BuildProjectFileTest, MenuCommandsAskForFilesAndTellTheOutcome) {
   ASSERT_TRUE(Load("project=" + group.Library("Core").Path()));
   menu.mnuFileNew.Execute();
   EXPECT_EQ(program.window.caption.Get(), "GorbexBuilder");
-  EXPECT_EQ(program.window.ProjectMembers.Count() + program.window.tvwProjects.Count(), 1U);
+  EXPECT_EQ(program.window.ProjectMembers.Count() + NodesOf(program.window.tvwProjects).size(), 1U);
   Effects();
   menu.mnuFileOpen.Execute();
   EXPECT_EQ(program.window.stbStatus.Get(), "Cancelled");

@@ -1,6 +1,7 @@
 #include "core/project_loader.h"
 
 #include "tests/support/program_fixture.h"
+#include "tests/support/tree_nodes.h"
 
 namespace gorbex::test {
 namespace {
@@ -54,14 +55,14 @@ TEST_F(ProjectLoaderTest, FailedReadsLeaveNoRecordAndAPathIsReadOnce) {
   platform.files.Fail(FileOperation::Read, binding, ErrorNumber::PermissionDenied);
   EXPECT_FALSE(program.reader.ReadProject(path));
   EXPECT_EQ(projects.Count(), 0U);
-  EXPECT_EQ(tree.Count(), 1U);
+  EXPECT_EQ(NodesOf(tree).size(), 1U);
 
   EXPECT_TRUE(program.reader.ReadProject(path));
   EXPECT_TRUE(program.reader.ReadProject("c:\\group\\core\\core.vbp"));
   platform.files.Fail(FileOperation::Read, path, ErrorNumber::PermissionDenied);
   EXPECT_TRUE(program.reader.ReadProject(path));
   EXPECT_EQ(projects.Count(), 2U);
-  EXPECT_EQ(tree.Count(), 11U);
+  EXPECT_EQ(NodesOf(tree).size(), 11U);
 
   projects.Remove(path);
   EXPECT_FALSE(program.reader.ReadProject(path)) << "its nodes are still there";
@@ -82,7 +83,7 @@ TEST_F(ProjectLoaderTest, RowsAreFoundByTheirKeys) {
   for (const char* key : {"i0p.vbp", "i99999999999999999999999p.vbp", "ip.vbp", "i12", ""}) {
     EXPECT_EQ(tree.Find(key), nullptr) << key;
   }
-  const auto count = tree.Count();
+  const auto count = NodesOf(tree).size();
 
   ASSERT_TRUE(program.reader.ReadProject("q.vbp"));
   EXPECT_EQ(tree.Item("u-1q.vbp").Parent()->Key(), "m)q.vbp");
@@ -93,7 +94,7 @@ TEST_F(ProjectLoaderTest, RowsAreFoundByTheirKeys) {
   tree.Remove("x)q.vbp");
   EXPECT_EQ(tree.Selected(), nullptr);
   EXPECT_EQ(tree.Find("r-2q.vbp"), nullptr);
-  EXPECT_EQ(tree.Count(), count);
+  EXPECT_EQ(NodesOf(tree).size(), count);
 }
 
 TEST_F(ProjectLoaderTest, HostileFilesAreReadInLinearTime) {

@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "tests/fuzz/memory_program.h"
 #include "tests/fuzz/target.h"
+#include "tests/support/tree_nodes.h"
 
 namespace gorbex::test {
 namespace {
@@ -48,7 +49,7 @@ void RequireWholeBranch(const ProjectFile& file, std::string_view input) {
   made.platform.files.AddFile(kPath, std::string(input));
   Require(made.program.reader.ReadProject(kPath), "every text is read");
   constexpr std::size_t kRootWithHeadings = 6;
-  Require(made.program.window.tvwProjects.Count() == kRootWithHeadings + lines,
+  Require(NodesOf(made.program.window.tvwProjects).size() == kRootWithHeadings + lines,
           "every entry has a node");
   Require(made.program.window.ProjectMembers.Item(kPath).Refs == member.Refs,
           "the record is what was read");
