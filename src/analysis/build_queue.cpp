@@ -133,39 +133,37 @@ void BuildQueue::Apply(const QueueArrangement& plan, std::vector<std::size_t>& s
   window_.lvwQueue.PutRows(std::move(rows));
 }
 
-void BuildQueue::Move(Procedure& on, Direction direction) {
-  ListView& queue = window_.lvwQueue;
-  const ListRow* row = on([&] { return &queue.SelectedRow(); });
-  if (row == nullptr) return;
-  const std::size_t position = queue.PositionOf(*row);
-  if (position == (direction == Direction::Up ? 1 : queue.Count())) return;
-  const std::vector<std::string> cells = {row->SubItem(queue_column::kProject),
-                                          row->SubItem(queue_column::kDependency),
-                                          row->SubItem(queue_column::kCompatibility)};
-  const bool checked = row->Checked();
-  const std::string key = row->Key();
-  on([&] { queue.Remove(*row); });
-  ListRow* moved = on([&] {
-    return &queue.Add(key, "", Image::VbProject,
-                      direction == Direction::Up ? position - 1 : position + 1);
+void BuildQueue::Move(const std::string& procedure, Direction direction) {
+  Procedure(report_, procedure).Run([&](Procedure& on) {
+    ListView& queue = window_.lvwQueue;
+    const ListRow* row = on([&] { return &queue.SelectedRow(); });
+    if (row == nullptr) return;
+    const std::size_t position = queue.PositionOf(*row);
+    if (position == (direction == Direction::Up ? 1 : queue.Count())) return;
+    const std::vector<std::string> cells = {row->SubItem(queue_column::kProject),
+                                            row->SubItem(queue_column::kDependency),
+                                            row->SubItem(queue_column::kCompatibility)};
+    const bool checked = row->Checked();
+    const std::string key = row->Key();
+    on([&] { queue.Remove(*row); });
+    ListRow* moved = on([&] {
+      return &queue.Add(key, "", Image::VbProject,
+                        direction == Direction::Up ? position - 1 : position + 1);
+    });
+    if (moved == nullptr) return;
+    for (std::size_t i = 0; i < cells.size(); ++i) moved->SetSubItem(i + 1, cells[i]);
+    moved->SetChecked(checked);
+    on([&] { RefreshQueue(); });
+    on([&] { queue.Select(moved); });
   });
-  if (moved == nullptr) return;
-  for (std::size_t i = 0; i < cells.size(); ++i) moved->SetSubItem(i + 1, cells[i]);
-  moved->SetChecked(checked);
-  on([&] { RefreshQueue(); });
-  on([&] { queue.Select(moved); });
 }
 
 void BuildQueue::mnuQueueMoveUp_Click() {
-  Procedure(report_, ": frmBuilder.mnuQueueMoveUp_Click").Run([&](Procedure& on) {
-    Move(on, Direction::Up);
-  });
+  Move(": frmBuilder.mnuQueueMoveUp_Click", Direction::Up);
 }
 
 void BuildQueue::mnuQueueMoveDown_Click() {
-  Procedure(report_, ": frmBuilder.mnuQueueMoveDown_Click").Run([&](Procedure& on) {
-    Move(on, Direction::Down);
-  });
+  Move(": frmBuilder.mnuQueueMoveDown_Click", Direction::Down);
 }
 
 void BuildQueue::mnuQueueRemove_Click() {

@@ -51,7 +51,7 @@ class BuildQueue {
  private:
   enum class Direction { Up, Down };
 
-  void Move(Procedure& on, Direction direction);
+  void Move(const std::string& procedure, Direction direction);
   void MarkAll(bool checked);
   [[nodiscard]] std::string DependencyOf(const clsMember& member) const;
   void ShowProjectFacts(ListRow& row, const clsMember& member) const;

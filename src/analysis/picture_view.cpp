@@ -48,10 +48,6 @@ void PictureView::Fit() {
   KeepInSight();
 }
 
-void PictureView::ShowFull() {
-  Zoom(full_ / scale_, {windowWidth_ / 2, windowHeight_ / 2});
-}
-
 void PictureView::Zoom(double factor, const PicturePoint& window) {
   isFitted_ = false;
   const PicturePoint kept = ToPicture(window);

@@ -18,7 +18,7 @@ class PictureView {
   void Fit();
 
   /// Shows the picture at 100 %; its middle stays in the middle.
-  void ShowFull();
+  void ShowFull() { Zoom(full_ / scale_, {windowWidth_ / 2, windowHeight_ / 2}); }
 
   /// Makes it larger or smaller around a point of the window.
   void Zoom(double factor, const PicturePoint& window);

@@ -5,7 +5,6 @@
 #include "core/node_key.h"
 #include "core/reference_nodes.h"
 #include "core/reference_value.h"
-#include "platform/code_page.h"
 #include "platform/windows_path.h"
 
 namespace gorbex {

@@ -4,7 +4,6 @@
 
 #include "analysis/build_queue.h"
 #include "analysis/dependency_marking.h"
-#include "core/dialogs.h"
 #include "core/main_window.h"
 #include "core/procedure.h"
 #include "core/project_views.h"

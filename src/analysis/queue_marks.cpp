@@ -30,14 +30,6 @@ void QueueMarks::Mark(const std::string& path, Direction direction) {
   window_.SetStatus(text);
 }
 
-void QueueMarks::MarkWithUses(const std::string& path) {
-  Mark(path, Direction::Uses);
-}
-
-void QueueMarks::MarkWithUsers(const std::string& path) {
-  Mark(path, Direction::Users);
-}
-
 void QueueMarks::mnuQueueMarkUses_Click() {
   Procedure(report_, ": frmBuilder.mnuQueueMarkUses_Click").Do([&] {
     MarkWithUses(window_.lvwQueue.SelectedRow().Key());

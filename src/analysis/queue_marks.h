@@ -19,8 +19,8 @@ class QueueMarks {
   /// Marks the rows of a project and of all that it uses, or of all that use it, directly or
   /// through others. Other marks stay. The status bar tells how many rows these are, and how many
   /// of the projects are not in the queue. Error 5 when the project has no record.
-  void MarkWithUses(const std::string& path);
-  void MarkWithUsers(const std::string& path);
+  void MarkWithUses(const std::string& path) { Mark(path, Direction::Uses); }
+  void MarkWithUsers(const std::string& path) { Mark(path, Direction::Users); }
 
   /// For the selected row.
   void mnuQueueMarkUses_Click();

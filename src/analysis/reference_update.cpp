@@ -8,13 +8,6 @@
 #include "core/text.h"
 
 namespace gorbex {
-namespace {
-
-bool NamesComponent(const std::string& reference, const std::string& exeName) {
-  return ContainsIgnoringCase(reference, exeName);
-}
-
-}  // namespace
 
 bool ReferenceUpdate::UpdateProjectReferences(const std::string& projectKey) {
   bool isDone = false;
@@ -46,7 +39,7 @@ bool ReferenceUpdate::WouldChange(const std::string& projectKey) const {
     const clsMember* built = window_.ProjectMembers.Find(earlier);
     if (built == nullptr || built->EXEName.empty()) return false;
     return std::any_of(project->Refs.begin(), project->Refs.end(), [&](const std::string& entry) {
-      return NamesComponent(entry, built->EXEName) &&
+      return ContainsIgnoringCase(entry, built->EXEName) &&
              RegisteredIdentity(ComponentFile(built->EXEName)) != GetGUID(entry);
     });
   });
@@ -62,7 +55,7 @@ std::vector<std::string> ReferenceUpdate::ComponentsWithoutIdentity(
     if (built == nullptr || built->EXEName.empty()) continue;
     const bool isUsed =
         std::any_of(project->Refs.begin(), project->Refs.end(), [&](const std::string& reference) {
-          return NamesComponent(reference, built->EXEName) && !GetGUID(reference).empty();
+          return ContainsIgnoringCase(reference, built->EXEName) && !GetGUID(reference).empty();
         });
     const std::string file = ComponentFile(built->EXEName);
     if (isUsed && RegisteredIdentity(file).empty()) missing.push_back(file);
@@ -85,7 +78,7 @@ bool ReferenceUpdate::FollowProject(Procedure& on, const clsMember& project,
   if (exeName.empty()) return true;
   bool isWritten = true;
   for (const std::string& entry : project.Refs) {
-    if (!NamesComponent(entry, exeName)) continue;
+    if (!ContainsIgnoringCase(entry, exeName)) continue;
     const std::string oldGuid(GetGUID(entry));
     const auto newGuid =
         on([&] { return std::make_optional(RegisteredIdentity(ComponentFile(exeName))); });

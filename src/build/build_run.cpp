@@ -268,7 +268,7 @@ void BuildRun::OfferAutoLaunch(Procedure& on, const RunState& run) {
   // The user works in it: it is not ended with this program.
   const auto task = parts_.work.Begin(Task::TestProject);
   on([&] {
-    parts_.shell.RunAndWait(
+    parts_.shell.ShellAndWait(
         parts_.window.compilerPath + " \"" + parts_.options.AutoLaunchName + "\" /run",
         Shell::Life::ItsOwn);
   });

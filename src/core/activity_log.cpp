@@ -1,6 +1,5 @@
 #include "core/activity_log.h"
 
-#include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/runtime_error.h"
 
@@ -9,18 +8,6 @@ namespace gorbex {
 ActivityLog::ActivityLog(FileSystem& files, const Clock& clock, Dialogs& dialogs,
                          std::string programFolder)
     : files_(files), clock_(clock), dialogs_(dialogs), programFolder_(std::move(programFolder)) {}
-
-std::string ActivityLog::Folder() const {
-  return JoinPath(programFolder_, "Logs");
-}
-
-std::string ActivityLog::FileOf(const std::string& day) const {
-  return Folder() + "\\" + day + ".log";
-}
-
-std::string ActivityLog::Today() const {
-  return CompactDate(clock_.LocalNow());
-}
 
 void ActivityLog::WriteLog(const std::string& text, bool timeStamp) {
   const CivilTime now = clock_.LocalNow();
@@ -32,10 +19,6 @@ void ActivityLog::WriteLog(const std::string& text, bool timeStamp) {
     Write(now, line);
   }
   written.Emit(text);
-}
-
-void ActivityLog::WriteCollected(const std::string& lines) {
-  Write(clock_.LocalNow(), lines);
 }
 
 void ActivityLog::Write(const CivilTime& now, const std::string& lines) {

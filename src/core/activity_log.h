@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/dialogs.h"
+#include "core/file_tools.h"
 #include "core/signal.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
@@ -25,14 +26,16 @@ class ActivityLog {
   std::string* Collect(std::string* into) { return std::exchange(collected_, into); }
 
   /// Writes lines that were collected. They are lost after a message when that fails.
-  void WriteCollected(const std::string& lines);
+  void WriteCollected(const std::string& lines) { Write(clock_.LocalNow(), lines); }
 
   /// The folder of the log files, without a trailing "\".
-  [[nodiscard]] std::string Folder() const;
+  [[nodiscard]] std::string Folder() const { return JoinPath(programFolder_, "Logs"); }
 
   /// The file of one day named "ddmmyyyy".
-  [[nodiscard]] std::string FileOf(const std::string& day) const;
-  [[nodiscard]] std::string Today() const;
+  [[nodiscard]] std::string FileOf(const std::string& day) const {
+    return Folder() + "\\" + day + ".log";
+  }
+  [[nodiscard]] std::string Today() const { return CompactDate(clock_.LocalNow()); }
 
   Signal<std::string> written;
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <vector>
 
 #include "core/file_tools.h"
 #include "core/source_name.h"
 #include "core/text.h"
 #include "platform/code_page.h"
-#include "platform/plain_text.h"
 #include "platform/windows_path.h"
 
 namespace gorbex {
@@ -68,66 +68,37 @@ std::string ReasonOf(std::string_view words, const std::string& log, const std::
   return OnOneLine(Shortened(words, kLongest));
 }
 
-/// Goes through the lines of a source file.
-class SourceLines {
- public:
-  explicit SourceLines(std::string_view source) : rest_(source) {}
+// Whether a line begins with a word, in any letter case.
+bool BeginsWith(std::string_view line, std::string_view word) {
+  const std::string_view text = Trimmed(line, " \t\r");
+  return EqualsIgnoringCase(text.substr(0, word.size()), word) &&
+         (text.size() == word.size() || text[word.size()] == ' ' || text[word.size()] == '\t');
+}
 
-  /// False after the last line, which may be empty.
-  bool Next() {
-    if (isDone_) return false;
-    const auto end = rest_.find('\n');
-    isDone_ = end == std::string_view::npos;
-    line_ = rest_.substr(0, end);
-    if (!isDone_) rest_.remove_prefix(end + 1);
-    ++number_;
-    return true;
-  }
-
-  [[nodiscard]] std::size_t Number() const { return number_; }
-
-  /// Whether the line begins with a word, in any letter case.
-  [[nodiscard]] bool BeginsWith(std::string_view word) const {
-    const std::string_view text = Trimmed(line_, " \t\r");
-    return EqualsIgnoringCase(text.substr(0, word.size()), word) &&
-           (text.size() == word.size() || text[word.size()] == ' ' || text[word.size()] == '\t');
-  }
-
-  [[nodiscard]] bool IsAttribute() const {
-    return BeginsWith("Attribute") && line_.find("VB_") != std::string_view::npos;
-  }
-
- private:
-  std::string_view rest_;
-  std::string_view line_;
-  std::size_t number_ = 0;
-  bool isDone_ = false;
-};
-
-// The designer's part: up to the end of its one block, in which others may be.
-void SkipDesign(SourceLines& lines) {
+// The index of the line after the designer's part, or of the last one: the part ends with its one
+// block, in which others may be.
+std::size_t EndOfDesign(const std::vector<std::string_view>& lines) {
   std::size_t depth = 0;
-  do {
-    if (lines.BeginsWith("Begin") || lines.BeginsWith("BeginProperty")) ++depth;
-    const bool ends = lines.BeginsWith("End") || lines.BeginsWith("EndProperty");
-    if (ends && depth > 0 && --depth == 0) {
-      static_cast<void>(lines.Next());
-      return;
-    }
-  } while (lines.Next());
+  std::size_t at = 0;
+  for (; at + 1 < lines.size(); ++at) {
+    if (BeginsWith(lines[at], "Begin") || BeginsWith(lines[at], "BeginProperty")) ++depth;
+    const bool ends = BeginsWith(lines[at], "End") || BeginsWith(lines[at], "EndProperty");
+    if (ends && depth > 0 && --depth == 0) return at + 1;
+  }
+  return at;
 }
 
 }  // namespace
 
 std::optional<std::size_t> LineInFile(std::string_view source, std::size_t codeLine) {
-  SourceLines lines(source);
-  static_cast<void>(lines.Next());
-  if (lines.BeginsWith("VERSION")) SkipDesign(lines);
-  do {
-    if (lines.IsAttribute()) continue;
-    if (codeLine == 0) return lines.Number();
-    --codeLine;
-  } while (lines.Next());
+  auto lines = Split(source, '\n');
+  if (lines.empty()) lines.emplace_back();
+  for (auto at = BeginsWith(lines[0], "VERSION") ? EndOfDesign(lines) : 0; at < lines.size();
+       ++at) {
+    const bool isAttribute =
+        BeginsWith(lines[at], "Attribute") && lines[at].find("VB_") != std::string_view::npos;
+    if (!isAttribute && codeLine-- == 0) return at + 1;
+  }
   return std::nullopt;
 }
 

@@ -45,10 +45,6 @@ void ListRow::SetChecked(bool checked) {
   Announce(RowChange::Checked);
 }
 
-void ListRow::EnsureVisible() {
-  Announce(RowChange::EnsureVisible);
-}
-
 ListRow& ListView::Add(std::string key, std::string text, Image icon,
                        std::optional<std::size_t> position) {
   if (!key.empty() && Find(key) != nullptr) throw RuntimeError(ErrorNumber::KeyNotUnique, key);

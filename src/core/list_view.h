@@ -44,7 +44,7 @@ class ListRow {
   void SetChecked(bool checked);
 
   /// Scrolls the list until the row can be seen.
-  void EnsureVisible();
+  void EnsureVisible() { Announce(RowChange::EnsureVisible); }
 
  private:
   friend class ListView;

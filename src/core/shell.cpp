@@ -29,8 +29,9 @@ void Shell::Program::Terminate() {
   isTerminated_ = true;
 }
 
-bool Shell::ShellAndWait(const std::string& commandLine) {
-  return RunAndWait(commandLine) == Ended::Well;
+bool Shell::ShellAndWait(const std::string& commandLine, Life life) {
+  const auto program = Start(commandLine, life);
+  return program != nullptr && Wait(*program) == Ended::Well;
 }
 
 std::unique_ptr<Shell::Program> Shell::Start(const std::string& commandLine, Life life) {
@@ -41,12 +42,6 @@ std::unique_ptr<Shell::Program> Shell::Start(const std::string& commandLine, Lif
   auto& process = std::get<std::unique_ptr<Process>>(started);
   if (life == Life::ItsOwn) process->OutliveProgram();
   return std::make_unique<Program>(*this, std::move(process));
-}
-
-Shell::Ended Shell::RunAndWait(const std::string& commandLine, Life life) {
-  const auto program = Start(commandLine, life);
-  if (program == nullptr) return Ended::ByUs;
-  return Wait(*program);
 }
 
 // The user may end a program while its end is handled.

@@ -21,18 +21,14 @@ class Shell {
   Shell(ProcessLauncher& processes, EventPump& events, const Clock& clock, Work& work)
       : processes_(processes), events_(events), clock_(clock), work_(work) {}
 
-  /// True exactly when the command ended with exit code 0. There is no time limit. The error of the
-  /// launcher when the command cannot be started.
-  bool ShellAndWait(const std::string& commandLine);
-
   enum class Ended { Well, Badly, ByUs };
 
   /// Whether a program is ended, where the system can do that, when this one is killed.
   enum class Life { EndsWithUs, ItsOwn };
 
-  /// As ShellAndWait, but an end by TerminateAll has its own result, and so has a command that is
-  /// not started because everything is to end.
-  Ended RunAndWait(const std::string& commandLine, Life life = Life::EndsWithUs);
+  /// True exactly when the command ended with exit code 0. There is no time limit. The error of the
+  /// launcher when the command cannot be started.
+  bool ShellAndWait(const std::string& commandLine, Life life = Life::EndsWithUs);
 
   /// A started program that somebody waits for. The shell must outlive it.
   class Program {

@@ -7,6 +7,7 @@
 #include "core/property.h"
 #include "core/signal.h"
 #include "platform/component_objects.h"
+#include "platform/runtime_error.h"
 
 namespace gorbex {
 
@@ -29,14 +30,30 @@ struct HostedControl {
   bool hasWindow = false;
 
   // Called by a front end. A failure becomes the problem and is not an error.
-  void ShowIn(void* window);
-  void Paint(const PixelBuffer& to);
-  void Pointer(const PointerEvent& event);
-  void KeyPress(char32_t character);
+  void ShowIn(void* window) {
+    Try([&] { hasWindow = control->ShowIn(window); });
+  }
+  void Paint(const PixelBuffer& to) {
+    Try([&] { control->Paint(to); });
+  }
+  void Pointer(const PointerEvent& event) {
+    Try([&] { control->Pointer(event); });
+  }
+  void KeyPress(char32_t character) {
+    Try([&] { control->KeyPress(character); });
+  }
 
  private:
   template <class Action>
-  void Try(Action&& action);
+  void Try(Action&& action) {
+    std::string failure;
+    try {
+      action();
+    } catch (const RuntimeError& error) {
+      failure = error.Description();
+    }
+    if (failure != problem.Get()) problem.Set(failure);
+  }
 };
 
 /// The form that hosts user controls under test. It has no other controls.

@@ -31,10 +31,6 @@ std::string Closing(const MailRequest& request, bool succeeded) {
 
 }  // namespace
 
-void MailReply::Succeed() {
-  outcome_ = "succesfull";
-}
-
 void MailReply::Fail(std::string_view reason) {
   outcome_.append("unsuccesfull\r\n\r\nReason : ").append(reason);
 }

@@ -11,7 +11,7 @@ namespace gorbex {
 class MailReply {
  public:
   /// The result of the request.
-  void Succeed();
+  void Succeed() { outcome_ = "succesfull"; }
   void Fail(std::string_view reason);
 
   [[nodiscard]] static std::string Subject(const MailRequest& request, bool succeeded);

@@ -5,7 +5,6 @@
 #include "build/program_argument.h"
 #include "core/procedure.h"
 #include "core/text.h"
-#include "platform/code_page.h"
 
 namespace gorbex {
 namespace {
@@ -245,10 +244,6 @@ void MailTick::NoteResultLog() {
   const std::string& project = uses_.compile.ResultLogProject();
   Log("The reply carries the result log of " +
       (project.empty() ? "a build before the program started" : "the build of " + project));
-}
-
-void MailTick::Log(const std::string& text) {
-  uses_.log.WriteLog(OnOneLine(text));
 }
 
 std::string MailTick::BuiltFile() const {

@@ -16,6 +16,7 @@
 #include "mail/mail_reply.h"
 #include "mail/mail_request.h"
 #include "mail/sender_list.h"
+#include "platform/code_page.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/mail.h"
@@ -86,7 +87,7 @@ class MailTick {
   void FlagFailed();
   void Attach();
   void NoteResultLog();
-  void Log(const std::string& text);
+  void Log(const std::string& text) { uses_.log.WriteLog(OnOneLine(text)); }
   [[nodiscard]] std::string BuiltFile() const;
   [[nodiscard]] std::string FailureText(const RuntimeError& error) const;
   [[nodiscard]] bool AddressFailure();

@@ -90,10 +90,6 @@ std::optional<LinuxRegistry::Stamp> LinuxRegistry::File::CurrentStamp() const {
   return Stamp{Nanoseconds(info.st_mtim), Nanoseconds(info.st_ctim), info.st_size, info.st_ino};
 }
 
-bool LinuxRegistry::File::HasChanged() const {
-  return mayHaveChanged || CurrentStamp() != stamp;
-}
-
 void LinuxRegistry::File::Load() {
   stamp = CurrentStamp();
   mayHaveChanged = stamp && IsFresh(stamp->modified);
@@ -118,10 +114,6 @@ void LinuxRegistry::RequireReadable() const {
     if (file->isReadable) continue;
     throw RuntimeError(ErrorNumber::PathFileAccess, FromUtf8(file->path).value_or(file->path));
   }
-}
-
-void LinuxRegistry::Recheck() {
-  lastCheck_.reset();
 }
 
 void LinuxRegistry::RecheckWine() {

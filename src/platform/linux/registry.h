@@ -36,7 +36,7 @@ class LinuxRegistry : public Registry {
   void RequireReadable() const;
 
   /// Makes the next query check whether the files changed. Call it when a child process has ended.
-  void Recheck();
+  void Recheck() { lastCheck_.reset(); }
 
   /// As Recheck(), when the child ran under Wine or Wine's files may be out of date for other
   /// reasons.
@@ -76,7 +76,7 @@ class LinuxRegistry : public Registry {
     std::size_t senselessLines = 0;
 
     [[nodiscard]] std::optional<Stamp> CurrentStamp() const;
-    [[nodiscard]] bool HasChanged() const;
+    [[nodiscard]] bool HasChanged() const { return mayHaveChanged || CurrentStamp() != stamp; }
     void Load();
   };
 

@@ -145,14 +145,6 @@ std::string MemberAnswer::Text() {
   return FromWideRoughly({text.bstrVal, SysStringLen(text.bstrVal)});
 }
 
-std::int32_t MemberAnswer::Long() {
-  return As(VT_I4).lVal;
-}
-
-bool MemberAnswer::Bool() {
-  return As(VT_BOOL).boolVal != VARIANT_FALSE;
-}
-
 Dispatch MemberAnswer::Object() {
   if (value_.vt == VT_EMPTY || value_.vt == VT_NULL) return {};
   const bool isObject = value_.vt == VT_DISPATCH || value_.vt == VT_UNKNOWN;

@@ -41,8 +41,8 @@ class MemberAnswer {
 
   /// Numbers, dates and objects with a default property have texts, too.
   [[nodiscard]] std::string Text();
-  [[nodiscard]] std::int32_t Long();
-  [[nodiscard]] bool Bool();
+  [[nodiscard]] std::int32_t Long() { return As(VT_I4).lVal; }
+  [[nodiscard]] bool Bool() { return As(VT_BOOL).boolVal != VARIANT_FALSE; }
 
   /// No object for Nothing.
   [[nodiscard]] Dispatch Object();

@@ -101,10 +101,6 @@ void OutlookItem::MarkRead() {
   mail_.isUnread = false;
 }
 
-void OutlookItem::Flag() {
-  Save("FlagStatus", std::int32_t{2});
-}
-
 void OutlookItem::Save(const std::string& property, const Argument& value) {
   session_->thread.Do([nameSpace = session_->nameSpace, listed = mail_, property, value] {
     const auto mail = FindMail(*nameSpace, listed);

@@ -20,7 +20,7 @@ class OutlookItem : public MailItem {
   [[nodiscard]] bool UnRead() const override { return mail_.isUnread; }
   void MarkRead() override;
   [[nodiscard]] bool IsFlagged() const override { return Sender().isFlagged; }
-  void Flag() override;
+  void Flag() override { Save("FlagStatus", std::int32_t{2}); }
   [[nodiscard]] std::optional<std::string> Body() override;
   [[nodiscard]] std::string SenderName() const override;
   [[nodiscard]] std::string SenderAddress() const override { return Sender().address; }

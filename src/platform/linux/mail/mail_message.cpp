@@ -20,10 +20,9 @@ vmime::mailbox MailboxOf(const Correspondent& correspondent) {
   const vmime::emailAddress address(correspondent.address);
   if (correspondent.name.empty()) return vmime::mailbox(address);
   const auto name = OnOneLine(correspondent.name);
-  const bool isAscii = std::none_of(name.begin(), name.end(),
-                                    [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
   // Of several encoded words readers leave out the blanks between them.
-  return {isAscii ? vmime::text(name, Utf8()) : vmime::text(vmime::word(name, Utf8())), address};
+  return {IsAscii(name) ? vmime::text(name, Utf8()) : vmime::text(vmime::word(name, Utf8())),
+          address};
 }
 
 // A message id as it may be in a header; anything else is left out.

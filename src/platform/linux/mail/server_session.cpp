@@ -60,11 +60,15 @@ class TimeLimitFactory : public vmime::net::timeoutHandlerFactory {
   Patience& patience_;
 };
 
+template <class Kind>
+bool Is(const std::exception& error) {
+  return dynamic_cast<const Kind*>(&error) != nullptr;
+}
+
 // The answer of a server, or the error of the network.
 std::string Words(const vmime::exception& error) {
-  if (dynamic_cast<const vmime::exceptions::operation_timed_out*>(&error) != nullptr) return "";
-  if (dynamic_cast<const vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException*>(&error) !=
-      nullptr) {
+  if (Is<vmime::exceptions::operation_timed_out>(error) ||
+      Is<vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException>(error)) {
     return "";
   }
   if (const auto* refused = dynamic_cast<const vmime::exceptions::command_error*>(&error)) {
@@ -115,20 +119,19 @@ bool IsRefusedConnection(const vmime::exception& error) {
 }
 
 std::string Situation(const vmime::exception& error, const MailServer& server) {
-  if (dynamic_cast<const vmime::exceptions::operation_timed_out*>(&error) != nullptr) {
+  if (Is<vmime::exceptions::operation_timed_out>(error)) {
     return "does not answer in time" + Hint(server);
   }
-  if (dynamic_cast<const vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException*>(&error) !=
-      nullptr) {
+  if (Is<vmime::net::smtp::SMTPMessageSizeExceedsMaxLimitsException>(error)) {
     return "does not accept a mail this large";
   }
-  if (dynamic_cast<const vmime::security::cert::certificateException*>(&error) != nullptr) {
+  if (Is<vmime::security::cert::certificateException>(error)) {
     return "shows a certificate that is not to be trusted";
   }
-  if (dynamic_cast<const vmime::exceptions::authentication_error*>(&error) != nullptr) {
+  if (Is<vmime::exceptions::authentication_error>(error)) {
     return "refuses the login of '" + server.user + "'";
   }
-  if (dynamic_cast<const vmime::exceptions::connection_error*>(&error) != nullptr) {
+  if (Is<vmime::exceptions::connection_error>(error)) {
     const std::string place = "at port " + std::to_string(server.port);
     return (IsRefusedConnection(error) ? "refuses connections " : "cannot be reached ") + place;
   }
@@ -220,7 +223,7 @@ bool RefusesCommand(const std::exception& error) {
   const bool tellsPassword =
       !server.password.empty() && said.find(server.password) != std::string::npos;
   if (!said.empty() && !tellsPassword) text.append(": ").append(said);
-  if (dynamic_cast<const vmime::exceptions::authentication_error*>(&error) != nullptr) {
+  if (Is<vmime::exceptions::authentication_error>(error)) {
     throw LoginRefused(FromUtf8Roughly(text));
   }
   if (!RefusesCommand(error)) throw MailboxAway(FromUtf8Roughly(text));
@@ -257,19 +260,15 @@ void Prepare(vmime::net::service& service, const MailServer& server, const std::
 void AtFirstAddress(const MailServer& server,
                     const std::function<void(const std::string& address)>& connect) {
   const auto addresses = AddressesOf(server.host);
-  for (std::size_t i = 0; i + 1 < addresses.size(); ++i) {
+  for (const auto& address : addresses) {
     try {
-      connect(addresses[i]);
+      connect(address);
       return;
     } catch (const vmime::exceptions::connection_error&) {
-      continue;
+      if (&address != &addresses.back()) continue;
+      if (!RefusesConnections(address, server.port)) throw;
+      throw vmime::exceptions::connection_error(std::strerror(ECONNREFUSED));
     }
-  }
-  try {
-    connect(addresses.back());
-  } catch (const vmime::exceptions::connection_error&) {
-    if (!RefusesConnections(addresses.back(), server.port)) throw;
-    throw vmime::exceptions::connection_error(std::strerror(ECONNREFUSED));
   }
 }
 
