@@ -4,7 +4,6 @@
 
 #include "analysis/pointed_item.h"
 #include "tests/support/program_fixture.h"
-#include "tests/support/tree_nodes.h"
 
 namespace gorbex::test {
 namespace {

@@ -1,7 +1,6 @@
 #include "analysis/missing_components.h"
 #include "core/reference_value.h"
 #include "tests/support/program_fixture.h"
-#include "tests/support/tree_nodes.h"
 
 namespace gorbex::test {
 namespace {

@@ -3,7 +3,6 @@
 #include "core/text.h"
 
 #include "tests/support/program_fixture.h"
-#include "tests/support/tree_nodes.h"
 #include "tests/support/window_journal.h"
 
 namespace gorbex::test {

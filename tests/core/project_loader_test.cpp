@@ -1,7 +1,6 @@
 #include "core/project_loader.h"
 
 #include "tests/support/program_fixture.h"
-#include "tests/support/tree_nodes.h"
 
 namespace gorbex::test {
 namespace {

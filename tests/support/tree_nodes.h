@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "core/tree_view.h"
@@ -7,14 +8,12 @@
 namespace gorbex::test {
 
 /// Every node of a tree, each before its children.
-[[nodiscard]] inline std::vector<TreeNode*> NodesOf(const TreeView& tree) {
-  std::vector<TreeNode*> nodes;
-  std::vector<TreeNode*> next(tree.Tops().rbegin(), tree.Tops().rend());
-  while (!next.empty()) {
-    nodes.push_back(next.back());
-    next.pop_back();
-    const auto& children = nodes.back()->Children();
-    next.insert(next.end(), children.rbegin(), children.rend());
+inline std::vector<const TreeNode*> NodesOf(const TreeView& tree) {
+  std::vector<const TreeNode*> nodes(tree.Tops().begin(), tree.Tops().end());
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    const auto& children = nodes[i]->Children();
+    nodes.insert(nodes.begin() + static_cast<std::ptrdiff_t>(i + 1), children.begin(),
+                 children.end());
   }
   return nodes;
 }
