@@ -20,7 +20,6 @@
 #include "core/list_columns.h"
 #include "core/run_record.h"
 #include "platform/command_line.h"
-#include "platform/plain_text.h"
 #include "report/run_page.h"
 
 namespace gorbex::cli {

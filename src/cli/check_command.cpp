@@ -1,5 +1,3 @@
-#include <ostream>
-
 #include "check/group_check.h"
 #include "cli/check_options.h"
 #include "cli/commands.h"
@@ -7,7 +5,6 @@
 #include "cli/json_views.h"
 #include "cli/output_option.h"
 #include "cli/session.h"
-#include "cli/text_output.h"
 #include "core/file_tools.h"
 #include "platform/code_page.h"
 

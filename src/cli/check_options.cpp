@@ -1,6 +1,5 @@
 #include "cli/check_options.h"
 
-#include "cli/text_output.h"
 #include "core/text.h"
 
 namespace gorbex::cli {

@@ -6,7 +6,6 @@
 #include "cli/command_guard.h"
 #include "cli/commands.h"
 #include "cli/examples.h"
-#include "cli/text_output.h"
 #include "platform/runtime_error.h"
 
 namespace gorbex::cli {

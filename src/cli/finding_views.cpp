@@ -7,7 +7,6 @@
 #include "check/group_check.h"
 #include "cli/annotations.h"
 #include "cli/shown_paths.h"
-#include "cli/text_output.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {

@@ -5,7 +5,6 @@
 #include "cli/finding_views.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
-#include "cli/text_output.h"
 #include "core/list_columns.h"
 
 namespace gorbex::cli {

@@ -10,7 +10,6 @@
 #include "cli/run_json.h"
 #include "cli/session.h"
 #include "cli/shown_paths.h"
-#include "cli/text_output.h"
 #include "core/file_tools.h"
 #include "core/text.h"
 #include "freshness/project_sources.h"

@@ -7,10 +7,6 @@
 namespace gorbex::cli {
 namespace {
 
-TerminalSize SizeOf(const Streams& streams) {
-  return streams.terminalSize ? streams.terminalSize() : TerminalSize{};
-}
-
 // Only what is in one row of the terminal can be erased.
 void CutToRow(std::string& row, std::size_t columns) {
   const auto isPartOfCharacter = [](char byte) {
@@ -36,7 +32,7 @@ void ProgressRows::Erase(std::string& text) {
 void ProgressRows::Show(std::vector<std::string> rows) {
   constexpr std::size_t kMostRows = 16;
   constexpr std::size_t kMostColumns = 80;
-  const TerminalSize size = SizeOf(streams_);
+  const TerminalSize size = streams_.terminalSize ? streams_.terminalSize() : TerminalSize{};
   const std::size_t room = std::clamp<std::size_t>(size.rows, 2, kMostRows + 1) - 1;
   rows.resize(std::min(rows.size(), streams_.movesCursor ? room : 1));
   std::string text;

@@ -6,7 +6,6 @@
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
-#include "cli/text_output.h"
 
 namespace gorbex::cli {
 namespace {

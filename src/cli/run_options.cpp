@@ -4,7 +4,6 @@
 
 #include "build/version_stamp.h"
 #include "cli/commands.h"
-#include "cli/text_output.h"
 #include "core/text.h"
 
 namespace gorbex::cli {

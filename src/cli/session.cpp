@@ -2,7 +2,6 @@
 
 #include <ostream>
 
-#include "cli/text_output.h"
 #include "platform/code_page.h"
 
 namespace gorbex::cli {

@@ -4,7 +4,6 @@
 #include "cli/commands.h"
 #include "cli/json_views.h"
 #include "cli/session.h"
-#include "cli/text_output.h"
 #include "core/text.h"
 #include "platform/code_page.h"
 

@@ -3,11 +3,6 @@
 #include "ui/observe.h"
 
 namespace gorbex::ui {
-namespace {
-
-const wxSize kLeastCheckSize(560, 220);
-
-}  // namespace
 
 CheckWindow::CheckWindow(wxWindow* parent, frmCheck& form, CommandIds& ids)
     : FormWindow(parent, "Check", "frmCheck", form.visible, [&form] { form.cmdClose.Execute(); }),
@@ -23,7 +18,7 @@ CheckWindow::CheckWindow(wxWindow* parent, frmCheck& form, CommandIds& ids)
   SetContents(
       pane_,
       Foot(&form_.summary, {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdOpen, &form_.cmdClose}),
-      kLeastCheckSize);
+      wxSize(560, 220));
   const auto showEmpty = [this] { pane_->ShowEmpty(form_.lvwFindings.Count() == 0); };
   Observe(*this, wxEVT_IDLE, showEmpty);
   subscriptions_.Add(form_.visible.changed, [this, showEmpty](const bool& visible) {

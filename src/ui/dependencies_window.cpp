@@ -21,7 +21,6 @@ namespace {
 constexpr const char* kDependenciesPanes = "DependenciesPanes";
 constexpr double kPictureShare = 0.72;
 const wxSize kFirstDependenciesSize(1600, 960);
-const wxSize kLeastDependenciesSize(560, 360);
 
 /// A box of the picture, to explain its look.
 class Sample : public wxWindow {
@@ -77,7 +76,7 @@ DependenciesWindow::DependenciesWindow(wxWindow* parent, frmDependencies& form,
   sizer->Add(find_, wxSizerFlags().Expand());
   sizer->Add(Legend(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, FromDIP(kMargin)));
   sizer->Add(Buttons(), wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));
-  wxSize least = kLeastDependenciesSize;
+  wxSize least(560, 360);
   least.IncTo(ToDIP(wxSize(find_->GetBestSize().x, -1)));
   SetContents(sizer, least);
   RememberPlace(registry_, "Dependencies");

@@ -9,16 +9,12 @@
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
-namespace {
-
-constexpr int kPathWidth = 420;
-
-}  // namespace
 
 FileOrFolderWindow::FileOrFolderWindow(wxWindow* parent, const FileChoice& choice,
                                        const Chooser& file, const Chooser& folder)
     : wxDialog(parent, wxID_ANY, ToWx(choice.title), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER, "fileOrFolder") {
+  constexpr int kPathWidth = 420;
   SetIcons(ProgramIcons());
   auto* heading = new wxStaticText(this, wxID_ANY, "&Path:");
   path_ = new wxTextCtrl(this, wxID_ANY, ToWx(choice.typed), wxDefaultPosition,

@@ -6,11 +6,6 @@
 #include "ui/spacing.h"
 
 namespace gorbex::ui {
-namespace {
-
-constexpr int kFieldWidth = 280;
-
-}  // namespace
 
 FormLayout::FormLayout(wxDialog& dialog, FieldBinding& fields)
     : dialog_(dialog),
@@ -23,6 +18,7 @@ FormLayout::FormLayout(wxDialog& dialog, FieldBinding& fields)
 
 wxTextCtrl* FormLayout::AddField(const wxString& caption, const wxString& name, TextBox& state,
                                  long style) {
+  constexpr int kFieldWidth = 280;
   const bool isTall = (style & wxTE_MULTILINE) != 0;
   auto* heading = new wxStaticText(&dialog_, wxID_ANY, caption);
   auto* field = fields_.NewField(&dialog_, name, state, style,

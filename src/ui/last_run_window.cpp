@@ -3,15 +3,6 @@
 #include <algorithm>
 
 namespace gorbex::ui {
-namespace {
-
-const wxSize kFirstLastRunSize(980, 520);
-const wxSize kLeastLastRunSize(480, 300);
-constexpr int kRefresh = 250;
-constexpr double kTimelineShare = 0.4;  // while it is empty
-constexpr double kMostTimelineShare = 0.6;
-
-}  // namespace
 
 LastRunWindow::LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids)
     : FormWindow(parent, "Last Run", "frmLastRun", uses.form.visible,
@@ -27,7 +18,7 @@ LastRunWindow::LastRunWindow(wxWindow* parent, const Uses& uses, CommandIds& ids
   SetContents(
       rows_,
       Foot(&uses_.form.summary, {&uses_.form.cmdGoTo, &uses_.form.cmdSave, &uses_.form.cmdClose}),
-      kLeastLastRunSize);
+      wxSize(480, 300));
   RememberPlace(uses_.registry, "LastRun");
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     uses_.list.Tick();
@@ -64,6 +55,7 @@ void LastRunWindow::MakeList(CommandIds& ids) {
 
 // The timer runs only while there is something to follow, and somebody to see it.
 void LastRunWindow::Follow() {
+  constexpr int kRefresh = 250;
   const bool follows = uses_.form.visible.Get() && uses_.run.IsGoing();
   if (follows && !timer_.IsRunning()) timer_.Start(kRefresh);
   if (!follows) timer_.Stop();
@@ -72,7 +64,7 @@ void LastRunWindow::Follow() {
 }
 
 void LastRunWindow::Place() {
-  SetSize(FromDIP(kFirstLastRunSize));
+  SetSize(FromDIP(wxSize(980, 520)));
   CentreOnParent();
 }
 
@@ -83,11 +75,13 @@ void LastRunWindow::HasPlace() {
 }
 
 void LastRunWindow::FitTimeline() {
+  constexpr double kShare = 0.4;  // while it is empty
+  constexpr double kMostShare = 0.6;
   if (!sash_ || rows_->GetSashPosition() != *sash_) return;
   const int all = rows_->GetClientSize().y;
   const int wanted = uses_.run.HasBegun() ? timelinePane_->HeightWith(timeline_->BestHeight())
-                                          : static_cast<int>(all * kTimelineShare);
-  rows_->SetSashPosition(std::min(static_cast<int>(all * kMostTimelineShare), wanted));
+                                          : static_cast<int>(all * kShare);
+  rows_->SetSashPosition(std::min(static_cast<int>(all * kMostShare), wanted));
   sash_ = rows_->GetSashPosition();
 }
 

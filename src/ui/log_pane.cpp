@@ -12,13 +12,6 @@
 #include "ui/text_conversion.h"
 
 namespace gorbex::ui {
-namespace {
-
-// The toolkit takes seconds to lay out ten megabytes.
-constexpr std::size_t kMostShown = 1'000'000;
-constexpr int kListWidth = 170;
-
-}  // namespace
 
 LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box, OpenFailure open)
     : wxPanel(parent),
@@ -30,7 +23,7 @@ LogPane::LogPane(wxWindow* parent, const FailedProjects& failed, TextBox& box, O
       open_(std::move(open)),
       subscription_(failed.changed.Connect([this] { isStale_ = true; })) {
   text_->SetFont(wxFontInfo(text_->GetFont().GetPointSize()).Family(wxFONTFAMILY_TELETYPE));
-  projects_->SetMinSize(wxSize(FromDIP(kListWidth), -1));
+  projects_->SetMinSize(wxSize(FromDIP(170), -1));
   projects_->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) {
     const auto number = static_cast<std::size_t>(event.GetSelection());
     if (event.GetSelection() >= 0 && number < failed_.All().size()) {
@@ -108,6 +101,8 @@ void LogPane::OpenShown() {
 }
 
 void LogPane::ShowSection() {
+  // The toolkit takes seconds to lay out ten megabytes.
+  constexpr std::size_t kMostShown = 1'000'000;
   const FailedProject* project = failed_.Find(shown_);
   text_->ChangeValue(project == nullptr ? wxString() : ToWx(Excerpt(project->Text(), kMostShown)));
 }

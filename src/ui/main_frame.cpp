@@ -17,7 +17,6 @@
 #include "ui/missing_window.h"
 #include "ui/observe.h"
 #include "ui/project_drag.h"
-#include "ui/run_status_bar.h"
 #include "ui/select_control_window.h"
 #include "ui/selection_renderer.h"
 #include "ui/system_window.h"
@@ -26,9 +25,6 @@
 
 namespace gorbex::ui {
 namespace {
-
-const wxSize kDesignedSize(1100, 740);
-const wxSize kSmallestSize(640, 420);
 
 std::vector<ListColumn> ReferenceColumns() {
   return {{"GUID", 88, false, 1},       {"Version", 50, false, 2},     {"Component", 104, false, 4},
@@ -52,8 +48,8 @@ MainFrame::MainFrame(Program& program, const ShowFolder& showFolder)
       place_(*this, program.window),
       popups_(*this, program, showFolder),
       mailTimer_(this) {
-  SetMinClientSize(FromDIP(kSmallestSize));
-  SetSize(FromDIP(kDesignedSize));
+  SetMinClientSize(FromDIP(wxSize(640, 420)));
+  SetSize(FromDIP(wxSize(1100, 740)));
   SetIcons(ProgramIcons());
   SelectionRenderer::Use();
   HandleCommands();

@@ -6,8 +6,6 @@ namespace gorbex::ui {
 namespace {
 
 constexpr double kComponentsShare = 0.6;
-const wxSize kLeastSize(560, 220);
-constexpr int kFirstHeight = 300;
 
 std::vector<ListColumn> ComponentColumns() {
   return {{"Component", 110, false, 5}, {"Projects", 50, true, 6}, {"Version", 50, false, 2},
@@ -35,7 +33,7 @@ MissingWindow::MissingWindow(wxWindow* parent, frmMissing& form, CommandIds& ids
   columns_->SplitVertically(components_, projects_);
   wxSizer* foot = Foot(nullptr, {&form_.cmdCheck, &form_.cmdGoTo, &form_.cmdClose});
   wxDynamicCast(FindWindow("cmdGoTo"), wxButton)->SetDefault();
-  SetContents(columns_, foot, kLeastSize);
+  SetContents(columns_, foot, wxSize(560, 220));
   Observe(*this, wxEVT_IDLE, [this] { ShowEmptyPanes(); });
   subscriptions_.Add(form_.visible.changed, [this](const bool& visible) {
     ShowEmptyPanes();
@@ -49,7 +47,7 @@ void MissingWindow::ShowEmptyPanes() {
 }
 
 void MissingWindow::Place() {
-  PlaceAtFoot(kFirstHeight);
+  PlaceAtFoot(300);
   columns_->SetSashPosition(static_cast<int>(GetSize().x * kComponentsShare));
 }
 

@@ -7,11 +7,6 @@
 #include "ui/palette.h"
 
 namespace gorbex::ui {
-namespace {
-
-constexpr double kCorner = 4;
-
-}  // namespace
 
 PictureDrawing::PictureDrawing(wxGraphicsContext& context, double pixels)
     : context_(context), pixels_(pixels), scheme_(SchemeInUse()), colours_(ColoursOf(scheme_)) {}
@@ -22,6 +17,7 @@ wxGraphicsPen PictureDrawing::Pen(const wxColour& colour, double width) const {
 
 void PictureDrawing::DrawBox(const wxRect2DDouble& place, ProjectState state, bool isInCircle,
                              bool isSelected) {
+  constexpr double kCorner = 4;
   const BoxColours colours = ColoursOf(state, scheme_);
   const wxColour border = Rgb(isInCircle ? colours_.circle : colours.border);
   if (isSelected) {

@@ -8,8 +8,6 @@
 #include <wx/textdlg.h>
 #include <wx/utils.h>
 
-#include <utility>
-
 #include "core/file_tools.h"
 #include "core/procedure.h"
 #include "core/text.h"

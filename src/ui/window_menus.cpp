@@ -41,10 +41,6 @@ std::string_view IconNameOf(const Command& command) {
   return found == kIcons.end() ? std::string_view() : found->second;
 }
 
-wxString ShortcutSuffix(const Command& command) {
-  return command.Shortcut().empty() ? wxString() : "\t" + wxString(command.Shortcut());
-}
-
 }  // namespace
 
 WindowMenus::WindowMenus(wxFrame& frame, MainMenu& commands, CommandIds& ids)
@@ -153,9 +149,10 @@ std::unique_ptr<wxMenu> WindowMenus::MenuOf(const Entries& entries) {
 
 void WindowMenus::Append(wxMenu& menu, Command& command) {
   const bool isSwitch = &command == &commands_.mnuToolsInBox;
-  auto* item = new wxMenuItem(&menu, ids_.IdOf(command),
-                              ToWx(command.caption.Get()) + ShortcutSuffix(command), {},
-                              isSwitch ? wxITEM_CHECK : wxITEM_NORMAL);
+  wxString text = ToWx(command.caption.Get());
+  if (!command.Shortcut().empty()) text += "\t" + wxString(command.Shortcut());
+  auto* item =
+      new wxMenuItem(&menu, ids_.IdOf(command), text, {}, isSwitch ? wxITEM_CHECK : wxITEM_NORMAL);
   const auto icon = Icon(IconNameOf(command), IconSize(frame_));
   if (icon.IsOk() && !isSwitch) item->SetBitmap(icon);
   menu.Append(item);
