@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "analysis/build_queue.h"
 #include "analysis/project_display.h"
 #include "core/main_window.h"

@@ -161,13 +161,20 @@ std::vector<const CheckedReference::Use*> CheckedReference::UsesNotBuilt() const
   return found;
 }
 
+Finding CheckedReference::FindingOn(const std::vector<const Use*>& concerned,
+                                    const std::string& text) const {
+  const Use& first = *concerned.front();
+  Finding finding{.file = first.project->path, .line = first.line, .subject = name, .text = text};
+  for (const Use* use : concerned) finding.Concern(use->project->path);
+  finding.TellNumber("use it");
+  return finding;
+}
+
 std::vector<CheckedReference> ReferencesOf(CheckedGroup& group) {
   Gathering gathering(group);
   for (const CheckedProject& project : group.Projects()) {
     for (const ProjectLine& line : project.lines) {
-      const bool isReference =
-          line.kind == ProjectLine::Kind::Reference || line.kind == ProjectLine::Kind::Control;
-      if (isReference && !ProjectFileOf(line.value)) gathering.Add(project, line);
+      if (line.IsReference() && !ProjectFileOf(line.value)) gathering.Add(project, line);
     }
   }
   return gathering.Take();

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "check/finding.h"
+
 namespace gorbex {
 
 class CheckedGroup;
@@ -34,6 +36,11 @@ struct CheckedReference {
 
   /// The projects whose reference nothing in this run will register.
   [[nodiscard]] std::vector<const Use*> UsesNotBuilt() const;
+
+  /// A finding about it and the projects of these uses, at least one. Their number is added to the
+  /// text.
+  [[nodiscard]] Finding FindingOn(const std::vector<const Use*>& concerned,
+                                  const std::string& text) const;
 };
 
 /// Each once, in the order of the projects. Lines that name a project file are not among them.

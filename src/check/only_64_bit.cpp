@@ -1,5 +1,4 @@
 #include "check/checks.h"
-#include "check/reference_finding.h"
 
 namespace gorbex {
 
@@ -8,7 +7,7 @@ void LookForOnly64Bit(CheckedGroup& group, Findings& found) {
     const auto uses = reference.UsesNotBuilt();
     if (reference.state != CheckedReference::State::Only64Bit || uses.empty()) continue;
     found.push_back(
-        FindingOn(reference, uses, reference.name + " is registered for 64-bit programs only"));
+        reference.FindingOn(uses, reference.name + " is registered for 64-bit programs only"));
   }
 }
 

@@ -14,6 +14,10 @@ struct ProjectLine {
   std::size_t number = 0;  ///< from 1
   std::string_view key;
   std::string_view value;  ///< without quotes; of a source, its file
+
+  [[nodiscard]] bool IsReference() const {
+    return kind == Kind::Reference || kind == Kind::Control;
+  }
 };
 
 /// The lines up to the first section, with any line end. They are views into the text.

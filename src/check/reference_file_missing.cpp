@@ -2,7 +2,6 @@
 #include <optional>
 
 #include "check/checks.h"
-#include "check/reference_finding.h"
 #include "core/reference_value.h"
 #include "platform/code_page.h"
 #include "platform/windows_path.h"
@@ -15,9 +14,7 @@ void CheckProjectReferences(CheckedGroup& group, Findings& found) {
   std::map<std::string, Finding> missing;
   for (const CheckedProject& project : group.Projects()) {
     for (const ProjectLine& line : project.lines) {
-      const bool isReference =
-          line.kind == ProjectLine::Kind::Reference || line.kind == ProjectLine::Kind::Control;
-      const auto file = isReference ? ProjectFileOf(line.value) : std::nullopt;
+      const auto file = line.IsReference() ? ProjectFileOf(line.value) : std::nullopt;
       if (!file) continue;
       const std::string path = ResolvedPath(project.folder, *file);
       if (group.Disk().Find(path) != nullptr) continue;
@@ -40,9 +37,8 @@ void LookForReferenceFileMissing(CheckedGroup& group, Findings& found) {
   for (const CheckedReference& reference : group.References()) {
     const auto uses = reference.UsesNotBuilt();
     if (reference.state != CheckedReference::State::FileMissing || uses.empty()) continue;
-    found.push_back(FindingOn(
-        reference, uses,
-        reference.name + " is registered as " + reference.registered + ", which does not exist"));
+    found.push_back(reference.FindingOn(uses, reference.name + " is registered as " +
+                                                  reference.registered + ", which does not exist"));
   }
   CheckProjectReferences(group, found);
 }

@@ -1,5 +1,4 @@
 #include "check/checks.h"
-#include "check/reference_finding.h"
 #include "core/file_tools.h"
 
 namespace gorbex {
@@ -18,10 +17,10 @@ void LookForReferenceUnregistered(CheckedGroup& group, Findings& found) {
     const auto uses = reference.UsesNotBuilt();
     if (uses.empty()) continue;
     if (reference.state == CheckedReference::State::Unregistered) {
-      found.push_back(FindingOn(reference, uses,
-                                reference.name + " is not registered" + NotBuilt(*uses.front())));
+      found.push_back(reference.FindingOn(
+          uses, reference.name + " is not registered" + NotBuilt(*uses.front())));
     } else if (reference.state == CheckedReference::State::NoIdentity) {
-      found.push_back(FindingOn(reference, uses, "the reference names no component"));
+      found.push_back(reference.FindingOn(uses, "the reference names no component"));
     }
   }
 }

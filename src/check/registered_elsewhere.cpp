@@ -1,5 +1,4 @@
 #include "check/checks.h"
-#include "check/reference_finding.h"
 #include "core/file_tools.h"
 #include "core/text.h"
 #include "platform/code_page.h"
@@ -43,9 +42,9 @@ void LookForRegisteredElsewhere(CheckedGroup& group, Findings& found) {
     const DiskNames::Entry* entry = group.Disk().Find(meant);
     if (entry == nullptr || entry->isFolder) continue;
     if (HoldTheSame(group.Parts().files, meant, reference.registered)) continue;
-    found.push_back(FindingOn(reference, uses,
-                              reference.name + " is registered as " + reference.registered +
-                                  ", and the project names " + meant + ", which differs from it"));
+    found.push_back(reference.FindingOn(
+        uses, reference.name + " is registered as " + reference.registered +
+                  ", and the project names " + meant + ", which differs from it"));
   }
 }
 
