@@ -10,7 +10,7 @@
 namespace gorbex::test {
 namespace {
 
-constexpr const char* kAnswers = R"(VSSDatabase.Open=
+constexpr const char* kDatabase = R"(VSSDatabase.Open=
 VSSDatabase.UserName=anna
 VSSDatabase.VSSItem=@VSSItem
 VSSItem.LocalSpec=C:\Work
@@ -25,7 +25,7 @@ VSSItems.Count=2
 VSSItems.Item=@VSSItem)";
 
 struct SourceSafeTest : testing::Test {
-  AutomationServers servers{kAnswers};
+  AutomationServers servers{kDatabase};
   WindowsFileSystem files;
   WindowsToolRunner tools;
   WindowsSourceControl client{tools, files, ""};
