@@ -181,11 +181,6 @@ TEST_F(BuildRunTest, TakesEveryStepInItsOrder) {
   EXPECT_EQ(compiledSources[0], compiled);
   compiled = With(With(compiled, "OptimizationType=2", "OptimizationType=0"), "Info=-1", "Info=1");
   EXPECT_EQ(platform.files.Text(kShop), compiled + "\r\n\r\n");
-  EXPECT_EQ(program.window.registrationScript,
-            "' VBScript Generated to automatically register built components\r\n"
-            "Dim KexrunTk\r\nSet KexrunTk = CreateObject(\"Kexool.Kexool1.1\")\r\n"
-            "Call KexrunTk.Execute(\"RegSvr32 C:\\Out\\Shop.exe\"), True, False)\r\n"
-            "Set KexrunTK = nothing\r\n' End of Component registration\r\n");
 }
 
 TEST_F(BuildRunTest, AsksAboutCompatibilityOnlyWhenItMatters) {

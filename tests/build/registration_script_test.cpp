@@ -5,6 +5,17 @@ namespace {
 
 using RegistrationScriptTest = BuildFixture;
 
+TEST_F(RegistrationScriptTest, RegistersEachBuiltComponentInItsOrder) {
+  Load({"Core", "Shop"});
+  Build();
+  EXPECT_EQ(program.window.registrationScript,
+            "' VBScript Generated to automatically register built components\r\n"
+            "Dim KexrunTk\r\nSet KexrunTk = CreateObject(\"Kexool.Kexool1.1\")\r\n"
+            "Call KexrunTk.Execute(\"RegSvr32 C:\\Out\\Core.dll\"), True, False)\r\n"
+            "Call KexrunTk.Execute(\"RegSvr32 C:\\Out\\Shop.dll\"), True, False)\r\n"
+            "Set KexrunTK = nothing\r\n' End of Component registration\r\n");
+}
+
 TEST_F(RegistrationScriptTest, IsSavedWithOneLineBreakMore) {
   constexpr const char* kFile = "C:\\Group\\All.svb";
   const std::string chooser = "save Save VBScript File|VBScript Files (*.svb)|*.svb|*.svb";
