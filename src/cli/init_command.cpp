@@ -51,8 +51,6 @@ void Init(Frame& frame, const InitArguments& arguments) {
       session.Warn(arguments.buildFolder + ": no such folder; it must be there for a build");
     }
   }
-  // Compilers must not read project files while they are rewritten.
-  const auto alone = arguments.crLf ? session.BuildAlone() : nullptr;
   if (arguments.crLf) request.lineEnds = NewBuildProject::LineEnds::AreConverted;
   const auto made = program.newBuildProject.Make(request);
   if (made.problem) throw Failure(arguments.source + ": " + *made.problem);

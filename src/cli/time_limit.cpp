@@ -6,9 +6,10 @@ namespace gorbex::cli {
 
 void TimeLimit::Tick() {
   if (limit_.count() == 0) return;
-  if (session_.program().shell.TerminateAfter(limit_) == 0) return;
-  session_.Warn("the compiler is ended: it takes longer than the limit of " +
-                std::to_string(limit_.count()) + " s");
+  for (auto ended = session_.program().shell.TerminateAfter(limit_); ended > 0; --ended) {
+    session_.Warn("the compiler is ended: it takes longer than the limit of " +
+                  std::to_string(limit_.count()) + " s");
+  }
 }
 
 void AddTimeLimit(CLI::App& command, int& seconds) {

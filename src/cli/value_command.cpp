@@ -32,9 +32,10 @@ std::string KeyOf(const ValueArguments& arguments) {
 
 // As it is, line ends included, without characters that could control a terminal.
 std::string Shown(const std::string& value) {
-  std::vector<std::string> parts;
-  for (const auto part : Split(value, '\r')) parts.push_back(Plain(part));
-  return Joined(parts, "\r");
+  std::string shown;
+  for (const auto part : Split(value, '\r')) shown.append(Plain(part)).append("\r");
+  if (!shown.empty()) shown.pop_back();
+  return shown;
 }
 
 void Get(Frame& frame, const ValueArguments& arguments) {

@@ -83,7 +83,7 @@ def killed(product):
 
 def ended(product):
     compiler = product.root / "slow"
-    compiler.write_text('#!/bin/sh\nsleep 300 &\necho $! >"$0.new"; mv "$0.new" "$0.helper"\nwait\n')
+    compiler.write_text('#!/bin/sh\nsleep 300 &\necho $! >"$0.$$"; mv "$0.$$" "$0.helper"\nwait\n')
     compiler.chmod(0o755)
     before = {path: path.read_bytes().rstrip(b"\r\n") for path in product.projects}
     core = product.folder / "Core" / "StoreCore.vbp"
