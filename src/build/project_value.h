@@ -29,8 +29,8 @@ class ProjectValue {
  public:
   explicit ProjectValue(FileSystem& files) : files_(files) {}
 
-  /// The value of a key; the whole text of the file when the key is missing; the value with a
-  /// leading "=" when no line end follows it; empty when the file cannot be read.
+  /// The value of a key. Values have always been read so: a missing key gives the whole text of the
+  /// file, a value without a line end begins with "=", a file that cannot be read gives "".
   [[nodiscard]] std::string ReadProjectValue(const std::string& path, std::string_view key);
 
   /// Replaces the value of a key and ends the file with one line break more. A missing key is not

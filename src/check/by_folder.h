@@ -9,8 +9,8 @@
 
 namespace gorbex {
 
-/// Findings on files. Many in one folder have one cause, such as a folder that was not checked out,
-/// and become one finding.
+/// Joins many findings on files of one folder into one, since they usually have one cause, such as
+/// a folder that was not checked out.
 class ByFolder {
  public:
   /// How a finding on several files begins, such as "sources are missing".

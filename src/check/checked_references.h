@@ -43,7 +43,8 @@ struct CheckedReference {
                                   const std::string& text) const;
 };
 
-/// Each once, in the order of the projects. Lines that name a project file are not among them.
+/// Every reference of the group once, in the order of the projects, without references to project
+/// files.
 [[nodiscard]] std::vector<CheckedReference> ReferencesOf(CheckedGroup& group);
 
 }  // namespace gorbex

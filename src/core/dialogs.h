@@ -72,7 +72,7 @@ class Dialogs {
   /// Shows the options dialog over its state until the user closes it.
   virtual void ShowOptions(frmOptions& form) = 0;
 
-  /// As ShowOptions, for the source-control dialogs, which end when they are hidden.
+  /// Show the source-control dialogs over their states until they are hidden.
   virtual void ShowLogin(frmLogin& form) = 0;
   virtual void ShowLabel(frmLabel& form) = 0;
 };

@@ -25,12 +25,11 @@ class clsOptions {
   /// not read.
   bool LoadSettings();
 
-  /// Writes all settings but those that could not be read and have not changed since: their stored
-  /// values stay.
+  /// Writes all settings, except a setting that could not be read and was not changed since; its
+  /// stored value stays.
   void SaveSettings();
 
-  /// Lowers an Interval of more than a minute, the longest allowed, to a minute. True when it did
-  /// so.
+  /// Limits Interval to a minute. True when it was longer.
   bool LimitInterval();
 
   /// The Interval in milliseconds, as a timer wants it. Error 6 when no timer can hold it.

@@ -26,8 +26,8 @@ struct FileLook {
   std::optional<FileStamp> stamp{};  ///< nothing also of a file that has changed too recently
 };
 
-/// Takes the fingerprints of files. Looks at each file first and reads only what has changed since
-/// its fingerprint was taken. Nothing here raises an error.
+/// Takes the fingerprints of files. Looks at each file first (only at its size, time and identity)
+/// and reads only what has changed since its fingerprint was taken. Nothing here raises an error.
 class FileLooks {
  public:
   FileLooks(const FileReader& files, const ComponentInspector& components, const Clock& clock)

@@ -67,7 +67,7 @@ class MailService {
   Uses uses_;
   std::set<std::string> refused_;
   std::set<std::string> told_;
-  std::unique_ptr<MailTick> kept_;  ///< has a request to mark when its server is back
+  std::unique_ptr<MailTick> kept_;  ///< marks its request when the server is back; else null
   bool hasSeenMailbox_ = false;
   bool isAway_ = false;
 };

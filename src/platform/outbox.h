@@ -22,8 +22,8 @@ struct WaitingMail {
 struct Delivery {
   enum class Outcome {
     Taken,
-    ServerAway,  ///< nothing can be sent now
-    NotNow,      ///< this mail cannot be sent now
+    ServerAway,  ///< the server takes no mail now
+    NotNow,      ///< the server does not take this mail now
     TooLarge,
     Refused,
   };

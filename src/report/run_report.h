@@ -40,9 +40,9 @@ class ReportMaker {
   explicit ReportMaker(const Parts& parts) : parts_(parts) {}
 
   /// The report of a run that has ended. `findings` are those of a check before the run; without
-  /// them the group is checked now. When another build project is open now, nothing is checked and
-  /// there is no picture; `uses` then tells what the projects of the run used. Otherwise it is
-  /// null.
+  /// them the group is checked now. `uses` tells what the projects of the run used; it may be null
+  /// unless another build project is open now. In that case nothing is checked and there is no
+  /// picture.
   [[nodiscard]] RunReport Of(const RunRecord& record, const RunTerms& terms,
                              std::optional<Findings> findings,
                              const LastRun::Numbers* uses = nullptr) const;

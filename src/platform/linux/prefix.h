@@ -32,7 +32,7 @@ class Prefix {
   /// True when Wine made it: it has Wine's registry files.
   [[nodiscard]] bool IsWine() const;
 
-  /// A path of the host with what the host knows about it, symbolic links followed.
+  /// A host path and what the host knows about it, links followed.
   struct HostEntry {
     std::string path;
     struct stat info {};

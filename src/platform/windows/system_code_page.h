@@ -4,7 +4,8 @@
 
 namespace gorbex {
 
-/// As the system knows it. Error 5 when it has characters of several bytes, or is not known.
+/// The system's code page of this number. Error 5 when the system has none, or when its characters
+/// have several bytes.
 [[nodiscard]] CodePage CodePageNumbered(unsigned number);
 
 /// The system's code page for programs without Unicode. Errors as CodePageNumbered.
