@@ -26,8 +26,8 @@ struct IgnoredChecks {
 /// The list in the folder of a build project, in a file named ".gorbexcheck"; empty without one.
 [[nodiscard]] IgnoredChecks IgnoredIn(const FileReader& files, const std::string& folder);
 
-/// All checks except those that the list beside a build project ignores. A line of the list that
-/// cannot be understood ignores nothing; the first such line becomes the problem.
+/// All checks except those that the list beside a build project ignores. The problem is why the
+/// list cannot be read, or its first line that names no check; such a line ignores nothing.
 [[nodiscard]] CheckSelection SelectionBeside(const FileReader& files,
                                              const std::string& buildProject,
                                              std::string* problem = nullptr);

@@ -21,7 +21,7 @@ struct Incoming {
 [[nodiscard]] Incoming ReadIncoming(const GitRunner& git, const std::string& commit,
                                     const GitStatus& before);
 
-/// Error that names the files in the way of a folder: git would replace them without asking.
+/// Error that names the first file in the way of a folder: git would replace it without asking.
 void RequireFreeWay(const Incoming& incoming);
 
 /// All files that git does not follow, those it ignores too, which no status shows one by one.
