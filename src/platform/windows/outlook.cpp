@@ -8,6 +8,7 @@
 #include "platform/windows/outlook_reply.h"
 
 namespace gorbex {
+
 void Outlook::Open(const MailAccount& /*account*/) {
   session_.reset();
   session_ = OpenOutlook(events_, patience_);
