@@ -24,7 +24,7 @@ using namespace gorbex;
 /// Nothing may be asked here.
 class SilentDialogs : public Dialogs {
  public:
-  Answer Show(const Message& /*message*/) override { std::exit(3); }
+  Answer Ask(const Message& /*message*/) override { std::exit(3); }
   std::optional<std::string> OpenFile(const FileChoice& /*choice*/) override { return {}; }
   std::vector<std::string> OpenFiles(const FileChoice& /*choice*/) override { return {}; }
   std::optional<std::string> OpenFileOrFolder(const FileChoice& /*choice*/) override { return {}; }
